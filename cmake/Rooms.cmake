@@ -1,0 +1,35 @@
+# A room is a folder of src/ and a library. Its headers are reached through a folder that holds
+# nothing but a link to the room, so a room sees the headers of the rooms it links and no others:
+# an include that goes sideways or upwards does not build.
+
+# quorvelant_room(NAME [ROOMS room...] [LIBRARIES target...] [PRIVATE_LIBRARIES target...])
+function(quorvelant_room name)
+  cmake_parse_arguments(ARG "" "" "ROOMS;LIBRARIES;PRIVATE_LIBRARIES" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  set(door ${PROJECT_BINARY_DIR}/rooms/${name})
+  file(MAKE_DIRECTORY ${door})
+  file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${door}/${name} SYMBOLIC)
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    set(scope PUBLIC)
+    target_link_libraries(${name} PRIVATE quorvelant_flags ${ARG_PRIVATE_LIBRARIES})
+  else()
+    add_library(${name} INTERFACE)
+    set(scope INTERFACE)
+  endif()
+  target_include_directories(${name} ${scope} ${door})
+  target_link_libraries(${name} ${scope} ${ARG_ROOMS} ${ARG_LIBRARIES})
+endfunction()
+
+# quorvelant_tests(ROOM [LINK target...]): one test program a room, from every *_test.cpp beside.
+function(quorvelant_tests room)
+  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  add_executable(${room}_tests ${sources})
+  target_link_libraries(${room}_tests PRIVATE quorvelant_flags ${room} testing ${ARG_LINK} GTest::gmock_main)
+  target_precompile_headers(${room}_tests PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+  gtest_discover_tests(${room}_tests DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 900)
+endfunction()

@@ -1,0 +1,80 @@
+// The two sets of rules by which a disc is made.
+#pragma once
+
+namespace quorvelant {
+
+// Some traditional numbers, which old scripts and their discs rely on, make discs that do not play as
+// their author meant. Each such difference is named once here, with its reason, and each is consulted
+// in exactly one place. `Classic` keeps every traditional number; `Players` does what players expect.
+struct Rules {
+  // vm. LinkPGCN and SetNVTMR: a PGC counts through the title set's whole table (a menu's within its
+  // language unit), as players count; traditionally it starts again with each title.
+  bool PgcCountsThroughTable = false;
+  // vm. JumpSS and CallSS to a Video Manager PGC: counted within the language unit, as players do;
+  // traditionally through all units.
+  bool VmgPgcCountsWithinUnit = false;
+  // vm. The resume cell of CallSS: counted within the PGC; traditionally within the program.
+  bool ResumeCellCountsThroughPgc = false;
+
+  // analysis. The samples of a WAV file start behind its "data" chunk header; traditionally at byte 44.
+  bool WavWalksToData = false;
+
+  // mux. One rounding of clock fractions for every pack; traditionally audio packs round up and come
+  // up to 22 ticks of 27 MHz late.
+  bool OneScrRounding = false;
+  // mux. PCM of 20 and 24 bits grouped as the format demands; traditionally byte pairs are swapped,
+  // which is noise.
+  bool PcmGroupsSamples = false;
+  // mux. Audio that is due goes out between the packs of a subpicture unit; traditionally it waits.
+  bool AudioBetweenUnitPacks = false;
+  // mux. A button set starts in the VOBU in which its time begins; traditionally in the first VOBU
+  // that starts within it.
+  bool ButtonsStartInTheirVobu = false;
+  // mux. Buttons in a cell that holds by a still time never expire; traditionally only in still tracks.
+  bool ButtonsOutlastStillTime = false;
+  // mux. A navigation pack alone at a cell's end is followed by one sector of padding, since players
+  // wait the cell's length once more otherwise.
+  bool PadLoneNavPack = false;
+  // mux. A rest of a slide's hold that is shorter than the least VOBU joins the step before it;
+  // traditionally by the thresholds 18 and 22.
+  bool JoinShortHoldRest = false;
+
+  // subpicture. Bitmaps show as painted (line parity by place in the window, padded rows, right
+  // clipping); traditionally rows shear and lines change places for odd sizes.
+  bool BitmapsAsPainted = false;
+  // subpicture. A subtitle script may force a unit.
+  bool ScriptForcesUnits = false;
+
+  // codec. Colours to planes round to the nearest step; traditionally they are cut.
+  bool RoundColours = false;
+
+  // ifo. Next, previous and go-up PGC numbers count through the set's table (menus: the unit);
+  // traditionally within the title.
+  bool PgcLinksThroughTable = false;
+  // ifo. The first cell of each VOB, where the clock starts again, is marked as a discontinuity and
+  // never seamless; traditionally the project's flag stands alone.
+  bool MarkClockRestart = false;
+
+  static const Rules Classic;
+  static const Rules Players;
+};
+
+inline constexpr Rules Rules::Classic{};
+inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
+                                      .VmgPgcCountsWithinUnit = true,
+                                      .ResumeCellCountsThroughPgc = true,
+                                      .WavWalksToData = true,
+                                      .OneScrRounding = true,
+                                      .PcmGroupsSamples = true,
+                                      .AudioBetweenUnitPacks = true,
+                                      .ButtonsStartInTheirVobu = true,
+                                      .ButtonsOutlastStillTime = true,
+                                      .PadLoneNavPack = true,
+                                      .JoinShortHoldRest = true,
+                                      .BitmapsAsPainted = true,
+                                      .ScriptForcesUnits = true,
+                                      .RoundColours = true,
+                                      .PgcLinksThroughTable = true,
+                                      .MarkClockRestart = true};
+
+}  // namespace quorvelant

@@ -1,0 +1,109 @@
+// One track in, sectors and records out.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "base/log.h"
+#include "base/rules.h"
+#include "base/user_interface.h"
+#include "model/tracks.h"
+#include "mux/clock.h"
+#include "mux/vob_output.h"
+#include "mux/vob_records.h"
+
+namespace quorvelant {
+
+enum class TrackKind { Motion, Still, SlideShow };
+
+// One file of the track's video list. Paths are paths of this system.
+struct MuxVideoFile {
+  std::string Path;
+  bool ImageSource = false;  // a bitmap, encoded when it is due
+  bool HoldFlag = false;     // shown for a time: a slide, or a timed still
+  std::int64_t HoldFrames = 0;
+};
+
+// One audio stream that is to be written (AC3 or PCM, MuxThisStream set).
+struct MuxAudioStream {
+  int StreamNumber = 0;  // 0 to 7: substream id and sync field
+  bool Pcm = false;
+  std::vector<std::string> Paths;
+  std::vector<std::uint64_t> DataOffsets;  // first byte of sound in each file, by the rules in force
+  std::vector<std::uint64_t> DataBytes;    // bytes of sound in each file
+  int DelayMs = 0;
+  bool Emphasis = false;
+  bool Mute = false;
+  AudioTraits Traits;
+};
+
+// One subpicture stream that is to be written.
+struct MuxSubStream {
+  int StreamNumber = 0;  // 0 to 31
+  const SubtitleStream* Stream = nullptr;
+  // Of each play: the cell that shows its scene holds by a still time (no stop sequence then).
+  std::vector<bool> CellHolds;
+};
+
+// One set of buttons with its commands.
+struct MuxHighlight {
+  const HighlightPlay* Play = nullptr;
+  std::vector<std::string> CommandHex;  // per button, 16 digits
+};
+
+// One chapter mark: a scene of the track and what its cell carries into the navigation packs.
+struct MuxMark {
+  int Scene = 0;           // index in the track's scenes
+  std::int64_t Frame = 0;  // from the start of the track
+  std::string Name;
+  std::uint32_t UopMask = 0;
+  bool HoldsByStillTime = false;
+};
+
+// A track as the multiplexer sees it. Nothing here is written to.
+struct MuxInput {
+  int TrackIndex = 0;
+  std::string Name;  // for messages
+  std::string Aspect;
+  TrackKind Kind = TrackKind::Motion;
+  bool Ntsc = false;
+  bool Mpeg2 = true;
+  std::vector<MuxVideoFile> Video;
+  std::vector<MuxAudioStream> Audio;
+  std::vector<MuxSubStream> Subpictures;
+  std::vector<MuxHighlight> Highlights;
+  std::vector<MuxMark> Marks;  // in order; the first is the start of the track
+  std::string DisplayMode;
+  bool Infinite = false;  // a still that waits for ever
+  bool ExtendSlideForAudio = false;
+  bool ExtendFinalSubtitle = false;
+  std::string SourceFolder;  // relative bitmap paths count from here
+};
+
+// What holds for a whole build; the counters go on from track to track.
+struct MuxBuild {
+  UserInterface& Ui;
+  Log& RunLog;
+  quorvelant::Rules Rules;
+  bool RemoveSeqEnd = true;  // overwrite sequence end codes in the middle of a track
+  bool DryRun = false;       // everything but writing
+
+  int UnderflowCount = 0;
+  bool UnderflowSeen = false;
+  bool StopRequested = false;
+  std::uint64_t SourceBytesDone = 0;  // of `SourceBytesTotal`, over all tracks: progress
+  std::uint64_t SourceBytesTotal = 0;
+};
+
+enum class MuxOutcome {
+  Done,
+  Failed,   // told already
+  Stopped,  // by the user's request
+};
+
+// Appends the track to the VOB set as one VOB and adds its records to `records`.
+MuxOutcome MuxTrack(const MuxInput& input, MuxBuild& build, VobOutput& output, VobSetRecords& records);
+
+}  // namespace quorvelant

@@ -1,0 +1,29 @@
+// Navigation packs: PCI and DSI of one VOBU as a pure function of the records of its track.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "base/bytes.h"
+#include "base/rules.h"
+#include "mux/clock.h"
+#include "mux/mux_track.h"
+#include "mux/vob_records.h"
+
+namespace quorvelant {
+
+// Everything the packs of one VOB are made from. The records are complete: every address is known.
+struct NavSource {
+  std::span<const VobuRecord> Records;
+  const MuxInput& Input;
+  quorvelant::Rules Rules;
+  std::int64_t VobStartPts = VideoStartPts;
+  std::int64_t VobEndPts = 0;  // the end of the last picture
+};
+
+// Fills the sector of record `index`.
+void BuildNavPack(const NavSource& source, std::size_t index, ByteSpan sector);
+
+}  // namespace quorvelant
