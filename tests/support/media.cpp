@@ -1,0 +1,145 @@
+#include "support/media.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdint>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::string_view OutputMark = "@OUT@";
+constexpr std::string_view Ffmpeg = "ffmpeg -nostdin -hide_banner -loglevel error -y";
+// Nothing of the date, the machine or the number of threads reaches the file.
+constexpr std::string_view Exact = "-threads 1 -fflags +bitexact -flags +bitexact";
+
+std::uint64_t Fingerprint(std::string_view text) {  // FNV-1a
+  std::uint64_t hash = 0xcbf29ce484222325U;
+  for (const char letter : text) {
+    hash = (hash ^ static_cast<std::uint8_t>(letter)) * 0x100000001b3U;
+  }
+  return hash;
+}
+
+std::string WithOutput(std::string command, const std::string& file) {
+  return command.replace(command.find(OutputMark), OutputMark.size(), "'" + file + "'");
+}
+
+// Runs `command`, in which "@OUT@" stands for the file to be made, unless the cache has its result.
+std::string Cached(const std::string& command, std::string_view kind, std::string_view extension) {
+  namespace fs = std::filesystem;
+  static std::atomic<int> counter{0};
+  const fs::path folder = fs::path(QUORVELANT_BINARY_DIR) / "media";
+  const fs::path wanted = folder / fmt::format("{}-{:016x}.{}", kind, Fingerprint(command), extension);
+  if (fs::exists(wanted)) {
+    return wanted.string();
+  }
+  fs::create_directories(folder);
+  const std::string stem = (folder / fmt::format("aside-{}-{}", getpid(), counter++)).string();
+  const std::string aside = fmt::format("{}.{}", stem, extension);
+  const std::string log = stem + ".log";
+  const std::string line = fmt::format("( {} ) >'{}' 2>&1", WithOutput(command, aside), log);
+  // The helper programs are started one after the other by the test's own thread.
+  const int status = std::system(line.c_str());  // NOLINT(concurrency-mt-unsafe,bugprone-command-processor)
+  std::error_code missing;
+  if (status != 0 || fs::file_size(aside, missing) == 0 || missing) {
+    throw std::runtime_error(fmt::format("sample media not made by: {}\n{}", command, TempFolder::Read(log)));
+  }
+  fs::rename(aside, wanted);
+  fs::remove(log);
+  return wanted.string();
+}
+
+bool IsNtsc(std::string_view standard) {
+  return standard == "NTSC";
+}
+
+std::string FilmWithPulldown(const VideoSample& sample, int height) {
+  return fmt::format(
+      "{} -f lavfi -i {}=size={}x{}:rate=24000/1001 -frames:v {} -pix_fmt yuv420p -strict -1 -f yuv4mpegpipe "
+      "- | "
+      "mpeg2enc -v 0 -f 8 -p -n n -a {} -b {} -g {} -G {} -R {} {} -o {}",
+      Ffmpeg, sample.Source, sample.Width, height, sample.Frames, sample.Aspect == "16:9" ? 3 : 2,
+      sample.KbitPerSecond, sample.GopLength, sample.GopLength, sample.BFrames, sample.Closed ? "-c" : "",
+      OutputMark);
+}
+
+std::string EncodedByFfmpeg(const VideoSample& sample, int height) {
+  // A scene cut would start a GOP of its own; only an out-of-reach threshold allows closed GOPs.
+  return fmt::format(
+      "{} -f lavfi -i {}=size={}x{}:rate={} -frames:v {} -c:v {} {} {} -g {} -bf {} "
+      "-sc_threshold 1000000000 -b:v {}k -maxrate {}k -bufsize 1835008 -aspect {} -f {} {}",
+      Ffmpeg, sample.Source, sample.Width, height, IsNtsc(sample.Standard) ? "30000/1001" : "25",
+      sample.Frames, sample.Mpeg1 ? "mpeg1video" : "mpeg2video", Exact,
+      fmt::format("{}{}", sample.Closed ? "-flags +cgop" : "",
+                  sample.Interlaced ? " -flags +ildct+ilme -top 1 -alternate_scan 1" : ""),
+      sample.GopLength, sample.GopLength == 1 ? 0 : sample.BFrames, sample.KbitPerSecond,
+      sample.KbitPerSecond, sample.Aspect, sample.Mpeg1 ? "mpeg1video" : "mpeg2video", OutputMark);
+}
+
+std::string Beeps(double period, int seconds, std::string_view codec) {
+  return fmt::format(
+      "{} -f lavfi -i \"aevalsrc=exprs='0.5*sin(2*PI*1000*t)*lt(mod(t,{}),0.08)':s=48000:c=stereo:d={}\" "
+      "{} {} {}",
+      Ffmpeg, period, seconds, Exact, codec, OutputMark);
+}
+
+}  // namespace
+
+std::string SampleVideo(const VideoSample& sample) {
+  const int fullHeight = IsNtsc(sample.Standard) ? 480 : 576;
+  const int height = sample.Height != 0 ? sample.Height : fullHeight;
+  return Cached(sample.Pulldown ? FilmWithPulldown(sample, height) : EncodedByFfmpeg(sample, height), "video",
+                sample.Mpeg1 ? "m1v" : "m2v");
+}
+
+std::string SampleAc3(const Ac3Sample& sample) {
+  return SampleByFfmpeg(
+      fmt::format("-f lavfi -i sine=frequency=440:sample_rate={}:duration={} -ac {} -b:a {}k", sample.Rate,
+                  sample.Seconds, sample.Channels, sample.Kbps),
+      "ac3");
+}
+
+std::string SampleWav(const WavSample& sample) {
+  return SampleByFfmpeg(
+      fmt::format("-f lavfi -i sine=frequency=440:sample_rate={}:duration={} -ac {} -c:a pcm_s{}le",
+                  sample.Rate, sample.Seconds, sample.Channels, sample.Bits),
+      "wav");
+}
+
+std::string SampleByFfmpeg(const std::string& arguments, const std::string& extension) {
+  return Cached(fmt::format("{} {} {} {}", Ffmpeg, arguments, Exact, OutputMark), "made", extension);
+}
+
+FlashAndBeep SampleFlashAndBeep(std::string_view standard, int seconds) {
+  const bool ntsc = IsNtsc(standard);
+  const int framesPerSecond = ntsc ? 30 : 25;
+  const double period = ntsc ? 1.001 : 1.0;
+  const std::string video = fmt::format(
+      "{} -f lavfi -i "
+      "\"color=black:size=720x{}:rate={},drawbox=t=fill:color=white:enable='lt(mod(n,{}),2)'\" "
+      "-frames:v {} -c:v mpeg2video {} -flags +cgop -g 12 -bf 2 -sc_threshold 1000000000 -b:v 3000k "
+      "-maxrate 6000k -bufsize 1835008 -aspect 4:3 -f mpeg2video {}",
+      Ffmpeg, ntsc ? 480 : 576, ntsc ? "30000/1001" : "25", framesPerSecond, seconds * framesPerSecond, Exact,
+      OutputMark);
+  return {Cached(video, "flash", "m2v"), Cached(Beeps(period, seconds, "-b:a 192k"), "beep", "ac3"),
+          Cached(Beeps(period, seconds, "-c:a pcm_s16le"), "beep", "wav"), period};
+}
+
+std::optional<std::string> SharedFile(std::string_view name) {
+  namespace fs = std::filesystem;
+  const char* named = std::getenv("QUORVELANT_SHARED");  // NOLINT(concurrency-mt-unsafe): nobody sets it
+  const fs::path folder =
+      named != nullptr ? fs::path(named) : fs::path(QUORVELANT_SOURCE_DIR) / ".." / "shared";
+  const fs::path file = folder / name;
+  return fs::exists(file) ? std::optional(file.string()) : std::nullopt;
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,63 @@
+// Sample media for every test program, made when it is first asked for by ffmpeg and mpeg2enc and kept in
+// a cache folder of the build tree. Two calls with equal parameters give the same file; a file is
+// written aside and renamed, so programs that run side by side never see half of one.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvelant {
+
+struct VideoSample {
+  std::string Standard = "PAL";  // or "NTSC"
+  std::string Aspect = "4:3";    // or "16:9"
+  int Width = 720;
+  int Height = 0;  // 0: the full height of the standard
+  int Frames = 50;
+  int GopLength = 12;  // pictures; 1 gives I pictures alone
+  int BFrames = 2;
+  bool Closed = false;  // every GOP closed
+  bool Interlaced = false;
+  bool Pulldown =
+      false;  // NTSC film: `Frames` coded pictures at 24000/1001 with repeat-field flags for 30000/1001
+  int KbitPerSecond = 4000;
+  bool Mpeg1 = false;
+  std::string Source = "testsrc2";  // lavfi source; "testsrc2" moves all the time
+};
+std::string SampleVideo(const VideoSample& sample);
+
+struct Ac3Sample {
+  int Channels = 2;  // 1 to 6
+  int Kbps = 192;
+  int Rate = 48000;
+  double Seconds = 2;
+};
+std::string SampleAc3(const Ac3Sample& sample);
+
+struct WavSample {
+  int Rate = 48000;
+  int Bits = 16;  // 16, 24 or 32; from 24 bits on the header is the extensible one
+  int Channels = 2;
+  double Seconds = 2;
+};
+std::string SampleWav(const WavSample& sample);
+
+// Any other file by a command line of ffmpeg: everything between "ffmpeg" and the output name.
+std::string SampleByFfmpeg(const std::string& arguments, const std::string& extension);
+
+// A white flash of two pictures and a beep of 80 ms that start at the same moment, once every
+// `PeriodSeconds` from time 0: what is off in a disc made of them is off in the multiplexer.
+struct FlashAndBeep {
+  std::string Video;
+  std::string Ac3;
+  std::string Wav;
+  double PeriodSeconds;
+};
+FlashAndBeep SampleFlashAndBeep(std::string_view standard, int seconds);
+
+// A file of the folder of real streams, nothing where that is missing (the test then skips, saying so).
+// The folder is "../shared" beside the sources or what the environment's QUORVELANT_SHARED names.
+std::optional<std::string> SharedFile(std::string_view name);
+
+}  // namespace quorvelant
