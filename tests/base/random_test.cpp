@@ -1,0 +1,164 @@
+#include "base/random.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <functional>
+
+#include "base/uint64.h"
+#include "support/recording_ui.h"
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+FileError Raised(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const FileError& error) {
+    return error;
+  }
+  ADD_FAILURE() << "nothing was raised";
+  return {0, ""};
+}
+
+class RandomFiles : public testing::Test {
+ protected:
+  RandomFiles() { Files.DimFiles(9); }
+  TempFolder Folder;
+  RecordingUi Ui;
+  Random Files{Ui};
+};
+
+TEST_F(RandomFiles, WritesAndReadsBeyondFourGigabytes) {
+  const std::string name = Folder / "sparse";
+  constexpr std::uint64_t Position = (std::uint64_t{5} << 30) + 3;
+  ASSERT_TRUE(Files.OpenFile(name, 1));
+  Files.WriteBytes(Bytes{1, 2, 3, 4}, Position);
+  EXPECT_EQ(Files.FileBytes(1), Position + 4);
+  const cUInt64 words(Position + 1);
+  Files.SeekAbsolute(words.Upper, words.Lower, 1);
+  EXPECT_EQ(Files.ReadBytes(5, 1), (Bytes{2, 3, 4, 0, 0}));  // a short read leaves the tail 0
+  Files.SeekRelative(-4, 1, true);
+  Bytes buffer(9);
+  EXPECT_EQ(Files.ReadInto(buffer, 1), 4U);
+  Files.SeekAbsolute(Position, 1);
+  EXPECT_EQ(Files.ReadPCMBytes(4, 1), (std::vector<std::uint16_t>{0x0201, 0x0403, 0, 0}));
+}
+
+TEST_F(RandomFiles, WordsAndPartsOfBlocks) {
+  ASSERT_TRUE(Files.OpenFile(Folder / "out", 1, true));
+  Files.WriteBytes(Bytes{9, 9, 9, 9});
+  Files.WritePCMBytes({0x0201, 0x0403}, 1);
+  Files.WriteSpecifiedBytes(Bytes{5, 6, 7, 8}, 2, 1);
+  EXPECT_EQ(TempFolder::Read(Folder / "out"), "\x09\x01\x02\x03\x04\x06\x07");
+  EXPECT_EQ(Raised([&] { Files.WriteSpecifiedBytes(Bytes{1}, 2, 0); }).Number, 45600);
+}
+
+TEST_F(RandomFiles, ANameOpenTwiceSharesItsHandleAndSourcesDoNot) {
+  const std::string name = Folder.Write("both", "abcdef");
+  ASSERT_TRUE(Files.OpenFile(name, 1));
+  ASSERT_TRUE(Files.OpenFile(name, 2));
+  EXPECT_EQ(Files.FileHandle(1), Files.FileHandle(2));
+  ASSERT_TRUE(Files.OpenSource(name, 3));
+  EXPECT_EQ(Files.ReadBytes(2, 1), (Bytes{'a', 'b'}));
+  EXPECT_EQ(Files.ReadBytes(1, 2), (Bytes{'c'}));
+  EXPECT_EQ(Files.ReadBytes(1, 3), (Bytes{'a'}));
+  Files.CloseFile(2);
+  EXPECT_FALSE(Files.IsOpen(1));
+  EXPECT_TRUE(Files.IsOpen(3));
+}
+
+TEST_F(RandomFiles, ErrorsHaveTheirNumbersAndNameTheFile) {
+  const std::string name = Folder.Write("x", "abc");
+  const auto noFile = [&](const std::function<void()>& action) {
+    const FileError error = Raised(action);
+    EXPECT_EQ(error.Number, 45603);
+    EXPECT_STREQ(error.what(), "There is no open file.");
+  };
+  noFile([&] { Files.ReadBytes(1, 4); });
+  noFile([&] { Files.WriteBytes(Bytes{1}); });
+  noFile([&] { Files.Flush(0); });
+  noFile([&] { Files.SeekAbsolute(1, 99); });
+  noFile([&] { Files.SeekRelative(1, -1, true); });
+
+  ASSERT_TRUE(Files.OpenSource(name, 1));
+  EXPECT_STREQ(Raised([&] { Files.OpenFile(Folder / "y", 1); }).what(),
+               ("The file '" + name + "' is already open.").c_str());
+  const FileError seek = Raised([&] { Files.SeekRelative(-1, 1, true); });
+  EXPECT_EQ(seek.Number, 45604);
+  EXPECT_STREQ(seek.what(), "Error \n22\nInvalid argument\nSeek Error.");
+  EXPECT_EQ(Raised([&] { Files.SeekRelative(-1, 1, false); }).Number, 45604);
+  EXPECT_EQ(Raised([&] { Files.SeekAbsolute(~std::uint64_t{0}, 1); }).Number, 45604);
+  const FileError write = Raised([&] { Files.WriteBytes(Bytes{1}); });  // open for reading alone
+  EXPECT_EQ(write.OneLine(), "Error writing '" + name + "': Bad file descriptor");
+}
+
+TEST_F(RandomFiles, AFullDiskIsOneErrorThatNamesTheFile) {
+  const std::string name = Folder / "full";
+  ASSERT_TRUE(Files.OpenFile(name, 1));
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit small{1000, before.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);
+  const FileError error = Raised([&] { Files.WriteBytes(Bytes(3000, 7)); });  // 1000 go out, then none
+  setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, handler);
+  EXPECT_EQ(error.OneLine(), "Error writing '" + name + "': File too large");
+  EXPECT_EQ(Files.FileBytes(1), 1000U);
+}
+
+TEST_F(RandomFiles, WhatIsNoPlainFileIsRefusedAtOnce) {
+  const std::string fifo = Folder / "fifo";
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  EXPECT_FALSE(Files.OpenSource(fifo, 0));
+  EXPECT_FALSE(Files.OpenFile(fifo, 1));
+  EXPECT_FALSE(Files.OpenSource(Folder.Path().string(), 0));
+  EXPECT_FALSE(Files.OpenFile(Folder.Path().string(), 1));
+  ASSERT_EQ(Ui.Messages.size(), 4U);
+  EXPECT_EQ(Ui.Messages[0].Title, "OpenFile Error");
+  EXPECT_EQ(Ui.Messages[0].Text, "Unable to open file " + fifo + ": it is a pipe or a device, not a file");
+  EXPECT_EQ(Ui.Messages[3].Text,
+            "Unable to open file " + Folder.Path().string() + ": it is a folder, not a file");
+}
+
+TEST_F(RandomFiles, AFailedOpenAsksOnce) {
+  const std::string name = Folder / "missing/file";
+  Ui.Answers = {false, true};
+  EXPECT_FALSE(Files.OpenSource(name, 0));
+  EXPECT_FALSE(Files.OpenFile(name, 0));  // asked, tried again, and that is all
+  ASSERT_EQ(Ui.Questions.size(), 2U);
+  EXPECT_EQ(Ui.Questions[1].Title, "OpenFile Error");
+  EXPECT_EQ(Ui.Questions[1].Text, "Unable to open file " + name +
+                                      ". Please close any applications using this file and press OK to retry "
+                                      "(Cancel to exit)");
+  EXPECT_FALSE(std::filesystem::exists(name));
+}
+
+TEST(UInt64, WordsAreHeldSigned) {
+  const cUInt64 value(0x00000005FFFFFFFEU);
+  EXPECT_EQ(value.Upper, 5);
+  EXPECT_EQ(value.Lower, -2);
+  EXPECT_EQ(value.Value(), 0x5FFFFFFFEU);
+  EXPECT_EQ(value.ToString(), "25769803774");
+  EXPECT_EQ(value.ToString(true), "5FFFFFFFE");
+  EXPECT_EQ(cUInt64(1, 2).ToString(true), "100000002");
+  EXPECT_EQ(cUInt64(0, -1).ToString(true), "FFFFFFFF");
+}
+
+TEST(SystemPaths, CountFromTheScriptsFolder) {
+  EXPECT_EQ(SystemPath("media\\a b.m2v", "/films"), "/films/media/a b.m2v");
+  EXPECT_EQ(SystemPath("..\\x.ac3", "/films/"), "/films/../x.ac3");
+  EXPECT_EQ(SystemPath("\\films\\x", "/other"), "/films/x");
+  EXPECT_EQ(SystemPath("D:\\films\\x", "/other"), "D:/films/x");
+  EXPECT_EQ(SystemPath("x", ""), "x");
+  EXPECT_EQ(SystemPath("", "/films"), "");
+}
+
+}  // namespace
+}  // namespace quorvelant
