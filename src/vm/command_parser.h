@@ -1,0 +1,74 @@
+// The command language: one line of text taken apart.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "vm/parsed_command.h"
+
+namespace quorvelant {
+
+// What a name behind a command word denotes, and so where it is looked for.
+enum class TargetKind {
+  LinkPgc,
+  LinkProgram,
+  LinkPart,
+  LinkCell,
+  JumpTitle,
+  JumpSetTitle,
+  JumpSetPart,
+  VmgPgc,
+  ResumeCell,
+  TimerPgc
+};
+
+// A name in the text that must become a number.
+struct CommandReference {
+  TargetKind Kind = TargetKind::LinkPgc;
+  std::string Name;  // lower case, trimmed
+  // Where word and name stand in `CommandForm::Lowered`; empty where the text never follows a rename.
+  std::size_t Begin = 0;
+  std::size_t End = 0;
+};
+
+// Why the bytes of a text do not do what the text says.
+enum class TextFault : unsigned {
+  None = 0,
+  UnknownText = 1U << 0U,            // no command at all: the bytes are a no-operation
+  NameTakenForWord = 1U << 1U,       // a name holds a command word that is tested before the one meant
+  NumberNotComparable = 1U << 2U,    // this command compares with registers only
+  LinkNotCarried = 1U << 3U,         // a compound command carries sub-instructions only
+  LeftNotTheSetRegister = 1U << 4U,  // set, compare, link compares the register just set
+  NoOperator = 1U << 5U,             // a comparison without operator: the bytes lose the command
+  MixedStreamValues = 1U << 6U,      // SetSTN takes registers or numbers, not both
+  NoSetInCompound = 1U << 7U,        // a compound command sets registers only
+  RegisterBeyondRange = 1U << 8U,    // GPRM0 to GPRM15, SPRM0 to SPRM23
+};
+constexpr TextFault operator|(TextFault a, TextFault b) {
+  return static_cast<TextFault>(static_cast<unsigned>(a) | static_cast<unsigned>(b));
+}
+constexpr TextFault& operator|=(TextFault& a, TextFault b) {
+  return a = a | b;
+}
+constexpr bool Has(TextFault set, TextFault one) {
+  return (static_cast<unsigned>(set) & static_cast<unsigned>(one)) != 0;
+}
+
+// A text taken apart, its names not yet numbers.
+struct CommandForm {
+  ParsedCommand Command;
+  std::string Lowered;  // the text, lower-cased and trimmed, braces as they are
+  std::optional<CommandReference> Target;
+  std::optional<CommandReference> Resume;
+  std::optional<CommandReference> Link;  // of the link part
+  bool UnknownLink = false;              // the link part is no link: the command cannot be resolved
+  TextFault Faults = TextFault::None;
+};
+
+// Reads any bytes. An empty text is a no-operation with an empty `Name`; so is, with a fault, a text
+// that is no command. The tests go by "holds" in a fixed order, which is part of the language.
+CommandForm ParseCommand(std::string_view text);
+
+}  // namespace quorvelant

@@ -1,0 +1,38 @@
+// Commands with names become commands with numbers.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "model/my_dvd.h"
+#include "vm/command_parser.h"
+#include "vm/name_index.h"
+
+namespace quorvelant {
+
+struct ResolveOptions {
+  // Targets may be numbers: "JumpSS pgc_3", and for every other word a plain number that names nothing
+  // stands for itself ("LinkCN 2", "JumpVTS_PTT ptt_2 @ vts_ttn_1").
+  bool NumericTargets = false;
+};
+
+// What one text came to.
+struct Resolution {
+  std::string Hex;   // 16 digits, also when a target is missing: number 1 stands in for it
+  std::string Text;  // as given; with a stored target that was found, the text names that target
+  std::string Naming;
+  std::string LinkNaming;
+  bool TargetMissing = false;
+  TextFault Faults = TextFault::None;
+};
+
+// Parses, resolves and encodes a text. `target` is the name to point at whatever the text says, or empty.
+// `names` may be nullptr where there is no project: then every name is missing.
+Resolution ResolveText(std::string_view text, std::string_view target, NameIndex* names,
+                       const ResolveOptions& options = {});
+
+// Resolves a command of a project in place, by its text and its `To_Action`. When a target is missing the
+// command keeps its former digits and references. Gives what the text came to.
+Resolution ResolveCommand(VMICommand_P& command, NameIndex& names, const ResolveOptions& options = {});
+
+}  // namespace quorvelant
