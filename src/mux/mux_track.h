@@ -47,10 +47,13 @@ struct MuxSubStream {
   std::vector<bool> CellHolds;
 };
 
-// One set of buttons with its commands.
+// One set of buttons with its commands. Times are 90 kHz ticks on the VOB's clock.
 struct MuxHighlight {
   const HighlightPlay* Play = nullptr;
-  std::vector<std::string> CommandHex;  // per button, 16 digits
+  std::vector<std::string> CommandHex;  // per button, 16 digits; a button without one does nothing
+  std::int64_t StartPts = 0;
+  std::int64_t EndPts = 0;           // not above StartPts: until the next set begins
+  std::int64_t SelectionEndPts = 0;  // 0 for the end of the set
 };
 
 // One chapter mark: a scene of the track and what its cell carries into the navigation packs.
@@ -73,8 +76,8 @@ struct MuxInput {
   std::vector<MuxVideoFile> Video;
   std::vector<MuxAudioStream> Audio;
   std::vector<MuxSubStream> Subpictures;
-  std::vector<MuxHighlight> Highlights;
-  std::vector<MuxMark> Marks;  // in order; the first is the start of the track
+  std::vector<MuxHighlight> Highlights;  // by start
+  std::vector<MuxMark> Marks;            // in order; the first is the start of the track
   std::string DisplayMode;
   bool Infinite = false;  // a still that waits for ever
   bool ExtendSlideForAudio = false;

@@ -1,0 +1,226 @@
+#include "mux/highlights.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "base/text.h"
+#include "base/timecode.h"
+#include "model/command_hex.h"
+#include "mux/nav_layout.h"
+
+namespace quorvelant {
+namespace {
+
+constexpr std::size_t ButtonsInTable = 36;
+constexpr std::size_t ButtonBytes = 18;
+constexpr std::int64_t Endless = std::numeric_limits<std::int64_t>::max();
+
+// The names of the groups; a set that names none has them in this order.
+constexpr std::string_view WideName = "wide";
+constexpr std::string_view LetterName = "letter";
+constexpr std::string_view PanName = "pan";
+
+std::size_t PlaceOf(const HighlightPlay& play, std::string_view name, std::size_t usualPlace) {
+  for (std::size_t place = 0; place < play.ButtonModes.size(); ++place) {
+    if (EqualNoCase(play.ButtonModes[place], name)) {
+      return place;
+    }
+  }
+  return usualPlace;
+}
+
+// Whether buttons stay while the cell of this VOBU waits: a still track, or a still time of its cell.
+bool ButtonsStay(const NavSource& source, const VobuRecord& record) {
+  if (source.Input.Kind == TrackKind::Still) {
+    return true;
+  }
+  if (!source.Rules.ButtonsOutlastStillTime) {
+    return false;
+  }
+  // The cell is that of the last mark at or ahead of its first picture.
+  const double cellStart = record.FramesAtStart - record.CellFramesAtStart;
+  const auto behind =
+      std::ranges::upper_bound(source.Input.Marks, cellStart + 0.5, {},
+                               [](const MuxMark& mark) { return static_cast<double>(mark.Frame); });
+  return behind != source.Input.Marks.begin() && (behind - 1)->HoldsByStillTime;
+}
+
+// The set in force in a VOBU and the time at which it ends there.
+struct Candidate {
+  const MuxHighlight* Set = nullptr;
+  std::int64_t EndPts = 0;
+};
+
+Candidate SetOf(const NavSource& source, const VobuRecord& record) {
+  const auto& sets = source.Input.Highlights;
+  // Behind the last set that may have begun: within this VOBU, or traditionally ahead of it.
+  const auto next = source.Rules.ButtonsStartInTheirVobu
+                        ? std::ranges::lower_bound(sets, record.EndPts, {}, &MuxHighlight::StartPts)
+                        : std::ranges::upper_bound(sets, record.StartPts, {}, &MuxHighlight::StartPts);
+  if (next == sets.begin()) {
+    return {};
+  }
+  const MuxHighlight& set = *(next - 1);
+  const std::int64_t following = next == sets.end() ? Endless : next->StartPts;
+  const std::int64_t end = std::min(set.EndPts > set.StartPts ? set.EndPts : Endless, following);
+  const std::int64_t frameTicks = TimingOf(source.Input.Ntsc).FramePeriod;
+  const std::int64_t cellStart =
+      record.StartPts - std::llround(record.CellFramesAtStart * static_cast<double>(frameTicks));
+  if (end > cellStart && ButtonsStay(source, record)) {
+    return {&set, Endless};
+  }
+  return record.StartPts < end ? Candidate{&set, end} : Candidate{};
+}
+
+std::uint32_t EndTicksOf(const NavSource& source, std::int64_t endPts) {
+  if (endPts == Endless) {
+    const bool still = source.Input.Kind == TrackKind::Still || source.Rules.ButtonsOutlastStillTime;
+    return still ? EndlessHighlight : static_cast<std::uint32_t>(source.VobEndPts);
+  }
+  return static_cast<std::uint32_t>(endPts);
+}
+
+std::uint8_t Nibbles(std::int32_t high, std::int32_t low) {
+  return static_cast<std::uint8_t>((high & 0xF) << 4 | (low & 0xF));
+}
+
+// Two bytes in the order emphasis 2, emphasis 1, pattern, background.
+Number Quad(const ColorQuad& quad) {
+  return {static_cast<std::uint64_t>(Nibbles(quad[0], quad[1]) << 8 | Nibbles(quad[2], quad[3]))};
+}
+
+// Two coordinates of ten bits behind two bits of another field.
+std::uint64_t Span(std::int32_t lead, std::int32_t start, std::int32_t end) {
+  const auto coordinate = [](std::int32_t value) {
+    return static_cast<std::uint64_t>(std::clamp(value, 0, 1023));
+  };
+  return static_cast<std::uint64_t>(lead & 0b11) << 22 | coordinate(start) << 12 | coordinate(end);
+}
+
+// The number of the button that a link names; the button's own where the name is nowhere.
+std::uint64_t LinkedButton(const std::vector<HighlightButton>& buttons, std::string_view name,
+                           std::size_t own, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) {
+    if (buttons[i].Name == name) {
+      return i + 1;
+    }
+  }
+  return own + 1;
+}
+
+void PutButton(const MuxHighlight& set, std::size_t own, std::size_t count, std::size_t areaPlace,
+               ByteSpan target) {
+  const HighlightButton& button = set.Play->Buttons[own];
+  const HighlightArea& area = button.Areas[areaPlace];
+  PutBytes(target, 0, 3, Span(button.ColorScheme, area.X1, area.X2));
+  PutBytes(target, 3, 3, Span(button.AutoAction ? 1 : 0, area.Y1, area.Y2));
+  std::size_t at = 6;
+  for (const std::string* link : {&button.Up, &button.Down, &button.Left, &button.Right}) {
+    PutBytes(target, at++, 1, LinkedButton(set.Play->Buttons, *link, own, count));
+  }
+  if (own < set.CommandHex.size()) {
+    const auto command = ParseCommandHex(set.CommandHex[own]);
+    std::ranges::copy(command, target.begin() + 10);
+  }
+}
+
+// BTN_MD: the number of groups, then the display of each.
+Number ButtonMode(const std::vector<ButtonGroup>& groups) {
+  std::uint64_t mode = groups.size() << 12;
+  for (std::size_t i = 0; i < groups.size(); ++i) {
+    mode |= std::uint64_t{groups[i].DisplayType} << (8 - 4 * i);
+  }
+  return {mode};
+}
+
+void PutColours(const HighlightPlay& play, ByteSpan sector) {
+  std::size_t at = 0;
+  for (const ColorScheme& scheme : play.Schemes) {
+    for (const ColorQuad* quad :
+         {&scheme.SelectionColor, &scheme.SelectionContrast, &scheme.ActionColor, &scheme.ActionContrast}) {
+      Put(sector, nav::ButtonColours, Quad(*quad), at++);
+    }
+  }
+}
+
+}  // namespace
+
+MuxHighlight TimeHighlight(const HighlightPlay& play, const FrameTiming& timing) {
+  const auto ticks = [&](const std::string& timecode) {
+    return TimecodeToFrames(timecode, timing.FramesPerSecond) * timing.FramePeriod;
+  };
+  MuxHighlight set;
+  set.Play = &play;
+  set.StartPts = VideoStartPts + ticks(play.StartTimeToVideo);
+  set.EndPts = set.StartPts + ticks(play.Duration);
+  const std::int64_t selection = ticks(play.SelectionEndTime);
+  set.SelectionEndPts = selection == 0 ? 0 : VideoStartPts + selection;
+  return set;
+}
+
+std::optional<ShownHighlight> FindHighlight(const NavSource& source, std::size_t index) {
+  const VobuRecord& record = source.Records[index];
+  const Candidate here = SetOf(source, record);
+  if (here.Set == nullptr) {
+    return std::nullopt;
+  }
+  ShownHighlight shown{.Set = here.Set, .EndTicks = EndTicksOf(source, here.EndPts)};
+  // A jump may lead to the head of a cell, where the player has no buttons yet.
+  if (index > 0 && source.Records[index - 1].CellId == record.CellId) {
+    shown.Repeated = SetOf(source, source.Records[index - 1]).Set == here.Set;
+  }
+  return shown;
+}
+
+std::vector<ButtonGroup> ButtonGroupsOf(const HighlightPlay& play, std::string_view aspect,
+                                        std::string_view displayMode) {
+  const std::size_t wide = PlaceOf(play, WideName, 0);
+  if (aspect != "16:9") {
+    return {{0, wide}};
+  }
+  std::vector<ButtonGroup> groups{{1, wide}};
+  const bool both = EqualNoCase(displayMode, "Both PanScan and LetterBox");
+  if (both || EqualNoCase(displayMode, "Only LetterBox")) {
+    groups.push_back({2, PlaceOf(play, LetterName, 1)});
+  }
+  if (both || EqualNoCase(displayMode, "Only PanScan")) {
+    groups.push_back({4, PlaceOf(play, PanName, 2)});
+  }
+  return groups;
+}
+
+void PutHighlight(const ShownHighlight& shown, const std::vector<ButtonGroup>& groups, ByteSpan sector) {
+  const MuxHighlight& set = *shown.Set;
+  const HighlightPlay& play = *set.Play;
+  const std::size_t places = ButtonsInTable / groups.size();
+  const std::size_t count = std::min(play.Buttons.size(), places);
+  const std::int64_t selectionEnd = set.SelectionEndPts == 0 ? shown.EndTicks : set.SelectionEndPts;
+  const auto within = [count](std::int32_t button) {
+    return Number{
+        button >= 0 && static_cast<std::size_t>(button) <= count ? static_cast<std::uint64_t>(button) : 0};
+  };
+
+  Put(sector, nav::HliSs, Number{shown.Repeated ? 2U : 1U});
+  Put(sector, nav::HliSPtm, Ticks{static_cast<std::uint32_t>(set.StartPts)});
+  Put(sector, nav::HliEPtm, Ticks{shown.EndTicks});
+  Put(sector, nav::BtnSlEPtm,
+      Ticks{static_cast<std::uint32_t>(std::min<std::int64_t>(selectionEnd, shown.EndTicks))});
+  Put(sector, nav::BtnMd, ButtonMode(groups));
+  Put(sector, nav::BtnOfn, Number{static_cast<std::uint8_t>(play.Offset)});
+  Put(sector, nav::BtnNs, Number{count});
+  Put(sector, nav::NslBtnNs,
+      Number{std::min<std::uint64_t>(count, static_cast<std::uint32_t>(std::max(play.NumericalButtons, 0)))});
+  Put(sector, nav::FoslBtn, within(play.ForcedSelect));
+  Put(sector, nav::FoacBtn, within(play.ForcedAction));
+  PutColours(play, sector);
+  for (std::size_t group = 0; group < groups.size(); ++group) {
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::size_t at = nav::Buttons.Offset + (group * places + i) * ButtonBytes;
+      PutButton(set, i, count, groups[group].AreaPlace, sector.subspan(at, ButtonBytes));
+    }
+  }
+}
+
+}  // namespace quorvelant

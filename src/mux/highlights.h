@@ -1,0 +1,40 @@
+// HLI: the buttons of a menu, in every navigation pack of the span in which they can be pressed.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "base/bytes.h"
+#include "model/tracks.h"
+#include "mux/clock.h"
+#include "mux/mux_track.h"
+#include "mux/nav_pack.h"
+
+namespace quorvelant {
+
+// A set of buttons of a track with its times on the VOB's clock; the commands are left empty.
+MuxHighlight TimeHighlight(const HighlightPlay& play, const FrameTiming& timing);
+
+// The set that the VOBU of record `index` shows, and whether it is the one the player has already.
+struct ShownHighlight {
+  const MuxHighlight* Set = nullptr;
+  bool Repeated = false;       // the VOBU before, in the same cell, shows it too
+  std::uint32_t EndTicks = 0;  // EndlessHighlight where it never expires
+};
+inline constexpr std::uint32_t EndlessHighlight = 0xFFFFFFFF;
+std::optional<ShownHighlight> FindHighlight(const NavSource& source, std::size_t index);
+
+// The displays a track's buttons are made for, each with the place of its areas in a button.
+struct ButtonGroup {
+  std::uint8_t DisplayType = 0;  // 0 4:3, 1 wide, 2 letterbox, 4 pan-scan
+  std::size_t AreaPlace = 0;
+};
+std::vector<ButtonGroup> ButtonGroupsOf(const HighlightPlay& play, std::string_view aspect,
+                                        std::string_view displayMode);
+
+// Fills the highlight fields of a navigation pack.
+void PutHighlight(const ShownHighlight& shown, const std::vector<ButtonGroup>& groups, ByteSpan sector);
+
+}  // namespace quorvelant

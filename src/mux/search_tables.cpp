@@ -1,0 +1,124 @@
+#include "mux/search_tables.h"
+
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <optional>
+
+#include "mux/nav_layout.h"
+
+namespace quorvelant {
+namespace {
+
+// The steps of the jump rows, from the shortest on, in half seconds.
+constexpr std::array<int, 19> StepHalfSeconds{1,  2,  3,  4,  5,  6,  7,  8,   9,  10,
+                                              11, 12, 13, 14, 15, 20, 60, 120, 240};
+constexpr int LongStep = 20;  // from here on a row tells whether there was video on the way
+
+enum class Way : std::int8_t { Forward = 1, Backward = -1 };
+
+// The VOBUs of one cell as seen from one of them: number 0 is itself, then one after the other.
+class Walk {
+ public:
+  Walk(std::span<const VobuRecord> records, std::size_t index, Way way)
+      : records_(records), index_(index), way_(way) {}
+
+  // The VOBU `count` away; nullptr beyond the cell.
+  const VobuRecord* At(std::size_t count) const {
+    const bool inside = way_ == Way::Forward ? count < records_.size() - index_ : count <= index_;
+    if (!inside) {
+      return nullptr;
+    }
+    const VobuRecord& here = records_[index_];
+    const VobuRecord& there = records_[way_ == Way::Forward ? index_ + count : index_ - count];
+    return there.VobId == here.VobId && there.CellId == here.CellId ? &there : nullptr;
+  }
+  // The first from `count` on that has video, and the cell's end as nullptr.
+  const VobuRecord* VideoFrom(std::size_t count) const {
+    const VobuRecord* there = At(count);
+    while (there != nullptr && !there->HasVideo) {
+      there = At(++count);
+    }
+    return there;
+  }
+  // Whether time `ticks` lies beyond this VOBU on the way, or within it (both ends included).
+  bool Beyond(const VobuRecord& there, std::int64_t ticks) const {
+    return way_ == Way::Forward ? ticks > there.EndPts : ticks < there.StartPts;
+  }
+  static bool Within(const VobuRecord& there, std::int64_t ticks) {
+    return there.StartPts <= ticks && ticks <= there.EndPts;
+  }
+  std::int64_t Sign() const { return static_cast<std::int64_t>(way_); }
+  std::uint32_t Distance(const VobuRecord& there) const {
+    return way_ == Way::Forward ? there.StartSector - records_[index_].StartSector
+                                : records_[index_].StartSector - there.StartSector;
+  }
+
+ private:
+  std::span<const VobuRecord> records_;
+  std::size_t index_;
+  Way way_;
+};
+
+// Distance with the video flag; `none` where there is no such VOBU.
+Number Address(const Walk& walk, const VobuRecord* there, std::uint32_t none) {
+  if (there == nullptr) {
+    return {none};
+  }
+  return {walk.Distance(*there) | (there->HasVideo ? nav::HasVideoBit : 0)};
+}
+
+// Whether a VOBU with video stands on the way, from `first` on and ahead of `end`.
+bool VideoBetween(const Walk& walk, std::size_t first, std::size_t end) {
+  for (std::size_t i = first; i < end; ++i) {
+    if (walk.At(i)->HasVideo) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// The nineteen rows, the shortest step first. Each step is looked for where the one before was found.
+std::array<std::uint32_t, StepHalfSeconds.size()> Jumps(const Walk& walk, const FrameTiming& timing) {
+  std::array<std::uint32_t, StepHalfSeconds.size()> rows{};
+  rows.fill(nav::NoVobu);
+  const std::int64_t halfSecond = timing.FramesPerSecond * timing.FramePeriod / 2;
+  std::size_t former = 0;  // the VOBU of the row before
+  for (std::size_t row = 0; row < rows.size(); ++row) {
+    const std::int64_t target = walk.At(0)->StartPts + walk.Sign() * StepHalfSeconds[row] * halfSecond;
+    std::size_t count = former;
+    while (walk.At(count) != nullptr && walk.Beyond(*walk.At(count), target)) {
+      ++count;
+    }
+    const VobuRecord* hit = walk.At(count);
+    const bool found = hit != nullptr && Walk::Within(*hit, target);
+    const bool between = StepHalfSeconds[row] >= LongStep && VideoBetween(walk, former + 1, count);
+    rows[row] = (found ? static_cast<std::uint32_t>(Address(walk, hit, 0).Value) : nav::NoVobu) |
+                (between ? nav::VideoBetweenBit : 0);
+    if (!found) {
+      break;
+    }
+    former = count;
+  }
+  return rows;
+}
+
+}  // namespace
+
+void PutSearchTables(std::span<const VobuRecord> records, std::size_t index, const FrameTiming& timing,
+                     ByteSpan sector) {
+  const Walk forward(records, index, Way::Forward);
+  const Walk backward(records, index, Way::Backward);
+  Put(sector, nav::NextVideo, Address(forward, forward.VideoFrom(1), nav::NoVideoVobu));
+  Put(sector, nav::NextVobu, Address(forward, forward.At(1), nav::NoVobu));
+  Put(sector, nav::PreviousVobu, Address(backward, backward.At(1), nav::NoVobu));
+  Put(sector, nav::PreviousVideo, Address(backward, backward.VideoFrom(1), nav::NoVideoVobu));
+  const auto ahead = Jumps(forward, timing);
+  const auto behind = Jumps(backward, timing);
+  for (std::size_t row = 0; row < ahead.size(); ++row) {
+    Put(sector, nav::ForwardJumps, Number{ahead[row]}, ahead.size() - 1 - row);
+    Put(sector, nav::BackwardJumps, Number{behind[row]}, row);
+  }
+}
+
+}  // namespace quorvelant
