@@ -3,11 +3,13 @@
 // are built anew at each use.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "base/user_interface.h"
@@ -77,14 +79,23 @@ std::vector<std::int32_t> GetSubStreamID(const Track& track);
 // domain alone, the only one whose extensions reach the disc), and the track's stream numbers are locked.
 void CarryExtensions(Project& project, VTS_P& entry, Domain domain, std::size_t droppedTrack);
 
+// Tracks by the names of their scenes; of equal names the first track's is found. The views point into the
+// tracks' scenes.
+using SceneIndex = std::unordered_map<std::string_view, std::size_t>;
+SceneIndex IndexScenes(const Tracks& tracks);
+
 // Scripts of the other dialect give extensions with the title set, and languages with the title, not with
 // the streams. These carry them to the streams of the tracks that hold the scenes of the titles' cells,
 // stream k of a track taking entry k.
 void CarryScriptExtensions(Project& project);
-enum class StreamKind { Audio, SubPicture };
-// "Not Specified" in any case counts as "None Specified", which is not carried over.
-void CarryScriptLanguage(Project& project, const Title_P& title, StreamKind kind, std::size_t stream,
-                         std::string_view language);
+// The languages that a title's stream policy names, by stream; an empty entry, "None Specified" and "Not
+// Specified" (in any case) are not carried over.
+struct ScriptLanguages {
+  std::array<std::string, AudioStreamCount> Audio;
+  std::array<std::string, SubStreamCount> SubPicture;
+};
+void CarryScriptLanguages(Tracks& tracks, const SceneIndex& scenes, const Title_P& title,
+                          const ScriptLanguages& languages);
 // An empty language of any stream becomes "English", an empty extension "Unspecified".
 void FillStreamDefaults(Tracks& tracks);
 
