@@ -48,8 +48,10 @@ class ByteWriter {
   void U16(std::uint64_t value) { Put(2, value); }
   void U32(std::uint64_t value) { Put(4, value); }
   void Put(unsigned width, std::uint64_t value) {
-    bytes_.resize(bytes_.size() + width);
-    PutBytes(bytes_, bytes_.size() - width, width, value);
+    assert(width <= 8);
+    for (unsigned i = width; i-- > 0;) {
+      bytes_.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+    }
   }
   void Raw(ByteView bytes) { bytes_.insert(bytes_.end(), bytes.begin(), bytes.end()); }
   void Text(std::string_view text) { bytes_.insert(bytes_.end(), text.begin(), text.end()); }

@@ -1,0 +1,200 @@
+#include "subpicture/spu_encoder.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace quorvelant {
+
+namespace {
+
+// Commands of a display control sequence (DVD-Video, SP_DCSQ).
+constexpr std::uint8_t ForcedStart = 0x00;
+constexpr std::uint8_t Start = 0x01;
+constexpr std::uint8_t Stop = 0x02;
+constexpr std::uint8_t SetColor = 0x03;
+constexpr std::uint8_t SetContrast = 0x04;
+constexpr std::uint8_t SetDisplayArea = 0x05;
+constexpr std::uint8_t SetFieldAddresses = 0x06;
+constexpr std::uint8_t CommandEnd = 0xFF;
+
+constexpr std::size_t FieldsAt = 4;             // behind the unit's size and the sequences' address
+constexpr std::size_t FirstSequenceBytes = 24;  // of the sequence that starts the display
+constexpr std::uint32_t NoStop = 65535;
+
+constexpr std::string_view NothingShowsText = "no line of this subtitle's bitmap lies within the picture";
+
+// The pixel's colour, red in the low byte.
+Color ColorAt(const std::uint8_t* pixel) {
+  return pixel[0] | Color{pixel[1]} << 8U | Color{pixel[2]} << 16U;
+}
+
+// How many pixels from `at` on, up to `end`, have the colour of the three bytes at `at`.
+int EqualPixels(const std::uint8_t* at, const std::uint8_t* end) {
+  // Equal to the pixel ahead, byte by byte, is equal to the first: whole words are compared so.
+  const std::uint8_t* next = at + 3;
+  while (next + sizeof(std::uint64_t) <= end) {
+    std::uint64_t here = 0;
+    std::uint64_t ahead = 0;
+    std::memcpy(&here, next, sizeof here);
+    std::memcpy(&ahead, next - 3, sizeof ahead);
+    if (here != ahead) {
+      break;
+    }
+    next += sizeof here;
+  }
+  while (next < end && *next == *(next - 3)) {
+    ++next;
+  }
+  return static_cast<int>((next - at) / 3);
+}
+
+void EncodeRow(const std::uint8_t* pixels, int width, const ConversionColors& conversion, RunWriter& field) {
+  const std::uint8_t* const end = pixels + std::size_t{3} * static_cast<std::size_t>(width);
+  PixelCode open = PixelToCode(ColorAt(pixels), conversion);
+  unsigned length = 0;
+  while (pixels < end) {
+    const PixelCode code = PixelToCode(ColorAt(pixels), conversion);
+    if (code != open) {
+      field.Run(length, open);
+      open = code;
+      length = 0;
+    }
+    const int equal = EqualPixels(pixels, end);
+    length += static_cast<unsigned>(equal);
+    pixels += std::size_t{3} * static_cast<std::size_t>(equal);
+  }
+  field.EndRow(open);
+}
+
+// Whether a line, counted from the window's top, goes to the first field. As painted, lines go in turn;
+// traditionally the row's number from the bottom of the bitmap tells, so that line pairs change places
+// for odd heights.
+bool InFirstField(const BitmapWindow& window, int line, BitmapReading reading) {
+  return reading == BitmapReading::AsPainted ? line % 2 == 0 : (window.LastRow - line) % 2 != 0;
+}
+
+EncodedBitmap EncodeRows(const Picture& picture, const ClippedBitmap& clip,
+                         const ConversionColors& conversion, BitmapReading reading) {
+  EncodedBitmap encoded;
+  encoded.Area = clip.Area;
+  RunWriter fieldA(encoded.FieldA);
+  RunWriter fieldB(encoded.FieldB);
+  for (int line = 0; line < clip.Window.Rows(); ++line) {
+    const int pictureRow = picture.Height - 1 - (clip.Window.LastRow - line);
+    const std::uint8_t* pixels =
+        picture.Row(pictureRow) + std::size_t{3} * static_cast<std::size_t>(clip.Window.FirstCol);
+    EncodeRow(pixels, clip.Window.Width(), conversion,
+              InFirstField(clip.Window, line, reading) ? fieldA : fieldB);
+  }
+  return encoded;
+}
+
+// Two values of 12 bits.
+void Put12Bits(ByteWriter& unit, int first, int second) {
+  unit.Put(3, static_cast<std::uint64_t>(first & 0xFFF) << 12U | static_cast<std::uint64_t>(second & 0xFFF));
+}
+
+// Four values of 4 bits, the first in the highest place.
+void PutNibbles(ByteWriter& unit, const ColorQuad& values) {
+  unsigned packed = 0;
+  for (const std::int32_t value : values) {
+    packed = packed << 4U | (static_cast<unsigned>(value) & 15U);
+  }
+  unit.U16(packed);
+}
+
+}  // namespace
+
+PixelCode PixelToCode(Color color, const ConversionColors& conversion) {
+  if (color == conversion.Pattern) {
+    return PixelCode::Pattern;
+  }
+  if (color == conversion.Emphasis2) {
+    return PixelCode::Emphasis2;
+  }
+  return color == conversion.Emphasis1 ? PixelCode::Emphasis1 : PixelCode::Background;
+}
+
+std::optional<EncodedBitmap> EncodeSPUBitmap(const Picture& picture, const ConversionColors& conversion,
+                                             int x1, int y1, bool ntsc, const Rules& rules) {
+  const BitmapReading reading =
+      rules.BitmapsAsPainted ? BitmapReading::AsPainted : BitmapReading::Traditional;
+  auto clip = ClipBitmap(picture.Width, picture.Height, x1, y1, ntsc, reading);
+  if (!clip || reading == BitmapReading::AsPainted) {
+    return clip ? std::optional(EncodeRows(picture, *clip, conversion, reading)) : std::nullopt;
+  }
+  Picture changed;  // the bitmap itself is never changed
+  const Picture* source = &picture;
+  if (clip->Window.Width() % 2 != 0 && picture.Width > 1) {
+    changed = NarrowByOneColumn(picture);
+    source = &changed;
+    clip = ClipBitmap(changed.Width, changed.Height, x1, y1, ntsc, reading);
+    if (!clip) {
+      return std::nullopt;
+    }
+  }
+  if (source->Width % 4 != 0) {
+    changed = ShearRows(*source);
+    source = &changed;
+  }
+  return EncodeRows(*source, *clip, conversion, reading);
+}
+
+Bytes BuildSPU(const SPURecord& record, const EncodedBitmap& bitmap) {
+  const std::size_t sequences = FieldsAt + bitmap.FieldA.size() + bitmap.FieldB.size();
+  const bool stops = record.StopDelay > 0 && record.StopDelay < NoStop;
+  const std::size_t stopSequence = sequences + FirstSequenceBytes;
+
+  ByteWriter unit;
+  const auto size = unit.Reserve(2);
+  unit.U16(sequences);
+  unit.Raw(bitmap.FieldA);
+  unit.Raw(bitmap.FieldB);
+
+  unit.U16(0);  // shown at the unit's own time
+  unit.U16(stops ? stopSequence : sequences);
+  unit.U8(record.Forced ? ForcedStart : Start);
+  unit.U8(SetColor);
+  PutNibbles(unit, record.ColorIndexes);
+  unit.U8(SetContrast);
+  PutNibbles(unit, record.Contrasts);
+  unit.U8(SetDisplayArea);
+  Put12Bits(unit, bitmap.Area.X1, bitmap.Area.X2);
+  Put12Bits(unit, bitmap.Area.Y1, bitmap.Area.Y2);
+  unit.U8(SetFieldAddresses);
+  unit.U16(FieldsAt);
+  unit.U16(FieldsAt + bitmap.FieldA.size());
+  unit.U8(CommandEnd);
+
+  if (stops) {
+    unit.U16(record.StopDelay);
+    unit.U16(stopSequence);  // its own address ends the chain
+    unit.U8(Stop);
+    unit.U8(CommandEnd);
+  }
+  if (unit.Size() % 2 != 0) {
+    unit.U8(CommandEnd);
+  }
+  unit.Patch(size, unit.Size());
+  return unit.Take();
+}
+
+Bytes MakeUnit(PictureLoader& pictures, const SPURecord& record, bool ntsc, const Rules& rules) {
+  const Picture picture = pictures.Load(record.File);
+  const auto bitmap = EncodeSPUBitmap(picture, record.Conversion, record.X1, record.Y1, ntsc, rules);
+  if (!bitmap) {
+    throw SubpictureError(fmt::format("{}: {}", record.File, NothingShowsText));
+  }
+  const Bytes unit = BuildSPU(record, *bitmap);
+  if (unit.size() > MostUnitBytes) {
+    throw SubpictureError(
+        fmt::format("{}: the bitmap makes a subtitle of {} bytes, and a player takes no more than {}",
+                    record.File, unit.size(), MostUnitBytes));
+  }
+  return unit;
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,47 @@
+// Subpicture units: from a bitmap to the bytes that a player decodes. docs/formats/subpictures.md.
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include "base/bytes.h"
+#include "base/picture_service.h"
+#include "base/rules.h"
+#include "subpicture/bitmap_window.h"
+#include "subpicture/run_length.h"
+#include "subpicture/spu_record.h"
+
+namespace quorvelant {
+
+// The largest unit that a player's subpicture buffer of 52 KiB takes, with room for its pack headers.
+inline constexpr std::size_t MostUnitBytes = 53220;
+
+// The bitmap's pixels as the two fields of a unit, and where they show.
+struct EncodedBitmap {
+  Bytes FieldA;  // the lines that are shown first
+  Bytes FieldB;
+  DisplayArea Area;
+};
+
+// Compared exactly, in this order: pattern, emphasis 2, emphasis 1; anything else is background.
+PixelCode PixelToCode(Color color, const ConversionColors& conversion);
+
+// Clips the bitmap, placed at (x1, y1), to the picture and codes its rows. Nothing when no line shows.
+std::optional<EncodedBitmap> EncodeSPUBitmap(const Picture& picture, const ConversionColors& conversion,
+                                             int x1, int y1, bool ntsc, const Rules& rules);
+
+// The unit: size, both fields, the sequence that starts the display and, where the record has a stop
+// delay, the one that ends it. A field beyond 16 bits wraps: see MostUnitBytes.
+Bytes BuildSPU(const SPURecord& record, const EncodedBitmap& bitmap);
+
+// A bitmap that makes no unit. what() names the bitmap's file.
+class SubpictureError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// Loads the record's bitmap and builds its unit. Raises PictureError and SubpictureError.
+Bytes MakeUnit(PictureLoader& pictures, const SPURecord& record, bool ntsc, const Rules& rules);
+
+}  // namespace quorvelant
