@@ -73,7 +73,7 @@ class StreamBuilder {
 
 // A whole stream of equal GOPs, each behind a sequence header, in coded order.
 struct GopPlan {
-  SequenceFields Sequence;
+  SequenceFields Sequence = {};
   int Gops = 4;
   int GopLength = 12;  // pictures; the last B run is cut so that the GOP ends with a reference picture
   int BFrames = 2;

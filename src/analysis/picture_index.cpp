@@ -1,0 +1,240 @@
+#include "analysis/picture_index.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <filesystem>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+#include "analysis/find_next_header.h"
+#include "analysis/header_walk.h"
+#include "base/file_text.h"
+#include "base/text.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::string_view IndexTitle = "Index Error";
+constexpr std::string_view TooManyLine = "'{}' holds more pictures than a disc can: it is no video stream.";
+constexpr std::string_view KeptTitle = "Index Warning";
+constexpr std::string_view KeptText =
+    "The index of '{}' can't be written ({}). Indexes are kept in memory for this run";
+
+// 25 hours of I pictures alone at 30 frames a second. More is no video, and would fill the memory.
+constexpr std::size_t MostPictures = 2'700'000;
+constexpr std::uint64_t MostIndexBytes = std::uint64_t{64} * MostPictures;
+
+constexpr std::string_view FrameKey = "frame=";
+constexpr std::string_view OffsetKey = "offset=";
+constexpr std::string_view SizeKey = "size=";
+constexpr std::string_view TotalKey = "totalframes=";
+
+// The running values of a walk over all pictures.
+struct Counter {
+  PictureIndex Index;
+  std::int64_t Fields = 0;  // displayed so far, a repeated one included
+  std::int64_t PicturesSinceSequence = 0;
+  std::uint64_t SequenceOffset = 0;
+  std::int64_t FieldsAtSequence = 0;
+
+  void Take(const FoundHeader& header, bool wantLetters);
+  bool TooMany() const {
+    return Index.Entries.size() > MostPictures || Index.Letters.size() > 2 * MostPictures;
+  }
+};
+
+void Counter::Take(const FoundHeader& header, bool wantLetters) {
+  constexpr unsigned RepeatFirstField = 2;  // of the flags' byte, ISO/IEC 13818-2 6.2.3.1
+  if (header.Word == headers::Sequence) {
+    SequenceOffset = header.Offset;
+    PicturesSinceSequence = 0;
+    FieldsAtSequence = Fields;
+  } else if (header.Word == headers::Picture) {
+    Fields += 2;
+    if (++PicturesSinceSequence == 2) {
+      Index.Entries.push_back({FieldsAtSequence / 2, SequenceOffset, header.Offset - SequenceOffset});
+    }
+    if (wantLetters) {
+      Index.Letters += PictureLetter(header.PictureType);
+    }
+  } else if (header.Word == headers::PictureCoding && (header.Data[7] & RepeatFirstField) != 0) {
+    Fields += 1;
+    if (wantLetters) {
+      Index.Letters += 'R';
+    }
+  }
+}
+
+// The number behind `key` in `piece` (lower case); 0 where there is none.
+template <class Value>
+void TakeNumber(std::string_view piece, std::string_view key, Value& value) {
+  const std::size_t at = piece.find(key);
+  if (at != std::string_view::npos) {
+    const std::string_view digits = Trim(piece.substr(at + key.size()));
+    std::from_chars(digits.data(), digits.data() + digits.size(), value);
+  }
+}
+
+bool TellFailure(UserInterface& ui, const FileError& error, const std::string& file) {
+  TellError(ui, IndexTitle, error.OneLine(), file);
+  return false;
+}
+
+// Scans `file` and leaves its index on disk or in the store. False when the run ends here.
+bool IndexFile(const std::string& file, bool wantLetters, IndexStore& store, UserInterface& ui,
+               FileIndex& result) {
+  Random files(ui);
+  files.DimFiles(0);
+  try {
+    if (!files.OpenSource(file, 0)) {
+      return false;
+    }
+    auto index = ScanPictures(files, 0, {.WantLetters = wantLetters}, ui);
+    if (!index) {
+      return false;
+    }
+    result.Index = *std::move(index);
+  } catch (const FileError& error) {
+    return TellFailure(ui, error, file);
+  }
+  int refusal = WriteAside(IndexName(file), WritePictureIndex(result.Index));
+  if (refusal == 0 && wantLetters) {
+    refusal = WriteAside(LettersName(file), result.Index.Letters + "\r\n");
+  }
+  result.State = refusal == 0 ? IndexState::Built : IndexState::KeptInMemory;
+  if (refusal != 0 && store.Keep(file, result.Index)) {
+    TellWarning(ui, KeptTitle, fmt::format(KeptText, file, std::generic_category().message(refusal)), file);
+  }
+  return true;
+}
+
+}  // namespace
+
+std::string IndexName(const std::string& file) {
+  return file + ".qvi";
+}
+
+std::string LettersName(const std::string& file) {
+  return file + ".gpi";
+}
+
+std::string WritePictureIndex(const PictureIndex& index) {
+  std::string text;
+  for (const PictureIndex::Entry& entry : index.Entries) {
+    fmt::format_to(std::back_inserter(text), "Frame={};Offset={};Size={}\r\n", entry.Frame, entry.Offset,
+                   entry.Size);
+  }
+  fmt::format_to(std::back_inserter(text), "TotalFrames={}\r\n", index.TotalFrames);
+  return text;
+}
+
+PictureIndex ReadPictureIndex(std::string_view text) {
+  PictureIndex index;
+  while (!text.empty()) {
+    const std::size_t end = text.find('\n');
+    const std::string line = Lower(text.substr(0, end));
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    if (Contains(line, TotalKey)) {
+      TakeNumber(line, TotalKey, index.TotalFrames);
+      break;
+    }
+    if (!Contains(line, FrameKey)) {
+      continue;
+    }
+    PictureIndex::Entry entry;
+    for (const std::string_view piece : Split(line, ";")) {
+      TakeNumber(piece, FrameKey, entry.Frame);
+      TakeNumber(piece, OffsetKey, entry.Offset);
+      TakeNumber(piece, SizeKey, entry.Size);
+    }
+    index.Entries.push_back(entry);
+  }
+  return index;
+}
+
+std::optional<PictureIndex> ScanPictures(Random& files, int slot, const IndexOptions& options,
+                                         UserInterface& ui) {
+  HeaderWalk walk(files, slot,
+                  {.BlockBytes = options.BlockBytes != 0 ? options.BlockBytes : FastBlockBytes,
+                   .SkipNonPictureHeaders = true,
+                   .WantPictureType = options.WantLetters,
+                   .Ui = &ui});
+  Counter counter;
+  while (const auto header = walk.Next()) {
+    counter.Take(*header, options.WantLetters);
+    if (counter.TooMany()) {
+      throw FileError(FileError::UnknownNumber, fmt::format(TooManyLine, files.FileName(slot)));
+    }
+  }
+  if (walk.Stopped()) {
+    return std::nullopt;
+  }
+  PictureIndex& index = counter.Index;
+  index.TotalFrames = counter.Fields / 2;
+  if (index.TotalFrames == 1) {  // a single picture never reaches a second picture header
+    index.Entries.push_back({0, 0, walk.FileBytes()});
+  }
+  return std::move(index);
+}
+
+const PictureIndex* IndexStore::Find(const std::string& file) const {
+  const auto found = kept_.find(file);
+  return found == kept_.end() ? nullptr : &found->second;
+}
+
+bool IndexStore::Keep(const std::string& file, PictureIndex index) {
+  const bool first = kept_.empty();
+  kept_.insert_or_assign(file, std::move(index));
+  return first;
+}
+
+std::optional<PictureIndex> FindPictureIndex(const std::string& file, const IndexStore& store) {
+  if (const PictureIndex* kept = store.Find(file)) {
+    return *kept;
+  }
+  const auto text = ReadWhole(IndexName(file), MostIndexBytes);
+  return text ? std::optional(ReadPictureIndex(*text)) : std::nullopt;
+}
+
+bool IndexIsOlder(const std::string& file) {
+  std::error_code missing;
+  const auto index = std::filesystem::last_write_time(IndexName(file), missing);
+  if (missing) {
+    return false;
+  }
+  const auto source = std::filesystem::last_write_time(file, missing);
+  return !missing && index < source;
+}
+
+IndexRun BuildPictureIndex(const std::vector<IndexSource>& files, const std::string& groupFile,
+                           IndexStore& store, UserInterface& ui, bool force) {
+  IndexRun run;
+  const auto hasIndex = [&](const std::string& file) {
+    return !force && (std::filesystem::exists(IndexName(file)) || store.Find(file) != nullptr);
+  };
+  for (const IndexSource& source : files) {
+    FileIndex result{source.Name, IndexState::NotIndexed, {}};
+    const bool own = !source.Name.empty() && !source.IsImage && !hasIndex(source.Name);
+    const bool group = !groupFile.empty() && !hasIndex(groupFile);
+    if (own || group) {
+      result.Name = groupFile.empty() ? source.Name : groupFile;
+      if (!IndexFile(result.Name, !groupFile.empty(), store, ui, result)) {
+        return run;
+      }
+    } else if (!source.Name.empty() && !source.IsImage) {
+      result.State = IndexState::Reused;
+      result.Index = FindPictureIndex(source.Name, store).value_or(PictureIndex{});
+    }
+    run.Files.push_back(std::move(result));
+    if ((own || group) && !groupFile.empty()) {
+      break;  // one call indexes one group file
+    }
+  }
+  run.Complete = true;
+  return run;
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,18 @@
+// Small files, whole.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace quorvelant {
+
+// Writes `content` beside `path` and renames it, so that nobody ever sees half of it and a failed write
+// leaves what was there. 0, or the errno value of what the system refused.
+int WriteAside(const std::string& path, std::string_view content);
+
+// The bytes of a plain file of at most `mostBytes`; nothing when it is missing, no plain file or larger.
+std::optional<std::string> ReadWhole(const std::string& path, std::uint64_t mostBytes);
+
+}  // namespace quorvelant

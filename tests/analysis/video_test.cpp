@@ -1,0 +1,371 @@
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <random>
+
+#include "analysis/find_next_header.h"
+#include "analysis/header_walk.h"
+#include "analysis/picture_index.h"
+#include "analysis/start_code_search.h"
+#include "analysis/video_info.h"
+#include "support/recording_ui.h"
+#include "support/stream_builder.h"
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+std::string Text(const Bytes& bytes) {
+  return {bytes.begin(), bytes.end()};
+}
+
+// Bytes in which start codes of every kind are dense, cut and overlapping.
+Bytes RandomStream(std::mt19937& random, std::size_t bytes) {
+  constexpr std::uint8_t Codes[] = {0x00, 0x00, 0x01, 0xB3, 0xB5, 0xB8, 0xB7, 0x80, 0x10, 0x20, 0x0A, 0x12};
+  Bytes stream(bytes);
+  const std::size_t spread = 2 + random() % 40;
+  for (std::uint8_t& byte : stream) {
+    byte = random() % spread == 0 ? static_cast<std::uint8_t>(random()) : Codes[random() % std::size(Codes)];
+  }
+  for (std::size_t at = 0; at + 6 < bytes; at += 1 + random() % 60) {
+    const Bytes code{0, 0, 1, Codes[random() % std::size(Codes)]};
+    std::copy(code.begin(), code.end(), stream.begin() + static_cast<std::ptrdiff_t>(at));
+  }
+  return stream;
+}
+
+TEST(StartCodeSearch, AgreesWithThePlainLoop) {
+  std::mt19937 random(1);
+  for (int round = 0; round < 300; ++round) {
+    const Bytes data = RandomStream(random, random() % 400);
+    std::size_t from = 0;
+    while (true) {
+      const std::size_t found = FindStartCode(data, from);
+      ASSERT_EQ(found, FindStartCodePlainly(data, from)) << round << " from " << from;
+      if (found == NoStartCode) {
+        break;
+      }
+      from = found + 1;
+    }
+  }
+  // One code at every offset of a quiet buffer, so every lane of a vector is a hit once.
+  for (std::size_t at = 0; at + 3 <= 200; ++at) {
+    Bytes data(200, 0xFF);
+    data[at] = data[at + 1] = 0;
+    data[at + 2] = 1;
+    EXPECT_EQ(FindStartCode(data), at);
+  }
+}
+
+TEST(FindNextHeader, Words) {
+  struct Case {
+    Bytes Data;
+    std::string_view Word;
+    std::size_t Position;
+    bool Skip;
+    bool WantType;
+    int Type;
+  };
+  const Case cases[] = {
+      {{0, 0, 1, 0x00}, "PIC_HEADER", 1, true, false, 0},
+      {{9, 0, 0, 1, 0x00, 0, 0x10}, "PIC_HEADER", 2, true, true, 2},
+      {{0, 0, 1, 0x00, 0}, "NO_FRAMETYPE_ROOM", 1, true, true, 0},
+      {{0, 0, 1, 0x00, 0, 0x00, 7}, "NO_FRAMETYPE_ROOM", 1, true, true, 0},
+      {{0, 0, 1, 0xB3}, "SEQUENCE_HEADER", 1, true, false, 0},
+      {{0, 0, 1, 0xB8}, "GROUP_OF_PICTURES_HEADER", 1, false, false, 0},
+      {{0, 0, 1, 0xB8}, "NONE", 1, true, false, 0},
+      {{0, 0, 1, 0xB5, 0x10, 0, 0, 0}, "SEQUENCE_EXTENSION", 1, false, false, 0},
+      {{0, 0, 1, 0xB5, 0x20, 0, 0, 0}, "SEQUENCE_DISPLAY_EXTENSION", 1, false, false, 0},
+      {{0, 0, 1, 0xB5, 0x70, 0, 0, 0}, "PICTURE_DISPLAY_EXTENSION", 1, false, false, 0},
+      {{0, 0, 1, 0xB5, 0x80, 0, 0, 0}, "PICTURE_CODING_EXTENSION", 1, true, false, 0},
+      {{0, 0, 1, 0xB5, 0x30, 0, 0, 0}, "OTHER", 1, false, false, 0},
+      {{0, 0, 1, 0xB5, 0x10, 0, 0, 0}, "NONE", 1, true, false, 0},
+      {{0, 0, 1, 0xB5, 0x10, 0, 0}, "NO_ROOM", 1, true, false, 0},
+      {{0, 0, 1, 0x01, 0, 0, 1, 0x00}, "PIC_HEADER", 5, true, false, 0},  // a slice is passed over
+      {{0, 0, 1}, "NONE", 1, false, false, 0},
+      {{}, "NONE", 1, false, false, 0},
+  };
+  for (const Case& given : cases) {
+    std::size_t position = 1;
+    int type = 0;
+    EXPECT_EQ(FindNextHeader(given.Data, position, given.Skip, type, given.WantType), given.Word);
+    EXPECT_EQ(position, given.Position) << given.Word;
+    EXPECT_EQ(type, given.Type) << given.Word;
+  }
+}
+
+class VideoFiles : public testing::Test {
+ protected:
+  VideoInfo Info(const Bytes& stream, bool pulldownHandled = false) {
+    const auto info = GetVideoInfo(Folder.Write("v.m2v", Text(stream)), pulldownHandled, Ui);
+    EXPECT_TRUE(info);
+    return info.value_or(VideoInfo{});
+  }
+  PictureIndex Scan(const std::string& file, std::size_t block, bool letters) {
+    Random files(Ui);
+    files.DimFiles(0);
+    EXPECT_TRUE(files.OpenSource(file, 0));
+    return ScanPictures(files, 0, {.WantLetters = letters, .BlockBytes = block}, Ui).value();
+  }
+  TempFolder Folder;
+  RecordingUi Ui;
+};
+
+TEST_F(VideoFiles, AttributesOfTheHeaders) {
+  struct Case {
+    SequenceFields Sequence;
+    std::string Standard, Aspect, Coding;
+    double Rate;
+    bool Pan;
+  };
+  const Case cases[] = {
+      {{}, "PAL", "4:3", "MPEG2", 25, false},
+      {{.Height = 480, .AspectCode = 3, .FrameRateCode = 4}, "NTSC", "16:9", "MPEG2", 30, false},
+      {{.AspectCode = 1, .Mpeg2 = false}, "PAL", "16:9", "MPEG1", 25, false},
+      {{.AspectCode = 4, .FrameRateCode = 5}, "", "16:9", "MPEG2", 0, false},
+      {{.DisplayWidth = 540}, "PAL", "4:3", "MPEG2", 25, true},
+      {{.DisplayWidth = 540, .ColourDescription = true}, "PAL", "4:3", "MPEG2", 25, true},
+      {{.DisplayWidth = 720}, "PAL", "4:3", "MPEG2", 25, false},
+      {{.AspectCode = 3, .DisplayWidth = 540}, "PAL", "16:9", "MPEG2", 25, false},
+  };
+  for (const Case& given : cases) {
+    const VideoInfo info = Info(StreamBuilder()
+                                    .Sequence(given.Sequence)
+                                    .Group({.Hours = 1, .Minutes = 2, .Seconds = 3, .Pictures = 4})
+                                    .Picture()
+                                    .Picture({.Type = 'P'})
+                                    .Data());
+    EXPECT_EQ(info.Standard, given.Standard);
+    EXPECT_EQ(info.Aspect, given.Aspect);
+    EXPECT_EQ(info.Coding, given.Coding);
+    EXPECT_EQ(info.FrameRate, given.Rate);
+    EXPECT_EQ(info.PanScan, given.Pan);
+    EXPECT_EQ(info.Width, 720);
+    EXPECT_EQ(info.Height, given.Sequence.Height);
+    EXPECT_EQ(info.PicturesSeen, 2);
+    EXPECT_EQ(info.GroupTimeCode, fmt::format("{}", 3723 * (given.Standard == "PAL" ? 25 : 30) + 4));
+  }
+}
+
+TEST_F(VideoFiles, StillsAreClassedByHeightAndFilmAsksForPulldown) {
+  const VideoInfo pal = Info(StreamBuilder().Sequence({.FrameRateCode = 4}).Group().Picture().Data());
+  EXPECT_EQ(pal.Standard, "PAL");
+  EXPECT_EQ(pal.FrameRate, 25);
+  EXPECT_EQ(pal.PicturesSeen, 1);
+  const VideoInfo ntsc =
+      Info(StreamBuilder().Sequence({.Height = 480}).Picture({.DisplayExtension = true}).Data());
+  EXPECT_EQ(ntsc.Standard, "NTSC");
+  EXPECT_TRUE(ntsc.PanScan);
+
+  const Bytes film = StreamBuilder().Sequence({.Height = 480, .FrameRateCode = 1}).Picture().Picture().Data();
+  EXPECT_TRUE(Info(film).NeedsPulldown);
+  EXPECT_FALSE(Info(film, true).NeedsPulldown);
+  EXPECT_EQ(Info(film).FrameRate, 23.976);
+}
+
+TEST_F(VideoFiles, AttributesDoNotDependOnWhereABlockEnds) {
+  for (std::size_t lead = PlainBlockBytes - 60; lead < PlainBlockBytes + 4; ++lead) {
+    const VideoInfo info = Info(StreamBuilder()
+                                    .Raw(Bytes(lead, 0xFF))
+                                    .Sequence({.Height = 480, .FrameRateCode = 4, .DisplayWidth = 540})
+                                    .Group({.Seconds = 7})
+                                    .Picture()
+                                    .Picture()
+                                    .Data());
+    ASSERT_EQ(info.Height, 480) << lead;
+    ASSERT_TRUE(info.PanScan) << lead;
+    ASSERT_EQ(info.Coding, "MPEG2") << lead;
+    ASSERT_EQ(info.GroupTimeCode, "210") << lead;
+    ASSERT_EQ(info.PicturesSeen, 2) << lead;
+  }
+}
+
+TEST_F(VideoFiles, IndexOfTwoGops) {
+  StreamBuilder stream;
+  stream.Sequence().Group().Picture({.TotalBytes = 5000});
+  const std::size_t second = stream.Size();
+  for (int i = 1; i < 12; ++i) {
+    stream.Picture({.Type = i % 3 == 0 ? 'P' : 'B', .TotalBytes = 900, .RepeatFirstField = i % 2 == 1});
+  }
+  const std::size_t sequence = stream.Size();
+  stream.Sequence().Group().Picture({.TotalBytes = 70000});  // over two plain blocks
+  const std::size_t fourth = stream.Size();
+  stream.Picture({.Type = 'P'}).Sequence().Picture({.TotalBytes = 100});  // one picture: no line
+  const std::string file = Folder.Write("f.m2v", stream.Text());
+  IndexStore store;
+  const IndexRun run = BuildPictureIndex({{file, false}, {"", false}, {"x.bmp", true}}, file, store, Ui);
+  EXPECT_TRUE(run.Complete);
+  EXPECT_EQ(TempFolder::Read(IndexName(file)),
+            fmt::format("Frame=0;Offset=0;Size={}\r\nFrame=15;Offset={};Size={}\r\n"
+                        "TotalFrames=18\r\n",
+                        second, sequence, fourth - sequence));
+  EXPECT_EQ(TempFolder::Read(LettersName(file)), "IBRBPRBBRPBRBPRBBRIPI\r\n");
+  EXPECT_EQ(ReadPictureIndex(TempFolder::Read(IndexName(file))).Entries, run.Files[0].Index.Entries);
+}
+
+TEST_F(VideoFiles, SingleAndRepeatedPictures) {
+  IndexStore store;
+  const Bytes still = StreamBuilder().Sequence().Group().Picture({.TotalBytes = 3000}).SequenceEnd().Data();
+  const std::string file = Folder.Write("still.m2v", Text(still));
+  ASSERT_TRUE(BuildPictureIndex({{file, false}}, "", store, Ui).Complete);
+  EXPECT_EQ(TempFolder::Read(IndexName(file)),
+            fmt::format("Frame=0;Offset=0;Size={}\r\nTotalFrames=1\r\n", still.size()));
+
+  GopPlan film;
+  film.Gops = 2;
+  film.Pulldown = true;
+  const std::string pulldown = Folder.Write("film.m2v", Text(BuildStream(film)));
+  EXPECT_EQ(Scan(pulldown, 0, true).TotalFrames, 30);
+}
+
+TEST_F(VideoFiles, IndexIsReusedWhateverItHoldsUnlessForced) {
+  const std::string file = Folder.Write("v.m2v", Text(BuildStream({})));
+  Folder.Write("v.m2v.qvi", "");
+  IndexStore store;
+  IndexRun run = BuildPictureIndex({{file, false}}, "", store, Ui);
+  EXPECT_EQ(run.Files[0].State, IndexState::Reused);
+  EXPECT_EQ(TempFolder::Read(IndexName(file)), "");
+  run = BuildPictureIndex({{file, false}}, "", store, Ui, true);
+  EXPECT_EQ(run.Files[0].State, IndexState::Built);
+  EXPECT_EQ(FindPictureIndex(file, store)->TotalFrames, 48);
+  std::filesystem::last_write_time(IndexName(file),
+                                   std::filesystem::last_write_time(file) - std::chrono::seconds(5));
+  EXPECT_TRUE(IndexIsOlder(file));
+}
+
+TEST_F(VideoFiles, AnIndexThatCannotBeWrittenIsKeptWithOneMessage) {
+  const std::string first = Folder.Write("a.m2v", Text(BuildStream({})));
+  const std::string second = Folder.Write("b.m2v", Text(BuildStream({})));
+  for (const std::string& file :
+       {first, second}) {  // a folder where the index should go: also root is refused
+    std::filesystem::create_directory(IndexName(file));
+  }
+  IndexStore store;
+  const IndexRun run = BuildPictureIndex({{first, false}, {second, false}}, "", store, Ui, true);
+  EXPECT_TRUE(run.Complete);
+  EXPECT_EQ(run.Files[1].State, IndexState::KeptInMemory);
+  ASSERT_EQ(Ui.Messages.size(), 1U);
+  EXPECT_EQ(Ui.Messages[0].Text,
+            "The index of '" + first +
+                "' can't be written (Is a directory). Indexes are kept in memory for this run");
+  EXPECT_EQ(FindPictureIndex(second, store)->TotalFrames, 48);
+  for (const auto& entry : std::filesystem::directory_iterator(Folder.Path())) {
+    EXPECT_FALSE(entry.path().string().ends_with(".part")) << entry.path();
+  }
+}
+
+TEST_F(VideoFiles, AStoppedOrFailedRunLeavesNoIndex) {
+  const std::string file = Folder.Write("a.m2v", Text(BuildStream({})));
+  IndexStore store;
+  Ui.StopWhen = [] { return true; };
+  EXPECT_FALSE(BuildPictureIndex({{file, false}}, "", store, Ui).Complete);
+  EXPECT_FALSE(std::filesystem::exists(IndexName(file)));
+  Ui.StopWhen = nullptr;
+  Ui.Answers = {false};
+  EXPECT_FALSE(BuildPictureIndex({{Folder / "none", false}, {file, false}}, "", store, Ui).Complete);
+  EXPECT_FALSE(
+      std::filesystem::exists(IndexName(file)));  // the list stops at the first that cannot be opened
+}
+
+TEST_F(VideoFiles, AFileThatShrinksWhileItIsReadIsToldOnce) {
+  const std::string file = Folder.Write("a.m2v", Text(BuildStream({.Gops = 8})));
+  IndexStore store;
+  Ui.StopWhen = [&] {
+    std::filesystem::resize_file(file, 100000);
+    return false;
+  };
+  EXPECT_FALSE(BuildPictureIndex({{file, false}}, "", store, Ui).Complete);
+  ASSERT_EQ(Ui.Messages.size(), 1U);
+  EXPECT_EQ(Ui.Messages[0].Text, "The file '" + file + "' became shorter while it was read.");
+  EXPECT_FALSE(std::filesystem::exists(IndexName(file)));
+}
+
+// An index made by looking at the whole stream at once, one byte after the other.
+PictureIndex PlainIndex(const Bytes& stream) {
+  PictureIndex index;
+  std::int64_t fields = 0;
+  std::int64_t fieldsAtSequence = 0;
+  std::int64_t pictures = 0;
+  std::size_t sequence = 0;
+  for (std::size_t at = 0; at + 3 < stream.size(); ++at) {
+    if (stream[at] != 0 || stream[at + 1] != 0 || stream[at + 2] != 1) {
+      continue;
+    }
+    const unsigned code = stream[at + 3];
+    if (code == 0xB3) {
+      sequence = at;
+      pictures = 0;
+      fieldsAtSequence = fields;
+    } else if (code == 0x00 && at + 5 < stream.size() && ((stream[at + 5] >> 3) & 7) != 0) {
+      fields += 2;
+      index.Letters += "?IPB????"[(stream[at + 5] >> 3) & 7];
+      if (++pictures == 2) {
+        index.Entries.push_back({fieldsAtSequence / 2, sequence, at - sequence});
+      }
+    } else if (code == 0xB5 && at + 7 < stream.size() && stream[at + 4] >> 4 == 8 &&
+               (stream[at + 7] & 2) != 0) {
+      fields += 1;
+      index.Letters += 'R';
+    }
+  }
+  index.TotalFrames = fields / 2;
+  if (index.TotalFrames == 1) {
+    index.Entries.push_back({0, 0, stream.size()});
+  }
+  return index;
+}
+
+TEST_F(VideoFiles, IndexesAreTheSameForEveryBlockSize) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 1000; ++round) {
+    const Bytes stream =
+        RandomStream(random, round % 50 == 0 ? 280000 + random() % 100000 : 30000 + random() % 70000);
+    const std::string file = Folder.Write("random", Text(stream));
+    const PictureIndex plain = Scan(file, PlainBlockBytes, true);
+    const PictureIndex fast = Scan(file, 0, true);
+    ASSERT_EQ(WritePictureIndex(plain), WritePictureIndex(fast)) << round;
+    ASSERT_EQ(plain.Letters, fast.Letters) << round;
+    ASSERT_EQ(fast, PlainIndex(stream)) << round;
+    if (round % 10 == 0) {
+      ASSERT_EQ(Scan(file, 37, true), fast) << round;
+      ASSERT_EQ(WritePictureIndex(Scan(file, PlainBlockBytes, false)),
+                WritePictureIndex(Scan(file, 0, false)));
+    }
+  }
+}
+
+TEST_F(VideoFiles, ACodeAtEveryOffsetAroundABlocksEndIsFoundOnce) {
+  for (std::size_t lead = PlainBlockBytes - 24; lead < PlainBlockBytes + 4; ++lead) {
+    const Bytes stream = StreamBuilder()
+                             .Raw(Bytes(lead, 0xFF))
+                             .Sequence({.Mpeg2 = false})
+                             .Picture({.RepeatFirstField = true})
+                             .Picture({.Type = 'P'})
+                             .Data();
+    const PictureIndex index = Scan(Folder.Write("x", Text(stream)), PlainBlockBytes, true);
+    ASSERT_EQ(index.Letters, "IRP") << lead;
+    ASSERT_EQ(index.Entries.size(), 1U) << lead;
+    ASSERT_EQ(index.Entries[0].Offset, lead);
+  }
+}
+
+TEST_F(VideoFiles, BytesThatAreNoVideo) {
+  for (const std::string& content : {std::string(), std::string("abc"), std::string(100000, '\0'),
+                                     std::string("\0\0\1\xB3", 4), std::string("\0\0\1\xB5\x10", 5)}) {
+    const std::string file = Folder.Write("bad", content);
+    const auto info = GetVideoInfo(file, false, Ui);
+    ASSERT_TRUE(info);
+    EXPECT_EQ(info->Coding, "NO") << content.size();
+    EXPECT_EQ(info->PicturesSeen, 0);
+    EXPECT_EQ(WritePictureIndex(Scan(file, 0, false)), "TotalFrames=0\r\n");
+  }
+  EXPECT_FALSE(GetVideoInfo(Folder.Path().string(), false, Ui));
+  EXPECT_EQ(Ui.Messages.size(), 1U);
+  EXPECT_EQ(
+      ReadPictureIndex("frame=9;OFFSET=99999999999999999999;size=\ngarbage\nTOTALFRAMES=x").Entries.size(),
+      1U);
+}
+
+}  // namespace
+}  // namespace quorvelant
