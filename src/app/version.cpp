@@ -2,6 +2,8 @@
 
 namespace quorvelant {
 
-std::string_view ProgramVersion() { return QUORVELANT_VERSION; }
+std::string_view ProgramVersion() {
+  return QUORVELANT_VERSION;
+}
 
 }  // namespace quorvelant

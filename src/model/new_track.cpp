@@ -116,13 +116,13 @@ AudioStream* AddAudioStream(Track& track) {
       used[static_cast<std::size_t>(stream.StreamNumber)] = true;
     }
   }
-  const auto free = std::find(used.begin(), used.end(), false);
+  const bool* const free = std::find(used.begin(), used.end(), false);
   if (free == used.end()) {
     return nullptr;
   }
   AudioStream stream;
   stream.StreamName = fmt::format("Audio Stream {}", track.AudioStreams.size() + 1);
-  stream.StreamNumber = static_cast<std::int32_t>(std::distance(used.begin(), free));
+  stream.StreamNumber = static_cast<std::int32_t>(free - used.data());
   stream.AudioPlays.emplace_back();
   return &track.AudioStreams.emplace_back(std::move(stream));
 }

@@ -1,0 +1,71 @@
+#include "app/command_form.h"
+
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <new>
+#include <ostream>
+#include <vector>
+
+#include "app/version.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::string_view Description =
+    "Authors DVD-Video: MPEG-2 video, AC3 and PCM audio, bitmaps and a project script become a complete "
+    "VIDEO_TS folder.";
+constexpr std::string_view Footer =
+    "Exit status: 0 done, 1 failed, 2 wrong usage.\n"
+    "Existing scripts and schedulers use:  quorvelant -i \"project.qvp\" -d \"folder\" -create -exit "
+    "-analyse";
+
+// The commands in the order in which the help lists them: one line each.
+void AddCommands([[maybe_unused]] CLI::App& program, [[maybe_unused]] CommandContext& context) {}
+
+int Run(CLI::App& program, std::span<const std::string> arguments, CommandContext& context,
+        std::ostream& err) {
+  const std::string& first = arguments.front();
+  if (!first.starts_with('-') && program.get_subcommand_no_throw(first) == nullptr) {
+    err << "There is no command \"" << first << "\"\nRun with --help for more information.\n";
+    return ExitUsage;
+  }
+  try {
+    // The parser takes its arguments from the end.
+    program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+  } catch (const CLI::ParseError& outcome) {
+    const bool asked = outcome.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
+    program.exit(outcome, context.Out, err);
+    return asked ? ExitDone : ExitUsage;
+  }
+  return context.ExitStatus;
+}
+
+}  // namespace
+
+int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, std::ostream& out,
+                   std::ostream& err, const EnvironmentLookup& environment) {
+  CommandContext context{.Ui = ui,
+                         .Out = out,
+                         .Options = ReadSettings(SettingsFile(environment)),
+                         .LogFile = LogFile(environment)};
+  CLI::App program{std::string(Description), "quorvelant"};
+  program.set_version_flag("--version", std::string("quorvelant ") + std::string(ProgramVersion()));
+  program.footer(std::string(Footer));
+  program.require_subcommand(arguments.empty() ? 0 : 1);
+  AddCommands(program, context);
+  if (arguments.empty()) {
+    out << program.help();
+    return ExitDone;
+  }
+  try {
+    return Run(program, arguments, context, err);
+  } catch (const std::bad_alloc&) {
+    TellError(ui, "Error", "There is not enough memory for this");
+  } catch (const std::exception& fault) {
+    TellError(ui, "Error", fault.what());
+  }
+  return ExitFailed;
+}
+
+}  // namespace quorvelant

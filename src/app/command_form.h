@@ -1,0 +1,34 @@
+// The command line of today's habits: `quorvelant COMMAND ...`.
+#pragma once
+
+#include <iosfwd>
+#include <span>
+#include <string>
+
+#include "app/settings.h"
+#include "app/user_folders.h"
+#include "base/user_interface.h"
+
+namespace quorvelant {
+
+inline constexpr int ExitDone = 0;
+inline constexpr int ExitFailed = 1;
+inline constexpr int ExitUsage = 2;
+
+// What a command is given. Each command stands in app/command_<name>.{h,cpp} and registers itself with one
+// function `void AddNameCommand(CLI::App&, CommandContext&)`, which adds a subcommand with its options and a
+// callback; the callback leaves the exit status here. Results go to `Out`, everything else through `Ui`.
+struct CommandContext {
+  UserInterface& Ui;
+  std::ostream& Out;
+  Settings Options;     // read already; never written back
+  std::string LogFile;  // empty where there is no place for one
+  int ExitStatus = ExitDone;
+};
+
+// Runs the command that `arguments` (without the program's name) say, and gives the exit status: 0 done,
+// 1 failed, 2 wrong usage. Without any argument the help is printed.
+int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, std::ostream& out,
+                   std::ostream& err, const EnvironmentLookup& environment);
+
+}  // namespace quorvelant

@@ -1,0 +1,133 @@
+#include "app/console_ui.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+#include <ostream>
+#include <utility>
+
+namespace quorvelant {
+
+namespace {
+
+constexpr int AllTenths = 1000;
+constexpr int TenthsPerPlainLine = 100;
+constexpr std::string_view ClearLine = "\r\033[K";
+
+// A signal handler can reach nothing but an object of the whole process.
+volatile std::sig_atomic_t stopRaised = 0;
+
+void RaiseStop(int) {
+  stopRaised = 1;
+}
+
+std::string Joined(std::string_view place, std::string_view title, std::string_view text) {
+  std::string line;
+  for (const std::string_view part : {place, title}) {
+    if (!part.empty()) {
+      line.append(part).append(": ");
+    }
+  }
+  return line.append(text);
+}
+
+}  // namespace
+
+StopSignal::StopSignal() {
+  stopRaised = 0;
+  struct sigaction action = {};
+  action.sa_handler = &RaiseStop;
+  action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
+  sigaction(SIGINT, &action, &formerInterrupt_);
+  sigaction(SIGTERM, &action, &formerTerminate_);
+}
+
+StopSignal::~StopSignal() {
+  sigaction(SIGINT, &formerInterrupt_, nullptr);
+  sigaction(SIGTERM, &formerTerminate_, nullptr);
+}
+
+bool StopSignal::Raised() {
+  return stopRaised != 0;
+}
+
+ConsoleUi::ConsoleUi(std::ostream& err, bool terminal, std::function<bool()> stop)
+    : err_(&err), terminal_(terminal), stop_(std::move(stop)) {}
+
+ConsoleUi::~ConsoleUi() {
+  if (lineOpen_) {
+    *err_ << '\n' << std::flush;
+  }
+}
+
+void ConsoleUi::Line(std::string_view text) {
+  if (lineOpen_) {
+    *err_ << ClearLine;
+    lineOpen_ = false;
+    shownTenths_ = -1;
+  }
+  *err_ << text << '\n' << std::flush;
+}
+
+void ConsoleUi::Tell(const Message& message) {
+  Line(Joined(message.Place, message.Title, message.Text));
+}
+
+bool ConsoleUi::Ask(std::string_view title, std::string_view text, bool unattended) {
+  Line(Joined({}, title, text) + (unattended ? " [Yes]" : " [No]"));
+  return unattended;
+}
+
+std::optional<std::string> ConsoleUi::AskText(std::string_view title, std::string_view text,
+                                              std::string_view proposal) {
+  Line(fmt::format("{} [{}]", Joined({}, title, text), proposal));
+  return std::string(proposal);
+}
+
+void ConsoleUi::Status(std::string_view words) {
+  if (Quiet || words == words_) {
+    return;
+  }
+  words_ = words;
+  shownTenths_ = -1;
+  if (terminal_) {
+    DrawProgress();
+  } else {
+    Line(words_);
+  }
+}
+
+void ConsoleUi::Progress(double done, double total) {
+  if (Quiet || !std::isfinite(done) || !std::isfinite(total) || total <= 0) {
+    return;
+  }
+  const int tenths = static_cast<int>(std::clamp(done / total, 0.0, 1.0) * AllTenths);
+  if (terminal_ && tenths != shownTenths_) {
+    shownTenths_ = tenths;
+    DrawProgress();
+  } else if (!terminal_ && tenths / TenthsPerPlainLine != shownTenths_ / TenthsPerPlainLine) {
+    shownTenths_ = tenths;
+    Line(fmt::format("{} {} %", words_, tenths / 10));
+  }
+}
+
+void ConsoleUi::DrawProgress() {
+  *err_ << ClearLine << words_;
+  if (shownTenths_ >= 0) {
+    *err_ << fmt::format(" {}.{} %", shownTenths_ / 10, shownTenths_ % 10);
+  }
+  *err_ << std::flush;
+  lineOpen_ = true;
+}
+
+bool ConsoleUi::StopRequested() {
+  return stop_ && stop_();
+}
+
+bool StandardErrorIsTerminal() {
+  return isatty(STDERR_FILENO) == 1;
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,65 @@
+// The voice of the program on a terminal, in a pipe and under a scheduler.
+#pragma once
+
+#include <csignal>
+#include <functional>
+#include <iosfwd>
+#include <string>
+
+#include "base/user_interface.h"
+
+namespace quorvelant {
+
+// While it lives, SIGINT and SIGTERM ask for an orderly stop instead of ending the process; a second signal
+// ends it at once. One at a time: signals belong to the whole process.
+class StopSignal {
+ public:
+  StopSignal();
+  StopSignal(const StopSignal&) = delete;
+  StopSignal& operator=(const StopSignal&) = delete;
+  ~StopSignal();
+
+  static bool Raised();
+
+ private:
+  struct sigaction formerInterrupt_ = {};
+  struct sigaction formerTerminate_ = {};
+};
+
+// Messages go to `err` as "place: title: text". Nobody is asked: a question takes the answer for nobody
+// there, and both are written. On a terminal, status and progress share one line that is drawn over;
+// elsewhere each status is a line, and progress another at each tenth.
+class ConsoleUi : public UserInterface {
+ public:
+  // `terminal`: whether `err` is one. `stop` is asked by `StopRequested`.
+  ConsoleUi(std::ostream& err, bool terminal, std::function<bool()> stop = &StopSignal::Raised);
+  ~ConsoleUi() override;
+
+  void Tell(const Message& message) override;
+  bool Ask(std::string_view title, std::string_view text, bool unattended) override;
+  std::optional<std::string> AskText(std::string_view title, std::string_view text,
+                                     std::string_view proposal) override;
+  void Status(std::string_view words) override;
+  void Progress(double done, double total) override;
+  bool StopRequested() override;
+
+  // Leaves status and progress out.
+  bool Quiet = false;
+
+ private:
+  // Writes a line of its own; the progress line is cleared first.
+  void Line(std::string_view text);
+  void DrawProgress();
+
+  std::ostream* err_;
+  bool terminal_;
+  std::function<bool()> stop_;
+  std::string words_;
+  int shownTenths_ = -1;  // of a percent; what the line shows, -1 nothing
+  bool lineOpen_ = false;
+};
+
+// Whether standard error is a terminal.
+bool StandardErrorIsTerminal();
+
+}  // namespace quorvelant
