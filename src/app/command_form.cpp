@@ -26,7 +26,10 @@ void AddCommands([[maybe_unused]] CLI::App& program, [[maybe_unused]] CommandCon
 int Run(CLI::App& program, std::span<const std::string> arguments, CommandContext& context,
         std::ostream& err) {
   const std::string& first = arguments.front();
-  if (!first.starts_with('-') && program.get_subcommand_no_throw(first) == nullptr) {
+  const bool known =
+      !program.get_subcommands([&first](const CLI::App* command) { return command->check_name(first); })
+           .empty();
+  if (!first.starts_with('-') && !known) {
     err << "There is no command \"" << first << "\"\nRun with --help for more information.\n";
     return ExitUsage;
   }
