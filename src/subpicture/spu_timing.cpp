@@ -1,6 +1,7 @@
 #include "subpicture/spu_timing.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "base/random.h"
 #include "base/timecode.h"
@@ -59,8 +60,8 @@ PlaySpan SpanOf(const HighlightPlay& play, int framesPerSecond) {
 }
 
 std::uint32_t StopDelayOf(std::int64_t frames, int framesPerSecond) {
-  const std::int64_t steps =
-      std::max<std::int64_t>(frames, 0) * 90000 / (std::int64_t{1024} * framesPerSecond);
+  const std::int64_t within = std::clamp<std::int64_t>(frames, 0, std::numeric_limits<std::int32_t>::max());
+  const std::int64_t steps = within * 90000 / (std::int64_t{1024} * framesPerSecond);
   return static_cast<std::uint32_t>(std::min(steps, MostStopDelay));
 }
 

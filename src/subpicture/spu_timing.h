@@ -23,7 +23,7 @@ struct TrackClock {
 struct SubStreamOptions {
   bool StillTrack = false;           // subtitles of a still stay
   bool ExtendFinalSubtitle = false;  // the last one stays
-  std::string_view SourceFolder;     // relative bitmap paths count from here
+  std::string_view SourceFolder{};   // relative bitmap paths count from here
 };
 
 // Where a play starts and ends, in frames from the start of the track. Without an end the duration tells.

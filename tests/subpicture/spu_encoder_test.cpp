@@ -1,0 +1,230 @@
+#include "subpicture/spu_encoder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string_view>
+
+#include "base/bmp.h"
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+// One letter a pixel: "." background, "p" pattern, "e" emphasis 1, "E" emphasis 2.
+constexpr ConversionColors Colors{.Pattern = 0xFFFFFF, .Emphasis1 = 0x808080, .Emphasis2 = 0x00FF00};
+
+Picture Paint(const std::vector<std::string>& rows) {
+  Picture picture(static_cast<int>(rows[0].size()), static_cast<int>(rows.size()));
+  for (int y = 0; y < picture.Height; ++y) {
+    for (int x = 0; x < picture.Width; ++x) {
+      const char kind = rows[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)];
+      picture.Set(x, y, kind == 'p' ? 0xFFFFFF : kind == 'e' ? 0x808080 : kind == 'E' ? 0x00FF00 : 0x112233);
+    }
+  }
+  return picture;
+}
+
+// The coded bytes of the row whose line goes to the first field.
+Bytes RowBytes(const std::string& row) {
+  const auto encoded = EncodeSPUBitmap(Paint({row, row}), Colors, 0, 0, false, Rules::Players);
+  return encoded ? encoded->FieldA : Bytes{};
+}
+
+std::string Of(int length, char kind) {
+  return std::string(static_cast<std::size_t>(length), kind);
+}
+
+TEST(RunLength, CodesOfRows) {
+  const struct {
+    std::string Row;
+    Bytes Expected;
+  } cases[] = {
+      {Of(8, '.'), {0x00, 0x00}},
+      {Of(8, 'p'), {0x00, 0x01}},
+      {"...E", {0xC0, 0x00, 0x30}},                          // 11 00, line end in 11, four zero bits
+      {"p...", {0x50, 0x00, 0x00}},                          // 01 01
+      {Of(4, 'e') + Of(4, '.'), {0x12, 0x00, 0x00}},         // 00 0100 10
+      {Of(15, 'E') + Of(4, '.'), {0x3F, 0x00, 0x00}},        // 00 1111 11
+      {Of(16, 'p') + Of(4, '.'), {0x04, 0x10, 0x00, 0x00}},  // 0000 010000 01: 12 bits, 28 in all
+      {Of(63, 'p') + Of(4, '.'), {0x0F, 0xD0, 0x00, 0x00}},
+      {Of(64, 'p') + Of(4, '.'), {0x01, 0x01, 0x00, 0x00}},  // 000000 01000000 01
+      {Of(255, 'p') + "..", {0x03, 0xFD, 0x00, 0x00}},
+      {Of(256, 'p') + ".", {0x03, 0xFD, 0x50, 0x00, 0x00}},  // 255 and 1
+      {Of(256, 'p') + "..", {0x03, 0xFD, 0x50, 0x00, 0x00}},
+      {Of(510, 'p') + "..", {0x03, 0xFD, 0x03, 0xFD, 0x00, 0x00}},
+      {Of(511, 'p') + ".", {0x03, 0xFD, 0x03, 0xFD, 0x50, 0x00, 0x00}},
+      {Of(719, 'e') + ".", {0x03, 0xFE, 0x03, 0xFE, 0x03, 0x46, 0x00, 0x00}},  // 209
+      {Of(720, 'e'), {0x00, 0x02}},
+  };
+  for (const auto& test : cases) {
+    EXPECT_EQ(RowBytes(test.Row), test.Expected) << test.Row.size() << " pixels from " << test.Row.front();
+  }
+}
+
+TEST(PixelToCode, FirstMatchInOrderAndExact) {
+  EXPECT_EQ(PixelToCode(0xFFFFFF, Colors), PixelCode::Pattern);
+  EXPECT_EQ(PixelToCode(0xFFFFFE, Colors), PixelCode::Background);
+  constexpr ConversionColors Same{5, 5, 5};
+  EXPECT_EQ(PixelToCode(5, Same), PixelCode::Pattern);
+  constexpr ConversionColors Emphases{1, 5, 5};
+  EXPECT_EQ(PixelToCode(5, Emphases), PixelCode::Emphasis2);
+}
+
+// Columns and rows kept, and the display area, for bitmaps that hang off each side.
+TEST(BitmapWindow, Clips) {
+  constexpr auto Painted = BitmapReading::AsPainted;
+  constexpr auto Old = BitmapReading::Traditional;
+  const struct {
+    const char* Name;
+    int Width, Height, X1, Y1;
+    bool Ntsc;
+    BitmapReading Reading;
+    BitmapWindow Window;
+    DisplayArea Area;
+  } cases[] = {
+      {"inside", 100, 50, 10, 20, false, Painted, {0, 99, 0, 49}, {10, 109, 20, 68}},
+      {"right edge", 40, 10, 700, 0, false, Painted, {0, 19, 0, 9}, {700, 719, 0, 8}},
+      {"right edge to the pixel", 20, 10, 700, 0, false, Painted, {0, 19, 0, 9}, {700, 719, 0, 8}},
+      {"left edge", 100, 10, -30, 0, false, Painted, {30, 99, 0, 9}, {0, 69, 0, 8}},
+      {"both sides", 800, 10, -30, 0, false, Painted, {30, 749, 0, 9}, {0, 719, 0, 8}},
+      {"both sides, traditional", 800, 10, -30, 0, false, Old, {30, 689, 0, 9}, {0, 719, 0, 8}},
+      {"top edge", 10, 50, 0, -8, false, Painted, {0, 9, 0, 41}, {0, 9, 0, 40}},
+      {"top and bottom", 10, 700, 0, -50, false, Painted, {0, 9, 74, 649}, {0, 9, 0, 572}},
+      {"top and bottom, traditional", 10, 700, 0, -50, false, Old, {0, 9, 173, 526}, {0, 9, 0, 572}},
+      {"full PAL", 720, 576, 0, 0, false, Painted, {0, 719, 0, 575}, {0, 719, 0, 572}},
+      {"full NTSC", 720, 480, 0, 0, true, Painted, {0, 719, 0, 479}, {0, 719, 0, 477}},
+      {"full PAL two lines down", 720, 576, 0, 2, false, Painted, {0, 719, 1, 575}, {0, 719, 2, 574}},
+      {"taller than the picture", 10, 600, 0, 0, false, Old, {0, 9, 23, 599}, {0, 9, 0, 572}},
+      {"bottom edge", 10, 50, 0, 550, false, Painted, {0, 9, 23, 49}, {0, 9, 550, 575}},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.Name);
+    const auto clip = ClipBitmap(test.Width, test.Height, test.X1, test.Y1, test.Ntsc, test.Reading);
+    ASSERT_TRUE(clip);
+    EXPECT_EQ(clip->Window, test.Window);
+    EXPECT_EQ(clip->Area, test.Area);
+  }
+  for (const auto& [x, y, height] :
+       {std::array{720, 0, 9}, {-10, 0, 9}, {0, 577, 9}, {0, -9, 9}, {0, 0, 1}}) {
+    EXPECT_FALSE(ClipBitmap(10, height, x, y, false, Painted)) << x << "," << y;
+  }
+}
+
+// Each row has its own first pixel kinds, so a field's bytes tell which rows went in.
+TEST(EncodeSPUBitmap, LinesOfOddHeightsChangePlacesTraditionally) {
+  const Bytes dots{0x00, 0x00};
+  const Bytes pattern{0x00, 0x01};
+  const Bytes emphasis{0x00, 0x02};
+  const auto join = [](Bytes a, const Bytes& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+  };
+  const Picture odd = Paint({"....", "pppp", "eeee"});
+  const auto players = EncodeSPUBitmap(odd, Colors, 0, 0, false, Rules::Players);
+  EXPECT_EQ(players->FieldA, join(dots, emphasis));
+  EXPECT_EQ(players->FieldB, pattern);
+  const auto classic = EncodeSPUBitmap(odd, Colors, 0, 0, false, Rules::Classic);
+  EXPECT_EQ(classic->FieldA, pattern);
+  EXPECT_EQ(classic->FieldB, join(dots, emphasis));
+  const Picture even = Paint({"....", "pppp"});
+  EXPECT_EQ(EncodeSPUBitmap(even, Colors, 0, 0, false, Rules::Classic)->FieldA, dots);
+}
+
+TEST(EncodeSPUBitmap, TraditionalWidths) {
+  // Six columns: 18 bytes padded to 20, so the row above the bottom one is read two bytes early, and its
+  // first pixel has two bytes of the fill.
+  const Picture six = Paint({"pppppp", "pppppp"});
+  const auto sheared = EncodeSPUBitmap(six, Colors, 0, 0, false, Rules::Classic);
+  EXPECT_EQ(sheared->FieldB, (Bytes{0x00, 0x01}));        // the bottom row stands
+  EXPECT_EQ(sheared->FieldA, (Bytes{0x40, 0x00, 0x10}));  // one background pixel ahead of the pattern
+  EXPECT_EQ(EncodeSPUBitmap(six, Colors, 0, 0, false, Rules::Players)->FieldA, (Bytes{0x00, 0x01}));
+  // Five columns become four, which four divides: no shear, and the area is one column narrower.
+  const auto narrowed = EncodeSPUBitmap(Paint({"pppp.", "pppp."}), Colors, 0, 0, false, Rules::Classic);
+  EXPECT_EQ(narrowed->Area, (DisplayArea{0, 3, 0, 0}));
+  EXPECT_EQ(narrowed->FieldA, (Bytes{0x00, 0x01}));
+  EXPECT_EQ(EncodeSPUBitmap(Paint({"pppp.", "pppp."}), Colors, 0, 0, false, Rules::Players)->Area.X2, 4);
+}
+
+SPURecord RecordWith(std::uint32_t stopDelay, bool forced) {
+  SPURecord record;
+  record.Conversion = Colors;
+  record.ColorIndexes = {1, 2, 3, 4};
+  record.Contrasts = {15, 14, 13, 0};
+  record.StopDelay = stopDelay;
+  record.Forced = forced;
+  return record;
+}
+
+// The worked example of docs/formats/subpictures.md.
+TEST(BuildSPU, WorkedExample) {
+  const Picture picture = Paint({"..pppp..", "..pEEp..", "..pppp.."});
+  const auto bitmap = EncodeSPUBitmap(picture, Colors, 100, 400, false, Rules::Players);
+  ASSERT_TRUE(bitmap);
+  const Bytes expected{
+      0x00, 0x2E,                    // 46 bytes
+      0x00, 0x10,                    // the first sequence
+      0x81, 0x10, 0x00,              // .. pppp
+      0x00,                          //          to the end .
+      0x81, 0x10, 0x00, 0x00,        // the third line
+      0x85, 0xB5, 0x00, 0x00,        // second field: .. p EE p to the end .
+      0x00, 0x00,                    // at once
+      0x00, 0x28,                    // the next sequence
+      0x01,                          // start
+      0x03, 0x12, 0x34,              // colours
+      0x04, 0xFE, 0xD0,              // contrasts
+      0x05, 0x06, 0x40, 0x6B,        // columns 100 to 107
+      0x19, 0x01, 0x91,              // lines 400 to 401
+      0x06, 0x00, 0x04, 0x00, 0x0C,  // the fields
+      0xFF,                          // end
+      0x00, 0xAF,                    // 175 steps of 1024/90000 s: two seconds
+      0x00, 0x28,                    // itself
+      0x02, 0xFF,                    // stop, end
+  };
+  EXPECT_EQ(BuildSPU(RecordWith(175, false), *bitmap), expected);
+}
+
+TEST(BuildSPU, FormsWithoutStopForcedAndOdd) {
+  const auto bitmap = EncodeSPUBitmap(Paint({"pppp", "...."}), Colors, 0, 0, false, Rules::Players);
+  const Bytes plain = BuildSPU(RecordWith(0, false), *bitmap);
+  EXPECT_EQ(plain.size(), 4U + 4 + 24);
+  EXPECT_EQ(GetBytes(plain, 8 + 2, 2), 8U);  // the only sequence points at itself
+  EXPECT_EQ(BuildSPU(RecordWith(65535, false), *bitmap), plain);
+  Bytes forced = BuildSPU(RecordWith(0, true), *bitmap);
+  EXPECT_EQ(forced[8 + 4], 0);
+  forced[8 + 4] = 1;
+  EXPECT_EQ(forced, plain);
+  // Three bytes of one line make the length odd: one FF more.
+  const auto odd = EncodeSPUBitmap(Paint({"...E", "...."}), Colors, 0, 0, false, Rules::Players);
+  const Bytes filled = BuildSPU(RecordWith(0, false), *odd);
+  EXPECT_EQ(filled.size(), 4U + 5 + 24 + 1);
+  EXPECT_EQ(GetBytes(filled, 0, 2), filled.size());
+  EXPECT_EQ(filled.back(), 0xFF);
+}
+
+TEST(MakeUnit, RefusesWhatNoPlayerTakesAndNamesTheBitmap) {
+  const TempFolder folder;
+  Picture noise(720, 576);
+  for (int i = 0; i < 720 * 576; ++i) {
+    noise.Set(i % 720, i / 720, i % 2 == 0 ? 0xFFFFFF : 0x808080);
+  }
+  const Bytes file = WriteBmp(noise);
+  SPURecord record = RecordWith(0, false);
+  record.File = folder.Write("noise.bmp", {reinterpret_cast<const char*>(file.data()), file.size()});
+  BmpLoader loader;
+  const auto refusal = [&] {
+    try {
+      MakeUnit(loader, record, false, Rules::Players);
+    } catch (const SubpictureError& error) {
+      return std::string(error.what());
+    }
+    return std::string();
+  };
+  // 576 rows of 719 codes of 4 bits and one of 16, 28 bytes of the unit's own.
+  EXPECT_THAT(refusal(), testing::HasSubstr("noise.bmp: the bitmap makes a subtitle of 208540 bytes"));
+  record.X1 = 720;
+  EXPECT_THAT(refusal(), testing::HasSubstr("noise.bmp: no line of this subtitle's bitmap lies within"));
+}
+
+}  // namespace
+}  // namespace quorvelant
