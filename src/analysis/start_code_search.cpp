@@ -67,7 +67,7 @@ Progress SearchSse2(ByteView data, std::size_t from) {
 }
 
 Progress SearchVectors(ByteView data, std::size_t from) {
-  static const bool hasAvx2 = __builtin_cpu_supports("avx2") != 0;
+  static const bool hasAvx2 = static_cast<bool>(__builtin_cpu_supports("avx2"));
   return hasAvx2 ? SearchAvx2(data, from) : SearchSse2(data, from);
 }
 

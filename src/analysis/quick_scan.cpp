@@ -1,0 +1,114 @@
+#include "analysis/quick_scan.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <filesystem>
+
+#include "analysis/wave_file.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::string_view NoAc3 = "it is no AC3 stream";
+constexpr std::string_view EnhancedAc3 = "it is Enhanced AC3, which players don't read";
+constexpr std::string_view NoDts = "it is no DTS stream";
+
+bool IsPlainFile(const std::string& file) {
+  std::error_code missing;
+  return std::filesystem::is_regular_file(file, missing);
+}
+
+void ScanAc3(ByteView head, AudioAttributes& audio) {
+  if (!ac3::LooksLikeSync(head)) {
+    audio.Problem = NoAc3;
+    return;
+  }
+  if (ac3::StreamVersion(head) > 10) {  // 9 and 10 are AC3 at half and quarter rates
+    audio.Problem = EnhancedAc3;
+    return;
+  }
+  audio.FrameBytes = ac3::FrameBytes(head);
+  audio.BitRate = audio.FrameBytes / 4;
+  audio.SampleRate = ac3::StreamVersion(head) > 8 ? 0 : ac3::SampleRate(head);
+  audio.Channels = ac3::Channels(head);
+  audio.ServiceMode = ac3::ServiceMode(head);
+  if (audio.FrameBytes == 0) {
+    audio.Problem = NoAc3;
+  }
+}
+
+void ScanDts(ByteView head, AudioAttributes& audio) {
+  if (!dts::LooksLikeSync(head)) {
+    audio.Problem = NoDts;
+    return;
+  }
+  audio.FrameBytes = dts::FrameBytes(head);
+  audio.BitRate = static_cast<std::int32_t>(std::lround(dts::Kbps(head)));
+  audio.SampleRate = dts::SampleRate(head);
+  audio.Channels = dts::Channels(head);
+}
+
+void ScanWave(const WaveFile& wave, AudioAttributes& audio) {
+  audio.Problem = FaultText(wave.Fault);
+  audio.SampleRate = wave.Format.KHz();
+  audio.Quantisation = wave.Format.BitsPerSample;
+  audio.Channels = PcmChannels(wave.Format.Channels);
+  audio.BitRate = audio.SampleRate * audio.Quantisation * audio.ChannelCount();
+  audio.FrameBytes = static_cast<std::int32_t>(std::lround(audio.BitRate / 4.8));
+  audio.DataOffset = wave.DataOffset;
+  audio.DataBytes = wave.DataBytes;
+}
+
+}  // namespace
+
+std::optional<VideoAttributes> QuickScanVideo(const std::string& file, UserInterface& ui,
+                                              bool pulldownHandled) {
+  if (!IsPlainFile(file)) {
+    return std::nullopt;
+  }
+  const auto info = GetVideoInfo(file, pulldownHandled, ui);
+  if (!info || info->Coding == "NO") {
+    return std::nullopt;
+  }
+  return VideoAttributes{*info, fmt::format("{}x{}", info->Width, info->Height), info->PicturesSeen == 1};
+}
+
+double AudioAttributes::Seconds() const {
+  const double bytesPerSecond =
+      Format == "PCM" ? BitRate * 125.0 : FrameBytes / (Format == "AC3" ? 0.032 : 512 / 48000.0);
+  return bytesPerSecond > 0 ? static_cast<double>(DataBytes) / bytesPerSecond : 0;
+}
+
+std::optional<AudioAttributes> QuickScanAudio(const std::string& file, std::string_view format,
+                                              const Rules& rules, UserInterface& ui) {
+  AudioAttributes audio;
+  audio.Format = format.empty() ? GetAudioType(file) : std::string(format);
+  if (audio.Format.empty() || !IsPlainFile(file)) {
+    return std::nullopt;
+  }
+  std::error_code missing;
+  audio.FileBytes = std::filesystem::file_size(file, missing);
+  audio.DataBytes = audio.FileBytes;
+  if (audio.Format == "PCM") {
+    const WaveFile wave = ReadWaveFile(file, rules, ui);
+    if (wave.Fault == WaveFault::Unreadable) {
+      return std::nullopt;
+    }
+    ScanWave(wave, audio);
+    return audio;
+  }
+  const auto head = ReadAudioHead(file, ui);
+  if (!head) {
+    return std::nullopt;
+  }
+  if (audio.Format == "DTS") {
+    ScanDts(*head, audio);
+  } else {
+    ScanAc3(*head, audio);
+  }
+  return audio;
+}
+
+}  // namespace quorvelant

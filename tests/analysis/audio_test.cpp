@@ -1,0 +1,293 @@
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "analysis/audio_headers.h"
+#include "analysis/quick_scan.h"
+#include "analysis/wave_file.h"
+#include "support/media.h"
+#include "support/recording_ui.h"
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+std::string Text(const Bytes& bytes) {
+  return {bytes.begin(), bytes.end()};
+}
+
+// Left, right, centre, left and right surround, single rear, low frequency, total.
+TEST(Ac3Header, ChannelsByMode) {
+  struct Case {
+    std::uint8_t ModeByte;
+    AudioChannels Channels;
+  };
+  const Case cases[] = {
+      {0x00, {1, 1, 0, 0, 0, 0, 0, 2}}, {0x10, {1, 1, 0, 0, 0, 0, 1, 3}},  // 000: the bit behind acmod
+      {0x20, {0, 0, 1, 0, 0, 0, 0, 1}}, {0x30, {0, 0, 1, 0, 0, 0, 1, 2}},  // 001
+      {0x58, {1, 1, 0, 0, 0, 0, 0, 2}}, {0x44, {1, 1, 0, 0, 0, 0, 1, 3}},  // 010: two bits between
+      {0x60, {1, 1, 1, 0, 0, 0, 0, 3}}, {0x84, {1, 1, 0, 0, 0, 1, 1, 4}},  // 011, 100
+      {0xA1, {1, 1, 1, 0, 0, 1, 1, 5}}, {0xC4, {1, 1, 0, 1, 1, 0, 1, 5}},  // 101: four bits, 110
+      {0xE1, {1, 1, 1, 1, 1, 0, 1, 6}}, {0xFE, {1, 1, 1, 1, 1, 0, 0, 5}},  // 111
+  };
+  for (const Case& given : cases) {
+    EXPECT_EQ(ac3::Channels(Bytes{0x0B, 0x77, 0, 0, 0, 0x40, given.ModeByte}), given.Channels)
+        << int{given.ModeByte};
+  }
+}
+
+TEST(Ac3Header, SizesSyncAndRates) {
+  EXPECT_EQ(ac3::FrameBytes(Bytes{0x0B, 0x77, 0, 0, 0x14}), 768);   // code 20: 192 kbit/s
+  EXPECT_EQ(ac3::FrameBytes(Bytes{0x00, 0x77, 0, 0, 0x1F}), 1792);  // the weak test; code 31: 448
+  EXPECT_EQ(ac3::FrameBytes(Bytes{0x0B, 0x00, 0, 0, 0x25}), 2560);  // code 37: 640
+  EXPECT_EQ(ac3::FrameBytes(Bytes{0x0B, 0x77, 0, 0, 0x26}), 0);     // code 38
+  EXPECT_EQ(ac3::FrameBytes(Bytes{0x77, 0x0B, 0, 0, 0x14}), 0);
+  EXPECT_EQ(ac3::FrameBytes(Bytes{}), 0);
+  EXPECT_EQ(ac3::SampleRate(Bytes{0x0B, 0x77, 0, 0, 0x54}), 0);
+  EXPECT_EQ(ac3::SampleRateHz(Bytes{0x0B, 0x77, 0, 0, 0x54}), 44100);
+}
+
+TEST(DtsHeader, Fields) {
+  // Frame of 2013 bytes, AMODE 9, SFREQ 13, RATE 24 (1536), LFF 2.
+  Bytes head{0x7F, 0xFE, 0x80, 0x01, 0xFC, 0x3C, 0x7D, 0xC2, 0x77, 0x00, 0x04};
+  EXPECT_TRUE(dts::LooksLikeSync(head));
+  EXPECT_EQ(dts::FrameBytes(head), 2013);
+  EXPECT_EQ(dts::SampleRate(head), 48);
+  EXPECT_EQ(dts::Kbps(head), 1536);
+  EXPECT_EQ(dts::Channels(head), (AudioChannels{1, 1, 1, 1, 1, 0, 1, 6}));
+  const std::uint8_t counts[] = {1, 2, 2, 2, 2, 3, 3, 4, 4, 5};
+  for (unsigned mode = 0; mode < std::size(counts); ++mode) {
+    head[7] = static_cast<std::uint8_t>(0xC0 | (mode >> 2));
+    head[8] = static_cast<std::uint8_t>((mode << 6) | 0x37);
+    head[10] = mode % 2 == 0 ? 0 : 6;  // 00 and 11: no low frequency channel
+    EXPECT_EQ(dts::Channels(head)[ChannelTotal], counts[mode]) << mode;
+  }
+  head[8] = 0x0F;
+  EXPECT_EQ(dts::SampleRate(head), 0);
+}
+
+TEST(Pcm, RatesThatADiscCarries) {
+  const int most[2][3] = {{8, 6, 5}, {4, 3, 2}};
+  for (int rate = 0; rate < 2; ++rate) {
+    for (int depth = 0; depth < 3; ++depth) {
+      const int kHz = 48 * (rate + 1);
+      const int bits = 16 + 4 * depth;
+      for (int channels = 0; channels < 10; ++channels) {
+        EXPECT_EQ(CheckPcmRate(kHz, channels, bits, kHz * channels * bits),
+                  channels >= 1 && channels <= most[rate][depth]);
+      }
+      EXPECT_FALSE(CheckPcmRate(kHz, 1, bits, kHz * bits + 1));
+    }
+  }
+  EXPECT_FALSE(CheckPcmRate(44, 2, 16, 44 * 32));
+  EXPECT_FALSE(CheckPcmRate(48, 2, 8, 48 * 16));
+}
+
+TEST(Durations, CountByTheRateGivenOrTheStandard) {
+  EXPECT_EQ(FormatDuration(600 * 3725 + 599, 600, {}), "01:02:05:599");
+  EXPECT_EQ(FormatDuration(61, 0, "NTSC"), "00:00:02:01");
+  EXPECT_EQ(FormatDuration(61, 0, "anything", true), "00:00:02:11");
+  EXPECT_EQ(FormatDuration(61, 0, {}, true), "00:00:02:01");
+  EXPECT_EQ(FormatDuration(61, 0, {}), "00:00:02:11");
+}
+
+TEST(Ac3Frames, SyncWordsThatCount) {
+  const Bytes frame{0x0B, 0x77, 1, 2, 0x14, 0x40, 0x40, 9};
+  const auto with = [&](std::size_t offset, std::uint8_t value) {
+    Bytes changed = frame;
+    changed[offset] = value;
+    return changed;
+  };
+  std::int32_t mode = 7;
+  EXPECT_EQ(ScanAc3Frames(frame, 0, mode).Count, 1);
+  EXPECT_EQ(mode, 0);  // stored
+  struct Case {
+    Bytes Buffer;
+    std::int32_t Kbps, Mode;
+    int Count;
+  };
+  const Case cases[] = {
+      {frame, 192, 0, 1},
+      {frame, 224, 0, 0},
+      {frame, 192, 1, 0},
+      {with(5, 0x41), 192, 1, 1},
+      {with(5, 0x48), 0, 0, 0},  // bsid 9
+      {with(4, 0x54), 0, 0, 0},
+      {with(4, 0x26), 0, 0, 0},
+      {Bytes(frame.begin(), frame.begin() + 5), 0, 0, 0},
+      {with(1, 0x0B), 0, 0, 0},
+      {{}, 0, 0, 0},
+      {with(4, 0x26), -1, 0, 0},
+  };
+  for (const Case& given : cases) {
+    std::int32_t expected = given.Mode;
+    EXPECT_EQ(ScanAc3Frames(given.Buffer, given.Kbps, expected).Count, given.Count) << &given - cases;
+  }
+  Bytes three{0x0B, 0x0B};
+  for (int i = 0; i < 3; ++i) {
+    three.insert(three.end(), frame.begin(), frame.end());
+  }
+  const Ac3Frames found = ScanAc3Frames(three, 192, mode);
+  EXPECT_EQ(found.Count, 3);
+  EXPECT_EQ(found.First, 3U);
+}
+
+class AudioFiles : public testing::Test {
+ protected:
+  AudioAttributes Scan(const std::string& file, const Rules& rules = Rules::Players) {
+    const auto audio = QuickScanAudio(file, "", rules, Ui);
+    EXPECT_TRUE(audio) << file;
+    return audio.value_or(AudioAttributes{});
+  }
+  // "<id>", size little-endian, content.
+  static std::string Chunk(const std::string& id, const std::string& content,
+                           std::optional<std::uint32_t> size = {}) {
+    const std::uint32_t bytes = size.value_or(static_cast<std::uint32_t>(content.size()));
+    std::string chunk = id;
+    for (int i = 0; i < 4; ++i) {
+      chunk += static_cast<char>(bytes >> (8 * i));
+    }
+    return chunk + content + std::string(content.size() % 2, '\0');
+  }
+  static std::string Format(std::uint16_t tag, bool extensible = false, char subFormat = 1) {
+    std::string format(16, '\0');  // 48 kHz, two channels of 24 bits
+    PutLittle(format, 0, tag);
+    PutLittle(format, 2, 2);
+    PutLittle(format, 4, 48000);
+    PutLittle(format, 14, 24);
+    if (extensible) {
+      format.append({22, 0, 24, 0, 3, 0, 0, 0, subFormat, 0}).append(14, '\7');
+    }
+    return format;
+  }
+  static void PutLittle(std::string& text, std::size_t offset, unsigned value) {
+    text[offset] = static_cast<char>(value);
+    text[offset + 1] = static_cast<char>(value >> 8);
+  }
+  static std::string Wave(const std::string& chunks, const std::string& id = "RIFF") {
+    return id + "\x10\x20\x30\x40WAVE" + chunks;
+  }
+  TempFolder Folder;
+  RecordingUi Ui;
+};
+
+TEST_F(AudioFiles, WavHeadsOfEveryKind) {
+  const std::string format = Chunk("fmt ", Format(1));
+  const std::string sound(60, 's');
+  const std::string longSizes =
+      Chunk("ds64", std::string(8, '\1') + std::string("\x28\0\0\0\0\0\0\0", 8) + std::string(12, '\0'));
+  struct Case {
+    std::string Content;
+    WaveFault Fault;
+    std::uint64_t Offset, Bytes;
+  };
+  const Case cases[] = {
+      {Wave(format + Chunk("data", sound)), WaveFault::None, 44, 60},
+      {Wave(Chunk("LIST", "abc") + format + Chunk("fact", "1234") + Chunk("data", sound)), WaveFault::None,
+       68, 60},
+      {Wave(Chunk("fmt ", Format(0xFFFE, true)) + Chunk("data", sound) + Chunk("LIST", "x")), WaveFault::None,
+       68, 60},
+      {Wave(longSizes + format + Chunk("data", sound, 0xFFFFFFFF), "RF64"), WaveFault::None, 80, 40},
+      {Wave(format + Chunk("data", sound, 0xFFFFFFFF)), WaveFault::None, 44, 60},  // written to a pipe
+      {Wave(format + Chunk("data", sound, 5000)), WaveFault::None, 44, 60},        // cut
+      {Wave(Chunk("fmt ", Format(0xFFFE, true, 3)) + Chunk("data", sound)), WaveFault::NotPcm, 0, 0},
+      {Wave(Chunk("fmt ", Format(3)) + Chunk("data", sound)), WaveFault::NotPcm, 0, 0},
+      {Wave(format + Chunk("LIST", sound)), WaveFault::NoData, 0, 0},
+      {Wave(Chunk("data", sound)), WaveFault::NotWave, 0, 0},
+      {Wave(std::string(100000, '\0')), WaveFault::NotWave, 0, 0},  // empty chunks without end
+      {"RIFX" + Wave(format).substr(4), WaveFault::NotWave, 0, 0},
+      {"", WaveFault::NotWave, 0, 0},
+      {"RIF", WaveFault::NotWave, 0, 0},
+      {Wave("").substr(0, 12), WaveFault::NotWave, 0, 0},
+  };
+  for (const Case& given : cases) {
+    const WaveFile wave = ReadWaveFile(Folder.Write("x.wav", given.Content), Rules::Players, Ui);
+    EXPECT_EQ(wave.Fault, given.Fault) << &given - cases;
+    EXPECT_EQ(wave.DataOffset, given.Offset) << &given - cases;
+    EXPECT_EQ(wave.DataBytes, given.Bytes) << &given - cases;
+    if (given.Fault == WaveFault::None) {
+      EXPECT_EQ(wave.Format.SamplesPerSecond, 48000U);
+      EXPECT_EQ(wave.Format.BitsPerSample, 24);
+    }
+  }
+  // Without the walk the bytes from 44 on are sound, whatever they are.
+  const std::string chunks =
+      Folder.Write("y.wav", Wave(format + Chunk("LIST", "abcd") + Chunk("data", sound)));
+  const WaveFile plain = ReadWaveFile(chunks, Rules::Classic, Ui);
+  EXPECT_EQ(plain.DataOffset, 44U);
+  EXPECT_EQ(plain.DataBytes, 72U);
+  EXPECT_EQ(ReadWaveFormat(chunks, Ui).Channels, 2);
+  EXPECT_EQ(ReadWaveFormat(Folder.Write("z.wav", Wave(Chunk("LIST", "abcd") + format)), Ui), WaveFormat{});
+}
+
+TEST_F(AudioFiles, QuickScanOfGeneratedFiles) {
+  const AudioAttributes ac3 = Scan(SampleAc3({.Channels = 6, .Kbps = 448, .Seconds = 3.2}));
+  EXPECT_EQ(ac3.Format, "AC3");
+  EXPECT_EQ(ac3.FrameBytes, 1792);
+  EXPECT_EQ(ac3.BitRate, 448);
+  EXPECT_EQ(ac3.SampleRate, 48);
+  EXPECT_EQ(ac3.ChannelCount(), 6);
+  EXPECT_NEAR(ac3.Seconds(), 3.2, 0.04);
+
+  const AudioAttributes deep = Scan(SampleWav({.Rate = 96000, .Bits = 24, .Channels = 2, .Seconds = 0.5}));
+  EXPECT_EQ(deep.BitRate, 96 * 2 * 24);
+  EXPECT_EQ(deep.FrameBytes, 960);
+  EXPECT_EQ(deep.Quantisation, 24);
+  EXPECT_GT(deep.DataOffset, 44U);
+  EXPECT_DOUBLE_EQ(deep.Seconds(), 0.5);
+  EXPECT_EQ(Scan(SampleWav({}), Rules::Classic).DataOffset, 44U);
+  EXPECT_EQ(Scan(SampleWav({.Rate = 44100})).SampleRate, 44);
+}
+
+TEST_F(AudioFiles, WhatIsNotWhatItsNameSays) {
+  const std::string words(64, 'x');
+  EXPECT_EQ(Scan(Folder.Write("a.AC3", words)).Problem, "it is no AC3 stream");
+  EXPECT_EQ(Scan(Folder.Write("a.ac3", "")).Problem, "it is no AC3 stream");
+  EXPECT_EQ(Scan(Folder.Write("a.ac3", Text({0x0B, 0x77, 1, 1, 0x26, 0x40, 0}))).Problem,
+            "it is no AC3 stream");
+  EXPECT_EQ(Scan(Folder.Write("a.ac3", Text({0x0B, 0x77, 1, 1, 0x14, 0x80, 0}))).Problem,
+            "it is Enhanced AC3, which players don't read");
+  EXPECT_EQ(Scan(Folder.Write("a.dts", words)).Problem, "it is no DTS stream");
+  EXPECT_EQ(Scan(Folder.Write("a.wav", words)).Problem, "it is no WAV file");
+  EXPECT_FALSE(QuickScanAudio(Folder.Write("a.mp3", words), "", Rules::Players, Ui));
+  EXPECT_FALSE(QuickScanAudio(Folder / "none.ac3", "", Rules::Players, Ui));
+  EXPECT_FALSE(QuickScanAudio(Folder.Path().string(), "AC3", Rules::Players, Ui));
+  EXPECT_FALSE(QuickScanVideo(Folder / "none.m2v", Ui));
+  EXPECT_TRUE(Ui.Messages.empty());
+  EXPECT_EQ(GetAc3FrameSize(Folder.Write("X.AC3", Text({0x0B, 0x77, 0, 0, 0x14, 0x40})), Ui), 768);
+  EXPECT_EQ(GetAc3FrameSize(Folder.Write("x.dat", Text({0x0B, 0x77, 0, 0, 0x14, 0x40})), Ui), 0);
+  EXPECT_EQ(GetAudioType("dir.wav/film"), "");
+}
+
+TEST_F(AudioFiles, RealStreams) {
+  struct Case {
+    std::string Name;
+    std::int32_t SampleRate, BitRate, ChannelCount;
+    std::string Problem;
+  };
+  const Case cases[] = {
+      {"samples/stereo-192k.ac3", 48, 192, 2, ""},
+      {"samples/stereo-24bit-48k.wav", 48, 48 * 2 * 24, 2, ""},
+      {"samples/dts-hd-6ch.dts", 48, 1536, 6, ""},
+      {"samples/reject-44k1.wav", 44, 0, 0, ""},
+      {"samples/reject-44k1.ac3", 0, 0, 0, ""},
+      {"samples/reject-eac3.ac3", 0, 0, 0, "it is Enhanced AC3, which players don't read"},
+  };
+  for (const Case& given : cases) {
+    const auto file = SharedFile(given.Name);
+    if (!file) {
+      GTEST_SKIP() << "no folder of real streams";
+    }
+    const AudioAttributes audio = Scan(*file);
+    EXPECT_EQ(audio.SampleRate, given.SampleRate) << given.Name;
+    EXPECT_EQ(audio.Problem, given.Problem) << given.Name;
+    if (given.ChannelCount != 0) {
+      EXPECT_EQ(audio.BitRate, given.BitRate) << given.Name;
+      EXPECT_EQ(audio.ChannelCount(), given.ChannelCount) << given.Name;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quorvelant
