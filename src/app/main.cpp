@@ -1,16 +1,21 @@
 #include <iostream>
-#include <span>
 #include <string>
 #include <vector>
 
+#include "app/batch_services.h"
 #include "app/command_form.h"
 #include "app/console_ui.h"
+#include "app/switch_form.h"
 #include "app/user_folders.h"
 
+// Decides between the two doors. The switch form is taken when the first argument is one of its switches.
 int main(int argc, char** argv) {
-  using namespace quorvelant;  // NOLINT(google-build-using-namespace): the program's own
+  using namespace quorvelant;
   const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
   const StopSignal stop;
   ConsoleUi ui(std::cerr, StandardErrorIsTerminal());
+  if (IsSwitchForm(arguments)) {
+    return RunSwitchForm(arguments, ui, ProcessEnvironment, MakeBatchServices(ui));
+  }
   return RunCommandForm(arguments, ui, std::cout, std::cerr, ProcessEnvironment);
 }

@@ -1,0 +1,12 @@
+// The rooms behind the switch form, wired for a real run.
+#pragma once
+
+#include "app/switch_form.h"
+#include "base/user_interface.h"
+
+namespace quorvelant {
+
+// Everything is told through `ui`, which must outlive the services.
+BatchServices MakeBatchServices(UserInterface& ui);
+
+}  // namespace quorvelant

@@ -1,0 +1,163 @@
+#include "app/switch_form.h"
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+#include "app/command_form.h"
+#include "app/version.h"
+#include "base/random.h"
+#include "base/text.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::string_view ScriptSwitch = "-i";
+constexpr std::string_view DestinationSwitch = "-d";
+constexpr std::string_view CreateSwitch = "-create";
+constexpr std::string_view ExitSwitch = "-exit";
+constexpr std::string_view AnalyseSwitch = "-analyse";
+
+constexpr std::string_view CompilingWords = "Quorvelant Compiling....";
+constexpr std::string_view InitialisingWords = "Initialising Database...";
+constexpr std::string_view ReadyWords = "Ready";
+
+// The path in quotes directly behind "<name> ": empty without the switch, nothing without the quotes.
+std::optional<std::string> QuotedPath(std::string_view line, std::string_view name) {
+  const std::string spaced = std::string(name) + " ";
+  if (!Contains(line, spaced)) {
+    return std::string();
+  }
+  const std::string opening = spaced + "\"";
+  const std::size_t at = line.find(opening);
+  if (at == std::string_view::npos) {
+    return std::nullopt;
+  }
+  // The piece ends at the next path of the same switch too.
+  std::string_view piece = line.substr(at + opening.size());
+  piece = piece.substr(0, piece.find(opening));
+  return std::string(Trim(piece.substr(0, piece.find('"'))));
+}
+
+bool ScriptExists(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::is_regular_file(SystemPath(path), ignored);
+}
+
+Log StartLog(const std::string& file) {
+  if (file.empty()) {
+    return {};
+  }
+  std::error_code ignored;
+  std::filesystem::create_directories(std::filesystem::path(file).parent_path(), ignored);
+  Log log(file);
+  log.Reset();
+  return log;
+}
+
+bool AuthorBatch(const Switches& switches, Project& project, UserInterface& ui,
+                 const EnvironmentLookup& environment, const BatchServices& services, Log& log) {
+  ui.Status(CompilingWords);
+  Settings settings;
+  settings.DestinationFolder = project.DestinationFolder;
+  const bool done = services.Author(project, settings, switches.ExitOnFinish, log);
+  if (!switches.ExitOnFinish) {
+    ui.Status(VersionCaption());
+  } else if (const std::string file = SettingsFile(environment);
+             !file.empty() && !WriteSettings(file, settings)) {
+    TellWarning(ui, "Settings", "The settings could not be written", file);
+  }
+  return done;
+}
+
+int Run(const Switches& switches, UserInterface& ui, const EnvironmentLookup& environment,
+        const BatchServices& services) {
+  Log log = StartLog(LogFile(environment));
+  Project project;
+  project.DestinationFolder = switches.DestinationFolder;
+  const bool loaded = services.LoadScriptFile(switches.ScriptPath, switches.AnalyseOnLoad, project);
+  if (project.DestinationFolder.empty()) {
+    project.DestinationFolder = switches.DestinationFolder;
+  }
+  if (switches.CreateOnStart && loaded) {
+    return AuthorBatch(switches, project, ui, environment, services, log) ? ExitDone : ExitFailed;
+  }
+  ui.Status(InitialisingWords);
+  ui.Status(ReadyWords);
+  return loaded ? ExitDone : ExitFailed;
+}
+
+}  // namespace
+
+bool IsSwitchForm(std::span<const std::string> arguments) {
+  if (arguments.empty()) {
+    return false;
+  }
+  const std::string first = arguments.front().substr(0, arguments.front().find(' '));
+  const std::array switches{ScriptSwitch, DestinationSwitch, CreateSwitch, ExitSwitch, AnalyseSwitch};
+  return std::find(switches.begin(), switches.end(), first) != switches.end();
+}
+
+std::string RawCommandLine(std::span<const std::string> arguments) {
+  std::string line;
+  bool pathNext = false;
+  for (const std::string& argument : arguments) {
+    if (!line.empty()) {
+      line += ' ';
+    }
+    line += pathNext && !Contains(argument, "\"") ? "\"" + argument + "\"" : argument;
+    pathNext = argument == ScriptSwitch || argument == DestinationSwitch;
+  }
+  return line;
+}
+
+std::optional<Switches> ParseSwitches(std::string_view commandLine) {
+  const auto script = QuotedPath(commandLine, ScriptSwitch);
+  auto destination = QuotedPath(commandLine, DestinationSwitch);
+  if (!script || !destination) {
+    return std::nullopt;
+  }
+  if (destination->ends_with('\\')) {
+    destination->pop_back();
+  }
+  return Switches{.ScriptPath = *script,
+                  .DestinationFolder = *destination,
+                  .CreateOnStart = Contains(commandLine, CreateSwitch),
+                  .ExitOnFinish = Contains(commandLine, ExitSwitch),
+                  .AnalyseOnLoad = Contains(commandLine, AnalyseSwitch)};
+}
+
+std::string RefuseSwitches(const Switches& switches) {
+  if (switches.ScriptPath.empty()) {
+    return std::string(NoScript);
+  }
+  if (switches.DestinationFolder.empty()) {
+    return std::string(NoDestination);
+  }
+  return ScriptExists(switches.ScriptPath) ? std::string()
+                                           : std::string(ScriptNotFound) + switches.ScriptPath;
+}
+
+int RunSwitchForm(std::span<const std::string> arguments, UserInterface& ui,
+                  const EnvironmentLookup& environment, const BatchServices& services) {
+  const std::optional<Switches> switches = ParseSwitches(RawCommandLine(arguments));
+  if (!switches) {
+    return ExitFailed;
+  }
+  if (const std::string refusal = RefuseSwitches(*switches); !refusal.empty()) {
+    ui.Tell({Severity::Information, {}, refusal, {}});
+    return ExitFailed;
+  }
+  try {
+    return Run(*switches, ui, environment, services);
+  } catch (const std::exception& fault) {
+    TellError(ui, "Error", fault.what());
+    return ExitFailed;
+  }
+}
+
+}  // namespace quorvelant

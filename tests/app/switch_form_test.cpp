@@ -1,0 +1,178 @@
+#include "app/switch_form.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "app/command_form.h"
+#include "support/recording_ui.h"
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+TEST(SwitchForm, TheFirstArgumentDecides) {
+  for (const char* first : {"-i", "-d", "-create", "-exit", "-analyse", "-i \"a.qvp\" -d \"out\""}) {
+    EXPECT_TRUE(IsSwitchForm(std::vector<std::string>{first})) << first;
+  }
+  for (const char* first : {"author", "--help", "-h", "-input", "", " -i"}) {
+    EXPECT_FALSE(IsSwitchForm(std::vector<std::string>{first})) << first;
+  }
+  EXPECT_FALSE(IsSwitchForm({}));
+}
+
+TEST(SwitchForm, TheRawLineIsPutTogetherAgain) {
+  struct Case {
+    std::vector<std::string> Arguments;
+    const char* Line;
+  };
+  for (const Case& c : {
+           Case{{"-i", "my disc.qvp", "-d", "out", "-create"}, "-i \"my disc.qvp\" -d \"out\" -create"},
+           Case{{"-i", "\"quoted\"", "-exit"}, "-i \"quoted\" -exit"},
+           Case{{"-i \"a\" -d \"b\"", "-create"}, "-i \"a\" -d \"b\" -create"},
+           Case{{"-create", "stray", "-i"}, "-create stray -i"},
+           Case{{"-i", "", "-d", "x"}, "-i \"\" -d \"x\""},
+       }) {
+    EXPECT_EQ(RawCommandLine(c.Arguments), c.Line);
+  }
+}
+
+TEST(SwitchForm, SwitchesAreFoundAnywhereInTheLine) {
+  struct Case {
+    const char* Line;
+    std::optional<Switches> Found;
+  };
+  for (const Case& c : {
+           Case{R"(-i "C:\a.qvp" -d "C:\out\" -create -exit -analyse)",
+                Switches{"C:\\a.qvp", "C:\\out", true, true, true}},
+           Case{R"(-d "C:\")", Switches{"", "C:", false, false, false}},
+           Case{R"(-i " padded " -d "a\\")", Switches{"padded", "a\\", false, false, false}},
+           Case{R"(-i "my-exit.qvp" -d "re-create")",
+                Switches{"my-exit.qvp", "re-create", true, true, false}},
+           Case{R"(-I "a" -D "b")", Switches{}},
+           Case{" ", Switches{}},
+           Case{"-i", Switches{}},
+           Case{"-i a.qvp -d \"b\"", std::nullopt},
+           Case{"-i \"a\" -d b", std::nullopt},
+           Case{"-i \"unclosed", Switches{"unclosed", "", false, false, false}},
+       }) {
+    EXPECT_EQ(ParseSwitches(c.Line), c.Found) << c.Line;
+  }
+}
+
+class SwitchRun : public testing::Test {
+ protected:
+  SwitchRun() {
+    Services.LoadScriptFile = [this](const std::string& script, bool analyse, Project& project) {
+      Calls.push_back("load " + script + (analyse ? " analyse" : ""));
+      if (!ScriptFolder.empty()) {
+        project.DestinationFolder = ScriptFolder;
+      }
+      return LoadResult;
+    };
+    Services.Author = [this](Project& project, const Settings& settings, bool exitOnFinish, Log& log) {
+      Calls.push_back("author " + project.DestinationFolder + (exitOnFinish ? " exit" : ""));
+      EXPECT_EQ(settings.PalChapters, 0);
+      EXPECT_FALSE(settings.RemoveSeqEnd);
+      log.WriteText("a line");
+      return AuthorResult;
+    };
+  }
+  int Run(const std::vector<std::string>& arguments) {
+    const auto environment = [this](const std::string& name) {
+      return name == "HOME" ? Folder.Path().string() : std::string();
+    };
+    return RunSwitchForm(arguments, Ui, environment, Services);
+  }
+  std::vector<std::string> Texts() const {
+    std::vector<std::string> texts;
+    for (const Message& message : Ui.Messages) {
+      EXPECT_EQ(message.Title, "");
+      texts.push_back(message.Text);
+    }
+    return texts;
+  }
+  std::string SettingsPath() const { return Folder / ".config/quorvelant/Quorvelant.ini"; }
+
+  TempFolder Folder;
+  RecordingUi Ui;
+  BatchServices Services;
+  std::vector<std::string> Calls;
+  std::string ScriptFolder;
+  bool LoadResult = true;
+  bool AuthorResult = true;
+};
+
+TEST_F(SwitchRun, EveryRefusalEndsTheProgramAndTouchesNothing) {
+  struct Case {
+    std::vector<std::string> Arguments;
+    std::vector<std::string> Texts;
+  };
+  for (const Case& c : {
+           Case{{"-create"}, {"No script file specified"}},
+           Case{{" "}, {"No script file specified"}},
+           Case{{"-d", "out"}, {"No script file specified"}},
+           Case{{"-i", "x.qvp", "-create", "-exit"}, {"No Destination folder specified"}},
+           Case{{"-i", "/no/such.qvp", "-d", "out"}, {"Unable to find script file: /no/such.qvp"}},
+           Case{{"-i", Folder.Path().string(), "-d", "out"},
+                {"Unable to find script file: " + Folder.Path().string()}},
+           Case{{"-i x.qvp", "-d", "out"}, {}},
+       }) {
+    Ui.Messages.clear();
+    EXPECT_EQ(Run(c.Arguments), ExitFailed);
+    EXPECT_EQ(Texts(), c.Texts);
+  }
+  EXPECT_TRUE(Calls.empty());
+  EXPECT_FALSE(std::filesystem::exists(SettingsPath()));
+}
+
+TEST_F(SwitchRun, ACleanBatchRunSaysNothingAndLeavesItsSettings) {
+  const std::string script = Folder.Write("a disc.qvp", "");
+  Folder.Write(".local/state/quorvelant/Quorvelant.LOG", "the run before");
+  Folder.Write(".config/quorvelant/Quorvelant.ini", "Subrip=1\r\n");
+  EXPECT_EQ(Run({"-i", script, "-d", "/out/", "-create", "-exit", "-analyse"}), ExitDone);
+  EXPECT_THAT(Calls, ElementsAre("load " + script + " analyse", "author /out/ exit"));
+  EXPECT_TRUE(Ui.Messages.empty());
+  EXPECT_THAT(Ui.StatusWords, ElementsAre("Quorvelant Compiling...."));
+  EXPECT_EQ(TempFolder::Read(Folder / ".local/state/quorvelant/Quorvelant.LOG"), "a line\r\n");
+  Settings zeros;
+  zeros.DestinationFolder = "/out/";
+  EXPECT_EQ(TempFolder::Read(SettingsPath()), SettingsText(zeros));
+}
+
+TEST_F(SwitchRun, TheScriptsFolderWinsAndWithoutExitNoSettingsAreWritten) {
+  ScriptFolder = "C:\\disc\\VIDEO_TS";
+  AuthorResult = false;
+  EXPECT_EQ(Run({"-i", Folder.Write("a.qvp", ""), "-d", "out", "-create"}), ExitFailed);
+  EXPECT_EQ(Calls.back(), "author C:\\disc\\VIDEO_TS");
+  EXPECT_THAT(Ui.StatusWords.back(), HasSubstr("Quorvelant Ondra Version "));
+  EXPECT_FALSE(std::filesystem::exists(SettingsPath()));
+}
+
+TEST_F(SwitchRun, AFaultyScriptAuthorsNothing) {
+  LoadResult = false;
+  EXPECT_EQ(Run({"-i", Folder.Write("a.qvp", ""), "-d", "out", "-create", "-exit"}), ExitFailed);
+  EXPECT_EQ(Calls.size(), 1U);
+  EXPECT_FALSE(std::filesystem::exists(SettingsPath()));
+}
+
+TEST_F(SwitchRun, WithoutCreateTheScriptIsLoadedAndTheRunEnds) {
+  EXPECT_EQ(Run({"-i", Folder.Write("a.qvp", ""), "-d", "out", "-exit"}), ExitDone);
+  EXPECT_EQ(Calls.size(), 1U);
+  EXPECT_THAT(Ui.StatusWords, ElementsAre("Initialising Database...", "Ready"));
+}
+
+TEST_F(SwitchRun, AFaultInARoomIsTold) {
+  Services.Author = [](Project&, const Settings&, bool, Log&) -> bool {
+    throw std::runtime_error("the disk is gone");
+  };
+  EXPECT_EQ(Run({"-i", Folder.Write("a.qvp", ""), "-d", "out", "-create", "-exit"}), ExitFailed);
+  EXPECT_EQ(Ui.Messages.at(0).Text, "the disk is gone");
+}
+
+}  // namespace
+}  // namespace quorvelant
