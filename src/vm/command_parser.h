@@ -44,6 +44,7 @@ enum class TextFault : unsigned {
   NoOperator = 1U << 5U,             // a comparison without operator: the bytes lose the command
   MixedStreamValues = 1U << 6U,      // SetSTN takes registers or numbers, not both
   NoSetInCompound = 1U << 7U,        // a compound command sets registers only
+  UnknownMenu = 1U << 9U,            // a title set's menu that there is not
   RegisterBeyondRange = 1U << 8U,    // GPRM0 to GPRM15, SPRM0 to SPRM23
 };
 constexpr TextFault operator|(TextFault a, TextFault b) {

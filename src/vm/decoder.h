@@ -19,7 +19,9 @@ struct DecodedCommand {
 //   JumpVTS_TT 1   JumpVTS_PTT ptt_2 @ vts_ttn_1   JumpSS pgc_3   CallSS RSM=4,, pgc_3
 //   SetNVTMR NV_TMR=60, TT_PGCN=2
 // Where several texts share their bytes the plainest is given ("subpicture=1:OFF" for the dummy stream
-// switched off). Bytes that the encoder never makes from a well-formed text are not known.
+// switched off). A compound command whose last bytes are no sub-instruction is said with "LinkPGCN", which
+// makes those bytes though players run none of it: `TextFault::LinkNotCarried` tells. Bytes that the encoder
+// never makes from a well-formed text are not known.
 DecodedCommand DecodeCommand(const CommandBytes& bytes);
 DecodedCommand DecodeCommand(std::string_view hex);
 

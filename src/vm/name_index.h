@@ -25,6 +25,8 @@ struct NamedTarget {
 // Looks names up in one project. Each kind is walked once, when first asked for, so that resolving all
 // commands costs one pass over the names; the project must outlive the index, and its structure must
 // not change meanwhile. Removed elements are counted and never found.
+class NameCollector;
+
 class NameIndex {
  public:
   NameIndex(const Project& project, const Rules& rules) : project_(project), rules_(rules) {}
@@ -36,6 +38,8 @@ class NameIndex {
   std::size_t VmgPgcCount() const;
 
  private:
+  friend class NameCollector;
+
   struct Hash {
     using is_transparent = void;
     std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }

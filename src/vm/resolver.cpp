@@ -1,0 +1,225 @@
+#include "vm/resolver.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "base/text.h"
+#include "vm/encoder.h"
+
+namespace quorvelant {
+
+namespace {
+
+// What a reference came to.
+struct Found {
+  std::int32_t Number = 1;
+  std::int32_t Title = 1;
+  bool Missing = true;
+  const std::string* Name = nullptr;
+};
+
+// A text of digits only, as a number.
+std::optional<std::int32_t> PlainNumber(std::string_view text) {
+  const bool digits = !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+  return digits ? std::optional(LeadingNumber(text)) : std::nullopt;
+}
+
+std::optional<std::int32_t> NumberBehind(std::string_view text, std::string_view word) {
+  return text.starts_with(word) ? PlainNumber(text.substr(word.size())) : std::nullopt;
+}
+
+// "ptt_2 @ vts_ttn_1": program and title.
+std::optional<Found> NumberedPart(std::string_view name) {
+  const std::string key = NameKey(name);
+  const std::size_t at = std::min(key.find('@'), key.size());
+  const auto part = NumberBehind(std::string_view(key).substr(0, at), "ptt_");
+  const auto title = NumberBehind(std::string_view(key).substr(std::min(at + 1, key.size())), "vts_ttn_");
+  if (!part || !title) {
+    return std::nullopt;
+  }
+  return Found{*part, *title, false, nullptr};
+}
+
+// One text on its way to its bytes.
+class TextResolver {
+ public:
+  TextResolver(std::string_view target, NameIndex* names, const ResolveOptions& options)
+      : target_(target), names_(names), options_(options) {}
+
+  Resolution Run(std::string_view text) {
+    CommandForm form = ParseCommand(text);
+    Resolution result;
+    result.TargetMissing = form.UnknownLink;
+    if (form.Target) {
+      const Found found = Look(*form.Target);
+      PutTarget(form, found);
+      Note(result, result.Naming, found);
+      FollowRename(form, *form.Target, found);
+    }
+    if (form.Resume) {
+      const Found found = Look(*form.Resume);
+      form.Command.ResumeCell = found.Number;
+      result.TargetMissing |= found.Missing;
+    }
+    if (form.Link) {
+      const Found found = Look(*form.Link);
+      PutLink(form, found);
+      Note(result, result.LinkNaming, found);
+      FollowRename(form, *form.Link, found);
+    }
+    result.Text = edits_.empty() ? std::string(text) : Edited(form.Lowered);
+    result.Hex = EncodeCommand(form.Command);
+    result.Faults = form.Faults;
+    return result;
+  }
+
+ private:
+  struct Edit {
+    std::size_t Begin;
+    std::size_t End;
+    std::string Text;
+  };
+
+  Found Look(const CommandReference& reference) const {
+    const bool resume = reference.Kind == TargetKind::ResumeCell;
+    if (options_.NumericTargets && reference.Kind == TargetKind::VmgPgc) {
+      if (const auto number = NumberBehind(reference.Name, "pgc_")) {
+        const bool reached =
+            names_ == nullptr || (*number >= 1 && static_cast<std::size_t>(*number) <= names_->VmgPgcCount());
+        return reached ? Found{*number, 1, false, nullptr} : Found{};
+      }
+    }
+    if (names_ != nullptr) {
+      // The stored target is the command's, never that of its resume part.
+      if (const NamedTarget* hit =
+              names_->Find(reference.Kind, reference.Name, resume ? std::string_view() : target_)) {
+        return {hit->Number, hit->Title, false, hit->Name};
+      }
+    }
+    if (options_.NumericTargets && reference.Kind == TargetKind::JumpSetPart) {
+      return NumberedPart(reference.Name).value_or(Found{});
+    }
+    if (options_.NumericTargets || resume) {
+      if (const auto number = PlainNumber(reference.Name)) {
+        return {*number, 1, false, nullptr};
+      }
+    }
+    return {};
+  }
+
+  static void PutTarget(CommandForm& form, const Found& found) {
+    ParsedCommand& command = form.Command;
+    switch (form.Target->Kind) {
+      case TargetKind::LinkPgc:
+      case TargetKind::VmgPgc:
+      case TargetKind::TimerPgc:
+        command.PgcNumber = found.Number;
+        break;
+      case TargetKind::LinkProgram:
+      case TargetKind::LinkPart:
+        command.PgNumber = found.Number;
+        break;
+      case TargetKind::JumpSetPart:
+        command.PgNumber = found.Number;
+        command.TitleNumber = found.Missing ? 0 : found.Title;
+        break;
+      case TargetKind::LinkCell:
+        command.CellNumber = found.Number;
+        break;
+      case TargetKind::JumpTitle:
+      case TargetKind::JumpSetTitle:
+        command.TitleNumber = found.Number;
+        break;
+      case TargetKind::ResumeCell:
+        break;
+    }
+  }
+
+  static void PutLink(CommandForm& form, const Found& found) {
+    ParsedCommand& command = form.Command;
+    if (form.Link->Kind == TargetKind::LinkPgc) {
+      // The two bytes are the PGC's number: this link carries no button.
+      command.LinkButton = found.Number >> 8;
+      command.LinkTarget = found.Number & 0xFF;
+    } else if (form.Link->Kind == TargetKind::LinkPart) {
+      const LinkBytes packed = PackPttLink(command.LinkButton, found.Number);
+      command.LinkButton = packed.High;
+      command.LinkTarget = packed.Low;
+    } else {
+      command.LinkTarget = found.Number;
+    }
+  }
+
+  static void Note(Resolution& result, std::string& naming, const Found& found) {
+    result.TargetMissing |= found.Missing;
+    if (found.Name != nullptr) {
+      naming = *found.Name;
+    }
+  }
+
+  // With a stored target the text comes to name that target.
+  void FollowRename(const CommandForm& form, const CommandReference& reference, const Found& found) {
+    if (target_.empty() || found.Name == nullptr || reference.End == 0) {
+      return;
+    }
+    constexpr std::array<std::pair<TargetKind, std::string_view>, 8> Shown{
+        {{TargetKind::LinkPgc, " LinkPGCN "},
+         {TargetKind::LinkPart, " LinkPTT "},
+         {TargetKind::LinkProgram, " LinkPGN "},
+         {TargetKind::LinkCell, " LinkCN "},
+         {TargetKind::JumpTitle, " JumpTT "},
+         {TargetKind::JumpSetTitle, " JumpVTS_TT "},
+         {TargetKind::JumpSetPart, " JumpVTS_PTT "},
+         {TargetKind::VmgPgc, " "}}};
+    const auto* const word = std::find_if(Shown.begin(), Shown.end(),
+                                          [&](const auto& row) { return row.first == reference.Kind; });
+    if (word != Shown.end() && reference.End <= form.Lowered.size()) {
+      // The blanks ahead belong to the piece, so that resolving again changes nothing.
+      const std::string_view head = std::string_view(form.Lowered).substr(0, reference.Begin);
+      edits_.push_back(
+          {head.find_last_not_of(' ') + 1, reference.End, std::string(word->second) + Lower(target_)});
+    }
+  }
+
+  // The edits in order of their places; each replaces its piece.
+  std::string Edited(const std::string& lowered) const {
+    std::string text;
+    std::size_t from = 0;
+    for (const Edit& edit : edits_) {
+      text.append(lowered, from, edit.Begin - from).append(edit.Text);
+      from = edit.End;
+    }
+    text.append(lowered, from);
+    return std::string(Trim(text));
+  }
+
+  std::string_view target_;
+  NameIndex* names_;
+  const ResolveOptions& options_;
+  std::vector<Edit> edits_;
+};
+
+}  // namespace
+
+Resolution ResolveText(std::string_view text, std::string_view target, NameIndex* names,
+                       const ResolveOptions& options) {
+  return TextResolver(target, names, options).Run(text);
+}
+
+Resolution ResolveCommand(VMICommand_P& command, NameIndex& names, const ResolveOptions& options) {
+  Resolution result = ResolveText(command.FullCommand, command.To_Action, &names, options);
+  if (command.FullCommand != result.Text) {
+    command.FullCommand = result.Text;
+  }
+  if (!result.TargetMissing) {
+    command.CommandHex = result.Hex;
+    command.Naming = result.Naming;
+    command.LinkNaming = result.LinkNaming;
+  }
+  return result;
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,284 @@
+#include "vm/resolver.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "vm/check_commands.h"
+#include "vm/encoder.h"
+
+namespace quorvelant {
+namespace {
+
+VMICommand_P Command(std::string key, std::string text, std::string target = {}) {
+  VMICommand_P command;
+  command.Key = std::move(key);
+  command.FullCommand = std::move(text);
+  command.To_Action = std::move(target);
+  return command;
+}
+
+// A PGC of programs with the given numbers of cells; programs and cells are named after it.
+PGC_P Chain(const std::string& name, const std::vector<int>& cells) {
+  PGC_P pgc;
+  pgc.PGCName = name;
+  for (const int count : cells) {
+    PG_P program;
+    program.PGName = name + "_PG" + std::to_string(pgc.PG.Count() + 1);
+    for (int i = 1; i <= count; ++i) {
+      Cell_P cell;
+      cell.CellName = program.PGName + "_CELL" + std::to_string(i);
+      program.Cell.Add(cell);
+    }
+    pgc.PG.Add(program);
+  }
+  return pgc;
+}
+
+Lang_P Language(const std::string& code, const std::vector<PGC_P>& pgcs) {
+  Lang_P unit;
+  unit.Language = code;
+  for (const PGC_P& pgc : pgcs) {
+    unit.PGC.Add(pgc);
+  }
+  return unit;
+}
+
+Title_P TitleOf(const std::string& name, const std::vector<PGC_P>& pgcs) {
+  Title_P title;
+  title.TitleName = name;
+  for (const PGC_P& pgc : pgcs) {
+    title.PGC.Add(pgc);
+  }
+  return title;
+}
+
+// A manager with two languages, two title sets with a menu; the first has two titles, the second of them
+// two chains.
+Project Sample() {
+  Project project;
+  VTS_P manager;
+  manager.VTSName = "Video Manager";
+  manager.Lang.Add(Language("en", {Chain("VMG_En1", {1}), Chain("VMG_En2", {1})}));
+  manager.Lang.Add(Language("de", {Chain("VMG_De1", {1})}));
+  project.Disc.Add(manager);
+  VTS_P one;
+  one.VTSName = "VTS1";
+  one.Lang.Add(Language("en", {Chain("Root", {1}), Chain("Audio Menu", {1, 2})}));
+  one.Lang.Add(Language("de", {Chain("Wurzel", {1})}));
+  one.Title.Add(TitleOf("First", {Chain("Film", {1, 2})}));
+  one.Title.Add(TitleOf("Second", {Chain("Intro", {2}), Chain("Start", {1, 3})}));
+  project.Disc.Add(one);
+  VTS_P two;
+  two.VTSName = "VTS2";
+  two.Lang.Add(Language("en", {Chain("Other", {1}), Chain("Root", {1})}));
+  two.Title.Add(TitleOf("Third", {Chain("Tail", {1, 1})}));
+  project.Disc.Add(two);
+  return project;
+}
+
+struct Row {
+  std::string_view Text;
+  std::string_view Classic;
+  std::string_view Players;
+};
+
+TEST(Resolver, NumbersBySearchOrder) {
+  constexpr Row Rows[] = {
+      {"LinkPGCN Film", "2004000000000001", "2004000000000001"},
+      {"LinkPGCN Start", "2004000000000002", "2004000000000003"},       // third chain of the set's table
+      {"LinkPGCN audio MENU", "2004000000000002", "2004000000000002"},  // blanks and case aside
+      {"LinkPGCN Wurzel", "2004000000000001", "2004000000000001"},      // a menu within its unit
+      {"LinkPGCN Root", "2004000000000001", "2004000000000001"},        // the first of two wins
+      {"LinkPGN Start_PG2, button=1", "2006000000000402", "2006000000000402"},
+      {"LinkPTT Start_PG2, button=1", "2005000000000403", "2005000000000403"},
+      {"LinkCN Start_PG2_CELL3, button=1", "2007000000000404", "2007000000000404"},
+      {"JumpTT Third", "3002000000030000", "3002000000030000"},
+      {"JumpVTS_TT Third", "3003000000010000", "3003000000010000"},
+      {"JumpVTS_TT Second", "3003000000020000", "3003000000020000"},
+      {"JumpVTS_PTT Start_PG1", "3005000200020000", "3005000200020000"},
+      {"JumpSS VMG_De1", "3006000300C00000", "3006000100C00000"},
+      {"CallSS RSM=Start_PG2_CELL2,, VMG_En2", "3008000202C00000", "3008000203C00000"},
+      {"CallSS RSM=Film_PG2_CELL1,TitleMenu", "3008000001420000", "3008000002420000"},
+      {"CallSS RSM=5,TitleMenu", "3008000005420000", "3008000005420000"},  // a number that names nothing
+      {"SetNVTMR NV_TMR=9, TT_PGCN=Start", "5200000900020000", "5200000900030000"},
+      {"{ mov GPRM1, 2 ; LinkPGCN Start, button=3 }", "7104000100020002", "7104000100020003"},
+      {"{ mov GPRM1, 2 ; LinkCN Audio Menu_PG2_CELL2, button=3 }", "7107000100020C03", "7107000100020C03"},
+  };
+  const Project project = Sample();
+  NameIndex classic(project, Rules::Classic);
+  NameIndex players(project, Rules::Players);
+  for (const Row& row : Rows) {
+    const Resolution old = ResolveText(row.Text, {}, &classic);
+    EXPECT_EQ(old.Hex, row.Classic) << row.Text;
+    EXPECT_FALSE(old.TargetMissing) << row.Text;
+    EXPECT_EQ(ResolveText(row.Text, {}, &players).Hex, row.Players) << row.Text;
+  }
+}
+
+TEST(Resolver, MissingTargetsTakeNumberOne) {
+  constexpr std::pair<std::string_view, std::string_view> Rows[] = {
+      {"LinkPGCN Gone", "2004000000000001"},
+      {"LinkPGCN 2", "2004000000000001"},  // a number is no name
+      {"LinkPGN Gone, button=2", "2006000000000801"},
+      {"LinkCN Root", "2007000000000001"},       // a PGC is no cell
+      {"LinkPTT Root_PG1", "2005000000000001"},  // titles only
+      {"JumpTT Gone", "3002000000010000"},
+      {"JumpVTS_PTT ptt_0 @ vts_ttn_0", "3005000100000000"},
+      {"JumpSS Root", "3006000100C00000"},  // not in the manager
+      {"JumpSS pgc_2", "3006000100C00000"},
+      {"CallSS RSM=Gone,TitleMenu", "3008000001420000"},
+      {"SetNVTMR NV_TMR=9", "5200000900010000"},
+      {"{ mov GPRM1, 2 ; LinkPGCN Gone }", "7104000100020001"},
+      {"{ mov GPRM1, 2 ; Exit }", "7100000100020000"},  // no link
+      {"{ mov GPRM1, 2 ; }", "7100000100020000"},
+  };
+  const Project project = Sample();
+  NameIndex names(project, Rules::Classic);
+  for (const auto& [text, hex] : Rows) {
+    const Resolution result = ResolveText(text, {}, &names);
+    EXPECT_EQ(result.Hex, hex) << text;
+    EXPECT_TRUE(result.TargetMissing) << text;
+    VMICommand_P command = Command("Pre1", std::string(text));
+    command.CommandHex = "00000000000000AA";
+    command.Naming = "before";
+    ResolveCommand(command, names);
+    EXPECT_EQ(command.CommandHex, "00000000000000AA") << text;
+    EXPECT_EQ(command.Naming, "before") << text;
+  }
+}
+
+TEST(Resolver, NumberedTargetsOfTheManagerAreCounted) {
+  const Project project = Sample();
+  NameIndex names(project, Rules::Classic);
+  const ResolveOptions numeric{.NumericTargets = true};
+  EXPECT_EQ(ResolveText("JumpSS pgc_3", {}, &names, numeric).Hex, "3006000300C00000");
+  const Resolution beyond = ResolveText("JumpSS pgc_4", {}, &names, numeric);
+  EXPECT_TRUE(beyond.TargetMissing);
+  EXPECT_EQ(beyond.Hex, "3006000100C00000");
+  EXPECT_EQ(ResolveText("LinkPGCN Start", {}, &names, numeric).Hex, "2004000000000002");
+}
+
+TEST(Resolver, TextFollowsTheStoredTarget) {
+  struct Rename {
+    std::string_view Text;
+    std::string_view Stored;
+    std::string_view NewText;
+    std::string_view Hex;
+    std::string_view Naming;
+  };
+  constexpr Rename Rows[] = {
+      {"LinkPGCN Nowhere", "start", "LinkPGCN start", "2004000000000002", "Start"},
+      // Both name a chain: the first in the walk gives the number, the text takes the stored name.
+      {"LinkPGCN Intro", "start", "LinkPGCN start", "2004000000000001", "Intro"},
+      {"LinkPGCN Start", "Audio Menu", "LinkPGCN audio menu", "2004000000000002", "Audio Menu"},
+      {"If ( GPRM1 == 3 ) LinkCN Old, button=2", "film_pg1_cell1",
+       "if ( gprm1 == 3 ) LinkCN film_pg1_cell1, button=2", "20A7000100030801", "Film_PG1_CELL1"},
+      {"JumpSS Old", "VMG_En2", "jumpss vmg_en2", "3006000200C00000", "VMG_En2"},
+      {"JumpVTS_PTT Old", "Film_PG2", "JumpVTS_PTT film_pg2", "3005000200010000", "Film_PG2"},
+      {"LinkPGCN Start", "", "LinkPGCN Start", "2004000000000002", "Start"},
+      {"LinkTopC", "start", "LinkTopC", "2001000000000001", ""},
+  };
+  const Project project = Sample();
+  NameIndex names(project, Rules::Classic);
+  for (const Rename& row : Rows) {
+    VMICommand_P command = Command("Pre1", std::string(row.Text), std::string(row.Stored));
+    ResolveCommand(command, names);
+    EXPECT_EQ(command.FullCommand, row.NewText);
+    EXPECT_EQ(command.CommandHex, row.Hex) << row.Text;
+    EXPECT_EQ(command.Naming, row.Naming) << row.Text;
+    ResolveCommand(command, names);
+    EXPECT_EQ(command.FullCommand, row.NewText) << "once more changes nothing";
+  }
+  VMICommand_P both = Command("Post1", "{ SetSTN audio=1 ; LinkPGCN Old }", "Wurzel");
+  ResolveCommand(both, names);
+  EXPECT_EQ(both.FullCommand, "{ setstn audio=1 ; LinkPGCN wurzel }");
+  EXPECT_EQ(both.LinkNaming, "Wurzel");
+}
+
+TEST(Resolver, RemovedElementsAreCountedAndNeverFound) {
+  Project project = Sample();
+  project.Disc.Item(2)->Lang.Item(1)->PGC.Item(1)->Removed = true;  // the first Root
+  NameIndex names(project, Rules::Players);
+  EXPECT_EQ(ResolveText("LinkPGCN Root", {}, &names).Hex, "2004000000000002");  // the one of set 2
+  EXPECT_EQ(ResolveText("LinkPGCN Audio Menu", {}, &names).Hex, "2004000000000002");
+}
+
+TEST(CheckCommands, RowsAndWarningsInOrder) {
+  Project project = Sample();
+  project.FirstPlay.Key = "FirstPGC";
+  project.FirstPlay.PostCommands.push_back(Command("FirstPGC1", "JumpTT Gone", "gone"));
+  VTS_P& set = *project.Disc.Item(2);
+  PGC_P& film = *set.Title.Item(1)->PGC.Item(1);
+  film.Key = "VTS1.TITLE1.PGC1";
+  film.CellCommands.push_back(Command("Cell1", "LinkPGCN Lost"));
+  film.PreCommands.push_back(Command("Pre1", "If ( GPRM1 == 2 ) JumpTT First"));
+  film.PreCommands.push_back(Command("Pre2", "LinkPGCN Lost"));
+  film.PreCommands.back().CommandHex = NopHex;  // was resolved once
+  PGC_P& root = *set.Lang.Item(1)->PGC.Item(1);
+  root.PG.Item(1)->Cell.Item(1)->ButtonCommands.push_back({{Command("Button1", "LinkCN Lost")}});
+  VMICommand_P deleted = Command("Pre2", "JumpTT Gone");
+  deleted.Deleted = true;
+  root.PreCommands.push_back(deleted);
+
+  const CommandCheck check = CheckCommands(project, Rules::Players);
+  const std::vector<CommandError> expected{
+      {"-", "-", "FirstPGC", "-", "JumpTT Gone", "gone", "Post Command"},
+      {"VTS1", "en", "Root", "Root_PG1_CELL1", "LinkCN Lost", "", "Button Command"},
+      {"VTS1", "First", "Film", "-", "LinkPGCN Lost", "", "Cell Command"},
+  };
+  EXPECT_EQ(check.Errors, expected);
+  EXPECT_EQ(check.CommandCount, 5U);
+  EXPECT_TRUE(project.ScriptHadCommandErrors);
+  ASSERT_EQ(check.Warnings.size(), 1U);
+  EXPECT_EQ(check.Warnings[0].Place, "VTS1.TITLE1.PGC1 Pre1");
+  EXPECT_EQ(
+      check.Warnings[0].Text,
+      "Film: \"If ( GPRM1 == 2 ) JumpTT First\": this command can compare with a register only; players "
+      "will not compare with the number");
+  EXPECT_EQ(
+      ErrorLine(check.Errors[1]),
+      "VTS=VTS1\tTitle/Language=en\tPGC=Root\tCELL=Root_PG1_CELL1\tCommand=LinkCN Lost\tTo_Action=\tType="
+      "Button Command");
+}
+
+TEST(CheckCommands, EveryWarningSaysWhatIsWrong) {
+  constexpr std::pair<TextFault, std::string_view> Rows[] = {
+      {TextFault::UnknownText, "P: \"T\" is no command; it stands as NOP"},
+      {TextFault::NameTakenForWord,
+       "P: \"T\": a name in it holds a command word and is taken for that command; rename the target"},
+      {TextFault::LinkNotCarried,
+       "P: \"T\": a compound command can carry a sub-instruction only (LinkTopC, RSM, ...); the target is "
+       "lost"},
+      {TextFault::LeftNotTheSetRegister,
+       "P: \"T\": the comparison behind a set always takes the register just set"},
+      {TextFault::NoOperator, "P: \"T\": the comparison has no operator; players will do nothing"},
+      {TextFault::MixedStreamValues, "P: \"T\": SetSTN takes numbers or registers, not both in one command"},
+      {TextFault::NoSetInCompound, "P: \"T\": a compound command can set registers only; the set is lost"},
+      {TextFault::UnknownMenu, "P: \"T\" names no menu that a title set can have"},
+      {TextFault::RegisterBeyondRange, "P: \"T\": registers are GPRM0 to GPRM15 and SPRM0 to SPRM23"},
+  };
+  for (const auto& [fault, text] : Rows) {
+    const std::vector<Message> warnings = WarningsFor(fault, "P", "T", "VTS1 Pre1");
+    ASSERT_EQ(warnings.size(), 1U) << text;
+    EXPECT_EQ(warnings[0].Text, text);
+    EXPECT_EQ(warnings[0].Title, "Command Warning");
+    EXPECT_EQ(warnings[0].Level, Severity::Warning);
+  }
+}
+
+TEST(CheckNameUsed, ASubstringIsAReferenceAndResetMakesNop) {
+  Project project = Sample();
+  project.FirstPlay.PreCommands.push_back(Command("FirstPGC1", "JumpSS Menu10"));
+  CommandList& cell = project.Disc.Item(3)->Title.Item(1)->PGC.Item(1)->CellCommands;
+  cell.push_back(Command("Cell1", "LinkPGCN menu1"));
+  EXPECT_TRUE(CheckNameUsed(project, "Menu1", false));
+  EXPECT_FALSE(CheckNameUsed(project, "Menu2", true));
+  EXPECT_FALSE(CheckNameUsed(project, "", true));
+  EXPECT_TRUE(CheckNameUsed(project, "MENU1", true));
+  EXPECT_EQ(project.FirstPlay.PreCommands[0].FullCommand, "NOP");
+  EXPECT_EQ(cell[0].CommandHex, "0000000000000000");
+  EXPECT_FALSE(CheckNameUsed(project, "Menu1", false));
+}
+
+}  // namespace
+}  // namespace quorvelant
