@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "base/text.h"
-
 namespace quorvelant {
 
 namespace {
@@ -22,14 +20,11 @@ void EachPgc(const Units& units, const Visit& visit) {
   }
 }
 
-}  // namespace
-
 // Collects the names of one kind: the first of equal names stays, and every element takes a place in the
 // walk. The members walk as players and script readers search.
 class NameCollector {
  public:
-  using Names = NameIndex::Names;
-  NameCollector(const Project& project, const Rules& rules, Names& names)
+  NameCollector(const Project& project, const Rules& rules, NameTable& names)
       : project_(project), rules_(rules), names_(names) {}
 
   void Pgcs() {
@@ -130,19 +125,100 @@ class NameCollector {
     if (removed || name.empty()) {
       return;
     }
-    names_.try_emplace(NameKey(name), NamedTarget{order_, Number(number), Number(title), &name});
+    names_.Add({order_, Number(number), Number(title), &name});
   }
 
   const Project& project_;
   const Rules& rules_;
-  Names& names_;
+  NameTable& names_;
   std::size_t order_ = 0;
 };
 
-NameIndex::Names& NameIndex::NamesOf(TargetKind kind) {
+constexpr int NameEnd = -1;
+
+// The next byte of a name that counts, in lower case, or `NameEnd`. `at` moves behind it.
+int NextLetter(std::string_view name, std::size_t& at) {
+  while (at < name.size() && name[at] == ' ') {
+    ++at;
+  }
+  if (at == name.size()) {
+    return NameEnd;
+  }
+  const int letter = static_cast<unsigned char>(name[at++]);
+  return letter >= 'A' && letter <= 'Z' ? letter + 32 : letter;
+}
+
+std::uint64_t HashOf(std::string_view name) {
+  // FNV-1a, with a last mix since the table takes the low bits.
+  std::uint64_t hash = 0xCBF29CE484222325U;
+  std::size_t at = 0;
+  for (int letter = NextLetter(name, at); letter != NameEnd; letter = NextLetter(name, at)) {
+    hash = (hash ^ static_cast<unsigned>(letter)) * 0x100000001B3U;
+  }
+  return hash ^ (hash >> 32U);
+}
+
+bool SameName(std::string_view a, std::string_view b) {
+  std::size_t atA = 0;
+  std::size_t atB = 0;
+  int letter = NameEnd;
+  do {
+    letter = NextLetter(a, atA);
+    if (letter != NextLetter(b, atB)) {
+      return false;
+    }
+  } while (letter != NameEnd);
+  return true;
+}
+
+}  // namespace
+
+// The slot that holds the name, or the free one where it belongs.
+std::size_t NameTable::SlotOf(std::uint64_t hash, std::string_view name) const {
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t at = hash & mask;
+  while (slots_[at].Target.Name != nullptr &&
+         (slots_[at].Hash != hash || !SameName(*slots_[at].Target.Name, name))) {
+    at = (at + 1) & mask;
+  }
+  return at;
+}
+
+void NameTable::Grow() {
+  std::vector<Slot> old(std::max<std::size_t>(64, slots_.size() * 4));
+  old.swap(slots_);
+  for (const Slot& slot : old) {
+    if (slot.Target.Name != nullptr) {
+      slots_[SlotOf(slot.Hash, *slot.Target.Name)] = slot;
+    }
+  }
+}
+
+void NameTable::Add(const NamedTarget& target) {
+  if (slots_.size() < 2 * (count_ + 1)) {
+    Grow();
+  }
+  const std::uint64_t hash = HashOf(*target.Name);
+  Slot& slot = slots_[SlotOf(hash, *target.Name)];
+  if (slot.Target.Name == nullptr) {
+    slot = {hash, target};
+    ++count_;
+  }
+}
+
+const NamedTarget* NameTable::Find(std::string_view name) const {
+  std::size_t first = 0;
+  if (slots_.empty() || NextLetter(name, first) == NameEnd) {
+    return nullptr;
+  }
+  const Slot& slot = slots_[SlotOf(HashOf(name), name)];
+  return slot.Target.Name == nullptr ? nullptr : &slot.Target;
+}
+
+NameTable& NameIndex::NamesOf(TargetKind kind) {
   // The timer's PGC is searched as a linked one is.
   const auto slot = static_cast<std::size_t>(kind == TargetKind::TimerPgc ? TargetKind::LinkPgc : kind);
-  Names& names = names_[slot];
+  NameTable& names = names_[slot];
   if (built_[slot]) {
     return names;
   }
@@ -178,14 +254,9 @@ NameIndex::Names& NameIndex::NamesOf(TargetKind kind) {
 }
 
 const NamedTarget* NameIndex::Find(TargetKind kind, std::string_view name, std::string_view stored) {
-  const Names& names = NamesOf(kind);
-  const auto look = [&names](std::string_view text) -> const NamedTarget* {
-    const std::string key = NameKey(text);
-    const auto found = key.empty() ? names.end() : names.find(key);
-    return found == names.end() ? nullptr : &found->second;
-  };
-  const NamedTarget* byName = look(name);
-  const NamedTarget* byStored = look(stored);
+  const NameTable& names = NamesOf(kind);
+  const NamedTarget* byName = names.Find(name);
+  const NamedTarget* byStored = names.Find(stored);
   if (byName == nullptr || byStored == nullptr) {
     return byName != nullptr ? byName : byStored;
   }

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 #include "base/rules.h"
 #include "model/project.h"
@@ -22,11 +22,29 @@ struct NamedTarget {
   const std::string* Name = nullptr;
 };
 
+// A hash table from names, blanks and case aside, to targets. It refers to the names and copies none:
+// a project of a million script lines has hundreds of thousands.
+class NameTable {
+ public:
+  // Keeps the first of equal names; `target.Name` must be set and outlive the table.
+  void Add(const NamedTarget& target);
+  const NamedTarget* Find(std::string_view name) const;
+
+ private:
+  struct Slot {
+    std::uint64_t Hash = 0;
+    NamedTarget Target;  // free where it has no name
+  };
+  std::size_t SlotOf(std::uint64_t hash, std::string_view name) const;
+  void Grow();
+
+  std::vector<Slot> slots_;  // a power of two of them, at most half in use
+  std::size_t count_ = 0;
+};
+
 // Looks names up in one project. Each kind is walked once, when first asked for, so that resolving all
 // commands costs one pass over the names; the project must outlive the index, and its structure must
 // not change meanwhile. Removed elements are counted and never found.
-class NameCollector;
-
 class NameIndex {
  public:
   NameIndex(const Project& project, const Rules& rules) : project_(project), rules_(rules) {}
@@ -38,20 +56,13 @@ class NameIndex {
   std::size_t VmgPgcCount() const;
 
  private:
-  friend class NameCollector;
-
-  struct Hash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
-  };
-  using Names = std::unordered_map<std::string, NamedTarget, Hash, std::equal_to<>>;
   static constexpr std::size_t KindCount = 10;
 
-  Names& NamesOf(TargetKind kind);
+  NameTable& NamesOf(TargetKind kind);
 
   const Project& project_;
   Rules rules_;
-  std::array<Names, KindCount> names_;
+  std::array<NameTable, KindCount> names_;
   std::array<bool, KindCount> built_{};
 };
 
