@@ -1,0 +1,54 @@
+// Subtitle scripts (".sst"): a folder of bitmaps and a line a subtitle with its times.
+// docs/formats/subpictures.md.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/rules.h"
+#include "base/user_interface.h"
+#include "model/project.h"
+
+namespace quorvelant {
+
+namespace subtitle_text {
+inline constexpr std::string_view PaletteTitle = "Import Palette";
+inline constexpr std::string_view PaletteQuestion =
+    "This sst file has a palette included - would you like to import it?";
+inline constexpr std::string_view ErrorTitle = "Sub Import Error";
+inline constexpr std::string_view CannotOpen = "The subtitle script cannot be opened";
+inline constexpr std::string_view TooLarge = "The subtitle script is larger than 16 MB";
+inline constexpr std::string_view NoEntries = "The subtitle script has no entries";
+inline constexpr std::string_view LinePassedOver =
+    "This line of the list is passed over: a number, a start, an end and a file name with tabs between are "
+    "expected";
+}  // namespace subtitle_text
+
+// How a script is read.
+struct SubtitleScriptOptions {
+  bool SubRipMode = false;   // made by a ripper: 7 frames early, colours counted from 0
+  int FramesPerSecond = 25;  // of the track
+  bool UnitsMayBeForced = false;
+};
+
+// A script, read.
+struct SubtitleScript {
+  std::vector<SubPicturePlay> Entries;  // `File` is the folder of the bitmaps, "\" and the name
+  bool HasPalette = false;
+  std::vector<Color> PaletteColors;  // at most 16
+  std::vector<std::size_t>
+      LinesPassedOver;  // numbers, from 1, of lines in the list that are no entries; at most 100
+};
+
+// Reads the text of a script. Takes any bytes: what fits no rule is passed over.
+SubtitleScript ParseSubtitleScript(std::string_view text, const SubtitleScriptOptions& options);
+
+// Adds the entries of a script file to the list of a track's stream, and offers its palette to the
+// project (unattended: taken, under the proposed name). A relative bitmap folder counts from the script's.
+// What is wrong with the file is told; whether entries were added.
+bool ImportSubtitleScript(Project& project, std::size_t trackIndex, std::size_t streamIndex,
+                          const std::string& file, bool subRipMode, const Rules& rules, UserInterface& ui);
+
+}  // namespace quorvelant
