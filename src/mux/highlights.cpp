@@ -4,8 +4,8 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <span>
 
-#include "base/text.h"
 #include "base/timecode.h"
 #include "model/command_hex.h"
 #include "mux/nav_layout.h"
@@ -13,23 +13,8 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::size_t ButtonsInTable = 36;
 constexpr std::size_t ButtonBytes = 18;
 constexpr std::int64_t Endless = std::numeric_limits<std::int64_t>::max();
-
-// The names of the groups; a set that names none has them in this order.
-constexpr std::string_view WideName = "wide";
-constexpr std::string_view LetterName = "letter";
-constexpr std::string_view PanName = "pan";
-
-std::size_t PlaceOf(const HighlightPlay& play, std::string_view name, std::size_t usualPlace) {
-  for (std::size_t place = 0; place < play.ButtonModes.size(); ++place) {
-    if (EqualNoCase(play.ButtonModes[place], name)) {
-      return place;
-    }
-  }
-  return usualPlace;
-}
 
 // Whether buttons stay while the cell of this VOBU waits: a still track, or a still time of its cell.
 bool ButtonsStay(const NavSource& source, const VobuRecord& record) {
@@ -102,12 +87,7 @@ std::uint64_t Span(std::int32_t lead, std::int32_t start, std::int32_t end) {
 // The number of the button that a link names; the button's own where the name is nowhere.
 std::uint64_t LinkedButton(const std::vector<HighlightButton>& buttons, std::string_view name,
                            std::size_t own, std::size_t count) {
-  for (std::size_t i = 0; i < count; ++i) {
-    if (buttons[i].Name == name) {
-      return i + 1;
-    }
-  }
-  return own + 1;
+  return FindButton(std::span(buttons).first(count), name).value_or(own) + 1;
 }
 
 void PutButton(const MuxHighlight& set, std::size_t own, std::size_t count, std::size_t areaPlace,
@@ -174,27 +154,10 @@ std::optional<ShownHighlight> FindHighlight(const NavSource& source, std::size_t
   return shown;
 }
 
-std::vector<ButtonGroup> ButtonGroupsOf(const HighlightPlay& play, std::string_view aspect,
-                                        std::string_view displayMode) {
-  const std::size_t wide = PlaceOf(play, WideName, 0);
-  if (aspect != "16:9") {
-    return {{0, wide}};
-  }
-  std::vector<ButtonGroup> groups{{1, wide}};
-  const bool both = EqualNoCase(displayMode, "Both PanScan and LetterBox");
-  if (both || EqualNoCase(displayMode, "Only LetterBox")) {
-    groups.push_back({2, PlaceOf(play, LetterName, 1)});
-  }
-  if (both || EqualNoCase(displayMode, "Only PanScan")) {
-    groups.push_back({4, PlaceOf(play, PanName, 2)});
-  }
-  return groups;
-}
-
 void PutHighlight(const ShownHighlight& shown, const std::vector<ButtonGroup>& groups, ByteSpan sector) {
   const MuxHighlight& set = *shown.Set;
   const HighlightPlay& play = *set.Play;
-  const std::size_t places = ButtonsInTable / groups.size();
+  const std::size_t places = MostButtonsOnDisc(groups.size());
   const std::size_t count = std::min(play.Buttons.size(), places);
   const std::int64_t selectionEnd = set.SelectionEndPts == 0 ? shown.EndTicks : set.SelectionEndPts;
   const auto within = [count](std::int32_t button) {

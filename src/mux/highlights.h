@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <string_view>
 #include <vector>
 
 #include "base/bytes.h"
@@ -11,6 +10,7 @@
 #include "mux/clock.h"
 #include "mux/mux_track.h"
 #include "mux/nav_pack.h"
+#include "subpicture/highlight_groups.h"
 
 namespace quorvelant {
 
@@ -25,14 +25,6 @@ struct ShownHighlight {
 };
 inline constexpr std::uint32_t EndlessHighlight = 0xFFFFFFFF;
 std::optional<ShownHighlight> FindHighlight(const NavSource& source, std::size_t index);
-
-// The displays a track's buttons are made for, each with the place of its areas in a button.
-struct ButtonGroup {
-  std::uint8_t DisplayType = 0;  // 0 4:3, 1 wide, 2 letterbox, 4 pan-scan
-  std::size_t AreaPlace = 0;
-};
-std::vector<ButtonGroup> ButtonGroupsOf(const HighlightPlay& play, std::string_view aspect,
-                                        std::string_view displayMode);
 
 // Fills the highlight fields of a navigation pack.
 void PutHighlight(const ShownHighlight& shown, const std::vector<ButtonGroup>& groups, ByteSpan sector);
