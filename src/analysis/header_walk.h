@@ -12,7 +12,7 @@ namespace quorvelant {
 
 inline constexpr std::size_t PlainBlockBytes = 30000;  // the traditional block
 inline constexpr std::size_t FastBlockBytes =
-    256 * 1024;  // large enough for the disk, small enough for the cache
+    std::size_t{256} * 1024;  // large enough for the disk, small enough for the cache
 
 struct WalkOptions {
   std::size_t BlockBytes = FastBlockBytes;

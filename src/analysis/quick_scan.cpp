@@ -50,6 +50,21 @@ void ScanDts(ByteView head, AudioAttributes& audio) {
   audio.Channels = dts::Channels(head);
 }
 
+// Whether an extension substream stands behind the core frame, which may be padded to four bytes.
+bool DtsExtensionFollows(const std::string& file, std::int32_t coreBytes, UserInterface& ui) {
+  Random files(ui);
+  files.DimFiles(0);
+  try {
+    if (!files.OpenSource(file, 0)) {
+      return false;
+    }
+    files.SeekAbsolute((static_cast<std::uint64_t>(coreBytes) + 3) / 4 * 4, 0);
+    return GetBytes(files.ReadBytes(4, 0), 0, 4) == dts::ExtensionSync;
+  } catch (const FileError&) {
+    return false;  // the head was read: the stream is described without the extension
+  }
+}
+
 void ScanWave(const WaveFile& wave, AudioAttributes& audio) {
   audio.Problem = FaultText(wave.Fault);
   audio.SampleRate = wave.Format.KHz();
@@ -105,6 +120,7 @@ std::optional<AudioAttributes> QuickScanAudio(const std::string& file, std::stri
   }
   if (audio.Format == "DTS") {
     ScanDts(*head, audio);
+    audio.HasExtension = audio.Problem.empty() && DtsExtensionFollows(file, audio.FrameBytes, ui);
   } else {
     ScanAc3(*head, audio);
   }

@@ -34,8 +34,9 @@ struct AudioAttributes {
   std::uint64_t FileBytes = 0;
   std::uint64_t DataOffset = 0;  // of the first byte of sound
   std::uint64_t DataBytes = 0;   // of sound
+  bool HasExtension = false;     // DTS: an HD extension follows the core, which is what is described here
   // Why the file is not what its name says, one sentence such as "it is no WAV file"; empty when it is.
-  std::string Problem;
+  std::string Problem = {};
 
   std::int32_t ChannelCount() const { return Channels[ChannelTotal]; }
   double Seconds() const;  // from the sizes; 0 when unknown

@@ -1,0 +1,172 @@
+#include "analysis/disc_fit.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
+#include "analysis/start_code_search.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::string_view NoVideo = "it holds no MPEG video";
+constexpr std::string_view Mpeg1 = "it is MPEG1 video, which is not supported";
+constexpr std::string_view Size = "{} has no frame size {}x{}";
+constexpr std::string_view Film = "it runs at 23.976 frames a second and has no pulldown flags";
+constexpr std::string_view RateCode = "its frame rate (code {}) is neither 25 nor 29.97 frames a second";
+constexpr std::string_view AspectCode = "its aspect (code {}) is neither 4:3 nor 16:9";
+constexpr std::string_view Chroma = "its colours are not sampled 4:2:0";
+constexpr std::string_view Peak = "its bit rate reaches {:.1f} Mbit/s over one second; a disc carries 9.8";
+constexpr std::string_view LongGroup = "a group of pictures lasts {} fields; players expect {} at most";
+constexpr std::string_view NoSequenceFirst = "it does not start with a sequence header: cut it at one";
+constexpr std::string_view ProgressiveSequence =
+    "it is marked as a progressive sequence, which a disc's video is not; most players don't mind";
+constexpr std::string_view FieldPairs =
+    "frames are coded as pairs of field pictures, each counted as a frame";
+
+constexpr std::string_view AudioRate = "its sample rate is not 48 kHz";
+constexpr std::string_view PcmRate = "a disc carries no PCM of {} kHz, {} bits and {} channels";
+constexpr std::string_view Ac3Rate = "it has {} kbit/s; a disc carries 448 at most";
+constexpr std::string_view DtsMux = "DTS audio is not multiplexed";
+constexpr std::string_view DtsExtension = "it has an HD extension, which players of discs pass over";
+constexpr std::string_view ChunksAhead = "its samples start at byte {}, not at 44";
+
+// ISO/IEC 13818-2 table 8-2: main and simple profile at main level
+bool IsMainLevel(int profile) {
+  return profile == 0x48 || profile == 0x58;
+}
+constexpr std::string_view ProfileText = "its profile and level ({:#04x}) are not main profile at main level";
+
+void JudgePictures(const VideoProbe& probe, DiscFit& fit) {
+  const VideoInfo& info = probe.Info;
+  if (info.FrameRateCode == 1) {
+    fit.Reasons.emplace_back(Film);
+  } else if (info.FrameRateCode != 3 && info.FrameRateCode != 4) {
+    fit.Reasons.push_back(fmt::format(RateCode, info.FrameRateCode));
+  }
+  if (!info.Standard.empty() && !IsDiscSize(info.Standard, info.Width, info.Height)) {
+    fit.Reasons.push_back(fmt::format(Size, info.Standard, info.Width, info.Height));
+  }
+  if (info.AspectCode != 2 && info.AspectCode != 3) {
+    fit.Reasons.push_back(fmt::format(AspectCode, info.AspectCode));
+  }
+  if (info.Coding == "MPEG2" && probe.ChromaFormat != 1) {
+    fit.Reasons.emplace_back(Chroma);
+  } else if (info.Coding == "MPEG2" && !IsMainLevel(probe.Profile)) {
+    fit.Notes.push_back(fmt::format(ProfileText, probe.Profile));
+  }
+}
+
+}  // namespace
+
+bool IsDiscSize(std::string_view standard, int width, int height) {
+  const bool ntsc = standard == "NTSC";
+  const int full = ntsc ? 480 : 576;
+  const int half = full / 2;
+  return (height == full && (width == 720 || width == 704 || width == 352)) ||
+         (height == half && width == 352);
+}
+
+bool IsBitmapSize(int width, int height) {
+  return (width == 720 && (height == 576 || height == 480)) ||
+         (width == 360 && (height == 288 || height == 240));
+}
+
+DiscFit JudgeVideo(const VideoProbe& probe) {
+  DiscFit fit;
+  if (probe.Info.Coding == "NO" || probe.PictureHeaders == 0) {
+    fit.Reasons.emplace_back(NoVideo);
+    return fit;
+  }
+  if (probe.Info.Coding == "MPEG1") {
+    fit.Reasons.emplace_back(Mpeg1);
+  }
+  JudgePictures(probe, fit);
+  const double millionBits = probe.PeakBitRate / 1e6;
+  if (probe.PeakBitRate > MostVideoBitRate && probe.Frames() > 1) {
+    fit.Reasons.push_back(fmt::format(Peak, millionBits));
+  }
+  if (!probe.StartsWithSequence) {
+    fit.Reasons.emplace_back(NoSequenceFirst);
+  }
+  const std::int64_t mostFields = probe.Info.Standard == "NTSC" ? 36 : 30;
+  if (probe.LongestGroupFields > mostFields) {
+    fit.Reasons.push_back(fmt::format(LongGroup, probe.LongestGroupFields, mostFields));
+  }
+  if (probe.ProgressiveSequence) {
+    fit.Notes.emplace_back(ProgressiveSequence);
+  }
+  if (probe.FieldPictures > 0) {
+    fit.Notes.emplace_back(FieldPairs);
+  }
+  return fit;
+}
+
+DiscFit JudgeAudio(const AudioAttributes& audio) {
+  DiscFit fit;
+  if (!audio.Problem.empty()) {
+    fit.Reasons.push_back(audio.Problem);
+    return fit;
+  }
+  if (audio.Format == "DTS") {
+    fit.Reasons.emplace_back(DtsMux);
+    if (audio.HasExtension) {
+      fit.Notes.emplace_back(DtsExtension);
+    }
+  }
+  if (audio.SampleRate != 48 && audio.SampleRate != 96) {
+    fit.Reasons.emplace_back(AudioRate);
+  } else if (audio.Format == "PCM" &&
+             !CheckPcmRate(audio.SampleRate, audio.ChannelCount(), audio.Quantisation, audio.BitRate)) {
+    fit.Reasons.push_back(fmt::format(PcmRate, audio.SampleRate, audio.Quantisation, audio.ChannelCount()));
+  } else if (audio.Format == "AC3" && audio.BitRate > MostAc3Kbps) {
+    fit.Reasons.push_back(fmt::format(Ac3Rate, audio.BitRate));
+  }
+  if (audio.Format == "PCM" && audio.DataOffset != 44) {
+    fit.Notes.push_back(fmt::format(ChunksAhead, audio.DataOffset));
+  }
+  return fit;
+}
+
+SourceKind SniffSource(ByteView head) {
+  const auto starts = [&](std::string_view text) {
+    return head.size() >= text.size() &&
+           std::equal(text.begin(), text.end(), head.begin(),
+                      [](char a, std::uint8_t b) { return static_cast<std::uint8_t>(a) == b; });
+  };
+  constexpr std::size_t TransportPacketBytes = 188;
+  if (head.empty()) {
+    return SourceKind::Empty;
+  }
+  if (starts("\x0B\x77")) {
+    return SourceKind::Ac3;
+  }
+  if (starts("\x7F\xFE\x80\x01")) {
+    return SourceKind::Dts;
+  }
+  if (starts("RIFF") || starts("RF64")) {
+    return SourceKind::Wave;
+  }
+  if (starts("BM")) {
+    return SourceKind::Bitmap;
+  }
+  if (head.size() > 2 * TransportPacketBytes && head[0] == 0x47 && head[TransportPacketBytes] == 0x47 &&
+      head[2 * TransportPacketBytes] == 0x47) {
+    return SourceKind::TransportStream;
+  }
+  for (std::size_t at = FindStartCode(head); at != NoStartCode && at + 3 < head.size();
+       at = FindStartCode(head, at + 1)) {
+    const unsigned code = head[at + 3];
+    if (code >= 0xBA) {  // pack, system and packet start codes
+      return SourceKind::ProgramStream;
+    }
+    if (code == 0xB3 || code == 0xB8 || code == 0x00) {
+      return SourceKind::Video;
+    }
+  }
+  return SourceKind::Unknown;
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,38 @@
+// Whether a disc can carry a source, and if not, why: in the user's words.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "analysis/quick_scan.h"
+#include "analysis/video_probe.h"
+
+namespace quorvelant {
+
+inline constexpr std::int32_t MostAc3Kbps = 448;
+inline constexpr std::int32_t LeastDtsKbps = 64;
+inline constexpr std::int32_t MostDtsKbps = 1536;
+inline constexpr std::int64_t MostVideoBitRate = 9'800'000;  // bit/s, DVD-Video
+
+struct DiscFit {
+  std::vector<std::string> Reasons;  // why not; empty when a disc can carry it
+  std::vector<std::string> Notes;    // what the author may want to know
+
+  bool Fits() const { return Reasons.empty(); }
+};
+
+// Frame sizes of a disc: full, cropped, half and quarter, by the standard's height.
+bool IsDiscSize(std::string_view standard, int width, int height);
+// As a bitmap: full or quarter of either standard.
+bool IsBitmapSize(int width, int height);
+
+DiscFit JudgeVideo(const VideoProbe& probe);
+DiscFit JudgeAudio(const AudioAttributes& audio);
+
+// What a file is by its first bytes, whatever its name says.
+enum class SourceKind { Video, ProgramStream, TransportStream, Ac3, Dts, Wave, Bitmap, Empty, Unknown };
+inline constexpr std::size_t SniffBytes = 4096;
+SourceKind SniffSource(ByteView head);
+
+}  // namespace quorvelant

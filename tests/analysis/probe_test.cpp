@@ -1,0 +1,234 @@
+// What the probe says against what an independent reader says of the same files.
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <map>
+#include <sstream>
+#include <utility>
+
+#include "analysis/disc_fit.h"
+#include "analysis/picture_index.h"
+#include "analysis/video_probe.h"
+#include "base/file_text.h"
+#include "support/media.h"
+#include "support/recording_ui.h"
+#include "support/stream_builder.h"
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+std::string Ffprobe(const std::string& file, const std::string& options) {
+  const TempFolder folder;
+  const std::string out = folder / "out";
+  const std::string command = fmt::format("ffprobe -v quiet {} '{}' >'{}'", options, file, out);
+  EXPECT_EQ(std::system(command.c_str()), 0) << command;  // NOLINT(concurrency-mt-unsafe)
+  return TempFolder::Read(out);
+}
+
+std::map<std::string, std::string> FfprobeVideo(const std::string& file) {
+  std::map<std::string, std::string> values;
+  std::istringstream lines(
+      Ffprobe(file,
+              "-count_packets -show_entries "
+              "stream=width,height,display_aspect_ratio,r_frame_rate,nb_read_packets -of default=nw=1"));
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t equals = line.find('=');
+    values[line.substr(0, equals)] = line.substr(equals + 1);
+  }
+  return values;
+}
+
+// Pictures from key picture to key picture.
+std::map<std::int64_t, std::int64_t> FfprobeGroups(const std::string& file) {
+  std::map<std::int64_t, std::int64_t> lengths;
+  std::istringstream flags(Ffprobe(file, "-show_entries packet=flags -of csv=p=0"));
+  std::int64_t length = 0;
+  for (std::string flag; std::getline(flags, flag); ++length) {
+    if (flag.starts_with('K') && length > 0) {
+      ++lengths[std::exchange(length, 0)];
+    }
+  }
+  ++lengths[length];
+  return lengths;
+}
+
+class Probes : public testing::Test {
+ protected:
+  VideoProbe Probe(const std::string& file) {
+    const auto probe = ProbeVideo(file, Ui);
+    EXPECT_TRUE(probe) << file;
+    return probe.value_or(VideoProbe{});
+  }
+  VideoProbe Probe(const Bytes& stream) {
+    return Probe(Folder.Write("s.m2v", std::string(stream.begin(), stream.end())));
+  }
+  TempFolder Folder;
+  RecordingUi Ui;
+};
+
+TEST_F(Probes, AgreeWithAnIndependentReader) {
+  std::vector<VideoSample> samples{
+      {.Aspect = "16:9", .Interlaced = true},
+      {.Standard = "NTSC", .Width = 704, .Interlaced = true},
+      {.Standard = "NTSC", .Aspect = "16:9", .Frames = 40, .Pulldown = true},
+      {.Standard = "NTSC", .Frames = 40, .GopLength = 9, .Closed = true, .Pulldown = true},
+      {.Standard = "NTSC", .Width = 352, .Height = 240, .Mpeg1 = true},
+      {.Width = 352, .Height = 288},
+      {.Frames = 1},
+  };
+  for (int length = 1; length <= 18; ++length) {
+    const bool ntsc = length % 2 == 0;
+    samples.push_back({.Standard = ntsc ? "NTSC" : "PAL",
+                       .Width = 352,
+                       .Frames = 40,
+                       .GopLength = length,
+                       .BFrames = length % 3,
+                       .Closed = length % 4 < 2});
+  }
+  for (const VideoSample& sample : samples) {
+    const std::string file = SampleVideo(sample);
+    SCOPED_TRACE(file);
+    const VideoProbe probe = Probe(file);
+    auto expected = FfprobeVideo(file);
+    EXPECT_EQ(probe.Info.Standard, sample.Standard);
+    EXPECT_EQ(probe.Info.Coding, sample.Mpeg1 ? "MPEG1" : "MPEG2");
+    EXPECT_EQ(std::to_string(probe.Info.Width), expected["width"]);
+    EXPECT_EQ(std::to_string(probe.Info.Height), expected["height"]);
+    EXPECT_EQ(std::to_string(probe.Frames()), expected["nb_read_packets"]);
+    // Repeated fields make the reader count fields.
+    const std::string ntscRate = sample.Pulldown ? "60000/1001" : "30000/1001";
+    EXPECT_EQ(sample.Standard == "NTSC" ? ntscRate : "25/1", expected["r_frame_rate"]);
+    EXPECT_EQ(probe.GroupLengths, FfprobeGroups(file));
+    if (!sample.Mpeg1) {  // aspect codes of MPEG1 are pixel shapes
+      EXPECT_EQ(probe.Info.Aspect, expected["display_aspect_ratio"]);
+      EXPECT_EQ(JudgeVideo(probe).Fits(), sample.GopLength <= 15 || sample.Standard == "NTSC");
+    }
+    EXPECT_EQ(probe.RepeatFlags > 0, sample.Pulldown);
+    if (!sample.Pulldown) {
+      EXPECT_EQ(probe.DisplayedFields, 2 * sample.Frames);
+    }
+    if (sample.Closed || sample.GopLength == 1) {
+      EXPECT_EQ(probe.ClosedGroups, probe.Groups);
+    } else if (sample.BFrames > 0 && sample.Frames > sample.GopLength) {
+      EXPECT_LT(probe.ClosedGroups, probe.Groups);
+      EXPECT_GT(probe.GroupsLedByB, 0);
+    }
+  }
+}
+
+TEST_F(Probes, IndexAndProbeCountTheSameFrames) {
+  const std::string file =
+      SampleVideo({.Standard = "NTSC", .Aspect = "16:9", .Frames = 40, .Pulldown = true});
+  Random files(Ui);
+  files.DimFiles(0);
+  ASSERT_TRUE(files.OpenSource(file, 0));
+  const auto index = ScanPictures(files, 0, {.WantLetters = true}, Ui);
+  const VideoProbe probe = Probe(file);
+  EXPECT_EQ(index->TotalFrames, probe.DisplayedFields / 2);
+  EXPECT_EQ(index->TotalFrames, 50);  // four coded frames become five
+  EXPECT_NEAR(probe.Seconds(), 50 * 1001 / 30000.0, 1e-9);
+}
+
+TEST_F(Probes, BitRatesOverTheWholeAndOverOneSecond) {
+  StreamBuilder stream;
+  for (int second = 0; second < 4; ++second) {
+    for (int i = 0; i < 25; ++i) {
+      if (i % 5 == 0) {
+        stream.Sequence({.BitRate = 6000000}).Group({.Closed = second < 2});
+      }
+      stream.Picture({.Type = i % 5 == 0 ? 'I' : 'P', .TotalBytes = second == 2 ? 50000U : 10000U});
+    }
+  }
+  const VideoProbe probe = Probe(stream.Data());
+  EXPECT_NEAR(probe.MeanBitRate, 4e6, 2e4);
+  EXPECT_NEAR(probe.PeakBitRate, 10e6, 2e4);
+  EXPECT_EQ(probe.DeclaredBitRate, 6000000);
+  EXPECT_EQ(probe.Groups, 20);
+  EXPECT_EQ(probe.ClosedGroups, 10);
+  EXPECT_EQ(probe.GroupLengths, (std::map<std::int64_t, std::int64_t>{{5, 20}}));
+  EXPECT_EQ(probe.IPictures, 20);
+  EXPECT_EQ(JudgeVideo(probe).Reasons,
+            std::vector<std::string>{"its bit rate reaches 10.0 Mbit/s over one second; a disc carries 9.8"});
+}
+
+TEST_F(Probes, FieldPicturesAreHalfFrames) {
+  const VideoProbe probe = Probe(BuildStream({.Gops = 2, .GopLength = 6, .FieldPictures = true}));
+  EXPECT_EQ(probe.PictureHeaders, 24);
+  EXPECT_EQ(probe.Frames(), 12);
+  EXPECT_EQ(probe.DisplayedFields, 24);
+  EXPECT_EQ(probe.GroupLengths.begin()->first, 6);
+}
+
+TEST_F(Probes, ReasonsAgainstADisc) {
+  struct Case {
+    GopPlan Plan;
+    std::string Reason;
+  };
+  const Case cases[] = {
+      {{}, ""},
+      {{.Sequence = {.Width = 640}}, "PAL has no frame size 640x576"},
+      {{.Sequence = {.Width = 352, .Height = 240}}, "PAL has no frame size 352x240"},
+      {{.Sequence = {.Mpeg2 = false}}, "it is MPEG1 video, which is not supported"},
+      {{.Sequence = {.AspectCode = 1}}, "its aspect (code 1) is neither 4:3 nor 16:9"},
+      {{.Sequence = {.Height = 480, .FrameRateCode = 1}},
+       "it runs at 23.976 frames a second and has no pulldown flags"},
+      {{.Sequence = {.FrameRateCode = 6}}, "its frame rate (code 6) is neither 25 nor 29.97 frames a second"},
+      {{.GopLength = 16}, "a group of pictures lasts 32 fields; players expect 30 at most"},
+  };
+  for (const Case& given : cases) {
+    const DiscFit fit = JudgeVideo(Probe(BuildStream(given.Plan)));
+    EXPECT_EQ(fit.Reasons, given.Reason.empty() ? std::vector<std::string>{} : std::vector{given.Reason});
+  }
+  EXPECT_EQ(JudgeVideo(Probe(Bytes(5000))).Reasons, std::vector<std::string>{"it holds no MPEG video"});
+  EXPECT_EQ(JudgeVideo(Probe(StreamBuilder().Group().Picture().Raw(BuildStream({})).Data())).Reasons,
+            std::vector<std::string>{"it does not start with a sequence header: cut it at one"});
+
+  AudioAttributes pcm{.Format = "PCM",
+                      .BitRate = 96 * 3 * 24,
+                      .SampleRate = 96,
+                      .Channels = PcmChannels(3),
+                      .Quantisation = 24};
+  EXPECT_EQ(JudgeAudio(pcm).Reasons,
+            std::vector<std::string>{"a disc carries no PCM of 96 kHz, 24 bits and 3 channels"});
+  pcm.SampleRate = 44;
+  EXPECT_EQ(JudgeAudio(pcm).Reasons, std::vector<std::string>{"its sample rate is not 48 kHz"});
+  EXPECT_EQ(JudgeAudio({.Format = "AC3", .BitRate = 640, .SampleRate = 48}).Reasons,
+            std::vector<std::string>{"it has 640 kbit/s; a disc carries 448 at most"});
+}
+
+TEST_F(Probes, KindsByTheFirstBytes) {
+  const auto kind = [](const Bytes& bytes) { return SniffSource(bytes); };
+  EXPECT_EQ(kind(BuildStream({})), SourceKind::Video);
+  EXPECT_EQ(kind({}), SourceKind::Empty);
+  EXPECT_EQ(kind(Bytes(5000)), SourceKind::Unknown);
+  EXPECT_EQ(kind({0, 0, 1, 0xBA, 0x21}), SourceKind::ProgramStream);
+  EXPECT_EQ(kind({0x0B, 0x77, 0}), SourceKind::Ac3);
+  Bytes transport(600);
+  transport[0] = transport[188] = transport[376] = 0x47;
+  EXPECT_EQ(kind(transport), SourceKind::TransportStream);
+}
+
+TEST_F(Probes, RealStreams) {
+  const auto broadcast = SharedFile("samples/broadcast-pal-169-interlaced.m2v");
+  const auto system = SharedFile("samples/reject-mpeg1-system.mpeg");
+  const auto extended = SharedFile("samples/dts-hd-6ch.dts");
+  if (!broadcast || !system || !extended) {
+    GTEST_SKIP() << "no folder of real streams";
+  }
+  const VideoProbe probe = Probe(*broadcast);
+  EXPECT_EQ(probe.Info.Standard, "PAL");
+  EXPECT_EQ(probe.Info.Aspect, "16:9");
+  EXPECT_EQ(probe.Info.Height, 576);
+  EXPECT_EQ(probe.Frames(), 61);
+  EXPECT_EQ(probe.Frames(), std::stoi(FfprobeVideo(*broadcast)["nb_read_packets"]));
+  EXPECT_EQ(probe.ClosedGroups, 5);  // as their flags say, though B pictures lead each
+  EXPECT_EQ(probe.GroupsLedByB, 5);
+  const std::string head = ReadWhole(*system, 100 << 20)->substr(0, SniffBytes);
+  EXPECT_EQ(SniffSource(Bytes(head.begin(), head.end())), SourceKind::ProgramStream);
+  EXPECT_TRUE(QuickScanAudio(*extended, "", Rules::Players, Ui)->HasExtension);
+}
+
+}  // namespace
+}  // namespace quorvelant
