@@ -1,0 +1,43 @@
+#include "ifo/cell_address_tables.h"
+
+#include <algorithm>
+
+#include "ifo/table_layout.h"
+
+namespace quorvelant {
+
+Bytes BuildCellAddressTable(const VobSetRecords& records) {
+  Bytes bytes;
+  if (records.Vobs.empty()) {
+    return bytes;
+  }
+  bytes.resize(table_head::Size);
+  for (const VobRecord& vob : records.Vobs) {
+    for (const CellRecord& cell : vob.Cells) {
+      bytes.resize(bytes.size() + cell_address::Size);
+      const ByteSpan entry = ByteSpan(bytes).last(cell_address::Size);
+      Put(entry, cell_address::VobId, Number{vob.VobId});
+      Put(entry, cell_address::CellId, Number{cell.CellId});
+      Put(entry, cell_address::Start, Sectors{cell.StartSector});
+      Put(entry, cell_address::Last, Sectors{cell.EndSector});
+    }
+  }
+  Put(bytes, table_head::Count, Number{records.Vobs.size()});
+  Put(bytes, table_head::Last, ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
+  return bytes;
+}
+
+Bytes BuildVobuMap(const VobSetRecords& records) {
+  if (records.Vobs.empty()) {
+    return {};
+  }
+  const std::size_t count = records.VobuAddressList.size();
+  ByteWriter table;
+  table.U32(4 * count + 3);  // the last byte's offset
+  for (const std::uint32_t sector : records.VobuAddressList) {
+    table.U32(sector);
+  }
+  return table.Take();
+}
+
+}  // namespace quorvelant

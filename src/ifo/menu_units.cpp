@@ -1,0 +1,116 @@
+#include "ifo/menu_units.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+
+#include "base/text.h"
+#include "ifo/pgc_writer.h"
+#include "ifo/table_layout.h"
+#include "model/cls_dvd.h"
+
+namespace quorvelant {
+namespace {
+
+constexpr std::uint16_t NoLanguage = 0xFFFF;
+// The unit of an entry without menus: one PGC of zeros. Traditionally its end fields point one byte
+// further than other tables' do.
+constexpr std::size_t EmptyPgcBytes = 251;
+
+struct MenuRow {
+  std::string_view Type;
+  MenuKind Kind;
+};
+constexpr std::array<MenuRow, 7> MenuRows{{{"titlemenu", {0x82, 0x80}},
+                                           {"title", {0x82, 0x80}},
+                                           {"root", {0x83, 0x80}},
+                                           {"subpicture", {0x84, 0x40}},
+                                           {"audio", {0x85, 0x20}},
+                                           {"angle", {0x86, 0x10}},
+                                           {"ptt", {0x87, 0x08}}}};
+
+LanguageCode CodeOf(std::string_view language) {
+  if (EqualNoCase(language, "Not Specified")) {
+    return {NoLanguage};
+  }
+  const std::string_view code = language.size() == 2 ? language : CLsDVD::LangNameToLangCode(language);
+  if (code.size() != 2) {
+    return {0};
+  }
+  return {static_cast<std::uint16_t>(static_cast<std::uint8_t>(code[0]) << 8 |
+                                     static_cast<std::uint8_t>(code[1]))};
+}
+
+void PutLast(ByteSpan table, std::size_t last) {
+  Put(table, table_head::Last, ByteOffset{static_cast<std::uint32_t>(last)});
+}
+
+Bytes BuildUnit(const EntryRecords& records, const Lang_P& language) {
+  const auto chains = Live(language.PGC);
+  const PgcNumbers numbers = PgcNumbers::OfUnit(records.Entry, language, records.Rules);
+  Bytes bytes(table_head::Size + pgc_entry::Size * chains.size());
+  Put(bytes, table_head::Count, Number{chains.size()});
+  for (std::size_t i = 0; i < chains.size(); ++i) {
+    const ByteSpan entry = ByteSpan(bytes).subspan(table_head::Size + pgc_entry::Size * i);
+    Put(entry, pgc_entry::Category, Number{MenuKindOf(chains[i]->MenuType).Category});
+    Put(entry, pgc_entry::Start, ByteOffset{static_cast<std::uint32_t>(bytes.size())});
+    const Bytes chain = BuildPgc(*chains[i], {records, Domain::Menu, numbers});
+    bytes.insert(bytes.end(), chain.begin(), chain.end());
+  }
+  PutLast(bytes, bytes.size() - 1);
+  return bytes;
+}
+
+Bytes BuildEmptyUnits() {
+  constexpr std::size_t UnitStart = table_head::Size + language_unit::Size;
+  constexpr std::size_t ChainStart = table_head::Size + pgc_entry::Size;  // within the unit
+  Bytes bytes(UnitStart + ChainStart + EmptyPgcBytes);
+  Put(bytes, table_head::Count, Number{1});
+  PutLast(bytes, bytes.size());
+  const ByteSpan unit = ByteSpan(bytes).subspan(table_head::Size);
+  Put(unit, language_unit::Language, LanguageCode{NoLanguage});
+  Put(unit, language_unit::Start, ByteOffset{UnitStart});
+  const ByteSpan table = ByteSpan(bytes).subspan(UnitStart);
+  Put(table, table_head::Count, Number{1});
+  PutLast(table, table.size());
+  Put(table.subspan(table_head::Size), pgc_entry::Start, ByteOffset{ChainStart});
+  return bytes;
+}
+
+}  // namespace
+
+MenuKind MenuKindOf(std::string_view menuType) {
+  constexpr std::string_view Suffix = " menu";
+  const std::string lower = Lower(menuType);
+  std::string_view type = Trim(lower);
+  if (type.ends_with(Suffix)) {
+    type = Trim(type.substr(0, type.size() - Suffix.size()));
+  }
+  const auto* row = std::ranges::find(MenuRows, type, &MenuRow::Type);
+  return row == MenuRows.end() ? MenuKind{} : row->Kind;
+}
+
+Bytes BuildMenuUnits(const EntryRecords& records) {
+  const auto languages = Live(records.Entry.Lang);
+  if (languages.empty()) {
+    return BuildEmptyUnits();
+  }
+  Bytes bytes(table_head::Size + language_unit::Size * languages.size());
+  Put(bytes, table_head::Count, Number{languages.size()});
+  for (std::size_t i = 0; i < languages.size(); ++i) {
+    std::uint8_t existence = 0;
+    for (const PGC_P* chain : Live(languages[i]->PGC)) {
+      existence |= MenuKindOf(chain->MenuType).Existence;
+    }
+    const ByteSpan entry = ByteSpan(bytes).subspan(table_head::Size + language_unit::Size * i);
+    Put(entry, language_unit::Language, CodeOf(languages[i]->Language));
+    Put(entry, language_unit::Existence, Number{existence});
+    Put(entry, language_unit::Start, ByteOffset{static_cast<std::uint32_t>(bytes.size())});
+    const Bytes unit = BuildUnit(records, *languages[i]);
+    bytes.insert(bytes.end(), unit.begin(), unit.end());
+  }
+  PutLast(bytes, bytes.size() - 1);
+  return bytes;
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,184 @@
+#include "ifo/pgc_writer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "synthetic_disc.h"
+
+namespace quorvelant {
+namespace {
+
+using testing::ElementsAre;
+
+Bytes Build(SyntheticDisc& disc, const PGC_P& chain, Domain domain, const Rules& rules = Rules::Players,
+            const Title_P* title = nullptr) {
+  const EntryRecords records = disc.Records(rules);
+  const PgcNumbers numbers = PgcNumbers::OfTitles(disc.Set(), rules);
+  return BuildPgc(chain, {records, domain, numbers, title});
+}
+
+Bytes Part(const Bytes& bytes, std::size_t from, std::size_t count) {
+  return {bytes.begin() + static_cast<std::ptrdiff_t>(from),
+          bytes.begin() + static_cast<std::ptrdiff_t>(from + count)};
+}
+
+TEST(PgcWriter, TablesFollowOneAnother) {
+  SyntheticDisc disc;
+  AddVob(disc.Titles, 4, {24, 36, 1});
+  AddVob(disc.Titles, 7, {48});
+  PG_P removed = ProgramOf(4, {0});
+  removed.Removed = true;
+  PGC_P chain =
+      ChainOf("A", {ProgramOf(4, {0, 1}), removed, ProgramOf(4, {9}), ProgramOf(4, {2}), ProgramOf(7, {0})});
+  chain.Uops.set(0).set(24);
+  chain.StillTime = 5;
+  Cell_P& second = *chain.PG.Item(1)->Cell.Item(2);
+  second.Seamless = true;
+  second.StillTime = 255;
+  second.CellCommand = 1;
+  chain.PG.Item(5)->Cell.Item(1)->Seamless = true;  // its clock starts again
+  chain.PreCommands.resize(2);
+  chain.PreCommands[0].CommandHex = "2001000000000000";
+  chain.PreCommands[0].Deleted = true;
+  chain.PreCommands[1].CommandHex = "3002000000010000";
+  chain.CellCommands.resize(1);
+  chain.CellCommands[0].CommandHex = "2005000000000001";
+
+  const Bytes bytes = Build(disc, chain, Domain::Title);
+  EXPECT_EQ(At(bytes, 0x02, 2), 0x0304U);      // programs that were written, cells
+  EXPECT_EQ(At(bytes, 0x04, 4), 0x00000458U);  // 24 + 36 + 10 + 48 frames
+  EXPECT_EQ(At(bytes, 0x08, 4), 0x01000001U);
+  EXPECT_EQ(At(bytes, 0xA3, 1), 5U);
+  EXPECT_EQ(At(bytes, 0xE4, 2), 236U);
+  EXPECT_THAT(Part(bytes, 236, 24), ElementsAre(0, 1, 0, 0, 0, 1, 0, 23,      // pre, post, cell, end
+                                                0x30, 2, 0, 0, 0, 1, 0, 0,    // the pre command that is left
+                                                0x20, 5, 0, 0, 0, 0, 0, 1));  // the cell command
+  EXPECT_EQ(At(bytes, 0xE6, 2), 260U);
+  EXPECT_THAT(Part(bytes, 260, 4), ElementsAre(1, 3, 4, 0));  // three programs and a byte to stay even
+  EXPECT_EQ(At(bytes, 0xE8, 2), 264U);
+  EXPECT_THAT(Part(bytes, 264, 24), ElementsAre(2, 0, 0, 0, 0, 0, 0, 0x64,     // 24 frames
+                                                0, 0, 0, 0, 0, 0, 0, 0,        // first sector
+                                                0, 0, 0, 100, 0, 0, 0, 199));  // last VOBU
+  EXPECT_THAT(Part(bytes, 288, 8), ElementsAre(8, 0, 255, 1, 0, 0, 1, 0x51));  // goes on: seamless
+  EXPECT_THAT(Part(bytes, 312, 8), ElementsAre(2, 0, 0, 0, 0, 0, 0, 0x50));    // one frame counts for ten
+  EXPECT_EQ(At(bytes, 336, 1), 2U);
+  EXPECT_EQ(At(bytes, 0xEA, 2), 360U);
+  EXPECT_THAT(Part(bytes, 360, 16), ElementsAre(0, 1, 0, 1, 0, 1, 0, 2, 0, 1, 0, 3, 0, 2, 0, 1));
+  EXPECT_EQ(bytes.size(), 376U);
+
+  EXPECT_EQ(At(Build(disc, chain, Domain::Title, Rules::Classic), 336, 1), 8U);
+}
+
+TEST(PgcWriter, ChainsWithoutCells) {
+  SyntheticDisc disc;
+  PGC_P chain = ChainOf("A", {ProgramOf(0, {0})});
+  EXPECT_EQ(Build(disc, chain, Domain::Title), Bytes(236));
+  chain.PostCommands.resize(1);
+  chain.PostCommands[0].CommandHex = "";  // a NOP
+  const Bytes bytes = Build(disc, chain, Domain::Title);
+  EXPECT_EQ(bytes.size(), 236U + 16);
+  EXPECT_EQ(At(bytes, 0xE4, 8), 0x00EC'0000'0000'0000U);
+  EXPECT_EQ(At(bytes, 238, 2), 1U);
+  EXPECT_EQ(At(bytes, 244, 8), 0U);
+}
+
+TEST(PgcWriter, StreamsAreThoseOfTheTracksWithinThePolicy) {
+  SyntheticDisc disc;
+  CarriedStreams carried;
+  carried.Audio.set(0).set(3);
+  carried.Subs.set(0).set(5);
+  AddVob(disc.Titles, 0, {24}, carried);
+  AddVob(disc.Menu, 0, {24}, carried);
+  for (DomainRecords* domain : {&disc.Titles, &disc.Menu}) {
+    for (const int number : {3, 1, 0}) {
+      AudioMapRow row;
+      row.StreamNumber = number;
+      domain->Audio.push_back(row);
+    }
+    for (const int number : {5, 0}) {
+      SubMapRow row;
+      row.StreamNumber = number;
+      domain->Subs.push_back(row);
+    }
+  }
+  PGC_P chain = ChainOf("A", {ProgramOf(0, {0})});
+  chain.AudioAssignments[3] = 6;
+  chain.NormalAssignments[5] = 1;
+  chain.WideAssignments[5] = 2;
+  chain.LetterAssignments[5] = 3;
+  chain.PanAssignments[5] = 4;
+  const auto subs = [&](const char* aspect, bool pan, bool letter) {
+    disc.Set().VTSTitleInfo.Aspect = aspect;
+    disc.Set().VTSTitleInfo.Pan = pan;
+    disc.Set().VTSTitleInfo.Letter = letter;
+    return At(Build(disc, chain, Domain::Title), 28, 4);
+  };
+  EXPECT_EQ(subs("4:3", false, false), 0x81000000U);
+  EXPECT_EQ(subs("4:3", true, false), 0x80020004U);
+  EXPECT_EQ(subs("4:3", true, true), 0x80020304U);
+  EXPECT_EQ(subs("16:9", false, true), 0x80020300U);
+
+  const Bytes title = Build(disc, chain, Domain::Title);
+  EXPECT_EQ(At(title, 0x0C, 6), 0x8600'0000'8000U);  // row 1 is a number that no track carries
+  EXPECT_EQ(At(title, 32, 4), 0x80000000U);
+  const Bytes menu = Build(disc, chain, Domain::Menu);
+  EXPECT_EQ(At(menu, 0x0C, 6), 0x8600'0000'0000U);  // entry 0 alone
+  EXPECT_EQ(At(menu, 32, 4), 0U);
+
+  Title_P policy;
+  policy.Custom = policy.SubCustom = true;
+  policy.AudioAssignments[0] = true;
+  policy.SubAssignments[0] = true;
+  const Bytes custom = Build(disc, chain, Domain::Title, Rules::Players, &policy);
+  EXPECT_EQ(At(custom, 0x0C, 6), 0x0000'0000'8000U);
+  EXPECT_EQ(At(custom, 28, 8), 0x0000'0000'8000'0000U);
+}
+
+TEST(PgcWriter, LinksModesAndPalette) {
+  SyntheticDisc disc;
+  disc.AddTitle({ChainOf("One", {}), ChainOf("Two", {})});
+  disc.AddTitle({ChainOf("Three", {})});
+  PGC_P chain = ChainOf("X", {ProgramOf(0, {0})});
+  chain.NextPGC = "NONE";
+  chain.PrevPGC = "th ree";
+  chain.GoUpPGC = "resume";
+  EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0x9C, 6), 0x0000'0003'0000U);
+  EXPECT_EQ(At(Build(disc, chain, Domain::Title, Rules::Classic), 0x9C, 6), 0x0000'0001'0000U);
+  EXPECT_EQ(At(Build(disc, chain, Domain::Menu), 0x9C, 6), 0x0000'0000'FFFFU);
+
+  chain.Repeat = 3;
+  for (const auto& [mode, value] :
+       {std::pair{PlayBack::Sequential, 0U}, {PlayBack::Random, 2U}, {PlayBack::Shuffle, 0x82U}}) {
+    chain.PlayBackMode = mode;
+    EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA2, 1), value);
+    EXPECT_EQ(At(Build(disc, chain, Domain::Menu), 0xA2, 1), 0U);
+  }
+  Palette_P palette;
+  palette.Key = "Mine";
+  palette.PaletteColors[15] = 0xFFFFFF;
+  disc.Disc.Palettes.Add(palette);
+  EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA4 + 60, 4), 0U);
+  chain.PaletteName = "Mine";
+  EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA4 + 60, 4), 0x00EB8080U);
+}
+
+TEST(PgcWriter, MenusLinkWithinTheirUnitForPlayers) {
+  SyntheticDisc disc;
+  for (const auto& names : {std::vector{"Top", "Same"}, std::vector{"Other", "Third", "Same"}}) {
+    Lang_P unit;
+    for (const char* name : names) {
+      unit.PGC.Add(ChainOf(name, {}));
+    }
+    disc.Set().Lang.Add(unit);
+  }
+  const Lang_P& first = *disc.Set().Lang.Item(1);
+  const auto players = PgcNumbers::OfUnit(disc.Set(), first, Rules::Players);
+  const auto classic = PgcNumbers::OfUnit(disc.Set(), first, Rules::Classic);
+  EXPECT_EQ(players.Of("same"), 2);
+  EXPECT_EQ(classic.Of("same"), 3);  // a later unit's name overwrites
+  EXPECT_EQ(players.Of("Third"), 0);
+  EXPECT_EQ(classic.Of("Third"), 2);
+}
+
+}  // namespace
+}  // namespace quorvelant
