@@ -21,23 +21,25 @@ constexpr std::string_view FirstPlayName = "FirstPGC";
 constexpr std::string_view NopText = "NOP";
 
 constexpr std::string_view WarningTitle = "Command Warning";
-// Each takes the name of the PGC and the text of the command.
-constexpr std::array<std::pair<TextFault, std::string_view>, 10> FaultTexts{{
-    {TextFault::UnknownText, "{}: \"{}\" is no command; it stands as NOP"},
+// Each takes the text of the command.
+constexpr std::array<std::pair<TextFault, std::string_view>, 11> FaultTexts{{
+    {TextFault::UnknownText, "\"{}\" is no command; it stands as NOP"},
     {TextFault::NameTakenForWord,
-     "{}: \"{}\": a name in it holds a command word and is taken for that command; rename the target"},
+     "\"{}\": a name in it holds a command word and is taken for that command; rename the target"},
     {TextFault::NumberNotComparable,
-     "{}: \"{}\": this command can compare with a register only; players will not compare with the number"},
+     "\"{}\": this command can compare with a register only; players will not compare with the number"},
     {TextFault::LinkNotCarried,
-     "{}: \"{}\": a compound command can carry a sub-instruction only (LinkTopC, RSM, ...); the target is "
+     "\"{}\": a compound command can carry a sub-instruction only (LinkTopC, RSM, ...); the target is "
      "lost"},
     {TextFault::LeftNotTheSetRegister,
-     "{}: \"{}\": the comparison behind a set always takes the register just set"},
-    {TextFault::NoOperator, "{}: \"{}\": the comparison has no operator; players will do nothing"},
-    {TextFault::MixedStreamValues, "{}: \"{}\": SetSTN takes numbers or registers, not both in one command"},
-    {TextFault::NoSetInCompound, "{}: \"{}\": a compound command can set registers only; the set is lost"},
-    {TextFault::UnknownMenu, "{}: \"{}\" names no menu that a title set can have"},
-    {TextFault::RegisterBeyondRange, "{}: \"{}\": registers are GPRM0 to GPRM15 and SPRM0 to SPRM23"},
+     "\"{}\": the comparison behind a set always takes the register just set"},
+    {TextFault::NoOperator, "\"{}\": the comparison has no operator; players will do nothing"},
+    {TextFault::MixedStreamValues, "\"{}\": SetSTN takes numbers or registers, not both in one command"},
+    {TextFault::NoSetInCompound, "\"{}\": a compound command can set registers only; the set is lost"},
+    {TextFault::UnknownMenu, "\"{}\" names no menu that a title set can have"},
+    {TextFault::UnknownLink,
+     "\"{}\": what stands behind the set is no link (LinkTopC, LinkPGCN, RSM, ...)"},
+    {TextFault::RegisterBeyondRange, "\"{}\": registers are GPRM0 to GPRM15 and SPRM0 to SPRM23"},
 }};
 
 // Where a PGC stands, in the words of the error list.
@@ -127,10 +129,11 @@ std::string ErrorLine(const CommandError& row) {
 std::vector<Message> WarningsFor(TextFault faults, std::string_view pgcName, std::string_view text,
                                  std::string_view place) {
   std::vector<Message> warnings;
+  const std::string head = pgcName.empty() ? std::string() : fmt::format("{}: ", pgcName);
   for (const auto& [fault, words] : FaultTexts) {
     if (Has(faults, fault)) {
       warnings.push_back({Severity::Warning, std::string(WarningTitle),
-                          fmt::format(fmt::runtime(words), pgcName, text), std::string(place)});
+                          head + fmt::format(fmt::runtime(words), text), std::string(place)});
     }
   }
   return warnings;

@@ -86,7 +86,7 @@ void ReadLinkPart(CommandForm& form, std::string_view whole, std::string_view li
       std::find_if(NamedLinks.begin(), NamedLinks.end(),
                    [text](const NamedLink& known) { return Contains(text, known.Name); });
   if (named == NamedLinks.end()) {
-    form.UnknownLink = true;
+    form.Faults |= TextFault::UnknownLink;
     return;
   }
   const bool meant = std::none_of(NamedLinks.begin(), NamedLinks.end(), [&](const NamedLink& other) {

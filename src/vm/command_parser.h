@@ -45,6 +45,7 @@ enum class TextFault : unsigned {
   MixedStreamValues = 1U << 6U,      // SetSTN takes registers or numbers, not both
   NoSetInCompound = 1U << 7U,        // a compound command sets registers only
   UnknownMenu = 1U << 9U,            // a title set's menu that there is not
+  UnknownLink = 1U << 10U,           // no link behind the set: the command cannot be resolved
   RegisterBeyondRange = 1U << 8U,    // GPRM0 to GPRM15, SPRM0 to SPRM23
 };
 constexpr TextFault operator|(TextFault a, TextFault b) {
@@ -64,7 +65,6 @@ struct CommandForm {
   std::optional<CommandReference> Target;
   std::optional<CommandReference> Resume;
   std::optional<CommandReference> Link;  // of the link part
-  bool UnknownLink = false;              // the link part is no link: the command cannot be resolved
   TextFault Faults = TextFault::None;
 };
 

@@ -52,22 +52,22 @@ class TextResolver {
   Resolution Run(std::string_view text) {
     CommandForm form = ParseCommand(text);
     Resolution result;
-    result.TargetMissing = form.UnknownLink;
+    result.TargetMissing = Has(form.Faults, TextFault::UnknownLink);
     if (form.Target) {
       const Found found = Look(*form.Target);
       PutTarget(form, found);
-      Note(result, result.Naming, found);
+      Note(result, *form.Target, result.Naming, found);
       FollowRename(form, *form.Target, found);
     }
     if (form.Resume) {
       const Found found = Look(*form.Resume);
       form.Command.ResumeCell = found.Number;
-      result.TargetMissing |= found.Missing;
+      Miss(result, *form.Resume, found);
     }
     if (form.Link) {
       const Found found = Look(*form.Link);
       PutLink(form, found);
-      Note(result, result.LinkNaming, found);
+      Note(result, *form.Link, result.LinkNaming, found);
       FollowRename(form, *form.Link, found);
     }
     result.Text = edits_.empty() ? std::string(text) : Edited(form.Lowered);
@@ -153,8 +153,16 @@ class TextResolver {
     }
   }
 
-  static void Note(Resolution& result, std::string& naming, const Found& found) {
-    result.TargetMissing |= found.Missing;
+  static void Miss(Resolution& result, const CommandReference& reference, const Found& found) {
+    if (found.Missing) {
+      result.TargetMissing = true;
+      result.MissingNames.push_back(reference.Name);
+    }
+  }
+
+  static void Note(Resolution& result, const CommandReference& reference, std::string& naming,
+                   const Found& found) {
+    Miss(result, reference, found);
     if (found.Name != nullptr) {
       naming = *found.Name;
     }

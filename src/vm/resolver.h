@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "model/my_dvd.h"
 #include "vm/command_parser.h"
@@ -23,6 +24,7 @@ struct Resolution {
   std::string Naming;
   std::string LinkNaming;
   bool TargetMissing = false;
+  std::vector<std::string> MissingNames;  // in lower case
   TextFault Faults = TextFault::None;
 };
 

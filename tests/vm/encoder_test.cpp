@@ -166,6 +166,7 @@ TEST(Encoder, WhatTheFormatCannotCarry) {
       {"SetSTN audio=1, angle=GPRM2", "4100008000820000", TextFault::MixedStreamValues},
       {"JumpSS vts_1, vts_ttn_1 : MainMenu", "3006000101800000", TextFault::UnknownMenu},
       {"mov GPRM16, 1", "7100001000010000", TextFault::RegisterBeyondRange},
+      {"{ mov GPRM1, 2 ; Exit }", "7100000100020000", TextFault::UnknownLink},
       {"Please play", "0000000000000000", TextFault::UnknownText},
       {"LinkPGCN exit_page", "3001000000000000", TextFault::NameTakenForWord},
       {"LinkCN LinkPGN_1", "2006000000000001", TextFault::NameTakenForWord},

@@ -147,6 +147,15 @@ TEST(Resolver, MissingTargetsTakeNumberOne) {
   }
 }
 
+TEST(Resolver, SaysWhichNamesAreMissing) {
+  const Project project = Sample();
+  NameIndex names(project, Rules::Players);
+  EXPECT_THAT(ResolveText("CallSS RSM=Nocell,, Nomenu", {}, &names).MissingNames,
+              testing::ElementsAre("nomenu", "nocell"));
+  EXPECT_THAT(ResolveText("{ SetNVTMR NV_TMR=1, TT_PGCN=Gone ; LinkCN Lost }", {}, &names).MissingNames,
+              testing::ElementsAre("gone", "lost"));
+}
+
 TEST(Resolver, NumberedTargetsOfTheManagerAreCounted) {
   const Project project = Sample();
   NameIndex names(project, Rules::Classic);
@@ -255,6 +264,8 @@ TEST(CheckCommands, EveryWarningSaysWhatIsWrong) {
       {TextFault::MixedStreamValues, "P: \"T\": SetSTN takes numbers or registers, not both in one command"},
       {TextFault::NoSetInCompound, "P: \"T\": a compound command can set registers only; the set is lost"},
       {TextFault::UnknownMenu, "P: \"T\" names no menu that a title set can have"},
+      {TextFault::UnknownLink,
+       "P: \"T\": what stands behind the set is no link (LinkTopC, LinkPGCN, RSM, ...)"},
       {TextFault::RegisterBeyondRange, "P: \"T\": registers are GPRM0 to GPRM15 and SPRM0 to SPRM23"},
   };
   for (const auto& [fault, text] : Rows) {
