@@ -6,6 +6,7 @@
 #include <ostream>
 #include <vector>
 
+#include "app/command_command.h"
 #include "app/version.h"
 
 namespace quorvelant {
@@ -21,7 +22,9 @@ constexpr std::string_view Footer =
     "-analyse";
 
 // The commands in the order in which the help lists them: one line each.
-void AddCommands([[maybe_unused]] CLI::App& program, [[maybe_unused]] CommandContext& context) {}
+void AddCommands(CLI::App& program, CommandContext& context) {
+  AddCommandCommand(program, context);
+}
 
 int Run(CLI::App& program, std::span<const std::string> arguments, CommandContext& context,
         std::ostream& err) {

@@ -37,8 +37,7 @@ constexpr std::array<std::pair<TextFault, std::string_view>, 11> FaultTexts{{
     {TextFault::MixedStreamValues, "\"{}\": SetSTN takes numbers or registers, not both in one command"},
     {TextFault::NoSetInCompound, "\"{}\": a compound command can set registers only; the set is lost"},
     {TextFault::UnknownMenu, "\"{}\" names no menu that a title set can have"},
-    {TextFault::UnknownLink,
-     "\"{}\": what stands behind the set is no link (LinkTopC, LinkPGCN, RSM, ...)"},
+    {TextFault::UnknownLink, "\"{}\": what stands behind the set is no link (LinkTopC, LinkPGCN, RSM, ...)"},
     {TextFault::RegisterBeyondRange, "\"{}\": registers are GPRM0 to GPRM15 and SPRM0 to SPRM23"},
 }};
 

@@ -37,8 +37,8 @@ struct CommandCheck {
 // before titles; in each PGC pre, post, cell and button commands. Marks the project when there are errors.
 CommandCheck CheckCommands(Project& project, const Rules& rules, const ResolveOptions& options = {});
 
-// The warnings for one text; `place` is the project key of its PGC and its own key ("VTS1.TITLE1.PGC1 Pre2"). Both are
-// empty for a text on its own.
+// The warnings for one text; `place` is the project key of its PGC and its own key ("VTS1.TITLE1.PGC1 Pre2").
+// Both are empty for a text on its own.
 std::vector<Message> WarningsFor(TextFault faults, std::string_view pgcName, std::string_view text,
                                  std::string_view place);
 

@@ -1,0 +1,153 @@
+#include "app/command_command.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "app/batch_services.h"
+#include "base/rules.h"
+#include "model/project.h"
+#include "vm/check_commands.h"
+#include "vm/decoder.h"
+#include "vm/resolver.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::string_view ErrorTitle = "Command Error";
+constexpr std::string_view WarningTitle = "Command Warning";
+constexpr std::string_view NoSuchName = "\"{}\": nothing in the project is named \"{}\"";
+constexpr std::string_view NoProject =
+    "\"{}\": the number of \"{}\" is not known without a project (--project); 1 stands for it";
+constexpr std::string_view NotDigits = "\"{}\" is not 16 hexadecimal digits";
+constexpr std::string_view UnknownCommand = "unknown command";
+
+struct CommandOptions {
+  std::vector<std::string> Texts;
+  std::string Project;
+  std::string RuleSet = "players";
+  bool Decode = false;
+  bool Json = false;
+};
+
+// What one argument came to, in either direction.
+struct CommandLineResult {
+  std::string Text;
+  std::string Hex;
+  bool Good = true;
+  std::vector<Message> Messages = {};
+};
+
+void TellAll(CommandLineResult& result, TextFault faults) {
+  for (Message& warning : WarningsFor(faults, {}, result.Text, {})) {
+    result.Messages.push_back(std::move(warning));
+  }
+}
+
+CommandLineResult Encode(const std::string& text, NameIndex* names) {
+  const Resolution resolved = ResolveText(text, {}, names, {.NumericTargets = names == nullptr});
+  CommandLineResult result{.Text = text, .Hex = resolved.Hex};
+  TellAll(result, resolved.Faults);
+  const bool stands = names == nullptr && !Has(resolved.Faults, TextFault::UnknownLink);
+  for (const std::string& name : resolved.MissingNames) {
+    result.Messages.push_back({stands ? Severity::Warning : Severity::Error,
+                               std::string(stands ? WarningTitle : ErrorTitle),
+                               fmt::format(fmt::runtime(stands ? NoProject : NoSuchName), text, name),
+                               {}});
+  }
+  result.Good = !Has(resolved.Faults, TextFault::UnknownText) && (stands || !resolved.TargetMissing);
+  return result;
+}
+
+CommandLineResult Decode(const std::string& hex) {
+  CommandLineResult result{.Text = {}, .Hex = hex};
+  if (!IsCommandHex(hex)) {
+    result.Good = false;
+    result.Messages.push_back(
+        {Severity::Error, std::string(ErrorTitle), fmt::format(fmt::runtime(NotDigits), hex), {}});
+    return result;
+  }
+  const DecodedCommand decoded = DecodeCommand(hex);
+  result.Text = decoded.Text;
+  result.Good = decoded.Known;
+  if (decoded.Known) {
+    TellAll(result, ParseCommand(decoded.Text).Faults);
+  }
+  return result;
+}
+
+nlohmann::ordered_json ToJson(const CommandLineResult& result) {
+  nlohmann::ordered_json messages = nlohmann::ordered_json::array();
+  for (const Message& message : result.Messages) {
+    messages.push_back(message.Text);
+  }
+  return {{"text", result.Text}, {"hex", result.Hex}, {"ok", result.Good}, {"messages", messages}};
+}
+
+// Prints every result on its line and tells its messages; whether all were good.
+bool Print(const std::vector<CommandLineResult>& results, const CommandOptions& options,
+           CommandContext& context) {
+  bool good = true;
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  for (const CommandLineResult& result : results) {
+    good = good && result.Good;
+    if (options.Json) {
+      list.push_back(ToJson(result));
+      continue;
+    }
+    const std::string& said = options.Decode ? result.Text : result.Hex;
+    context.Out << (options.Decode && !result.Good ? std::string(UnknownCommand) : said) << '\n';
+    for (const Message& message : result.Messages) {
+      context.Ui.Tell(message);
+    }
+  }
+  if (options.Json) {
+    // Texts are bytes: what is no UTF-8 is shown by the replacement character.
+    context.Out << list.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+  }
+  return good;
+}
+
+int Run(const CommandOptions& options, CommandContext& context) {
+  Project project;
+  std::unique_ptr<NameIndex> names;
+  if (!options.Project.empty()) {
+    if (!MakeBatchServices(context.Ui).LoadScriptFile(options.Project, false, project)) {
+      return ExitFailed;
+    }
+    const Rules rules = options.RuleSet == "classic" ? Rules::Classic : Rules::Players;
+    names = std::make_unique<NameIndex>(project, rules);
+  }
+  std::vector<CommandLineResult> results;
+  results.reserve(options.Texts.size());
+  for (const std::string& text : options.Texts) {
+    results.push_back(options.Decode ? Decode(text) : Encode(text, names.get()));
+  }
+  return Print(results, options, context) ? ExitDone : ExitFailed;
+}
+
+}  // namespace
+
+void AddCommandCommand(CLI::App& program, CommandContext& context) {
+  const auto options = std::make_shared<CommandOptions>();
+  CLI::App* command = program.add_subcommand(
+      "command", "Prints the 16 digits of navigation commands, or what digits do (--decode)");
+  command->add_option("text", options->Texts, "A command, e.g. \"JumpSS TitleMenu\"; 16 digits with --decode")
+      ->required()
+      ->type_name("TEXT");
+  command->add_option("--project", options->Project, "Project script in which names are looked up")
+      ->type_name("FILE");
+  command->add_option("--rules", options->RuleSet, "How PGCs and cells are counted: players or classic")
+      ->check(CLI::IsMember({"players", "classic"}))
+      ->capture_default_str();
+  command->add_flag("--decode", options->Decode, "Print the text of digits");
+  command->add_flag("--json", options->Json, "Print one JSON array");
+  command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
+}
+
+}  // namespace quorvelant
