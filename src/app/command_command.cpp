@@ -4,13 +4,14 @@
 
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
-#include "app/batch_services.h"
 #include "base/rules.h"
 #include "model/project.h"
+#include "project/script_reader.h"
 #include "vm/check_commands.h"
 #include "vm/decoder.h"
 #include "vm/resolver.h"
@@ -19,7 +20,6 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view ErrorTitle = "Command Error";
 constexpr std::string_view WarningTitle = "Command Warning";
 constexpr std::string_view NoSuchName = "\"{}\": nothing in the project is named \"{}\"";
 constexpr std::string_view NoProject =
@@ -49,14 +49,14 @@ void TellAll(CommandLineResult& result, TextFault faults) {
   }
 }
 
-CommandLineResult Encode(const std::string& text, NameIndex* names) {
-  const Resolution resolved = ResolveText(text, {}, names, {.NumericTargets = names == nullptr});
+CommandLineResult Encode(const std::string& text, NameIndex* names, const ResolveOptions& options) {
+  const Resolution resolved = ResolveText(text, {}, names, options);
   CommandLineResult result{.Text = text, .Hex = resolved.Hex};
   TellAll(result, resolved.Faults);
   const bool stands = names == nullptr && !Has(resolved.Faults, TextFault::UnknownLink);
   for (const std::string& name : resolved.MissingNames) {
     result.Messages.push_back({stands ? Severity::Warning : Severity::Error,
-                               std::string(stands ? WarningTitle : ErrorTitle),
+                               std::string(stands ? WarningTitle : CommandErrorTitle),
                                fmt::format(fmt::runtime(stands ? NoProject : NoSuchName), text, name),
                                {}});
   }
@@ -69,7 +69,7 @@ CommandLineResult Decode(const std::string& hex) {
   if (!IsCommandHex(hex)) {
     result.Good = false;
     result.Messages.push_back(
-        {Severity::Error, std::string(ErrorTitle), fmt::format(fmt::runtime(NotDigits), hex), {}});
+        {Severity::Error, std::string(CommandErrorTitle), fmt::format(fmt::runtime(NotDigits), hex), {}});
     return result;
   }
   const DecodedCommand decoded = DecodeCommand(hex);
@@ -113,20 +113,49 @@ bool Print(const std::vector<CommandLineResult>& results, const CommandOptions& 
   return good;
 }
 
+// Hears the load of a project that is wanted for its names alone: failures pass, the words of its stages and
+// the faults of its own commands do not.
+class NamesOnlyUi : public UserInterface {
+ public:
+  explicit NamesOnlyUi(UserInterface& ui) : ui_(ui) {}
+  void Tell(const Message& message) override {
+    if (message.Title != CommandErrorTitle) {
+      ui_.Tell(message);
+    }
+  }
+  bool Ask(std::string_view title, std::string_view text, bool unattended) override {
+    return ui_.Ask(title, text, unattended);
+  }
+  std::optional<std::string> AskText(std::string_view title, std::string_view text,
+                                     std::string_view proposal) override {
+    return ui_.AskText(title, text, proposal);
+  }
+  void Status(std::string_view) override {}
+  void Progress(double, double) override {}
+  bool StopRequested() override { return ui_.StopRequested(); }
+
+ private:
+  UserInterface& ui_;
+};
+
 int Run(const CommandOptions& options, CommandContext& context) {
   Project project;
+  const Rules rules = options.RuleSet == "classic" ? Rules::Classic : Rules::Players;
   std::unique_ptr<NameIndex> names;
+  ResolveOptions resolve{.NumericTargets = true};
   if (!options.Project.empty()) {
-    if (!MakeBatchServices(context.Ui).LoadScriptFile(options.Project, false, project)) {
+    NamesOnlyUi ui(context.Ui);
+    const LoadResult load = LoadScriptFile(options.Project, project, {.Rules = rules}, ui);
+    if (!load.Loaded) {
       return ExitFailed;
     }
-    const Rules rules = options.RuleSet == "classic" ? Rules::Classic : Rules::Players;
     names = std::make_unique<NameIndex>(project, rules);
+    resolve.NumericTargets = load.IsScenarist;
   }
   std::vector<CommandLineResult> results;
   results.reserve(options.Texts.size());
   for (const std::string& text : options.Texts) {
-    results.push_back(options.Decode ? Decode(text) : Encode(text, names.get()));
+    results.push_back(options.Decode ? Decode(text) : Encode(text, names.get(), resolve));
   }
   return Print(results, options, context) ? ExitDone : ExitFailed;
 }

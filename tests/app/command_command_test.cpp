@@ -78,6 +78,24 @@ TEST(CommandCommand, SaysWhatItCannotDo) {
   EXPECT_EQ(RunCommand({"--rules", "old", "NOP"}).Status, ExitUsage);
 }
 
+TEST(CommandCommand, NamesAreLookedUpInAProject) {
+  const std::string script = QUORVELANT_SOURCE_DIR "/examples/demo.qvp";
+  const std::vector<std::string> texts{"LinkPGCN VTS1_Title2_PGC1", "JumpVTS_PTT VTS1_Title1_PGC1_PG3"};
+  const auto with = [&](const std::string& rules) {
+    std::vector<std::string> arguments{"--project", script, "--rules", rules};
+    arguments.insert(arguments.end(), texts.begin(), texts.end());
+    return RunCommand(arguments);
+  };
+  // The second title's chain is the second of the set's table, and the first of its title.
+  EXPECT_EQ(with("players").Out, "2004000000000002\n3005000300010000\n");
+  EXPECT_EQ(with("classic").Out, "2004000000000001\n3005000300010000\n");
+  const Outcome missing = RunCommand({"--project", script, "LinkPGCN 1"});
+  EXPECT_EQ(missing.Status, ExitFailed);
+  ASSERT_EQ(missing.Messages.size(), 1U);
+  EXPECT_EQ(missing.Messages[0].Text, "\"LinkPGCN 1\": nothing in the project is named \"1\"");
+  EXPECT_EQ(RunCommand({"--project", script + ".gone", "NOP"}).Status, ExitFailed);
+}
+
 TEST(CommandCommand, JsonHoldsTextDigitsAndMessages) {
   const Outcome outcome = RunCommand({"--json", "If ( GPRM1 == 2 ) Exit", "\xFF"});
   EXPECT_EQ(outcome.Status, ExitFailed);
