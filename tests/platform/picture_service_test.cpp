@@ -1,0 +1,126 @@
+#include "platform/picture_service.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "base/bmp.h"
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+using testing::HasSubstr;
+
+Picture Ramp(int width, int height) {
+  Picture picture(width, height);
+  for (int i = 0; i < width * height; ++i) {
+    picture.Set(i % width, i / width, static_cast<std::uint32_t>(i * 77) & 0xFFFFFF);
+  }
+  return picture;
+}
+
+TEST(PictureService, SavesAndLoadsWithoutADisplay) {
+  unsetenv("DISPLAY");
+  unsetenv("WAYLAND_DISPLAY");
+  const TempFolder folder;
+  const auto service = MakePictureService();
+  const Picture picture = Ramp(7, 5);
+  for (const char* name : {"a.bmp", "b.PNG"}) {
+    service->Save(picture, folder / name);
+    EXPECT_EQ(service->Load(folder / name), picture) << name;
+  }
+  // The bitmap is the system's own, byte for byte.
+  const Bytes own = WriteBmp(picture);
+  EXPECT_EQ(TempFolder::Read(folder / "a.bmp"), std::string(own.begin(), own.end()));
+  EXPECT_THROW(service->Save(picture, folder / "c.gif"), PictureError);
+  EXPECT_THROW(service->Save(picture, folder / "no/such/folder.png"), PictureError);
+}
+
+// Files of other programs: what a photograph and a scan look like.
+TEST(PictureService, LoadsWhatOtherProgramsWrote) {
+  const TempFolder folder;
+  const std::string make = "ffmpeg -v error -f lavfi -i color=c=0x3060C0:s=64x48,format=rgb24 -frames:v 1 ";
+  if (std::system((make + "-y " + (folder / "a.jpg") + " 2> /dev/null").c_str()) != 0) {
+    GTEST_SKIP() << "ffmpeg is not installed";
+  }
+  ASSERT_EQ(std::system((make + "-pix_fmt gray16be -y " + (folder / "grey.png")).c_str()), 0);
+  ASSERT_EQ(std::system((make + "-pix_fmt rgb555le -y " + (folder / "b.bmp")).c_str()), 0);
+  const auto service = MakePictureService();
+  const Picture jpeg = service->Load(folder / "a.jpg");
+  EXPECT_EQ(jpeg.Width, 64);
+  EXPECT_NEAR(static_cast<int>(jpeg.At(30, 30) & 255), 0x30, 4);
+  EXPECT_NEAR(static_cast<int>(jpeg.At(30, 30) >> 16), 0xC0, 4);
+  const Picture grey = service->Load(folder / "grey.png");
+  EXPECT_EQ(grey.At(0, 0) & 255, grey.At(0, 0) >> 16);
+  EXPECT_NEAR(static_cast<int>(service->Load(folder / "b.bmp").At(5, 5) & 255), 0x30, 8);
+}
+
+TEST(PictureService, RefusesAndNamesTheFile) {
+  const TempFolder folder;
+  const auto service = MakePictureService();
+  service->Save(Ramp(64, 64), folder / "a.png");
+  const std::string png = TempFolder::Read(folder / "a.png");
+  folder.Write("cut.png", png.substr(0, png.size() / 2));
+  std::string huge = png;
+  // 30000x30000, 8 bits, three colours, and the checksum of that.
+  huge.replace(16, 17,
+               std::string("\x00\x00\x75\x30\x00\x00\x75\x30\x08\x02\x00\x00\x00\xe9\x45\x6f\xed", 17));
+  folder.Write("huge.png", huge);
+  folder.Write("text.png", "no picture at all");
+  folder.Write("empty.jpg", "");
+  const struct {
+    const char* Name;
+    const char* Text;
+  } cases[] = {{"cut.png", "cut.png: the picture cannot be read"},
+               {"huge.png", "huge.png: a picture of 30000x30000 is too large"},
+               {"text.png", "text.png: this is no picture that can be read"},
+               {"empty.jpg", "empty.jpg: the file is empty"},
+               {"none.png", "none.png: the file does not exist"}};
+  for (const auto& test : cases) {
+    try {
+      service->Load(folder / test.Name);
+      ADD_FAILURE() << test.Name;
+    } catch (const PictureError& error) {
+      EXPECT_THAT(error.what(), HasSubstr(test.Text));
+    }
+  }
+  EXPECT_THROW(MakePictureService({.MostSide = 63})->Load(folder / "a.png"), PictureError);
+}
+
+TEST(PictureService, Scales) {
+  const auto service = MakePictureService();
+  Picture two(2, 1);
+  two.Set(1, 0, 0xFFFFFF);
+  const Picture sharp = service->Scale(two, 4, 2, false);
+  EXPECT_EQ(sharp.At(1, 1), 0U);
+  EXPECT_EQ(sharp.At(2, 0), 0xFFFFFFU);
+  EXPECT_EQ(service->Scale(Ramp(64, 64), 360, 288, true).Width, 360);
+  EXPECT_THROW(service->Scale(two, 0, 2, true), PictureError);
+  EXPECT_THROW(service->Scale(two, 30000, 30000, true), PictureError);
+}
+
+TEST(PictureService, DrawsTextInItsColoursAlone) {
+  const auto service = MakePictureService();
+  Picture page(200, 60);
+  std::fill(page.Pixels.begin(), page.Pixels.end(), std::uint8_t{0xFF});
+  const Picture blank = page;
+  service->DrawText(page, 10, 5, "Play \xC3\xA9",
+                    {.Font = "Arial", .PixelHeight = 40, .Bold = true, .Color = 0x0000F0});
+  int drawn = 0;
+  for (int i = 0; i < 200 * 60; ++i) {
+    const std::uint32_t color = page.At(i % 200, i / 200);
+    EXPECT_TRUE(color == 0xFFFFFF || color == 0x0000F0)
+        << color;  // no soft edges: subtitles have four colours
+    drawn += color == 0x0000F0 ? 1 : 0;
+    EXPECT_TRUE(i % 200 >= 8 || color == 0xFFFFFF);
+  }
+  EXPECT_GT(drawn, 200);
+  Picture soft = blank;
+  service->DrawText(soft, 10, 5, "Play", {.PixelHeight = 40, .Smooth = true, .Color = 0x0000F0});
+  EXPECT_NE(soft, page);
+}
+
+}  // namespace
+}  // namespace quorvelant
