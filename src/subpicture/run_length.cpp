@@ -17,7 +17,7 @@ void RunWriter::EndRow(PixelCode pixel) {
 
 void RunWriter::Append(RunCode code) {
   for (unsigned group = code.Groups; group-- > 0;) {
-    const auto bits = static_cast<std::uint8_t>(code.Bits >> (4 * group) & 15U);
+    const auto bits = static_cast<std::uint8_t>((unsigned{code.Bits} >> (4 * group)) & 15U);
     if (halfByte_) {
       field_->back() |= bits;
     } else {
