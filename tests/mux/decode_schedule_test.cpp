@@ -1,0 +1,86 @@
+#include "mux/decode_schedule.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string_view>
+#include <vector>
+
+namespace quorvelant {
+namespace {
+
+using testing::ElementsAre;
+
+// "I2 B0 b1 ...": type, temporal reference; a small letter is a field picture, '*' repeats a field.
+std::vector<CodedPicture> Pictures(std::string_view text) {
+  std::vector<CodedPicture> pictures;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '*') {
+      pictures.back().RepeatHalves = 1;
+    } else if (text[i] >= '0' && text[i] <= '9') {
+      pictures.back().Temporal = pictures.back().Temporal * 10 + (text[i] - '0');
+    } else if (text[i] != ' ') {
+      const bool field = text[i] >= 'a';
+      const char type = field ? static_cast<char>(text[i] - 'a' + 'A') : text[i];
+      const PictureType known = type == 'I' ? PictureType::I : type == 'P' ? PictureType::P : PictureType::B;
+      pictures.push_back({known, 0, field ? 1 : 2, 0});
+    }
+  }
+  return pictures;
+}
+
+std::vector<TimeStamps> Schedule(std::string_view text, const FrameTiming& timing) {
+  const std::vector<CodedPicture> pictures = Pictures(text);
+  DecodeSchedule schedule(timing);
+  std::vector<TimeStamps> times;
+  for (std::size_t i = 0; i < pictures.size(); ++i) {
+    const DecodeTimes t = schedule.Next(pictures[i], [&](std::size_t ahead) {
+      return i + ahead < pictures.size() ? &pictures[i + ahead] : nullptr;
+    });
+    times.push_back({t.Pts.WholeTicks() - VideoStartPts, t.Dts.WholeTicks() - VideoStartPts});
+  }
+  return times;
+}
+
+TEST(DecodeSchedule, FirstPictureShownIsShownAtTheStart) {
+  // Relative to the start: an open GOP's I picture is decoded a frame ahead, shown behind its B pictures.
+  EXPECT_THAT(Schedule("I2 B0 B1 P5 B3 B4", PalTiming),
+              ElementsAre(TimeStamps{7200, -3600}, TimeStamps{0, 0}, TimeStamps{3600, 3600},
+                          TimeStamps{18000, 7200}, TimeStamps{10800, 10800}, TimeStamps{14400, 14400}));
+  EXPECT_THAT(Schedule("I0 P3 B1 B2 I4", PalTiming),
+              ElementsAre(TimeStamps{0, -3600}, TimeStamps{10800, 0}, TimeStamps{3600, 3600},
+                          TimeStamps{7200, 7200}, TimeStamps{14400, 10800}));
+}
+
+TEST(DecodeSchedule, RepeatedFieldsCountForTheWholePulldown) {
+  // Shown: I0 for 3 fields, B1 for 2, B2 for 3, P3 for 2, ... each field 1501.5 ticks.
+  EXPECT_THAT(
+      Schedule("I0* P3 B1 B2* P6* B4* B5", NtscTiming),
+      ElementsAre(TimeStamps{0, -3003}, TimeStamps{12012, 0}, TimeStamps{4504, 4504}, TimeStamps{7507, 7507},
+                  TimeStamps{22522, 12012}, TimeStamps{15015, 15015}, TimeStamps{19519, 19519}));
+}
+
+TEST(DecodeSchedule, FieldPairsLastOneFrame) {
+  EXPECT_THAT(Schedule("i0 p0 p3 p3 b1 b1 B2 I4", NtscTiming),
+              ElementsAre(TimeStamps{0, -3003}, TimeStamps{1501, -1502}, TimeStamps{9009, 0},
+                          TimeStamps{10510, 1501}, TimeStamps{3003, 3003}, TimeStamps{4504, 4504},
+                          TimeStamps{6006, 6006}, TimeStamps{12012, 9009}));
+}
+
+TEST(DecodeSchedule, NtscStampsMoveToTheNearestWholeNumberOfFields) {
+  const auto corrected = [](std::int64_t difference) {
+    const DecodeTimes times{Clock::FromTicks(10000), Clock::FromTicks(10000 + difference)};
+    return StampsOf(times, NtscTiming);
+  };
+  EXPECT_EQ(corrected(3003), (TimeStamps{13003, 10000}));
+  EXPECT_EQ(corrected(3003 + 9), (TimeStamps{13003, 10000}));
+  EXPECT_EQ(corrected(3003 + 10), (TimeStamps{13013, 10000}));
+  EXPECT_EQ(corrected(1496), (TimeStamps{11501, 10000}));
+  EXPECT_EQ(corrected(1506), (TimeStamps{11506, 10005}));
+  EXPECT_EQ(corrected(2994), (TimeStamps{13003, 10000}));
+  const DecodeTimes pal{Clock::FromTicks(0), Clock::FromTicks(5)};
+  EXPECT_EQ(StampsOf(pal, PalTiming), (TimeStamps{5, 0}));
+}
+
+}  // namespace
+}  // namespace quorvelant
