@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/log.h"
+#include "base/random.h"
 #include "base/rules.h"
 #include "base/user_interface.h"
 #include "model/tracks.h"
@@ -89,12 +90,14 @@ struct MuxInput {
 struct MuxBuild {
   UserInterface& Ui;
   Log& RunLog;
+  Random& Files;  // slots 0 to 9: video source, output, eight audio sources
   quorvelant::Rules Rules;
   bool RemoveSeqEnd = true;  // overwrite sequence end codes in the middle of a track
   bool DryRun = false;       // everything but writing
 
   int UnderflowCount = 0;
   bool UnderflowSeen = false;
+  int BufferFaultCount = 0;  // serious faults of the video buffer
   bool StopRequested = false;
   std::uint64_t SourceBytesDone = 0;  // of `SourceBytesTotal`, over all tracks: progress
   std::uint64_t SourceBytesTotal = 0;

@@ -1,8 +1,14 @@
 // The numbered VOB files of one domain as a run of sectors.
 #pragma once
 
+#include <array>
+#include <condition_variable>
+#include <cstddef>
 #include <cstdint>
+#include <exception>
+#include <mutex>
 #include <string>
+#include <thread>
 
 #include "base/bytes.h"
 #include "base/random.h"
@@ -10,36 +16,79 @@
 namespace quorvelant {
 
 inline constexpr std::uint32_t SplitSectors = 524287;  // sectors a VOB file
+inline constexpr int MostVobFiles = 9;                 // numbered files of a title set
+inline constexpr int VobOutputSlot = 1;                // of Random
 
-// Sectors are assembled in a buffer and written in large steps; at a multiple of SplitSectors a title
-// set goes on in its next numbered file. A sector can be written over later (navigation packs).
-// Errors of the file system are raised as FileError, naming the file.
+// Sectors are assembled in one buffer while a thread of its own writes the other: filling and writing cost
+// about the same, so side by side they take the time of a copy. At a multiple of SplitSectors a title set
+// goes on in its next numbered file. A sector can be written over later (navigation packs).
+//
+// Files are opened and closed by the caller's thread alone; the writing thread touches slot 1 and nothing
+// else. Errors of the file system are raised as FileError, naming the file, by the call that meets them.
 class VobOutput {
  public:
-  // `baseName` with "VOB" in it is the one file's whole name (a menu); otherwise the files are
-  // baseName_1.VOB, baseName_2.VOB and so on. Nothing is created before the first sector.
-  // With `dryRun` sectors are counted and nothing is written.
-  VobOutput(Random& files, std::string baseName, bool dryRun = false);
+  // `baseName` with "VOB" in its last part is the one file's whole name (a menu); otherwise the files are
+  // baseName_1.VOB, baseName_2.VOB and so on. Nothing is created before the first sector; a file that is
+  // there already is replaced. With `dryRun` sectors are counted and nothing is written. `splitSectors`
+  // is for tests.
+  VobOutput(Random& files, std::string baseName, bool dryRun = false,
+            std::uint32_t splitSectors = SplitSectors);
+  VobOutput(const VobOutput&) = delete;
+  VobOutput& operator=(const VobOutput&) = delete;
+  // Gives up what was not finished: waits for the writing thread, closes the file.
+  ~VobOutput();
 
   std::uint32_t TotalSectors() const { return totalSectors_; }
   std::uint32_t FileSectors() const { return fileSectors_; }
   int FileNumber() const { return fileNumber_; }
   bool DryRun() const { return dryRun_; }
 
-  // The next sector, zeroed, to be filled in place; it counts from now on.
+  // The next sector, to be filled in place and whole: what it holds is left over. It counts from now on
+  // and stays in place until the next call.
   ByteSpan NextSector();
   // Writes over a sector that was filled earlier.
   void Rewrite(std::uint32_t sector, ByteView bytes);
-  // Puts everything on disk and closes the open file.
+  // Puts everything into the files and closes the open one. Sectors may follow.
   void Finish();
 
  private:
+  static constexpr std::size_t BufferSectors = 512;
+
+  bool OneFile() const;
+  std::string NameOf(int fileNumber) const;
+  void OpenForWriting(int fileNumber, bool fresh);
+  void CloseOpen();
+  void StartNextFile();
+  void Submit();
+  void WaitForWriter();
+  void WriteAt(std::uint32_t fileSector, ByteView bytes);
+  void WriterLoop();
+  void StopWriter();
+
   Random* files_;
   std::string baseName_;
   bool dryRun_;
+  std::uint32_t splitSectors_;
   std::uint32_t totalSectors_ = 0;
   std::uint32_t fileSectors_ = 0;
   int fileNumber_ = 1;
+  int openNumber_ = 0;  // the file open in the slot, 0 for none
+
+  std::array<Bytes, 2> buffers_;
+  std::size_t filling_ = 0;             // index of the buffer being filled
+  std::size_t filled_ = 0;              // sectors in it
+  std::uint32_t fillingFrom_ = 0;       // file sector of its first one
+  std::uint32_t fillingFromTotal_ = 0;  // the same counted through the set
+
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::thread writer_;
+  // Guarded by mutex_: the buffer handed over, and what became of the last one.
+  ByteView job_;
+  std::uint32_t jobSector_ = 0;
+  bool busy_ = false;
+  bool quit_ = false;
+  std::exception_ptr fault_;
 };
 
 }  // namespace quorvelant

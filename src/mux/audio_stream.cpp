@@ -1,0 +1,134 @@
+#include "mux/audio_stream.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "mux/mux_fault.h"
+
+namespace quorvelant {
+namespace {
+
+constexpr int FirstAudioSlot = 2;
+constexpr std::int64_t Ac3FrameTicks = 2880;
+constexpr std::int64_t PcmFrameTicks = 150;
+constexpr std::int64_t PcmHeaderBytes = 7;
+constexpr std::int64_t Ac3PackBytes = 2016;
+
+// Packs are first sent at fixed times ahead of the first picture: 134 and 153 sectors.
+constexpr Clock FirstAudioScr{134 * SectorTicks.Units};
+constexpr Clock SecondAudioScr{153 * SectorTicks.Units};
+// A delay beyond these bounds moves the packs too.
+constexpr std::int64_t LeastDelayMs = -60;
+constexpr std::int64_t MostDelayMs = 300;
+constexpr std::int64_t MostDelayAtAllMs = 24LL * 3600 * 1000;
+constexpr std::int64_t TicksPerMs = 90;
+
+constexpr std::string_view NotPcm =
+    "Audio stream {} of track \"{}\": PCM sound of {} bits, {} kHz and {} channels can't go on a disc.";
+constexpr std::string_view BadDelay =
+    "Audio stream {} of track \"{}\": with a delay of {} ms the sound would begin before the disc does.";
+
+Clock Steps(std::size_t count) {
+  return {SectorTicks.Units * static_cast<std::int64_t>(count)};
+}
+
+void SetFirstClocks(AudioState& stream, std::size_t index, std::size_t count, const MuxInput& input) {
+  const std::int64_t delayMs = stream.Input->DelayMs;
+  const std::int64_t beyond = delayMs - std::clamp(delayMs, LeastDelayMs, MostDelayMs);
+  const Clock shift = Clock::FromTicks(TicksPerMs * beyond);
+  const Clock early = Clock::FromTicks(TicksPerMs * std::min(delayMs - beyond, std::int64_t{0}));
+  stream.FirstScr = FirstAudioScr + Steps(index) + shift;
+  stream.SecondScr = SecondAudioScr + Steps(index + 1 == count ? 0 : index + 1) + shift + early;
+  stream.NextPts = VideoStartPts + TicksPerMs * delayMs;
+  stream.DecodeTime = Clock::FromTicks(stream.NextPts - stream.FrameTicks);
+  stream.Due = stream.FirstScr;
+  stream.NextScr = stream.FirstScr;
+  if (stream.FirstScr < Steps(index + 1) || delayMs > MostDelayAtAllMs) {
+    throw MuxFault(fmt::format(BadDelay, stream.Input->StreamNumber, input.Name, delayMs));
+  }
+}
+
+AudioState OpenStream(Random& files, const MuxInput& input, std::size_t index, const Rules& rules) {
+  const MuxAudioStream& from = input.Audio[index];
+  PcmFormat pcm;
+  if (from.Pcm && !PcmFormatOf(from.Traits, rules, pcm)) {
+    throw MuxFault(fmt::format(NotPcm, from.StreamNumber, input.Name, pcm.Bits, pcm.KiloHertz, pcm.Channels));
+  }
+  const int slot = FirstAudioSlot + static_cast<int>(index);
+  AudioState stream{&from, AudioSource(files, slot, from, from.Pcm ? pcm.SourceSampleBytes() : 1), pcm};
+  if (from.Pcm) {
+    stream.FrameBytes = static_cast<std::int64_t>(pcm.DiscBytes(pcm.SamplesPerFrame()));
+    stream.FrameTicks = PcmFrameTicks;
+  } else {
+    FindFirstAc3Frame(stream);
+    stream.FrameTicks = Ac3FrameTicks;
+  }
+  SetFirstClocks(stream, index, input.Audio.size(), input);
+  if (stream.Source.Exhausted()) {
+    stream.NextScr = {};
+  }
+  return stream;
+}
+
+}  // namespace
+
+AudioClaim AudioState::Claim() const {
+  const bool open = OpenFrameBytes > 0 || OpenFrameSamples > 0;
+  return {NextScr, NextPts - (open ? FrameTicks : 0)};
+}
+
+std::vector<AudioState> OpenAudioStreams(Random& files, const MuxInput& input, const Rules& rules) {
+  std::vector<AudioState> streams;
+  streams.reserve(input.Audio.size());
+  for (std::size_t i = 0; i < input.Audio.size(); ++i) {
+    streams.push_back(OpenStream(files, input, i, rules));
+  }
+  return streams;
+}
+
+AudioPack WriteAudioPack(AudioState& stream, ByteSpan sector, SystemClockReference scr,
+                         std::optional<std::int64_t> limit) {
+  const AudioPack pack =
+      stream.Input->Pcm ? WritePcmPack(stream, sector, scr, limit) : WriteAc3Pack(stream, sector, scr, limit);
+  stream.NextPts += stream.FrameTicks * pack.Frames;
+  return pack;
+}
+
+void AdvanceAudioClock(AudioState& stream, Clock scr, std::size_t payloadBytes) {
+  const auto payload = static_cast<std::int64_t>(payloadBytes);
+  stream.PacksSent = std::min(stream.PacksSent + 1, 3);
+  if (stream.Source.Exhausted()) {
+    stream.NextScr = {};
+    return;
+  }
+  if (stream.PacksSent <= 2) {
+    stream.Fill += payload;
+  }
+  if (stream.PacksSent == 1) {
+    stream.Due = stream.SecondScr;
+  } else {
+    // The next pack goes when a frame leaves the buffer that makes room for it.
+    const std::int64_t next = stream.Input->Pcm ? payload : Ac3PackBytes;
+    const std::int64_t room = AudioBufferBytes - next - (stream.Input->Pcm ? PcmHeaderBytes : 0);
+    while (stream.Fill > room) {
+      stream.Fill -= stream.FrameBytes;
+      stream.DecodeTime += Clock::FromTicks(stream.FrameTicks);
+    }
+    stream.Fill += next;
+    stream.Due = stream.DecodeTime;
+  }
+  AlignAudioClock(stream, scr);
+}
+
+void AlignAudioClock(AudioState& stream, Clock scr) {
+  if (stream.NextScr.Units <= 0) {
+    return;
+  }
+  const std::int64_t gap = std::max((stream.Due - scr).Units, std::int64_t{0});
+  const std::int64_t steps = (gap + SectorTicks.Units - 1) / SectorTicks.Units;
+  stream.NextScr = scr + Clock{steps * SectorTicks.Units};
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,78 @@
+#include "mux/failures.h"
+
+#include <fmt/format.h>
+
+#include <string>
+#include <string_view>
+
+#include "mux/mux_fault.h"
+
+namespace quorvelant {
+namespace {
+
+constexpr std::string_view GopTitle = "Gop Error";
+constexpr std::string_view GopText = "GOP length has exceeded 36 fields (18 frames) - Aborting";
+constexpr std::string_view GopLine = "GOP ERROR AT LBA{}";
+
+constexpr std::string_view BitRateTitle = "Excessive Bitrate Error";
+constexpr std::string_view BitRateText =
+    "Unrecoverable Excessive Bitrate Error - Aborting\n"
+    "Try reducing the quantity of audio streams or Video bitrate";
+constexpr std::string_view BitRateLine = "Excessive bitrate error at sector {}";
+
+constexpr std::string_view BufferTitle = "Serious Buffer Fault";
+constexpr std::string_view BufferText =
+    "A serious buffer error has occured. Would you like to reset the buffer - THIS MAY CAUSE A STUTTER IN "
+    "THE PLAYBACK!";
+constexpr std::string_view BufferLine = "SERIOUS ERROR - BUFFER FULL - NO MORE PICTURES";
+
+constexpr std::string_view UnderflowTitle = "Buffer Underflow Error";
+constexpr std::string_view UnderflowText =
+    "A Buffer Underflow has been noted (probably due to excessive bitrate) at sector {}.\n"
+    "The DVD may not play smoothly. Do you want to continue mux (This error will not be reported again)?";
+constexpr std::string_view UnderflowLine = "Buffer Underflow by {} at sector {}";
+constexpr std::string_view UnderflowStatus = "Total Buffer Underflows: {}";
+constexpr std::string_view UnderflowRefused = "The build was ended at the first buffer underflow.";
+
+}  // namespace
+
+void CheckGopLength(const MuxState& state) {
+  if (state.Picture.Temporal <= state.Timing.MostTemporalReference) {
+    return;
+  }
+  state.Build.RunLog.WriteText(fmt::format(GopLine, state.Output.TotalSectors()));
+  throw MuxFault(std::string(GopText), state.Pictures.PlaceOf(state.Picture), GopTitle);
+}
+
+void CheckBitRate(const MuxState& state, Clock navScr) {
+  if (navScr - SectorTicks <= state.Times.Dts) {
+    return;
+  }
+  state.Build.RunLog.WriteText(fmt::format(BitRateLine, state.Output.TotalSectors()));
+  throw MuxFault(std::string(BitRateText), state.Pictures.PlaceOf(state.Picture), BitRateTitle);
+}
+
+void ReportBufferFault(MuxState& state) {
+  ++state.Build.BufferFaultCount;
+  state.Build.RunLog.WriteText(BufferLine);
+  if (!state.Build.Ui.Ask(BufferTitle, BufferText, false)) {
+    state.Build.StopRequested = true;
+    throw MuxStopped();
+  }
+}
+
+void ReportUnderflow(MuxState& state, std::int64_t missingBytes) {
+  MuxBuild& build = state.Build;
+  const std::uint32_t sector = state.Output.TotalSectors();
+  build.RunLog.WriteText(fmt::format(UnderflowLine, missingBytes, sector));
+  if (!build.UnderflowSeen) {
+    if (!build.Ui.Ask(UnderflowTitle, fmt::format(UnderflowText, sector), true)) {
+      throw MuxFault(std::string(UnderflowRefused), state.Pictures.PlaceOf(state.Picture), UnderflowTitle);
+    }
+    build.UnderflowSeen = true;
+  }
+  ++build.UnderflowCount;
+  build.Ui.Status(fmt::format(UnderflowStatus, build.UnderflowCount));
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,22 @@
+// What can go wrong between the stream and the player's buffers.
+#pragma once
+
+#include <cstdint>
+
+#include "mux/mux_state.h"
+
+namespace quorvelant {
+
+// The GOP of the current picture is longer than players take: ends the build.
+void CheckGopLength(const MuxState& state);
+
+// A navigation pack would come behind the decoding time of the picture it leads: ends the build.
+void CheckBitRate(const MuxState& state, Clock navScr);
+
+// The video buffer is full and nothing can leave it. Asks; returns when the buffer is to be cleared.
+void ReportBufferFault(MuxState& state);
+
+// A picture was due `missingBytes` before it was complete. Asks at the first time in a build.
+void ReportUnderflow(MuxState& state, std::int64_t missingBytes);
+
+}  // namespace quorvelant

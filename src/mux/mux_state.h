@@ -1,0 +1,74 @@
+// Everything that changes while a track is written.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "base/bytes.h"
+#include "mux/audio_stream.h"
+#include "mux/clock.h"
+#include "mux/decode_schedule.h"
+#include "mux/mux_track.h"
+#include "mux/picture_source.h"
+#include "mux/video_buffer.h"
+#include "mux/vob_output.h"
+#include "mux/vob_records.h"
+
+namespace quorvelant {
+
+struct MuxState {
+  // What it works on and with.
+  const MuxInput& Input;
+  MuxBuild& Build;
+  VobOutput& Output;
+  const FrameTiming& Timing;
+  std::uint16_t VobId;
+  PictureSource Pictures;
+  std::vector<AudioState> Audio;  // in the order of the stream map
+
+  // Clocks of the VOB, which begins at 0.
+  Clock LastScr = {};                           // of the sector written last
+  Clock NavScr = {};                            // of the latest navigation pack
+  std::optional<std::int64_t> AudioLimit = {};  // ticks: sound from here on waits; nothing: none does
+
+  // Time shown, in half frames, the current picture included.
+  std::int64_t ElapsedHalves = 0;    // in the VOB
+  std::int64_t CellStartHalves = 0;  // ElapsedHalves when the cell began
+  std::int64_t VobuStartHalves = 0;  // ElapsedHalves when the VOBU began
+  int FormerLengthHalves = 2;        // length of the picture before the current one
+
+  // Decoding.
+  DecodeSchedule Schedule;
+  VideoBuffer Buffer = {};
+
+  // The picture being written.
+  PictureUnit Picture = {};
+  DecodeTimes Times = {};
+  std::size_t Written = 0;  // bytes of it
+  bool FirstPack = true;    // the first video pack of the VOB is still to come
+  ByteSpan OpenPack = {};   // what is left of a pack whose rest the next pictures fill
+
+  // Records.
+  std::vector<VobuRecord> Vobus = {};
+  std::vector<CellRecord> Cells = {};
+  std::uint32_t CellUopMask = 0;                // VOBU_UOP_CTL of the cell
+  std::size_t NextMark = 1;                     // index in Input.Marks of the mark that opens the next cell
+  std::size_t ReferencesInVobu = 0;             // reference frames ended in the VOBU
+  bool ReferencePairOpen = false;               // the last of them is a first field
+  std::vector<std::size_t> FirstUnsynced = {};  // per stream of Audio: first VOBU without an audio pack
+
+  std::uint64_t BytesSinceProgress = 0;
+
+  std::int64_t HalvesAhead() const { return ElapsedHalves - Picture.ShownHalves(); }  // of the picture
+  Clock TimeOfHalves(std::int64_t halves) const {
+    return {halves * Timing.FramePeriod * Clock::UnitsPerTick / 2};
+  }
+  // Presentation time, in whole ticks, of what is shown after so many half frames.
+  std::int64_t PtsOfHalves(std::int64_t halves) const {
+    return VideoStartPts + TimeOfHalves(halves).WholeTicks();
+  }
+};
+
+}  // namespace quorvelant

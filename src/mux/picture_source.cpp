@@ -1,0 +1,274 @@
+#include "mux/picture_source.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "analysis/start_code_search.h"
+#include "mux/mux_fault.h"
+
+namespace quorvelant {
+namespace {
+
+// Start code values of ISO/IEC 13818-2 table 6-1.
+constexpr std::uint8_t PictureCode = 0x00;
+constexpr std::uint8_t LastSliceCode = 0xAF;
+constexpr std::uint8_t SequenceHeaderCode = 0xB3;
+constexpr std::uint8_t ExtensionCode = 0xB5;
+constexpr std::uint8_t SequenceEndCode = 0xB7;
+constexpr std::uint8_t GroupCode = 0xB8;
+
+constexpr unsigned PictureCodingExtension = 8;
+constexpr unsigned FramePicture = 3;
+constexpr std::uint64_t StartCodeBytes = 4;
+constexpr std::size_t HeaderBytes = 12;  // as many of a header as anything here looks at
+
+constexpr std::size_t ReadBytes = std::size_t{512} << 10;
+constexpr std::size_t WindowBytes = std::size_t{2} << 20;
+constexpr std::size_t MostUnitBytes = std::size_t{4} << 20;  // the player's buffer is 232 KiB
+constexpr std::size_t MostWindowBytes = std::size_t{24} << 20;
+
+constexpr std::string_view NoName = "oops";
+constexpr std::string_view NoPicture = "The video file {} holds no coded picture.";
+constexpr std::string_view NoSequenceHeader =
+    "The video file {} has no sequence header ahead of its first picture.";
+constexpr std::string_view NoFirstIntra = "The first picture of the video file {} is no I picture.";
+constexpr std::string_view TooLong =
+    "The video file {} holds a picture of more than {} bytes. It is damaged, or no MPEG video.";
+constexpr std::string_view TwoSizes =
+    "The picture size changes from {}x{} to {}x{} in the video file {}. A track has one picture size.";
+
+}  // namespace
+
+PictureSource::PictureSource(Random& files, const std::vector<MuxVideoFile>& list, Options options)
+    : list_(&list), options_(options), file_(files, 0), window_(WindowBytes) {
+  if (std::ranges::any_of(list, [](const MuxVideoFile& file) { return file.Path.empty(); })) {
+    throw MuxFault(std::string(NoName), {}, {});
+  }
+}
+
+const PictureUnit* PictureSource::Ahead(std::size_t index) {
+  while (index >= units_.size()) {
+    if (!ReadUnit()) {
+      return nullptr;
+    }
+  }
+  return &units_[index];
+}
+
+ByteView PictureSource::BytesOf(const PictureUnit& unit) {
+  return window_.Held().subspan(static_cast<std::size_t>(unit.Offset - base_), unit.UnitBytes);
+}
+
+void PictureSource::Next() {
+  units_.pop_front();
+  const std::uint64_t keep = !units_.empty() ? units_.front().Offset : inUnit_ ? coming_.Offset : scan_;
+  window_.Drop(static_cast<std::size_t>(keep - base_));
+  base_ = keep;
+}
+
+std::string PictureSource::PlaceAt(std::size_t file, std::uint64_t offset) const {
+  return fmt::format("{}@{}", (*list_)[file].Path, offset - fileStart_[file]);
+}
+
+std::string PictureSource::PlaceOf(const PictureUnit& unit) const {
+  return PlaceAt(unit.File, unit.Offset);
+}
+
+bool PictureSource::OpenNextFile() {
+  if (filesOpened_ == list_->size()) {
+    return false;
+  }
+  file_.Open((*list_)[filesOpened_].Path, 0, SourceFile::WholeFile);
+  ++filesOpened_;
+  fileStart_.push_back(end_);
+  scan_ = end_;
+  firstUnitOfFile_ = true;
+  inUnit_ = false;
+  return true;
+}
+
+// False at the end of the file.
+bool PictureSource::ReadMore() {
+  if (file_.Left() == 0) {
+    return false;
+  }
+  if (!inUnit_ && units_.empty()) {
+    window_.Drop(static_cast<std::size_t>(scan_ - base_));
+    base_ = scan_;
+  }
+  if ((inUnit_ && end_ - coming_.Offset > MostUnitBytes) || window_.HeldBytes() > MostWindowBytes) {
+    throw MuxFault(fmt::format(TooLong, (*list_)[filesOpened_ - 1].Path, MostUnitBytes),
+                   PlaceAt(filesOpened_ - 1, inUnit_ ? coming_.Offset : scan_));
+  }
+  const std::size_t got = file_.Read(window_.Room(ReadBytes).first(ReadBytes));
+  window_.Added(got);
+  end_ += got;
+  return true;
+}
+
+// The offset of the next start code at or behind the scan position, its header in the window.
+std::optional<std::uint64_t> PictureSource::NextStartCode() {
+  for (;;) {
+    const std::size_t at = FindStartCode(window_.Held(), static_cast<std::size_t>(scan_ - base_));
+    const bool found = at != NoStartCode;
+    if (found && at + HeaderBytes <= window_.HeldBytes()) {
+      return base_ + at;
+    }
+    // A prefix may stand across the end of what is held.
+    scan_ = found ? base_ + at : std::max(scan_, end_ - std::min<std::uint64_t>(2, end_ - base_));
+    if (!ReadMore()) {
+      const bool whole = found && at + StartCodeBytes <= window_.HeldBytes();
+      return whole ? std::optional(base_ + at) : std::nullopt;
+    }
+  }
+}
+
+// Bytes behind the end of a cut file read as zero.
+std::uint8_t PictureSource::ByteAt(std::uint64_t offset) {
+  return offset < end_ ? window_.Held()[static_cast<std::size_t>(offset - base_)] : std::uint8_t{0};
+}
+
+void PictureSource::SetByte(std::uint64_t offset, unsigned value) {
+  window_.Held()[static_cast<std::size_t>(offset - base_)] = static_cast<std::uint8_t>(value);
+}
+
+// Reads on to the end of the coming unit; false at the end of the track.
+bool PictureSource::ReadUnit() {
+  if (atEnd_) {
+    return false;
+  }
+  const std::size_t before = units_.size();
+  while (units_.size() == before) {
+    if (filesOpened_ == 0 && !OpenNextFile()) {
+      atEnd_ = true;
+      return false;
+    }
+    if (const auto at = NextStartCode()) {
+      scan_ = TakeStartCode(*at) ? *at : *at + StartCodeBytes;
+      continue;
+    }
+    if (firstUnitOfFile_ && !pictureSeen_) {
+      throw MuxFault(fmt::format(NoPicture, (*list_)[filesOpened_ - 1].Path),
+                     (*list_)[filesOpened_ - 1].Path);
+    }
+    if (pictureSeen_) {
+      EndUnit(end_);
+      units_.back().LastOfFile = true;
+    }
+    atEnd_ = !OpenNextFile();
+    if (atEnd_) {
+      file_.Close();
+      return units_.size() > before;
+    }
+  }
+  return true;
+}
+
+// True when the code ends the coming unit and begins another: it is to be taken once more.
+bool PictureSource::TakeStartCode(std::uint64_t at) {
+  const std::uint8_t code = ByteAt(at + 3);
+  if (code > PictureCode && code <= LastSliceCode) {
+    return false;
+  }
+  const bool header = code == SequenceHeaderCode || code == GroupCode || code == PictureCode;
+  if (header && pictureSeen_) {
+    EndUnit(at);
+    return true;
+  }
+  if (header && !inUnit_ && firstUnitOfFile_ && code != SequenceHeaderCode) {
+    if (code == PictureCode) {
+      throw MuxFault(fmt::format(NoSequenceHeader, (*list_)[filesOpened_ - 1].Path),
+                     PlaceAt(filesOpened_ - 1, at));
+    }
+    return false;
+  }
+  if (header && !inUnit_) {
+    inUnit_ = true;
+    coming_ = {};
+    coming_.Offset = at;
+    coming_.File = filesOpened_ - 1;
+    coming_.SequenceHeader = code == SequenceHeaderCode;
+  }
+  if (code == SequenceHeaderCode) {
+    TakeSequenceHeader(at);
+  } else if (code == PictureCode) {
+    TakePictureHeader(at);
+  } else if (code == ExtensionCode) {
+    TakeExtension(at);
+  } else if (code == SequenceEndCode) {
+    TakeEndCode(at);
+  }
+  return false;
+}
+
+void PictureSource::TakeSequenceHeader(std::uint64_t at) {
+  const auto size = static_cast<std::uint32_t>(ByteAt(at + 4) << 16 | ByteAt(at + 5) << 8 | ByteAt(at + 6));
+  if (pictureSize_ != 0 && size != pictureSize_) {
+    throw MuxFault(fmt::format(TwoSizes, pictureSize_ >> 12, pictureSize_ & 0xFFF, size >> 12, size & 0xFFF,
+                               (*list_)[coming_.File].Path),
+                   PlaceAt(coming_.File, at));
+  }
+  pictureSize_ = size;
+}
+
+// temporal_reference (10 bits), picture_coding_type (3), vbv_delay (16).
+void PictureSource::TakePictureHeader(std::uint64_t at) {
+  pictureSeen_ = true;
+  extensionSeen_ = false;
+  coming_.Temporal = ByteAt(at + 4) << 2 | ByteAt(at + 5) >> 6;
+  const int type = (ByteAt(at + 5) >> 3) & 7;
+  // A type that the format does not know is damage; it is carried as what it least disturbs.
+  coming_.Type = type == 1 ? PictureType::I : type == 3 ? PictureType::B : PictureType::P;
+  if (scannedHalves_ == 0 && coming_.Type != PictureType::I) {
+    throw MuxFault(fmt::format(NoFirstIntra, (*list_)[coming_.File].Path), PlaceAt(coming_.File, at));
+  }
+  if (at == coming_.Offset && at + 7 < end_) {
+    SetByte(at + 5, ByteAt(at + 5) | 0x07U);
+    SetByte(at + 6, 0xFF);
+    SetByte(at + 7, ByteAt(at + 7) | 0xF8U);
+  }
+}
+
+void PictureSource::TakeExtension(std::uint64_t at) {
+  const unsigned id = ByteAt(at + 4) >> 4;
+  if (!options_.Mpeg2 || !pictureSeen_ || extensionSeen_ || id != PictureCodingExtension) {
+    return;
+  }
+  extensionSeen_ = true;
+  coming_.LengthHalves = (ByteAt(at + 6) & 3U) == FramePicture ? 2 : 1;
+  coming_.RepeatHalves = (ByteAt(at + 7) >> 1) & 1;
+}
+
+void PictureSource::TakeEndCode(std::uint64_t at) {
+  RemoveEndCode();
+  if (inUnit_ || !units_.empty()) {
+    endCode_ = at;
+  }
+}
+
+// Overwrites the end code met last: it turned out to stand in the middle of the track.
+void PictureSource::RemoveEndCode() {
+  if (endCode_ && options_.RemoveEndCodes) {
+    SetByte(*endCode_ + 2, 0);
+    SetByte(*endCode_ + 3, 0);
+    endCode_.reset();
+  }
+}
+
+void PictureSource::EndUnit(std::uint64_t at) {
+  const bool trackGoesOn = at != end_ || file_.Left() > 0 || filesOpened_ < list_->size();
+  if (trackGoesOn) {
+    RemoveEndCode();
+  }
+  coming_.UnitBytes = static_cast<std::size_t>(at - coming_.Offset);
+  coming_.EndCode = endCode_.has_value();
+  endCode_.reset();
+  scannedHalves_ += coming_.ShownHalves();
+  units_.push_back(coming_);
+  inUnit_ = false;
+  pictureSeen_ = false;
+  firstUnitOfFile_ = false;
+}
+
+}  // namespace quorvelant

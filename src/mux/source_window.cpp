@@ -1,0 +1,73 @@
+#include "mux/source_window.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "mux/mux_fault.h"
+
+namespace quorvelant {
+namespace {
+
+constexpr std::string_view NotOpened = "The source file {} could not be opened.";
+constexpr std::string_view Shrunk =
+    "The source file {} became shorter while it was read: it ends at byte {}, and {} more were announced.";
+
+}  // namespace
+
+ByteSpan SlidingWindow::Room(std::size_t bytes) {
+  if (buffer_.size() - end_ < bytes) {
+    std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+    end_ -= begin_;
+    begin_ = 0;
+  }
+  if (buffer_.size() - end_ < bytes) {
+    buffer_.resize(end_ + bytes);
+  }
+  return ByteSpan(buffer_).subspan(end_);
+}
+
+SourceFile::SourceFile(SourceFile&& other) noexcept
+    : files_(other.files_),
+      slot_(other.slot_),
+      path_(std::move(other.path_)),
+      position_(other.position_),
+      left_(other.left_),
+      open_(std::exchange(other.open_, false)) {}
+
+void SourceFile::Open(const std::string& path, std::uint64_t from, std::uint64_t bytes) {
+  Close();
+  if (!files_->OpenSource(path, slot_)) {
+    throw MuxFault(fmt::format(NotOpened, path), path);
+  }
+  open_ = true;
+  path_ = path;
+  position_ = from;
+  const std::uint64_t size = files_->FileBytes(slot_);
+  left_ = bytes != WholeFile ? bytes : size - std::min(from, size);
+  files_->SeekAbsolute(from, slot_);
+}
+
+void SourceFile::Close() {
+  if (open_) {
+    files_->CloseFile(slot_);
+    open_ = false;
+  }
+  left_ = 0;
+}
+
+std::size_t SourceFile::Read(ByteSpan target) {
+  const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(target.size(), left_));
+  const std::size_t got = files_->ReadInto(target.first(wanted), slot_);
+  if (got < wanted) {
+    throw MuxFault(fmt::format(Shrunk, path_, position_ + got, left_ - got),
+                   fmt::format("{}@{}", path_, position_ + got));
+  }
+  position_ += got;
+  left_ -= got;
+  return got;
+}
+
+}  // namespace quorvelant

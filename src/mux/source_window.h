@@ -1,0 +1,62 @@
+// Source files read front to back through a window.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "base/bytes.h"
+#include "base/random.h"
+
+namespace quorvelant {
+
+// Bytes that came in at one end and leave at the other, in one piece.
+class SlidingWindow {
+ public:
+  explicit SlidingWindow(std::size_t capacity) : buffer_(capacity) {}
+
+  ByteSpan Held() { return ByteSpan(buffer_).subspan(begin_, end_ - begin_); }
+  std::size_t HeldBytes() const { return end_ - begin_; }
+  std::size_t Capacity() const { return buffer_.size(); }
+  void Drop(std::size_t bytes) { begin_ += bytes; }
+  // Room for at least `bytes` behind what is held, which may move; the window grows if it must.
+  ByteSpan Room(std::size_t bytes);
+  void Added(std::size_t bytes) { end_ += bytes; }
+
+ private:
+  Bytes buffer_;
+  std::size_t begin_ = 0;
+  std::size_t end_ = 0;
+};
+
+// A stretch of one file, read once from front to back through a slot of Random. A file that cannot be
+// opened, or ends before the stretch does, raises MuxFault naming it and the place.
+class SourceFile {
+ public:
+  SourceFile(Random& files, int slot) : files_(&files), slot_(slot) {}
+  SourceFile(const SourceFile&) = delete;
+  SourceFile& operator=(const SourceFile&) = delete;
+  SourceFile(SourceFile&& other) noexcept;
+  SourceFile& operator=(SourceFile&&) = delete;
+  ~SourceFile() { Close(); }
+
+  // The stretch of `bytes` from `from`; the whole file behind `from` for WholeFile.
+  static constexpr std::uint64_t WholeFile = ~std::uint64_t{0};
+  void Open(const std::string& path, std::uint64_t from, std::uint64_t bytes);
+  void Close();
+
+  std::uint64_t Left() const { return left_; }
+  std::uint64_t Position() const { return position_; }  // in the file
+  // Reads into `target`, fewer bytes at the end of the stretch only.
+  std::size_t Read(ByteSpan target);
+
+ private:
+  Random* files_;
+  int slot_;
+  std::string path_;
+  std::uint64_t position_ = 0;
+  std::uint64_t left_ = 0;
+  bool open_ = false;
+};
+
+}  // namespace quorvelant

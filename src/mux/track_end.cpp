@@ -1,0 +1,58 @@
+#include "mux/track_end.h"
+
+#include <array>
+
+#include "mux/interleave.h"
+#include "mux/mux_fault.h"
+#include "mux/nav_pack.h"
+#include "mux/vobus.h"
+
+namespace quorvelant {
+namespace {
+
+// The navigation packs hold addresses of VOBUs far ahead, so they are written when all are known.
+void WriteNavPacks(const MuxState& state, std::int64_t endPts) {
+  const NavSource source{state.Vobus, state.Input, state.Build.Rules, VideoStartPts, endPts};
+  std::array<std::uint8_t, SectorBytes> sector{};
+  for (std::size_t i = 0; i < state.Vobus.size(); ++i) {
+    if (state.Build.Ui.StopRequested()) {
+      throw MuxStopped();
+    }
+    BuildNavPack(source, i, sector);
+    state.Output.Rewrite(state.Vobus[i].StartSector, sector);
+  }
+}
+
+VobRecord RecordOf(const MuxState& state) {
+  VobRecord vob{.VobId = state.VobId,
+                .TrackIndex = state.Input.TrackIndex,
+                .FirstSector = state.Vobus.front().StartSector,
+                .LastSector = state.Output.TotalSectors() - 1,
+                .Cells = state.Cells,
+                .TimeMap = {}};
+  for (const VobuRecord& vobu : state.Vobus) {
+    const auto ticks = static_cast<double>(vobu.EndPts - vobu.StartPts);
+    vob.TimeMap.push_back(
+        {vobu.StartSector, vobu.CellId, ticks / static_cast<double>(state.Timing.FramePeriod)});
+  }
+  return vob;
+}
+
+}  // namespace
+
+void EndTrack(MuxState& state, VobSetRecords& records) {
+  const std::int64_t endPts = state.PtsOfHalves(state.ElapsedHalves);
+  DrainAudio(state, endPts);
+  CloseRecords(state, endPts);
+  WarnOfMissedMarks(state, state.NextMark, state.Input.Marks.size());
+  if (!state.Output.DryRun()) {
+    WriteNavPacks(state, endPts);
+  }
+  records.Vobs.push_back(RecordOf(state));
+  for (const VobuRecord& vobu : state.Vobus) {
+    records.VobuAddressList.push_back(vobu.StartSector);
+  }
+  records.TotalSectors = state.Output.TotalSectors();
+}
+
+}  // namespace quorvelant

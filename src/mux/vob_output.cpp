@@ -1,0 +1,198 @@
+#include "mux/vob_output.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "mux/mux_fault.h"
+
+namespace quorvelant {
+namespace {
+
+constexpr std::string_view OpenLine = "Error opening '{}'.";
+constexpr std::string_view TitleSetFull =
+    "The title set fills {} VOB files of 1 GB, and the format allows no more. Spread its tracks over more "
+    "title sets.";
+constexpr std::string_view MenuFull =
+    "The menu fills the one VOB file that the format allows it (1 GB). Use shorter menu tracks.";
+
+}  // namespace
+
+VobOutput::VobOutput(Random& files, std::string baseName, bool dryRun, std::uint32_t splitSectors)
+    : files_(&files), baseName_(std::move(baseName)), dryRun_(dryRun), splitSectors_(splitSectors) {
+  buffers_[0].resize(SectorBytes * (dryRun ? 1 : BufferSectors));
+  if (!dryRun) {
+    buffers_[1].resize(SectorBytes * BufferSectors);
+  }
+}
+
+VobOutput::~VobOutput() {
+  StopWriter();
+  if (openNumber_ != 0) {
+    files_->CloseFile(VobOutputSlot);
+  }
+}
+
+bool VobOutput::OneFile() const {
+  return baseName_.find("VOB", baseName_.find_last_of("/\\") + 1) != std::string::npos;
+}
+
+std::string VobOutput::NameOf(int fileNumber) const {
+  return OneFile() ? baseName_ : fmt::format("{}_{}.VOB", baseName_, fileNumber);
+}
+
+ByteSpan VobOutput::NextSector() {
+  if (fileSectors_ == splitSectors_) {
+    StartNextFile();
+  }
+  if (dryRun_) {
+    filled_ = 0;
+  } else if (filled_ == BufferSectors) {
+    Submit();
+  }
+  if (filled_ == 0) {
+    fillingFrom_ = fileSectors_;
+    fillingFromTotal_ = totalSectors_;
+  }
+  ++totalSectors_;
+  ++fileSectors_;
+  return ByteSpan(buffers_[filling_]).subspan(SectorBytes * filled_++, SectorBytes);
+}
+
+void VobOutput::StartNextFile() {
+  if (OneFile()) {
+    throw MuxFault(std::string(MenuFull), NameOf(1));
+  }
+  if (fileNumber_ == MostVobFiles) {
+    throw MuxFault(fmt::format(TitleSetFull, MostVobFiles), NameOf(fileNumber_));
+  }
+  Submit();
+  CloseOpen();
+  ++fileNumber_;
+  fileSectors_ = 0;
+}
+
+// Hands the filled buffer to the writing thread and takes the other one, once that is written.
+void VobOutput::Submit() {
+  if (dryRun_ || filled_ == 0) {
+    return;
+  }
+  WaitForWriter();
+  if (openNumber_ != fileNumber_) {
+    OpenForWriting(fileNumber_, fillingFrom_ == 0);
+  }
+  if (!writer_.joinable()) {
+    writer_ = std::thread([this] { WriterLoop(); });
+  }
+  {
+    const std::scoped_lock lock(mutex_);
+    job_ = ByteView(buffers_[filling_]).first(SectorBytes * filled_);
+    jobSector_ = fillingFrom_;
+    busy_ = true;
+  }
+  changed_.notify_all();
+  filling_ = 1 - filling_;
+  filled_ = 0;
+}
+
+void VobOutput::WaitForWriter() {
+  std::unique_lock lock(mutex_);
+  changed_.wait(lock, [this] { return !busy_; });
+  if (fault_) {
+    std::rethrow_exception(std::exchange(fault_, nullptr));
+  }
+}
+
+void VobOutput::WriterLoop() {
+  std::unique_lock lock(mutex_);
+  for (;;) {
+    changed_.wait(lock, [this] { return busy_ || quit_; });
+    if (!busy_) {
+      return;
+    }
+    const ByteView bytes = job_;
+    const std::uint32_t sector = jobSector_;
+    lock.unlock();
+    std::exception_ptr fault;
+    try {
+      WriteAt(sector, bytes);
+    } catch (...) {
+      fault = std::current_exception();
+    }
+    lock.lock();
+    fault_ = fault;
+    busy_ = false;
+    changed_.notify_all();
+  }
+}
+
+void VobOutput::StopWriter() {
+  if (!writer_.joinable()) {
+    return;
+  }
+  {
+    const std::scoped_lock lock(mutex_);
+    quit_ = true;
+  }
+  changed_.notify_all();
+  writer_.join();
+  quit_ = false;
+}
+
+void VobOutput::WriteAt(std::uint32_t fileSector, ByteView bytes) {
+  if (fileSector == 0) {
+    files_->SeekAbsolute(0, VobOutputSlot);
+  }
+  files_->WriteBytes(bytes, std::uint64_t{fileSector} * SectorBytes);
+}
+
+void VobOutput::OpenForWriting(int fileNumber, bool fresh) {
+  CloseOpen();
+  const std::string name = NameOf(fileNumber);
+  if (fresh) {
+    std::error_code absent;
+    std::filesystem::remove(SystemPath(name), absent);
+  }
+  if (!files_->OpenFile(name, VobOutputSlot)) {
+    throw FileError(FileError::OpenNumber, fmt::format(OpenLine, name));
+  }
+  openNumber_ = fileNumber;
+}
+
+void VobOutput::CloseOpen() {
+  if (openNumber_ == 0) {
+    return;
+  }
+  WaitForWriter();
+  files_->CloseFile(VobOutputSlot);
+  openNumber_ = 0;
+}
+
+void VobOutput::Rewrite(std::uint32_t sector, ByteView bytes) {
+  if (dryRun_) {
+    return;
+  }
+  if (filled_ > 0 && sector >= fillingFromTotal_) {
+    const std::size_t at = SectorBytes * (sector - fillingFromTotal_);
+    std::ranges::copy(bytes, buffers_[filling_].begin() + static_cast<std::ptrdiff_t>(at));
+    return;
+  }
+  WaitForWriter();
+  const int number = OneFile() ? 1 : static_cast<int>(sector / splitSectors_) + 1;
+  if (openNumber_ != number) {
+    OpenForWriting(number, false);
+  }
+  WriteAt(OneFile() ? sector : sector % splitSectors_, bytes);
+}
+
+void VobOutput::Finish() {
+  Submit();
+  WaitForWriter();
+  CloseOpen();
+  StopWriter();
+}
+
+}  // namespace quorvelant

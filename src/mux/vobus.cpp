@@ -1,0 +1,204 @@
+#include "mux/vobus.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <limits>
+#include <string_view>
+
+#include "mux/failures.h"
+#include "mux/interleave.h"
+#include "mux/vobu_decision.h"
+
+namespace quorvelant {
+namespace {
+
+constexpr std::string_view MissedMarkTitle = "Chapter Mark";
+constexpr std::string_view MissedMark =
+    "Scene \"{}\" of track \"{}\" opens no cell: its mark at frame {} has no sequence header of its own "
+    "behind "
+    "it. Players can't jump to it.";
+
+std::optional<std::int64_t> NextMarkHalves(const MuxState& state) {
+  if (state.NextMark >= state.Input.Marks.size()) {
+    return {};
+  }
+  return 2 * state.Input.Marks[state.NextMark].Frame;
+}
+
+// Lengths of the current picture and those behind it, up to the least frames of a VOBU.
+std::int64_t LengthAhead(MuxState& state) {
+  std::int64_t halves = 0;
+  for (std::size_t i = 0; halves < 2 * std::int64_t{state.Timing.VobuMinFrames}; ++i) {
+    const PictureUnit* unit = state.Pictures.Ahead(i);
+    if (unit == nullptr) {
+      break;
+    }
+    halves += unit->LengthHalves;
+  }
+  return halves;
+}
+
+// Half frames from the current picture to the first sequence header at or behind `mark`, or to the end of
+// the track; no further than a VOBU may reach.
+std::int64_t HalvesToMarked(MuxState& state, std::int64_t mark) {
+  std::int64_t halves = state.Picture.ShownHalves();
+  for (std::size_t i = 1; halves <= 4 * std::int64_t{state.Timing.MostTemporalReference}; ++i) {
+    const PictureUnit* unit = state.Pictures.Ahead(i);
+    if (unit == nullptr || (unit->SequenceHeader && state.HalvesAhead() + halves >= mark)) {
+      break;
+    }
+    halves += unit->ShownHalves();
+  }
+  return halves;
+}
+
+VobuDecision DecideAtPicture(MuxState& state) {
+  VobuQuestion question{.Elapsed = state.HalvesAhead(),
+                        .InVobu = state.HalvesAhead() - state.VobuStartHalves,
+                        .NextMark = NextMarkHalves(state),
+                        .Ahead = LengthAhead(state),
+                        .EndsSequence = state.Picture.EndCode,
+                        .Still = state.Input.Kind == TrackKind::Still};
+  if (MarkIsNear(question, state.Timing)) {
+    question.ToMarked = HalvesToMarked(state, *question.NextMark);
+  }
+  return DecideVobu(question, state.Timing);
+}
+
+void BeginCell(MuxState& state, std::size_t mark) {
+  const bool known = mark < state.Input.Marks.size();
+  state.Cells.push_back({.CellId = static_cast<std::uint8_t>(state.Cells.size() + 1),
+                         .Scene = known ? state.Input.Marks[mark].Scene : 0,
+                         .StartSector = state.Output.TotalSectors(),
+                         .StartPts = state.PtsOfHalves(state.HalvesAhead())});
+  state.CellUopMask = known ? state.Input.Marks[mark].UopMask : 0;
+  state.CellStartHalves = state.HalvesAhead();
+}
+
+void EndCell(MuxState& state, std::int64_t endPts, std::int64_t endHalves) {
+  VobuRecord& last = state.Vobus.back();
+  last.LastOfCell = true;
+  CellRecord& cell = state.Cells.back();
+  cell.EndSector = last.EndSector;
+  cell.LastVobuStartSector = last.StartSector;
+  cell.EndPts = endPts;
+  cell.Frames = static_cast<int>((endHalves - state.CellStartHalves + 1) / 2);
+}
+
+void EndVobu(MuxState& state, std::int64_t endPts) {
+  VobuRecord& last = state.Vobus.back();
+  last.EndSector = state.Output.TotalSectors() - 1;
+  last.EndPts = endPts;
+}
+
+// Takes the sector of the navigation pack and begins its record with the current picture.
+void BeginVobu(MuxState& state, Clock navScr) {
+  VobuRecord record{.StartSector = state.Output.TotalSectors(),
+                    .VobId = state.VobId,
+                    .CellId = state.Cells.back().CellId,
+                    .HasVideo = true,
+                    .NavScr = navScr,
+                    .StartPts = state.PtsOfHalves(state.HalvesAhead()),
+                    .FramesAtStart = static_cast<double>(state.HalvesAhead()) / 2,
+                    .CellFramesAtStart = static_cast<double>(state.HalvesAhead() - state.CellStartHalves) / 2,
+                    .UopMask = state.CellUopMask};
+  record.SubSync.fill(NoSubpictureSync);
+  // Written when the addresses of later VOBUs are known.
+  std::ranges::fill(state.Output.NextSector(), std::uint8_t{0});
+  record.FileNumber = state.Output.FileNumber();
+  record.FileSector = state.Output.FileSectors() - 1;
+  state.Vobus.push_back(record);
+  state.VobuStartHalves = state.HalvesAhead();
+  state.ReferencesInVobu = 0;
+  state.ReferencePairOpen = false;
+  state.NavScr = navScr;
+  state.LastScr = navScr;
+  for (AudioState& stream : state.Audio) {
+    AlignAudioClock(stream, navScr);
+  }
+}
+
+// Opens the cell of the mark that was met; further marks met with it are missed.
+void BeginMarkedCell(MuxState& state) {
+  const std::size_t mark = state.NextMark++;
+  const std::size_t missed = state.NextMark;
+  while (NextMarkHalves(state) && *NextMarkHalves(state) <= state.HalvesAhead()) {
+    ++state.NextMark;
+  }
+  WarnOfMissedMarks(state, missed, state.NextMark);
+  EndCell(state, state.Vobus.back().EndPts, state.HalvesAhead());
+  BeginCell(state, mark);
+}
+
+}  // namespace
+
+void OpenVob(MuxState& state) {
+  while (NextMarkHalves(state) && *NextMarkHalves(state) <= 0) {
+    ++state.NextMark;
+  }
+  WarnOfMissedMarks(state, 1, state.NextMark);
+  BeginCell(state, 0);
+  BeginVobu(state, {});
+}
+
+void OpenVobuIfDue(MuxState& state) {
+  if (!state.Picture.SequenceHeader || state.Picture.Type != PictureType::I) {
+    return;
+  }
+  const VobuDecision decision = DecideAtPicture(state);
+  if (!decision.Starts) {
+    return;
+  }
+  const Clock wanted = state.TimeOfHalves(state.HalvesAhead() - state.FormerLengthHalves);
+  SendAudioAhead(state, wanted, state.Times.Dts);
+  const Clock navScr = std::max(wanted, state.LastScr + SectorTicks);
+  CheckBitRate(state, navScr);
+  EndVobu(state, state.PtsOfHalves(state.HalvesAhead()));
+  if (decision.OpensCell && state.Cells.size() < std::numeric_limits<std::uint8_t>::max()) {
+    BeginMarkedCell(state);
+  }
+  BeginVobu(state, navScr);
+}
+
+void NotePictureEnd(MuxState& state) {
+  const PictureUnit& picture = state.Picture;
+  VobuRecord& record = state.Vobus.back();
+  if (picture.EndCode) {
+    record.SeqEndPts = state.PtsOfHalves(state.ElapsedHalves);
+  }
+  if (picture.Type == PictureType::B) {
+    return;
+  }
+  const bool second = picture.Field() && state.ReferencePairOpen;
+  state.ReferencePairOpen = picture.Field() && !second;
+  if (!second) {
+    ++state.ReferencesInVobu;
+  }
+  if (state.ReferencesInVobu <= record.RefEnds.size()) {
+    record.RefEnds[state.ReferencesInVobu - 1] = state.Output.TotalSectors() - 1;
+  }
+}
+
+void NoteAudioPack(MuxState& state, std::size_t index, std::uint32_t sector, std::int64_t pts) {
+  const auto number = static_cast<std::size_t>(state.Audio[index].Input->StreamNumber);
+  std::size_t& first = state.FirstUnsynced[index];
+  for (; first < state.Vobus.size() && pts >= state.Vobus[first].StartPts; ++first) {
+    state.Vobus[first].AudioSync.at(number) = sector;
+  }
+}
+
+void CloseRecords(MuxState& state, std::int64_t endPts) {
+  EndVobu(state, endPts);
+  EndCell(state, endPts, state.ElapsedHalves);
+}
+
+void WarnOfMissedMarks(const MuxState& state, std::size_t first, std::size_t last) {
+  for (std::size_t i = first; i < last && i < state.Input.Marks.size(); ++i) {
+    const MuxMark& mark = state.Input.Marks[i];
+    TellWarning(state.Build.Ui, MissedMarkTitle,
+                fmt::format(MissedMark, mark.Name, state.Input.Name, mark.Frame));
+  }
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,28 @@
+// The VOBUs and cells of the track being written: when they open and what is recorded of them.
+#pragma once
+
+#include <cstdint>
+
+#include "mux/mux_state.h"
+
+namespace quorvelant {
+
+// Opens the VOB with its first navigation pack, at clock 0.
+void OpenVob(MuxState& state);
+
+// Opens a VOBU, and a cell, with the current picture if the time has come.
+void OpenVobuIfDue(MuxState& state);
+
+// Notes the sector in which the picture just written ends, for the jumps of fast playback.
+void NotePictureEnd(MuxState& state);
+
+// Notes an audio pack at `sector` whose first frame sounds at `pts`, in stream `index` of the state.
+void NoteAudioPack(MuxState& state, std::size_t index, std::uint32_t sector, std::int64_t pts);
+
+// Gives the last VOBU and the last cell their ends: the last sector written and the time `endPts`.
+void CloseRecords(MuxState& state, std::int64_t endPts);
+
+// Warns of the marks from `first` up to `last` that open no cell.
+void WarnOfMissedMarks(const MuxState& state, std::size_t first, std::size_t last);
+
+}  // namespace quorvelant
