@@ -21,9 +21,9 @@ namespace quorvelant {
 namespace {
 
 constexpr std::string_view WarningTitle = "Command Warning";
-constexpr std::string_view NoSuchName = "\"{}\": nothing in the project is named \"{}\"";
+constexpr std::string_view NoSuchName = R"("{}": nothing in the project is named "{}")";
 constexpr std::string_view NoProject =
-    "\"{}\": the number of \"{}\" is not known without a project (--project); 1 stands for it";
+    R"("{}": the number of "{}" is not known without a project (--project); 1 stands for it)";
 constexpr std::string_view NotDigits = "\"{}\" is not 16 hexadecimal digits";
 constexpr std::string_view UnknownCommand = "unknown command";
 
