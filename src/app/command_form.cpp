@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/command_command.h"
+#include "app/command_subtitles.h"
 #include "app/version.h"
 
 namespace quorvelant {
@@ -24,6 +25,7 @@ constexpr std::string_view Footer =
 // The commands in the order in which the help lists them: one line each.
 void AddCommands(CLI::App& program, CommandContext& context) {
   AddCommandCommand(program, context);
+  AddSubtitlesCommand(program, context);
 }
 
 int Run(CLI::App& program, std::span<const std::string> arguments, CommandContext& context,

@@ -127,25 +127,29 @@ AudioStream* AddAudioStream(Track& track) {
   return &track.AudioStreams.emplace_back(std::move(stream));
 }
 
-NewSubtitleStream AddSubtitleStream(Track& track, UserInterface& ui) {
+SubtitleStream* AddEmptySubtitleStream(Track& track, UserInterface& ui) {
   if (!HasVideo(track)) {
     TellError(ui, SubImportErrorTitle, NoVideoForSubtitles);
-    return {};
+    return nullptr;
   }
   const std::vector<std::int32_t> free = GetSubStreamID(track);
   const bool first = std::all_of(track.SubStreams.begin(), track.SubStreams.end(),
                                  [](const SubtitleStream& stream) { return stream.Removed; });
   if (free.empty() && !first) {
-    return {};
+    return nullptr;
   }
-  NewSubtitleStream result;
-  result.ImportScript = ui.Ask({}, AskImportScript, false);
   SubtitleStream stream;
   stream.StreamName = fmt::format("Subtitle Stream {}", track.SubStreams.size() + 1);
   stream.StreamNumber = first ? 0 : free.front();
   stream.DisplayMode = AdmittedSubDisplayModes(track).front();
-  result.Stream = &track.SubStreams.emplace_back(std::move(stream));
   track.HasSubs = true;
+  return &track.SubStreams.emplace_back(std::move(stream));
+}
+
+NewSubtitleStream AddSubtitleStream(Track& track, UserInterface& ui) {
+  NewSubtitleStream result;
+  result.Stream = AddEmptySubtitleStream(track, ui);
+  result.ImportScript = result.Stream != nullptr && ui.Ask({}, AskImportScript, false);
   return result;
 }
 

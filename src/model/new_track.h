@@ -49,13 +49,17 @@ AudioPlay* AddAudioPlay(AudioStream& stream);
 // eight numbers are in use.
 AudioStream* AddAudioStream(Track& track);
 
+// A stream "Subtitle Stream n" with the lowest free number and the first display mode that the track
+// admits. nullptr when it was refused: told before the track has a video, silent when all 32 numbers are in
+// use.
+SubtitleStream* AddEmptySubtitleStream(Track& track, UserInterface& ui);
+
 // A new subtitle stream, and whether the user wants a subtitle script read into it.
 struct NewSubtitleStream {
   SubtitleStream* Stream = nullptr;  // nullptr when it was refused
   bool ImportScript = false;
 };
-// A stream "Subtitle Stream n" with the lowest free number and the first display mode that the track
-// admits. Refused, and told, before the track has a video; refused when all 32 numbers are in use.
+// The same, asking whether a script is to be read into it.
 NewSubtitleStream AddSubtitleStream(Track& track, UserInterface& ui);
 
 // Moves a frame onto the nearest preceding one at which a chapter can start.

@@ -293,8 +293,9 @@ bool ImportSubtitleScript(Project& project, std::size_t trackIndex, std::size_t 
     return false;
   }
   Track& track = project.Tracks[trackIndex];
+  const std::string& standard = track.Standard.empty() ? project.Standard() : track.Standard;
   SubtitleScript script = ParseSubtitleScript(*text, {.SubRipMode = subRipMode,
-                                                      .FramesPerSecond = FramesPerSecond(track.Standard),
+                                                      .FramesPerSecond = FramesPerSecond(standard),
                                                       .UnitsMayBeForced = rules.ScriptForcesUnits});
   for (const std::size_t line : script.LinesPassedOver) {
     TellWarning(ui, subtitle_text::ErrorTitle, subtitle_text::LinePassedOver,

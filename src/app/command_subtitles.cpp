@@ -1,0 +1,142 @@
+#include "app/command_subtitles.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+
+#include "base/rules.h"
+#include "model/new_track.h"
+#include "project/script_reader.h"
+#include "project/script_writer.h"
+#include "subpicture/subtitle_script.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::string_view Title = "Subtitles";
+constexpr std::string_view NoSuchTrack = "the project has no track {} (a number from 1, or a name)";
+constexpr std::string_view NoSuchStream = "track {} has no subtitle stream {}";
+constexpr std::string_view NoFreeNumber = "track {} has all 32 subtitle streams already";
+constexpr std::string_view OtherDialect =
+    "this script is not of the project's own kind: name the file to write with --output";
+constexpr std::string_view LinesWouldBeLost =
+    "{} lines of this script are not understood and would be lost: name another file to write with --output";
+
+struct SubtitlesOptions {
+  std::string Project;
+  std::string Script;
+  std::string Track;
+  std::size_t Stream = 0;  // from 1; 0 for a new one
+  bool SubRip = false;
+  std::string RuleSet = "players";
+  std::string Output;
+};
+
+// The index of the live track with that number, counted from 1, or that name.
+std::optional<std::size_t> FindTrack(const Project& project, const std::string& wanted) {
+  for (std::size_t i = 0; i < project.Tracks.Count(); ++i) {
+    const Track& track = project.Tracks[i];
+    if (!track.Removed && (track.TrackName == wanted || std::to_string(i + 1) == wanted)) {
+      return i;
+    }
+  }
+  return std::nullopt;
+}
+
+// The index of the stream to fill; a new one where none is named.
+std::optional<std::size_t> StreamToFill(Track& track, std::size_t wanted, UserInterface& ui) {
+  if (wanted > 0) {
+    if (wanted > track.SubStreams.size() || track.SubStreams[wanted - 1].Removed) {
+      TellError(ui, Title, fmt::format(fmt::runtime(NoSuchStream), track.TrackName, wanted));
+      return std::nullopt;
+    }
+    return wanted - 1;
+  }
+  if (AddEmptySubtitleStream(track, ui) == nullptr) {
+    if (!track.SubStreams.empty()) {
+      TellError(ui, Title, fmt::format(fmt::runtime(NoFreeNumber), track.TrackName));
+    }
+    return std::nullopt;
+  }
+  return track.SubStreams.size() - 1;
+}
+
+// Whether the project's own file can take the changed project without losing anything.
+bool MayReplace(const LoadResult& load, const std::string& file, UserInterface& ui) {
+  if (load.IsScenarist) {
+    TellError(ui, Title, OtherDialect, file);
+    return false;
+  }
+  if (load.SkippedCount > 0) {
+    TellError(ui, Title, fmt::format(fmt::runtime(LinesWouldBeLost), load.SkippedCount), file);
+    return false;
+  }
+  return true;
+}
+
+int Run(const SubtitlesOptions& options, CommandContext& context) {
+  UserInterface& ui = context.Ui;
+  const Rules rules = options.RuleSet == "classic" ? Rules::Classic : Rules::Players;
+  const FileScanner scanner(rules, ui);
+  Project project;
+  const LoadResult load = LoadScriptFile(options.Project, project, {.Rules = rules, .Scanner = &scanner}, ui);
+  if (!load.Loaded || (options.Output.empty() && !MayReplace(load, options.Project, ui))) {
+    return ExitFailed;
+  }
+  const auto trackIndex = FindTrack(project, options.Track);
+  if (!trackIndex) {
+    TellError(ui, Title, fmt::format(fmt::runtime(NoSuchTrack), options.Track), options.Project);
+    return ExitFailed;
+  }
+  Track& track = project.Tracks[*trackIndex];
+  const auto streamIndex = StreamToFill(track, options.Stream, ui);
+  if (!streamIndex) {
+    return ExitFailed;
+  }
+  const SubtitleStream& stream = track.SubStreams[*streamIndex];
+  const std::size_t before = stream.SubPlays.size();
+  const bool ripped = options.SubRip || context.Options.Subrip;
+  if (!ImportSubtitleScript(project, *trackIndex, *streamIndex, options.Script, ripped, rules, ui)) {
+    return ExitFailed;
+  }
+  const std::string& output = options.Output.empty() ? options.Project : options.Output;
+  if (!SaveData(project, output, ui)) {
+    return ExitFailed;
+  }
+  context.Out << fmt::format("{} subtitles added to {} of {}, written to {}\n",
+                             stream.SubPlays.size() - before, stream.StreamName, track.TrackName, output);
+  return ExitDone;
+}
+
+}  // namespace
+
+void AddSubtitlesCommand(CLI::App& program, CommandContext& context) {
+  const auto options = std::make_shared<SubtitlesOptions>();
+  CLI::App* command = program.add_subcommand(
+      "subtitles", "Adds the subtitles of a script (.sst) to a track and writes the project back");
+  command->add_option("project", options->Project, "Project script")->required()->type_name("PROJECT");
+  command->add_option("script", options->Script, "Subtitle script")->required()->type_name("SCRIPT.sst");
+  command->add_option("--track", options->Track, "Track: its number from 1, or its name")
+      ->required()
+      ->type_name("N");
+  command
+      ->add_option("--stream", options->Stream, "Subtitle stream of the track, from 1 (default: a new one)")
+      ->check(CLI::Range(1, 32))
+      ->type_name("M");
+  command->add_flag("--subrip", options->SubRip,
+                    "The script was made by SubRip: times 7 frames early, colours from 0");
+  command
+      ->add_option("--rules", options->RuleSet, "Whether the script may force subtitles: players or classic")
+      ->check(CLI::IsMember({"players", "classic"}))
+      ->capture_default_str();
+  command->add_option("-o,--output", options->Output, "Write the project to this file instead of its own")
+      ->type_name("FILE");
+  command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
+}
+
+}  // namespace quorvelant
