@@ -24,9 +24,9 @@ struct DiscFit {
 
 // Frame sizes of a disc: full, cropped, half and quarter, by the standard's height.
 bool IsDiscSize(std::string_view standard, int width, int height);
-// As a bitmap: full or quarter of either standard.
-bool IsBitmapSize(int width, int height);
 
+// By the first headers alone.
+DiscFit JudgeHeaders(const VideoInfo& info);
 DiscFit JudgeVideo(const VideoProbe& probe);
 DiscFit JudgeAudio(const AudioAttributes& audio);
 
