@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <fstream>
 
 #include "analysis/start_code_search.h"
 
@@ -165,6 +167,22 @@ SourceKind SniffSource(ByteView head) {
     }
   }
   return SourceKind::Unknown;
+}
+
+SourceKind SniffFile(const std::string& file) {
+  constexpr std::size_t SniffBytes = 4096;
+  std::error_code missing;
+  std::ifstream stream;
+  if (std::filesystem::is_regular_file(file, missing)) {
+    stream.open(file, std::ios::binary);
+  }
+  if (!stream.is_open()) {
+    return SourceKind::Unknown;
+  }
+  std::array<char, SniffBytes> head{};
+  stream.read(head.data(), head.size());
+  const Bytes bytes(head.begin(), head.begin() + stream.gcount());
+  return SniffSource(bytes);
 }
 
 }  // namespace quorvelant

@@ -32,7 +32,8 @@ DiscFit JudgeAudio(const AudioAttributes& audio);
 
 // What a file is by its first bytes, whatever its name says.
 enum class SourceKind { Video, ProgramStream, TransportStream, Ac3, Dts, Wave, Bitmap, Empty, Unknown };
-inline constexpr std::size_t SniffBytes = 4096;
 SourceKind SniffSource(ByteView head);
+// The same of a file; `Unknown` when it cannot be read.
+SourceKind SniffFile(const std::string& file);
 
 }  // namespace quorvelant
