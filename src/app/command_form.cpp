@@ -6,7 +6,9 @@
 #include <ostream>
 #include <vector>
 
+#include "app/command_check.h"
 #include "app/command_command.h"
+#include "app/command_convert.h"
 #include "app/command_subtitles.h"
 #include "app/version.h"
 
@@ -24,6 +26,8 @@ constexpr std::string_view Footer =
 
 // The commands in the order in which the help lists them: one line each.
 void AddCommands(CLI::App& program, CommandContext& context) {
+  AddCheckCommand(program, context);
+  AddConvertCommand(program, context);
   AddCommandCommand(program, context);
   AddSubtitlesCommand(program, context);
 }

@@ -1,0 +1,102 @@
+#include "app/command_check.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include "app/open_project.h"
+#include "project/check.h"
+#include "project/outline_json.h"
+
+namespace quorvelant {
+
+namespace {
+
+struct CheckOptions {
+  std::string Project;
+  bool Json = false;
+};
+
+constexpr std::string_view SeverityWord(Severity level) {
+  switch (level) {
+    case Severity::Error:
+      return "error";
+    case Severity::Warning:
+      return "warning";
+    default:
+      return "information";
+  }
+}
+
+nlohmann::ordered_json MessagesJson(const std::vector<Message>& messages) {
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  for (const Message& message : messages) {
+    list.push_back({{"severity", SeverityWord(message.Level)},
+                    {"title", message.Title},
+                    {"text", message.Text},
+                    {"place", message.Place}});
+  }
+  return list;
+}
+
+nlohmann::ordered_json RowsJson(const std::vector<CommandError>& rows) {
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  for (const CommandError& row : rows) {
+    list.push_back({{"VTS", row.VTS},
+                    {"Title/Language", row.TitleOrLanguage},
+                    {"PGC", row.PGC},
+                    {"CELL", row.CELL},
+                    {"Command", row.Command},
+                    {"To_Action", row.To_Action},
+                    {"Type", row.Type}});
+  }
+  return list;
+}
+
+void PrintJson(const Project& project, const LoadResult& load, const CheckReport& report, std::ostream& out) {
+  const nlohmann::ordered_json json{{"script", project.ScriptFile},
+                                    {"ok", report.ErrorCount == 0},
+                                    {"lines", load.LineCount},
+                                    {"commands", load.Commands.CommandCount},
+                                    {"errors", report.ErrorCount},
+                                    {"warnings", report.WarningCount},
+                                    {"messages", MessagesJson(report.Messages)},
+                                    {"commandErrors", RowsJson(load.Commands.Errors)},
+                                    {"outline", OutlineJson(OutlineOf(project))}};
+  out << JsonText(json) << '\n';
+}
+
+int Run(const CheckOptions& options, CommandContext& context) {
+  Project project;
+  SilentBoxes quiet(context.Ui);  // the report holds what the load would say
+  const LoadResult load = OpenProject(options.Project, project, Rules::Players, quiet);
+  const CheckReport report = CheckProject(project, load);
+  if (options.Json) {
+    PrintJson(project, load, report, context.Out);
+    return report.ErrorCount == 0 ? ExitDone : ExitFailed;
+  }
+  context.Out << OutlineText(OutlineOf(project));
+  for (const Message& message : report.Messages) {
+    context.Ui.Tell(message);
+  }
+  context.Out << fmt::format("{} lines, {} commands: {} errors, {} warnings\n", load.LineCount,
+                             load.Commands.CommandCount, report.ErrorCount, report.WarningCount);
+  return report.ErrorCount == 0 ? ExitDone : ExitFailed;
+}
+
+}  // namespace
+
+void AddCheckCommand(CLI::App& program, CommandContext& context) {
+  const auto options = std::make_shared<CheckOptions>();
+  CLI::App* command = program.add_subcommand(
+      "check", "Loads a project, resolves its commands and prints what is wrong, its tree and stream maps");
+  command->add_option("project", options->Project, "Project script of either dialect")
+      ->required()
+      ->type_name("PROJECT");
+  command->add_flag("--json", options->Json, "Print one JSON object");
+  command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,13 @@
+// `quorvelant check`: what a project holds and what is wrong with it.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include "app/command_form.h"
+
+namespace quorvelant {
+
+// quorvelant check [--json] PROJECT
+void AddCheckCommand(CLI::App& program, CommandContext& context);
+
+}  // namespace quorvelant
