@@ -1,6 +1,8 @@
 #include "app/batch_services.h"
 
+#include "analysis/picture_index.h"
 #include "base/rules.h"
+#include "project/chapter_analysis.h"
 #include "project/script_reader.h"
 #include "project/source_scanner.h"
 #include "vm/check_commands.h"
@@ -10,8 +12,6 @@ namespace quorvelant {
 namespace {
 
 constexpr std::string_view NotBuiltTitle = "Not built yet";
-constexpr std::string_view NoAnalysis =
-    "This build cannot analyse chapters; they stay where the script has them";
 constexpr std::string_view NoDriver = "This build cannot author discs";
 
 // The switch form keeps every traditional number.
@@ -19,10 +19,15 @@ constexpr const Rules& BatchRules = Rules::Classic;
 
 bool Load(const std::string& script, bool analyse, Project& project, UserInterface& ui) {
   const FileScanner scanner(BatchRules, ui);
+  IndexStore store;
+  LoadOptions options{.Rules = BatchRules, .Scanner = &scanner};
   if (analyse) {
-    TellWarning(ui, NotBuiltTitle, NoAnalysis, script);
+    // A track that cannot be analysed is told and keeps its times; it surfaces again when it is authored.
+    options.AnalyseChapters = [&store, &ui](Project& whole, std::size_t track) {
+      AnalyseChapters(whole, track, store, ui);
+    };
   }
-  const LoadResult result = LoadScriptFile(script, project, {.Rules = BatchRules, .Scanner = &scanner}, ui);
+  const LoadResult result = LoadScriptFile(script, project, options, ui);
   for (const CommandError& row : result.Commands.Errors) {
     ui.Tell({Severity::Error, {}, ErrorLine(row), {}});
   }

@@ -1,0 +1,43 @@
+#include "app/batch_services.h"
+
+#include <gtest/gtest.h>
+
+#include "model/default_structure.h"
+#include "project/script_reader.h"
+#include "project/script_writer.h"
+#include "support/recording_ui.h"
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+TEST(BatchServices, ANewProjectSurvivesSaveAndLoad) {
+  const TempFolder folder;
+  RecordingUi ui;
+  Project project;
+  MakeDefaultStructure(project);
+  Project loaded;
+  const std::string script = folder.Write("new.qvp", WriteScript(project));
+  ASSERT_TRUE(MakeBatchServices(ui).LoadScriptFile(script, true, loaded));
+  EXPECT_EQ(WriteScript(loaded), WriteScript(project));
+  EXPECT_TRUE(ui.Messages.empty());
+}
+
+TEST(BatchServices, ACommandErrorStopsTheRunAndIsListed) {
+  const TempFolder folder;
+  RecordingUi ui;
+  Project project;
+  MakeDefaultStructure(project);
+  AddCommand(project.FirstPlay.PreCommands, "FirstPGC", "JumpTT NoSuchTitle");
+  Project loaded;
+  const std::string script = folder.Write("bad.qvp", WriteScript(project));
+  EXPECT_FALSE(MakeBatchServices(ui).LoadScriptFile(script, false, loaded));
+  ASSERT_EQ(ui.Messages.size(), 2U);
+  EXPECT_EQ(ui.Messages[0].Text, CommandErrorText);
+  EXPECT_TRUE(ui.Messages[1].Text.starts_with("VTS=") &&
+              ui.Messages[1].Text.find("Command=JumpTT NoSuchTitle") != std::string::npos)
+      << ui.Messages[1].Text;
+}
+
+}  // namespace
+}  // namespace quorvelant
