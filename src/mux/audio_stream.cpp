@@ -30,6 +30,10 @@ constexpr std::string_view NotPcm =
 constexpr std::string_view BadDelay =
     "Audio stream {} of track \"{}\": with a delay of {} ms the sound would begin before the disc does.";
 
+// Sectors that a pack may come late: the step of the grid, a video pack under way, its own arrival, one
+// more to spare, and a pack of each other stream.
+constexpr std::size_t LateSectors = 4;
+
 Clock Steps(std::size_t count) {
   return {SectorTicks.Units * static_cast<std::int64_t>(count)};
 }
@@ -65,6 +69,7 @@ AudioState OpenStream(Random& files, const MuxInput& input, std::size_t index, c
     FindFirstAc3Frame(stream);
     stream.FrameTicks = Ac3FrameTicks;
   }
+  stream.BufferBytes = AudioBufferBytes(stream.FrameBytes, stream.FrameTicks, input.Audio.size());
   SetFirstClocks(stream, index, input.Audio.size(), input);
   if (stream.Source.Exhausted()) {
     stream.NextScr = {};
@@ -73,6 +78,13 @@ AudioState OpenStream(Random& files, const MuxInput& input, std::size_t index, c
 }
 
 }  // namespace
+
+std::int64_t AudioBufferBytes(std::int64_t frameBytes, std::int64_t frameTicks, std::size_t streams) {
+  constexpr std::int64_t Usual = 4096;
+  const std::int64_t late = Steps(LateSectors + streams - 1).WholeTicks();
+  const std::int64_t whileLate = (frameBytes * late + frameTicks - 1) / frameTicks;
+  return std::max({Usual, 2 * frameBytes, Ac3PackBytes + PcmHeaderBytes + whileLate});
+}
 
 AudioClaim AudioState::Claim() const {
   const bool open = OpenFrameBytes > 0 || OpenFrameSamples > 0;
@@ -111,7 +123,7 @@ void AdvanceAudioClock(AudioState& stream, Clock scr, std::size_t payloadBytes) 
   } else {
     // The next pack goes when a frame leaves the buffer that makes room for it.
     const std::int64_t next = stream.Input->Pcm ? payload : Ac3PackBytes;
-    const std::int64_t room = AudioBufferBytes - next - (stream.Input->Pcm ? PcmHeaderBytes : 0);
+    const std::int64_t room = stream.BufferBytes - next - (stream.Input->Pcm ? PcmHeaderBytes : 0);
     while (stream.Fill > room) {
       stream.Fill -= stream.FrameBytes;
       stream.DecodeTime += Clock::FromTicks(stream.FrameTicks);

@@ -17,7 +17,10 @@
 
 namespace quorvelant {
 
-inline constexpr std::int64_t AudioBufferBytes = 4096;  // of the player, as the packs are timed for
+// Of the player, as the packs are timed for: 4096 where that is enough, which it is for all but AC3 above
+// 512 kbit/s and PCM above about 2 Mbit/s. Those take as much as keeps their frames in time beside
+// `streams` streams; the packs declare 58 KiB.
+std::int64_t AudioBufferBytes(std::int64_t frameBytes, std::int64_t frameTicks, std::size_t streams);
 
 struct AudioState {
   const MuxAudioStream* Input = nullptr;
@@ -25,6 +28,7 @@ struct AudioState {
   PcmFormat Pcm;                // of a PCM stream
   std::int64_t FrameBytes = 0;  // on the disc
   std::int64_t FrameTicks = 0;
+  std::int64_t BufferBytes = 0;  // of the player
 
   // When the next pack goes.
   int PacksSent = 0;    // 0, 1, then 2 for all that follow

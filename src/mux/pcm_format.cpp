@@ -5,7 +5,6 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::size_t ValuesPerFour = 4;
 constexpr std::size_t ContainerBytes = 3;  // a file holds 20 and 24 bits in three bytes
 
 void SwapPairs(ByteView source, ByteSpan disc) {
@@ -18,18 +17,19 @@ void SwapPairs(ByteView source, ByteSpan disc) {
   }
 }
 
-// Four little-endian values of three bytes, the sample in their upper bits.
-void GroupFour(ByteView source, ByteSpan disc, int bits) {
-  for (std::size_t v = 0; v < ValuesPerFour; ++v) {
+// Little-endian values of three bytes, the sample in their upper bits: their upper words, then the rest.
+void GroupValues(ByteView source, ByteSpan disc, int bits) {
+  const std::size_t values = source.size() / ContainerBytes;
+  for (std::size_t v = 0; v < values; ++v) {
     disc[2 * v] = source[ContainerBytes * v + 2];
     disc[2 * v + 1] = source[ContainerBytes * v + 1];
   }
-  for (std::size_t v = 0; v < ValuesPerFour; ++v) {
+  for (std::size_t v = 0; v < values; ++v) {
     const std::uint8_t low = source[ContainerBytes * v];
     if (bits == 24) {
-      disc[2 * ValuesPerFour + v] = low;
+      disc[2 * values + v] = low;
     } else if (v % 2 == 0) {
-      disc[2 * ValuesPerFour + v / 2] =
+      disc[2 * values + v / 2] =
           static_cast<std::uint8_t>((low & 0xF0) | source[ContainerBytes * (v + 1)] >> 4);
     }
   }
@@ -62,10 +62,12 @@ void ConvertPcm(const PcmFormat& format, ByteView source, ByteSpan disc) {
     SwapPairs(source, disc);
     return;
   }
-  const std::size_t sourceFour = ValuesPerFour * ContainerBytes;
-  const std::size_t discFour = ValuesPerFour * static_cast<std::size_t>(format.Bits) / 8;
-  for (std::size_t i = 0; i < disc.size() / discFour; ++i) {
-    GroupFour(source.subspan(i * sourceFour, sourceFour), disc.subspan(i * discFour, discFour), format.Bits);
+  const std::size_t values = format.Channels == 1 ? 2 : 4;
+  const std::size_t sourceGroup = values * ContainerBytes;
+  const std::size_t discGroup = values * static_cast<std::size_t>(format.Bits) / 8;
+  for (std::size_t i = 0; i < disc.size() / discGroup; ++i) {
+    GroupValues(source.subspan(i * sourceGroup, sourceGroup), disc.subspan(i * discGroup, discGroup),
+                format.Bits);
   }
 }
 

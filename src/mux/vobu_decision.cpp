@@ -7,12 +7,11 @@ std::int64_t LeastHalves(const FrameTiming& timing) {
   return 2 * std::int64_t{timing.VobuMinFrames};
 }
 
-// 1.2 seconds: two GOPs of the greatest length.
-std::int64_t MostHalves(const FrameTiming& timing) {
-  return 4 * std::int64_t{timing.MostTemporalReference};
-}
-
 }  // namespace
+
+std::int64_t MostVobuHalves(const FrameTiming& timing) {
+  return 2 * VobuMostTicks / timing.FramePeriod;
+}
 
 bool MarkIsNear(const VobuQuestion& question, const FrameTiming& timing) {
   return question.NextMark && question.Elapsed < *question.NextMark &&
@@ -21,7 +20,7 @@ bool MarkIsNear(const VobuQuestion& question, const FrameTiming& timing) {
 
 VobuDecision DecideVobu(const VobuQuestion& question, const FrameTiming& timing) {
   const std::int64_t least = LeastHalves(timing);
-  const std::int64_t most = MostHalves(timing);
+  const std::int64_t most = MostVobuHalves(timing);
   const bool enough = question.InVobu >= least;
   const bool markMet = question.NextMark && question.Elapsed >= *question.NextMark;
   const bool forced = markMet || (question.EndsSequence && enough);

@@ -24,13 +24,16 @@ struct VobuDecision {
   bool OpensCell = false;
 };
 
+inline constexpr std::int64_t VobuMostTicks = 108000;  // 1.2 seconds, what players take at the end of a cell
+std::int64_t MostVobuHalves(const FrameTiming& timing);
+
 // Whether the next mark is that near that a VOBU which starts now could not end at it.
 bool MarkIsNear(const VobuQuestion& question, const FrameTiming& timing);
 
 // A VOBU starts once it has its least frames, unless a cell mark is near, which it then waits for, or so
 // little of the track is left that it joins the VOBU before. A mark that was met starts one in any case.
-// Neither waiting nor joining may make a VOBU longer than players take at the end of a cell (1.2 seconds):
-// it starts all the same then, and is short, which the end of a cell allows.
+// Neither waiting nor joining may make a VOBU longer than players take: it
+// starts all the same then, and is short, which the end of a cell allows.
 VobuDecision DecideVobu(const VobuQuestion& question, const FrameTiming& timing);
 
 }  // namespace quorvelant

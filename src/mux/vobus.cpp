@@ -43,7 +43,7 @@ std::int64_t LengthAhead(MuxState& state) {
 // the track; no further than a VOBU may reach.
 std::int64_t HalvesToMarked(MuxState& state, std::int64_t mark) {
   std::int64_t halves = state.Picture.ShownHalves();
-  for (std::size_t i = 1; halves <= 4 * std::int64_t{state.Timing.MostTemporalReference}; ++i) {
+  for (std::size_t i = 1; halves <= MostVobuHalves(state.Timing); ++i) {
     const PictureUnit* unit = state.Pictures.Ahead(i);
     if (unit == nullptr || (unit->SequenceHeader && state.HalvesAhead() + halves >= mark)) {
       break;

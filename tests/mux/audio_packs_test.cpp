@@ -1,0 +1,231 @@
+// Sound: the clocks of its packs, their headers, and what a decoder hears of them.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "mux/audio_stream.h"
+#include "mux_run.h"
+#include "support/media.h"
+
+namespace quorvelant {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr int TicksOf27MHz = 300;  // in a tick of the clock
+
+std::vector<ReadPack> PacksOf(const std::vector<ReadPack>& packs, int substream) {
+  std::vector<ReadPack> some;
+  std::ranges::copy_if(packs, std::back_inserter(some),
+                       [&](const ReadPack& pack) { return pack.Substream == substream; });
+  return some;
+}
+
+// Every sample another value, in the bits that count; the file has no header.
+std::string SoundFile(const TempFolder& folder, int bits, std::size_t values) {
+  const std::size_t width = bits == 16 ? 2 : 3;
+  std::string text;
+  std::uint32_t random = 1;
+  for (std::size_t i = 0; i < values; ++i) {
+    random = random * 1664525 + 1013904223;
+    const std::uint32_t value = bits == 20 ? random >> 8 & 0xFFFFF0 : random >> 8;
+    for (std::size_t b = 0; b < width; ++b) {
+      text.push_back(static_cast<char>(value >> (8 * b)));
+    }
+  }
+  return folder.Write("sound.raw", text);
+}
+
+TEST(AudioPacks, FirstPacksGoAtTheirTimesAndDelayMovesTheSound) {
+  const std::string video = SampleVideo({.Frames = 25});
+  const std::string ac3 = SampleAc3({.Seconds = 2});
+  struct Case {
+    int DelayMs;
+    std::int64_t FirstScr, SecondScr, FirstPts;  // 27 MHz ticks, 27 MHz ticks, ticks
+  };
+  // 134 sectors are 19602.29 ticks, 153 are 22381.71; stream 0 of two goes one sector behind that.
+  const std::int64_t sector = 2048 * TicksOf27MHz / 14;
+  for (const Case& c :
+       {Case{0, 134 * sector, 154 * sector, 25257}, Case{300, 134 * sector, 154 * sector, 52257},
+        Case{-60, 134 * sector, 154 * sector - 5400 * TicksOf27MHz, 19857}}) {
+    MuxInput input = MotionTrack({video});
+    input.Audio = {Ac3Stream(ac3, 0), Ac3Stream(ac3, 5)};
+    input.Audio[0].DelayMs = c.DelayMs;
+    MuxRun run;
+    ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+    const auto packs = PacksOf(run.Packs(), 0x80);
+    // Packs wait for whatever is under way: two sectors at the most with these streams.
+    EXPECT_NEAR(static_cast<double>(packs[0].Scr), static_cast<double>(c.FirstScr), 2.0 * sector);
+    EXPECT_GE(packs[0].Scr, c.FirstScr - 100);
+    EXPECT_NEAR(static_cast<double>(packs[1].Scr), static_cast<double>(std::max(c.SecondScr, packs[0].Scr)),
+                3.0 * sector);
+    EXPECT_EQ(packs[0].Pts, c.FirstPts);
+    EXPECT_EQ(packs[0].BufferKib, 58);
+    EXPECT_EQ(packs[1].BufferKib, 0);
+    EXPECT_EQ(packs[0].Payload.size(), 2013U);
+    EXPECT_EQ(packs[1].Payload.size(), 2016U);
+    EXPECT_THAT((std::vector{packs[0].Frames, packs[0].Pointer, packs[1].Frames, packs[1].Pointer}),
+                ElementsAre(3, 1, 3, 3 * 768 - 2013 + 1));
+    EXPECT_EQ(packs[1].Pts, c.FirstPts + 3 * 2880);
+    const auto other = PacksOf(run.Packs(), 0x85);
+    EXPECT_GT(other[0].Scr, packs[0].Scr);
+    EXPECT_EQ(other[0].Pts, 25257);
+  }
+}
+
+TEST(AudioPacks, NextPackIsDueWhenAFrameLeavesThatMakesRoom) {
+  MuxAudioStream input;
+  const TempFolder folder;
+  input.Paths = {folder.Write("s.ac3", std::string(100000, 'x'))};
+  input.DataOffsets = {0};
+  input.DataBytes = {100000};
+  RecordingUi ui;
+  Random files(ui);
+  files.DimFiles(9);
+  AudioState stream{&input, AudioSource(files, 2, input, 1), {}};
+  stream.FrameBytes = 1792;
+  stream.FrameTicks = 2880;
+  stream.BufferBytes = AudioBufferBytes(1792, 2880, 2);
+  stream.SecondScr = Clock{153 * 2048};
+  stream.DecodeTime = Clock::FromTicks(22377);
+  stream.NextScr = Clock{134 * 2048};
+  AdvanceAudioClock(stream, Clock{134 * 2048}, 2013);
+  EXPECT_EQ(stream.NextScr, Clock{153 * 2048});
+  // 4029 bytes; two frames leave, at 25257 and 28137, before 2016 more have room in 4096.
+  AdvanceAudioClock(stream, Clock{153 * 2048}, 2016);
+  EXPECT_EQ(stream.Due, Clock::FromTicks(28137));
+  EXPECT_EQ(stream.NextScr, Clock{193 * 2048}) << "the first step of the grid from 28137 on";
+  EXPECT_EQ(stream.Fill, 4029 - 2 * 1792 + 2016);
+  AdvanceAudioClock(stream, stream.NextScr, 2016);
+  EXPECT_EQ(stream.Due, Clock::FromTicks(31017));
+  AlignAudioClock(stream, Clock::FromTicks(31000));
+  EXPECT_EQ(stream.NextScr, Clock::FromTicks(31000) + SectorTicks) << "a new grid";
+  AlignAudioClock(stream, Clock::FromTicks(31017));
+  EXPECT_EQ(stream.NextScr, Clock::FromTicks(31017));
+  EXPECT_EQ(AudioBufferBytes(1792, 2880, 8), 4096);
+  EXPECT_EQ(AudioBufferBytes(320, 150, 2), 4096) << "PCM of 16 bits and two channels";
+  EXPECT_EQ(AudioBufferBytes(2560, 2880, 1), 5120) << "AC3 at 640 kbit/s";
+}
+
+TEST(AudioPacks, PcmIsHeardBitForBit) {
+  struct Case {
+    int Bits, Channels, KiloHertz;
+    const char* Decoded;  // sample format of the decoder
+  };
+  const std::string video = SampleVideo({.Frames = 50});
+  for (const Case& c : {Case{16, 1, 48, "s16le"}, Case{16, 2, 48, "s16le"}, Case{16, 6, 48, "s16le"},
+                        Case{20, 1, 48, "s24le"}, Case{20, 2, 48, "s24le"}, Case{24, 1, 48, "s24le"},
+                        Case{24, 2, 48, "s24le"}, Case{24, 2, 96, "s24le"}, Case{20, 3, 48, "s24le"},
+                        Case{24, 5, 48, "s24le"}}) {
+    SCOPED_TRACE(testing::Message() << c.Bits << " bits, " << c.Channels << " channels");
+    MuxRun run;
+    const auto samples = static_cast<std::size_t>(c.KiloHertz) * 1000 + 7;
+    const std::string sound = SoundFile(run.Folder, c.Bits, samples * static_cast<std::size_t>(c.Channels));
+    MuxInput input = MotionTrack({video});
+    input.Audio = {PcmStream(sound, c.Bits, c.Channels, c.KiloHertz, 3)};
+    ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+    const std::string source = TempFolder::Read(sound);
+    Bytes heard = run.DecodedSound(0, c.Decoded);
+    ASSERT_GE(heard.size(), source.size());
+    ASSERT_LE(heard.size(), source.size() + 4 * 3 * 8) << "made up to a whole group";
+    heard.resize(source.size());
+    EXPECT_EQ(heard, Bytes(source.begin(), source.end()));
+
+    int number = 0;
+    std::int64_t pts = 25257;
+    for (const ReadPack& pack : PacksOf(run.Packs(), 0xA3)) {
+      if (pack.Frames == 0) {
+        continue;
+      }
+      EXPECT_EQ(pack.AudioBits[0], number);
+      EXPECT_EQ(pack.Pts, pts);
+      number = (number + pack.Frames) % 20;
+      pts += 150 * pack.Frames;
+    }
+    EXPECT_GT(pts, 25257 + 89900);
+  }
+}
+
+TEST(AudioPacks, PcmHeaderCountsTheFrameBegunAtThePacksEnd) {
+  MuxRun run;
+  MuxInput input = MotionTrack({SampleVideo({.Frames = 25})});
+  input.Audio = {PcmStream(SoundFile(run.Folder, 16, 96000), 16, 2)};
+  input.Audio[0].Emphasis = true;
+  ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+  const auto packs = PacksOf(run.Packs(), 0xA0);
+  // 2010 bytes take 251 pairs of 8 bytes; a frame has 320: six whole ones and 22 samples of the seventh.
+  EXPECT_EQ(packs[0].Payload.size(), 2008U);
+  EXPECT_EQ(packs[0].Frames, 7);
+  EXPECT_EQ(packs[0].Pointer, 4);
+  EXPECT_THAT(packs[0].AudioBits, ElementsAre(0x80, 0x01, 0x80));
+  EXPECT_EQ(packs[1].Pointer, (80 - 22) * 4 + 4);
+  EXPECT_THAT(packs[1].AudioBits, ElementsAre(0x87, 0x01, 0x80));
+}
+
+TEST(AudioPacks, ClassicRulesSwapBytePairsWhateverTheBits) {
+  MuxRun run(Rules::Classic);
+  MuxInput input = MotionTrack({SampleVideo({.Frames = 25})});
+  input.Audio = {PcmStream(SoundFile(run.Folder, 24, 48000), 24, 2)};
+  ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+  const std::string source = TempFolder::Read(input.Audio[0].Paths[0]);
+  const Bytes sent = run.Stream(0xA0);
+  for (std::size_t i = 0; i + 1 < sent.size(); i += 2) {
+    ASSERT_EQ(sent[i], static_cast<std::uint8_t>(source[i + 1])) << i;
+    ASSERT_EQ(sent[i + 1], static_cast<std::uint8_t>(source[i])) << i;
+  }
+}
+
+TEST(AudioPacks, SoundRunsOnAcrossFilesAndEndsWithThePicture) {
+  MuxRun run;
+  const std::string first = SampleAc3({.Seconds = 1});
+  const std::string second = SampleAc3({.Channels = 1, .Seconds = 3});
+  MuxInput input = MotionTrack({SampleVideo({.Frames = 50})});
+  input.Audio = {Ac3Stream(first)};
+  input.Audio[0].Paths.push_back(second);
+  input.Audio[0].DataOffsets.push_back(0);
+  input.Audio[0].DataBytes.push_back(TempFolder::Read(second).size());
+  ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+  const std::string both = TempFolder::Read(first) + TempFolder::Read(second);
+  const Bytes sent = run.Stream(0x80);
+  EXPECT_TRUE(std::equal(sent.begin(), sent.end(), both.begin(),
+                         [](std::uint8_t a, char b) { return a == static_cast<std::uint8_t>(b); }));
+  // 50 frames are 180000 ticks: 62.5 frames of sound, the one that has begun to its end.
+  EXPECT_EQ(sent.size(), 63U * 768U);
+  EXPECT_EQ(run.DecodeComplaints(), "");
+}
+
+TEST(AudioPacks, BadSoundIsRefusedByName) {
+  const TempFolder folder;
+  const std::string video = SampleVideo({.Frames = 25});
+  const std::string good = TempFolder::Read(SampleAc3({.Seconds = 2}));
+  std::string changed = good;
+  changed[768 * 10 + 4] = static_cast<char>(changed[768 * 10 + 4] | 0x40);
+  const auto ac3 = [&](const std::string& text) { return Ac3Stream(folder.Write("bad.ac3", text)); };
+  MuxAudioStream early = Ac3Stream(SampleAc3({.Seconds = 2}));
+  early.DelayMs = -2000;
+  MuxAudioStream gone = early;
+  gone.DelayMs = 0;
+  gone.DataBytes[0] += 1;
+  const std::pair<MuxAudioStream, const char*> cases[] = {
+      {ac3(std::string(5000, 'x')), "holds no AC3 frame of 48 kHz"},
+      {ac3(changed), "changes its sample rate"},
+      {early, "with a delay of -2000 ms"},
+      {gone, "became shorter while it was read"},
+      {PcmStream(video, 18, 2), "PCM sound of 18 bits, 48 kHz and 2 channels"},
+  };
+  for (const auto& [stream, text] : cases) {
+    if (stream.Paths[0].ends_with("bad.ac3")) {
+      folder.Write("bad.ac3", text == cases[0].second ? std::string(5000, 'x') : changed);
+    }
+    MuxInput input = MotionTrack({video});
+    input.Audio = {stream};
+    MuxRun run;
+    EXPECT_EQ(run.Mux(input), MuxOutcome::Failed);
+    ASSERT_EQ(run.Ui.Messages.size(), 1U) << text;
+    EXPECT_THAT(run.Ui.Messages[0].Text, testing::HasSubstr(text));
+  }
+}
+
+}  // namespace
+}  // namespace quorvelant
