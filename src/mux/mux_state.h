@@ -46,9 +46,11 @@ struct MuxState {
   // The picture being written.
   PictureUnit Picture = {};
   DecodeTimes Times = {};
-  std::size_t Written = 0;  // bytes of it
-  bool FirstPack = true;    // the first video pack of the VOB is still to come
-  ByteSpan OpenPack = {};   // what is left of a pack whose rest the next pictures fill
+  std::size_t Written = 0;          // bytes of it
+  std::size_t DataBytes = 0;        // of it, without the zero bytes that fill it up
+  std::uint32_t DataEndSector = 0;  // where the latest of those bytes went
+  bool FirstPack = true;            // the first video pack of the VOB is still to come
+  ByteSpan OpenPack = {};           // what is left of a pack whose rest the next pictures fill
 
   // Records.
   std::vector<VobuRecord> Vobus = {};

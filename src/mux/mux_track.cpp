@@ -49,7 +49,6 @@ MuxState SetUp(const MuxInput& input, MuxBuild& build, VobOutput& output, const 
 void BeginPicture(MuxState& state) {
   state.FormerLengthHalves = state.Picture.LengthHalves;
   state.Picture = *state.Pictures.Front();
-  state.Written = 0;
   CheckGopLength(state);
   state.ElapsedHalves += state.Picture.ShownHalves();
   state.Times = state.Schedule.Next(

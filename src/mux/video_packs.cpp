@@ -63,8 +63,19 @@ ByteSpan CopyPayload(MuxState& state, ByteSpan target) {
   const ByteView rest = state.Pictures.BytesOf(state.Picture).subspan(state.Written);
   const std::size_t bytes = std::min(rest.size(), target.size());
   std::copy_n(rest.begin(), bytes, target.begin());
+  if (bytes > 0 && state.Written < state.DataBytes) {
+    state.DataEndSector = state.Output.TotalSectors() - 1;
+  }
   state.Written += bytes;
   return target.subspan(bytes);
+}
+
+std::size_t DataBytesOf(ByteView unit) {
+  std::size_t bytes = unit.size();
+  while (bytes > 0 && unit[bytes - 1] == 0) {
+    --bytes;
+  }
+  return bytes;
 }
 
 void WriteVideoPack(MuxState& state) {
@@ -87,6 +98,8 @@ void WriteVideoPack(MuxState& state) {
 }  // namespace
 
 void WritePicture(MuxState& state) {
+  state.Written = 0;
+  state.DataBytes = DataBytesOf(state.Pictures.BytesOf(state.Picture));
   state.OpenPack = CopyPayload(state, state.OpenPack);
   while (state.Written < state.Picture.UnitBytes) {
     WriteVideoPack(state);

@@ -176,7 +176,7 @@ void NotePictureEnd(MuxState& state) {
     ++state.ReferencesInVobu;
   }
   if (state.ReferencesInVobu <= record.RefEnds.size()) {
-    record.RefEnds[state.ReferencesInVobu - 1] = state.Output.TotalSectors() - 1;
+    record.RefEnds[state.ReferencesInVobu - 1] = state.DataEndSector;
   }
 }
 

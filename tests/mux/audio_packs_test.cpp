@@ -126,7 +126,7 @@ TEST(AudioPacks, PcmIsHeardBitForBit) {
     input.Audio = {PcmStream(sound, c.Bits, c.Channels, c.KiloHertz, 3)};
     ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
     const std::string source = TempFolder::Read(sound);
-    Bytes heard = run.DecodedSound(0, c.Decoded);
+    Bytes heard = run.Decoded("a:0", c.Decoded);
     ASSERT_GE(heard.size(), source.size());
     ASSERT_LE(heard.size(), source.size() + 4 * 3 * 8) << "made up to a whole group";
     heard.resize(source.size());

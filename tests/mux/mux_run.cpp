@@ -121,11 +121,11 @@ std::string MuxRun::DecodeComplaints() const {
                   Base()));
 }
 
-Bytes MuxRun::DecodedSound(int audioIndex, const std::string& format) const {
+Bytes MuxRun::Decoded(const std::string& stream, const std::string& format) const {
   const std::string out = Folder / "sound.raw";
   const std::string complaints =
-      OutputOf(fmt::format("ffmpeg -nostdin -hide_banner -v error -y -i '{}_1.VOB' -map 0:a:{} -f {} '{}'",
-                           Base(), audioIndex, format, out));
+      OutputOf(fmt::format("ffmpeg -nostdin -hide_banner -v error -y -i '{}_1.VOB' -map 0:{} -f {} '{}'",
+                           Base(), stream, format, out));
   if (!complaints.empty()) {
     throw std::runtime_error(complaints);
   }

@@ -40,8 +40,8 @@ class MuxRun {
   Bytes Stream(int id) const;
   // What ffmpeg says when it decodes the first file to its end; empty when all is well.
   std::string DecodeComplaints() const;
-  // The sound of a stream as ffmpeg decodes it, in this sample format.
-  Bytes DecodedSound(int audioIndex, const std::string& format) const;
+  // A stream ("a:0") as ffmpeg decodes it into this raw format, with its options.
+  Bytes Decoded(const std::string& stream, const std::string& format) const;
   std::string Base() const { return Folder / "VTS_01"; }
   std::string LogText() const { return TempFolder::Read(Folder.Path() / "log.txt"); }
 

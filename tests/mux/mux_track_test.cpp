@@ -68,5 +68,155 @@ TEST(MuxTrack, EveryByteArrivesAndDecodesWithoutComplaint) {
   }
 }
 
+TEST(MuxTrack, FlashAndBeepStayTogether) {
+  for (const char* standard : {"PAL", "NTSC"}) {
+    const FlashAndBeep clip = SampleFlashAndBeep(standard, 4);
+    const bool ntsc = std::string_view(standard) == "NTSC";
+    const double frame = ntsc ? 1001.0 / 30000 : 0.04;
+    MuxInput input = MotionTrack({clip.Video}, ntsc);
+    input.Audio = {Ac3Stream(clip.Ac3)};
+    MuxRun run;
+    ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+    // One grey byte a picture, and samples of one channel; both start at the same presentation time.
+    const Bytes pictures = run.Decoded("v:0", "rawvideo -vf scale=1:1 -pix_fmt gray");
+    const Bytes sound = run.Decoded("a:0", "s16le -ac 1");
+    std::size_t flashes = 0;
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+      if (pictures[i] < 128 || (i > 0 && pictures[i - 1] >= 128)) {
+        continue;
+      }
+      ++flashes;
+      const auto from = static_cast<std::int64_t>((static_cast<double>(i) - 1) * frame * 48000);
+      std::int64_t onset = std::max<std::int64_t>(from, 0);
+      while (std::abs(static_cast<std::int16_t>(sound[2 * static_cast<std::size_t>(onset)] |
+                                                sound[2 * static_cast<std::size_t>(onset) + 1] << 8)) <
+             2000) {
+        ++onset;
+      }
+      EXPECT_NEAR(static_cast<double>(onset) / 48000, static_cast<double>(i) * frame, frame) << standard;
+    }
+    EXPECT_EQ(flashes, 4U);
+  }
+}
+
+TEST(MuxTrack, MarksOpenCellsAtSequenceHeaders) {
+  struct Case {
+    std::vector<std::int64_t> Marks;
+    std::vector<int> Frames, Scenes;
+    std::size_t Warnings;
+  };
+  const TempFolder folder;
+  const Bytes stream = BuildStream({.Gops = 10});  // 120 frames, a header every 12
+  const std::string video = folder.Write("film.m2v", std::string(stream.begin(), stream.end()));
+  const Case cases[] = {
+      {{}, {120}, {0}, 0},
+      {{24, 60}, {24, 36, 60}, {0, 1, 2}, 0},
+      {{25, 59}, {36, 24, 60}, {0, 1, 2}, 0},  // at the next header
+      {{12, 24}, {12, 12, 96}, {0, 1, 2}, 0},
+      {{25, 30, 60}, {36, 24, 60}, {0, 1, 3}, 1},  // a second mark within one VOBU
+      {{60, 109, 115}, {60, 60}, {0, 1}, 2},       // behind the last header
+      {{0, 36}, {36, 84}, {0, 2}, 1},
+      {{108}, {108, 12}, {0, 1}, 0},  // at the last header
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    MuxInput input = MotionTrack({video});
+    for (const std::int64_t mark : c.Marks) {
+      input.Marks.push_back(MarkAt(mark, static_cast<int>(input.Marks.size())));
+    }
+    MuxRun run;
+    ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+    std::vector<int> frames;
+    std::vector<int> scenes;
+    std::uint32_t next = 0;
+    for (const CellRecord& cell : run.Records.Vobs.at(0).Cells) {
+      frames.push_back(cell.Frames);
+      scenes.push_back(cell.Scene);
+      EXPECT_EQ(cell.StartSector, next) << "cells follow each other";
+      next = cell.EndSector + 1;
+    }
+    EXPECT_EQ(next, run.Records.TotalSectors);
+    EXPECT_EQ(frames, c.Frames);
+    EXPECT_EQ(scenes, c.Scenes);
+    EXPECT_EQ(run.Ui.Messages.size(), c.Warnings);
+    for (const Message& message : run.Ui.Messages) {
+      EXPECT_EQ(message.Level, Severity::Warning);
+      EXPECT_THAT(message.Text, testing::ContainsRegex("Scene \"Scene[1-9]\" of track \"Film\""));
+    }
+  }
+}
+
+TEST(MuxTrack, EndCodesStayBehindTheLastPictureAlone) {
+  const TempFolder folder;
+  const Bytes one = BuildStream({.Gops = 2});
+  const std::string video = folder.Write("film.m2v", std::string(one.begin(), one.end()));
+  MuxRun removed;
+  ASSERT_EQ(removed.Mux(MotionTrack({video, video})), MuxOutcome::Done);
+  Bytes expected = one;
+  std::fill(expected.end() - 2, expected.end(), std::uint8_t{0});
+  expected.insert(expected.end(), one.begin(), one.end());
+  EXPECT_EQ(WithoutDelays(removed.Stream(0xE0)), WithoutDelays(expected));
+  MuxRun kept;
+  kept.Build.RemoveSeqEnd = false;
+  ASSERT_EQ(kept.Mux(MotionTrack({video, video})), MuxOutcome::Done);
+  std::copy_n(one.begin(), one.size(), expected.begin());
+  EXPECT_EQ(WithoutDelays(kept.Stream(0xE0)), WithoutDelays(expected));
+}
+
+TEST(MuxTrack, SplitFilesHoldTheSameSectors) {
+  const TempFolder folder;
+  const Bytes stream = BuildStream({.Gops = 4});
+  const std::string video = folder.Write("film.m2v", std::string(stream.begin(), stream.end()));
+  MuxInput input = MotionTrack({video});
+  input.Audio = {Ac3Stream(SampleAc3({.Seconds = 3}))};
+  MuxRun whole;
+  ASSERT_EQ(whole.Mux({input, input}), MuxOutcome::Done);
+  const Bytes sectors = whole.Sectors();
+  for (const std::uint32_t split : {whole.Records.TotalSectors / 4, whole.Records.TotalSectors / 2}) {
+    MuxRun run;
+    run.Split = split;
+    ASSERT_EQ(run.Mux({input, input}), MuxOutcome::Done);
+    EXPECT_EQ(TempFolder::Read(run.Base() + "_1.VOB").size(), split * SectorBytes);
+    EXPECT_EQ(run.Sectors(), sectors);
+  }
+  MuxRun many;
+  many.Split = whole.Records.TotalSectors / 10;
+  EXPECT_EQ(many.Mux({input, input}), MuxOutcome::Failed);
+  EXPECT_THAT(many.Ui.Messages.at(0).Text, testing::HasSubstr("The title set fills 9 VOB files"));
+
+  MuxRun dry;
+  dry.Build.DryRun = true;
+  ASSERT_EQ(dry.Mux({input, input}), MuxOutcome::Done);
+  EXPECT_THAT(dry.Sectors(), IsEmpty());
+  EXPECT_EQ(dry.Records.VobuAddressList, whole.Records.VobuAddressList);
+  EXPECT_EQ(dry.Build.SourceBytesDone, 2 * stream.size());
+
+  // Traditional rules round the clocks of sound and navigation; everything else is the same.
+  MuxRun classic(Rules::Classic);
+  ASSERT_EQ(classic.Mux({input, input}), MuxOutcome::Done);
+  const Bytes other = classic.Sectors();
+  ASSERT_EQ(other.size(), sectors.size());
+  for (std::size_t i = 0; i < sectors.size(); ++i) {
+    const std::size_t at = i % SectorBytes;
+    ASSERT_TRUE(sectors[i] == other[i] || at == 8 || at == 9) << "byte " << at << " of a sector";
+  }
+}
+
+TEST(MuxTrack, FieldPicturesAreTimedAndCountedAsFrames) {
+  const TempFolder folder;
+  const Bytes stream = BuildStream({.Gops = 3, .FieldPictures = true});
+  const std::string video = folder.Write("film.m2v", std::string(stream.begin(), stream.end()));
+  MuxRun run;
+  ASSERT_EQ(run.Mux(MotionTrack({video})), MuxOutcome::Done);
+  EXPECT_EQ(run.Records.Vobs[0].Cells[0].Frames, 36);
+  std::vector<std::int64_t> stamps;
+  for (const ReadPack& pack : run.Packs()) {
+    if (pack.Dts) {
+      stamps.insert(stamps.end(), {*pack.Pts, *pack.Dts});
+    }
+  }
+  EXPECT_THAT(stamps, ElementsAre(25257, 21657, 25257 + 43200, 25257 + 39600, 25257 + 86400, 25257 + 82800));
+}
+
 }  // namespace
 }  // namespace quorvelant

@@ -160,10 +160,10 @@ StreamBuilder& StreamBuilder::Raw(ByteView bytes) {
   return *this;
 }
 
-std::vector<CodedPicture> CodedOrder(int gopLength, int bFrames, bool closed) {
+std::vector<PlannedPicture> CodedOrder(int gopLength, int bFrames, bool closed) {
   // Display order: an open GOP starts with B pictures, a closed one with its I picture.
   const int firstReference = closed ? 0 : std::min(bFrames, gopLength - 1);
-  std::vector<CodedPicture> order{{'I', firstReference}};
+  std::vector<PlannedPicture> order{{'I', firstReference}};
   for (int i = 0; i < firstReference; ++i) {
     order.push_back({'B', i});
   }
@@ -180,7 +180,7 @@ std::vector<CodedPicture> CodedOrder(int gopLength, int bFrames, bool closed) {
 
 namespace {
 
-void AddFrame(StreamBuilder& stream, const GopPlan& plan, CodedPicture coded) {
+void AddFrame(StreamBuilder& stream, const GopPlan& plan, PlannedPicture coded) {
   PictureFields fields;
   fields.Type = coded.Type;
   fields.TemporalReference = coded.TemporalReference;
@@ -219,7 +219,7 @@ Bytes BuildStream(const GopPlan& plan) {
                   .Seconds = seconds % 60,
                   .Pictures = frame % framesPerSecond,
                   .Closed = closed});
-    for (const CodedPicture& coded : CodedOrder(plan.GopLength, plan.BFrames, closed)) {
+    for (const PlannedPicture& coded : CodedOrder(plan.GopLength, plan.BFrames, closed)) {
       AddFrame(stream, plan, coded);
     }
   }

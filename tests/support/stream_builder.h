@@ -88,10 +88,10 @@ struct GopPlan {
 Bytes BuildStream(const GopPlan& plan);
 
 // Coded order of one GOP: letters with the temporal reference of each.
-struct CodedPicture {
+struct PlannedPicture {
   char Type;
   int TemporalReference;
 };
-std::vector<CodedPicture> CodedOrder(int gopLength, int bFrames, bool closed);
+std::vector<PlannedPicture> CodedOrder(int gopLength, int bFrames, bool closed);
 
 }  // namespace quorvelant
