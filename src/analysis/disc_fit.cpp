@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <fstream>
 
 #include "analysis/start_code_search.h"
 
@@ -39,8 +41,25 @@ bool IsMainLevel(int profile) {
 }
 constexpr std::string_view ProfileText = "its profile and level ({:#04x}) are not main profile at main level";
 
-void JudgePictures(const VideoProbe& probe, DiscFit& fit) {
-  const VideoInfo& info = probe.Info;
+}  // namespace
+
+bool IsDiscSize(std::string_view standard, int width, int height) {
+  const bool ntsc = standard == "NTSC";
+  const int full = ntsc ? 480 : 576;
+  const int half = full / 2;
+  return (height == full && (width == 720 || width == 704 || width == 352)) ||
+         (height == half && width == 352);
+}
+
+DiscFit JudgeHeaders(const VideoInfo& info) {
+  DiscFit fit;
+  if (info.Coding == "NO" || info.PicturesSeen == 0) {
+    fit.Reasons.emplace_back(NoVideo);
+    return fit;
+  }
+  if (info.Coding == "MPEG1") {
+    fit.Reasons.emplace_back(Mpeg1);
+  }
   if (info.FrameRateCode == 1) {
     fit.Reasons.emplace_back(Film);
   } else if (info.FrameRateCode != 3 && info.FrameRateCode != 4) {
@@ -52,38 +71,19 @@ void JudgePictures(const VideoProbe& probe, DiscFit& fit) {
   if (info.AspectCode != 2 && info.AspectCode != 3) {
     fit.Reasons.push_back(fmt::format(AspectCode, info.AspectCode));
   }
-  if (info.Coding == "MPEG2" && probe.ChromaFormat != 1) {
-    fit.Reasons.emplace_back(Chroma);
-  } else if (info.Coding == "MPEG2" && !IsMainLevel(probe.Profile)) {
-    fit.Notes.push_back(fmt::format(ProfileText, probe.Profile));
-  }
-}
-
-}  // namespace
-
-bool IsDiscSize(std::string_view standard, int width, int height) {
-  const bool ntsc = standard == "NTSC";
-  const int full = ntsc ? 480 : 576;
-  const int half = full / 2;
-  return (height == full && (width == 720 || width == 704 || width == 352)) ||
-         (height == half && width == 352);
-}
-
-bool IsBitmapSize(int width, int height) {
-  return (width == 720 && (height == 576 || height == 480)) ||
-         (width == 360 && (height == 288 || height == 240));
+  return fit;
 }
 
 DiscFit JudgeVideo(const VideoProbe& probe) {
-  DiscFit fit;
-  if (probe.Info.Coding == "NO" || probe.PictureHeaders == 0) {
-    fit.Reasons.emplace_back(NoVideo);
+  DiscFit fit = JudgeHeaders(probe.Info);
+  if (probe.Info.PicturesSeen == 0) {
     return fit;
   }
-  if (probe.Info.Coding == "MPEG1") {
-    fit.Reasons.emplace_back(Mpeg1);
+  if (probe.Info.Coding == "MPEG2" && probe.ChromaFormat != 1) {
+    fit.Reasons.emplace_back(Chroma);
+  } else if (probe.Info.Coding == "MPEG2" && !IsMainLevel(probe.Profile)) {
+    fit.Notes.push_back(fmt::format(ProfileText, probe.Profile));
   }
-  JudgePictures(probe, fit);
   const double millionBits = probe.PeakBitRate / 1e6;
   if (probe.PeakBitRate > MostVideoBitRate && probe.Frames() > 1) {
     fit.Reasons.push_back(fmt::format(Peak, millionBits));
@@ -167,6 +167,22 @@ SourceKind SniffSource(ByteView head) {
     }
   }
   return SourceKind::Unknown;
+}
+
+SourceKind SniffFile(const std::string& file) {
+  constexpr std::size_t SniffBytes = 4096;
+  std::error_code missing;
+  std::ifstream stream;
+  if (std::filesystem::is_regular_file(file, missing)) {
+    stream.open(file, std::ios::binary);
+  }
+  if (!stream.is_open()) {
+    return SourceKind::Unknown;
+  }
+  std::array<char, SniffBytes> head{};
+  stream.read(head.data(), head.size());
+  const Bytes bytes(head.begin(), head.begin() + stream.gcount());
+  return SniffSource(bytes);
 }
 
 }  // namespace quorvelant

@@ -24,15 +24,16 @@ struct DiscFit {
 
 // Frame sizes of a disc: full, cropped, half and quarter, by the standard's height.
 bool IsDiscSize(std::string_view standard, int width, int height);
-// As a bitmap: full or quarter of either standard.
-bool IsBitmapSize(int width, int height);
 
+// By the first headers alone.
+DiscFit JudgeHeaders(const VideoInfo& info);
 DiscFit JudgeVideo(const VideoProbe& probe);
 DiscFit JudgeAudio(const AudioAttributes& audio);
 
 // What a file is by its first bytes, whatever its name says.
 enum class SourceKind { Video, ProgramStream, TransportStream, Ac3, Dts, Wave, Bitmap, Empty, Unknown };
-inline constexpr std::size_t SniffBytes = 4096;
 SourceKind SniffSource(ByteView head);
+// The same of a file; `Unknown` when it cannot be read.
+SourceKind SniffFile(const std::string& file);
 
 }  // namespace quorvelant

@@ -2,9 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <filesystem>
 #include <iterator>
+#include <limits>
 #include <system_error>
 #include <utility>
 
@@ -76,6 +78,11 @@ void TakeNumber(std::string_view piece, std::string_view key, Value& value) {
     const std::string_view digits = Trim(piece.substr(at + key.size()));
     std::from_chars(digits.data(), digits.data() + digits.size(), value);
   }
+}
+
+// A frame count that a project can hold, whatever the text says.
+std::int64_t HeldFrame(std::int64_t frame) {
+  return std::clamp<std::int64_t>(frame, 0, std::numeric_limits<std::int32_t>::max());
 }
 
 bool TellFailure(UserInterface& ui, const FileError& error, const std::string& file) {
@@ -150,8 +157,10 @@ PictureIndex ReadPictureIndex(std::string_view text) {
       TakeNumber(piece, OffsetKey, entry.Offset);
       TakeNumber(piece, SizeKey, entry.Size);
     }
+    entry.Frame = HeldFrame(entry.Frame);
     index.Entries.push_back(entry);
   }
+  index.TotalFrames = HeldFrame(index.TotalFrames);
   return index;
 }
 

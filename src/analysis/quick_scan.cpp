@@ -5,6 +5,7 @@
 #include <cmath>
 #include <filesystem>
 
+#include "analysis/bitmap_size.h"
 #include "analysis/wave_file.h"
 
 namespace quorvelant {
@@ -76,6 +77,28 @@ void ScanWave(const WaveFile& wave, AudioAttributes& audio) {
   audio.DataBytes = wave.DataBytes;
 }
 
+// The attributes of the still that a bitmap becomes; nothing for a size that does not.
+std::optional<VideoAttributes> StillOf(const BitmapSize& bitmap) {
+  if (!IsBitmapSize(bitmap.Width, bitmap.Height)) {
+    return std::nullopt;
+  }
+  const bool ntsc = bitmap.Height == 480 || bitmap.Height == 240;
+  VideoInfo info;
+  info.FrameRate = ntsc ? 30 : 25;
+  info.Aspect = "4:3";
+  info.Width = 720;
+  info.Height = ntsc ? 480 : 576;
+  info.Standard = ntsc ? "NTSC" : "PAL";
+  info.PicturesSeen = 1;
+  info.Coding = "MPEG2";
+  info.AspectCode = 2;
+  info.FrameRateCode = ntsc ? 4 : 3;
+  return VideoAttributes{.Info = info,
+                         .Resolution = fmt::format("{}x{}", info.Width, info.Height),
+                         .Still = true,
+                         .Bitmap = true};
+}
+
 }  // namespace
 
 std::optional<VideoAttributes> QuickScanVideo(const std::string& file, UserInterface& ui,
@@ -83,11 +106,16 @@ std::optional<VideoAttributes> QuickScanVideo(const std::string& file, UserInter
   if (!IsPlainFile(file)) {
     return std::nullopt;
   }
+  if (const auto bitmap = ReadBitmapSize(file)) {
+    return StillOf(*bitmap);
+  }
   const auto info = GetVideoInfo(file, pulldownHandled, ui);
   if (!info || info->Coding == "NO") {
     return std::nullopt;
   }
-  return VideoAttributes{*info, fmt::format("{}x{}", info->Width, info->Height), info->PicturesSeen == 1};
+  return VideoAttributes{.Info = *info,
+                         .Resolution = fmt::format("{}x{}", info->Width, info->Height),
+                         .Still = info->PicturesSeen == 1};
 }
 
 double AudioAttributes::Seconds() const {

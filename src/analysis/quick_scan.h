@@ -16,10 +16,11 @@ struct VideoAttributes {
   VideoInfo Info;          // standard, aspect, coding, rate, size and flags
   std::string Resolution;  // "720x576"
   bool Still = false;      // the file holds a single picture
+  bool Bitmap = false;     // a bitmap: the attributes are those of the still it becomes, in 4:3
 };
 
-// Nothing when the file is missing, cannot be read or holds no video; none of that is told. `pulldownHandled`
-// as with GetVideoInfo.
+// Nothing when the file is missing, cannot be read or holds neither video nor a bitmap of a size that becomes
+// a still; none of that is told. `pulldownHandled` as with GetVideoInfo.
 std::optional<VideoAttributes> QuickScanVideo(const std::string& file, UserInterface& ui,
                                               bool pulldownHandled = false);
 

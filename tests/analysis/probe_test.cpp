@@ -10,7 +10,6 @@
 #include "analysis/disc_fit.h"
 #include "analysis/picture_index.h"
 #include "analysis/video_probe.h"
-#include "base/file_text.h"
 #include "support/media.h"
 #include "support/recording_ui.h"
 #include "support/stream_builder.h"
@@ -225,8 +224,7 @@ TEST_F(Probes, RealStreams) {
   EXPECT_EQ(probe.Frames(), std::stoi(FfprobeVideo(*broadcast)["nb_read_packets"]));
   EXPECT_EQ(probe.ClosedGroups, 5);  // as their flags say, though B pictures lead each
   EXPECT_EQ(probe.GroupsLedByB, 5);
-  const std::string head = ReadWhole(*system, 100 << 20)->substr(0, SniffBytes);
-  EXPECT_EQ(SniffSource(Bytes(head.begin(), head.end())), SourceKind::ProgramStream);
+  EXPECT_EQ(SniffFile(*system), SourceKind::ProgramStream);
   EXPECT_TRUE(QuickScanAudio(*extended, "", Rules::Players, Ui)->HasExtension);
 }
 

@@ -1,0 +1,20 @@
+// The size of a Windows bitmap, from its head.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace quorvelant {
+
+struct BitmapSize {
+  int Width = 0;
+  int Height = 0;  // of the picture, whichever row is first in the file
+};
+
+// Nothing when the file cannot be read or is no bitmap.
+std::optional<BitmapSize> ReadBitmapSize(const std::string& file);
+
+// Sizes that become a still: full or quarter of either standard.
+bool IsBitmapSize(int width, int height);
+
+}  // namespace quorvelant

@@ -1,0 +1,16 @@
+// Pixels to planes and back.
+#pragma once
+
+#include "base/picture_service.h"
+#include "base/rules.h"
+#include "codec/planes.h"
+
+namespace quorvelant {
+
+// 4:2:0 planes of a picture with even sides.
+Planes PlanesFromPicture(const Picture& picture, const Rules& rules);
+
+// Pixels from planes of any chroma format. A sample of colour serves all its pixels, without a filter.
+Picture PictureFromPlanes(const Planes& planes);
+
+}  // namespace quorvelant

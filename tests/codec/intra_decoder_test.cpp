@@ -1,0 +1,184 @@
+#include "codec/intra_decoder.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <map>
+#include <random>
+#include <set>
+
+#include "codec/picture_headers.h"
+#include "codec/vlc_lookup.h"
+#include "ffmpeg_decode.h"
+#include "intra_stream_maker.h"
+#include "support/media.h"
+#include "support/temp_folder.h"
+#include "test_pictures.h"
+
+namespace quorvelant {
+namespace {
+
+class EveryMode : public testing::TestWithParam<IntraStreamShape> {};
+
+TEST_P(EveryMode, EqualsFfmpegWithinOneStep) {
+  const IntraStreamShape& shape = GetParam();
+  const unsigned across = shape.ChromaFormat == 3 ? 1 : 2;
+  const unsigned down = shape.ChromaFormat == 1 ? 2 : 1;
+  for (unsigned seed = 1; seed <= 3; ++seed) {
+    const Bytes stream = MakeIntraStream(shape, seed);
+    const FfmpegResult expected = DecodeByFfmpeg(stream, shape.Width, shape.Height, across, down);
+    ASSERT_EQ(expected.Complaints, "");
+    ASSERT_EQ(expected.Pictures.size(), 1U);
+    const auto planes = DecodeIntraPicture(stream, shape.Mpeg2);
+    ASSERT_TRUE(planes);
+    EXPECT_LE(LargestDifference(*planes, expected.Pictures[0]), 1);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    IntraDecoder, EveryMode,
+    testing::Values(
+        IntraStreamShape{.Name = "Plain"}, IntraStreamShape{.Name = "Mpeg1", .Mpeg2 = false},
+        IntraStreamShape{.Name = "OddSize", .Width = 85, .Height = 50},
+        IntraStreamShape{
+            .Name = "Dc9B15NonLinear", .DcPrecision = 1, .NonLinearScale = true, .TableB15 = true},
+        IntraStreamShape{.Name = "Dc10Alternate", .DcPrecision = 2, .AlternateScan = true},
+        IntraStreamShape{.Name = "FieldDctOwnMatrix", .FieldDct = true, .OwnMatrix = true},
+        IntraStreamShape{
+            .Name = "FieldDctAlternateB15", .FieldDct = true, .TableB15 = true, .AlternateScan = true},
+        IntraStreamShape{.Name = "Concealment", .FieldDct = true, .ConcealmentVectors = true},
+        IntraStreamShape{.Name = "FieldPictures", .FieldPictures = true, .OwnMatrix = true},
+        IntraStreamShape{.Name = "FieldConcealment",
+                         .FieldPictures = true,
+                         .ConcealmentVectors = true,
+                         .AlternateScan = true},
+        IntraStreamShape{.Name = "Chroma422", .ChromaFormat = 2, .FieldDct = true},
+        IntraStreamShape{.Name = "Chroma444", .ChromaFormat = 3, .FieldDct = true}),
+    [](const auto& shape) { return shape.param.Name; });
+
+// The intra pictures of real encoders, each read at its sequence header as an index gives it.
+void ExpectEqualToFfmpeg(const std::string& file, bool isMpeg2, unsigned least) {
+  const std::string content = TempFolder::Read(file);
+  const Bytes stream(content.begin(), content.end());
+  const Bytes header{0, 0, 1, start_code::Sequence};
+  const Bytes endCode{0, 0, 1, 0xB7};
+  unsigned compared = 0;
+  for (auto at = std::search(stream.begin(), stream.end(), header.begin(), header.end());
+       at != stream.end() && compared < 4; ++compared) {
+    const auto next = std::search(at + 4, stream.end(), header.begin(), header.end());
+    // The first picture alone, up to the second picture's start code.
+    const Bytes pictureCode{0, 0, 1, 0};
+    const auto first = std::search(at, next, pictureCode.begin(), pictureCode.end());
+    const auto second = std::search(first + 4, next, pictureCode.begin(), pictureCode.end());
+    Bytes alone(at, second);
+    alone.insert(alone.end(), endCode.begin(), endCode.end());
+    const auto planes = DecodeIntraPicture(alone, isMpeg2);
+    ASSERT_TRUE(planes);
+    const FfmpegResult expected = DecodeByFfmpeg(alone, planes->Y().Width, planes->Y().Height);
+    ASSERT_FALSE(expected.Pictures.empty());
+    EXPECT_LE(LargestDifference(*planes, expected.Pictures[0]), 1) << file << " picture " << compared;
+    at = next;
+  }
+  EXPECT_GE(compared, least);
+}
+
+TEST(IntraDecoder, EqualsFfmpegOnEncodedFilm) {
+  ExpectEqualToFfmpeg(SampleVideo({.Frames = 26, .Interlaced = true}), true, 2);
+  ExpectEqualToFfmpeg(SampleVideo({.Standard = "NTSC", .Frames = 26}), true, 2);
+  ExpectEqualToFfmpeg(SampleVideo({.Width = 352, .Height = 288, .Frames = 26, .Mpeg1 = true}), false, 2);
+}
+
+TEST(IntraDecoder, EqualsFfmpegOnBroadcast) {
+  const auto file = SharedFile("samples/broadcast-pal-169-interlaced.m2v");
+  if (!file) {
+    GTEST_SKIP() << "the folder of real streams is missing";
+  }
+  ExpectEqualToFfmpeg(*file, true, 4);
+}
+
+TEST(IntraDecoder, AFieldAloneShowsOnAllLines) {
+  const IntraStreamShape shape{.FieldPictures = true};
+  const Bytes stream = MakeIntraStream(shape, 1);
+  const auto both = DecodeIntraPicture(stream, true);
+  const Bytes pictureCode{0, 0, 1, 0};
+  const auto second = std::find_end(stream.begin(), stream.end(), pictureCode.begin(), pictureCode.end());
+  const auto one = DecodeIntraPicture(Bytes(stream.begin(), second), true);
+  ASSERT_TRUE(both && one);
+  for (unsigned y = 0; y < shape.Height; ++y) {
+    EXPECT_TRUE(std::equal(one->Y().Row(y), one->Y().Row(y) + shape.Width, both->Y().Row(y / 2 * 2))) << y;
+  }
+}
+
+TEST(IntraDecoder, DamageCostsTheRestOfItsSlice) {
+  const Bytes stream = MakeIntraStream({}, 7);
+  const auto whole = DecodeIntraPicture(stream, true);
+  const Bytes thirdRow{0, 0, 1, 3};
+  const Bytes fourthRow{0, 0, 1, 4};
+  Bytes broken = stream;
+  const auto start = std::search(broken.begin(), broken.end(), thirdRow.begin(), thirdRow.end());
+  const auto end = std::search(start, broken.end(), fourthRow.begin(), fourthRow.end());
+  std::fill(start + 5, end, std::uint8_t{0});
+  const auto damaged = DecodeIntraPicture(broken, true);
+  ASSERT_TRUE(whole && damaged);
+  const auto sameLine = [&](unsigned y, unsigned as) {
+    return std::equal(damaged->Y().Row(y), damaged->Y().Row(y) + 96, whole->Y().Row(as));
+  };
+  for (unsigned y = 0; y < 64; ++y) {
+    EXPECT_TRUE(y / 16 == 2 ? sameLine(y, y - 16) : sameLine(y, y)) << y;
+  }
+}
+
+TEST(IntraDecoder, TakesWhatIsThere) {
+  EXPECT_FALSE(DecodeIntraPicture({}, true));
+  EXPECT_TRUE(DecodeIFrame(Bytes(100, 0), true).empty());
+  const Bytes stream = MakeIntraStream({}, 3);
+  const auto headerOnly = DecodeIntraPicture(ByteView(stream).first(12), true);
+  ASSERT_TRUE(headerOnly);
+  EXPECT_EQ(headerOnly->Y().Samples, Bytes(96UL * 64, BlackLuma));
+  const Bytes bitmap = DecodeIFrame(stream, true);
+  EXPECT_EQ(bitmap.size(), 54U + 96U * 64U * 3U);
+  EXPECT_EQ(bitmap[0], 'B');
+  Bytes huge = stream;
+  huge[4] = huge[5] = huge[6] = 0xFF;  // 4095 by 4095: a picture all the same
+  EXPECT_TRUE(DecodeIntraPicture(huge, true));
+  huge[4] = huge[5] = 0;  // no width
+  EXPECT_FALSE(DecodeIntraPicture(huge, true));
+  for (std::size_t length = 0; length < stream.size(); length += 13) {
+    DecodeIntraPicture(ByteView(stream).first(length), true);
+  }
+}
+
+// Extensions that change the picture's form between its fields must not reach beyond its planes.
+TEST(IntraDecoder, AFormChangedWithinAFrameEndsIt) {
+  Bytes stream = MakeIntraStream({.FieldPictures = true}, 1);
+  const Bytes pictureCode{0, 0, 1, 0};
+  const Bytes chroma444{0, 0, 1, 0xB5, 0x18, 0x56, 0x00, 0x01, 0x00, 0x00};
+  const auto second = std::find_end(stream.begin(), stream.end(), pictureCode.begin(), pictureCode.end());
+  stream.insert(second, chroma444.begin(), chroma444.end());
+  const auto planes = DecodeIntraPicture(stream, true);
+  ASSERT_TRUE(planes);
+  EXPECT_EQ(planes->Of[1].Width, 48U);
+}
+
+TEST(Tables, LookupsFindEveryCode) {
+  const std::map<const DctTable*, const DctLookup*> lookups{{&DctTableB14, &DctLookup::B14()},
+                                                            {&DctTableB15, &DctLookup::B15()}};
+  for (const auto& [table, lookup] : lookups) {
+    std::set<std::pair<unsigned, unsigned>> seen;
+    for (const RunLevelVlc& code : table->Codes) {
+      for (const std::uint32_t tail : {0U, 0xFFFFU}) {
+        const unsigned spare = 16U - code.Word.Bits;
+        const auto& entry =
+            lookup->Find((std::uint32_t{code.Word.Code} << spare) | (tail & ((1U << spare) - 1)));
+        EXPECT_EQ(std::tie(entry.Run, entry.Level, entry.Bits),
+                  std::tie(code.Run, code.Level, code.Word.Bits));
+      }
+      seen.emplace(code.Run, code.Level);
+    }
+    EXPECT_EQ(seen.size(), table->Codes.size());
+    EXPECT_EQ(lookup->Find(0).What, DctLookup::Kind::Invalid);
+  }
+}
+
+}  // namespace
+}  // namespace quorvelant

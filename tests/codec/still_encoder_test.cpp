@@ -1,0 +1,232 @@
+#include "codec/still_encoder.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+#include "codec/colors.h"
+#include "codec/intra_decoder.h"
+#include "codec/intra_encoder.h"
+#include "codec/picture_headers.h"
+#include "ffmpeg_decode.h"
+#include "support/media.h"
+#include "support/temp_folder.h"
+#include "test_pictures.h"
+
+namespace quorvelant {
+namespace {
+
+Bytes Joined(Bytes bytes, ByteView more) {
+  bytes.insert(bytes.end(), more.begin(), more.end());
+  return bytes;
+}
+
+Bytes WithEndCode(Bytes stream) {
+  return Joined(std::move(stream), Bytes{0x00, 0x00, 0x01, 0xB7});
+}
+
+TEST(StillEncoder, HeaderByteByByte) {
+  struct Case {
+    int Width, Height;
+    bool Wide;
+    Bytes SizeAndRate;
+  };
+  const std::vector<Case> cases{
+      {720, 576, false, {0x2D, 0x02, 0x40, 0x23}}, {720, 576, true, {0x2D, 0x02, 0x40, 0x33}},
+      {720, 480, false, {0x2D, 0x01, 0xE0, 0x24}}, {720, 480, true, {0x2D, 0x01, 0xE0, 0x34}},
+      {360, 288, false, {0x2D, 0x02, 0x40, 0x23}}, {360, 240, true, {0x2D, 0x01, 0xE0, 0x34}}};
+  for (const Case& one : cases) {
+    const Bytes stream = EncodeBitmap(Picture(one.Width, one.Height), {.Wide = one.Wide}, Rules::Classic);
+    ASSERT_GT(stream.size(), StillHeaderBytes + 5);
+    const Bytes behindRate{0x13, 0x88, 0x23, 0x81};
+    const Bytes behindMatrix{0x00, 0x00, 0x01, 0xB5, 0x14, 0x8A, 0x00, 0x01, 0x00, 0x00, 0x00, 0x00,
+                             0x01, 0xB8, 0x00, 0x08, 0x00, 0x40, 0x00, 0x00, 0x01, 0x00, 0x00, 0x0F,
+                             0xFF, 0xF8, 0x00, 0x00, 0x01, 0xB5, 0x8F, 0xFF, 0xF7, 0x59, 0x80};
+    const Bytes start = Joined(Joined(Bytes{0x00, 0x00, 0x01, 0xB3}, one.SizeAndRate), behindRate);
+    const Bytes expected = Joined(Joined(start, Bytes(64, 16)), behindMatrix);
+    ASSERT_EQ(expected.size(), StillHeaderBytes);
+    EXPECT_EQ(Bytes(stream.begin(), stream.begin() + StillHeaderBytes), expected);
+    EXPECT_EQ(stream.back(), 0);
+    unsigned slices = 0;
+    UnitReader units(stream);
+    for (StreamUnit unit{}; units.Next(unit);) {
+      slices += unit.Code >= start_code::FirstSlice && unit.Code <= start_code::LastSlice ? 1 : 0;
+    }
+    EXPECT_EQ(slices, one.SizeAndRate[2] == 0x40 ? 36U : 30U);
+  }
+  EXPECT_TRUE(EncodeBitmap(Picture(720, 288), {}, Rules::Classic).empty());
+  EXPECT_TRUE(EncodeBitmap(Picture(), {}, Rules::Classic).empty());
+}
+
+// Each still within the limit, read by ffmpeg without a word and as our own decoder reads it.
+void ExpectSound(const Bytes& still, unsigned height) {
+  const Bytes stream = WithEndCode(still);
+  EXPECT_LE(stream.size(), LargestStillBytes);
+  const auto ours = DecodeIntraPicture(stream, true);
+  const FfmpegResult theirs = DecodeByFfmpeg(stream, 720, height);
+  EXPECT_EQ(theirs.Complaints, "");
+  ASSERT_EQ(theirs.Pictures.size(), 1U);
+  EXPECT_LE(LargestDifference(*ours, theirs.Pictures[0]), 1);
+}
+
+TEST(StillEncoder, PhotographsKeep42Decibels) {
+  for (const int height : {576, 480}) {
+    const Picture picture = PhotographLike(720, height, 1);
+    const Bytes still = EncodeBitmap(picture, {}, Rules::Players);
+    ExpectSound(still, static_cast<unsigned>(height));
+    const auto decoded = DecodeIntraPicture(still, true);
+    EXPECT_GE(Psnr(PlanesFromPicture(picture, Rules::Players).Y(), decoded->Y()), 42);
+    EXPECT_EQ(still, EncodeBitmap(picture, {}, Rules::Players));
+  }
+}
+
+TEST(StillEncoder, NoiseStaysWithinTheLimitAt26Decibels) {
+  for (const int height : {576, 480}) {
+    const Picture picture = Noise(720, height, 5);
+    const Bytes still = EncodeBitmap(picture, {}, Rules::Players);
+    ExpectSound(still, static_cast<unsigned>(height));
+    EXPECT_GE(still.size(), LargestStillBytes * 99 / 100);
+    EXPECT_GE(Psnr(PlanesFromPicture(picture, Rules::Players).Y(), DecodeIntraPicture(still, true)->Y()), 26);
+  }
+}
+
+// Pictures at the ends of what samples can do: the largest coefficients, every sample clipped.
+TEST(StillEncoder, HarshPicturesAreSound) {
+  Picture checkers(720, 576);
+  Picture lines(720, 576);
+  Picture blackAndWhite = Noise(720, 576, 9);
+  for (int y = 0; y < 576; ++y) {
+    for (int x = 0; x < 720; ++x) {
+      checkers.Set(x, y, (x + y) % 2 == 0 ? 0xFFFFFF : 0);
+      lines.Set(x, y, x / 3 % 2 == 0 ? 0xFF : y % 5 == 0 ? 0xFF0000 : 0x00FF00);
+      blackAndWhite.Set(x, y, blackAndWhite.At(x, y) % 2 == 0 ? 0xFFFFFF : 0);
+    }
+  }
+  for (const Picture& picture : {checkers, lines, blackAndWhite, Picture(720, 576)}) {
+    ExpectSound(EncodeBitmap(picture, {}, Rules::Players), 576);
+  }
+}
+
+// A patch of noise in a plain picture leaves room for the finest scale; the noisy macroblocks must take a
+// coarser one, since main level bounds each at 4608 bits.
+TEST(StillEncoder, NoMacroblockExceedsMainLevel) {
+  const Picture noise = Noise(720, 576, 3);
+  Picture picture(720, 576);
+  for (int y = 128; y < 144; ++y) {
+    for (int x = 0; x < 720; ++x) {
+      picture.Set(x, y, noise.At(x, y));
+    }
+  }
+  const Bytes still = EncodeBitmap(picture, {}, Rules::Players);
+  ExpectSound(still, 576);
+  std::size_t largestSlice = 0;
+  UnitReader units(still);
+  for (StreamUnit unit{}; units.Next(unit);) {
+    largestSlice = std::max(largestSlice, unit.Payload.size());
+  }
+  EXPECT_LE(largestSlice, 45U * 4608 / 8);
+  EXPECT_GE(largestSlice, 45U * 4608 / 16);
+}
+
+TEST(StillEncoder, AnyLimitIsKept) {
+  const Planes planes = PlanesFromPicture(Noise(720, 480, 1), Rules::Players);
+  for (const std::size_t limit : {27'000UL, 60'000UL, 100'000UL, 150'000UL, 199'884UL}) {
+    EXPECT_LE(EncodeIntraSlices(planes, limit).size(), limit);
+  }
+}
+
+TEST(Colours, CutOrRounded) {
+  struct Case {
+    std::uint32_t Colour;  // 0xBBGGRR
+    std::array<int, 3> Cut, Rounded;
+  };
+  // In thousandths: red 81.535, 90.26, 239.945; green 144.52, 53.795, 34.16; grey 117.259, 128, 128.
+  const std::vector<Case> cases{
+      {0x000000, {16, 128, 128}, {16, 128, 128}}, {0xFFFFFF, {235, 128, 128}, {235, 128, 128}},
+      {0x0000FF, {81, 90, 239}, {82, 90, 240}},   {0x00FF00, {144, 53, 34}, {145, 54, 34}},
+      {0xFF0000, {40, 239, 109}, {41, 240, 110}}, {0x010100, {16, 128, 127}, {17, 128, 128}}};
+  for (const Case& one : cases) {
+    Picture picture(2, 2);
+    for (int i = 0; i < 4; ++i) {
+      picture.Set(i % 2, i / 2, one.Colour);
+    }
+    for (std::size_t plane = 0; plane < 3; ++plane) {
+      EXPECT_EQ(PlanesFromPicture(picture, Rules::Classic).Of[plane].Samples[0], one.Cut[plane])
+          << one.Colour;
+      EXPECT_EQ(PlanesFromPicture(picture, Rules::Players).Of[plane].Samples[0], one.Rounded[plane])
+          << one.Colour;
+    }
+  }
+}
+
+TEST(Colours, BackToPixels) {
+  for (const auto& [y, cb, cr, colour] : std::vector<std::array<unsigned, 4>>{{16, 128, 128, 0x000000},
+                                                                              {235, 128, 128, 0xFFFFFF},
+                                                                              {0, 128, 128, 0x000000},
+                                                                              {81, 90, 240, 0x0000FE},
+                                                                              {126, 128, 129, 0x807F82}}) {
+    Planes planes;
+    planes.Y() = Plane(1, 1, static_cast<std::uint8_t>(y));
+    planes.Of[1] = Plane(1, 1, static_cast<std::uint8_t>(cb));
+    planes.Of[2] = Plane(1, 1, static_cast<std::uint8_t>(cr));
+    EXPECT_EQ(PictureFromPlanes(planes).At(0, 0), colour) << y;
+  }
+}
+
+// Ten pictures of film, or made ones where the film is missing.
+std::vector<Planes> TenPictures() {
+  std::vector<Planes> pictures;
+  if (const auto film = SharedFile("samples/broadcast-pal-169-interlaced.m2v")) {
+    const std::string content = TempFolder::Read(*film);
+    const auto decoded = DecodeByFfmpeg(Bytes(content.begin(), content.end()), 720, 576).Pictures;
+    for (std::size_t i = 0; i < 10 && i * 5 < decoded.size(); ++i) {
+      pictures.push_back(decoded[i * 5]);
+    }
+  }
+  for (unsigned seed = 0; pictures.size() < 10; ++seed) {
+    pictures.push_back(PlanesFromPicture(PhotographLike(720, 576, seed), Rules::Players));
+  }
+  return pictures;
+}
+
+// Sizes in bytes of each picture of a stream whose every picture has a sequence header.
+std::vector<std::size_t> PictureSizes(ByteView stream) {
+  std::vector<std::size_t> sizes;
+  UnitReader units(stream);
+  for (StreamUnit unit{}; units.Next(unit);) {
+    if (unit.Code == start_code::Sequence) {
+      sizes.push_back(0);
+    }
+    sizes.back() += 4 + unit.Payload.size();
+  }
+  return sizes;
+}
+
+TEST(StillEncoder, AtEqualSizeWithinHalfADecibelOfLibavcodec) {
+  const std::vector<Planes> pictures = TenPictures();
+  fmt::print("picture    bytes  libavcodec    ours (dB, all planes)\n");
+  for (const int scale : {1, 2, 4}) {
+    const Bytes stream =
+        EncodeByFfmpeg(pictures, fmt::format("-qmin 1 -qmax 28 -q:v {} -trellis 1 -intra_vlc 1 "
+                                             "-non_linear_quant 1 -dc 1",
+                                             scale));
+    const std::vector<std::size_t> sizes = PictureSizes(stream);
+    const auto theirs = DecodeByFfmpeg(stream, 720, 576).Pictures;
+    ASSERT_EQ(sizes.size(), pictures.size());
+    ASSERT_EQ(theirs.size(), pictures.size());
+    const Bytes header = EncodeBitmap(Picture(720, 576), {}, Rules::Players);
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+      const Bytes still = Joined(Bytes(header.begin(), header.begin() + StillHeaderBytes),
+                                 EncodeIntraSlices(pictures[i], sizes[i] - StillHeaderBytes));
+      EXPECT_LE(still.size(), sizes[i]);
+      const double their = Psnr(pictures[i], theirs[i]);
+      const double our = Psnr(pictures[i], *DecodeIntraPicture(still, true));
+      fmt::print("{:7} {:8} {:11.2f} {:7.2f}\n", i, sizes[i], their, our);
+      EXPECT_GE(our, their - 0.5);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quorvelant
