@@ -9,6 +9,8 @@
 #include "app/command_check.h"
 #include "app/command_command.h"
 #include "app/command_convert.h"
+#include "app/command_picture.h"
+#include "app/command_still.h"
 #include "app/command_subtitles.h"
 #include "app/version.h"
 
@@ -30,6 +32,8 @@ void AddCommands(CLI::App& program, CommandContext& context) {
   AddConvertCommand(program, context);
   AddCommandCommand(program, context);
   AddSubtitlesCommand(program, context);
+  AddPictureCommand(program, context);
+  AddStillCommand(program, context);
 }
 
 int Run(CLI::App& program, std::span<const std::string> arguments, CommandContext& context,

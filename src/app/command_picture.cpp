@@ -1,0 +1,127 @@
+#include "app/command_picture.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+
+#include "analysis/picture_index.h"
+#include "analysis/video_info.h"
+#include "base/random.h"
+#include "base/timecode.h"
+#include "codec/colors.h"
+#include "codec/intra_decoder.h"
+#include "platform/picture_service.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::string_view Title = "Picture";
+constexpr std::string_view NoVideo = "this is no MPEG video";
+constexpr std::string_view NoPicture = "there is no picture that stands on its own";
+constexpr std::string_view NotATime = "is no time: hours, minutes, seconds and frames as in 00:01:30:00";
+
+// Behind the first picture, which is where an index entry ends, its second field may follow.
+constexpr std::uint64_t SecondFieldBytes = std::uint64_t{512} << 10;
+// No intra picture of a usable size takes more.
+constexpr std::uint64_t MostBytes = std::uint64_t{16} << 20;
+
+struct PictureOptions {
+  std::string File;
+  std::string At = "00:00:00:00";
+  std::string Output;
+};
+
+std::string TimeFault(const std::string& text) {
+  const bool digits = text.find_first_not_of("0123456789:;") == std::string::npos;
+  const auto marks = std::count_if(text.begin(), text.end(), [](char c) { return c == ':' || c == ';'; });
+  return digits && marks == 3 ? std::string() : fmt::format("{} {}", text, NotATime);
+}
+
+// The index beside the file while it is no older than the file, otherwise a walk through the file. Nothing
+// is written: looking at a picture leaves nothing behind.
+std::optional<PictureIndex> IndexOf(const std::string& file, Random& files, int slot, UserInterface& ui) {
+  const IndexStore none;
+  if (!IndexIsOlder(file)) {
+    if (auto kept = FindPictureIndex(file, none); kept && !kept->Entries.empty()) {
+      return kept;
+    }
+  }
+  return ScanPictures(files, slot, {}, ui);
+}
+
+const PictureIndex::Entry& Nearest(const PictureIndex& index, std::int64_t frame) {
+  return *std::min_element(index.Entries.begin(), index.Entries.end(), [frame](const auto& a, const auto& b) {
+    return std::llabs(a.Frame - frame) < std::llabs(b.Frame - frame);
+  });
+}
+
+Bytes ReadEntry(const PictureIndex::Entry& entry, Random& files, int slot) {
+  const std::uint64_t fileBytes = files.FileBytes(slot);
+  if (entry.Offset >= fileBytes) {
+    return {};
+  }
+  const std::uint64_t wanted = std::min(entry.Size, MostBytes) + SecondFieldBytes;
+  Bytes bytes(static_cast<std::size_t>(std::min(wanted, fileBytes - entry.Offset)));
+  files.SeekAbsolute(entry.Offset, slot);
+  bytes.resize(files.ReadInto(bytes, slot));
+  return bytes;
+}
+
+int Run(const PictureOptions& options, CommandContext& context) {
+  UserInterface& ui = context.Ui;
+  constexpr int Slot = 0;
+  Random files(ui);
+  files.DimFiles(Slot);
+  if (!files.OpenSource(options.File, Slot)) {
+    return ExitFailed;
+  }
+  const auto info = GetVideoInfo(options.File, true, ui);
+  if (!info || info->Coding == "NO") {
+    TellError(ui, Title, NoVideo, options.File);
+    return ExitFailed;
+  }
+  const auto index = IndexOf(options.File, files, Slot, ui);
+  if (!index) {
+    return ExitFailed;  // stopped
+  }
+  if (index->Entries.empty()) {
+    TellError(ui, Title, NoPicture, options.File);
+    return ExitFailed;
+  }
+  const int rate = FramesPerSecond(info->Standard);
+  const PictureIndex::Entry& entry = Nearest(*index, TimecodeToFrames(options.At, rate));
+  const auto planes = DecodeIntraPicture(ReadEntry(entry, files, Slot), info->Coding == "MPEG2");
+  if (!planes) {
+    TellError(ui, Title, NoPicture, fmt::format("{}@{}", options.File, entry.Offset));
+    return ExitFailed;
+  }
+  MakePictureService()->Save(PictureFromPlanes(*planes), options.Output);
+  context.Out << fmt::format("{}x{}, frame {} ({}), written to {}\n", planes->Y().Width, planes->Y().Height,
+                             entry.Frame, FramesToTimecode(entry.Frame, rate), options.Output);
+  return ExitDone;
+}
+
+}  // namespace
+
+void AddPictureCommand(CLI::App& program, CommandContext& context) {
+  const auto options = std::make_shared<PictureOptions>();
+  CLI::App* command =
+      program.add_subcommand("picture", "Writes the picture of a video file that stands nearest to a time");
+  command->add_option("file", options->File, "MPEG video file")->required()->type_name("FILE.m2v");
+  command->add_option("--at", options->At, "Time: hours, minutes, seconds, frames")
+      ->check(TimeFault, "", "time")
+      ->type_name("HH:MM:SS:FF")
+      ->capture_default_str();
+  command->add_option("-o,--output", options->Output, "Picture to write, .png or .bmp")
+      ->required()
+      ->type_name("OUT.png");
+  command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
+}
+
+}  // namespace quorvelant

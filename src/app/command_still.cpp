@@ -1,0 +1,70 @@
+#include "app/command_still.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "base/file_text.h"
+#include "base/rules.h"
+#include "codec/still_encoder.h"
+#include "platform/picture_service.h"
+#include "project/import_video.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::string_view WriteTitle = "Still";
+constexpr std::string_view WriteText = "the stream cannot be written: {}";
+
+constexpr std::string_view SequenceEndCode{"\x00\x00\x01\xB7", 4};
+
+struct StillOptions {
+  std::string Input;
+  std::string Output;
+  std::string RuleSet = "players";
+  bool Wide = false;
+};
+
+int Run(const StillOptions& options, CommandContext& context) {
+  UserInterface& ui = context.Ui;
+  const Picture bitmap = MakePictureService()->Load(options.Input);
+  const Rules rules = options.RuleSet == "classic" ? Rules::Classic : Rules::Players;
+  const Bytes still = EncodeBitmap(bitmap, {.Wide = options.Wide}, rules);
+  if (still.empty()) {
+    TellError(ui, ImageSizeTitle, ImageSizeText, options.Input);
+    return ExitFailed;
+  }
+  std::string stream(still.begin(), still.end());
+  stream += SequenceEndCode;
+  if (const int refused = WriteAside(options.Output, stream); refused != 0) {
+    const std::string reason = std::generic_category().message(refused);
+    TellError(ui, WriteTitle, fmt::format(fmt::runtime(WriteText), reason), options.Output);
+    return ExitFailed;
+  }
+  context.Out << fmt::format("{} bytes, written to {}\n", stream.size(), options.Output);
+  return ExitDone;
+}
+
+}  // namespace
+
+void AddStillCommand(CLI::App& program, CommandContext& context) {
+  const auto options = std::make_shared<StillOptions>();
+  CLI::App* command =
+      program.add_subcommand("still", "Turns a picture of a disc's size into a stream of one video picture");
+  command->add_option("input", options->Input, "Picture: 720x576, 720x480, 360x288 or 360x240")
+      ->required()
+      ->type_name("IN.bmp");
+  command->add_option("output", options->Output, "Video stream to write")->required()->type_name("OUT.m2v");
+  command->add_flag("--wide", options->Wide, "For a screen of 16:9");
+  command->add_option("--rules", options->RuleSet, "Whether colours are rounded or cut: players or classic")
+      ->check(CLI::IsMember({"players", "classic"}))
+      ->capture_default_str();
+  command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
+}
+
+}  // namespace quorvelant
