@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "app/command_form.h"
+#include "support/folders.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -30,7 +31,7 @@ constexpr std::string_view Faulty =
     "Item=Program\nItem=Cell\nUsingScene=s\n";
 
 TEST(CheckCommand, TheDemoIsClean) {
-  const CommandRun run({"check", QUORVELANT_SOURCE_DIR "/examples/demo.qvp"});
+  const CommandRun run({"check", SourceFile("examples/demo.qvp")});
   EXPECT_EQ(run.Status, ExitDone);
   EXPECT_THAT(run.Ui.Messages, testing::IsEmpty());
   EXPECT_THAT(run.Out, HasSubstr("size 720x576, aspect 4:3"));
@@ -59,7 +60,7 @@ TEST(CheckCommand, FaultsAreToldOnceAndFail) {
 TEST(ConvertCommand, WritesTheOwnDialect) {
   const TempFolder folder;
   const std::string out = folder / "own.qvp";
-  const CommandRun convert({"convert", QUORVELANT_SOURCE_DIR "/tests/project/data/other_dialect.scp", out});
+  const CommandRun convert({"convert", SourceFile("tests/project/data/other_dialect.scp"), out});
   EXPECT_EQ(convert.Status, ExitDone);
   ASSERT_EQ(convert.Ui.Messages.size(), 1U);  // the script left the folder of its sources
   EXPECT_EQ(convert.Ui.Messages[0].Title, "Sources Not Found");

@@ -5,6 +5,7 @@
 
 #include <sstream>
 
+#include "support/folders.h"
 #include "support/recording_ui.h"
 
 namespace quorvelant {
@@ -79,7 +80,7 @@ TEST(CommandCommand, SaysWhatItCannotDo) {
 }
 
 TEST(CommandCommand, NamesAreLookedUpInAProject) {
-  const std::string script = QUORVELANT_SOURCE_DIR "/examples/demo.qvp";
+  const std::string script = SourceFile("examples/demo.qvp");
   const std::vector<std::string> texts{"LinkPGCN VTS1_Title2_PGC1", "JumpVTS_PTT VTS1_Title1_PGC1_PG3"};
   const auto with = [&](const std::string& rules) {
     std::vector<std::string> arguments{"--project", script, "--rules", rules};

@@ -5,6 +5,7 @@
 
 #include "base/text.h"
 #include "project/outline_json.h"
+#include "support/folders.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -129,7 +130,7 @@ std::string Fenced(const std::string& page, const std::string& kind) {
 }
 
 TEST(Outline, TheExampleOfTheFormatPageIsWhatItShows) {
-  const std::string page = TempFolder::Read(QUORVELANT_SOURCE_DIR "/docs/formats/script.md");
+  const std::string page = TempFolder::Read(SourceFile("docs/formats/script.md"));
   RecordingUi ui;
   Project project;
   const std::string script = Fenced(page, "qvp");

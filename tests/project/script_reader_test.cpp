@@ -9,6 +9,7 @@
 
 #include "project/script_writer.h"
 #include "project_generator.h"
+#include "support/folders.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -29,7 +30,7 @@ struct Loaded {
 };
 
 std::string Fixture(std::string_view name) {
-  return TempFolder::Read(std::string(QUORVELANT_SOURCE_DIR "/tests/project/data/").append(name));
+  return TempFolder::Read(SourceFile("tests/project/data/").append(name));
 }
 
 TEST(ScriptReader, FolderGetsItsName) {

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "support/folders.h"
 #include "support/temp_folder.h"
 
 namespace quorvelant {
@@ -36,7 +37,7 @@ std::string WithOutput(std::string command, const std::string& file) {
 std::string Cached(const std::string& command, std::string_view kind, std::string_view extension) {
   namespace fs = std::filesystem;
   static std::atomic<int> counter{0};
-  const fs::path folder = fs::path(QUORVELANT_BINARY_DIR) / "media";
+  const fs::path folder = fs::path(BuildFile("media"));
   const fs::path wanted = folder / fmt::format("{}-{:016x}.{}", kind, Fingerprint(command), extension);
   if (fs::exists(wanted)) {
     return wanted.string();
@@ -136,8 +137,7 @@ FlashAndBeep SampleFlashAndBeep(std::string_view standard, int seconds) {
 std::optional<std::string> SharedFile(std::string_view name) {
   namespace fs = std::filesystem;
   const char* named = std::getenv("QUORVELANT_SHARED");  // NOLINT(concurrency-mt-unsafe): nobody sets it
-  const fs::path folder =
-      named != nullptr ? fs::path(named) : fs::path(QUORVELANT_SOURCE_DIR) / ".." / "shared";
+  const fs::path folder = named != nullptr ? fs::path(named) : fs::path(SourceFile("../shared"));
   const fs::path file = folder / name;
   return fs::exists(file) ? std::optional(file.string()) : std::nullopt;
 }

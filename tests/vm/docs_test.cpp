@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/text.h"
+#include "support/folders.h"
 #include "vm/decoder.h"
 #include "vm/resolver.h"
 
@@ -12,7 +13,7 @@ namespace quorvelant {
 namespace {
 
 TEST(CommandsPage, EveryExampleHasItsDigits) {
-  std::ifstream page(QUORVELANT_SOURCE_DIR "/docs/commands.md");
+  std::ifstream page(SourceFile("docs/commands.md"));
   std::string line;
   int examples = 0;
   while (std::getline(page, line)) {
