@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::string_view MovedTitle = "Sources Not Found";
 constexpr std::string_view MovedText =
-    "Relative paths count from the script's folder: from \"{}\" on {} source files are looked for in \"{}\"";
+    R"(Relative paths count from the script's folder: from "{}" on {} source files are looked for in "{}")";
 
 struct ConvertOptions {
   std::string In;

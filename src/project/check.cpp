@@ -152,7 +152,7 @@ void Checking::CheckButtons(const HighlightPlay& play, const std::string& key) {
     for (const std::string& link : {button.Up, button.Down, button.Left, button.Right}) {
       if (!link.empty() && !names.contains(link)) {
         Add(Severity::Warning, LinkMissingTitle,
-            fmt::format("Button \"{}\" links to a button that does not exist, so it stays on itself: \"{}\"",
+            fmt::format(R"(Button "{}" links to a button that does not exist, so it stays on itself: "{}")",
                         button.Name, link),
             key);
       }

@@ -69,6 +69,23 @@ void NameTrack(Track& track, std::size_t index) {
   track.Letter = Contains(mode, "letterbox");
 }
 
+// Every track has a first scene, and every scene a name to be used by.
+void NameScenes(Track& track, std::size_t index, ReaderState& state) {
+  if (track.Scenes.empty()) {
+    track.Scenes.emplace_back();
+  }
+  for (std::size_t i = 0; i < track.Scenes.size(); ++i) {
+    Scene& scene = track.Scenes[i];
+    if (scene.Name.empty()) {
+      scene.Name = fmt::format("{}_Scene{}", track.TrackName, i + 1);
+      // Scene names are one of a kind in a project, track names are not.
+      while (!state.Scenes.emplace(scene.Name, ScenePlace{index, i}).second) {
+        scene.Name += fmt::format("_{}", index + 1);
+      }
+    }
+  }
+}
+
 void ScanTrack(Track& track, const SourceScanner& scanner, const std::string& folder) {
   if (!track.VideoPlays.empty() && !track.VideoPlays.front().File.empty()) {
     if (const auto seen = scanner.Video(SystemPath(track.VideoPlays.front().File, folder))) {
@@ -102,6 +119,7 @@ void CreateTrackList(Build& build) {
   for (std::size_t i = 0; i < build.Target.Tracks.Count(); ++i) {
     Track& track = build.Target.Tracks[i];
     NameTrack(track, i);
+    NameScenes(track, i, build.State);
     FillFormats(track);
     if (build.Options.Scanner != nullptr) {
       ScanTrack(track, *build.Options.Scanner, folder);

@@ -14,11 +14,7 @@ namespace {
 // --- PGC ---
 
 bool SetPgcNumber(ReaderState& state, std::string_view value, std::size_t still) {
-  if (state.Pgc == nullptr) {
-    return false;
-  }
-  (still != 0 ? state.Pgc->StillTime : state.Pgc->Repeat) = LeadingNumber(value);
-  return true;
+  return SetNumber(state.Pgc, still != 0 ? &PGC_P::StillTime : &PGC_P::Repeat, value);
 }
 bool SetPlayBack(ReaderState& state, std::string_view value, std::size_t /*number*/) {
   constexpr std::array<std::string_view, 3> Modes{"sequential playback", "random playback",
@@ -31,11 +27,7 @@ bool SetPlayBack(ReaderState& state, std::string_view value, std::size_t /*numbe
   return state.Pgc != nullptr;
 }
 bool SetPaletteName(ReaderState& state, std::string_view value, std::size_t /*number*/) {
-  if (state.Pgc == nullptr) {
-    return false;
-  }
-  state.Pgc->PaletteName = value;
-  return true;
+  return SetText(state.Pgc, &PGC_P::PaletteName, value);
 }
 constexpr std::array PgcLinks{&PGC_P::NextPGC, &PGC_P::PrevPGC, &PGC_P::GoUpPGC};
 bool SetPgcLink(ReaderState& state, std::string_view value, std::size_t which) {
@@ -66,50 +58,27 @@ bool SetLanguageUnit(ReaderState& state, std::string_view value, std::size_t /*n
 // --- entry ---
 
 bool SetLetterBoxed(ReaderState& state, std::string_view value, std::size_t menu) {
-  if (state.Entry == nullptr) {
-    return false;
-  }
-  (menu != 0 ? state.Entry->MenuLetterBoxed : state.Entry->TitleLetterBoxed) = IsWord(value, "letterboxed");
-  return true;
+  return SetSwitch(state.Entry, menu != 0 ? &VTS_P::MenuLetterBoxed : &VTS_P::TitleLetterBoxed,
+                   IsWord(value, "letterboxed"));
 }
 bool SetCameraMode(ReaderState& state, std::string_view value, std::size_t /*number*/) {
-  if (state.Entry == nullptr) {
-    return false;
-  }
-  state.Entry->TitleCameraMode = IsWord(value, "film mode") || IsWord(value, "film");
-  return true;
+  return SetSwitch(state.Entry, &VTS_P::TitleCameraMode, IsWord(value, "film mode") || IsWord(value, "film"));
 }
 
 // --- cell ---
 
 constexpr std::array CellNumbers{&Cell_P::StillTime, &Cell_P::CellCommand};
 bool SetCellNumber(ReaderState& state, std::string_view value, std::size_t which) {
-  if (state.Cell == nullptr) {
-    return false;
-  }
-  state.Cell->*CellNumbers[which] = LeadingNumber(value);
-  return true;
+  return SetNumber(state.Cell, CellNumbers[which], value);
 }
 bool SetScene(ReaderState& state, std::string_view value, std::size_t /*number*/) {
-  if (state.Cell == nullptr) {
-    return false;
-  }
-  state.Cell->SceneUsed = value;
-  return true;
+  return SetText(state.Cell, &Cell_P::SceneUsed, value);
 }
 bool SetSeamless(ReaderState& state, std::string_view value, std::size_t /*number*/) {
-  if (state.Cell == nullptr) {
-    return false;
-  }
-  state.Cell->Seamless = IsWord(value, "seamless") || IsWord(value, "1");
-  return true;
+  return SetSwitch(state.Cell, &Cell_P::Seamless, IsWord(value, "seamless") || IsWord(value, "1"));
 }
 bool SetRestricted(ReaderState& state, std::string_view value, std::size_t /*number*/) {
-  if (state.Cell == nullptr) {
-    return false;
-  }
-  state.Cell->RestrictedAccess = IsWord(value, "prohibited") || IsOn(value);
-  return true;
+  return SetSwitch(state.Cell, &Cell_P::RestrictedAccess, IsWord(value, "prohibited") || IsOn(value));
 }
 
 // --- commands ---
@@ -152,11 +121,7 @@ bool SetToAction(ReaderState& state, std::string_view value, std::size_t /*numbe
 // --- policies and maps ---
 
 bool SetCustom(ReaderState& state, std::string_view value, std::size_t sub) {
-  if (state.Title == nullptr) {
-    return false;
-  }
-  (sub != 0 ? state.Title->SubCustom : state.Title->Custom) = IsWord(value, "custom");
-  return true;
+  return SetSwitch(state.Title, sub != 0 ? &Title_P::SubCustom : &Title_P::Custom, IsWord(value, "custom"));
 }
 bool SetAudioPolicy(ReaderState& state, std::string_view value, std::size_t stream) {
   if (state.Title == nullptr) {

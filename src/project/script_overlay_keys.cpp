@@ -25,12 +25,7 @@ SubPicturePlay* OpenPicture(ReaderState& state) {
 }
 
 bool SetForced(ReaderState& state, std::string_view value, std::size_t /*number*/) {
-  SubPicturePlay* play = OpenPicture(state);
-  if (play == nullptr) {
-    return false;
-  }
-  play->Forced = IsOn(value);
-  return true;
+  return SetSwitch(OpenPicture(state), &SubPicturePlay::Forced, IsOn(value));
 }
 bool SetOrigin(ReaderState& state, std::string_view value, std::size_t /*number*/) {
   SubPicturePlay* play = OpenPicture(state);
@@ -132,12 +127,7 @@ bool SetHighlightTime(ReaderState& state, std::string_view value, std::size_t se
 constexpr std::array HighlightNumbers{&HighlightPlay::ForcedAction, &HighlightPlay::ForcedSelect,
                                       &HighlightPlay::Offset, &HighlightPlay::NumericalButtons};
 bool SetHighlightNumber(ReaderState& state, std::string_view value, std::size_t which) {
-  HighlightPlay* play = Highlight(state);
-  if (play == nullptr) {
-    return false;
-  }
-  play->*HighlightNumbers[which] = LeadingNumber(value);
-  return true;
+  return SetNumber(Highlight(state), HighlightNumbers[which], value);
 }
 bool SetButtonMode(ReaderState& state, std::string_view value, std::size_t number) {
   HighlightPlay* play = Highlight(state);
@@ -212,30 +202,15 @@ bool SetChannel(ReaderState& state, std::string_view value, std::size_t channel)
 }
 
 bool SetAutoAction(ReaderState& state, std::string_view value, std::size_t /*number*/) {
-  HighlightButton* button = Button(state);
-  if (button == nullptr) {
-    return false;
-  }
-  button->AutoAction = IsOn(value);
-  return true;
+  return SetSwitch(Button(state), &HighlightButton::AutoAction, IsOn(value));
 }
 bool SetButtonScheme(ReaderState& state, std::string_view value, std::size_t /*number*/) {
-  HighlightButton* button = Button(state);
-  if (button == nullptr) {
-    return false;
-  }
-  button->ColorScheme = LeadingNumber(value);
-  return true;
+  return SetNumber(Button(state), &HighlightButton::ColorScheme, value);
 }
 constexpr std::array Links{&HighlightButton::Up, &HighlightButton::Down, &HighlightButton::Left,
                            &HighlightButton::Right};
 bool SetLink(ReaderState& state, std::string_view value, std::size_t which) {
-  HighlightButton* button = Button(state);
-  if (button == nullptr) {
-    return false;
-  }
-  button->*Links[which] = value;
-  return true;
+  return SetText(Button(state), Links[which], value);
 }
 constexpr std::array Corners{&HighlightArea::X1, &HighlightArea::Y1, &HighlightArea::X2, &HighlightArea::Y2};
 bool SetCorner(ReaderState& state, std::string_view value, std::size_t which) {
@@ -302,12 +277,7 @@ bool SetNumericalButtons(ReaderState& state, std::string_view value, std::size_t
 }
 
 bool SetButtonNumber(ReaderState& state, std::string_view value, std::size_t /*number*/) {
-  HighlightButton* button = Button(state);
-  if (button == nullptr) {
-    return false;
-  }
-  button->Number = LeadingNumber(value);
-  return true;
+  return SetNumber(Button(state), &HighlightButton::Number, value);
 }
 
 bool SetArea(ReaderState& state, std::string_view value, std::size_t number) {

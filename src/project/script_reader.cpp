@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -26,7 +27,7 @@ constexpr std::size_t LongLineBytes = 128;
 constexpr std::size_t ProgressSteps = 100;
 
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view WideMarks[]{"\xFF\xFE", "\xFE\xFF"};
+constexpr std::array<std::string_view, 2> WideMarks{"\xFF\xFE", "\xFE\xFF"};
 
 // Everything but a destination that was given ahead of the load.
 void ResetProject(Project& project, const std::string& file) {
@@ -150,7 +151,7 @@ bool Reading::ReadLines() {
   while (lines_.Next()) {
     std::string_view line = lines_.Line();
     if (lines_.Number() == 1) {
-      if (std::any_of(std::begin(WideMarks), std::end(WideMarks),
+      if (std::any_of(WideMarks.begin(), WideMarks.end(),
                       [line](std::string_view mark) { return line.starts_with(mark); })) {
         return Fail(ScriptUnreadableTitle, std::string(ScriptIsWideText) + state_.Target.ScriptFile);
       }

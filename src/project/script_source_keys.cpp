@@ -52,12 +52,7 @@ bool SetSubFolder(ReaderState& state, std::string_view value, std::size_t /*numb
 // --- tracks ---
 
 bool SetFrameCount(ReaderState& state, std::string_view value, std::size_t /*number*/) {
-  Track* track = state.OpenTrack();
-  if (track == nullptr) {
-    return false;
-  }
-  track->FrameCount = LeadingNumber(value);
-  return true;
+  return SetNumber(state.OpenTrack(), &Track::FrameCount, value);
 }
 bool SetExtend(ReaderState& state, std::string_view value, std::size_t subtitle) {
   Track* track = state.OpenTrack();

@@ -1,6 +1,7 @@
 // The lines of a script in the making.
 #pragma once
 
+#include <array>
 #include <charconv>
 #include <cstdint>
 #include <initializer_list>
@@ -81,9 +82,9 @@ class ScriptText {
  private:
   void Begin(std::string_view start) { text_.append(level_, '\t').append(start); }
   void Append(std::int64_t number) {
-    char digits[24];
-    const char* end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
-    text_.append(digits, static_cast<std::size_t>(end - digits));
+    std::array<char, 24> digits{};
+    const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    text_.append(digits.data(), static_cast<std::size_t>(end - digits.data()));
   }
   void End() { text_.append("\r\n"); }
 

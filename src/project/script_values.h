@@ -47,6 +47,29 @@ inline bool IsOn(std::string_view value) {
   return IsWord(value, "yes") || IsWord(value, "true") || IsWord(value, "1");
 }
 
+// One field of what is open; false where nothing is.
+template <class Owner>
+bool SetText(Owner* owner, std::string Owner::*field, std::string_view value) {
+  if (owner != nullptr) {
+    owner->*field = value;
+  }
+  return owner != nullptr;
+}
+template <class Owner>
+bool SetNumber(Owner* owner, std::int32_t Owner::*field, std::string_view value) {
+  if (owner != nullptr) {
+    owner->*field = LeadingNumber(value);
+  }
+  return owner != nullptr;
+}
+template <class Owner>
+bool SetSwitch(Owner* owner, bool Owner::*field, bool on) {
+  if (owner != nullptr) {
+    owner->*field = on;
+  }
+  return owner != nullptr;
+}
+
 // A timecode with ";" read as ":".
 inline std::string ColonTimecode(std::string_view value) {
   return Replace(Trim(value), ";", ":");

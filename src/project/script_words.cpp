@@ -91,15 +91,15 @@ bool TakeNumberSign(ReaderState& state, const Vocabulary& vocabulary, std::strin
 }  // namespace
 
 bool TakeLine(ReaderState& state) {
-  static const Vocabulary Words;
+  static const Vocabulary vocabulary;
   state.SkipReason = MisplacedLine;
-  if (const Action* line = Find(Words.Lines, state.Lower)) {
+  if (const Action* line = Find(vocabulary.Lines, state.Lower)) {
     return line->Do(state, {}, line->Number);
   }
   const std::size_t equal = state.Lower.find('=');
   const std::string_view value = state.Value;
   if (equal != std::string_view::npos) {
-    if (const Action* key = Find(Words.Keys, Trim(state.Lower.substr(0, equal)))) {
+    if (const Action* key = Find(vocabulary.Keys, Trim(state.Lower.substr(0, equal)))) {
       return key->Do(state, value, key->Number);
     }
   }
@@ -107,7 +107,7 @@ bool TakeLine(ReaderState& state) {
     return Prohibit(state);
   }
   if (Contains(state.Lower, "#")) {
-    return TakeNumberSign(state, Words, value);
+    return TakeNumberSign(state, vocabulary, value);
   }
   state.SkipReason = UnknownLine;
   return false;

@@ -237,6 +237,12 @@ TEST(ScriptReader, FirstFilesFillWhatTheScriptLacks) {
   EXPECT_THAT(analysed, ElementsAre(0U, 1U));
 }
 
+TEST(ScriptReader, ScenesWithoutANameGetOneOfTheirOwn) {
+  const Loaded loaded("Item=Track\nName=T\nItem=Track\nName=T\nItem=Scene\nItem=Scene\nName=T_Scene1_2\n");
+  EXPECT_EQ(loaded.Target.Tracks[0].Scenes.at(0).Name, "T_Scene1");
+  EXPECT_EQ(loaded.Target.Tracks[1].Scenes.at(0).Name, "T_Scene1_2_2");
+}
+
 TEST(ScriptReader, OtherDialectIsReadWhole) {
   const Loaded loaded(Fixture("other_dialect.scp"));
   for (const SkippedLine& line : loaded.Result.Skipped) {
