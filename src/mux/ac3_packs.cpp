@@ -119,7 +119,7 @@ AudioPack WriteAc3Pack(AudioState& stream, ByteSpan sector, SystemClockReference
     header.Pts = stream.NextPts;
   }
   const std::size_t at = PutPacket(sector, scr, header, SubHeaderBytes + pack.PayloadBytes);
-  PutBytes(sector, at, 1, static_cast<std::uint64_t>(FirstSubstream + stream.Input->StreamNumber));
+  PutBytes(sector, at, 1, FirstSubstream + static_cast<std::uint64_t>(stream.Input->StreamNumber));
   PutBytes(sector, at + 1, 1, static_cast<std::uint64_t>(pack.Frames));
   // Counted from the byte behind the field, from 1.
   PutBytes(sector, at + 2, 2, pack.Frames > 0 ? pack.FirstFrame + 1 : 0);

@@ -20,7 +20,7 @@ struct Clock {
   }
   constexpr std::int64_t Fraction() const { return Units - WholeTicks() * UnitsPerTick; }
 
-  constexpr auto operator<=>(const Clock&) const = default;
+  constexpr auto operator<=>(const Clock&) const = default;  // NOLINT(modernize-use-nullptr): no pointer
   constexpr Clock operator+(Clock other) const { return {Units + other.Units}; }
   constexpr Clock operator-(Clock other) const { return {Units - other.Units}; }
   constexpr Clock& operator+=(Clock other) {

@@ -2,19 +2,26 @@
 
 namespace quorvelant {
 
+namespace {
+
+constexpr std::size_t MostAhead = 36;  // pictures: the fields of the longest GOP
+
+}  // namespace
+
 int BetweenHalves(const CodedPicture& reference, const PicturesAhead& ahead) {
   int halves = 0;
-  for (std::size_t i = 1;; ++i) {
+  for (std::size_t i = 1; i <= MostAhead; ++i) {
     const CodedPicture* next = ahead(i);
     if (next == nullptr) {
-      return halves;
+      break;
     }
     if (next->Type == PictureType::B) {
       halves += next->ShownHalves();
     } else if (!next->Field() || next->Temporal != reference.Temporal || i > 1) {
-      return halves;
+      break;
     }
   }
+  return halves;
 }
 
 DecodeSchedule::DecodeSchedule(const FrameTiming& timing)

@@ -81,7 +81,7 @@ AudioPack WritePcmPack(AudioState& stream, ByteSpan sector, SystemClockReference
     header.Pts.reset();
   }
   const std::size_t at = PutPacket(sector, scr, header, SubHeaderBytes + pack.PayloadBytes);
-  PutBytes(sector, at, 1, static_cast<std::uint64_t>(FirstSubstream + stream.Input->StreamNumber));
+  PutBytes(sector, at, 1, FirstSubstream + static_cast<std::uint64_t>(stream.Input->StreamNumber));
   PutBytes(sector, at + 1, 1, static_cast<std::uint64_t>(pack.Frames));
   PutBytes(sector, at + 2, 2, pack.Frames > 0 ? pack.FirstFrame + PointerToData : 0);
   PutBytes(sector, at + 4, 2, audioBits);

@@ -75,7 +75,7 @@ std::size_t PutSubpicturePacket(ByteSpan sector, ByteView rest, SubpicturePackFo
   std::size_t at = FieldsAt + fields;
   std::ranges::fill(sector.subspan(at, stuffing), std::uint8_t{0xFF});
   at += stuffing;
-  PutBytes(sector, at, 1, static_cast<std::uint64_t>(FirstSubstream + stream));
+  PutBytes(sector, at, 1, FirstSubstream + static_cast<std::uint64_t>(stream));
   std::ranges::copy(rest.first(taken), sector.subspan(at + 1).begin());
   PutPaddingPacket(sector, FlagsAt + length);
   return taken;

@@ -57,15 +57,15 @@ VideoBufferWait WaitForVideoBuffer(VideoBuffer& buffer, Clock scr, std::size_t p
 std::int64_t ChargeVideoBuffer(VideoBuffer& buffer, Clock scr, std::size_t payloadBytes) {
   const auto bytes = static_cast<std::int64_t>(payloadBytes);
   ReleasePictures(buffer, EndOf(scr, bytes));
-  const std::int64_t short_ = std::max(-buffer.Fill, std::int64_t{0});
-  if (short_ > 0) {
+  const std::int64_t missing = std::max(-buffer.Fill, std::int64_t{0});
+  if (missing > 0) {
     buffer.Fill = 0;
-    buffer.Owed += short_;
+    buffer.Owed += missing;
   }
   const std::int64_t late = std::min(buffer.Owed, bytes);
   buffer.Owed -= late;
   buffer.Fill += bytes - late;
-  return short_;
+  return missing;
 }
 
 }  // namespace quorvelant
