@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 
@@ -33,6 +34,7 @@ void ScanAc3(ByteView head, AudioAttributes& audio) {
   audio.FrameBytes = ac3::FrameBytes(head);
   audio.BitRate = audio.FrameBytes / 4;
   audio.SampleRate = ac3::StreamVersion(head) > 8 ? 0 : ac3::SampleRate(head);
+  audio.SampleRateHz = ac3::SampleRateHz(head);
   audio.Channels = ac3::Channels(head);
   audio.ServiceMode = ac3::ServiceMode(head);
   if (audio.FrameBytes == 0) {
@@ -48,6 +50,7 @@ void ScanDts(ByteView head, AudioAttributes& audio) {
   audio.FrameBytes = dts::FrameBytes(head);
   audio.BitRate = static_cast<std::int32_t>(std::lround(dts::Kbps(head)));
   audio.SampleRate = dts::SampleRate(head);
+  audio.SampleRateHz = audio.SampleRate * 1000;
   audio.Channels = dts::Channels(head);
 }
 
@@ -69,6 +72,8 @@ bool DtsExtensionFollows(const std::string& file, std::int32_t coreBytes, UserIn
 void ScanWave(const WaveFile& wave, AudioAttributes& audio) {
   audio.Problem = FaultText(wave.Fault);
   audio.SampleRate = wave.Format.KHz();
+  audio.SampleRateHz =
+      static_cast<std::int32_t>(std::min<std::uint32_t>(wave.Format.SamplesPerSecond, 1U << 30));
   audio.Quantisation = wave.Format.BitsPerSample;
   audio.Channels = PcmChannels(wave.Format.Channels);
   audio.BitRate = audio.SampleRate * audio.Quantisation * audio.ChannelCount();
@@ -119,8 +124,13 @@ std::optional<VideoAttributes> QuickScanVideo(const std::string& file, UserInter
 }
 
 double AudioAttributes::Seconds() const {
-  const double bytesPerSecond =
-      Format == "PCM" ? BitRate * 125.0 : FrameBytes / (Format == "AC3" ? 0.032 : 512 / 48000.0);
+  double bytesPerSecond = BitRate * 125.0;  // AC3
+  if (Format == "PCM") {
+    bytesPerSecond = SampleRateHz / 8.0 * ChannelCount() * Quantisation;
+  } else if (Format == "DTS") {
+    constexpr double SamplesAFrame = 512;
+    bytesPerSecond = HasExtension ? 0 : FrameBytes * SampleRateHz / SamplesAFrame;
+  }
   return bytesPerSecond > 0 ? static_cast<double>(DataBytes) / bytesPerSecond : 0;
 }
 

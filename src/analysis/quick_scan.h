@@ -25,10 +25,11 @@ std::optional<VideoAttributes> QuickScanVideo(const std::string& file, UserInter
                                               bool pulldownHandled = false);
 
 struct AudioAttributes {
-  std::string Format;           // "AC3", "PCM" or "DTS"
-  std::int32_t FrameBytes = 0;  // AC3: kbit/s times 4; DTS: the core's frame; PCM: 1/600 second
-  std::int32_t BitRate = 0;     // kbit/s; PCM: channels times bits times kHz
-  std::int32_t SampleRate = 0;  // kHz; 0 for an AC3 or DTS rate that no disc carries
+  std::string Format;             // "AC3", "PCM" or "DTS"
+  std::int32_t FrameBytes = 0;    // AC3: kbit/s times 4; DTS: the core's frame; PCM: 1/600 second
+  std::int32_t BitRate = 0;       // kbit/s; PCM: channels times bits times kHz
+  std::int32_t SampleRate = 0;    // kHz; 0 for an AC3 or DTS rate that no disc carries
+  std::int32_t SampleRateHz = 0;  // exact, whatever the rate
   AudioChannels Channels{};
   std::int32_t Quantisation = 0;  // bits, PCM only
   std::int32_t ServiceMode = 0;   // AC3 bit stream mode
@@ -40,7 +41,7 @@ struct AudioAttributes {
   std::string Problem = {};
 
   std::int32_t ChannelCount() const { return Channels[ChannelTotal]; }
-  double Seconds() const;  // from the sizes; 0 when unknown
+  double Seconds() const;  // from the sizes; 0 when unknown, as behind an HD extension
 };
 
 // `format` is "AC3", "PCM" or "DTS", or empty to go by the file's name. Nothing when the file is missing or

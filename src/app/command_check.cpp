@@ -2,12 +2,16 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <memory>
 #include <ostream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "app/open_project.h"
 #include "project/check.h"
+#include "project/check_sources.h"
 #include "project/outline_json.h"
 
 namespace quorvelant {
@@ -17,6 +21,7 @@ namespace {
 struct CheckOptions {
   std::string Project;
   bool Json = false;
+  bool Sources = false;
 };
 
 constexpr std::string_view SeverityWord(Severity level) {
@@ -68,11 +73,32 @@ void PrintJson(const Project& project, const LoadResult& load, const CheckReport
   out << JsonText(json) << '\n';
 }
 
+// The report with its look for source files replaced by what reading their heads found.
+CheckReport WithSources(CheckReport report, const Project& project, UserInterface& ui) {
+  std::erase_if(report.Messages, [](const Message& message) {
+    return message.Title == SourceMissingTitle || message.Title == SourceUnreadTitle;
+  });
+  for (Message& finding : CheckSources(project, Rules::Players, ui)) {
+    report.Messages.push_back(std::move(finding));
+  }
+  const auto count = [&report](Severity level) {
+    return static_cast<std::size_t>(
+        std::count_if(report.Messages.begin(), report.Messages.end(),
+                      [level](const Message& message) { return message.Level == level; }));
+  };
+  report.ErrorCount = count(Severity::Error);
+  report.WarningCount = count(Severity::Warning);
+  return report;
+}
+
 int Run(const CheckOptions& options, CommandContext& context) {
   Project project;
   SilentBoxes quiet(context.Ui);  // the report holds what the load would say
   const LoadResult load = OpenProject(options.Project, project, Rules::Players, quiet);
-  const CheckReport report = CheckProject(project, load);
+  CheckReport report = CheckProject(project, load);
+  if (options.Sources) {
+    report = WithSources(std::move(report), project, context.Ui);
+  }
   if (options.Json) {
     PrintJson(project, load, report, context.Out);
     return report.ErrorCount == 0 ? ExitDone : ExitFailed;
@@ -95,6 +121,8 @@ void AddCheckCommand(CLI::App& program, CommandContext& context) {
   command->add_option("project", options->Project, "Project script of either dialect")
       ->required()
       ->type_name("PROJECT");
+  command->add_flag("--sources", options->Sources,
+                    "Open every source: report what is missing, refused or mismatched");
   command->add_flag("--json", options->Json, "Print one JSON object");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
 }

@@ -9,7 +9,9 @@
 #include "app/command_check.h"
 #include "app/command_command.h"
 #include "app/command_convert.h"
+#include "app/command_index.h"
 #include "app/command_picture.h"
+#include "app/command_probe.h"
 #include "app/command_still.h"
 #include "app/command_subtitles.h"
 #include "app/version.h"
@@ -30,6 +32,8 @@ constexpr std::string_view Footer =
 void AddCommands(CLI::App& program, CommandContext& context) {
   AddCheckCommand(program, context);
   AddConvertCommand(program, context);
+  AddProbeCommand(program, context);
+  AddIndexCommand(program, context);
   AddCommandCommand(program, context);
   AddSubtitlesCommand(program, context);
   AddPictureCommand(program, context);

@@ -11,9 +11,9 @@
 namespace quorvelant {
 
 // Titles of the findings: what the trouble is.
-inline constexpr std::string_view SourceMissing = "Missing source";
-inline constexpr std::string_view SourceRefused = "Refused source";        // no disc can carry it
-inline constexpr std::string_view SourceMismatched = "Mismatched source";  // not like the first, or the track
+inline constexpr std::string_view SourceMissing = "Missing Source";
+inline constexpr std::string_view SourceRefused = "Refused Source";        // no disc can carry it
+inline constexpr std::string_view SourceMismatched = "Mismatched Source";  // not like the first, or the track
 inline constexpr std::string_view SourceNote = "Source";
 
 // Looks at the head of each video, audio and subtitle file of the live tracks, in their order. A finding's

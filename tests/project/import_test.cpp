@@ -383,17 +383,17 @@ TEST_F(Imports, CheckOfSources) {
     report += fmt::format("{} | {} | {}\n", found.Place, found.Title, found.Text);
   }
   EXPECT_EQ(report,
-            "Track.0.Video1 (T0) | Mismatched source | 'good.m2v': PAL where the track is NTSC\n"
-            "Track.0.Video2 (T0) | Mismatched source | 'wide.m2v': PAL where the track is NTSC\n"
-            "Track.0.Video2 (T0) | Mismatched source | 'wide.m2v': MPEG2 PAL 720x576 16:9 where the first "
+            "Track.0.Video1 (T0) | Mismatched Source | 'good.m2v': PAL where the track is NTSC\n"
+            "Track.0.Video2 (T0) | Mismatched Source | 'wide.m2v': PAL where the track is NTSC\n"
+            "Track.0.Video2 (T0) | Mismatched Source | 'wide.m2v': MPEG2 PAL 720x576 16:9 where the first "
             "play is MPEG2 "
             "PAL 720x576 4:3\n"
-            "Track.0.Video3 (T0) | Missing source | 'gone.m2v': there is no such file\n"
-            "Track.0.Audio1.AudioPlay2 (T0) | Mismatched source | 'sub/b.ac3': AC3 48 kHz, 384 kbit/s, 2 "
+            "Track.0.Video3 (T0) | Missing Source | 'gone.m2v': there is no such file\n"
+            "Track.0.Audio1.AudioPlay2 (T0) | Mismatched Source | 'sub/b.ac3': AC3 48 kHz, 384 kbit/s, 2 "
             "channels where "
             "the first play is AC3 48 kHz, 192 kbit/s, 2 channels\n"
-            "Track.0.Audio2.AudioPlay1 (T0) | Refused source | 'c.wav': its sample rate is not 48 kHz\n"
-            "Track.1.Video1 (T1) | Refused source | '" +
+            "Track.0.Audio2.AudioPlay1 (T0) | Refused Source | 'c.wav': its sample rate is not 48 kHz\n"
+            "Track.1.Video1 (T1) | Refused Source | '" +
                 (Folder / "s.bmp") +
                 "': a bitmap of 100x100: sizes are 720x576, 360x288, 720x480 and 360x240\n");
   EXPECT_TRUE(Ui.Messages.empty());

@@ -1,0 +1,64 @@
+#include "app/command_probe.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "app/probe_report.h"
+
+namespace quorvelant {
+
+namespace {
+
+struct ProbeOptions {
+  std::vector<std::string> Files;
+  std::string RuleSet = "players";
+  bool Json = false;
+};
+
+// Done when each file was read and is of a kind that discs are made of, whether a disc can carry it or not.
+int Run(const ProbeOptions& options, CommandContext& context) {
+  const Rules& rules = options.RuleSet == "classic" ? Rules::Classic : Rules::Players;
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  bool good = true;
+  for (const std::string& file : options.Files) {
+    context.Ui.Status("Reading " + file);
+    const auto report = ProbeFile(file, rules, context.Ui);
+    good = good && report && report->Known();
+    if (context.Ui.StopRequested()) {
+      return ExitFailed;
+    }
+    if (!report) {
+      continue;
+    }
+    if (options.Json) {
+      list.push_back(ProbeJson(*report));
+    } else {
+      context.Out << ProbeText(*report);
+    }
+  }
+  if (options.Json) {
+    // File names are bytes: what is no UTF-8 is shown by the replacement character.
+    context.Out << list.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+  }
+  return good ? ExitDone : ExitFailed;
+}
+
+}  // namespace
+
+void AddProbeCommand(CLI::App& program, CommandContext& context) {
+  const auto options = std::make_shared<ProbeOptions>();
+  CLI::App* command = program.add_subcommand(
+      "probe", "Tells what source files are, whether a disc can carry them, and if not why");
+  command->add_option("file", options->Files, "Video, audio and bitmap files")->required()->type_name("FILE");
+  command->add_option("--rules", options->RuleSet, "Where the samples of WAV files start: players or classic")
+      ->check(CLI::IsMember({"players", "classic"}))
+      ->capture_default_str();
+  command->add_flag("--json", options->Json, "Print one JSON array");
+  command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
+}
+
+}  // namespace quorvelant
