@@ -14,10 +14,12 @@ constexpr std::string_view LetterName = "letter";
 constexpr std::string_view PanName = "pan";
 
 std::size_t PlaceOf(const HighlightPlay& play, std::string_view name, std::size_t usualPlace) {
-  const auto found = std::ranges::find_if(play.ButtonModes,
-                                          [&](const std::string& mode) { return EqualNoCase(mode, name); });
-  return found == play.ButtonModes.end() ? usualPlace
-                                         : static_cast<std::size_t>(found - play.ButtonModes.begin());
+  for (std::size_t place = 0; place < play.ButtonModes.size(); ++place) {
+    if (EqualNoCase(play.ButtonModes.at(place), name)) {
+      return place;
+    }
+  }
+  return usualPlace;
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ std::optional<std::string> AskAndAddPalette(Project& project, const PaletteColor
                                             UserInterface& ui) {
   // Each refusal raises the proposed number: an answer that is always the proposal comes to an end.
   for (std::size_t number = project.Palettes.Count() + 1;; ++number) {
-    const auto name =
+    auto name =
         ui.AskText(palette_text::NewTitle, palette_text::NewQuestion, fmt::format("Palette_{}", number));
     if (!name || name->empty()) {
       return std::nullopt;

@@ -3,8 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <optional>
 #include <unordered_set>
+#include <utility>
 
 #include "base/text.h"
 #include "base/timecode.h"
@@ -86,9 +89,10 @@ void CheckSubtitleTimes(const TrackCheck& check, const PlaySpan& span, const std
 
 void CheckIndexes(const SPURecord& record, EntryVoice& voice) {
   for (const ColorQuad* quad : {&record.ColorIndexes, &record.Contrasts}) {
-    const auto bad = std::ranges::find_if(*quad, [](std::int32_t value) { return value < 0 || value > 15; });
-    if (bad != quad->end()) {
-      voice.Warning(fmt::format(text::BadIndex, *bad));
+    for (const std::int32_t value : *quad) {
+      if (value < 0 || value > 15) {
+        voice.Warning(fmt::format(text::BadIndex, value));
+      }
     }
   }
 }
@@ -143,8 +147,8 @@ void CheckLinks(const HighlightPlay& play, EntryVoice& voice) {
     }
   }
   for (const HighlightButton& button : play.Buttons) {
-    const std::pair<std::string_view, const std::string*> links[] = {
-        {"up", &button.Up}, {"down", &button.Down}, {"left", &button.Left}, {"right", &button.Right}};
+    const std::array<std::pair<std::string_view, const std::string*>, 4> links{
+        {{"up", &button.Up}, {"down", &button.Down}, {"left", &button.Left}, {"right", &button.Right}}};
     for (const auto& [direction, name] : links) {
       if (!name->empty() && !names.contains(*name)) {
         voice.Warning(fmt::format(text::NoSuchButton, direction, button.Name, *name));
@@ -172,8 +176,8 @@ void CheckButtons(const TrackCheck& check, const HighlightPlay& play, EntryVoice
       }
     }
   }
-  const std::pair<std::string_view, std::int32_t> forced[] = {{"forced", play.ForcedSelect},
-                                                              {"forced action", play.ForcedAction}};
+  const std::array<std::pair<std::string_view, std::int32_t>, 2> forced{
+      {{"forced", play.ForcedSelect}, {"forced action", play.ForcedAction}}};
   for (const auto& [kind, number] : forced) {
     if (number < 0 || static_cast<std::size_t>(number) > count) {
       voice.Warning(fmt::format(text::BadForced, kind, number, count));

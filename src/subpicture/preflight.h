@@ -28,10 +28,10 @@ inline constexpr std::string_view NoFile = "the subtitle has no bitmap";
 inline constexpr std::string_view HighlightTitle = "Button Check";
 inline constexpr std::string_view TooManyButtons = "{} buttons, and {} display modes leave room for {}";
 inline constexpr std::string_view NoSuchButton =
-    "the {} link of button \"{}\" names \"{}\", which does not exist";
-inline constexpr std::string_view SameName = "two buttons are named \"{}\": links reach the first";
-inline constexpr std::string_view BadScheme = "button \"{}\" has colour scheme {}, and there are 1 to 3";
-inline constexpr std::string_view BadArea = "button \"{}\" has no area within the picture ({},{} to {},{})";
+    R"(the {} link of button "{}" names "{}", which does not exist)";
+inline constexpr std::string_view SameName = R"(two buttons are named "{}": links reach the first)";
+inline constexpr std::string_view BadScheme = R"(button "{}" has colour scheme {}, and there are 1 to 3)";
+inline constexpr std::string_view BadArea = R"(button "{}" has no area within the picture ({},{} to {},{}))";
 inline constexpr std::string_view BadForced = "the {} button is number {}, and there are {}";
 inline constexpr std::string_view OutsideTrack = "the buttons start ({}) past the end of the track ({})";
 inline constexpr std::string_view SetEndsPastEnd =

@@ -188,7 +188,7 @@ Bytes MakeUnit(PictureLoader& pictures, const SPURecord& record, bool ntsc, cons
   if (!bitmap) {
     throw SubpictureError(fmt::format("{}: {}", record.File, NothingShowsText));
   }
-  const Bytes unit = BuildSPU(record, *bitmap);
+  Bytes unit = BuildSPU(record, *bitmap);
   if (unit.size() > MostUnitBytes) {
     throw SubpictureError(
         fmt::format("{}: the bitmap makes a subtitle of {} bytes, and a player takes no more than {}",
