@@ -24,9 +24,6 @@ constexpr std::string_view MenuFull =
 VobOutput::VobOutput(Random& files, std::string baseName, bool dryRun, std::uint32_t splitSectors)
     : files_(&files), baseName_(std::move(baseName)), dryRun_(dryRun), splitSectors_(splitSectors) {
   buffers_[0].resize(SectorBytes * (dryRun ? 1 : BufferSectors));
-  if (!dryRun) {
-    buffers_[1].resize(SectorBytes * BufferSectors);
-  }
 }
 
 VobOutput::~VobOutput() {
@@ -59,7 +56,7 @@ ByteSpan VobOutput::NextSector() {
   }
   ++totalSectors_;
   ++fileSectors_;
-  return ByteSpan(buffers_[filling_]).subspan(SectorBytes * filled_++, SectorBytes);
+  return ByteSpan(Filling()).subspan(SectorBytes * filled_++, SectorBytes);
 }
 
 void VobOutput::StartNextFile() {
@@ -75,12 +72,11 @@ void VobOutput::StartNextFile() {
   fileSectors_ = 0;
 }
 
-// Hands the filled buffer to the writing thread and takes the other one, once that is written.
+// Hands the filled buffer to the writing thread and takes the next one, once that is written.
 void VobOutput::Submit() {
   if (dryRun_ || filled_ == 0) {
     return;
   }
-  WaitForWriter();
   if (openNumber_ != fileNumber_) {
     OpenForWriting(fileNumber_, fillingFrom_ == 0);
   }
@@ -89,18 +85,19 @@ void VobOutput::Submit() {
   }
   {
     const std::scoped_lock lock(mutex_);
-    job_ = ByteView(buffers_[filling_]).first(SectorBytes * filled_);
-    jobSector_ = fillingFrom_;
-    busy_ = true;
+    jobs_[submitted_ % BufferCount] = {ByteView(Filling()).first(SectorBytes * filled_), fillingFrom_};
+    ++given_;
   }
   changed_.notify_all();
-  filling_ = 1 - filling_;
+  ++submitted_;
   filled_ = 0;
+  WaitForWriter(BufferCount - 1);
+  Filling().resize(SectorBytes * BufferSectors);
 }
 
-void VobOutput::WaitForWriter() {
+void VobOutput::WaitForWriter(std::size_t open) {
   std::unique_lock lock(mutex_);
-  changed_.wait(lock, [this] { return !busy_; });
+  changed_.wait(lock, [&] { return given_ - written_ <= open; });
   if (fault_) {
     std::rethrow_exception(std::exchange(fault_, nullptr));
   }
@@ -109,22 +106,24 @@ void VobOutput::WaitForWriter() {
 void VobOutput::WriterLoop() {
   std::unique_lock lock(mutex_);
   for (;;) {
-    changed_.wait(lock, [this] { return busy_ || quit_; });
-    if (!busy_) {
+    changed_.wait(lock, [this] { return given_ > written_ || quit_; });
+    if (given_ == written_) {
       return;
     }
-    const ByteView bytes = job_;
-    const std::uint32_t sector = jobSector_;
+    const Job job = jobs_[written_ % BufferCount];
+    const bool spoilt = fault_ != nullptr;  // told by the next call; nothing more is written until then
     lock.unlock();
     std::exception_ptr fault;
     try {
-      WriteAt(sector, bytes);
+      if (!spoilt) {
+        WriteAt(job.FileSector, job.Sectors);
+      }
     } catch (...) {
       fault = std::current_exception();
     }
     lock.lock();
-    fault_ = fault;
-    busy_ = false;
+    fault_ = fault ? fault : fault_;
+    ++written_;
     changed_.notify_all();
   }
 }
@@ -177,7 +176,7 @@ void VobOutput::Rewrite(std::uint32_t sector, ByteView bytes) {
   }
   if (filled_ > 0 && sector >= fillingFromTotal_) {
     const std::size_t at = SectorBytes * (sector - fillingFromTotal_);
-    std::ranges::copy(bytes, buffers_[filling_].begin() + static_cast<std::ptrdiff_t>(at));
+    std::ranges::copy(bytes, Filling().begin() + static_cast<std::ptrdiff_t>(at));
     return;
   }
   WaitForWriter();

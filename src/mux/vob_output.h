@@ -19,7 +19,7 @@ inline constexpr std::uint32_t SplitSectors = 524287;  // sectors a VOB file
 inline constexpr int MostVobFiles = 9;                 // numbered files of a title set
 inline constexpr int VobOutputSlot = 1;                // of Random
 
-// Sectors are assembled in one buffer while a thread of its own writes the other: filling and writing cost
+// Sectors are assembled in one buffer while a thread of its own writes the others: filling and writing cost
 // about the same, so side by side they take the time of a copy. At a multiple of SplitSectors a title set
 // goes on in its next numbered file. A sector can be written over later (navigation packs).
 //
@@ -52,7 +52,14 @@ class VobOutput {
   void Finish();
 
  private:
-  static constexpr std::size_t BufferSectors = 512;
+  static constexpr std::size_t BufferSectors = 256;
+  static constexpr std::size_t BufferCount = 6;
+
+  // Filled sectors of one file, waiting to be written.
+  struct Job {
+    ByteView Sectors;
+    std::uint32_t FileSector = 0;  // of the first one
+  };
 
   bool OneFile() const;
   std::string NameOf(int fileNumber) const;
@@ -60,7 +67,9 @@ class VobOutput {
   void CloseOpen();
   void StartNextFile();
   void Submit();
-  void WaitForWriter();
+  Bytes& Filling() { return buffers_[submitted_ % BufferCount]; }
+  // Until no more than `open` jobs are unwritten. Raises what the writing thread met.
+  void WaitForWriter(std::size_t open = 0);
   void WriteAt(std::uint32_t fileSector, ByteView bytes);
   void WriterLoop();
   void StopWriter();
@@ -74,19 +83,19 @@ class VobOutput {
   int fileNumber_ = 1;
   int openNumber_ = 0;  // the file open in the slot, 0 for none
 
-  std::array<Bytes, 2> buffers_;
-  std::size_t filling_ = 0;             // index of the buffer being filled
-  std::size_t filled_ = 0;              // sectors in it
+  std::array<Bytes, BufferCount> buffers_;
+  std::size_t filled_ = 0;              // sectors in the buffer being filled
   std::uint32_t fillingFrom_ = 0;       // file sector of its first one
   std::uint32_t fillingFromTotal_ = 0;  // the same counted through the set
+  std::size_t submitted_ = 0;           // jobs so far; the buffer being filled is this number's
 
   std::mutex mutex_;
   std::condition_variable changed_;
   std::thread writer_;
-  // Guarded by mutex_: the buffer handed over, and what became of the last one.
-  ByteView job_;
-  std::uint32_t jobSector_ = 0;
-  bool busy_ = false;
+  // Guarded by mutex_. Job n lies at n modulo the number of buffers.
+  std::array<Job, BufferCount> jobs_;
+  std::size_t given_ = 0;    // jobs handed over
+  std::size_t written_ = 0;  // jobs done, well or not
   bool quit_ = false;
   std::exception_ptr fault_;
 };
