@@ -17,9 +17,9 @@ inline constexpr std::int32_t FullPrograms = 99;
 // Script lines of one PGC with all its programs, and around it.
 inline constexpr std::size_t PgcLines = 33 * 6 + 40 + static_cast<std::size_t>(FullPrograms) * 16;
 
-inline void AddFullPgc(Title_P& title, int entry, int number, int pgcNumber, const std::string& track) {
-  PGC_P& pgc = title.PGC.Add(
-      MakePgc(TitlePgcName(entry, number, pgcNumber), entry, 0, number, PgcKey(title.Key, pgcNumber)));
+inline void AddFullPgc(Title_P& title, int entry, int titleNumber, int pgcNumber, const std::string& track) {
+  PGC_P& pgc = title.PGC.Add(MakePgc(TitlePgcName(entry, titleNumber, pgcNumber), entry, 0, titleNumber,
+                                     PgcKey(title.Key, pgcNumber)));
   AddCommand(pgc.PreCommands, "Pre", "SetSTN audio=1, subpicture=1:ON");
   AddCommand(pgc.PostCommands, "Post", "If ( GPRM0 == 1 ) LinkPGCN " + pgc.PGCName);
   AddCommand(pgc.PostCommands, "Post", "CallSS RSM=0,TitleMenu");

@@ -33,7 +33,7 @@ void LoadLines(benchmark::State& state) {
   SilentUi ui;
   std::size_t lines = 0;
   std::size_t commands = 0;
-  for (auto step : state) {
+  for ([[maybe_unused]] const auto step : state) {
     state.PauseTiming();
     std::istringstream stream(text);
     auto project = std::make_unique<Project>();
@@ -59,7 +59,7 @@ BENCHMARK(LoadLines)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark:
 void SaveScript(benchmark::State& state) {
   const Project project = LargeProject(static_cast<std::size_t>(state.range(0)));
   std::size_t bytes = 0;
-  for (auto step : state) {
+  for ([[maybe_unused]] const auto step : state) {
     const std::string text = WriteScript(project);
     bytes = text.size();
     benchmark::DoNotOptimize(text.data());
