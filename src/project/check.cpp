@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "model/keys.h"
 #include "model/stream_maps.h"
+#include "model/update_my_dvd.h"
 
 namespace quorvelant {
 
@@ -34,6 +35,10 @@ class Checking {
   void CheckSources();
   void CheckSource(const std::string& file, const std::string& key, bool leftOut);
   void CheckTrack(std::size_t index);
+  template <class Stream>
+  void CheckNumbers(const std::vector<Stream>& streams, std::string_view what, std::size_t count,
+                    std::string (*key)(std::size_t, std::size_t), std::size_t track);
+  void CheckStill(std::int32_t seconds, const std::string& key);
   void CheckButtons(const HighlightPlay& play, const std::string& key);
   void CheckStreams(const VTS_P& entry, Tracks& tracks);
   template <class Stream>
@@ -55,6 +60,10 @@ void Checking::Add(const Message& message) {
 }
 
 void Checking::CheckLines() {
+  if (load_.TakenCount == 0 && load_.Failure.Text.empty()) {
+    Add(Severity::Error, NoProjectTitle, std::string(NoProjectText), project_.ScriptFile);
+    return;
+  }
   for (const SkippedLine& line : load_.Skipped) {
     Add(Severity::Warning, SkippedLineTitle, fmt::format("{}: \"{}\"", line.Reason, line.Text),
         fmt::format("{}:{}", project_.ScriptFile, line.Number));
@@ -63,6 +72,22 @@ void Checking::CheckLines() {
     Add(Severity::Warning, SkippedLineTitle,
         fmt::format("{} more lines were passed over", load_.SkippedCount - load_.Skipped.size()),
         project_.ScriptFile);
+  }
+  for (const SkippedLine& line : load_.Doubted) {
+    Add(Severity::Warning, DoubtedValueTitle, fmt::format("{}: \"{}\"", line.Reason, line.Text),
+        fmt::format("{}:{}", project_.ScriptFile, line.Number));
+  }
+  if (load_.DoubtedCount > load_.Doubted.size()) {
+    Add(Severity::Warning, DoubtedValueTitle,
+        fmt::format("{} more values are doubtful", load_.DoubtedCount - load_.Doubted.size()),
+        project_.ScriptFile);
+  }
+  if (load_.UnclosedCount > 0 && load_.Failure.Text.empty()) {
+    Add(Severity::Error, UnclosedTitle,
+        fmt::format(
+            "The script ends within {} open braces; is its end missing? The outermost opens in line {}",
+            load_.UnclosedCount, load_.UnclosedLine),
+        fmt::format("{}:{}", project_.ScriptFile, load_.LineCount));
   }
   if (!load_.Failure.Text.empty()) {
     Add(load_.Failure);
@@ -97,17 +122,31 @@ void Checking::CheckPgc(const PGC_P& pgc, const std::unordered_set<std::string_v
   check("next", pgc.NextPGC, false);
   check("previous", pgc.PrevPGC, false);
   check("go-up", pgc.GoUpPGC, !InTitleDomain(pgc.Key));
+  CheckStill(pgc.StillTime, pgc.Key);
   for (const PG_P& program : pgc.PG) {
     for (const Cell_P& cell : program.Cell) {
+      if (program.Removed || cell.Removed) {
+        continue;
+      }
+      CheckStill(cell.StillTime, cell.Key);
       const bool known =
           cell.CellCommand >= 0 && static_cast<std::size_t>(cell.CellCommand) <= pgc.CellCommands.size();
-      if (!program.Removed && !cell.Removed && !known) {
+      if (!known) {
         Add(Severity::Warning, CellCommandTitle,
             fmt::format("The cell names cell command {}; the PGC has {}", cell.CellCommand,
                         pgc.CellCommands.size()),
             cell.Key);
       }
     }
+  }
+}
+
+void Checking::CheckStill(std::int32_t seconds, const std::string& key) {
+  if (seconds < 0 || seconds > InfiniteStill) {
+    Add(Severity::Error, StillTimeTitle,
+        fmt::format("A still lasts 0 to {} seconds, or for ever with {}; not {}", InfiniteStill - 1,
+                    InfiniteStill, seconds),
+        key);
   }
 }
 
@@ -160,8 +199,31 @@ void Checking::CheckButtons(const HighlightPlay& play, const std::string& key) {
   }
 }
 
+template <class Stream>
+void Checking::CheckNumbers(const std::vector<Stream>& streams, std::string_view what, std::size_t count,
+                            std::string (*key)(std::size_t, std::size_t), std::size_t track) {
+  std::unordered_set<std::int32_t> numbers;
+  for (std::size_t i = 0; i < streams.size(); ++i) {
+    const std::int32_t number = streams[i].StreamNumber;
+    if (streams[i].Removed) {
+      continue;
+    }
+    if (number < 0 || static_cast<std::size_t>(number) >= count) {
+      Add(Severity::Error, StreamNumberTitle,
+          fmt::format("{} streams have the numbers 0 to {}; not {}", what, count - 1, number),
+          key(track, i + 1));
+    } else if (!numbers.insert(number).second) {
+      Add(Severity::Error, StreamNumberTitle,
+          fmt::format("{} stream number {} is an earlier stream's of the same track", what, number),
+          key(track, i + 1));
+    }
+  }
+}
+
 void Checking::CheckTrack(std::size_t index) {
   const Track& track = project_.Tracks[index];
+  CheckNumbers(track.AudioStreams, "Audio", AudioStreamCount, AudioStreamKey, index);
+  CheckNumbers(track.SubStreams, "Subpicture", SubStreamCount, SubStreamKey, index);
   for (std::size_t i = 0; i < track.VideoPlays.size(); ++i) {
     CheckSource(track.VideoPlays[i].File, VideoPlayKey(index, i + 1), false);
   }

@@ -27,11 +27,18 @@ CheckReport CheckProject(const Project& project, const LoadResult& load);
 CheckReport CheckLoad(const Project& project, const LoadResult& load);
 
 inline constexpr std::string_view SkippedLineTitle = "Skipped Line";
+inline constexpr std::string_view DoubtedValueTitle = "Doubtful Value";
+inline constexpr std::string_view UnclosedTitle = "Unclosed Brace";
+inline constexpr std::string_view NoProjectTitle = "No Project";
+inline constexpr std::string_view NoProjectText =
+    "No line of the file is one of a project script: is this the right file?";
 inline constexpr std::string_view CommandCheckTitle = "Command Error";
 inline constexpr std::string_view SourceMissingTitle = "Missing Source";
 inline constexpr std::string_view SourceUnreadTitle = "Unknown Source";
 inline constexpr std::string_view LinkMissingTitle = "Unknown Link";
 inline constexpr std::string_view CellCommandTitle = "Unknown Cell Command";
+inline constexpr std::string_view StillTimeTitle = "Still Time";
+inline constexpr std::string_view StreamNumberTitle = "Stream Number";
 inline constexpr std::string_view NotMuxedTitle = "Stream Not Multiplexed";
 
 // The error list's own dump: asks for a file and writes one line a row. Nothing on an empty answer; false,

@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "model/cls_dvd.h"
 #include "model/default_structure.h"
+#include "project/script_reader.h"
 #include "project/script_tables.h"
 #include "project/script_values.h"
 
@@ -137,8 +138,15 @@ bool SetSubPolicy(ReaderState& state, std::string_view value, std::size_t stream
   state.Title->SubAssignments[stream] = !IsWord(value, "no");
   return true;
 }
+// Whether a disc has the stream; why not is said.
+bool HasStream(ReaderState& state, std::size_t stream, std::size_t count) {
+  if (stream >= count) {
+    state.SkipReason = NumberTooLarge;
+  }
+  return stream < count;
+}
 bool SetAudioDecoding(ReaderState& state, std::string_view value, std::size_t stream) {
-  if (state.Pgc == nullptr || stream >= AudioStreamCount) {
+  if (state.Pgc == nullptr || !HasStream(state, stream, AudioStreamCount)) {
     return false;
   }
   state.Pgc->AudioAssignments[stream] = LeadingNumber(value);
@@ -149,7 +157,7 @@ constexpr std::array SubMaps{&PGC_P::NormalAssignments, &PGC_P::PanAssignments, 
 template <std::size_t Map>
 bool SetSubDecoding(ReaderState& state, std::string_view value, std::size_t stream) {
   const std::size_t entry = stream != 0 ? stream : state.DecodingBlock;
-  if (state.Pgc == nullptr || entry >= SubStreamCount) {
+  if (state.Pgc == nullptr || !HasStream(state, entry, SubStreamCount)) {
     return false;
   }
   (state.Pgc->*SubMaps[Map])[entry] = LeadingNumber(value);
@@ -157,7 +165,7 @@ bool SetSubDecoding(ReaderState& state, std::string_view value, std::size_t stre
 }
 bool OpenSubDecoding(ReaderState& state, std::string_view /*value*/, std::size_t stream) {
   state.DecodingBlock = stream;
-  return state.Pgc != nullptr && stream < SubStreamCount;
+  return state.Pgc != nullptr && HasStream(state, stream, SubStreamCount);
 }
 
 // --- stream attributes of the other dialect ---
@@ -220,12 +228,12 @@ bool SetFolder(ReaderState& state, std::string_view value, std::size_t /*number*
 }
 
 constexpr std::array Keys{
-    Word{"repeat times", SetPgcNumber, 0},
-    Word{"repeat", SetPgcNumber, 0},
-    Word{"pg playback mode", SetPlayBack},
-    Word{"playback mode", SetPlayBack},
-    Word{"stilltime", SetPgcNumber, 1},
-    Word{"pgc still time", SetPgcNumber, 1},
+    Word{"repeat times", SetPgcNumber, 0, 1, Takes::Number},
+    Word{"repeat", SetPgcNumber, 0, 1, Takes::Number},
+    Word{"pg playback mode", SetPlayBack, 0, 1, Takes::PlayBack},
+    Word{"playback mode", SetPlayBack, 0, 1, Takes::PlayBack},
+    Word{"stilltime", SetPgcNumber, 1, 1, Takes::Number},
+    Word{"pgc still time", SetPgcNumber, 1, 1, Takes::Number},
     Word{"paletteused", SetPaletteName},
     Word{"palette", SetPaletteName},
     Word{"nextpgc", SetPgcLink, 0},
@@ -234,10 +242,10 @@ constexpr std::array Keys{
     Word{"prev pgc", SetPgcLink, 1},
     Word{"gouppgc", SetPgcLink, 2},
     Word{"goup pgc", SetPgcLink, 2},
-    Word{"menutype", SetMenuType},
+    Word{"menutype", SetMenuType, 0, 1, Takes::MenuType},
     Word{"menu id", SetMenuType},
-    Word{"lu", SetLanguageUnit},
-    Word{"language name", SetLanguageUnit},
+    Word{"lu", SetLanguageUnit, 0, 1, Takes::LanguageCode},
+    Word{"language name", SetLanguageUnit, 0, 1, Takes::LanguageCode},
     Word{"source picture letterboxed", SetLetterBoxed, 0},
     Word{"title source picture letterboxed", SetLetterBoxed, 0},
     Word{"menu source picture letterboxed", SetLetterBoxed, 1},
@@ -245,9 +253,9 @@ constexpr std::array Keys{
     Word{"camera mode", SetCameraMode},
     Word{"usingscene", SetScene},
     Word{"linked scene", SetScene},
-    Word{"cellstilltime", SetCellNumber, 0},
-    Word{"cell still time", SetCellNumber, 0},
-    Word{"cell command", SetCellNumber, 1},
+    Word{"cellstilltime", SetCellNumber, 0, 1, Takes::Number},
+    Word{"cell still time", SetCellNumber, 0, 1, Takes::Number},
+    Word{"cell command", SetCellNumber, 1, 1, Takes::Number},
     Word{"restrict cell access", SetRestricted},
     Word{"access restriction flag", SetRestricted},
     Word{"seamless flag", SetSeamless},
@@ -258,9 +266,9 @@ constexpr std::array Keys{
     Word{"audio availability flag policy", SetCustom, 0},
     Word{"subpicture custom policy", SetCustom, 1},
     Word{"subpicture availability flag policy", SetCustom, 1},
-    Word{"audio stream *", SetAudioPolicy, 0, AudioStreamCount},
-    Word{"subpicture stream *", SetSubPolicy, 0, SubStreamCount},
-    Word{"audio stream * decodes", SetAudioDecoding, 0, AudioStreamCount},
+    Word{"audio stream *", SetAudioPolicy, 0, AudioStreamCount, Takes::YesNo},
+    Word{"subpicture stream *", SetSubPolicy, 0, SubStreamCount, Takes::YesNo},
+    Word{"audio stream * decodes", SetAudioDecoding, 0, AudioStreamCount, Takes::Number},
     Word{"audio attribute", OpenAttribute, 0},
     Word{"subpicture attribute", OpenAttribute, 1},
     Word{"audio language code extension", SetExtensionCode, 0},
@@ -273,17 +281,17 @@ constexpr std::array Keys{
 
 constexpr std::array NumberSigns{
     Word{"item=subpicture stream decoding for track", OpenSubDecoding},
-    Word{"decoding stream number", SetAudioDecoding},
-    Word{"decoding stream number for 4:3", SetSubDecoding<0>},
-    Word{"decoding stream number for pan-scan", SetSubDecoding<1>},
-    Word{"decoding stream number for wide", SetSubDecoding<2>},
-    Word{"decoding stream number for letterbox", SetSubDecoding<3>},
-    Word{"subpicture track for 4:3 decodes", SetSubDecoding<0>},
-    Word{"subpicture track for panscan decodes", SetSubDecoding<1>},
-    Word{"subpicture track for wide decodes", SetSubDecoding<2>},
-    Word{"subpicture track for letter decodes", SetSubDecoding<3>},
-    Word{"button", SetButtonNumber},
-    Word{"numerical button", SetNumericalButtons},
+    Word{"decoding stream number", SetAudioDecoding, 0, 1, Takes::Number},
+    Word{"decoding stream number for 4:3", SetSubDecoding<0>, 0, 1, Takes::Number},
+    Word{"decoding stream number for pan-scan", SetSubDecoding<1>, 0, 1, Takes::Number},
+    Word{"decoding stream number for wide", SetSubDecoding<2>, 0, 1, Takes::Number},
+    Word{"decoding stream number for letterbox", SetSubDecoding<3>, 0, 1, Takes::Number},
+    Word{"subpicture track for 4:3 decodes", SetSubDecoding<0>, 0, 1, Takes::Number},
+    Word{"subpicture track for panscan decodes", SetSubDecoding<1>, 0, 1, Takes::Number},
+    Word{"subpicture track for wide decodes", SetSubDecoding<2>, 0, 1, Takes::Number},
+    Word{"subpicture track for letter decodes", SetSubDecoding<3>, 0, 1, Takes::Number},
+    Word{"button", SetButtonNumber, 0, 1, Takes::Number},
+    Word{"numerical button", SetNumericalButtons, 0, 1, Takes::Number},
     Word{"highlight area", SetArea},
 };
 

@@ -42,6 +42,18 @@ void ResetProject(Project& project, const std::string& file) {
   project = std::move(empty);
 }
 
+// Takes the blanks around the first "=" away.
+void CloseUp(std::string& line) {
+  const std::size_t equal = line.find('=');
+  if (equal == std::string::npos || equal == 0) {
+    return;
+  }
+  const std::size_t value = std::min(line.find_first_not_of(' ', equal + 1), line.size());
+  line.erase(equal + 1, value - equal - 1);
+  const std::size_t keyEnd = line.find_last_not_of(' ', equal - 1) + 1;
+  line.erase(keyEnd, equal - keyEnd);
+}
+
 // The lines of one script on their way into the state.
 class Reading {
  public:
@@ -57,7 +69,10 @@ class Reading {
   void PrepareLine(std::string_view line);
   void SplitLine(std::string_view trimmed);
   bool TakePreparedLine();
+  SkippedLine LineWith(std::string_view reason) const;
   void Skip(std::string_view reason);
+  void Doubt(std::string_view reason);
+  bool TakeBrace();
   bool ShowProgress();
   bool Fail(std::string_view title, std::string text);
 
@@ -88,9 +103,14 @@ void Reading::PrepareLine(std::string_view line) {
 
 void Reading::SplitLine(std::string_view trimmed) {
   const std::size_t equal = whole_.find('=');
+  // "Key = Value" is a person's style; the writer's own values are kept to the last blank.
+  const bool spaced = equal != std::string_view::npos && equal > 0 && whole_[equal - 1] == ' ';
   const std::size_t shown =
       trimmed.size() <= LongLineBytes ? trimmed.size() : std::min(trimmed.find('='), LongLineBytes) + 1;
   lower_.assign(trimmed.substr(0, shown));
+  if (spaced) {
+    CloseUp(lower_);
+  }
   std::transform(lower_.begin(), lower_.end(), lower_.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
   state_.Lower = lower_;
@@ -99,17 +119,43 @@ void Reading::SplitLine(std::string_view trimmed) {
     return;
   }
   state_.Value = whole_.substr(equal + 1);
-  // "Key = Value" is a person's style; the writer's own values are kept to the last blank.
-  if (equal > 0 && whole_[equal - 1] == ' ') {
+  if (spaced) {
     state_.Value = Trim(state_.Value);
   }
+}
+
+SkippedLine Reading::LineWith(std::string_view reason) const {
+  return {lines_.Number(), std::string(trimmed_.substr(0, MostSkippedText)), reason};
 }
 
 void Reading::Skip(std::string_view reason) {
   ++result_.SkippedCount;
   if (result_.Skipped.size() < MostSkippedKept) {
-    result_.Skipped.push_back({lines_.Number(), std::string(trimmed_.substr(0, MostSkippedText)), reason});
+    result_.Skipped.push_back(LineWith(reason));
   }
+}
+
+void Reading::Doubt(std::string_view reason) {
+  ++result_.DoubtedCount;
+  if (result_.Doubted.size() < MostSkippedKept) {
+    result_.Doubted.push_back(LineWith(reason));
+  }
+}
+
+// A brace alone on its line. Items end by themselves, so the braces are counted only to tell of a script
+// whose end is missing. A "}" too many is what a project without tracks is written with.
+bool Reading::TakeBrace() {
+  if (trimmed_ == "{") {
+    result_.UnclosedLine = result_.UnclosedCount == 0 ? lines_.Number() : result_.UnclosedLine;
+    ++result_.UnclosedCount;
+    return true;
+  }
+  if (trimmed_ == "}") {
+    result_.UnclosedCount -= result_.UnclosedCount > 0 ? 1 : 0;
+    state_.CloseBlock();
+    return true;
+  }
+  return false;
 }
 
 bool Reading::Fail(std::string_view title, std::string text) {
@@ -140,6 +186,10 @@ bool Reading::TakePreparedLine() {
     Skip(state_.SkipReason);
     return true;
   }
+  ++result_.TakenCount;
+  if (!state_.Doubt.empty()) {
+    Doubt(state_.Doubt);
+  }
   if (!state_.Stage.empty()) {
     ui_.Status(std::exchange(state_.Stage, {}));
   }
@@ -162,9 +212,7 @@ bool Reading::ReadLines() {
     PrepareLine(line);
     if (lines_.TooLong()) {
       Skip(LineTooLong);
-    } else if (trimmed_ == "}") {
-      state_.CloseBlock();
-    } else if (!trimmed_.empty() && trimmed_ != "{" && !TakePreparedLine()) {
+    } else if (!trimmed_.empty() && !TakeBrace() && !TakePreparedLine()) {
       return false;
     }
     if (!ShowProgress()) {

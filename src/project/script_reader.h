@@ -48,6 +48,11 @@ struct LoadResult {
   std::vector<Message> Notes;  // what a script names and does not hold: scenes, palettes
   std::vector<SkippedLine> Skipped;
   std::size_t SkippedCount = 0;
+  std::vector<SkippedLine> Doubted;  // taken, though the value is not what the key takes
+  std::size_t DoubtedCount = 0;
+  std::size_t UnclosedCount = 0;  // "{" that the script's end leaves open
+  std::size_t UnclosedLine = 0;   // the outermost of them
+  std::size_t TakenCount = 0;     // lines that said something
   std::size_t LineCount = 0;
   bool IsScenarist = false;
 

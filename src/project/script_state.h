@@ -106,6 +106,7 @@ struct ReaderState {
   std::string_view TooMany;     // what the script holds too many of; ends the reading
   std::string_view Stage;       // status words that the last line asks for
   std::string_view SkipReason;  // why the last line was passed over, when not for its place
+  std::string_view Doubt;       // what is odd about the last line's value; empty where nothing is
 
   DataFolder Video;
   DataFolder Audio;

@@ -17,6 +17,7 @@ namespace {
 struct Action {
   Handler Do;
   std::size_t Number;
+  Takes Value;
 };
 
 struct TextHash {
@@ -29,7 +30,7 @@ using Index = std::unordered_map<std::string, Action, TextHash, std::equal_to<>>
 void AddWords(Index& index, std::span<const Word> words) {
   for (const Word& word : words) {
     for (std::size_t number = word.First; number < word.First + word.Count; ++number) {
-      index.emplace(Replace(word.Text, "*", std::to_string(number)), Action{word.Do, number});
+      index.emplace(Replace(word.Text, "*", std::to_string(number)), Action{word.Do, number, word.Value});
     }
   }
 }
@@ -77,6 +78,15 @@ bool Prohibit(ReaderState& state) {
   return true;
 }
 
+// Does what a key says. The other dialect has words of its own for values, which are not judged.
+bool TakeValue(ReaderState& state, const Action& key, std::string_view value, std::size_t number) {
+  if (!key.Do(state, value, number)) {
+    return false;
+  }
+  state.Doubt = state.IsScenarist ? std::string_view() : DoubtOf(key.Value, value);
+  return true;
+}
+
 bool TakeNumberSign(ReaderState& state, const Vocabulary& vocabulary, std::string_view value) {
   const std::size_t sign = state.Lower.find('#');
   const Action* action = Find(vocabulary.NumberSigns, Trim(state.Lower.substr(0, sign)));
@@ -85,7 +95,7 @@ bool TakeNumberSign(ReaderState& state, const Vocabulary& vocabulary, std::strin
     return false;
   }
   const std::int32_t number = LeadingNumber(state.Lower.substr(sign + 1));
-  return action->Do(state, value, number < 0 ? SubStreamCount : static_cast<std::size_t>(number));
+  return TakeValue(state, *action, value, number < 0 ? SubStreamCount : static_cast<std::size_t>(number));
 }
 
 }  // namespace
@@ -93,6 +103,7 @@ bool TakeNumberSign(ReaderState& state, const Vocabulary& vocabulary, std::strin
 bool TakeLine(ReaderState& state) {
   static const Vocabulary vocabulary;
   state.SkipReason = MisplacedLine;
+  state.Doubt = {};
   if (const Action* line = Find(vocabulary.Lines, state.Lower)) {
     return line->Do(state, {}, line->Number);
   }
@@ -100,7 +111,7 @@ bool TakeLine(ReaderState& state) {
   const std::string_view value = state.Value;
   if (equal != std::string_view::npos) {
     if (const Action* key = Find(vocabulary.Keys, Trim(state.Lower.substr(0, equal)))) {
-      return key->Do(state, value, key->Number);
+      return TakeValue(state, *key, value, key->Number);
     }
   }
   if (state.Lower.ends_with(Prohibited)) {

@@ -95,6 +95,45 @@ TEST(ScriptReader, SkippedLinesAreNamed) {
   EXPECT_THAT(loaded.Ui.Messages, IsEmpty());
 }
 
+TEST(ScriptReader, OddValuesAreTakenAndDoubted) {
+  constexpr std::string_view ATrack = "Item=Track\n";
+  constexpr std::string_view APgc = "Item=VMG\nItem=Language\nLU=en\nItem=PGC\n";
+  struct Case {
+    std::string_view Head;
+    std::string_view Good;  // with blanks around "=", as people write
+    std::string_view Odd;
+  };
+  for (const Case& c : {
+           Case{ATrack, "FrameCount = -12", "FrameCount=many"},
+           Case{ATrack, "Resolution = ntsc", "Resolution=PALL"},
+           Case{ATrack, "DisplayMode = Only LetterBox", "DisplayMode=Boxed"},
+           Case{ATrack, "ExtendSlideForAudio = yes", "ExtendSlideForAudio=Maybe"},
+           Case{"Item=Track\nItem=Scene\n", "SceneTime = 00:00:03;21", "SceneTime=3 s"},
+           Case{"Item=Track\nItem=Scene\n", "SceneTime = ", "SceneTime=00:00:03"},
+           Case{"Item=Track\nItem=Scene\n", "SceneTime = 1:2:3:4", "SceneTime=00:00:03:00:00"},
+           Case{"Item=Track\nItem=Audio Stream\n", "AudioLanguage = german", "AudioLanguage=Gremlin"},
+           Case{"Item=Track\nItem=Audio Stream\n", "AudioExtension = 1", "AudioExtension=Large"},
+           Case{"Item=Track\nItem = SubPicture\n", "SubExtension = large", "SubExtension=Tiny"},
+           Case{"Item=VMG\nItem=Language\n", "LU = German", "LU=german0"},
+           Case{APgc, "MenuType = Audio menu", "MenuType=Roots"},
+           Case{APgc, "Playback Mode = random playback", "Playback Mode=Backwards"},
+           Case{APgc, "SubPicture Track for Wide Decodes #1 = 2", "SubPicture Track for Wide Decodes #1=two"},
+       }) {
+    SCOPED_TRACE(c.Odd);
+    const Loaded good(std::string(c.Head).append(c.Good));
+    EXPECT_EQ(good.Result.SkippedCount + good.Result.DoubtedCount, 0U);
+    const Loaded odd(std::string(c.Head).append(c.Odd));
+    EXPECT_EQ(odd.Result.SkippedCount, 0U);
+    ASSERT_EQ(odd.Result.Doubted.size(), 1U);
+    EXPECT_EQ(odd.Result.Doubted[0].Text, c.Odd);
+  }
+  EXPECT_EQ(Loaded("Item=VMG\nItem=Language\nItem=PGC\nSubPicture Track for Wide Decodes #32=1\n")
+                .Result.Skipped.at(0)
+                .Reason,
+            NumberTooLarge);
+  EXPECT_EQ(Loaded("Item = Data Folder\nItem=Track\nResolution=?\n").Result.DoubtedCount, 0U);
+}
+
 TEST(ScriptReader, StatusWordsInTheirOrder) {
   EXPECT_THAT(Loaded("").Ui.StatusWords,
               ElementsAre("Creating Track List", "Creating DVD Layout", "Creating Palette List",
