@@ -16,8 +16,8 @@ std::optional<WrittenCell> DomainRecords::Find(const Cell_P& cell) const {
     return std::nullopt;
   }
   const VobRecord& vob = Vobs.Vobs[found->second];
-  const auto record = std::ranges::lower_bound(vob.Cells, cell.pScene, {}, &CellRecord::Scene);
-  if (record == vob.Cells.end() || record->Scene != cell.pScene) {
+  const auto record = std::ranges::find(vob.Cells, cell.pScene, &CellRecord::Scene);
+  if (record == vob.Cells.end()) {
     return std::nullopt;
   }
   return WrittenCell{&vob, &*record};
@@ -32,6 +32,19 @@ int FramesOf(const CellRecord& cell, bool ntsc) {
   constexpr int StillFramesPal = 10;
   constexpr int StillFramesNtsc = 15;
   return cell.Frames >= 2 ? cell.Frames : ntsc ? StillFramesNtsc : StillFramesPal;
+}
+
+std::int64_t FramesOf(const Title_P& title, const EntryRecords& records) {
+  std::int64_t frames = 0;
+  for (const PGC_P* chain : Live(title.PGC)) {
+    for (const PG_P* program : Live(chain->PG)) {
+      for (const Cell_P* cell : Live(program->Cell)) {
+        const auto written = records.Title.Find(*cell);
+        frames += written ? FramesOf(*written->Cell, records.Ntsc) : 0;
+      }
+    }
+  }
+  return frames;
 }
 
 bool IsSequential(const Title_P& title) {

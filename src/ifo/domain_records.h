@@ -61,6 +61,9 @@ struct EntryRecords {
 // 15 (NTSC).
 int FramesOf(const CellRecord& cell, bool ntsc);
 
+// Frames of all cells of a title that were written.
+std::int64_t FramesOf(const Title_P& title, const EntryRecords& records);
+
 // A title plays in sequence: it has one PGC, and this neither shuffles nor picks at random.
 bool IsSequential(const Title_P& title);
 

@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "base/timecode.h"
 #include "ifo/attributes.h"
+#include "ifo/disc_limits.h"
 #include "ifo/pgc_layout.h"
 #include "model/command_hex.h"
 
@@ -21,8 +22,6 @@ struct Content {
   CellsOfProgram Cells;
   std::int64_t Frames = 0;
 };
-
-constexpr std::size_t MostCells = 255;
 
 Content ContentOf(const PGC_P& chain, const DomainRecords& records, bool ntsc) {
   Content content;

@@ -1,0 +1,113 @@
+#include "ifo/disc_plan.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "ifo/disc_limits.h"
+#include "ifo/domain_records.h"
+#include "ifo/mux_input.h"
+
+namespace quorvelant {
+namespace {
+
+// A stream whose kind is unknown stands in no table.
+AudioMap KnownStreams(AudioMap map) {
+  std::erase_if(map, [](const AudioMapRow& row) { return row.Format.empty(); });
+  return map;
+}
+
+std::uint64_t SizeOf(const std::string& path) {
+  std::error_code failed;
+  const std::uintmax_t size = std::filesystem::file_size(path, failed);
+  return failed ? 0 : size;
+}
+
+void CountSources(const MuxInput& input, DiscPlan& plan) {
+  for (const MuxVideoFile& file : input.Video) {
+    plan.VideoBytes += SizeOf(file.Path);
+  }
+  for (const MuxAudioStream& stream : input.Audio) {
+    for (const std::uint64_t bytes : stream.DataBytes) {
+      plan.AudioBytes += bytes;
+    }
+  }
+}
+
+DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, UserInterface& ui) {
+  DomainPlan result;
+  result.Entry = &entry;
+  result.Domain = domain;
+  result.List = BuildTrackList(entry, domain, plan.Sources);
+  result.Audio = KnownStreams(BuildAudioMap(result.List, plan.Sources));
+  result.Subs = BuildSubMap(result.List, plan.Sources);
+  const MuxInputSource source{*plan.Disc, plan.Sources, entry, domain, plan.Rules, ui};
+  for (const TrackListRow& row : result.List) {
+    result.Inputs.push_back(MakeMuxInput(source, row.Index, plan.Findings));
+    CountSources(result.Inputs.back(), plan);
+  }
+  return result;
+}
+
+// The same file is often used by several domains: each finding is told once.
+void DropRepeats(std::vector<Message>& findings) {
+  std::vector<Message> once;
+  for (Message& finding : findings) {
+    const bool told = std::ranges::any_of(once, [&](const Message& former) {
+      return former.Text == finding.Text && former.Place == finding.Place;
+    });
+    if (!told) {
+      once.push_back(std::move(finding));
+    }
+  }
+  findings = std::move(once);
+}
+
+}  // namespace
+
+bool DiscPlan::HasTitles() const {
+  return std::ranges::any_of(Sets, [](const SetPlan& set) { return !set.Title.Inputs.empty(); });
+}
+
+bool DiscPlan::HasErrors() const {
+  return std::ranges::any_of(Findings,
+                             [](const Message& finding) { return finding.Level == Severity::Error; });
+}
+
+std::uint64_t DiscPlan::NeededBytes() const {
+  // A full pack carries 2025 bytes of video or 2016 of sound; navigation packs and the padding of cells
+  // come to about half a per cent.
+  const std::uint64_t packs = VideoBytes / 2025 + AudioBytes / 2016;
+  const std::uint64_t tables = (Sets.size() + 1) * 16;  // sectors of IFO and BUP
+  return (packs + packs / 200 + tables) * SectorBytes;
+}
+
+DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui) {
+  DiscPlan plan;
+  plan.Disc = &disc;
+  plan.Rules = rules;
+  plan.Ntsc = disc.Standard() == "NTSC";
+  plan.Sources = disc.Tracks;
+  plan.Findings = CheckLimits(disc);
+  int number = 0;
+  for (const VTS_P& entry : disc.Disc) {
+    ++number;
+    if (entry.Removed) {
+      continue;
+    }
+    SetPlan set;
+    set.EntryNumber = number;
+    set.Menu = PlanDomain(entry, Domain::Menu, plan, ui);
+    if (number == 1) {
+      plan.Manager = std::move(set);
+      continue;
+    }
+    set.Title = PlanDomain(entry, Domain::Title, plan, ui);
+    plan.Sets.push_back(std::move(set));
+  }
+  DropRepeats(plan.Findings);
+  return plan;
+}
+
+}  // namespace quorvelant

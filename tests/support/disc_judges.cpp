@@ -1,0 +1,69 @@
+#include "support/disc_judges.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+
+#include "support/media.h"
+
+namespace quorvelant {
+
+std::vector<std::string> LinesOf(const std::string& command) {
+  const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen((command + " 2>&1").c_str(), "r"), &pclose);
+  if (!pipe) {
+    throw std::runtime_error("cannot run " + command);
+  }
+  std::vector<std::string> lines;
+  std::array<char, 1024> buffer{};
+  while (fgets(buffer.data(), static_cast<int>(buffer.size()), pipe.get()) != nullptr) {
+    lines.emplace_back(buffer.data());
+  }
+  return lines;
+}
+
+std::optional<std::vector<std::string>> CheckerErrors(const std::string& folder) {
+  const auto checker = SharedFile("dvdcheck/dvdcheck.py");
+  if (!checker) {
+    return std::nullopt;
+  }
+  std::vector<std::string> errors;
+  bool finished = false;
+  for (const std::string& line : LinesOf(fmt::format("python3 '{}' '{}'", *checker, folder))) {
+    if (line.starts_with("ERROR ")) {
+      errors.push_back(line);
+    }
+    finished = finished || line.starts_with("ERRORS ");
+  }
+  if (!finished) {
+    errors.emplace_back("the checker did not finish");
+  }
+  return errors;
+}
+
+std::vector<std::string> DecodeComplaints(const std::vector<std::string>& files) {
+  std::string joined;
+  for (const std::string& file : files) {
+    joined += (joined.empty() ? "" : "|") + file;
+  }
+  return LinesOf(
+      fmt::format("ffmpeg -nostdin -hide_banner -v warning -i 'concat:{}' -map 0:v -map 0:a? "
+                  "-fps_mode passthrough -enc_time_base:v 1:90000 -f null -",
+                  joined));
+}
+
+std::vector<std::string> TitleVobs(const std::string& folder, int set) {
+  std::vector<std::string> files;
+  for (int number = 1; number <= 9; ++number) {
+    const std::string file = fmt::format("{}/VTS_{:02}_{}.VOB", folder, set, number);
+    if (std::filesystem::exists(file)) {
+      files.push_back(file);
+    }
+  }
+  return files;
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,271 @@
+#include "support/disc_walk.h"
+
+#include <dvdnav/dvdnav.h>
+#include <dvdread/dvd_reader.h>
+#include <dvdread/ifo_read.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdarg>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <set>
+
+namespace quorvelant {
+namespace {
+
+constexpr int MostBlocks = 400000;  // of one stretch of play
+constexpr int LoopVobus = 400;      // a menu that has played so many without leaving waits for the viewer
+
+// What is said about the folder being no drive is no complaint about the disc.
+bool IsNoise(std::string_view text) {
+  for (const std::string_view noise :
+       {"Encrypted DVD", "device name", "name block", "DVDRead", "dvd_read_name", "Can't read name block"}) {
+    if (text.find(noise) != std::string_view::npos) {
+      return true;
+    }
+  }
+  return false;
+}
+
+template <class Level>
+void Collect(void* complaints, Level level, const char* format, va_list arguments) {
+  std::array<char, 512> text{};
+  vsnprintf(text.data(), text.size(), format, arguments);
+  const bool bad = static_cast<int>(level) == 1 || static_cast<int>(level) == 2;  // error or warning
+  if (bad && !IsNoise(text.data())) {
+    static_cast<std::vector<std::string>*>(complaints)->emplace_back(text.data());
+  }
+}
+
+class Player {
+ public:
+  Player(const std::string& folder, DiscWalk& walk) : walk_(walk) {
+    logger_.pf_log = &Collect<dvdnav_logger_level_t>;
+    if (dvdnav_open2(&nav_, &walk_.Complaints, &logger_, folder.c_str()) != DVDNAV_STATUS_OK) {
+      nav_ = nullptr;
+      walk_.Complaints.emplace_back("libdvdnav cannot open the folder");
+      return;
+    }
+    dvdnav_set_readahead_flag(nav_, 0);
+    dvdnav_set_PGC_positioning_flag(nav_, 1);
+  }
+  Player(const Player&) = delete;
+  Player& operator=(const Player&) = delete;
+  ~Player() {
+    if (nav_ != nullptr) {
+      dvdnav_close(nav_);
+    }
+  }
+  bool IsOpen() const { return nav_ != nullptr; }
+  dvdnav_t* Nav() { return nav_; }
+
+  // Plays on until `done` says so after an event, the disc stops, or nothing new comes.
+  template <class Done>
+  void Play(Done done) {
+    for (int blocks = 0; blocks < MostBlocks && !stopped_; ++blocks) {
+      std::int32_t event = 0;
+      std::int32_t length = 0;
+      if (dvdnav_get_next_block(nav_, block_.data(), &event, &length) != DVDNAV_STATUS_OK) {
+        walk_.Complaints.emplace_back(dvdnav_err_to_string(nav_));
+        return;
+      }
+      Take(event);
+      if (done(event)) {
+        return;
+      }
+    }
+  }
+  bool Stopped() const { return stopped_; }
+  bool InTitle() const { return dvdnav_is_domain_vts(nav_) != 0; }
+  int Title() const { return Info().first; }
+  int Chapter() const { return Info().second; }
+  int Vobus = 0;  // navigation packs met
+
+  std::string Place() const {
+    return stopped_ ? "stop" : InTitle() ? "title " + std::to_string(Title()) : "menu";
+  }
+
+ private:
+  std::pair<int, int> Info() const {
+    std::int32_t title = 0;
+    std::int32_t part = 0;
+    dvdnav_current_title_info(nav_, &title, &part);
+    return {title, part};
+  }
+  void Take(std::int32_t event) {
+    switch (event) {
+      case DVDNAV_STILL_FRAME:
+        dvdnav_still_skip(nav_);
+        break;
+      case DVDNAV_WAIT:
+        dvdnav_wait_skip(nav_);
+        break;
+      case DVDNAV_STOP:
+        stopped_ = true;
+        break;
+      case DVDNAV_NAV_PACKET:
+        ++Vobus;
+        break;
+      default:
+        break;
+    }
+  }
+
+  DiscWalk& walk_;
+  dvdnav_logger_cb logger_{};
+  dvdnav_t* nav_ = nullptr;
+  bool stopped_ = false;
+  std::array<std::uint8_t, DVD_VIDEO_LB_LEN> block_{};
+};
+
+void OpenIfos(const std::string& folder, DiscWalk& walk) {
+  dvd_logger_cb logger{};
+  logger.pf_log = &Collect<dvd_logger_level_t>;
+  const std::unique_ptr<dvd_reader_t, decltype(&DVDClose)> reader(
+      DVDOpen2(&walk.Complaints, &logger, folder.c_str()), &DVDClose);
+  if (!reader) {
+    walk.Complaints.emplace_back("libdvdread cannot open the folder");
+    return;
+  }
+  for (int set = 0; set == 0 || std::filesystem::exists(folder + (set < 10 ? "/VTS_0" : "/VTS_") +
+                                                        std::to_string(set) + "_0.IFO");
+       ++set) {
+    const std::unique_ptr<ifo_handle_t, decltype(&ifoClose)> ifo(ifoOpen(reader.get(), set), &ifoClose);
+    if (!ifo) {
+      walk.Complaints.push_back("libdvdread cannot read the IFO of set " + std::to_string(set));
+    } else if (set != 0 &&
+               (ifo->vts_ptt_srpt == nullptr || ifo->vts_pgcit == nullptr || ifo->vts_c_adt == nullptr ||
+                ifo->vts_vobu_admap == nullptr || ifo->pgci_ut == nullptr)) {
+      walk.Complaints.push_back("a table of set " + std::to_string(set) + " was not read");
+    }
+  }
+}
+
+// The VM starts with the first block; only then jumps are possible.
+void Start(Player& player) {
+  player.Play([](std::int32_t) { return true; });
+}
+
+std::string PlayFirst(const std::string& folder, DiscWalk& walk) {
+  Player player(folder, walk);
+  if (!player.IsOpen()) {
+    return "nowhere";
+  }
+  player.Play([](std::int32_t event) { return event == DVDNAV_NAV_PACKET; });
+  return player.Place();
+}
+
+WalkedTitle PlayTitle(const std::string& folder, int title, int chapters, DiscWalk& walk) {
+  WalkedTitle result;
+  result.Title = title;
+  result.Chapters = chapters;
+  Player player(folder, walk);
+  Start(player);
+  if (dvdnav_title_play(player.Nav(), title) != DVDNAV_STATUS_OK) {
+    walk.Complaints.push_back("title " + std::to_string(title) + " does not start");
+    return result;
+  }
+  bool begun = false;
+  player.Play([&](std::int32_t event) {
+    const bool inside = player.InTitle() && player.Title() == title;
+    if (event == DVDNAV_NAV_PACKET && inside) {
+      begun = true;
+      ++result.Vobus;
+      if (const int chapter = player.Chapter();
+          std::ranges::find(result.ChaptersSeen, chapter) == result.ChaptersSeen.end()) {
+        result.ChaptersSeen.push_back(chapter);
+      }
+    }
+    const bool again = begun && result.Vobus > 100000;
+    return again || (begun && event == DVDNAV_NAV_PACKET && !inside);
+  });
+  result.ReachedEnd = begun && (player.Stopped() || !player.InTitle() || player.Title() != title);
+  result.After = player.Place();
+  return result;
+}
+
+void PlayChapters(const std::string& folder, const WalkedTitle& title, DiscWalk& walk) {
+  for (int chapter = 1; chapter <= title.Chapters; ++chapter) {
+    Player player(folder, walk);
+    Start(player);
+    if (dvdnav_part_play(player.Nav(), title.Title, chapter) != DVDNAV_STATUS_OK) {
+      walk.Complaints.push_back("chapter " + std::to_string(chapter) + " does not start");
+      continue;
+    }
+    player.Play([](std::int32_t event) { return event == DVDNAV_NAV_PACKET; });
+    if (player.Title() != title.Title || player.Chapter() != chapter) {
+      walk.Complaints.push_back("chapter " + std::to_string(chapter) + " led to " + player.Place());
+    }
+  }
+}
+
+}  // namespace
+
+DiscWalk WalkDisc(const std::string& folder) {
+  DiscWalk walk;
+  testing::internal::CaptureStderr();
+  OpenIfos(folder, walk);
+  const std::string said = testing::internal::GetCapturedStderr();
+  if (!said.empty() && !IsNoise(said)) {
+    walk.Complaints.push_back(said);
+  }
+  walk.FirstPlay = PlayFirst(folder, walk);
+  std::int32_t titles = 0;
+  std::vector<std::int32_t> chapters;
+  {
+    Player player(folder, walk);
+    if (!player.IsOpen()) {
+      return walk;
+    }
+    dvdnav_get_number_of_titles(player.Nav(), &titles);
+    for (std::int32_t title = 1; title <= titles; ++title) {
+      dvdnav_get_number_of_parts(player.Nav(), title, &chapters.emplace_back());
+    }
+  }
+  for (std::int32_t title = 1; title <= titles; ++title) {
+    walk.Titles.push_back(PlayTitle(folder, title, chapters[static_cast<std::size_t>(title - 1)], walk));
+    PlayChapters(folder, walk.Titles.back(), walk);
+  }
+  return walk;
+}
+
+std::string PressButtons(const std::string& folder, int title, const std::vector<int>& buttons) {
+  DiscWalk walk;
+  Player player(folder, walk);
+  Start(player);
+  if (title > 0) {
+    dvdnav_title_play(player.Nav(), title);
+    player.Play([](std::int32_t event) { return event == DVDNAV_NAV_PACKET; });
+  }
+  dvdnav_menu_call(player.Nav(), title > 0 ? DVD_MENU_Root : DVD_MENU_Title);
+  for (const int button : buttons) {
+    bool pressed = false;
+    const int limit = player.Vobus + LoopVobus;
+    player.Play([&](std::int32_t event) {
+      if (event != DVDNAV_NAV_PACKET) {
+        return false;
+      }
+      pci_t* pci = dvdnav_get_current_nav_pci(player.Nav());
+      if ((pci->hli.hl_gi.hli_ss & 3) != 0 && !player.InTitle()) {
+        pressed = dvdnav_button_select_and_activate(player.Nav(), pci, button) == DVDNAV_STATUS_OK;
+        return true;
+      }
+      return player.Vobus > limit;
+    });
+    if (!pressed) {
+      return "no button " + std::to_string(button);
+    }
+  }
+  player.Play([](std::int32_t event) { return event == DVDNAV_NAV_PACKET; });
+  std::string place = player.Place();
+  if (place.starts_with("title")) {
+    place += " chapter " + std::to_string(player.Chapter());
+  }
+  return walk.Complaints.empty() ? place : walk.Complaints.front();
+}
+
+}  // namespace quorvelant
