@@ -1,7 +1,10 @@
 #include "app/batch_services.h"
 
 #include "analysis/picture_index.h"
+#include "app/command_author.h"
+#include "base/random.h"
 #include "base/rules.h"
+#include "ifo/author.h"
 #include "project/chapter_analysis.h"
 #include "project/script_reader.h"
 #include "project/source_scanner.h"
@@ -10,9 +13,6 @@
 namespace quorvelant {
 
 namespace {
-
-constexpr std::string_view NotBuiltTitle = "Not built yet";
-constexpr std::string_view NoDriver = "This build cannot author discs";
 
 // The switch form keeps every traditional number.
 constexpr const Rules& BatchRules = Rules::Classic;
@@ -41,9 +41,14 @@ BatchServices MakeBatchServices(UserInterface& ui) {
   services.LoadScriptFile = [&ui](const std::string& script, bool analyse, Project& project) {
     return Load(script, analyse, project, ui);
   };
-  services.Author = [&ui](Project&, const Settings&, bool, Log&) {
-    TellError(ui, NotBuiltTitle, NoDriver);
-    return false;
+  services.Author = [&ui](Project& project, const Settings& settings, bool exitOnFinish, Log& log) {
+    const DiscPlan plan = PlanDisc(project, BatchRules, ui);
+    AuthorOptions options;
+    options.Folder = SystemPath(project.DestinationFolder, project.SourceFolder());
+    options.Regions = RegionsOf(settings);
+    options.RemoveSeqEnd = settings.RemoveSeqEnd;
+    options.TellSuccess = !exitOnFinish;
+    return AuthorDisc(plan, options, ui, log).Outcome == AuthorOutcome::Done;
   };
   return services;
 }

@@ -6,6 +6,7 @@
 #include <ostream>
 #include <vector>
 
+#include "app/command_author.h"
 #include "app/command_check.h"
 #include "app/command_command.h"
 #include "app/command_convert.h"
@@ -30,6 +31,7 @@ constexpr std::string_view Footer =
 
 // The commands in the order in which the help lists them: one line each.
 void AddCommands(CLI::App& program, CommandContext& context) {
+  AddAuthorCommand(program, context);
   AddCheckCommand(program, context);
   AddConvertCommand(program, context);
   AddProbeCommand(program, context);

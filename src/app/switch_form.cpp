@@ -48,17 +48,6 @@ bool ScriptExists(const std::string& path) {
   return std::filesystem::is_regular_file(SystemPath(path), ignored);
 }
 
-Log StartLog(const std::string& file) {
-  if (file.empty()) {
-    return {};
-  }
-  std::error_code ignored;
-  std::filesystem::create_directories(std::filesystem::path(file).parent_path(), ignored);
-  Log log(file);
-  log.Reset();
-  return log;
-}
-
 bool AuthorBatch(const Switches& switches, Project& project, UserInterface& ui,
                  const EnvironmentLookup& environment, const BatchServices& services, Log& log) {
   ui.Status(CompilingWords);

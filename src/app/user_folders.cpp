@@ -1,7 +1,9 @@
 #include "app/user_folders.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <string_view>
+#include <system_error>
 
 namespace quorvelant {
 
@@ -33,6 +35,17 @@ std::string SettingsFile(const EnvironmentLookup& environment) {
 
 std::string LogFile(const EnvironmentLookup& environment) {
   return UserFile(environment, "XDG_STATE_HOME", ".local/state", "Quorvelant.LOG");
+}
+
+Log StartLog(const std::string& file) {
+  if (file.empty()) {
+    return {};
+  }
+  std::error_code ignored;
+  std::filesystem::create_directories(std::filesystem::path(file).parent_path(), ignored);
+  Log log(file);
+  log.Reset();
+  return log;
 }
 
 }  // namespace quorvelant

@@ -1,0 +1,170 @@
+#include "app/author_report.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "base/timecode.h"
+#include "ifo/domain_records.h"
+
+namespace quorvelant {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string StreamText(const DomainPlan& domain) {
+  std::string text;
+  for (const AudioMapRow& row : domain.Audio) {
+    text += fmt::format("  audio {} {} {}", row.StreamNumber, row.Format, row.Language);
+  }
+  for (const SubMapRow& row : domain.Subs) {
+    text += fmt::format("  subtitles {} {}", row.StreamNumber, row.Language);
+  }
+  return text;
+}
+
+std::string DomainText(std::string_view name, const DomainPlan& domain) {
+  if (domain.Inputs.empty()) {
+    return {};
+  }
+  std::string text =
+      fmt::format("  {:<10} {} track{}:", name, domain.Inputs.size(), domain.Inputs.size() == 1 ? "" : "s");
+  for (const MuxInput& input : domain.Inputs) {
+    text += fmt::format(" {}", input.Name);
+  }
+  return text + StreamText(domain) + "\n";
+}
+
+std::size_t TitleCount(const DiscPlan& plan) {
+  std::size_t titles = 0;
+  for (const SetPlan& set : plan.Sets) {
+    titles += Live(set.Title.Entry->Title).size();
+  }
+  return titles;
+}
+
+std::string_view OutcomeWord(AuthorOutcome outcome) {
+  switch (outcome) {
+    case AuthorOutcome::Done:
+      return "done";
+    case AuthorOutcome::Stopped:
+      return "stopped";
+    case AuthorOutcome::NoTitles:
+      return "no titles";
+    case AuthorOutcome::Failed:
+      break;
+  }
+  return "failed";
+}
+
+std::string Duration(std::int64_t frames, const DiscPlan& plan) {
+  return FramesToTimecode(frames, plan.Ntsc ? 30 : 25);
+}
+
+Json DomainJson(const DomainPlan& domain) {
+  Json json{{"tracks", Json::array()}, {"audio", Json::array()}, {"subtitles", Json::array()}};
+  for (const MuxInput& input : domain.Inputs) {
+    json["tracks"].push_back(input.Name);
+  }
+  for (const AudioMapRow& row : domain.Audio) {
+    json["audio"].push_back({{"stream", row.StreamNumber},
+                             {"format", row.Format},
+                             {"channels", row.ChannelCount},
+                             {"language", row.Language}});
+  }
+  for (const SubMapRow& row : domain.Subs) {
+    json["subtitles"].push_back({{"stream", row.StreamNumber}, {"language", row.Language}});
+  }
+  return json;
+}
+
+}  // namespace
+
+std::string JsonLine(const Json& object) {
+  return object.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string SizeText(std::uint64_t bytes) {
+  if (bytes < 1000) {
+    return fmt::format("{} bytes", bytes);
+  }
+  const auto value = static_cast<double>(bytes);
+  return value < 1e6   ? fmt::format("{:.1f} kB", value / 1e3)
+         : value < 1e9 ? fmt::format("{:.1f} MB", value / 1e6)
+                       : fmt::format("{:.2f} GB", value / 1e9);
+}
+
+std::string PlanText(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes) {
+  std::string text =
+      fmt::format("{} title{} in {} title set{}, {}\n", TitleCount(plan), TitleCount(plan) == 1 ? "" : "s",
+                  plan.Sets.size(), plan.Sets.size() == 1 ? "" : "s", plan.Ntsc ? "NTSC" : "PAL");
+  text += DomainText("VMG menu", plan.Manager.Menu);
+  int number = 0;
+  for (const SetPlan& set : plan.Sets) {
+    ++number;
+    text += DomainText(fmt::format("VTS{} menu", number), set.Menu);
+    text += DomainText(fmt::format("VTS{}", number), set.Title);
+  }
+  text += fmt::format("Sources {}; the disc needs about {}", SizeText(plan.VideoBytes + plan.AudioBytes),
+                      SizeText(plan.NeededBytes()));
+  return text + (freeBytes ? fmt::format(", {} are free\n", SizeText(*freeBytes)) : "\n");
+}
+
+std::string PlanJson(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes) {
+  Json json{{"event", "plan"},
+            {"standard", plan.Ntsc ? "NTSC" : "PAL"},
+            {"titles", TitleCount(plan)},
+            {"managerMenu", DomainJson(plan.Manager.Menu)},
+            {"titleSets", Json::array()},
+            {"sourceBytes", plan.VideoBytes + plan.AudioBytes},
+            {"neededBytes", plan.NeededBytes()}};
+  json["freeBytes"] = freeBytes ? Json(*freeBytes) : Json(nullptr);
+  for (const SetPlan& set : plan.Sets) {
+    json["titleSets"].push_back({{"menu", DomainJson(set.Menu)}, {"titles", DomainJson(set.Title)}});
+  }
+  return JsonLine(json);
+}
+
+std::string ResultText(const AuthorResult& result, const DiscPlan& plan, const std::string& folder,
+                       bool dryRun) {
+  std::string text;
+  for (const TitleFigures& title : result.Titles) {
+    text +=
+        fmt::format("Title {}.{}  {}  {} chapter{}  {}\n", title.TitleSet, title.Title,
+                    Duration(title.Frames, plan), title.Chapters, title.Chapters == 1 ? "" : "s", title.Name);
+  }
+  if (result.Underflows > 0) {
+    text += fmt::format("{} buffer underflow{}: the disc may not play smoothly\n", result.Underflows,
+                        result.Underflows == 1 ? "" : "s");
+  }
+  if (result.BufferFaults > 0) {
+    text +=
+        fmt::format("{} serious buffer fault{}\n", result.BufferFaults, result.BufferFaults == 1 ? "" : "s");
+  }
+  return text + fmt::format("{} {} ({})\n", dryRun ? "Would write" : "Wrote", folder, SizeText(result.Bytes));
+}
+
+std::string ResultJson(const AuthorResult& result, const DiscPlan& plan, const std::string& folder,
+                       bool dryRun) {
+  Json json{{"event", "done"},
+            {"outcome", OutcomeWord(result.Outcome)},
+            {"folder", folder},
+            {"dryRun", dryRun},
+            {"bytes", result.Bytes},
+            {"underflows", result.Underflows},
+            {"bufferFaults", result.BufferFaults},
+            {"titles", Json::array()}};
+  for (const TitleFigures& title : result.Titles) {
+    json["titles"].push_back({{"titleSet", title.TitleSet},
+                              {"title", title.Title},
+                              {"name", title.Name},
+                              {"chapters", title.Chapters},
+                              {"frames", title.Frames},
+                              {"duration", Duration(title.Frames, plan)}});
+  }
+  return JsonLine(json);
+}
+
+}  // namespace quorvelant

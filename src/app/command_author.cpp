@@ -1,0 +1,222 @@
+#include "app/command_author.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+
+#include "app/author_report.h"
+#include "app/run_voice.h"
+#include "base/random.h"
+#include "ifo/author.h"
+#include "ifo/output_folder.h"
+#include "ifo/read_back.h"
+#include "project/script_reader.h"
+#include "project/source_scanner.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::string_view SpaceTitle = "Disk Space";
+constexpr std::string_view TooLittleSpace = "The disc needs about {}, and {} are free";
+constexpr std::string_view SkippedTitle = "Script";
+constexpr std::string_view SkippedLines =
+    R"({} lines of the script were passed over; "quorvelant check" lists them)";
+constexpr std::string_view StrictTitle = "Strict";
+constexpr std::string_view StrictText =
+    "There were warnings, and --strict makes them failures: no disc was made";
+constexpr std::string_view StoppedTitle = "Stopped";
+constexpr std::string_view StoppedText = "The run was stopped; the destination is as it was";
+constexpr std::string_view ReadingStatus = "Reading back";
+
+struct AuthorArguments {
+  std::string Project;
+  std::string Folder;
+  std::string RuleSet = "players";
+  std::string LogFile;
+  bool Analyse = false;
+  bool Reindex = false;
+  bool Force = false;
+  bool Strict = false;
+  bool DryRun = false;
+  bool Json = false;
+
+  const Rules& RulesUsed() const { return RuleSet == "classic" ? Rules::Classic : Rules::Players; }
+};
+
+// Everything that a run needs behind its arguments.
+struct Run {
+  const AuthorArguments& Arguments;
+  CommandContext& Context;
+  RunVoice& Voice;
+
+  bool StrictFails() const { return Arguments.Strict && Voice.Warnings() > 0; }
+};
+
+bool Load(const Run& run, Project& project) {
+  const FileScanner scanner(run.Arguments.RulesUsed(), run.Voice);
+  const LoadOptions options{.Rules = run.Arguments.RulesUsed(), .Scanner = &scanner};
+  const LoadResult loaded = LoadScriptFile(run.Arguments.Project, project, options, run.Voice);
+  for (const CommandError& row : loaded.Commands.Errors) {
+    run.Voice.Tell({Severity::Error, {}, ErrorLine(row), {}});
+  }
+  for (const Message& note : loaded.Notes) {
+    run.Voice.Tell(note);
+  }
+  for (const Message& warning : loaded.Commands.Warnings) {
+    run.Voice.Tell(warning);
+  }
+  if (loaded.SkippedCount > 0) {
+    TellWarning(run.Voice, SkippedTitle, fmt::format(fmt::runtime(SkippedLines), loaded.SkippedCount),
+                project.ScriptFile);
+  }
+  return loaded.MayAuthor();
+}
+
+// Tells what the plan found and what is to come; false when the run cannot start.
+bool Announce(const Run& run, const DiscPlan& plan) {
+  for (const Message& finding : plan.Findings) {
+    run.Voice.Tell(finding);
+  }
+  const auto freeBytes = FreeBytes(run.Arguments.Folder);
+  if (run.Voice.Events()) {
+    run.Voice.Write(PlanJson(plan, freeBytes));
+  } else {
+    run.Context.Out << PlanText(plan, freeBytes) << std::flush;
+  }
+  if (plan.HasErrors()) {
+    return false;
+  }
+  if (freeBytes && *freeBytes < plan.NeededBytes()) {
+    // Surely too little below the sources' own size; otherwise the estimate may be wrong.
+    const bool sure = *freeBytes < plan.VideoBytes + plan.AudioBytes && !run.Arguments.DryRun;
+    const std::string text =
+        fmt::format(fmt::runtime(TooLittleSpace), SizeText(plan.NeededBytes()), SizeText(*freeBytes));
+    run.Voice.Tell(
+        {sure ? Severity::Error : Severity::Warning, std::string(SpaceTitle), text, run.Arguments.Folder});
+    return !sure;
+  }
+  return true;
+}
+
+AuthorResult WriteFiles(const Run& run, const DiscPlan& plan, const std::string& folder) {
+  Log log = StartLog(run.Arguments.LogFile.empty() ? run.Context.LogFile : run.Arguments.LogFile);
+  AuthorOptions options;
+  options.Folder = folder;
+  options.Regions = RegionsOf(run.Context.Options);
+  options.RemoveSeqEnd = run.Context.Options.RemoveSeqEnd;
+  options.TellSuccess = false;
+  options.DryRun = run.Arguments.DryRun;
+  return AuthorDisc(plan, options, run.Voice, log);
+}
+
+// Reads the folder back and gives it its name.
+bool Complete(const Run& run, OutputFolder& folder) {
+  run.Voice.Status(ReadingStatus);
+  const auto faults = ReadBack(folder.Path(), run.Voice);
+  for (const Message& fault : faults) {
+    run.Voice.Tell(fault);
+  }
+  if (!faults.empty()) {
+    return false;
+  }
+  if (run.StrictFails()) {
+    TellError(run.Voice, StrictTitle, StrictText);
+    return false;
+  }
+  return folder.Place(run.Voice);
+}
+
+AuthorOutcome Author(const Run& run, const DiscPlan& plan, AuthorResult& result) {
+  if (run.Arguments.DryRun) {
+    if (!OutputFolder::Judge(run.Arguments.Folder, run.Arguments.Force, run.Voice)) {
+      return AuthorOutcome::Failed;
+    }
+    result = WriteFiles(run, plan, run.Arguments.Folder);
+    return run.StrictFails() ? AuthorOutcome::Failed : result.Outcome;
+  }
+  auto folder = OutputFolder::Prepare(run.Arguments.Folder, run.Arguments.Force, run.Voice);
+  if (!folder) {
+    return AuthorOutcome::Failed;
+  }
+  result = WriteFiles(run, plan, folder->Path());
+  if (result.Outcome != AuthorOutcome::Done) {
+    return result.Outcome;
+  }
+  return Complete(run, *folder) ? AuthorOutcome::Done : AuthorOutcome::Failed;
+}
+
+void Summarise(const Run& run, const DiscPlan& plan, const AuthorResult& result) {
+  const AuthorArguments& arguments = run.Arguments;
+  if (run.Voice.Events()) {
+    run.Voice.Write(ResultJson(result, plan, arguments.Folder, arguments.DryRun));
+  } else if (result.Outcome == AuthorOutcome::Done) {
+    run.Context.Out << ResultText(result, plan, arguments.Folder, arguments.DryRun) << std::flush;
+  }
+  if (result.Outcome == AuthorOutcome::Stopped) {
+    run.Voice.Tell({Severity::Information, std::string(StoppedTitle), std::string(StoppedText), {}});
+  }
+}
+
+bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
+  RunVoice voice(context.Ui, context.Out, arguments.Json);
+  const Run run{arguments, context, voice};
+  Project project;
+  if (!Load(run, project)) {
+    return false;
+  }
+  const DiscPlan plan = PlanDisc(project, arguments.RulesUsed(), voice);
+  if (!Announce(run, plan)) {
+    return false;
+  }
+  if (run.StrictFails()) {
+    TellError(voice, StrictTitle, StrictText);
+    return false;
+  }
+  AuthorResult result;
+  result.Outcome = Author(run, plan, result);
+  Summarise(run, plan, result);
+  return result.Outcome == AuthorOutcome::Done;
+}
+
+}  // namespace
+
+AllowedRegions RegionsOf(const Settings& settings) {
+  AllowedRegions allowed{};
+  for (std::size_t i = 0; i < Regions.size(); ++i) {
+    allowed.at(static_cast<std::size_t>(Regions.at(i) - 1)) = settings.RegionAllowed.at(i);
+  }
+  return allowed;
+}
+
+void AddAuthorCommand(CLI::App& program, CommandContext& context) {
+  const auto arguments = std::make_shared<AuthorArguments>();
+  CLI::App* command = program.add_subcommand("author", "Makes the disc of a project: a VIDEO_TS folder");
+  command->add_option("project", arguments->Project, "Project script of either dialect")
+      ->required()
+      ->type_name("PROJECT");
+  command->add_option("-o,--output", arguments->Folder, "Folder that becomes the disc's VIDEO_TS")
+      ->required()
+      ->type_name("FOLDER");
+  command->add_flag("--analyse", arguments->Analyse,
+                    "Move chapter times onto pictures where a chapter can start");
+  command->add_flag("--reindex", arguments->Reindex, "Build picture indexes anew (with --analyse)");
+  command->add_flag("--force", arguments->Force, "Replace the disc that a former run made");
+  command
+      ->add_option("--rules", arguments->RuleSet,
+                   "What players expect, or every traditional number: players or classic")
+      ->check(CLI::IsMember({"players", "classic"}))
+      ->capture_default_str();
+  command->add_flag("--strict", arguments->Strict, "Make no disc when there are warnings");
+  command->add_flag("--dry-run", arguments->DryRun, "Do everything but write");
+  command->add_flag("--json", arguments->Json, "Print one JSON object an event");
+  command->add_option("--log-file", arguments->LogFile, "Log of the run instead of the usual one")
+      ->type_name("FILE");
+  command->callback(
+      [arguments, &context] { context.ExitStatus = RunAuthor(*arguments, context) ? ExitDone : ExitFailed; });
+}
+
+}  // namespace quorvelant
