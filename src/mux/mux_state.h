@@ -12,6 +12,7 @@
 #include "mux/decode_schedule.h"
 #include "mux/mux_track.h"
 #include "mux/picture_source.h"
+#include "mux/subpicture_stream.h"
 #include "mux/video_buffer.h"
 #include "mux/vob_output.h"
 #include "mux/vob_records.h"
@@ -26,7 +27,8 @@ struct MuxState {
   const FrameTiming& Timing;
   std::uint16_t VobId;
   PictureSource Pictures;
-  std::vector<AudioState> Audio;  // in the order of the stream map
+  std::vector<AudioState> Audio;             // in the order of the stream map
+  std::vector<SubpictureState> Subpictures;  // by stream number
 
   // Clocks of the VOB, which begins at 0.
   Clock LastScr = {};                           // of the sector written last
@@ -51,6 +53,7 @@ struct MuxState {
   std::uint32_t DataEndSector = 0;  // where the latest of those bytes went
   bool FirstPack = true;            // the first video pack of the VOB is still to come
   ByteSpan OpenPack = {};           // what is left of a pack whose rest the next pictures fill
+  std::int64_t LatestPts = 0;       // ticks: units of subpictures that start by then are due
 
   // Records.
   std::vector<VobuRecord> Vobus = {};

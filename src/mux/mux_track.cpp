@@ -23,9 +23,6 @@ void RefuseWhatIsNotBuilt(const MuxInput& input) {
   if (input.Kind != TrackKind::Motion) {
     throw MuxFault(fmt::format(NotBuilt, input.Name, "stills and slideshows"));
   }
-  if (!input.Subpictures.empty()) {
-    throw MuxFault(fmt::format(NotBuilt, input.Name, "subtitles"));
-  }
   if (input.Video.empty()) {
     throw MuxFault(fmt::format(NoVideo, input.Name));
   }
@@ -40,6 +37,7 @@ MuxState SetUp(const MuxInput& input, MuxBuild& build, VobOutput& output, const 
                  .VobId = static_cast<std::uint16_t>(records.Vobs.size() + 1),
                  .Pictures = {build.Files, input.Video, {input.Mpeg2, build.RemoveSeqEnd}},
                  .Audio = OpenAudioStreams(build.Files, input, build.Rules),
+                 .Subpictures = OpenSubpictures(input),
                  .Schedule = DecodeSchedule(timing)};
   state.FirstUnsynced.resize(state.Audio.size());
   return state;

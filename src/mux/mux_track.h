@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/log.h"
+#include "base/picture_service.h"
 #include "base/random.h"
 #include "base/rules.h"
 #include "base/user_interface.h"
@@ -92,8 +93,9 @@ struct MuxBuild {
   Log& RunLog;
   Random& Files;  // slots 0 to 9: video source, output, eight audio sources
   quorvelant::Rules Rules;
-  bool RemoveSeqEnd = true;  // overwrite sequence end codes in the middle of a track
-  bool DryRun = false;       // everything but writing
+  bool RemoveSeqEnd = true;           // overwrite sequence end codes in the middle of a track
+  bool DryRun = false;                // everything but writing
+  PictureLoader* Pictures = nullptr;  // for bitmaps of other formats than ".bmp"
 
   int UnderflowCount = 0;
   bool UnderflowSeen = false;

@@ -42,6 +42,7 @@ VobRecord RecordOf(const MuxState& state) {
 
 void EndTrack(MuxState& state, VobSetRecords& records) {
   const std::int64_t endPts = state.PtsOfHalves(state.ElapsedHalves);
+  SendDueUnits(state, state.LatestPts);
   DrainAudio(state, endPts);
   CloseRecords(state, endPts);
   WarnOfMissedMarks(state, state.NextMark, state.Input.Marks.size());

@@ -82,6 +82,7 @@ void WriteVideoPack(MuxState& state) {
   if (state.Build.Ui.StopRequested()) {
     throw MuxStopped();
   }
+  SendDueUnits(state, state.LatestPts);
   const PacketHeader header = HeaderOf(state);
   const std::size_t payload = PayloadOf(state, RoomBehind(header));
   state.LastScr = InterleaveAudio(state, WaitToSend(state, payload));
@@ -99,6 +100,7 @@ void WriteVideoPack(MuxState& state) {
 
 void WritePicture(MuxState& state) {
   state.Written = 0;
+  state.LatestPts = std::max(state.LatestPts, state.Times.Pts.WholeTicks());
   state.DataBytes = DataBytesOf(state.Pictures.BytesOf(state.Picture));
   state.OpenPack = CopyPayload(state, state.OpenPack);
   while (state.Written < state.Picture.UnitBytes) {

@@ -103,7 +103,7 @@ void BeginVobu(MuxState& state, Clock navScr) {
                     .FramesAtStart = static_cast<double>(state.HalvesAhead()) / 2,
                     .CellFramesAtStart = static_cast<double>(state.HalvesAhead() - state.CellStartHalves) / 2,
                     .UopMask = state.CellUopMask};
-  record.SubSync.fill(NoSubpictureSync);
+  record.SubSync = SubpictureSync(state.Subpictures, record.StartPts, record.StartSector);
   // Written when the addresses of later VOBUs are known.
   std::ranges::fill(state.Output.NextSector(), std::uint8_t{0});
   record.FileNumber = state.Output.FileNumber();
@@ -150,6 +150,7 @@ void OpenVobuIfDue(MuxState& state) {
   if (!decision.Starts) {
     return;
   }
+  SendDueUnits(state, state.LatestPts);  // of the VOBU that ends here
   const Clock wanted = state.TimeOfHalves(state.HalvesAhead() - state.FormerLengthHalves);
   SendAudioAhead(state, wanted, state.Times.Dts);
   const Clock navScr = std::max(wanted, state.LastScr + SectorTicks);

@@ -50,7 +50,11 @@ ReadPack PackOf(ByteView sector) {
   pack.Payload = {data.begin(), data.end()};
   if (pack.StreamId == 0xBD) {
     pack.Substream = pack.Payload[0];
-    ReadAudioHeader(pack, pack.Payload);
+    if (pack.Substream >= 0x80) {
+      ReadAudioHeader(pack, pack.Payload);
+    } else {
+      pack.Payload.erase(pack.Payload.begin());
+    }
   }
   return pack;
 }

@@ -1,0 +1,184 @@
+// Subtitles in finished sectors: what ffmpeg shows of them and when, and where they stand.
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+
+#include "subtitled_track.h"
+#include "support/media.h"
+#include "support/stream_builder.h"
+
+namespace quorvelant {
+namespace {
+
+constexpr Color Base = 0x563412;
+constexpr int Frames = 125;
+
+// Frame n of the film's time, as ffmpeg shows subtitle stream `index` on a plain ground.
+std::map<int, std::string> Render(const MuxRun& run, int index, bool ntsc, const std::vector<int>& frames) {
+  std::string palette = "0,0,0,0";
+  for (const Color color : ShownColors) {
+    palette += fmt::format(",{:02x}{:02x}{:02x}", color & 255, color >> 8 & 255, color >> 16 & 255);
+  }
+  std::string select;
+  for (const int frame : frames) {
+    select += fmt::format("{}eq(n\\,{})", select.empty() ? "" : "+", frame);
+  }
+  const int height = ntsc ? 480 : 576;
+  const std::string out = run.Folder / "frames.rgb";
+  const std::string command = fmt::format(
+      "ffmpeg -v error -nostdin -canvas_size 720x{0} -palette {1},0,0,0,0,0,0,0,0 -i {2}_1.VOB -f lavfi -i "
+      "color=c=0x123456:s=720x{0}:r={3}:d=5,format=gbrp -filter_complex "
+      "'[1:v][0:s:{4}]overlay=format=gbrp,select={5}' -fps_mode passthrough -f rawvideo -pix_fmt rgb24 -y "
+      "{6}",
+      height, palette, run.Base(), ntsc ? "30000/1001" : "25", index, select, out);
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  const std::string all = TempFolder::Read(out);
+  const std::size_t bytes = std::size_t{720} * static_cast<std::size_t>(height) * 3;
+  EXPECT_EQ(all.size(), bytes * frames.size());
+  std::map<int, std::string> rendered;
+  for (std::size_t i = 0; i < frames.size(); ++i) {
+    rendered[frames[i]] = all.substr(i * bytes, bytes);
+  }
+  return rendered;
+}
+
+// Pixels of a rendered frame that are not what the subtitle, or nothing, should show.
+int WrongPixels(const std::string& frame, const TestSubtitle* subtitle) {
+  const Picture bitmap = subtitle != nullptr ? PaintStripes(*subtitle) : Picture();
+  int wrong = 0;
+  for (std::size_t at = 0; at + 2 < frame.size(); at += 3) {
+    const auto byte = [&](std::size_t i) { return Color{static_cast<std::uint8_t>(frame[at + i])}; };
+    const int x = static_cast<int>(at / 3 % 720);
+    const int y = static_cast<int>(at / 3 / 720);
+    const Color want = subtitle != nullptr ? ShownAt(*subtitle, bitmap, x, y, Base) : Base;
+    wrong += (byte(0) | byte(1) << 8 | byte(2) << 16) == want ? 0 : 1;
+  }
+  return wrong;
+}
+
+void ExpectShown(const MuxRun& run, int index, bool ntsc, const std::vector<TestSubtitle>& subtitles) {
+  std::vector<int> frames;
+  for (const TestSubtitle& subtitle : subtitles) {
+    const int middle = (subtitle.Start + subtitle.End) / 2;
+    if (&subtitle == subtitles.data()) {
+      frames = {middle};  // this decoder shows a stream's first unit as soon as it has it
+    } else {
+      frames.insert(frames.end(),
+                    {subtitle.Start - 1, subtitle.Start, middle, subtitle.End - 1, subtitle.End});
+    }
+  }
+  std::ranges::sort(frames);
+  frames.erase(std::ranges::unique(frames).begin(), frames.end());
+  for (const auto& [number, frame] : Render(run, index, ntsc, frames)) {
+    const auto shown = std::ranges::find_if(
+        subtitles, [&](const TestSubtitle& each) { return each.Start <= number && number < each.End; });
+    EXPECT_EQ(WrongPixels(frame, shown != subtitles.end() ? &*shown : nullptr), 0)
+        << "stream " << index << ", frame " << number;
+  }
+}
+
+TEST(SubtitleMux, EveryUnitShowsAsPaintedAndInTime) {
+  for (const bool ntsc : {false, true}) {
+    const TempFolder folder;
+    const std::vector<TestSubtitle> first{{300, 60, 100, 400, 0, 20},
+                                          {301, 61, 101, 301, 25, 26, true},
+                                          {720, 100, 0, 200, 26, 70},
+                                          {203, 37, -1, -1, 101, 124}};
+    const std::vector<TestSubtitle> second{{64, 32, 600, 300, 0, 20}, {64, 33, 600, 300, 25, 60}};
+    const SubtitleStream streams[] = {StreamOf(folder, "a", first, ntsc),
+                                      StreamOf(folder, "b", second, ntsc)};
+    MuxInput input = MotionTrack(
+        {SampleVideo(
+            {.Standard = ntsc ? "NTSC" : "PAL", .Frames = ntsc ? 150 : Frames, .KbitPerSecond = 7000})},
+        ntsc);
+    input.Audio = {Ac3Stream(SampleAc3({.Seconds = 5}))};
+    input.Subpictures = {{3, &streams[0], {}}, {31, &streams[1], {}}};
+    for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+      MuxRun run(rules);
+      ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+      EXPECT_EQ(run.DecodeComplaints(), "");
+      if (rules.BitmapsAsPainted) {
+        ExpectShown(run, 0, ntsc, first);
+        ExpectShown(run, 1, ntsc, second);
+      }
+    }
+  }
+}
+
+std::uint64_t NavField(const MuxRun& run, std::size_t vobu, std::size_t offset) {
+  const Bytes sectors = run.Sectors();
+  return GetBytes(sectors, run.Records.VobuAddressList[vobu] * SectorBytes + offset, 4);
+}
+
+// Four large units due with the picture that opens the third VOBU, beside sound.
+TEST(SubtitleMux, UnitsFollowTheirNavigationPackAndLetSoundThroughForPlayers) {
+  const TempFolder folder;
+  const TestSubtitle large{720, 240, 0, 100, 24, 45};
+  const SubtitleStream stream = StreamOf(folder, "a", {large}, false);
+  const Bytes film = BuildStream({.Gops = 6});
+  MuxInput input = MotionTrack({folder.Write("film.m2v", std::string(film.begin(), film.end()))});
+  input.Audio = {Ac3Stream(SampleAc3({.Seconds = 3}))};
+  for (int number = 0; number < 4; ++number) {
+    input.Subpictures.push_back({number, &stream, {}});
+  }
+  for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+    MuxRun run(rules);
+    ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+    const std::vector<ReadPack> packs = run.Packs();
+    const std::uint32_t nav = run.Records.VobuAddressList.at(2);
+    int sound = 0;
+    int next = 0;
+    std::size_t lastPack = nav;
+    std::array<std::size_t, 4> firstPack{};
+    for (std::size_t at = nav + 1; at < packs.size() && packs[at].StreamId == 0xBD; ++at) {
+      if (packs[at].Substream >= 0x80) {
+        ++sound;
+      } else if (packs[at].Pts) {
+        ASSERT_EQ(packs[at].Substream, 0x20 + next) << "the lower stream goes first";
+        EXPECT_EQ(*packs[at].Pts, 25257 + 24 * 3600);
+        EXPECT_EQ(packs[at].BufferKib, 58);
+        firstPack.at(static_cast<std::size_t>(next++)) = at;
+        lastPack = at;
+      } else {
+        lastPack = at;
+      }
+    }
+    EXPECT_EQ(next, 4);
+    EXPECT_LT(packs[lastPack].Scr / 300 + 146, 25257 + 24 * 3600) << "all there in time";
+    sound -=
+        static_cast<int>(std::ranges::count_if(packs.begin() + static_cast<std::ptrdiff_t>(lastPack),
+                                               packs.end(), [&, done = false](const ReadPack& pack) mutable {
+                                                 done = done || pack.StreamId != 0xBD;
+                                                 return !done && pack.Substream >= 0x80;
+                                               }));
+    EXPECT_EQ(sound > 0, rules.AudioBetweenUnitPacks);
+    for (std::size_t number = 0; number < 4; ++number) {
+      EXPECT_EQ(NavField(run, 0, 1449 + 4 * number), 0x7FFFFFFFU);
+      EXPECT_EQ(NavField(run, 2, 1449 + 4 * number), 0x7FFFFFFFU) << "it starts behind this pack";
+      EXPECT_EQ(NavField(run, 3, 1449 + 4 * number),
+                0x80000000U | (run.Records.VobuAddressList.at(3) - firstPack.at(number)));
+      EXPECT_EQ(NavField(run, 4, 1449 + 4 * number), 0x7FFFFFFFU) << "it has ended";
+    }
+  }
+}
+
+TEST(SubtitleMux, AUnitThatCannotBeMadeIsToldWithItsPlace) {
+  const TempFolder folder;
+  SubtitleStream stream =
+      StreamOf(folder, "a", {{64, 32, 600, 300, 5, 20}, {64, 32, 600, 300, 25, 60}}, false);
+  stream.SubPlays[1].File = folder / "gone.bmp";
+  MuxInput input = MotionTrack({SampleVideo({.Frames = 75})});
+  input.Subpictures = {{2, &stream, {}}};
+  MuxRun run;
+  EXPECT_EQ(run.Mux(input), MuxOutcome::Failed);
+  ASSERT_EQ(run.Ui.Messages.size(), 1U);
+  EXPECT_THAT(run.Ui.Messages[0].Text, testing::StartsWith("Track \"Film\", subtitle stream 2, entry 2: "));
+  EXPECT_EQ(run.Ui.Messages[0].Place, folder / "gone.bmp");
+}
+
+}  // namespace
+}  // namespace quorvelant

@@ -1,0 +1,79 @@
+// Subtitles for test tracks: bitmaps painted in the four colours that stand for the pixel kinds, and what
+// a player should show of them.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "base/bmp.h"
+#include "base/timecode.h"
+#include "mux_run.h"
+
+namespace quorvelant {
+
+inline constexpr std::array<Color, 4> PaintedColors{0x010101, 0xFFFFFF, 0x808080, 0x00FF00};  // by pixel code
+inline constexpr std::array<Color, 4> ShownColors{0x2000F0, 0x30C0E0, 0x40A0D0, 0x5080B0};  // palette 4 to 7
+
+struct TestSubtitle {
+  int Width, Height, X, Y;
+  int Start, End;  // frames
+  bool Forced = false;
+};
+
+// Stripes of all four colours that no two lines share.
+inline Picture PaintStripes(const TestSubtitle& subtitle) {
+  Picture picture(subtitle.Width, subtitle.Height);
+  for (int y = 0; y < picture.Height; ++y) {
+    for (int x = 0; x < picture.Width; ++x) {
+      picture.Set(x, y, PaintedColors.at(static_cast<std::size_t>((x + 3 * y) / (1 + y % 5) % 4)));
+    }
+  }
+  return picture;
+}
+
+// Colour at a place of the screen while the subtitle shows: the last line of a bitmap stays hidden.
+inline Color ShownAt(const TestSubtitle& subtitle, const Picture& bitmap, int x, int y, Color below) {
+  const int column = x - subtitle.X;
+  const int row = y - subtitle.Y;
+  if (column < 0 || column >= bitmap.Width || row < 0 || row >= bitmap.Height - 1) {
+    return below;
+  }
+  const auto code = std::ranges::find(PaintedColors, bitmap.At(column, row)) - PaintedColors.begin();
+  return ShownColors.at(static_cast<std::size_t>(code));
+}
+
+inline SubPicturePlay PlayOf(const TestSubtitle& subtitle, const std::string& file, int framesPerSecond) {
+  SubPicturePlay play;
+  play.ConversionP = PaintedColors[1];
+  play.ConversionE1 = PaintedColors[2];
+  play.ConversionE2 = PaintedColors[3];
+  play.ColorBg = 4;
+  play.ColorP = 5;
+  play.ColorE1 = 6;
+  play.ColorE2 = 7;
+  play.ContrastBg = play.ContrastP = play.ContrastE1 = play.ContrastE2 = 15;
+  play.X1 = subtitle.X;
+  play.Y1 = subtitle.Y;
+  play.Start = FramesToTimecode(subtitle.Start, framesPerSecond);
+  play.Duration = FramesToTimecode(subtitle.End - subtitle.Start, framesPerSecond);
+  play.File = file;
+  play.Forced = subtitle.Forced;
+  return play;
+}
+
+// Writes the bitmaps into `folder` and lists them in a stream of the model.
+inline SubtitleStream StreamOf(const TempFolder& folder, const std::string& name,
+                               const std::vector<TestSubtitle>& subtitles, bool ntsc) {
+  SubtitleStream stream;
+  for (const TestSubtitle& subtitle : subtitles) {
+    const Bytes file = WriteBmp(PaintStripes(subtitle));
+    const std::string path = folder.Write(name + std::to_string(stream.SubPlays.size()) + ".bmp",
+                                          std::string(file.begin(), file.end()));
+    stream.SubPlays.push_back(PlayOf(subtitle, path, ntsc ? 30 : 25));
+  }
+  return stream;
+}
+
+}  // namespace quorvelant
