@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/open_project.h"
+#include "base/text.h"
 #include "project/check.h"
 #include "project/check_sources.h"
 #include "project/outline_json.h"
@@ -103,7 +104,9 @@ int Run(const CheckOptions& options, CommandContext& context) {
     PrintJson(project, load, report, context.Out);
     return report.ErrorCount == 0 ? ExitDone : ExitFailed;
   }
-  context.Out << OutlineText(OutlineOf(project));
+  if (load.Loaded) {
+    context.Out << Printable(OutlineText(OutlineOf(project)));
+  }
   for (const Message& message : report.Messages) {
     context.Ui.Tell(message);
   }

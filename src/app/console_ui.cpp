@@ -8,6 +8,8 @@
 #include <ostream>
 #include <utility>
 
+#include "base/text.h"
+
 namespace quorvelant {
 
 namespace {
@@ -68,7 +70,7 @@ void ConsoleUi::Line(std::string_view text) {
     lineOpen_ = false;
     shownTenths_ = -1;
   }
-  *err_ << text << '\n' << std::flush;
+  *err_ << Printable(text) << '\n' << std::flush;
 }
 
 void ConsoleUi::Tell(const Message& message) {

@@ -86,7 +86,11 @@ bool IsSwitchForm(std::span<const std::string> arguments) {
   if (arguments.empty()) {
     return false;
   }
-  const std::string first = arguments.front().substr(0, arguments.front().find(' '));
+  const std::string_view line = Trim(arguments.front());
+  if (line.empty()) {
+    return !arguments.front().empty();  // a line of blanks is no empty line: it lacks its script
+  }
+  const std::string_view first = line.substr(0, line.find(' '));
   const std::array switches{ScriptSwitch, DestinationSwitch, CreateSwitch, ExitSwitch, AnalyseSwitch};
   return std::find(switches.begin(), switches.end(), first) != switches.end();
 }

@@ -32,7 +32,7 @@ struct Switches {
   bool operator==(const Switches&) const = default;
 };
 
-// Whether the arguments are of this form: the first one is, or begins with, a switch.
+// Whether the arguments are of this form: the first one is, or begins with, a switch, or is all blanks.
 bool IsSwitchForm(std::span<const std::string> arguments);
 
 // The line as it was before the shell took the quotes away: an argument behind "-i" or "-d" stands in double

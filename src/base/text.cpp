@@ -95,4 +95,19 @@ std::int32_t LeadingNumber(std::string_view text) {
   return static_cast<std::int32_t>(negative ? -value : value);
 }
 
+std::string Printable(std::string_view text) {
+  constexpr std::string_view Digits = "0123456789ABCDEF";
+  std::string shown;
+  shown.reserve(text.size());
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if ((byte < 0x20 && c != '\n') || byte == 0x7F) {
+      shown.append("\\x").append(1, Digits[byte >> 4U]).append(1, Digits[byte & 15U]);
+    } else {
+      shown.push_back(c);
+    }
+  }
+  return shown;
+}
+
 }  // namespace quorvelant

@@ -33,4 +33,7 @@ std::string Replace(std::string_view text, std::string_view from, std::string_vi
 // 32 bits is held at the nearest value that fits.
 std::int32_t LeadingNumber(std::string_view text);
 
+// A text for a terminal: control bytes, which could steer it, are shown as "\\x1B"; the line feed stays.
+std::string Printable(std::string_view text);
+
 }  // namespace quorvelant

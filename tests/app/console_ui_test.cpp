@@ -18,6 +18,7 @@ TEST(ConsoleUi, PlainLinesWhereThereIsNoTerminal) {
   ui.Progress(1, 0);
   ui.Tell({Severity::Error, "Import Error", "No such file", "a.m2v"});
   ui.Tell({Severity::Information, "", "No script file specified", ""});
+  ui.Tell({Severity::Error, "", "two\nlines, \x1B[31m\x7F and \xC3\xA9", ""});  // steers no terminal
   EXPECT_TRUE(ui.Ask("Confirm", "Go on?", true));
   EXPECT_EQ(ui.AskText("Name", "Which?", "this"), "this");
   std::string lines = "Indexing\n";
@@ -26,6 +27,7 @@ TEST(ConsoleUi, PlainLinesWhereThereIsNoTerminal) {
   }
   EXPECT_EQ(err.str(), lines +
                            "a.m2v: Import Error: No such file\nNo script file specified\n"
+                           "two\nlines, \\x1B[31m\\x7F and \xC3\xA9\n"
                            "Confirm: Go on? [Yes]\nName: Which? [this]\n");
 }
 

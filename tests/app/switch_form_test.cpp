@@ -16,10 +16,11 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 TEST(SwitchForm, TheFirstArgumentDecides) {
-  for (const char* first : {"-i", "-d", "-create", "-exit", "-analyse", "-i \"a.qvp\" -d \"out\""}) {
+  for (const char* first :
+       {"-i", "-d", "-create", "-exit", "-analyse", "-i \"a.qvp\" -d \"out\"", " -i", " "}) {
     EXPECT_TRUE(IsSwitchForm(std::vector<std::string>{first})) << first;
   }
-  for (const char* first : {"author", "--help", "-h", "-input", "", " -i"}) {
+  for (const char* first : {"author", "--help", "-h", "-input", ""}) {
     EXPECT_FALSE(IsSwitchForm(std::vector<std::string>{first})) << first;
   }
   EXPECT_FALSE(IsSwitchForm({}));
