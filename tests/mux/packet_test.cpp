@@ -3,7 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <vector>
+
+#include "support/folders.h"
+#include "support/temp_folder.h"
 
 namespace quorvelant {
 namespace {
@@ -59,6 +63,25 @@ TEST(Packet, ShortPacketsAreStuffedOrPadded) {
   sector = Packed(timed, 2015 - 2, at);
   EXPECT_THAT(Part(sector, 20, 3), ElementsAre(0x81, 0xC0, 0x0C)) << "stuffing stands behind the stamps";
   EXPECT_THAT(Part(sector, 33, 2), Each(0xFF));
+}
+
+// The table of docs/formats/packs.md is what a first pack begins with.
+TEST(Packet, WorkedExample) {
+  const std::string page = TempFolder::Read(SourceFile("docs/formats/packs.md"));
+  Bytes expected;
+  for (std::size_t at = page.find("| `", page.find("Packet.WorkedExample")); at != std::string::npos;
+       at = page.find("\n| `", at)) {
+    at = page.find('`', at) + 1;
+    std::istringstream row(page.substr(at, page.find('`', at) - at));
+    for (unsigned byte = 0; row >> std::hex >> byte;) {
+      expected.push_back(static_cast<std::uint8_t>(byte));
+    }
+  }
+  Bytes sector(SectorBytes);
+  const Clock scr = SectorTicks;
+  const PacketHeader first{.Pts = VideoStartPts, .Dts = VideoStartPts - 3600, .BufferKib = VideoBufferKib};
+  const std::size_t at = PutPacket(sector, ScrOf(scr, PackKind::Video, Rules::Players), first, 2012);
+  EXPECT_EQ(Part(sector, 0, at), expected);
 }
 
 }  // namespace
