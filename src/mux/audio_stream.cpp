@@ -100,6 +100,20 @@ std::vector<AudioState> OpenAudioStreams(Random& files, const MuxInput& input, c
   return streams;
 }
 
+std::int64_t SoundEndPts(const AudioState& stream) {
+  const auto sampleBytes =
+      stream.Input->Pcm ? static_cast<std::int64_t>(stream.Pcm.SourceSampleBytes()) : stream.FrameBytes;
+  std::int64_t samples = 0;
+  for (const std::uint64_t bytes : stream.Input->DataBytes) {
+    samples += static_cast<std::int64_t>(bytes) / sampleBytes;
+  }
+  if (!stream.Input->Pcm) {
+    return stream.NextPts + samples * stream.FrameTicks;
+  }
+  const std::int64_t frame = stream.Pcm.SamplesPerFrame();
+  return stream.NextPts + (samples * stream.FrameTicks + frame - 1) / frame;
+}
+
 AudioPack WriteAudioPack(AudioState& stream, ByteSpan sector, SystemClockReference scr,
                          std::optional<std::int64_t> limit) {
   const AudioPack pack =

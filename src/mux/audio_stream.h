@@ -60,6 +60,9 @@ struct AudioPack {
   std::size_t FirstFrame = 0;  // offset of the first of them in the payload
 };
 
+// Where the sound of a stream just opened ends, in ticks on the VOB's clock, by the length of its files.
+std::int64_t SoundEndPts(const AudioState& stream);
+
 // Fills `sector` with the stream's next pack. No frame that sounds at or behind `limit` (ticks) is begun.
 // There must be something to send: the claim lies below the limit and the source is not exhausted.
 AudioPack WriteAudioPack(AudioState& stream, ByteSpan sector, SystemClockReference scr,

@@ -12,6 +12,7 @@
 #include "mux/decode_schedule.h"
 #include "mux/mux_track.h"
 #include "mux/picture_source.h"
+#include "mux/slides.h"
 #include "mux/subpicture_stream.h"
 #include "mux/video_buffer.h"
 #include "mux/vob_output.h"
@@ -54,6 +55,8 @@ struct MuxState {
   bool FirstPack = true;            // the first video pack of the VOB is still to come
   ByteSpan OpenPack = {};           // what is left of a pack whose rest the next pictures fill
   std::int64_t LatestPts = 0;       // ticks: units of subpictures that start by then are due
+
+  SlideState Slides = {};  // of a still or slideshow track
 
   // Records.
   std::vector<VobuRecord> Vobus = {};

@@ -7,6 +7,7 @@
 #include "mux/failures.h"
 #include "mux/mux_fault.h"
 #include "mux/mux_state.h"
+#include "mux/still_source.h"
 #include "mux/track_end.h"
 #include "mux/video_packs.h"
 #include "mux/vobus.h"
@@ -16,31 +17,40 @@ namespace {
 
 constexpr std::uint64_t BytesPerProgress = std::uint64_t{1} << 20;
 
-constexpr std::string_view NotBuilt = "Track \"{}\": {} are not built yet.";
 constexpr std::string_view NoVideo = "Track \"{}\" has no video.";
 
-void RefuseWhatIsNotBuilt(const MuxInput& input) {
-  if (input.Kind != TrackKind::Motion) {
-    throw MuxFault(fmt::format(NotBuilt, input.Name, "stills and slideshows"));
-  }
+MuxState SetUp(const MuxInput& input, MuxBuild& build, VobOutput& output, const VobSetRecords& records) {
   if (input.Video.empty()) {
     throw MuxFault(fmt::format(NoVideo, input.Name));
   }
-}
-
-MuxState SetUp(const MuxInput& input, MuxBuild& build, VobOutput& output, const VobSetRecords& records) {
   const FrameTiming& timing = TimingOf(input.Ntsc);
   MuxState state{.Input = input,
                  .Build = build,
                  .Output = output,
                  .Timing = timing,
                  .VobId = static_cast<std::uint16_t>(records.Vobs.size() + 1),
-                 .Pictures = {build.Files, input.Video, {input.Mpeg2, build.RemoveSeqEnd}},
+                 .Pictures = {build.Files,
+                              input.Video,
+                              {.Mpeg2 = input.Mpeg2,
+                               .RemoveEndCodes = build.RemoveSeqEnd,
+                               .EndEachFile = input.Kind != TrackKind::Motion,
+                               .EncodeStill = StillEncoderOf(input, build)}},
                  .Audio = OpenAudioStreams(build.Files, input, build.Rules),
                  .Subpictures = OpenSubpictures(input),
                  .Schedule = DecodeSchedule(timing)};
   state.FirstUnsynced.resize(state.Audio.size());
+  if (input.Kind != TrackKind::Motion) {
+    PlanSlides(state);
+  }
   return state;
+}
+
+DecodeTimes TimesOfPicture(MuxState& state) {
+  if (state.Input.Kind != TrackKind::Motion) {
+    return SlideTimes(state);
+  }
+  return state.Schedule.Next(
+      state.Picture, [&](std::size_t ahead) -> const CodedPicture* { return state.Pictures.Ahead(ahead); });
 }
 
 // Counts the picture at the front, gives it its times and enters it into the buffer.
@@ -49,8 +59,7 @@ void BeginPicture(MuxState& state) {
   state.Picture = *state.Pictures.Front();
   CheckGopLength(state);
   state.ElapsedHalves += state.Picture.ShownHalves();
-  state.Times = state.Schedule.Next(
-      state.Picture, [&](std::size_t ahead) -> const CodedPicture* { return state.Pictures.Ahead(ahead); });
+  state.Times = TimesOfPicture(state);
   QueuePicture(state.Buffer,
                {state.Times.Dts.WholeTicks(), static_cast<std::int64_t>(state.Picture.UnitBytes)});
 }
@@ -69,15 +78,22 @@ void EndPicture(MuxState& state) {
 }
 
 void WriteTrack(MuxState& state, VobSetRecords& records) {
+  const bool motion = state.Input.Kind == TrackKind::Motion;
   while (state.Pictures.Front() != nullptr) {
     BeginPicture(state);
     if (state.Vobus.empty()) {
       OpenVob(state);
-    } else {
+    } else if (motion) {
       OpenVobuIfDue(state);
+    }
+    if (!motion) {
+      OpenSlide(state);
     }
     WritePicture(state);
     EndPicture(state);
+    if (!motion && state.Picture.LastOfFile) {
+      HoldSlide(state);
+    }
   }
   EndTrack(state, records);
 }
@@ -86,7 +102,6 @@ void WriteTrack(MuxState& state, VobSetRecords& records) {
 
 MuxOutcome MuxTrack(const MuxInput& input, MuxBuild& build, VobOutput& output, VobSetRecords& records) {
   try {
-    RefuseWhatIsNotBuilt(input);
     MuxState state = SetUp(input, build, output, records);
     WriteTrack(state, records);
     return MuxOutcome::Done;

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 #include "analysis/start_code_search.h"
 #include "mux/mux_fault.h"
@@ -41,7 +43,7 @@ constexpr std::string_view TwoSizes =
 }  // namespace
 
 PictureSource::PictureSource(Random& files, const std::vector<MuxVideoFile>& list, Options options)
-    : list_(&list), options_(options), file_(files, 0), window_(WindowBytes) {
+    : list_(&list), options_(std::move(options)), file_(files, 0), window_(WindowBytes) {
   if (std::ranges::any_of(list, [](const MuxVideoFile& file) { return file.Path.empty(); })) {
     throw MuxFault(std::string(NoName), {}, {});
   }
@@ -79,7 +81,12 @@ bool PictureSource::OpenNextFile() {
   if (filesOpened_ == list_->size()) {
     return false;
   }
-  file_.Open((*list_)[filesOpened_].Path, 0, SourceFile::WholeFile);
+  const MuxVideoFile& file = (*list_)[filesOpened_];
+  if (file.ImageSource) {
+    file_.OpenMade(file.Path, options_.EncodeStill(file));
+  } else {
+    file_.Open(file.Path, 0, SourceFile::WholeFile);
+  }
   ++filesOpened_;
   fileStart_.push_back(end_);
   scan_ = end_;
@@ -153,6 +160,7 @@ bool PictureSource::ReadUnit() {
                      (*list_)[filesOpened_ - 1].Path);
     }
     if (pictureSeen_) {
+      EndFile();
       EndUnit(end_);
       units_.back().LastOfFile = true;
     }
@@ -256,9 +264,21 @@ void PictureSource::RemoveEndCode() {
   }
 }
 
+// Gives the last picture of a file its end code, where it has none of its own.
+void PictureSource::EndFile() {
+  constexpr std::array<std::uint8_t, StartCodeBytes> EndCode{0, 0, 1, SequenceEndCode};
+  if (options_.EndEachFile && !endCode_) {
+    endCode_ = end_;
+    std::ranges::copy(EndCode, window_.Room(EndCode.size()).begin());
+    window_.Added(EndCode.size());
+    end_ += EndCode.size();
+  }
+}
+
 void PictureSource::EndUnit(std::uint64_t at) {
-  const bool trackGoesOn = at != end_ || file_.Left() > 0 || filesOpened_ < list_->size();
-  if (trackGoesOn) {
+  const bool fileGoesOn = at != end_ || file_.Left() > 0;
+  const bool trackGoesOn = fileGoesOn || filesOpened_ < list_->size();
+  if (options_.EndEachFile ? fileGoesOn : trackGoesOn) {
     RemoveEndCode();
   }
   coming_.UnitBytes = static_cast<std::size_t>(at - coming_.Offset);

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,6 +37,9 @@ class PictureSource {
   struct Options {
     bool Mpeg2 = true;           // field pictures and repeated fields are told by extensions
     bool RemoveEndCodes = true;  // in the middle of the track
+    bool EndEachFile = false;    // with a sequence end code: stills and slides stand alone
+    // Makes a coded picture of a file that is a bitmap.
+    std::function<Bytes(const MuxVideoFile&)> EncodeStill = {};
   };
   PictureSource(Random& files, const std::vector<MuxVideoFile>& list, Options options);
 
@@ -65,6 +69,7 @@ class PictureSource {
   void TakeEndCode(std::uint64_t at);
   void EndUnit(std::uint64_t at);
   void RemoveEndCode();
+  void EndFile();
   std::uint8_t ByteAt(std::uint64_t offset);
   void SetByte(std::uint64_t offset, unsigned value);
   std::string PlaceAt(std::size_t file, std::uint64_t offset) const;

@@ -35,7 +35,8 @@ SourceFile::SourceFile(SourceFile&& other) noexcept
       path_(std::move(other.path_)),
       position_(other.position_),
       left_(other.left_),
-      open_(std::exchange(other.open_, false)) {}
+      open_(std::exchange(other.open_, false)),
+      made_(std::move(other.made_)) {}
 
 void SourceFile::Open(const std::string& path, std::uint64_t from, std::uint64_t bytes) {
   Close();
@@ -50,16 +51,31 @@ void SourceFile::Open(const std::string& path, std::uint64_t from, std::uint64_t
   files_->SeekAbsolute(from, slot_);
 }
 
+void SourceFile::OpenMade(const std::string& path, Bytes made) {
+  Close();
+  path_ = path;
+  position_ = 0;
+  left_ = made.size();
+  made_ = std::move(made);
+}
+
 void SourceFile::Close() {
   if (open_) {
     files_->CloseFile(slot_);
     open_ = false;
   }
   left_ = 0;
+  made_ = {};
 }
 
 std::size_t SourceFile::Read(ByteSpan target) {
   const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(target.size(), left_));
+  if (!open_) {
+    std::copy_n(made_.begin() + static_cast<std::ptrdiff_t>(position_), wanted, target.begin());
+    position_ += wanted;
+    left_ -= wanted;
+    return wanted;
+  }
   const std::size_t got = files_->ReadInto(target.first(wanted), slot_);
   if (got < wanted) {
     throw MuxFault(fmt::format(Shrunk, path_, position_ + got, left_ - got),

@@ -43,6 +43,8 @@ class SourceFile {
   // The stretch of `bytes` from `from`; the whole file behind `from` for WholeFile.
   static constexpr std::uint64_t WholeFile = ~std::uint64_t{0};
   void Open(const std::string& path, std::uint64_t from, std::uint64_t bytes);
+  // What was made of the file at `path`, to be read in its place.
+  void OpenMade(const std::string& path, Bytes made);
   void Close();
 
   std::uint64_t Left() const { return left_; }
@@ -57,6 +59,7 @@ class SourceFile {
   std::uint64_t position_ = 0;
   std::uint64_t left_ = 0;
   bool open_ = false;
+  Bytes made_;
 };
 
 }  // namespace quorvelant

@@ -17,6 +17,9 @@ constexpr Clock MostLag = Clock::FromTicks(63000);
 // sequence header or the end of the track.
 std::size_t PayloadOf(MuxState& state, std::size_t room) {
   std::size_t payload = state.Picture.UnitBytes - state.Written;
+  if (state.Input.Kind != TrackKind::Motion && state.Picture.LastOfFile) {
+    return std::min(payload, room);  // the next slide stands alone, and isn't needed yet
+  }
   for (std::size_t i = 1; payload < room; ++i) {
     const PictureUnit* next = state.Pictures.Ahead(i);
     if (next == nullptr || next->SequenceHeader) {

@@ -8,6 +8,8 @@
 
 #include "mux/failures.h"
 #include "mux/interleave.h"
+#include "mux/pack_header.h"
+#include "mux/padding_packet.h"
 #include "mux/vobu_decision.h"
 
 namespace quorvelant {
@@ -66,14 +68,15 @@ VobuDecision DecideAtPicture(MuxState& state) {
   return DecideVobu(question, state.Timing);
 }
 
-void BeginCell(MuxState& state, std::size_t mark) {
+// Begins the cell behind the half frames `halves`.
+void BeginCell(MuxState& state, std::size_t mark, std::int64_t halves) {
   const bool known = mark < state.Input.Marks.size();
   state.Cells.push_back({.CellId = static_cast<std::uint8_t>(state.Cells.size() + 1),
                          .Scene = known ? state.Input.Marks[mark].Scene : 0,
                          .StartSector = state.Output.TotalSectors(),
-                         .StartPts = state.PtsOfHalves(state.HalvesAhead())});
+                         .StartPts = state.PtsOfHalves(halves)});
   state.CellUopMask = known ? state.Input.Marks[mark].UopMask : 0;
-  state.CellStartHalves = state.HalvesAhead();
+  state.CellStartHalves = halves;
 }
 
 void EndCell(MuxState& state, std::int64_t endPts, std::int64_t endHalves) {
@@ -92,16 +95,16 @@ void EndVobu(MuxState& state, std::int64_t endPts) {
   last.EndPts = endPts;
 }
 
-// Takes the sector of the navigation pack and begins its record with the current picture.
-void BeginVobu(MuxState& state, Clock navScr) {
+// Takes the sector of the navigation pack and begins its record behind the half frames `halves`.
+void BeginVobu(MuxState& state, Clock navScr, std::int64_t halves, bool hasVideo) {
   VobuRecord record{.StartSector = state.Output.TotalSectors(),
                     .VobId = state.VobId,
                     .CellId = state.Cells.back().CellId,
-                    .HasVideo = true,
+                    .HasVideo = hasVideo,
                     .NavScr = navScr,
-                    .StartPts = state.PtsOfHalves(state.HalvesAhead()),
-                    .FramesAtStart = static_cast<double>(state.HalvesAhead()) / 2,
-                    .CellFramesAtStart = static_cast<double>(state.HalvesAhead() - state.CellStartHalves) / 2,
+                    .StartPts = state.PtsOfHalves(halves),
+                    .FramesAtStart = static_cast<double>(halves) / 2,
+                    .CellFramesAtStart = static_cast<double>(halves - state.CellStartHalves) / 2,
                     .UopMask = state.CellUopMask};
   record.SubSync = SubpictureSync(state.Subpictures, record.StartPts, record.StartSector);
   // Written when the addresses of later VOBUs are known.
@@ -109,7 +112,7 @@ void BeginVobu(MuxState& state, Clock navScr) {
   record.FileNumber = state.Output.FileNumber();
   record.FileSector = state.Output.FileSectors() - 1;
   state.Vobus.push_back(record);
-  state.VobuStartHalves = state.HalvesAhead();
+  state.VobuStartHalves = halves;
   state.ReferencesInVobu = 0;
   state.ReferencePairOpen = false;
   state.NavScr = navScr;
@@ -120,15 +123,31 @@ void BeginVobu(MuxState& state, Clock navScr) {
 }
 
 // Opens the cell of the mark that was met; further marks met with it are missed.
-void BeginMarkedCell(MuxState& state) {
+void BeginMarkedCell(MuxState& state, std::int64_t halves) {
   const std::size_t mark = state.NextMark++;
   const std::size_t missed = state.NextMark;
-  while (NextMarkHalves(state) && *NextMarkHalves(state) <= state.HalvesAhead()) {
+  while (NextMarkHalves(state) && *NextMarkHalves(state) <= halves) {
     ++state.NextMark;
   }
   WarnOfMissedMarks(state, missed, state.NextMark);
-  EndCell(state, state.Vobus.back().EndPts, state.HalvesAhead());
-  BeginCell(state, mark);
+  EndCell(state, state.Vobus.back().EndPts, halves);
+  BeginCell(state, mark, halves);
+}
+
+bool RoomForCell(const MuxState& state) {
+  return state.Cells.size() < std::numeric_limits<std::uint8_t>::max();
+}
+
+// Players wait the length of a cell once more where its last VOBU is a navigation pack alone.
+void PadLoneNavPack(MuxState& state) {
+  if (!state.Build.Rules.PadLoneNavPack ||
+      state.Vobus.back().StartSector + 1 != state.Output.TotalSectors()) {
+    return;
+  }
+  state.LastScr += SectorTicks;
+  const ByteSpan sector = state.Output.NextSector();
+  PutPackHeader(sector, ScrOf(state.LastScr, PackKind::Navigation, state.Build.Rules));
+  PutPaddingPacket(sector, PackHeaderBytes);
 }
 
 }  // namespace
@@ -138,8 +157,8 @@ void OpenVob(MuxState& state) {
     ++state.NextMark;
   }
   WarnOfMissedMarks(state, 1, state.NextMark);
-  BeginCell(state, 0);
-  BeginVobu(state, {});
+  BeginCell(state, 0, 0);
+  BeginVobu(state, {}, 0, true);
 }
 
 void OpenVobuIfDue(MuxState& state) {
@@ -156,10 +175,24 @@ void OpenVobuIfDue(MuxState& state) {
   const Clock navScr = std::max(wanted, state.LastScr + SectorTicks);
   CheckBitRate(state, navScr);
   EndVobu(state, state.PtsOfHalves(state.HalvesAhead()));
-  if (decision.OpensCell && state.Cells.size() < std::numeric_limits<std::uint8_t>::max()) {
-    BeginMarkedCell(state);
+  if (decision.OpensCell && RoomForCell(state)) {
+    BeginMarkedCell(state, state.HalvesAhead());
   }
-  BeginVobu(state, navScr);
+  BeginVobu(state, navScr, state.HalvesAhead(), true);
+}
+
+void OpenHeldVobu(MuxState& state, Clock wanted) {
+  const std::int64_t halves = state.ElapsedHalves;
+  const bool marked = NextMarkHalves(state) && *NextMarkHalves(state) <= halves && RoomForCell(state);
+  if (marked) {
+    PadLoneNavPack(state);
+  }
+  const Clock navScr = std::max(wanted, state.LastScr + SectorTicks);
+  EndVobu(state, state.PtsOfHalves(halves));
+  if (marked) {
+    BeginMarkedCell(state, halves);
+  }
+  BeginVobu(state, navScr, halves, false);
 }
 
 void NotePictureEnd(MuxState& state) {
@@ -190,6 +223,7 @@ void NoteAudioPack(MuxState& state, std::size_t index, std::uint32_t sector, std
 }
 
 void CloseRecords(MuxState& state, std::int64_t endPts) {
+  PadLoneNavPack(state);
   EndVobu(state, endPts);
   EndCell(state, endPts, state.ElapsedHalves);
 }

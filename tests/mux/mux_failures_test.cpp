@@ -151,15 +151,6 @@ TEST(MuxFailures, APictureLargerThanTheBufferIsASeriousFault) {
   EXPECT_EQ(cleared.Stream(0xE0), stream.Data());
 }
 
-TEST(MuxFailures, WhatIsNotBuiltIsRefusedByTheTracksName) {
-  const std::string video = SampleVideo({.Frames = 25});
-  MuxInput still = MotionTrack({video});
-  still.Kind = TrackKind::Still;
-  MuxRun run;
-  EXPECT_EQ(run.Mux(still), MuxOutcome::Failed);
-  EXPECT_THAT(run.Ui.Messages.at(0).Text, HasSubstr("Track \"Film\": "));
-}
-
 TEST(MuxFailures, StopIsObeyedAtEverySector) {
   const TempFolder folder;
   MuxInput input = MotionTrack({Saved(folder, BuildStream({.Gops = 2}))});

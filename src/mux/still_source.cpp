@@ -1,0 +1,51 @@
+#include "mux/still_source.h"
+
+#include <fmt/format.h>
+
+#include <string>
+
+#include "codec/still_encoder.h"
+#include "mux/mux_fault.h"
+#include "mux/picture_loader.h"
+
+namespace quorvelant {
+namespace {
+
+constexpr int FullWidth = 720;
+
+int FullHeight(const MuxInput& input) {
+  return input.Ntsc ? 480 : 576;
+}
+
+void CheckSize(const MuxInput& input, const MuxVideoFile& file, const Picture& picture) {
+  const int height = FullHeight(input);
+  const bool full = picture.Width == FullWidth && picture.Height == height;
+  const bool half = picture.Width == FullWidth / 2 && picture.Height == height / 2;
+  if (!full && !half) {
+    throw MuxFault(fmt::format(StillSizeText, FullWidth, height, FullWidth / 2, height / 2, input.Name,
+                               file.Path, picture.Width, picture.Height),
+                   file.Path, StillSizeTitle);
+  }
+}
+
+Picture LoadStill(const MuxInput& input, const MuxBuild& build, const MuxVideoFile& file) {
+  try {
+    MuxPictureLoader pictures(build.Pictures);
+    Picture picture = pictures.Load(file.Path);
+    CheckSize(input, file, picture);
+    return picture;
+  } catch (const PictureError& error) {
+    throw MuxFault(error.what(), file.Path);
+  }
+}
+
+}  // namespace
+
+std::function<Bytes(const MuxVideoFile&)> StillEncoderOf(const MuxInput& input, const MuxBuild& build) {
+  return [&input, &build](const MuxVideoFile& file) {
+    const StillFlags flags{.Wide = input.Aspect == "16:9"};
+    return EncodeBitmap(LoadStill(input, build, file), flags, build.Rules);
+  };
+}
+
+}  // namespace quorvelant
