@@ -7,12 +7,17 @@
 #include <ostream>
 #include <string>
 
+#include "analysis/picture_index.h"
 #include "app/author_report.h"
+#include "app/open_project.h"
 #include "app/run_voice.h"
 #include "base/random.h"
 #include "ifo/author.h"
+#include "ifo/mux_input.h"
 #include "ifo/output_folder.h"
 #include "ifo/read_back.h"
+#include "project/chapter_analysis.h"
+#include "project/check.h"
 #include "project/script_reader.h"
 #include "project/source_scanner.h"
 
@@ -22,9 +27,6 @@ namespace {
 
 constexpr std::string_view SpaceTitle = "Disk Space";
 constexpr std::string_view TooLittleSpace = "The disc needs about {}, and {} are free";
-constexpr std::string_view SkippedTitle = "Script";
-constexpr std::string_view SkippedLines =
-    R"({} lines of the script were passed over; "quorvelant check" lists them)";
 constexpr std::string_view StrictTitle = "Strict";
 constexpr std::string_view StrictText =
     "There were warnings, and --strict makes them failures: no disc was made";
@@ -56,24 +58,47 @@ struct Run {
   bool StrictFails() const { return Arguments.Strict && Voice.Warnings() > 0; }
 };
 
+// Whether a finding of the check hinders the run. Sources of tracks that are not on the disc may be missing;
+// those that are on it are looked for by the plan.
+bool Hinders(const Message& finding) {
+  return finding.Level == Severity::Error && finding.Title != SourceMissingTitle &&
+         finding.Title != SourceUnreadTitle;
+}
+
+// Builds the indexes of a track's video files anew.
+void Reindex(const Run& run, const Project& project, std::size_t track, IndexStore& store) {
+  std::vector<IndexSource> files;
+  for (const VideoPlay& play : project.Tracks[track].VideoPlays) {
+    const std::string path = SystemPath(play.File, project.SourceFolder());
+    if (!play.Removed && !play.File.empty() && !IsPicture(path)) {
+      files.push_back({path});
+    }
+  }
+  BuildPictureIndex(files, {}, store, run.Voice, true);
+}
+
 bool Load(const Run& run, Project& project) {
-  const FileScanner scanner(run.Arguments.RulesUsed(), run.Voice);
-  const LoadOptions options{.Rules = run.Arguments.RulesUsed(), .Scanner = &scanner};
-  const LoadResult loaded = LoadScriptFile(run.Arguments.Project, project, options, run.Voice);
-  for (const CommandError& row : loaded.Commands.Errors) {
-    run.Voice.Tell({Severity::Error, {}, ErrorLine(row), {}});
+  SilentBoxes quiet(run.Voice);  // the report holds what the load would say
+  const FileScanner scanner(run.Arguments.RulesUsed(), quiet);
+  IndexStore store;
+  LoadOptions options{.Rules = run.Arguments.RulesUsed(), .Scanner = &scanner};
+  options.AnalyseChapters = [&](Project& whole, std::size_t track) {
+    if (run.Arguments.Reindex) {
+      Reindex(run, whole, track, store);
+    }
+    if (run.Arguments.Analyse) {
+      AnalyseChapters(whole, track, store, run.Voice);
+    }
+  };
+  const LoadResult loaded = LoadScriptFile(run.Arguments.Project, project, options, quiet);
+  bool hindered = !loaded.MayAuthor();
+  for (const Message& finding : CheckProject(project, loaded).Messages) {
+    if (finding.Level != Severity::Error || Hinders(finding)) {
+      run.Voice.Tell(finding);
+    }
+    hindered = hindered || Hinders(finding);
   }
-  for (const Message& note : loaded.Notes) {
-    run.Voice.Tell(note);
-  }
-  for (const Message& warning : loaded.Commands.Warnings) {
-    run.Voice.Tell(warning);
-  }
-  if (loaded.SkippedCount > 0) {
-    TellWarning(run.Voice, SkippedTitle, fmt::format(fmt::runtime(SkippedLines), loaded.SkippedCount),
-                project.ScriptFile);
-  }
-  return loaded.MayAuthor();
+  return !hindered;
 }
 
 // Tells what the plan found and what is to come; false when the run cannot start.
@@ -203,7 +228,7 @@ void AddAuthorCommand(CLI::App& program, CommandContext& context) {
       ->type_name("FOLDER");
   command->add_flag("--analyse", arguments->Analyse,
                     "Move chapter times onto pictures where a chapter can start");
-  command->add_flag("--reindex", arguments->Reindex, "Build picture indexes anew (with --analyse)");
+  command->add_flag("--reindex", arguments->Reindex, "Build picture indexes anew");
   command->add_flag("--force", arguments->Force, "Replace the disc that a former run made");
   command
       ->add_option("--rules", arguments->RuleSet,

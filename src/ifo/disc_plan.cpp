@@ -76,11 +76,11 @@ bool DiscPlan::HasErrors() const {
 }
 
 std::uint64_t DiscPlan::NeededBytes() const {
-  // A full pack carries 2025 bytes of video or 2016 of sound; navigation packs and the padding of cells
-  // come to about half a per cent.
+  // A full pack carries 2025 bytes of video or 2016 of sound; navigation packs and padding come to about
+  // one per cent at usual bit rates.
   const std::uint64_t packs = VideoBytes / 2025 + AudioBytes / 2016;
   const std::uint64_t tables = (Sets.size() + 1) * 16;  // sectors of IFO and BUP
-  return (packs + packs / 200 + tables) * SectorBytes;
+  return (packs + packs / 100 + tables) * SectorBytes;
 }
 
 DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui) {

@@ -39,13 +39,6 @@ TrackKind KindOf(std::string_view trackType) {
                                                : TrackKind::Motion;
 }
 
-bool IsPicture(std::string_view path) {
-  constexpr std::array<std::string_view, 4> Extensions{".bmp", ".png", ".jpg", ".jpeg"};
-  const std::string lower = Lower(path);
-  return std::ranges::any_of(Extensions,
-                             [&](std::string_view extension) { return lower.ends_with(extension); });
-}
-
 // The path of a play's file, which must be there.
 std::string SourceFile(Conversion& conversion, const std::string& file, std::string key) {
   std::string path = SystemPath(file, conversion.Folder);
@@ -104,12 +97,48 @@ void AddAudioFile(Conversion& conversion, const AudioStream& stream, const std::
   }
 }
 
+// Whether a stream can be written under its number; told where it cannot.
+template <class Targets>
+bool NumberIsFree(Conversion& conversion, std::int32_t number, std::size_t count, const Targets& targets,
+                  std::string key) {
+  const bool taken =
+      std::ranges::any_of(targets, [&](const auto& target) { return target.StreamNumber == number; });
+  if (number >= 0 && static_cast<std::size_t>(number) < count && !taken) {
+    return true;
+  }
+  conversion.Error(fmt::format(BadStreamNumber, number), std::move(key));
+  return false;
+}
+
+void AddAudioFiles(Conversion& conversion, const AudioStream& stream, std::size_t number,
+                   MuxAudioStream& target) {
+  for (std::size_t i = 0; i < stream.AudioPlays.size(); ++i) {
+    const AudioPlay& play = stream.AudioPlays[i];
+    if (play.Removed || play.File.empty()) {
+      continue;
+    }
+    const std::string key = AudioPlayKey(conversion.Index, number, i + 1);
+    const std::size_t errors = conversion.Findings.size();
+    const std::string path = SourceFile(conversion, play.File, key);
+    if (conversion.Findings.size() == errors) {
+      AddAudioFile(conversion, stream, path, key, target);
+    }
+  }
+}
+
 void AddAudio(Conversion& conversion, MuxInput& input) {
   const auto& streams = conversion.Track.AudioStreams;
-  for (std::size_t number = 0; number < streams.size(); ++number) {
-    const AudioStream& stream = streams[number];
-    const bool carried = stream.Format == "AC3" || stream.Format == "PCM";
-    if (stream.Removed || !stream.MuxThisStream || !carried) {
+  for (std::size_t i = 0; i < streams.size(); ++i) {
+    const AudioStream& stream = streams[i];
+    const std::string key = AudioStreamKey(conversion.Index, i + 1);
+    if (stream.Removed || !stream.MuxThisStream) {
+      continue;
+    }
+    if (stream.Format != "AC3" && stream.Format != "PCM") {
+      conversion.Error(std::string(UnknownSound), key);
+      continue;
+    }
+    if (!NumberIsFree(conversion, stream.StreamNumber, AudioStreamCount, input.Audio, key)) {
       continue;
     }
     MuxAudioStream target;
@@ -118,18 +147,8 @@ void AddAudio(Conversion& conversion, MuxInput& input) {
     target.DelayMs = stream.Delay;
     target.Emphasis = stream.Emphasis != 0;
     target.Mute = stream.Mute != 0;
-    for (std::size_t i = 0; i < stream.AudioPlays.size(); ++i) {
-      const AudioPlay& play = stream.AudioPlays[i];
-      if (play.Removed || play.File.empty()) {
-        continue;
-      }
-      const std::string key = AudioPlayKey(conversion.Index, number + 1, i + 1);
-      const std::size_t errors = conversion.Findings.size();
-      const std::string path = SourceFile(conversion, play.File, key);
-      if (conversion.Findings.size() == errors) {
-        AddAudioFile(conversion, stream, path, key, target);
-      }
-    }
+    target.Traits = stream.Traits;
+    AddAudioFiles(conversion, stream, i + 1, target);
     if (!target.Paths.empty()) {
       input.Audio.push_back(std::move(target));
     }
@@ -141,8 +160,12 @@ void AddSubpictures(Conversion& conversion, MuxInput& input) {
     return;
   }
   const auto sceneHolds = ScenesWithStillTime(conversion.Source.Disc, conversion.Index);
-  for (const SubtitleStream& stream : conversion.Track.SubStreams) {
-    if (!stream.Removed && stream.MuxThisStream) {
+  const auto& streams = conversion.Track.SubStreams;
+  for (std::size_t i = 0; i < streams.size(); ++i) {
+    const SubtitleStream& stream = streams[i];
+    if (!stream.Removed && stream.MuxThisStream &&
+        NumberIsFree(conversion, stream.StreamNumber, SubStreamCount, input.Subpictures,
+                     SubStreamKey(conversion.Index, i + 1))) {
       input.Subpictures.push_back(
           {stream.StreamNumber, &stream,
            HeldPlays(conversion.Track, stream, sceneHolds, conversion.FramesPerSecond)});
@@ -193,6 +216,13 @@ void AddHighlights(const Conversion& conversion, const TrackCells& cells, MuxInp
 }
 
 }  // namespace
+
+bool IsPicture(std::string_view path) {
+  constexpr std::array<std::string_view, 4> Extensions{".bmp", ".png", ".jpg", ".jpeg"};
+  const std::string lower = Lower(path);
+  return std::ranges::any_of(Extensions,
+                             [&](std::string_view extension) { return lower.ends_with(extension); });
+}
 
 MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, std::vector<Message>& findings) {
   const Track& track = source.Sources[trackIndex];

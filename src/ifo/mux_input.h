@@ -29,11 +29,18 @@ struct MuxInputSource {
 // `findings`, whose place is the key of the play.
 MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, std::vector<Message>& findings);
 
+// Whether a source is a picture, to be encoded when it is due, by its name.
+bool IsPicture(std::string_view path);
+
 inline constexpr std::string_view SourceErrorTitle = "Source Error";
 inline constexpr std::string_view SourceMissing = "The file {} does not exist";
 inline constexpr std::string_view SourceIsNoFile = "{} is not a file";
 inline constexpr std::string_view SourceUnreadable = "The sound of {} cannot be read";
 inline constexpr std::string_view SourceUnusable = "{} cannot be used: {}";
+inline constexpr std::string_view UnknownSound =
+    "The kind of an audio stream is unknown: its name ends in none of .ac3, .wav, .dts";
+inline constexpr std::string_view BadStreamNumber =
+    "The stream number {} is no number of a disc, or used twice in the track";
 inline constexpr std::string_view TrackWithoutVideo = R"(Track "{}" is used on the disc and has no video)";
 
 }  // namespace quorvelant

@@ -6,6 +6,7 @@
 
 #include "disc_maker.h"
 #include "ifo/read_back.h"
+#include "model/default_structure.h"
 #include "nav_figures.h"
 #include "support/disc_judges.h"
 #include "support/disc_walk.h"
@@ -160,8 +161,51 @@ TEST_F(SmallDisc, StopsWhereverItIsAsked) {
   EXPECT_THAT(maker_.Ui.Messages, IsEmpty());
 }
 
-TEST_F(SmallDisc, LogAndStatusWords) {
-  const Log unused;
+// A motion menu with two sets of buttons; the commands of its cell are dealt to both.
+TEST_F(SmallDisc, ButtonsLeadWhereTheirCommandsSay) {
+  const int menu = maker_.AddTrack("Menu", SampleVideo({.Frames = 100, .Closed = true}), {}, {0});
+  HighlightPlay set;
+  set.StartTimeToVideo = "00:00:00:00";
+  set.Duration = "00:00:01:00";
+  for (int i = 1; i <= 2; ++i) {
+    HighlightButton& button = set.Buttons.emplace_back();
+    button.Name = "Button" + std::to_string(i);
+    button.Areas.fill({100 * i, 100 * i + 80, 100, 140});
+    button.Left = button.Up = "Button1";
+    button.Right = button.Down = "Button2";
+  }
+  maker_.Disc.Tracks[1].HighlightPlays = {set, set};
+  maker_.Disc.Tracks[1].HighlightPlays[1].StartTimeToVideo = "00:00:02:00";
+  maker_.AddTitle(maker_.AddSet(), 0);
+  maker_.PlaceAll(maker_.TitleMenu(), menu, maker_.Disc.Disc.Item(1)->VTSMenuInfo);
+  auto& plays = maker_.TitleMenu().PG.Item(1)->Cell.Item(1)->ButtonCommands;
+  plays.resize(2);
+  AddCommand(plays[0].Commands, "Button", "JumpTT VTS1_Title1");
+  AddCommand(plays[0].Commands, "Button", "JumpTT VTS2_Title1");
+  AddCommand(plays[1].Commands, "Button", "LinkPGCN Top");
+  AddCommand(plays[1].Commands, "Button", "JumpTT VTS2_Title1");
+  ASSERT_EQ(maker_.Author().Outcome, AuthorOutcome::Done);
+  EXPECT_EQ(PressButtons(maker_.Folder, 0, {1}), "title 1 chapter 1");
+  EXPECT_EQ(PressButtons(maker_.Folder, 0, {2}), "title 2 chapter 1");
+
+  const auto vobus = WalkVobs({maker_.Folder + "/VIDEO_TS.VOB"});
+  std::vector<std::uint64_t> status;
+  for (const WalkedVobu& vobu : vobus) {
+    status.push_back(vobu.Field(141, 2));
+  }
+  // VOBUs of ten frames: the sets last 25 frames each, from frame 0 and from frame 50.
+  EXPECT_THAT(status, testing::ElementsAre(1, 2, 2, 0, 0, 1, 2, 2, 0, 0));
+  EXPECT_EQ(vobus[5].Field(143, 4), 25257U + 50 * 3600);
+  EXPECT_EQ(vobus[5].Field(187 + 10, 8) >> 48, 0x2004U);       // LinkPGCN
+  EXPECT_EQ(vobus[5].Field(187 + 18 + 10, 8) >> 48, 0x3002U);  // JumpTT
+  const auto errors = CheckerErrors(maker_.Folder);
+  if (!errors) {
+    GTEST_SKIP() << "the folder's checker is not at hand";
+  }
+  EXPECT_THAT(*errors, IsEmpty());
+}
+
+TEST_F(SmallDisc, StatusWords) {
   maker_.Author();
   EXPECT_THAT(
       maker_.Ui.StatusWords,

@@ -1,0 +1,193 @@
+// `quorvelant author` and the switch form, as a user runs them, over the example disc.
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <sstream>
+
+#include "app/batch_services.h"
+#include "app/command_form.h"
+#include "app/settings.h"
+#include "app/switch_form.h"
+#include "ifo/output_folder.h"
+#include "support/folders.h"
+#include "support/recording_ui.h"
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using Files = std::map<std::string, std::string>;
+
+Files FilesOf(const fs::path& folder) {
+  Files files;
+  for (const auto& entry : fs::directory_iterator(folder)) {
+    files[entry.path().filename().string()] = TempFolder::Read(entry.path());
+  }
+  return files;
+}
+
+class AuthorCommand : public testing::Test {
+ protected:
+  AuthorCommand() { ui.Unattended = true; }
+
+  int Author(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "author");
+    out.str({});
+    std::ostringstream err;
+    return RunCommandForm(arguments, ui, out, err, Environment());
+  }
+  EnvironmentLookup Environment() {
+    return [this](const std::string& name) {
+      return name == "XDG_CONFIG_HOME"  ? temp / "config"
+             : name == "XDG_STATE_HOME" ? temp / "state"
+                                        : std::string();
+    };
+  }
+  // Every option off, as a run that reads no settings has them.
+  void WriteBareSettings() { WriteSettings(SettingsFile(Environment()), Settings{}); }
+
+  TempFolder temp;
+  RecordingUi ui;
+  std::ostringstream out;
+  std::string demo = SourceFile("examples/demo.qvp");
+  std::string disc = temp / "VIDEO_TS";
+};
+
+TEST_F(AuthorCommand, AnnouncesWritesAndSums) {
+  ASSERT_EQ(Author({demo, "-o", disc}), ExitDone);
+  EXPECT_THAT(ui.Messages, IsEmpty());
+  EXPECT_THAT(out.str(), HasSubstr("2 titles in 1 title set, PAL\n"));
+  EXPECT_THAT(out.str(), HasSubstr("the disc needs about "));
+  EXPECT_THAT(out.str(), HasSubstr("Title 1.1  00:00:14:00  3 chapters  VTS1_Title1\n"));
+  EXPECT_THAT(out.str(), HasSubstr("Wrote " + disc));
+  EXPECT_THAT(TempFolder::Read(LogFile(Environment())),
+              testing::StartsWith("***** MENU TRACK LIST FOR VTS 2 *****\r\n"));
+  for (const auto& [name, content] : FilesOf(disc)) {
+    EXPECT_TRUE(IsDiscFileName(name)) << name;
+  }
+  EXPECT_EQ(FilesOf(disc).size(), 6U);
+}
+
+TEST_F(AuthorCommand, JsonIsOneEventALine) {
+  ASSERT_EQ(Author({demo, "-o", disc, "--json"}), ExitDone);
+  std::istringstream lines(out.str());
+  std::set<std::string> events;
+  nlohmann::json last;
+  for (std::string line; std::getline(lines, line);) {
+    last = nlohmann::json::parse(line);
+    events.insert(last["event"].get<std::string>());
+  }
+  EXPECT_TRUE(events.contains("phase") && events.contains("plan"));
+  EXPECT_EQ(last["event"], "done");
+  EXPECT_EQ(last["outcome"], "done");
+  EXPECT_EQ(last["titles"][1]["chapters"], 2);
+  std::uint64_t bytes = 0;
+  for (const auto& [name, content] : FilesOf(disc)) {
+    bytes += content.size();
+  }
+  EXPECT_EQ(last["bytes"], bytes);
+}
+
+TEST_F(AuthorCommand, ADryRunWritesNothing) {
+  ASSERT_EQ(Author({demo, "-o", disc, "--dry-run"}), ExitDone);
+  EXPECT_FALSE(fs::exists(disc));
+  EXPECT_THAT(out.str(), HasSubstr("Would write " + disc));
+}
+
+TEST_F(AuthorCommand, TheSwitchFormMakesTheClassicDisc) {
+  WriteBareSettings();
+  ASSERT_EQ(Author({demo, "-o", temp / "classic", "--rules", "classic"}), ExitDone);
+  const std::vector<std::string> switches{"-i", demo, "-d", temp / "switched", "-create", "-exit"};
+  ASSERT_EQ(RunSwitchForm(switches, ui, Environment(), MakeBatchServices(ui)), ExitDone);
+  EXPECT_THAT(ui.Messages, IsEmpty());
+  Files switched = FilesOf(temp / "switched");
+  for (const char* name : {"VIDEO_TS.IFO", "VIDEO_TS.BUP"}) {
+    EXPECT_EQ(switched[name][0x23], '\xFF');  // no region: a settings file without any is read as all
+    switched[name][0x23] = 0x40;
+  }
+  EXPECT_EQ(switched == FilesOf(temp / "classic"), true);  // too long to be shown
+}
+
+// What the rules change in this disc: the fraction of clocks, seamless flags where a clock starts again,
+// and links counted through the set.
+TEST_F(AuthorCommand, ClassicDiffersInTheNamedRulesAlone) {
+  ASSERT_EQ(Author({demo, "-o", temp / "classic", "--rules", "classic"}), ExitDone);
+  ASSERT_EQ(Author({demo, "-o", temp / "players"}), ExitDone);
+  const Files classic = FilesOf(temp / "classic");
+  const Files players = FilesOf(temp / "players");
+  for (const auto& [name, content] : players) {
+    ASSERT_EQ(classic.at(name).size(), content.size()) << name;
+    for (std::size_t i = 0; i < content.size(); ++i) {
+      if (name.ends_with("VOB") && classic.at(name)[i] != content[i]) {
+        ASSERT_TRUE(i % 2048 == 8 || i % 2048 == 9) << name << " byte " << i;  // of the SCR, its extension
+      }
+    }
+  }
+}
+
+TEST_F(AuthorCommand, StrictMakesWarningsFail) {
+  std::string script = TempFolder::Read(demo);
+  script = "Nmae=x\r\n" + script;
+  fs::copy(SourceFile("examples/media"), temp.Path() / "media");
+  const std::string file = temp.Write("p.qvp", script);
+  EXPECT_EQ(Author({file, "-o", disc, "--strict"}), ExitFailed);
+  EXPECT_FALSE(fs::exists(disc));
+  EXPECT_EQ(ui.Messages.back().Title, "Strict");
+  EXPECT_EQ(Author({file, "-o", disc}), ExitDone);
+}
+
+TEST_F(AuthorCommand, AStoppedRunLeavesTheDestinationAsItWas) {
+  for (int allowed = 0; allowed < 40; allowed += 3) {
+    int asked = 0;
+    ui.StopWhen = [&] { return ++asked > allowed; };
+    EXPECT_EQ(Author({demo, "-o", disc}), ExitFailed) << allowed;
+    EXPECT_FALSE(fs::exists(disc));
+    EXPECT_FALSE(fs::exists(temp / ".VIDEO_TS.making"));
+  }
+}
+
+TEST_F(AuthorCommand, PathsWithBlanksQuotesAndOtherLetters) {
+  const fs::path folder = temp.Path() / "a b'c \"d\" \xC3\xA4\xE6\x98\xA0";
+  fs::create_directories(folder);
+  fs::copy(SourceFile("examples/media"), folder / "media");
+  fs::copy(demo, folder / "d\xC3\xA9mo.qvp");
+  EXPECT_EQ(Author({(folder / "d\xC3\xA9mo.qvp").string(), "-o", (folder / "out").string(), "--json"}),
+            ExitDone);
+  EXPECT_TRUE(fs::exists(folder / "out" / "VIDEO_TS.IFO"));
+  EXPECT_THAT(ui.Messages, IsEmpty());
+}
+
+TEST_F(AuthorCommand, FailuresAreOneClearErrorAndNoFolder) {
+  fs::copy(SourceFile("examples/media"), temp.Path() / "media");
+  const std::string project = temp.Write("p.qvp", TempFolder::Read(demo));
+  struct Case {
+    const char* File;   // of the media, to be spoilt
+    std::string Bytes;  // what it holds then; empty: it is removed
+    const char* Text;
+  };
+  for (const Case& c :
+       {Case{"first.m2v", "", "does not exist"}, Case{"first_en.ac3", "no sound", "first_en.ac3"},
+        Case{"second.m2v", std::string(5000, 'x'), "second.m2v"}}) {
+    const std::string former = TempFolder::Read(temp / (std::string("media/") + c.File));
+    fs::remove(temp / (std::string("media/") + c.File));
+    if (!c.Bytes.empty()) {
+      temp.Write(std::string("media/") + c.File, c.Bytes);
+    }
+    ui.Messages.clear();
+    EXPECT_EQ(Author({project, "-o", disc}), ExitFailed) << c.File;
+    ASSERT_FALSE(ui.Messages.empty());
+    const Message& told = ui.Messages.back();
+    EXPECT_THAT(told.Text + told.Place, HasSubstr(c.Text));
+    EXPECT_FALSE(fs::exists(disc));
+    EXPECT_FALSE(fs::exists(temp / ".VIDEO_TS.making"));
+    temp.Write(std::string("media/") + c.File, former);
+  }
+}
+
+}  // namespace
+}  // namespace quorvelant
