@@ -209,7 +209,7 @@ void Checking::CheckNumbers(const std::vector<Stream>& streams, std::string_view
       continue;
     }
     if (number < 0 || static_cast<std::size_t>(number) >= count) {
-      Add(Severity::Error, StreamNumberTitle,
+      Add(Severity::Warning, StreamNumberTitle,
           fmt::format("{} streams have the numbers 0 to {}; not {}", what, count - 1, number),
           key(track, i + 1));
     } else if (!numbers.insert(number).second) {

@@ -59,7 +59,7 @@ TEST(Check, EveryMessageWithItsPlace) {
        "is neither PAL nor NTSC: \"Resolution = Pall\"", "p.qvp:2"},
       {pgc + "StillTime=256\n", Severity::Error, "Still Time",
        "A still lasts 0 to 254 seconds, or for ever with 255; not 256", "VTS1.TITLE1.PGC1"},
-      {"Item=Track\nItem=SubPicture\nStreamNumber=32\n", Severity::Error, "Stream Number",
+      {"Item=Track\nItem=SubPicture\nStreamNumber=32\n", Severity::Warning, "Stream Number",
        "Subpicture streams have the numbers 0 to 31; not 32", "Track.0.Sub1"},
       {"Item=Track\nItem=SubPicture\nItem=SubPicture\nStreamNumber=0\n", Severity::Error, "Stream Number",
        "Subpicture stream number 0 is an earlier stream's of the same track", "Track.0.Sub2"},
