@@ -5,6 +5,7 @@
 #include "base/random.h"
 #include "base/rules.h"
 #include "ifo/author.h"
+#include "platform/picture_service.h"
 #include "project/chapter_analysis.h"
 #include "project/script_reader.h"
 #include "project/source_scanner.h"
@@ -42,12 +43,14 @@ BatchServices MakeBatchServices(UserInterface& ui) {
     return Load(script, analyse, project, ui);
   };
   services.Author = [&ui](Project& project, const Settings& settings, bool exitOnFinish, Log& log) {
-    const DiscPlan plan = PlanDisc(project, BatchRules, ui);
+    const auto pictures = MakePictureService();
+    const DiscPlan plan = PlanDisc(project, BatchRules, ui, pictures.get());
     AuthorOptions options;
     options.Folder = SystemPath(project.DestinationFolder, project.SourceFolder());
     options.Regions = RegionsOf(settings);
     options.RemoveSeqEnd = settings.RemoveSeqEnd;
     options.TellSuccess = !exitOnFinish;
+    options.Pictures = pictures.get();
     return AuthorDisc(plan, options, ui, log).Outcome == AuthorOutcome::Done;
   };
   return services;

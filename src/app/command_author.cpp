@@ -16,6 +16,7 @@
 #include "ifo/mux_input.h"
 #include "ifo/output_folder.h"
 #include "ifo/read_back.h"
+#include "platform/picture_service.h"
 #include "project/chapter_analysis.h"
 #include "project/check.h"
 #include "project/script_reader.h"
@@ -54,6 +55,7 @@ struct Run {
   const AuthorArguments& Arguments;
   CommandContext& Context;
   RunVoice& Voice;
+  PictureService& Pictures;
 
   bool StrictFails() const { return Arguments.Strict && Voice.Warnings() > 0; }
 };
@@ -135,6 +137,7 @@ AuthorResult WriteFiles(const Run& run, const DiscPlan& plan, const std::string&
   options.RemoveSeqEnd = run.Context.Options.RemoveSeqEnd;
   options.TellSuccess = false;
   options.DryRun = run.Arguments.DryRun;
+  options.Pictures = &run.Pictures;
   return AuthorDisc(plan, options, run.Voice, log);
 }
 
@@ -188,12 +191,13 @@ void Summarise(const Run& run, const DiscPlan& plan, const AuthorResult& result)
 
 bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
   RunVoice voice(context.Ui, context.Out, arguments.Json);
-  const Run run{arguments, context, voice};
+  const auto pictures = MakePictureService();
+  const Run run{arguments, context, voice, *pictures};
   Project project;
   if (!Load(run, project)) {
     return false;
   }
-  const DiscPlan plan = PlanDisc(project, arguments.RulesUsed(), voice);
+  const DiscPlan plan = PlanDisc(project, arguments.RulesUsed(), voice, pictures.get());
   if (!Announce(run, plan)) {
     return false;
   }

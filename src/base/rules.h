@@ -51,8 +51,9 @@ struct Rules {
   // ifo. Next, previous and go-up PGC numbers count through the set's table (menus: the unit);
   // traditionally within the title.
   bool PgcLinksThroughTable = false;
-  // ifo. The first cell of each VOB, where the clock starts again, is marked as a discontinuity and
-  // never seamless; traditionally the project's flag stands alone.
+  // ifo. A cell that does not go on where the one ahead of it ended (the first of each VOB, and after a
+  // jump within one) is marked as a discontinuity and never seamless; traditionally the project's flag
+  // stands alone.
   bool MarkClockRestart = false;
 
   static const Rules Classic;

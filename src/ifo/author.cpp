@@ -53,6 +53,7 @@ struct AuthorRun {
     Files.DimFiles(MostSlot);
     Build.RemoveSeqEnd = options.RemoveSeqEnd;
     Build.DryRun = options.DryRun;
+    Build.Pictures = options.Pictures;
     Build.SourceBytesTotal = plan.VideoBytes;
   }
   std::string PathOf(std::string_view name) const { return fmt::format("{}/{}", Options.Folder, name); }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/log.h"
+#include "base/picture_service.h"
 #include "base/user_interface.h"
 #include "ifo/disc_plan.h"
 #include "ifo/vmg_ifo.h"
@@ -14,11 +15,12 @@
 namespace quorvelant {
 
 struct AuthorOptions {
-  std::string Folder;         // takes the files; a path of this system
-  AllowedRegions Regions{};   // none allowed, as in a run without settings
-  bool RemoveSeqEnd = false;  // overwrite sequence end codes in the middle of a track
-  bool TellSuccess = true;    // the box at the end
-  bool DryRun = false;        // everything but writing
+  std::string Folder;                 // takes the files; a path of this system
+  AllowedRegions Regions{};           // none allowed, as in a run without settings
+  bool RemoveSeqEnd = false;          // overwrite sequence end codes in the middle of a track
+  bool TellSuccess = true;            // the box at the end
+  bool DryRun = false;                // everything but writing
+  PictureLoader* Pictures = nullptr;  // for bitmaps of other formats than ".bmp"
 };
 
 enum class AuthorOutcome {

@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 
 #include "ifo/disc_limits.h"
 #include "ifo/domain_records.h"
 #include "ifo/mux_input.h"
+#include "subpicture/preflight.h"
 
 namespace quorvelant {
 namespace {
@@ -50,6 +52,30 @@ DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, UserInt
   return result;
 }
 
+// The tracks on the disc, each once.
+std::set<std::size_t> TracksOf(const DiscPlan& plan) {
+  std::set<std::size_t> tracks;
+  const auto add = [&](const DomainPlan& domain) {
+    for (const TrackListRow& row : domain.List) {
+      tracks.insert(row.Index);
+    }
+  };
+  add(plan.Manager.Menu);
+  for (const SetPlan& set : plan.Sets) {
+    add(set.Menu);
+    add(set.Title);
+  }
+  return tracks;
+}
+
+void CheckPictures(DiscPlan& plan, PictureLoader& pictures, UserInterface& ui) {
+  for (const std::size_t track : TracksOf(plan)) {
+    for (Message& finding : CheckTrackSubpictures(*plan.Disc, track, plan.Rules, pictures, ui)) {
+      plan.Findings.push_back(std::move(finding));
+    }
+  }
+}
+
 // The same file is often used by several domains: each finding is told once.
 void DropRepeats(std::vector<Message>& findings) {
   std::vector<Message> once;
@@ -83,7 +109,7 @@ std::uint64_t DiscPlan::NeededBytes() const {
   return (packs + packs / 100 + tables) * SectorBytes;
 }
 
-DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui) {
+DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui, PictureLoader* pictures) {
   DiscPlan plan;
   plan.Disc = &disc;
   plan.Rules = rules;
@@ -105,6 +131,9 @@ DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui) {
     }
     set.Title = PlanDomain(entry, Domain::Title, plan, ui);
     plan.Sets.push_back(std::move(set));
+  }
+  if (pictures != nullptr) {
+    CheckPictures(plan, *pictures, ui);
   }
   DropRepeats(plan.Findings);
   return plan;

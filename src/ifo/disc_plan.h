@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/picture_service.h"
 #include "base/rules.h"
 #include "base/user_interface.h"
 #include "model/project.h"
@@ -64,7 +65,9 @@ inline constexpr std::string_view TooManyCommands = R"(PGC "{}" has {} commands;
 inline constexpr std::string_view CellWithoutScene =
     R"(A cell of PGC "{}" names the scene "{}", which no track has: it is left out)";
 
-// Builds the stream maps of every domain and looks for every source file.
-DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui);
+// Builds the stream maps of every domain and looks for every source file. With `pictures`, every bitmap
+// of the tracks' subtitles is loaded and coded to see that it can be.
+DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui,
+                  PictureLoader* pictures = nullptr);
 
 }  // namespace quorvelant
