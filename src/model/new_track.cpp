@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 #include "base/text.h"
@@ -62,10 +63,11 @@ std::string NextSceneName(const Track& track) {
 // Why a timecode cannot be a scene; empty where it can.
 std::string_view RefuseScene(const Track& track, std::string_view timecode, std::int64_t frame,
                              std::int64_t endMargin) {
-  if (Trim(timecode).empty()) {
+  if (Trim(timecode).empty() || frame < 0) {
     return NoTimestamp;
   }
-  if (track.VideoFrames > 0 && frame >= track.VideoFrames) {
+  const bool unheld = frame > std::numeric_limits<std::int32_t>::max();
+  if (unheld || (track.VideoFrames > 0 && frame >= track.VideoFrames)) {
     return TimestampTooLate;
   }
   if (track.VideoFrames > 0 && frame >= track.VideoFrames - endMargin) {

@@ -349,6 +349,15 @@ TEST_F(Imports, ChapterLists) {
   ExpectTold("Chapter List Error", "The chapter list '" + empty + "' holds no line with \"chapter=\"");
 }
 
+TEST_F(Imports, TimesThatNoTrackHolds) {
+  NewTrack("Motion");  // of unknown length
+  const std::string list = Folder.Write("l.txt", "chapter=-1:0:0:0\nchapter=2147483647:0:0:0\n");
+  EXPECT_FALSE(ImportChapterList(Disc, 0, list, Store, Ui));
+  ASSERT_EQ(Ui.Messages.size(), 2U);
+  EXPECT_EQ(Ui.Messages[0].Text, "Please set a valid Timestamp");
+  EXPECT_EQ(Ui.Messages[1].Text, "Timestamp exceeds Video Length");
+}
+
 TEST_F(Imports, ALongChapterListEndsAtTheMostScenes) {
   NewTrack("Motion");
   ASSERT_TRUE(Video("i.m2v", Text(BuildStream({.Gops = 200, .GopLength = 1}))));
