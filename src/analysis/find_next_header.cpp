@@ -42,7 +42,7 @@ std::string_view FindNextHeader(ByteView buffer, std::size_t& position, bool ski
                                 int& pictureType, bool wantPictureType) {
   std::size_t from = position > 0 ? position - 1 : 0;
   while (true) {
-    const std::size_t start = FindStartCode(buffer, from);
+    const std::size_t start = FindHeaderStartCode(buffer, from);
     if (start == NoStartCode || start + 3 >= buffer.size()) {
       return headers::None;
     }

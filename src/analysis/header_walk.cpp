@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdint>
 
 #include "analysis/find_next_header.h"
 
@@ -12,29 +13,35 @@ namespace {
 
 constexpr std::string_view ShrunkLine = "The file '{}' became shorter while it was read.";
 
+constexpr std::size_t PageBytes = 4096;
+
 // Bytes at a window's end that may be a start code cut by it.
 constexpr std::size_t CutPrefixBytes = 3;
 
 }  // namespace
 
 HeaderWalk::HeaderWalk(Random& files, int slot, const WalkOptions& options)
-    : files_(&files),
-      slot_(slot),
-      options_(options),
-      fileBytes_(files.FileBytes(slot)),
-      buffer_(std::min<std::uint64_t>(std::max(options.BlockBytes, 2 * HeaderBytes), fileBytes_)) {
+    : files_(&files), slot_(slot), options_(options), fileBytes_(files.FileBytes(slot)) {
+  const std::size_t blockBytes =
+      std::min<std::uint64_t>(std::max(options.BlockBytes, HeaderBytes), fileBytes_);
+  buffer_.resize(HeaderBytes + PageBytes + blockBytes);
+  const auto address = reinterpret_cast<std::uintptr_t>(buffer_.data() + HeaderBytes);
+  block_ = ByteSpan(buffer_).subspan(HeaderBytes + (PageBytes - address % PageBytes) % PageBytes, blockBytes);
+  files.SeekAbsolute(0, slot);
   Refill(0);
 }
 
-// The next window starts at `from` of the present one.
+// The next window starts at `from` of the present one, of which less than a header is left there.
 void HeaderWalk::Refill(std::size_t from) {
+  const std::size_t kept = window_.size() - from;
+  std::copy(window_.end() - static_cast<std::ptrdiff_t>(kept), window_.end(), block_.data() - kept);
   base_ += from;
-  const std::size_t wanted = std::min<std::uint64_t>(buffer_.size(), fileBytes_ - base_);
-  files_->SeekAbsolute(base_, slot_);
-  if (files_->ReadInto(ByteSpan(buffer_).first(wanted), slot_) < wanted) {
+  const std::size_t wanted = std::min<std::uint64_t>(block_.size(), fileBytes_ - readTo_);
+  if (files_->ReadInto(block_.first(wanted), slot_) < wanted) {
     throw FileError(FileError::UnknownNumber, fmt::format(ShrunkLine, files_->FileName(slot_)));
   }
-  window_ = ByteView(buffer_).first(wanted);
+  readTo_ += wanted;
+  window_ = {block_.data() - kept, kept + wanted};
   searchFrom_ = 0;
   if (options_.Ui != nullptr) {
     options_.Ui->Progress(static_cast<double>(base_), static_cast<double>(fileBytes_));

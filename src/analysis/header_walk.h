@@ -10,9 +10,8 @@
 
 namespace quorvelant {
 
-inline constexpr std::size_t PlainBlockBytes = 30000;  // the traditional block
-inline constexpr std::size_t FastBlockBytes =
-    std::size_t{256} * 1024;  // large enough for the disk, small enough for the cache
+inline constexpr std::size_t PlainBlockBytes = 30000;                // the traditional block
+inline constexpr std::size_t FastBlockBytes = std::size_t{2} << 20;  // few system calls, within the cache
 
 struct WalkOptions {
   std::size_t BlockBytes = FastBlockBytes;
@@ -45,13 +44,17 @@ class HeaderWalk {
 
  private:
   void Refill(std::size_t from);
-  bool AllRead() const { return base_ + window_.size() >= fileBytes_; }
+  bool AllRead() const { return readTo_ >= fileBytes_; }
 
   Random* files_;
   int slot_;
   WalkOptions options_;
   std::uint64_t fileBytes_;
+  // Blocks are read at whole multiples of their size onto a whole page of memory, which copies fastest; the
+  // rest of the block before is moved to just ahead of it.
   Bytes buffer_;
+  ByteSpan block_;              // where in `buffer_` blocks are read to
+  std::uint64_t readTo_ = 0;    // bytes of the file read
   ByteView window_;             // the bytes of `buffer_` in use
   std::uint64_t base_ = 0;      // offset of the window in the file
   std::size_t searchFrom_ = 0;  // in the window, from 0

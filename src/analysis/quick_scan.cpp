@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <limits>
 
 #include "analysis/bitmap_size.h"
 #include "analysis/wave_file.h"
@@ -76,7 +77,10 @@ void ScanWave(const WaveFile& wave, AudioAttributes& audio) {
       static_cast<std::int32_t>(std::min<std::uint32_t>(wave.Format.SamplesPerSecond, 1U << 30));
   audio.Quantisation = wave.Format.BitsPerSample;
   audio.Channels = PcmChannels(wave.Format.Channels);
-  audio.BitRate = audio.SampleRate * audio.Quantisation * audio.ChannelCount();
+  // A head may claim anything: each factor has up to 32 bits.
+  const std::int64_t product = std::int64_t{audio.SampleRate} * audio.Quantisation * audio.ChannelCount();
+  audio.BitRate =
+      static_cast<std::int32_t>(std::min<std::int64_t>(product, std::numeric_limits<std::int32_t>::max()));
   audio.FrameBytes = static_cast<std::int32_t>(std::lround(audio.BitRate / 4.8));
   audio.DataOffset = wave.DataOffset;
   audio.DataBytes = wave.DataBytes;

@@ -20,7 +20,9 @@ struct WaveFormat {
   std::uint16_t BitsPerSample = 0;
   bool operator==(const WaveFormat&) const = default;
 
-  std::int32_t KHz() const { return static_cast<std::int32_t>((SamplesPerSecond + 500) / 1000); }  // nearest
+  std::int32_t KHz() const {  // nearest
+    return static_cast<std::int32_t>((std::uint64_t{SamplesPerSecond} + 500) / 1000);
+  }
 };
 
 enum class WaveFault {

@@ -1,7 +1,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include <random>
+#include <limits>
 
 #include "analysis/audio_headers.h"
 #include "analysis/quick_scan.h"
@@ -211,6 +211,11 @@ TEST_F(AudioFiles, WavHeadsOfEveryKind) {
       EXPECT_EQ(wave.Format.BitsPerSample, 24);
     }
   }
+  // Numbers that no sound has are told as they are, as far as they go.
+  std::string huge = Format(1);
+  huge.replace(2, 14, 14, '\xFF');
+  const std::string claims = Folder.Write("h.wav", Wave(Chunk("fmt ", huge) + Chunk("data", sound)));
+  EXPECT_EQ(Scan(claims).BitRate, std::numeric_limits<std::int32_t>::max());
   // Without the walk the bytes from 44 on are sound, whatever they are.
   const std::string chunks =
       Folder.Write("y.wav", Wave(format + Chunk("LIST", "abcd") + Chunk("data", sound)));
