@@ -63,7 +63,8 @@ void AddVideo(Conversion& conversion, MuxInput& input) {
     file.ImageSource = IsPicture(plays[i].File);
     if (input.Kind != TrackKind::Motion) {
       file.HoldFrames = TimecodeToFrames(plays[i].SlideDuration, conversion.FramesPerSecond);
-      file.HoldFlag = file.HoldFrames > 1;
+      // A still of one frame waits for ever.
+      file.HoldFlag = file.HoldFrames > (input.Kind == TrackKind::Still ? 1 : 0);
     }
   }
   if (input.Video.empty()) {
@@ -97,17 +98,19 @@ void AddAudioFile(Conversion& conversion, const AudioStream& stream, const std::
   }
 }
 
-// Whether a stream can be written under its number; told where it cannot.
+// Whether a stream can be written under its number. One that no disc has costs the stream, of which the
+// check of the project warns; two streams under one number are an error.
 template <class Targets>
 bool NumberIsFree(Conversion& conversion, std::int32_t number, std::size_t count, const Targets& targets,
                   std::string key) {
-  const bool taken =
-      std::ranges::any_of(targets, [&](const auto& target) { return target.StreamNumber == number; });
-  if (number >= 0 && static_cast<std::size_t>(number) < count && !taken) {
-    return true;
+  if (number < 0 || static_cast<std::size_t>(number) >= count) {
+    return false;
   }
-  conversion.Error(fmt::format(BadStreamNumber, number), std::move(key));
-  return false;
+  if (std::ranges::any_of(targets, [&](const auto& target) { return target.StreamNumber == number; })) {
+    conversion.Error(fmt::format(RepeatedStreamNumber, number), std::move(key));
+    return false;
+  }
+  return true;
 }
 
 void AddAudioFiles(Conversion& conversion, const AudioStream& stream, std::size_t number,

@@ -39,8 +39,7 @@ inline constexpr std::string_view SourceUnreadable = "The sound of {} cannot be 
 inline constexpr std::string_view SourceUnusable = "{} cannot be used: {}";
 inline constexpr std::string_view UnknownSound =
     "The kind of an audio stream is unknown: its name ends in none of .ac3, .wav, .dts";
-inline constexpr std::string_view BadStreamNumber =
-    "The stream number {} is no number of a disc, or used twice in the track";
+inline constexpr std::string_view RepeatedStreamNumber = "The stream number {} is used twice in the track";
 inline constexpr std::string_view TrackWithoutVideo = R"(Track "{}" is used on the disc and has no video)";
 
 }  // namespace quorvelant

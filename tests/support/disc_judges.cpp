@@ -49,10 +49,14 @@ std::vector<std::string> DecodeComplaints(const std::vector<std::string>& files)
   for (const std::string& file : files) {
     joined += (joined.empty() ? "" : "|") + file;
   }
-  return LinesOf(
-      fmt::format("ffmpeg -nostdin -hide_banner -v warning -i 'concat:{}' -map 0:v -map 0:a? "
-                  "-fps_mode passthrough -enc_time_base:v 1:90000 -f null -",
-                  joined));
+  auto lines =
+      LinesOf(fmt::format("ffmpeg -nostdin -hide_banner -v warning -i 'concat:{}' -map 0:v -map 0:a? "
+                          "-fps_mode passthrough -enc_time_base:v 1:90000 -f null -",
+                          joined));
+  // Subtitles may begin behind what ffmpeg looks at first.
+  std::erase_if(
+      lines, [](const std::string& line) { return line.find("New subtitle stream") != std::string::npos; });
+  return lines;
 }
 
 std::vector<std::string> TitleVobs(const std::string& folder, int set) {
