@@ -11,6 +11,7 @@
 
 #include "app/open_project.h"
 #include "base/text.h"
+#include "platform/picture_service.h"
 #include "project/check.h"
 #include "project/check_sources.h"
 #include "project/outline_json.h"
@@ -79,7 +80,8 @@ CheckReport WithSources(CheckReport report, const Project& project, UserInterfac
   std::erase_if(report.Messages, [](const Message& message) {
     return message.Title == SourceMissingTitle || message.Title == SourceUnreadTitle;
   });
-  for (Message& finding : CheckSources(project, Rules::Players, ui)) {
+  const auto pictures = MakePictureService();
+  for (Message& finding : CheckSources(project, Rules::Players, *pictures, ui)) {
     report.Messages.push_back(std::move(finding));
   }
   const auto count = [&report](Severity level) {

@@ -69,8 +69,9 @@ std::set<std::size_t> TracksOf(const DiscPlan& plan) {
 }
 
 void CheckPictures(DiscPlan& plan, PictureLoader& pictures, UserInterface& ui) {
+  const SubpictureChecks checks{plan.Rules, pictures, ui, plan.Disc->SourceFolder(), true};
   for (const std::size_t track : TracksOf(plan)) {
-    for (Message& finding : CheckTrackSubpictures(*plan.Disc, track, plan.Rules, pictures, ui)) {
+    for (Message& finding : CheckTrackSubpictures(plan.Sources[track], track, checks)) {
       plan.Findings.push_back(std::move(finding));
     }
   }

@@ -2,7 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <optional>
 #include <string>
 
@@ -12,6 +14,7 @@
 #include "analysis/quick_scan.h"
 #include "base/text.h"
 #include "model/keys.h"
+#include "subpicture/preflight.h"
 
 namespace quorvelant {
 
@@ -41,8 +44,8 @@ std::string AudioText(const AudioAttributes& seen) {
 // The check of one project; findings are collected.
 class Checker {
  public:
-  Checker(const Project& project, const Rules& rules, UserInterface& ui)
-      : project_(&project), rules_(rules), ui_(&ui), folder_(project.SourceFolder()) {}
+  Checker(const Project& project, const Rules& rules, PictureLoader& pictures, UserInterface& ui)
+      : project_(&project), rules_(rules), pictures_(&pictures), ui_(&ui), folder_(project.SourceFolder()) {}
 
   std::vector<Message> Run() {
     for (std::size_t i = 0; i < project_->Tracks.Count() && !ui_->StopRequested(); ++i) {
@@ -75,6 +78,7 @@ class Checker {
 
   const Project* project_;
   Rules rules_;
+  PictureLoader* pictures_;
   UserInterface* ui_;
   std::string folder_;
   std::string place_;
@@ -176,21 +180,16 @@ std::optional<AudioAttributes> Checker::CheckAudioPlay(const AudioStream& stream
 }
 
 void Checker::CheckSubtitles(const Track& track, std::size_t number) {
-  for (std::size_t i = 0; i < track.SubStreams.size(); ++i) {
-    const SubtitleStream& stream = track.SubStreams[i];
-    SetPlace(track, SubStreamKey(number, i + 1));
-    for (const SubPicturePlay& play : stream.SubPlays) {
-      if (!stream.Removed && play.Used && !play.File.empty()) {
-        Present(play.File);
-      }
-    }
-  }
+  // Links between buttons are a matter of the script alone and told without looking at any file.
+  const SubpictureChecks checks{rules_, *pictures_, *ui_, folder_, false, false};
+  std::ranges::move(CheckTrackSubpictures(track, number, checks), std::back_inserter(found_));
 }
 
 }  // namespace
 
-std::vector<Message> CheckSources(const Project& project, const Rules& rules, UserInterface& ui) {
-  return Checker(project, rules, ui).Run();
+std::vector<Message> CheckSources(const Project& project, const Rules& rules, PictureLoader& pictures,
+                                  UserInterface& ui) {
+  return Checker(project, rules, pictures, ui).Run();
 }
 
 }  // namespace quorvelant

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/picture_service.h"
 #include "base/rules.h"
 #include "base/user_interface.h"
 #include "model/project.h"
@@ -16,9 +17,10 @@ inline constexpr std::string_view SourceRefused = "Refused Source";        // no
 inline constexpr std::string_view SourceMismatched = "Mismatched Source";  // not like the first, or the track
 inline constexpr std::string_view SourceNote = "Source";
 
-// Looks at the head of each video, audio and subtitle file of the live tracks, in their order. A finding's
-// place is the play's key with the track's name, its text names the file. Errors keep the disc from being
-// right, warnings do not.
-std::vector<Message> CheckSources(const Project& project, const Rules& rules, UserInterface& ui);
+// Looks at the head of each video and audio file of the live tracks, in their order, and codes every
+// subtitle. A finding's place is the play's key with the track's name, its text names the file. Errors keep
+// the disc from being right, warnings do not.
+std::vector<Message> CheckSources(const Project& project, const Rules& rules, PictureLoader& pictures,
+                                  UserInterface& ui);
 
 }  // namespace quorvelant

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 #include <optional>
 #include <unordered_set>
 #include <utility>
@@ -53,8 +52,7 @@ class EntryVoice {
   std::string place_;
 };
 
-TrackCheck CheckOf(const Project& project, std::size_t trackIndex, std::vector<Message>& messages) {
-  const Track& track = project.Tracks[trackIndex];
+TrackCheck CheckOf(const Track& track, std::size_t trackIndex, std::vector<Message>& messages) {
   TrackCheck check{.Of = track, .Index = trackIndex, .Messages = messages};
   check.FramesPerSecond = FramesPerSecond(track.Standard);
   check.Ntsc = check.FramesPerSecond == 30;
@@ -97,14 +95,7 @@ void CheckIndexes(const SPURecord& record, EntryVoice& voice) {
   }
 }
 
-struct SubtitleCheckContext {
-  quorvelant::Rules Rules;
-  PictureLoader& Pictures;
-  UserInterface& Ui;
-  std::string SourceFolder;
-};
-
-void CheckStream(TrackCheck& check, std::size_t streamIndex, const SubtitleCheckContext& context) {
+void CheckStream(TrackCheck& check, std::size_t streamIndex, const SubpictureChecks& context) {
   const SubtitleStream& stream = check.Of.SubStreams[streamIndex];
   const TrackClock clock{.FramesPerSecond = check.FramesPerSecond};
   const auto placeOf = [&](std::size_t entry) {
@@ -212,7 +203,7 @@ bool ForcedSubtitleShows(const TrackCheck& check, const PlaySpan& buttons) {
   });
 }
 
-void CheckHighlights(TrackCheck& check) {
+void CheckHighlights(TrackCheck& check, bool links) {
   std::optional<PlaySpan> ahead;
   for (std::size_t i = 0; i < check.Of.HighlightPlays.size(); ++i) {
     const HighlightPlay& play = check.Of.HighlightPlays[i];
@@ -222,7 +213,9 @@ void CheckHighlights(TrackCheck& check) {
     CheckSetTimes(check, span, ahead, voice);
     ahead = span;
     CheckButtons(check, play, voice);
-    CheckLinks(play, voice);
+    if (links) {
+      CheckLinks(play, voice);
+    }
     if (!play.Buttons.empty() && !ForcedSubtitleShows(check, span)) {
       voice.Warning(std::string(text::NothingForced));
     }
@@ -231,28 +224,17 @@ void CheckHighlights(TrackCheck& check) {
 
 }  // namespace
 
-std::vector<Message> CheckTrackSubpictures(const Project& project, std::size_t trackIndex, const Rules& rules,
-                                           PictureLoader& pictures, UserInterface& ui) {
+std::vector<Message> CheckTrackSubpictures(const Track& track, std::size_t trackIndex,
+                                           const SubpictureChecks& checks) {
   std::vector<Message> messages;
-  TrackCheck check = CheckOf(project, trackIndex, messages);
-  const SubtitleCheckContext context{rules, pictures, ui, project.SourceFolder()};
-  for (std::size_t i = 0; i < check.Of.SubStreams.size(); ++i) {
-    if (!check.Of.SubStreams[i].Removed) {
-      CheckStream(check, i, context);
+  TrackCheck check = CheckOf(track, trackIndex, messages);
+  for (std::size_t i = 0; i < track.SubStreams.size(); ++i) {
+    const SubtitleStream& stream = track.SubStreams[i];
+    if (!stream.Removed && (stream.MuxThisStream || !checks.MuxedOnly)) {
+      CheckStream(check, i, checks);
     }
   }
-  CheckHighlights(check);
-  return messages;
-}
-
-std::vector<Message> CheckSubpictures(const Project& project, const Rules& rules, PictureLoader& pictures,
-                                      UserInterface& ui) {
-  std::vector<Message> messages;
-  for (std::size_t i = 0; i < project.Tracks.Count() && !ui.StopRequested(); ++i) {
-    if (!project.Tracks[i].Removed) {
-      std::ranges::move(CheckTrackSubpictures(project, i, rules, pictures, ui), std::back_inserter(messages));
-    }
-  }
+  CheckHighlights(check, checks.ButtonLinks);
   return messages;
 }
 

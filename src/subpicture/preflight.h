@@ -1,13 +1,15 @@
 // What subtitles and buttons would do wrong on the disc, found before its first sector is written.
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/picture_service.h"
 #include "base/rules.h"
 #include "base/user_interface.h"
-#include "model/project.h"
+#include "model/tracks.h"
 
 namespace quorvelant {
 
@@ -42,15 +44,21 @@ inline constexpr std::string_view SetsOverlap =
 inline constexpr std::string_view NothingForced = "no forced subtitle shows while the buttons can be pressed";
 }  // namespace preflight_text
 
-// Checks one track: times, colours and bitmaps of its subtitle streams, the links, areas and spans of its
-// buttons. Every bitmap is loaded and coded. Each message names the track, stream and entry as its place; an
-// error hinders authoring, a warning tells what will not show as told. Ends early when the voice asks to
-// stop.
-std::vector<Message> CheckTrackSubpictures(const Project& project, std::size_t trackIndex, const Rules& rules,
-                                           PictureLoader& pictures, UserInterface& ui);
+// What a check needs besides the track.
+struct SubpictureChecks {
+  quorvelant::Rules Rules;
+  PictureLoader& Pictures;
+  UserInterface& Ui;
+  std::string SourceFolder;  // relative bitmap paths count from here
+  bool MuxedOnly = false;    // streams that go on the disc, by their marks
+  bool ButtonLinks = true;   // links between buttons as well
+};
 
-// Every live track.
-std::vector<Message> CheckSubpictures(const Project& project, const Rules& rules, PictureLoader& pictures,
-                                      UserInterface& ui);
+// Checks the track of that index: times, colours and bitmaps of its subtitle streams, the links, areas and
+// spans of its buttons. Every bitmap is loaded and coded. Each message names the track, stream and entry as
+// its place; an error hinders authoring, a warning tells what will not show as told. Ends early when the
+// voice asks to stop.
+std::vector<Message> CheckTrackSubpictures(const Track& track, std::size_t trackIndex,
+                                           const SubpictureChecks& checks);
 
 }  // namespace quorvelant

@@ -387,8 +387,12 @@ TEST_F(Imports, CheckOfSources) {
   Folder.Write("c.wav", Wave(44100, 2, 16));
   NewTrack("Still");
   Last().VideoPlays[0].File = Folder.Write("s.bmp", Bitmap(100, 100));
+  Last().SubStreams.resize(1);
+  Last().SubStreams[0].SubPlays.resize(1);
+  Last().SubStreams[0].SubPlays[0].File = "gone.bmp";
   std::string report;
-  for (const Message& found : CheckSources(Disc, Rules::Players, Ui)) {
+  BmpLoader pictures;
+  for (const Message& found : CheckSources(Disc, Rules::Players, pictures, Ui)) {
     report += fmt::format("{} | {} | {}\n", found.Place, found.Title, found.Text);
   }
   EXPECT_EQ(report,
@@ -404,7 +408,9 @@ TEST_F(Imports, CheckOfSources) {
             "Track.0.Audio2.AudioPlay1 (T0) | Refused Source | 'c.wav': its sample rate is not 48 kHz\n"
             "Track.1.Video1 (T1) | Refused Source | '" +
                 (Folder / "s.bmp") +
-                "': a bitmap of 100x100: sizes are 720x576, 360x288, 720x480 and 360x240\n");
+                "': a bitmap of 100x100: sizes are 720x576, 360x288, 720x480 and 360x240\n"
+                "Track.1.Sub1 (T1) entry 1 | Subtitle Check | " +
+                (Folder / "gone.bmp") + ": the file does not exist\n");
   EXPECT_TRUE(Ui.Messages.empty());
 }
 

@@ -35,24 +35,19 @@ struct PreflightTest : testing::Test {
     }
     const Bytes large = WriteBmp(stripes);
     folder.Write("large.bmp", {reinterpret_cast<const char*>(large.data()), large.size()});
-    project.ScriptFile = folder / "film.qvp";
-    Track track;
     track.TrackName = "Film";
     track.Standard = "PAL";
     track.Aspect = "16:9";
     track.DisplayMode = "Both PanScan and LetterBox";
     track.VideoFrames = 250;
     track.SubStreams.resize(2);
-    project.Tracks.Add(Track{}).Removed = true;
-    project.Tracks.Add(track);
   }
-  Track& TheTrack() { return project.Tracks[1]; }
-
   // "E place: text" or "W place: text" of each message.
   std::vector<std::string> Check() {
     BmpLoader loader;
     std::vector<std::string> told;
-    for (const Message& message : CheckSubpictures(project, Rules::Players, loader, ui)) {
+    const SubpictureChecks checks{Rules::Players, loader, ui, folder.Path().string()};
+    for (const Message& message : CheckTrackSubpictures(track, 1, checks)) {
       told.push_back(std::string(message.Level == Severity::Error ? "E " : "W ") + message.Place + ": " +
                      message.Text);
     }
@@ -60,16 +55,15 @@ struct PreflightTest : testing::Test {
   }
 
   TempFolder folder;
-  Project project;
+  Track track;
   RecordingUi ui;
 };
 
 TEST_F(PreflightTest, TimesOfSubtitles) {
-  TheTrack().SubStreams[1].SubPlays = {
-      Play("00:00:01:00", "00:00:02:00"), Play("00:00:01:10", "00:00:03:00"),
-      Play("00:00:01:05", "00:00:04:00"), Play("00:00:01:05", "00:00:04:00"),
-      Play("00:00:05:00", "00:00:04:24"), Play("00:00:06:00", "00:00:06:00"),
-      Play("00:00:09:00", "00:00:10:01"), Play("00:00:10:00", "00:00:10:00")};
+  track.SubStreams[1].SubPlays = {Play("00:00:01:00", "00:00:02:00"), Play("00:00:01:10", "00:00:03:00"),
+                                  Play("00:00:01:05", "00:00:04:00"), Play("00:00:01:05", "00:00:04:00"),
+                                  Play("00:00:05:00", "00:00:04:24"), Play("00:00:06:00", "00:00:06:00"),
+                                  Play("00:00:09:00", "00:00:10:01"), Play("00:00:10:00", "00:00:10:00")};
   const std::string at = " Track.1.Sub2 (Film) entry ";
   EXPECT_THAT(
       Check(),
@@ -83,12 +77,12 @@ TEST_F(PreflightTest, TimesOfSubtitles) {
           "W" + at + "8: the subtitle has no duration and stays until the next one",
           "W" + at + "8: the subtitle starts (00:00:10:00) before the one ahead of it ends (00:00:10:01)",
           "W" + at + "8: the subtitle starts (00:00:10:00) past the end of the track (00:00:10:00)"));
-  TheTrack().TrackType = "Still";
+  track.TrackType = "Still";
   EXPECT_THAT(Check(), IsEmpty());
 }
 
 TEST_F(PreflightTest, BitmapsOfSubtitles) {
-  auto& plays = TheTrack().SubStreams[0].SubPlays;
+  auto& plays = track.SubStreams[0].SubPlays;
   const char* files[] = {"good.bmp", "none.bmp", "cut.bmp", "empty.bmp", "large.bmp", "good.bmp", ""};
   for (std::size_t i = 0; i < std::size(files); ++i) {
     const std::string second = std::to_string(i);
@@ -129,7 +123,7 @@ HighlightPlay Buttons(std::size_t count, const char* start, const char* duration
 TEST_F(PreflightTest, ButtonsAndTheirSpans) {
   SubPicturePlay forced = Play("00:00:00:00", "00:00:09:24");
   forced.Forced = true;
-  TheTrack().SubStreams[0].SubPlays = {forced};
+  track.SubStreams[0].SubPlays = {forced};
   HighlightPlay first = Buttons(3, "00:00:01:00", "00:00:02:00");
   first.Buttons[0].Up = "b2";
   first.Buttons[0].Left = "nowhere";
@@ -137,9 +131,9 @@ TEST_F(PreflightTest, ButtonsAndTheirSpans) {
   first.Buttons[1].ColorScheme = 0;
   first.Buttons[1].Areas[2].Y2 = 576;
   first.ForcedSelect = 4;
-  TheTrack().HighlightPlays = {first, Buttons(12, "00:00:02:00", "00:00:09:00"),
-                               Buttons(13, "00:00:01:24", "00:00:00:01"),
-                               Buttons(0, "00:00:10:00", "00:00:01:00")};
+  track.HighlightPlays = {first, Buttons(12, "00:00:02:00", "00:00:09:00"),
+                          Buttons(13, "00:00:01:24", "00:00:00:01"),
+                          Buttons(0, "00:00:10:00", "00:00:01:00")};
   const std::string at = " Track.1.High1 (Film) entry ";
   EXPECT_THAT(
       Check(),
@@ -159,10 +153,10 @@ TEST_F(PreflightTest, ButtonsAndTheirSpans) {
 }
 
 TEST_F(PreflightTest, ThirtySevenButtonsAndNothingToShowThem) {
-  TheTrack().Aspect = "4:3";
-  TheTrack().HighlightPlays = {Buttons(36, "00:00:01:00", "00:00:02:00")};
+  track.Aspect = "4:3";
+  track.HighlightPlays = {Buttons(36, "00:00:01:00", "00:00:02:00")};
   EXPECT_THAT(Check(), ElementsAre(HasSubstr("no forced subtitle shows while the buttons can be pressed")));
-  TheTrack().HighlightPlays = {Buttons(37, "00:00:01:00", "00:00:02:00")};
+  track.HighlightPlays = {Buttons(37, "00:00:01:00", "00:00:02:00")};
   EXPECT_THAT(Check()[0], HasSubstr("37 buttons, and 1 display modes leave room for 36"));
 }
 
