@@ -41,6 +41,14 @@ void AudioSource::Consume(std::size_t bytes) {
   window_.Drop(bytes);
 }
 
+std::uint64_t AudioSource::BytesLeft() const {
+  std::uint64_t bytes = window_.HeldBytes() + file_.Left();
+  for (std::size_t i = filesOpened_; i < stream_->DataBytes.size(); ++i) {
+    bytes += stream_->DataBytes[i];
+  }
+  return bytes;
+}
+
 std::string AudioSource::Place() const {
   if (filesOpened_ == 0) {
     return {};

@@ -20,6 +20,8 @@ class AudioSource {
   ByteView Peek(std::size_t bytes);
   void Consume(std::size_t bytes);
   bool Exhausted() { return Peek(1).empty(); }
+  // Of all files, those not yet opened too.
+  std::uint64_t BytesLeft() const;
   // The file being read and the byte in it that comes next, for messages: "file@byte".
   std::string Place() const;
 

@@ -91,6 +91,12 @@ AudioClaim AudioState::Claim() const {
   return {NextScr, NextPts - (open ? FrameTicks : 0)};
 }
 
+double AudioState::SecondsLeft() const {
+  const double sourceFrame = Input->Pcm ? static_cast<double>(Pcm.SourceBytes(Pcm.SamplesPerFrame()))
+                                        : static_cast<double>(FrameBytes);
+  return static_cast<double>(Source.BytesLeft()) / sourceFrame * static_cast<double>(FrameTicks) / 90000;
+}
+
 std::vector<AudioState> OpenAudioStreams(Random& files, const MuxInput& input, const Rules& rules) {
   std::vector<AudioState> streams;
   streams.reserve(input.Audio.size());

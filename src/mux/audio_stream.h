@@ -47,6 +47,8 @@ struct AudioState {
 
   // What it asks of NextSectorKind.
   AudioClaim Claim() const;
+  // Sound of the sources that was not sent.
+  double SecondsLeft() const;
 };
 
 // Opens the sources (file slots 2 to 9) and sets the first clocks. Raises MuxFault where a source cannot

@@ -34,6 +34,17 @@ constexpr std::string_view UnderflowLine = "Buffer Underflow by {} at sector {}"
 constexpr std::string_view UnderflowStatus = "Total Buffer Underflows: {}";
 constexpr std::string_view UnderflowRefused = "The build was ended at the first buffer underflow.";
 
+constexpr std::string_view CutTitle = "Video Source";
+constexpr std::string_view CutText =
+    "The video file {} ends within a picture: its last picture is incomplete.";
+
+constexpr std::string_view LengthTitle = "Audio Length";
+constexpr std::string_view ShortText =
+    "Audio stream {} of track \"{}\" ends {:.1f} seconds before the picture does.";
+constexpr std::string_view LongText =
+    "Audio stream {} of track \"{}\" is {:.1f} seconds longer than the picture: the rest is left out.";
+constexpr double LengthTolerance = 1;  // seconds
+
 }  // namespace
 
 void CheckGopLength(const MuxState& state) {
@@ -73,6 +84,27 @@ void ReportUnderflow(MuxState& state, std::int64_t missingBytes) {
   }
   ++build.UnderflowCount;
   build.Ui.Status(fmt::format(UnderflowStatus, build.UnderflowCount));
+}
+
+void WarnOfCutPicture(const MuxState& state) {
+  if (state.Picture.Cut) {
+    TellWarning(state.Build.Ui, CutTitle, fmt::format(CutText, state.Input.Video[state.Picture.File].Path),
+                state.Pictures.PlaceOf(state.Picture));
+  }
+}
+
+void WarnOfAudioLengths(MuxState& state, std::int64_t endPts) {
+  for (AudioState& stream : state.Audio) {
+    const double missing = static_cast<double>(endPts - stream.NextPts) / 90000;
+    const double rest = stream.SecondsLeft();
+    if (rest > LengthTolerance || missing > LengthTolerance) {
+      TellWarning(
+          state.Build.Ui, LengthTitle,
+          fmt::format(fmt::runtime(rest > LengthTolerance ? LongText : ShortText), stream.Input->StreamNumber,
+                      state.Input.Name, rest > LengthTolerance ? rest : missing),
+          stream.Source.Place());
+    }
+  }
 }
 
 }  // namespace quorvelant

@@ -19,4 +19,10 @@ void ReportBufferFault(MuxState& state);
 // A picture was due `missingBytes` before it was complete. Asks at the first time in a build.
 void ReportUnderflow(MuxState& state, std::int64_t missingBytes);
 
+// Warns if the current picture is the last of its file and the file ends within it.
+void WarnOfCutPicture(const MuxState& state);
+
+// Warns of sound that is more than a second shorter or longer than the picture, which ends at `endPts`.
+void WarnOfAudioLengths(MuxState& state, std::int64_t endPts);
+
 }  // namespace quorvelant

@@ -66,6 +66,7 @@ void BeginPicture(MuxState& state) {
 
 void EndPicture(MuxState& state) {
   NotePictureEnd(state);
+  WarnOfCutPicture(state);
   MuxBuild& build = state.Build;
   build.SourceBytesDone += state.Picture.UnitBytes;
   state.BytesSinceProgress += state.Picture.UnitBytes;

@@ -177,6 +177,7 @@ bool PictureSource::ReadUnit() {
 bool PictureSource::TakeStartCode(std::uint64_t at) {
   const std::uint8_t code = ByteAt(at + 3);
   if (code > PictureCode && code <= LastSliceCode) {
+    lastSlice_ = code;
     return false;
   }
   const bool header = code == SequenceHeaderCode || code == GroupCode || code == PictureCode;
@@ -224,6 +225,7 @@ void PictureSource::TakeSequenceHeader(std::uint64_t at) {
 void PictureSource::TakePictureHeader(std::uint64_t at) {
   pictureSeen_ = true;
   extensionSeen_ = false;
+  lastSlice_ = 0;
   coming_.Temporal = ByteAt(at + 4) << 2 | ByteAt(at + 5) >> 6;
   const int type = (ByteAt(at + 5) >> 3) & 7;
   // A type that the format does not know is damage; it is carried as what it least disturbs.
@@ -283,6 +285,9 @@ void PictureSource::EndUnit(std::uint64_t at) {
   }
   coming_.UnitBytes = static_cast<std::size_t>(at - coming_.Offset);
   coming_.EndCode = endCode_.has_value();
+  unsigned& lowest = coming_.Field() ? lowestFieldSlice_ : lowestFrameSlice_;
+  coming_.Cut = at == end_ && file_.Left() == 0 && lastSlice_ < lowest;
+  lowest = std::max(lowest, lastSlice_);
   endCode_.reset();
   scannedHalves_ += coming_.ShownHalves();
   units_.push_back(coming_);

@@ -24,6 +24,7 @@ struct PictureUnit : CodedPicture {
   bool SequenceHeader = false;  // it begins with one
   bool EndCode = false;         // a sequence end code is left in it
   bool LastOfFile = false;
+  bool Cut = false;      // the file ends within it: it has fewer rows than others
   std::size_t File = 0;  // index in the track's video list
 };
 
@@ -94,6 +95,9 @@ class PictureSource {
   bool extensionSeen_ = false;  // and its coding extension
   bool firstUnitOfFile_ = true;
   std::optional<std::uint64_t> endCode_;  // the latest sequence end code, not yet overwritten
+  unsigned lastSlice_ = 0;                // macroblock row of the coming picture's latest slice, from 1
+  unsigned lowestFrameSlice_ = 0;         // the greatest row met in frame pictures
+  unsigned lowestFieldSlice_ = 0;         // and in field pictures
   std::uint32_t pictureSize_ = 0;         // width and height of the first sequence header
 };
 

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "mux/failures.h"
 #include "mux/interleave.h"
 #include "mux/mux_fault.h"
 #include "mux/nav_pack.h"
@@ -45,6 +46,7 @@ void EndTrack(MuxState& state, VobSetRecords& records) {
   SendDueUnits(state, state.LatestPts);
   DrainAudio(state, endPts);
   CloseRecords(state, endPts);
+  WarnOfAudioLengths(state, endPts);
   WarnOfMissedMarks(state, state.NextMark, state.Input.Marks.size());
   if (!state.Output.DryRun()) {
     WriteNavPacks(state, endPts);

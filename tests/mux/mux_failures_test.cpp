@@ -154,7 +154,7 @@ TEST(MuxFailures, APictureLargerThanTheBufferIsASeriousFault) {
 TEST(MuxFailures, StopIsObeyedAtEverySector) {
   const TempFolder folder;
   MuxInput input = MotionTrack({Saved(folder, BuildStream({.Gops = 2}))});
-  input.Audio = {Ac3Stream(SampleAc3({.Seconds = 2}))};
+  input.Audio = {Ac3Stream(SampleAc3({.Seconds = 1.5}))};
   MuxRun whole;
   int polls = 0;
   whole.Ui.StopWhen = [&] { return ++polls < 0; };
@@ -187,6 +187,28 @@ TEST(MuxFailures, AFullDiskIsOneErrorThatNamesTheFile) {
   EXPECT_EQ(outcome, MuxOutcome::Failed);
   ASSERT_THAT(run.Ui.Messages, SizeIs(1));
   EXPECT_THAT(run.Ui.Messages[0].Text, HasSubstr("VTS_01_1.VOB"));
+}
+
+TEST(MuxFailures, SourcesThatEndUnevenlyAreMuxedWithAWarning) {
+  const std::string video = SampleVideo({.Frames = 75});
+  const std::string whole = TempFolder::Read(video);
+  struct Case {
+    std::size_t VideoBytes;
+    double Seconds;
+    const char* Text;
+  };
+  for (const Case& c : {Case{whole.size(), 1.5, "Audio stream 0 of track \"Film\" ends 1.5 seconds before"},
+                        Case{whole.size(), 5, "Audio stream 0 of track \"Film\" is 2.0 seconds longer"},
+                        Case{whole.size() - 3000, 3, "ends within a picture"}}) {
+    MuxRun run;
+    MuxInput input = MotionTrack({run.Folder.Write("film.m2v", whole.substr(0, c.VideoBytes))});
+    input.Audio = {Ac3Stream(SampleAc3({.Seconds = c.Seconds}))};
+    EXPECT_EQ(run.Mux(input), MuxOutcome::Done);
+    ASSERT_THAT(run.Ui.Messages, SizeIs(1)) << c.Text;
+    EXPECT_EQ(run.Ui.Messages[0].Level, Severity::Warning);
+    EXPECT_THAT(run.Ui.Messages[0].Text, HasSubstr(c.Text));
+    EXPECT_THAT(run.Ui.Messages[0].Place, HasSubstr("@"));
+  }
 }
 
 }  // namespace
