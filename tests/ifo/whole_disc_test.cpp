@@ -7,9 +7,9 @@
 #include "disc_maker.h"
 #include "ifo/read_back.h"
 #include "model/default_structure.h"
-#include "nav_figures.h"
 #include "support/disc_judges.h"
 #include "support/disc_walk.h"
+#include "support/nav_figures.h"
 #include "support/vob_walk.h"
 
 namespace quorvelant {
@@ -41,7 +41,7 @@ const std::vector<DiscKind> Kinds{
      {.Standard = "NTSC", .Frames = 330, .GopLength = 15, .Closed = true, .Interlaced = true},
      &Silence},
     {"PalIntraOnly",
-     {.Frames = 250, .GopLength = 1, .BFrames = 0, .Closed = true, .KbitPerSecond = 6000},
+     {.Frames = 280, .GopLength = 1, .BFrames = 0, .Closed = true, .KbitPerSecond = 6000},
      &OneAc3},
 };
 

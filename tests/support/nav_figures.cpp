@@ -1,4 +1,4 @@
-#include "nav_figures.h"
+#include "support/nav_figures.h"
 
 #include <gtest/gtest.h>
 
@@ -67,7 +67,8 @@ void CheckTimes(const WalkedVobu& vobu, const WalkedVobu& lastOfVob, const InCel
       vobu.StartHalfTicks(timing.FrameTicks) - place.Cell.front()->StartHalfTicks(timing.FrameTicks);
   for (const std::size_t offset : {69U, 1059U}) {
     const std::uint64_t time = vobu.Field(offset, 4);
-    const std::uint64_t seconds = (time >> 12 & 0xF) * 10 + (time >> 8 & 0xF);  // the samples are short
+    const std::uint64_t minutes = (time >> 20 & 0xF) * 10 + (time >> 16 & 0xF);  // the samples are short
+    const std::uint64_t seconds = 60 * minutes + (time >> 12 & 0xF) * 10 + (time >> 8 & 0xF);
     const std::uint64_t rest = (time >> 4 & 0x3) * 10 + (time & 0xF);
     EXPECT_EQ(static_cast<std::int64_t>(seconds) * timing.FramesPerSecond + static_cast<std::int64_t>(rest),
               (elapsed + 1) / (2 * timing.FrameTicks))
