@@ -95,7 +95,9 @@ void WarnOfCutPicture(const MuxState& state) {
 
 void WarnOfAudioLengths(MuxState& state, std::int64_t endPts) {
   for (AudioState& stream : state.Audio) {
-    const double missing = static_cast<double>(endPts - stream.NextPts) / 90000;
+    // Under stills and slides silence is at home.
+    const bool motion = state.Input.Kind == TrackKind::Motion;
+    const double missing = motion ? static_cast<double>(endPts - stream.NextPts) / 90000 : 0;
     const double rest = stream.SecondsLeft();
     if (rest > LengthTolerance || missing > LengthTolerance) {
       TellWarning(
