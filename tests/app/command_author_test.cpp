@@ -1,4 +1,7 @@
 // `quorvelant author` and the switch form, as a user runs them, over the example disc.
+#include <sys/resource.h>
+
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -159,6 +162,44 @@ TEST_F(AuthorCommand, PathsWithBlanksQuotesAndOtherLetters) {
   EXPECT_EQ(Author({(folder / "d\xC3\xA9mo.qvp").string(), "-o", (folder / "out").string(), "--json"}),
             ExitDone);
   EXPECT_TRUE(fs::exists(folder / "out" / "VIDEO_TS.IFO"));
+  EXPECT_THAT(ui.Messages, IsEmpty());
+}
+
+// A file size limit stands in for a disk that is full midway.
+TEST_F(AuthorCommand, ADiskFullMidwayLeavesNothing) {
+  struct sigaction ignore = {};
+  struct sigaction former = {};
+  ignore.sa_handler = SIG_IGN;
+  sigaction(SIGXFSZ, &ignore, &former);
+  rlimit unlimited{};
+  getrlimit(RLIMIT_FSIZE, &unlimited);
+  for (const rlim_t bytes : {1000U, 10000U, 100000U, 1000000U}) {
+    const rlimit limit{bytes, unlimited.rlim_max};
+    ui.Messages.clear();
+    setrlimit(RLIMIT_FSIZE, &limit);
+    EXPECT_EQ(Author({demo, "-o", disc}), ExitFailed) << bytes;
+    setrlimit(RLIMIT_FSIZE, &unlimited);
+    ASSERT_EQ(ui.Messages.size(), 1U) << bytes;
+    EXPECT_THAT(ui.Messages[0].Text, HasSubstr(".VIDEO_TS.making/V")) << bytes;
+    EXPECT_THAT(ui.Messages[0].Text, HasSubstr("File too large"));
+    EXPECT_FALSE(fs::exists(disc));
+    EXPECT_FALSE(fs::exists(temp / ".VIDEO_TS.making"));
+  }
+  sigaction(SIGXFSZ, &former, nullptr);
+}
+
+TEST_F(AuthorCommand, IndexesAreReusedUnlessTheyAreToBeBuiltAnew) {
+  fs::copy(SourceFile("examples/media"), temp.Path() / "media");
+  const std::string project = temp.Write("p.qvp", TempFolder::Read(demo));
+  const std::string stale = "Frame=0;Offset=0;Size=10\r\nTotalFrames=60\r\n";
+  temp.Write("media/first.m2v.qvi", stale);
+  // By the stale index the track ends before its second scene.
+  EXPECT_EQ(Author({project, "-o", disc, "--analyse", "--strict"}), ExitFailed);
+  EXPECT_EQ(TempFolder::Read(temp / "media/first.m2v.qvi"), stale);
+  ui.Messages.clear();
+  EXPECT_EQ(Author({project, "-o", disc, "--analyse", "--reindex"}), ExitDone);
+  EXPECT_THAT(TempFolder::Read(temp / "media/first.m2v.qvi"), HasSubstr("TotalFrames=350"));
+  EXPECT_THAT(out.str(), HasSubstr("3 chapters"));
   EXPECT_THAT(ui.Messages, IsEmpty());
 }
 

@@ -33,6 +33,10 @@ std::vector<std::string> Ac3AndPcm() {
   return {SampleAc3({.Channels = 6, .Kbps = 448, .Seconds = 12}), SampleWav({.Seconds = 12})};
 }
 
+std::vector<std::string> MonoAndFineSound() {
+  return {SampleAc3({.Channels = 1, .Kbps = 96, .Seconds = 12}), SampleWav({.Bits = 24, .Seconds = 12})};
+}
+
 const std::vector<DiscKind> Kinds{
     {"PalClosedGops", {.Frames = 300, .Closed = true}, &OneAc3},
     {"PalWideOpenGops", {.Aspect = "16:9", .Frames = 300, .GopLength = 15}, &Ac3AndPcm},
@@ -40,6 +44,9 @@ const std::vector<DiscKind> Kinds{
     {"NtscInterlaced",
      {.Standard = "NTSC", .Frames = 330, .GopLength = 15, .Closed = true, .Interlaced = true},
      &Silence},
+    {"NtscWideLongGops",
+     {.Standard = "NTSC", .Aspect = "16:9", .Frames = 360, .GopLength = 18, .BFrames = 2},
+     &MonoAndFineSound},
     {"PalIntraOnly",
      {.Frames = 280, .GopLength = 1, .BFrames = 0, .Closed = true, .KbitPerSecond = 6000},
      &OneAc3},
