@@ -1,5 +1,6 @@
 // Video and sound of any bytes through the multiplexer, without output. The first byte holds switches, the
-// second how many 256ths of the rest are video; what remains is sound.
+// second how many 256ths of the rest are video; what remains is sound. Four channels stand for slides and
+// stills too.
 #include <unistd.h>
 
 #include <cstddef>
@@ -68,6 +69,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byte
   input.Video[0].Path = Saved("video", rest.first(videoBytes));
   if ((switches & 16) != 0) {
     input.Video.push_back(input.Video.front());
+  }
+  if (switches >> 6 == 3) {
+    input.Kind = data[1] % 2 != 0 ? TrackKind::SlideShow : TrackKind::Still;
+    input.Infinite = data[1] % 4 == 0;
+    input.ExtendSlideForAudio = true;
+    input.Video.back().HoldFlag = !input.Infinite;
+    input.Video.back().HoldFrames = data[1];
   }
   if ((switches & 2) != 0) {
     input.Audio = {SoundOf(rest.subspan(videoBytes), switches)};

@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <set>
+#include <map>
 
+#include "codec/still_encoder.h"
 #include "ifo/disc_limits.h"
 #include "ifo/domain_records.h"
 #include "ifo/mux_input.h"
+#include "mux/still_source.h"
 #include "subpicture/preflight.h"
 
 namespace quorvelant {
@@ -28,7 +30,7 @@ std::uint64_t SizeOf(const std::string& path) {
 
 void CountSources(const MuxInput& input, DiscPlan& plan) {
   for (const MuxVideoFile& file : input.Video) {
-    plan.VideoBytes += SizeOf(file.Path);
+    plan.VideoBytes += file.ImageSource ? LargestStillBytes : SizeOf(file.Path);
   }
   for (const MuxAudioStream& stream : input.Audio) {
     for (const std::uint64_t bytes : stream.DataBytes) {
@@ -53,11 +55,11 @@ DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, UserInt
 }
 
 // The tracks on the disc, each once.
-std::set<std::size_t> TracksOf(const DiscPlan& plan) {
-  std::set<std::size_t> tracks;
+std::map<std::size_t, const MuxInput*> TracksOf(const DiscPlan& plan) {
+  std::map<std::size_t, const MuxInput*> tracks;
   const auto add = [&](const DomainPlan& domain) {
-    for (const TrackListRow& row : domain.List) {
-      tracks.insert(row.Index);
+    for (std::size_t i = 0; i < domain.List.size(); ++i) {
+      tracks.emplace(domain.List[i].Index, &domain.Inputs[i]);
     }
   };
   add(plan.Manager.Menu);
@@ -68,9 +70,20 @@ std::set<std::size_t> TracksOf(const DiscPlan& plan) {
   return tracks;
 }
 
+// A file that is missing is told already.
+void CheckStills(const MuxInput& input, DiscPlan& plan, PictureLoader& pictures) {
+  for (const MuxVideoFile& file : input.Video) {
+    const bool there = file.ImageSource && std::filesystem::exists(file.Path);
+    if (auto fault = there ? FaultOfStill(input, file, pictures) : std::nullopt) {
+      plan.Findings.push_back(std::move(*fault));
+    }
+  }
+}
+
 void CheckPictures(DiscPlan& plan, PictureLoader& pictures, UserInterface& ui) {
   const SubpictureChecks checks{plan.Rules, pictures, ui, plan.Disc->SourceFolder(), true};
-  for (const std::size_t track : TracksOf(plan)) {
+  for (const auto& [track, input] : TracksOf(plan)) {
+    CheckStills(*input, plan, pictures);
     for (Message& finding : CheckTrackSubpictures(plan.Sources[track], track, checks)) {
       plan.Findings.push_back(std::move(finding));
     }

@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "codec/still_encoder.h"
 #include "mux/failures.h"
 #include "mux/mux_fault.h"
 #include "mux/mux_state.h"
@@ -68,8 +69,10 @@ void EndPicture(MuxState& state) {
   NotePictureEnd(state);
   WarnOfCutPicture(state);
   MuxBuild& build = state.Build;
-  build.SourceBytesDone += state.Picture.UnitBytes;
-  state.BytesSinceProgress += state.Picture.UnitBytes;
+  const bool bitmap = state.Input.Video[state.Picture.File].ImageSource;
+  const std::uint64_t bytes = bitmap ? LargestStillBytes : state.Picture.UnitBytes;
+  build.SourceBytesDone += bytes;
+  state.BytesSinceProgress += bytes;
   if (state.BytesSinceProgress >= BytesPerProgress) {
     state.BytesSinceProgress = 0;
     build.Ui.Progress(static_cast<double>(build.SourceBytesDone),

@@ -101,7 +101,8 @@ struct MuxBuild {
   bool UnderflowSeen = false;
   int BufferFaultCount = 0;  // serious faults of the video buffer
   bool StopRequested = false;
-  std::uint64_t SourceBytesDone = 0;  // of `SourceBytesTotal`, over all tracks: progress
+  // Of `SourceBytesTotal`, over all tracks: progress. A bitmap counts as the largest still.
+  std::uint64_t SourceBytesDone = 0;
   std::uint64_t SourceBytesTotal = 0;
 };
 

@@ -28,9 +28,9 @@ void CheckSize(const MuxInput& input, const MuxVideoFile& file, const Picture& p
   }
 }
 
-Picture LoadStill(const MuxInput& input, const MuxBuild& build, const MuxVideoFile& file) {
+Picture LoadStill(const MuxInput& input, const MuxVideoFile& file, PictureLoader* platform) {
   try {
-    MuxPictureLoader pictures(build.Pictures);
+    MuxPictureLoader pictures(platform);
     Picture picture = pictures.Load(file.Path);
     CheckSize(input, file, picture);
     return picture;
@@ -44,8 +44,18 @@ Picture LoadStill(const MuxInput& input, const MuxBuild& build, const MuxVideoFi
 std::function<Bytes(const MuxVideoFile&)> StillEncoderOf(const MuxInput& input, const MuxBuild& build) {
   return [&input, &build](const MuxVideoFile& file) {
     const StillFlags flags{.Wide = input.Aspect == "16:9"};
-    return EncodeBitmap(LoadStill(input, build, file), flags, build.Rules);
+    return EncodeBitmap(LoadStill(input, file, build.Pictures), flags, build.Rules);
   };
+}
+
+std::optional<Message> FaultOfStill(const MuxInput& input, const MuxVideoFile& file,
+                                    PictureLoader& platform) {
+  try {
+    LoadStill(input, file, &platform);
+    return std::nullopt;
+  } catch (const MuxFault& fault) {
+    return Message{Severity::Error, fault.Title, fault.what(), fault.Place};
+  }
 }
 
 }  // namespace quorvelant

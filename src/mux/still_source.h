@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string_view>
 
 #include "base/bytes.h"
@@ -17,5 +18,8 @@ inline constexpr std::string_view StillSizeText =
 // it returns raises MuxFault where the bitmap can't be read or has no size of the track's standard. `input`
 // and `build` must outlive it.
 std::function<Bytes(const MuxVideoFile&)> StillEncoderOf(const MuxInput& input, const MuxBuild& build);
+
+// Why a bitmap of the video list can make no still, before anything is written; nothing when all is well.
+std::optional<Message> FaultOfStill(const MuxInput& input, const MuxVideoFile& file, PictureLoader& platform);
 
 }  // namespace quorvelant

@@ -203,6 +203,16 @@ void PlayChapters(const std::string& folder, const WalkedTitle& title, DiscWalk&
   }
 }
 
+// To the root menu of a title's set, or with 0 to the title menu.
+void CallMenu(Player& player, int title) {
+  Start(player);
+  if (title > 0) {
+    dvdnav_title_play(player.Nav(), title);
+    player.Play([](std::int32_t event) { return event == DVDNAV_NAV_PACKET; });
+  }
+  dvdnav_menu_call(player.Nav(), title > 0 ? DVD_MENU_Root : DVD_MENU_Title);
+}
+
 }  // namespace
 
 DiscWalk WalkDisc(const std::string& folder) {
@@ -233,15 +243,36 @@ DiscWalk WalkDisc(const std::string& folder) {
   return walk;
 }
 
+int SelectByArrows(const std::string& folder, int title, std::string_view keys) {
+  DiscWalk walk;
+  Player player(folder, walk);
+  CallMenu(player, title);
+  std::int32_t selected = 0;
+  player.Play([&](std::int32_t event) {
+    if (event != DVDNAV_NAV_PACKET || player.InTitle()) {
+      return false;
+    }
+    pci_t* pci = dvdnav_get_current_nav_pci(player.Nav());
+    if ((pci->hli.hl_gi.hli_ss & 3) == 0) {
+      return false;
+    }
+    for (const char key : keys) {
+      const auto press = key == 'u'   ? &dvdnav_upper_button_select
+                         : key == 'd' ? &dvdnav_lower_button_select
+                         : key == 'l' ? &dvdnav_left_button_select
+                                      : &dvdnav_right_button_select;
+      press(player.Nav(), pci);
+    }
+    dvdnav_get_current_highlight(player.Nav(), &selected);
+    return true;
+  });
+  return selected;
+}
+
 std::string PressButtons(const std::string& folder, int title, const std::vector<int>& buttons) {
   DiscWalk walk;
   Player player(folder, walk);
-  Start(player);
-  if (title > 0) {
-    dvdnav_title_play(player.Nav(), title);
-    player.Play([](std::int32_t event) { return event == DVDNAV_NAV_PACKET; });
-  }
-  dvdnav_menu_call(player.Nav(), title > 0 ? DVD_MENU_Root : DVD_MENU_Title);
+  CallMenu(player, title);
   for (const int button : buttons) {
     bool pressed = false;
     const int limit = player.Vobus + LoopVobus;

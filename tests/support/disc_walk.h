@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quorvelant {
@@ -30,5 +31,9 @@ DiscWalk WalkDisc(const std::string& folder);
 // other, each as soon as buttons show, and tells where that led, as above with the chapter: "title 2 chapter
 // 3".
 std::string PressButtons(const std::string& folder, int title, const std::vector<int>& buttons);
+
+// Goes to that menu and, once buttons show, presses the arrow keys 'u', 'd', 'l' and 'r'. The number of the
+// button that is then selected, 0 where none is.
+int SelectByArrows(const std::string& folder, int title, std::string_view keys);
 
 }  // namespace quorvelant
