@@ -66,7 +66,7 @@ inline constexpr std::string_view CellWithoutScene =
     R"(A cell of PGC "{}" names the scene "{}", which no track has: it is left out)";
 
 // Builds the stream maps of every domain and looks for every source file. With `pictures`, every bitmap
-// of the tracks' subtitles is loaded and coded to see that it can be.
+// of the tracks' stills and subtitles is loaded, and subtitles are coded, to see that they can be.
 DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui,
                   PictureLoader* pictures = nullptr);
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "analysis/quick_scan.h"
+#include "base/bmp.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "vm/check_commands.h"
@@ -107,7 +108,8 @@ void DiscMaker::PlaceAll(PGC_P& chain, int track, VideoInfo_P& info) {
 AuthorResult DiscMaker::Author(const Rules& rules, bool dryRun) {
   const CommandCheck commands = CheckCommands(Disc, rules);
   EXPECT_TRUE(commands.Errors.empty()) << commands.Errors.front().Command;
-  const DiscPlan plan = PlanDisc(Disc, rules, Ui);
+  BmpLoader bitmaps;
+  const DiscPlan plan = PlanDisc(Disc, rules, Ui, &bitmaps);
   AuthorOptions options;
   options.Folder = Folder;
   options.Regions = AllRegions;

@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "base/bmp.h"
 #include "base/timecode.h"
 #include "disc_maker.h"
@@ -237,6 +239,23 @@ TEST_P(ShownDisc, EveryReaderAgreesAndEveryButtonLeadsWhereItSays) {
     GTEST_SKIP() << "the folder's checker is not at hand";
   }
   EXPECT_THAT(*errors, IsEmpty());
+}
+
+TEST(ShownDiscFaults, AreFoundBeforeTheFirstSector) {
+  DiscMaker maker;
+  const std::string slide = maker.Temp.Write("slide.bmp", "BM, and no more");
+  const int track = maker.AddTrack("Slides", slide, {}, {0});
+  maker.Disc.Tracks[0].TrackType = "SlideShow";
+  maker.Disc.Tracks[0].HasSubs = true;
+  SubPicturePlay& play = maker.Disc.Tracks[0].SubStreams.emplace_back().SubPlays.emplace_back();
+  play.File = "gone.bmp";
+  play.Start = play.Duration = "00:00:00:05";
+  maker.AddTitle(maker.AddSet(), track);
+  EXPECT_EQ(maker.Author().Outcome, AuthorOutcome::Failed);
+  ASSERT_EQ(maker.Ui.Messages.size(), 2U);
+  EXPECT_EQ(maker.Ui.Messages[0].Place, slide);
+  EXPECT_EQ(maker.Ui.Messages[1].Place, "Track.0.Sub1 (Slides) entry 1");
+  EXPECT_FALSE(std::filesystem::exists(maker.Folder));
 }
 
 INSTANTIATE_TEST_SUITE_P(
