@@ -129,7 +129,7 @@ void HoldSlide(MuxState& state) {
     const std::int64_t left = end - state.ElapsedHalves;
     // A picture of three fields leaves half a frame over.
     const std::int64_t step =
-        waits ? 2 * (state.Timing.SlideGopFrames - 1) : 2 * StepOf(state, left / 2) + left % 2;
+        waits ? 2 * std::int64_t{state.Timing.SlideGopFrames - 1} : 2 * StepOf(state, left / 2) + left % 2;
     state.ElapsedHalves += step;
     const std::int64_t pts = state.PtsOfHalves(state.ElapsedHalves);
     const Clock wanted = state.TimeOfHalves(state.ElapsedHalves);
