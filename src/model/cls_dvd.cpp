@@ -275,7 +275,7 @@ std::string_view ConvertWord(const std::array<Extension, Count>& table, std::str
 
 std::string_view CLsDVD::LangCodeToLangName(std::string_view code) {
   const auto* row = std::find_if(Languages.begin(), Languages.end(),
-                                [code](const Language& language) { return language.Code == code; });
+                                 [code](const Language& language) { return language.Code == code; });
   return row == Languages.end() ? "English" : row->Name;
 }
 
@@ -334,7 +334,7 @@ std::string_view CLsDVD::UserOP(std::size_t index) {
 
 std::string_view CLsDVD::FlagName(std::string_view name) {
   const auto* row = std::find_if(Languages.begin(), Languages.end(),
-                                [name](const Language& language) { return language.Name == name; });
+                                 [name](const Language& language) { return language.Name == name; });
   return row == Languages.end() ? "None" : row->Flag;
 }
 
