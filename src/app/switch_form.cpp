@@ -48,6 +48,14 @@ bool ScriptExists(const std::string& path) {
   return std::filesystem::is_regular_file(SystemPath(path), ignored);
 }
 
+// A relative folder of the command line counts from where the program was started; one of a script counts
+// from the script.
+std::string FromHere(const std::string& folder) {
+  const bool absolute = SystemPath(folder) == SystemPath(folder, "/");
+  std::error_code failed;
+  return absolute ? folder : SystemPath(folder, std::filesystem::current_path(failed).string());
+}
+
 bool AuthorBatch(const Switches& switches, Project& project, UserInterface& ui,
                  const EnvironmentLookup& environment, const BatchServices& services, Log& log) {
   ui.Status(CompilingWords);
@@ -67,10 +75,10 @@ int Run(const Switches& switches, UserInterface& ui, const EnvironmentLookup& en
         const BatchServices& services) {
   Log log = StartLog(LogFile(environment));
   Project project;
-  project.DestinationFolder = switches.DestinationFolder;
+  project.DestinationFolder = FromHere(switches.DestinationFolder);
   const bool loaded = services.LoadScriptFile(switches.ScriptPath, switches.AnalyseOnLoad, project);
   if (project.DestinationFolder.empty()) {
-    project.DestinationFolder = switches.DestinationFolder;
+    project.DestinationFolder = FromHere(switches.DestinationFolder);
   }
   if (switches.CreateOnStart && loaded) {
     return AuthorBatch(switches, project, ui, environment, services, log) ? ExitDone : ExitFailed;

@@ -105,8 +105,12 @@ TEST_F(AuthorCommand, ADryRunWritesNothing) {
 TEST_F(AuthorCommand, TheSwitchFormMakesTheClassicDisc) {
   WriteBareSettings();
   ASSERT_EQ(Author({demo, "-o", temp / "classic", "--rules", "classic"}), ExitDone);
-  const std::vector<std::string> switches{"-i", demo, "-d", temp / "switched", "-create", "-exit"};
-  ASSERT_EQ(RunSwitchForm(switches, ui, Environment(), MakeBatchServices(ui)), ExitDone);
+  const std::vector<std::string> switches{"-i", demo, "-d", "switched", "-create", "-exit"};
+  const fs::path before = fs::current_path();
+  fs::current_path(temp.Path());  // a relative folder counts from here, not from the script
+  const int status = RunSwitchForm(switches, ui, Environment(), MakeBatchServices(ui));
+  fs::current_path(before);
+  ASSERT_EQ(status, ExitDone);
   EXPECT_THAT(ui.Messages, IsEmpty());
   Files switched = FilesOf(temp / "switched");
   for (const char* name : {"VIDEO_TS.IFO", "VIDEO_TS.BUP"}) {
