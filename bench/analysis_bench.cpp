@@ -15,25 +15,10 @@
 
 #include "analysis/picture_index.h"
 #include "analysis/start_code_search.h"
+#include "silent_ui.h"
 
 namespace quorvelant {
 namespace {
-
-// Nobody is there: everything is heard and nothing kept.
-class SilentUi : public UserInterface {
- public:
-  void Tell(const Message& /*message*/) override {}
-  bool Ask(std::string_view /*title*/, std::string_view /*text*/, bool unattended) override {
-    return unattended;
-  }
-  std::optional<std::string> AskText(std::string_view /*title*/, std::string_view /*text*/,
-                                     std::string_view /*proposal*/) override {
-    return std::nullopt;
-  }
-  void Status(std::string_view /*words*/) override {}
-  void Progress(double /*done*/, double /*total*/) override {}
-  bool StopRequested() override { return false; }
-};
 
 // Coded bytes as a film of 6 Mbit/s has them: slices of 830 bytes, 36 a picture, a group each 12 pictures.
 Bytes FilmBytes(std::size_t bytes) {

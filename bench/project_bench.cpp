@@ -8,25 +8,10 @@
 #include "large_project.h"
 #include "project/script_reader.h"
 #include "project/script_writer.h"
+#include "silent_ui.h"
 
 namespace quorvelant {
 namespace {
-
-// Nobody is there: everything is heard and nothing kept.
-class SilentUi : public UserInterface {
- public:
-  void Tell(const Message& /*message*/) override {}
-  bool Ask(std::string_view /*title*/, std::string_view /*text*/, bool unattended) override {
-    return unattended;
-  }
-  std::optional<std::string> AskText(std::string_view /*title*/, std::string_view /*text*/,
-                                     std::string_view /*proposal*/) override {
-    return std::nullopt;
-  }
-  void Status(std::string_view /*words*/) override {}
-  void Progress(double /*done*/, double /*total*/) override {}
-  bool StopRequested() override { return false; }
-};
 
 void LoadLines(benchmark::State& state) {
   const std::string text = WriteScript(LargeProject(static_cast<std::size_t>(state.range(0))));
