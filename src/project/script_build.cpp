@@ -113,6 +113,32 @@ void FillFormats(Track& track) {
   }
 }
 
+// Scenes whose track learnt its standard only from its file.
+void SetPendingTimes(Build& build) {
+  for (const PendingTime& pending : build.State.PendingTimes) {
+    Track& track = build.Target.Tracks[pending.Place.Track];
+    track.Scenes[pending.Place.Scene].Frame =
+        SceneFrame(pending.Timecode, TrackFramesPerSecond(build.Target, track));
+  }
+}
+
+// The analysis may take scenes away, so the later ones of a track move up.
+void AnalyseChapters(Build& build) {
+  if (!build.Options.AnalyseChapters) {
+    return;
+  }
+  for (auto& [name, place] : build.State.Scenes) {
+    place.Removed = true;
+  }
+  for (std::size_t i = 0; i < build.Target.Tracks.Count(); ++i) {
+    build.Options.AnalyseChapters(build.Target, i);
+    const std::vector<Scene>& scenes = build.Target.Tracks[i].Scenes;
+    for (std::size_t scene = 0; scene < scenes.size(); ++scene) {
+      build.State.Scenes[scenes[scene].Name] = {i, scene};
+    }
+  }
+}
+
 void CreateTrackList(Build& build) {
   build.Ui.Status("Creating Track List");
   const std::string folder = build.Target.SourceFolder();
@@ -125,33 +151,20 @@ void CreateTrackList(Build& build) {
       ScanTrack(track, *build.Options.Scanner, folder);
     }
   }
-}
-
-// Scenes whose track learnt its standard only from its file.
-void SetPendingTimes(Build& build) {
-  for (const PendingTime& pending : build.State.PendingTimes) {
-    Track& track = build.Target.Tracks[pending.Place.Track];
-    track.Scenes[pending.Place.Scene].Frame =
-        SceneFrame(pending.Timecode, TrackFramesPerSecond(build.Target, track));
-  }
-}
-
-void AnalyseChapters(Build& build) {
-  if (!build.Options.AnalyseChapters) {
-    return;
-  }
-  for (std::size_t i = 0; i < build.Target.Tracks.Count(); ++i) {
-    build.Options.AnalyseChapters(build.Target, i);
-  }
+  SetPendingTimes(build);
+  AnalyseChapters(build);
 }
 
 // --- layout ---
 
 void CreateCell(Build& build, const PGC_P& pgc, const PG_P& program, std::int32_t number, Cell_P& cell) {
   const auto found = build.State.Scenes.find(cell.SceneUsed);
-  if (found == build.State.Scenes.end()) {
+  const bool known = found != build.State.Scenes.end();
+  if (!known) {
     build.Result.Notes.push_back({Severity::Error, std::string(UnknownSceneTitle),
                                   fmt::format("{}\"{}\"", UnknownSceneText, cell.SceneUsed), cell.Key});
+  }
+  if (!known || found->second.Removed) {
     cell.EnableSeamlessFlag = cell.Seamless;
     return;
   }
@@ -301,8 +314,6 @@ bool BuildProject(ReaderState& state, const LoadOptions& options, UserInterface&
   if (!CreateLayout(build)) {
     return false;
   }
-  SetPendingTimes(build);
-  AnalyseChapters(build);
   CreatePaletteList(build);
   CreateCommands(build);
   LockStreams(build);

@@ -67,6 +67,7 @@ struct DataFolder {
 struct ScenePlace {
   std::size_t Track = 0;
   std::size_t Scene = 0;
+  bool Removed = false;  // by the chapter analysis, which told of it
 };
 
 // A scene whose time waits for its track's standard.

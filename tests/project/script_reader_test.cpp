@@ -276,6 +276,28 @@ TEST(ScriptReader, FirstFilesFillWhatTheScriptLacks) {
   EXPECT_THAT(analysed, ElementsAre(0U, 1U));
 }
 
+TEST(ScriptReader, CellsFollowTheScenesThatTheAnalysisLeaves) {
+  std::string text = "Item=Track\nItem=Scene\nName=a\nItem=Scene\nName=b\nItem=Scene\nName=c\n";
+  text += "Item=VTS\nItem=Title\nItem=PGC\nItem=Program\n";
+  text += "Item=Cell\nUsingScene=a\nItem=Cell\nUsingScene=b\nItem=Cell\nUsingScene=c\n";
+  RecordingUi ui;
+  Project project;
+  std::string stage;
+  std::istringstream stream(text);
+  const auto analyse = [&](Project& whole, std::size_t track) {
+    stage = ui.StatusWords.back();
+    whole.Tracks[track].Scenes.erase(whole.Tracks[track].Scenes.begin() + 1);
+  };
+  const LoadResult result =
+      LoadScript(stream, text.size(), "p.qvp", project, {.AnalyseChapters = analyse}, ui);
+  EXPECT_EQ(stage, "Creating Track List");
+  EXPECT_THAT(result.Notes, IsEmpty());  // the analysis told of it
+  const auto& cells = project.Disc.Item(2)->Title.Item(1)->PGC.Item(1)->PG.Item(1)->Cell;
+  EXPECT_EQ(cells.Item(1)->pScene, 0);
+  EXPECT_EQ(cells.Item(2)->SegmentUsed, -1);
+  EXPECT_EQ(cells.Item(3)->pScene, 1);
+}
+
 TEST(ScriptReader, ScenesWithoutANameGetOneOfTheirOwn) {
   const Loaded loaded("Item=Track\nName=T\nItem=Track\nName=T\nItem=Scene\nItem=Scene\nName=T_Scene1_2\n");
   EXPECT_EQ(loaded.Target.Tracks[0].Scenes.at(0).Name, "T_Scene1");
