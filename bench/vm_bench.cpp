@@ -28,7 +28,7 @@ void EncodeOneText(benchmark::State& state) {
   const std::string_view text = Texts.at(static_cast<std::size_t>(state.range(0)));
   state.SetLabel(std::string(text));
   for (auto _ : state) {
-    benchmark::DoNotOptimize(ResolveText(text, {}, nullptr, {.NumericTargets = true}));
+    benchmark::DoNotOptimize(ResolveText(text, {}, nullptr, {.Numbers = NumericTargets::First}));
   }
 }
 BENCHMARK(EncodeOneText)->DenseRange(0, Texts.size() - 1);

@@ -10,7 +10,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byteCount) {
   using namespace quorvelant;
   const std::string text(data, data + byteCount);
-  const ResolveOptions numeric{.NumericTargets = true};
+  const ResolveOptions numeric{.Numbers = NumericTargets::First};
   const Resolution result = ResolveText(text, "stored", nullptr, numeric);
   if (!IsCommandHex(result.Hex)) {
     std::abort();

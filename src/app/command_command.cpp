@@ -142,7 +142,7 @@ int Run(const CommandOptions& options, CommandContext& context) {
   Project project;
   const Rules rules = options.RuleSet == "classic" ? Rules::Classic : Rules::Players;
   std::unique_ptr<NameIndex> names;
-  ResolveOptions resolve{.NumericTargets = true};
+  ResolveOptions resolve{.Numbers = NumericTargets::First};
   if (!options.Project.empty()) {
     NamesOnlyUi ui(context.Ui);
     const LoadResult load = LoadScriptFile(options.Project, project, {.Rules = rules}, ui);
@@ -150,7 +150,7 @@ int Run(const CommandOptions& options, CommandContext& context) {
       return ExitFailed;
     }
     names = std::make_unique<NameIndex>(project, rules);
-    resolve.NumericTargets = load.IsScenarist;
+    resolve.Numbers = NumbersOf(load.IsScenarist);
   }
   std::vector<CommandLineResult> results;
   results.reserve(options.Texts.size());

@@ -267,27 +267,27 @@ void ForEachCommand(Project& project, Visit visit) {
   ForEachPgc(project, visitPgc);
 }
 
-// A resolved command's text names its stored target, so the text alone is kept, and what is saved loads
-// to the same bytes.
-bool DropStoredTargets(Project& project) {
-  bool dropped = false;
-  ForEachCommand(project, [&dropped](VMICommand_P& command) {
-    if (!command.To_Action.empty() && !command.CommandHex.empty()) {
+// A command that brings a stored target comes to name it, and the text alone is kept: what is saved loads to
+// the same bytes.
+void FollowStoredTargets(Build& build, const ResolveOptions& options) {
+  NameIndex names(build.Target, build.Options.Rules);
+  ForEachCommand(build.Target, [&](VMICommand_P& command) {
+    if (command.To_Action.empty()) {
+      return;
+    }
+    ResolveCommand(command, names, options);
+    if (!command.CommandHex.empty()) {
       command.To_Action.clear();
       command.CommandHex.clear();
-      dropped = true;
     }
   });
-  return dropped;
 }
 
 void CreateCommands(Build& build) {
   build.Ui.Status("Creating Command Structure");
-  const ResolveOptions options{.NumericTargets = build.State.IsScenarist};
+  const ResolveOptions options{.Numbers = NumbersOf(build.State.IsScenarist)};
+  FollowStoredTargets(build, options);
   build.Result.Commands = CheckCommands(build.Target, build.Options.Rules, options);
-  if (DropStoredTargets(build.Target)) {
-    build.Result.Commands = CheckCommands(build.Target, build.Options.Rules, options);
-  }
   if (!build.Result.Commands.Errors.empty()) {
     build.Target.ScriptHadCommandErrors = true;
     build.Ui.Status("Import Failed");

@@ -40,6 +40,12 @@ struct LoadOptions {
   std::function<void(Project& project, std::size_t track)> AnalyseChapters = {};
 };
 
+// How the commands of a script take numbers for names. The own dialect takes them as well, since a script of
+// the other one that is converted keeps its own.
+constexpr NumericTargets NumbersOf(bool isScenarist) {
+  return isScenarist ? NumericTargets::First : NumericTargets::BehindNames;
+}
+
 // How a load ended. Only a loaded project without command errors may be authored without a person looking.
 struct LoadResult {
   bool Loaded = false;  // all building stages were run

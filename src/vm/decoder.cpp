@@ -270,7 +270,8 @@ std::string TextOf(const CommandBytes& b) {
 DecodedCommand DecodeCommand(const CommandBytes& bytes) {
   std::string text = TextOf(bytes);
   // A text that does not lead back to the same bytes says something else than they do.
-  if (text.empty() || ResolveText(text, {}, nullptr, {.NumericTargets = true}).Hex != HexOfCommand(bytes)) {
+  if (text.empty() ||
+      ResolveText(text, {}, nullptr, {.Numbers = NumericTargets::First}).Hex != HexOfCommand(bytes)) {
     return {};
   }
   return {true, std::move(text)};

@@ -13,7 +13,7 @@ struct DecodedCommand {
   std::string Text;  // in the command language; empty where the bytes are no command of it
 };
 
-// The inverse of the encoder: the text, read with `ResolveOptions::NumericTargets` and no project, gives
+// The inverse of the encoder: the text, read with `NumericTargets::First` and no project, gives
 // the same bytes again. Names are unknown here, so targets stand as numbers:
 //   LinkPGCN 3   LinkPGN 2, button=1   LinkCN 4, button=1   LinkPTT 5, button=1   JumpTT 2
 //   JumpVTS_TT 1   JumpVTS_PTT ptt_2 @ vts_ttn_1   JumpSS pgc_3   CallSS RSM=4,, pgc_3

@@ -98,6 +98,10 @@ class NameCollector {
     }
   }
 
+  // Elements seen, and the highest of their numbers.
+  std::size_t Count() const { return order_; }
+  std::size_t Most() const { return most_; }
+
  private:
   template <class Units>
   void PgcsOf(const Units& units, bool removed, bool throughUnits) {
@@ -122,6 +126,7 @@ class NameCollector {
 
   void Add(const std::string& name, bool removed, std::size_t number, std::size_t title = 0) {
     ++order_;
+    most_ = std::max(most_, number);
     if (removed || name.empty()) {
       return;
     }
@@ -132,6 +137,7 @@ class NameCollector {
   const Rules& rules_;
   NameTable& names_;
   std::size_t order_ = 0;
+  std::size_t most_ = 0;
 };
 
 constexpr int NameEnd = -1;
@@ -215,15 +221,14 @@ const NamedTarget* NameTable::Find(std::string_view name) const {
   return slot.Target.Name == nullptr ? nullptr : &slot.Target;
 }
 
-NameTable& NameIndex::NamesOf(TargetKind kind) {
+NameIndex::Kind& NameIndex::KindOf(TargetKind kind) {
   // The timer's PGC is searched as a linked one is.
-  const auto slot = static_cast<std::size_t>(kind == TargetKind::TimerPgc ? TargetKind::LinkPgc : kind);
-  NameTable& names = names_[slot];
-  if (built_[slot]) {
-    return names;
+  Kind& wanted = kinds_[static_cast<std::size_t>(kind == TargetKind::TimerPgc ? TargetKind::LinkPgc : kind)];
+  if (wanted.Built) {
+    return wanted;
   }
-  built_[slot] = true;
-  NameCollector collect(project_, rules_, names);
+  wanted.Built = true;
+  NameCollector collect(project_, rules_, wanted.Names);
   switch (kind) {
     case TargetKind::LinkPgc:
     case TargetKind::TimerPgc:
@@ -250,11 +255,12 @@ NameTable& NameIndex::NamesOf(TargetKind kind) {
       collect.ResumeCells();
       break;
   }
-  return names;
+  wanted.Most = Number(kind == TargetKind::VmgPgc ? collect.Count() : collect.Most());
+  return wanted;
 }
 
 const NamedTarget* NameIndex::Find(TargetKind kind, std::string_view name, std::string_view stored) {
-  const NameTable& names = NamesOf(kind);
+  const NameTable& names = KindOf(kind).Names;
   const NamedTarget* byName = names.Find(name);
   const NamedTarget* byStored = names.Find(stored);
   if (byName == nullptr || byStored == nullptr) {
@@ -263,14 +269,8 @@ const NamedTarget* NameIndex::Find(TargetKind kind, std::string_view name, std::
   return byStored->Order < byName->Order ? byStored : byName;
 }
 
-std::size_t NameIndex::VmgPgcCount() const {
-  std::size_t count = 0;
-  if (const VTS_P* manager = project_.Disc.Item(1)) {
-    for (const Lang_P& unit : manager->Lang) {
-      count += unit.PGC.Count();
-    }
-  }
-  return count;
+std::int32_t NameIndex::Most(TargetKind kind) {
+  return KindOf(kind).Most;
 }
 
 }  // namespace quorvelant

@@ -52,18 +52,23 @@ class NameIndex {
   // The first element in walk order whose name equals `name` or `stored`, blanks and case aside;
   // nullptr where there is none. An empty text names nothing.
   const NamedTarget* Find(TargetKind kind, std::string_view name, std::string_view stored);
-  // How many PGCs the Video Manager has, through all its language units.
-  std::size_t VmgPgcCount() const;
+  // The highest number that an element of this kind has, named or not; of PGCs of the Video Manager how many
+  // there are through all its language units.
+  std::int32_t Most(TargetKind kind);
 
  private:
   static constexpr std::size_t KindCount = 10;
 
-  NameTable& NamesOf(TargetKind kind);
+  struct Kind {
+    NameTable Names;
+    std::int32_t Most = 0;
+    bool Built = false;
+  };
+  Kind& KindOf(TargetKind kind);
 
   const Project& project_;
   Rules rules_;
-  std::array<NameTable, KindCount> names_;
-  std::array<bool, KindCount> built_{};
+  std::array<Kind, KindCount> kinds_;
 };
 
 }  // namespace quorvelant

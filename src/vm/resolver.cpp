@@ -31,6 +31,8 @@ std::optional<std::int32_t> NumberBehind(std::string_view text, std::string_view
   return text.starts_with(word) ? PlainNumber(text.substr(word.size())) : std::nullopt;
 }
 
+constexpr std::string_view PgcWord = "pgc_";
+
 // "ptt_2 @ vts_ttn_1": program and title.
 std::optional<Found> NumberedPart(std::string_view name) {
   const std::string key = NameKey(name);
@@ -84,14 +86,11 @@ class TextResolver {
   };
 
   Found Look(const CommandReference& reference) const {
-    const bool resume = reference.Kind == TargetKind::ResumeCell;
-    if (options_.NumericTargets && reference.Kind == TargetKind::VmgPgc) {
-      if (const auto number = NumberBehind(reference.Name, "pgc_")) {
-        const bool reached =
-            names_ == nullptr || (*number >= 1 && static_cast<std::size_t>(*number) <= names_->VmgPgcCount());
-        return reached ? Found{*number, 1, false, nullptr} : Found{};
-      }
+    if (options_.Numbers == NumericTargets::First && reference.Kind == TargetKind::VmgPgc &&
+        NumberBehind(reference.Name, PgcWord)) {
+      return ByNumber(reference);
     }
+    const bool resume = reference.Kind == TargetKind::ResumeCell;
     if (names_ != nullptr) {
       // The stored target is the command's, never that of its resume part.
       if (const NamedTarget* hit =
@@ -99,15 +98,24 @@ class TextResolver {
         return {hit->Number, hit->Title, false, hit->Name};
       }
     }
-    if (options_.NumericTargets && reference.Kind == TargetKind::JumpSetPart) {
+    return resume || options_.Numbers != NumericTargets::Refused ? ByNumber(reference) : Found{};
+  }
+
+  // A number in a name's place stands for itself, if the disc has as many.
+  Found ByNumber(const CommandReference& reference) const {
+    if (reference.Kind == TargetKind::JumpSetPart) {
       return NumberedPart(reference.Name).value_or(Found{});
     }
-    if (options_.NumericTargets || resume) {
-      if (const auto number = PlainNumber(reference.Name)) {
-        return {*number, 1, false, nullptr};
-      }
+    auto number = PlainNumber(reference.Name);
+    if (!number && reference.Kind == TargetKind::VmgPgc) {
+      number = NumberBehind(reference.Name, PgcWord);
     }
-    return {};
+    if (!number) {
+      return {};
+    }
+    const bool reached = names_ == nullptr || reference.Kind == TargetKind::ResumeCell ||
+                         (*number >= 1 && *number <= names_->Most(reference.Kind));
+    return reached ? Found{*number, 1, false, nullptr} : Found{};
   }
 
   static void PutTarget(CommandForm& form, const Found& found) {

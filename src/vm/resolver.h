@@ -11,10 +11,15 @@
 
 namespace quorvelant {
 
+// What a number in the place of a target's name is ("LinkCN 2", "JumpVTS_PTT ptt_2 @ vts_ttn_1").
+enum class NumericTargets {
+  Refused,      // a name like any other; only a resume cell may be a number that names nothing
+  BehindNames,  // stands for itself where nothing bears it as its name
+  First         // the same, and "JumpSS pgc_3" is the third PGC whatever bears that name
+};
+
 struct ResolveOptions {
-  // Targets may be numbers: "JumpSS pgc_3", and for every other word a plain number that names nothing
-  // stands for itself ("LinkCN 2", "JumpVTS_PTT ptt_2 @ vts_ttn_1").
-  bool NumericTargets = false;
+  NumericTargets Numbers = NumericTargets::Refused;
 };
 
 // What one text came to.

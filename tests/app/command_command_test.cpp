@@ -90,10 +90,10 @@ TEST(CommandCommand, NamesAreLookedUpInAProject) {
   // The second title's chain is the second of the set's table, and the first of its title.
   EXPECT_EQ(with("players").Out, "2004000000000002\n3005000300010000\n");
   EXPECT_EQ(with("classic").Out, "2004000000000001\n3005000300010000\n");
-  const Outcome missing = RunCommand({"--project", script, "LinkPGCN 1"});
+  const Outcome missing = RunCommand({"--project", script, "LinkPGCN 9"});
   EXPECT_EQ(missing.Status, ExitFailed);
   ASSERT_EQ(missing.Messages.size(), 1U);
-  EXPECT_EQ(missing.Messages[0].Text, "\"LinkPGCN 1\": nothing in the project is named \"1\"");
+  EXPECT_EQ(missing.Messages[0].Text, "\"LinkPGCN 9\": nothing in the project is named \"9\"");
   EXPECT_EQ(RunCommand({"--project", script + ".gone", "NOP"}).Status, ExitFailed);
 }
 

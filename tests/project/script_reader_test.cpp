@@ -374,7 +374,13 @@ TEST(ScriptReader, OtherDialectConvertsToAnEqualScript) {
   const std::string own = WriteScript(other.Target);
   const Loaded back(own);
   EXPECT_EQ(back.Result.SkippedCount, 0U);
+  EXPECT_TRUE(back.Result.MayAuthor());
   EXPECT_EQ(WriteScript(back.Target), own);
+  const auto commands = [](const Project& project) {
+    return project.Disc.Item(2)->Title.Item(1)->PGC.Item(1)->PostCommands;
+  };
+  EXPECT_EQ(commands(back.Target), commands(other.Target));
+  EXPECT_EQ(commands(back.Target).at(1).CommandHex, "2007000000000002");  // "LinkCN 2"
   // Numbers that the other dialect leaves to the order, and the set's own words, are no part of a script.
   Project expected = other.Target;
   for (Track& track : expected.Tracks) {

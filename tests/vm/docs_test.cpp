@@ -23,7 +23,7 @@ TEST(CommandsPage, EveryExampleHasItsDigits) {
     }
     ++examples;
     const std::string_view text = ticks[1];
-    const Resolution result = ResolveText(text, {}, nullptr, {.NumericTargets = true});
+    const Resolution result = ResolveText(text, {}, nullptr, {.Numbers = NumericTargets::First});
     EXPECT_EQ(result.Hex, ticks[3]) << text;
     EXPECT_EQ(result.Faults, TextFault::None) << text;
     EXPECT_EQ(DecodeCommand(ticks[3]).Text, text);

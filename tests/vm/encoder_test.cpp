@@ -10,7 +10,7 @@
 namespace quorvelant {
 namespace {
 
-constexpr ResolveOptions Numeric{.NumericTargets = true};
+constexpr ResolveOptions Numeric{.Numbers = NumericTargets::First};
 
 std::string Hex(std::string_view text) {
   return ResolveText(text, {}, nullptr, Numeric).Hex;

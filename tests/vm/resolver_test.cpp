@@ -156,15 +156,30 @@ TEST(Resolver, SaysWhichNamesAreMissing) {
               testing::ElementsAre("gone", "lost"));
 }
 
-TEST(Resolver, NumberedTargetsOfTheManagerAreCounted) {
-  const Project project = Sample();
+TEST(Resolver, NumbersStandWhereNothingBearsThem) {
+  Project project = Sample();
+  project.Disc.Item(1)->Lang.Item(1)->PGC.Item(1)->PGCName = "PGC_3";
   NameIndex names(project, Rules::Classic);
-  const ResolveOptions numeric{.NumericTargets = true};
-  EXPECT_EQ(ResolveText("JumpSS pgc_3", {}, &names, numeric).Hex, "3006000300C00000");
-  const Resolution beyond = ResolveText("JumpSS pgc_4", {}, &names, numeric);
-  EXPECT_TRUE(beyond.TargetMissing);
-  EXPECT_EQ(beyond.Hex, "3006000100C00000");
-  EXPECT_EQ(ResolveText("LinkPGCN Start", {}, &names, numeric).Hex, "2004000000000002");
+  struct Case {
+    std::string_view Text, ByName, ByNumber;
+  };
+  constexpr Case Rows[] = {
+      {"JumpSS pgc_3", "3006000100C00000", "3006000300C00000"},  // the one case in which the dialects differ
+      {"JumpSS pgc_2", "3006000200C00000", "3006000200C00000"},
+      {"JumpSS pgc_4", "missing", "missing"},  // there are three
+      {"LinkPGCN Start", "2004000000000002", "2004000000000002"},
+      {"LinkCN 2", "2007000000000002", "2007000000000002"},
+      {"LinkCN 0", "missing", "missing"},
+      {"LinkCN 99", "missing", "missing"},
+  };
+  for (const auto& [text, byName, byNumber] : Rows) {
+    const auto hex = [&](NumericTargets numbers) {
+      const Resolution result = ResolveText(text, {}, &names, {.Numbers = numbers});
+      return result.TargetMissing ? "missing" : result.Hex;
+    };
+    EXPECT_EQ(hex(NumericTargets::BehindNames), byName) << text;
+    EXPECT_EQ(hex(NumericTargets::First), byNumber) << text;
+  }
 }
 
 TEST(Resolver, TextFollowsTheStoredTarget) {

@@ -141,7 +141,7 @@ class Composer {
 };
 
 TEST(Roundtrip, EncodeOfDecodeIsTheSameBytes) {
-  constexpr ResolveOptions Numeric{.NumericTargets = true};
+  constexpr ResolveOptions Numeric{.Numbers = NumericTargets::First};
   Composer composer;
   for (int i = 0; i < 20000; ++i) {
     const std::string text = composer.Command();
@@ -165,7 +165,8 @@ TEST(Roundtrip, AnyBytesAreSaidTrulyOrNotAtAll) {
     const DecodedCommand decoded = DecodeCommand(bytes);
     if (decoded.Known) {
       ++known;
-      ASSERT_EQ(ResolveText(decoded.Text, {}, nullptr, {.NumericTargets = true}).Hex, HexOfCommand(bytes));
+      ASSERT_EQ(ResolveText(decoded.Text, {}, nullptr, {.Numbers = NumericTargets::First}).Hex,
+                HexOfCommand(bytes));
     }
   }
   EXPECT_GT(known, 1000);
