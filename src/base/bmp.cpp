@@ -35,30 +35,38 @@ void CheckPictureSize(std::int64_t width, std::int64_t height, const PictureLimi
   }
 }
 
+BmpImage::BmpImage(int width, int height)
+    : rowBytes_((std::size_t{3} * static_cast<std::size_t>(width) + 3) / 4 * 4),
+      height_(height),
+      file_(HeaderBytes + rowBytes_ * static_cast<std::size_t>(height)) {
+  file_[0] = 'B';
+  file_[1] = 'M';
+  PutLittle(file_, 2, 4, file_.size());
+  PutLittle(file_, 10, 4, HeaderBytes);  // where the pixels begin
+  PutLittle(file_, 14, 4, 40);           // length of the information header
+  PutLittle(file_, 18, 4, static_cast<std::uint64_t>(width));
+  PutLittle(file_, 22, 4, static_cast<std::uint64_t>(height));
+  PutLittle(file_, 26, 2, 1);   // planes
+  PutLittle(file_, 28, 2, 24);  // bits a pixel
+  PutLittle(file_, 34, 4, file_.size() - HeaderBytes);
+}
+
+std::uint8_t* BmpImage::Row(int row) {
+  return file_.data() + HeaderBytes + rowBytes_ * static_cast<std::size_t>(height_ - 1 - row);
+}
+
 Bytes WriteBmp(const Picture& picture) {
-  const std::size_t rowBytes = (picture.RowBytes() + 3) / 4 * 4;
-  const std::size_t pixelBytes = rowBytes * static_cast<std::size_t>(picture.Height);
-  Bytes file(HeaderBytes + pixelBytes);
-  file[0] = 'B';
-  file[1] = 'M';
-  PutLittle(file, 2, 4, file.size());
-  PutLittle(file, 10, 4, HeaderBytes);  // where the pixels begin
-  PutLittle(file, 14, 4, 40);           // length of the information header
-  PutLittle(file, 18, 4, static_cast<std::uint64_t>(picture.Width));
-  PutLittle(file, 22, 4, static_cast<std::uint64_t>(picture.Height));
-  PutLittle(file, 26, 2, 1);   // planes
-  PutLittle(file, 28, 2, 24);  // bits a pixel
-  PutLittle(file, 34, 4, pixelBytes);
+  BmpImage bitmap(picture.Width, picture.Height);
   for (int row = 0; row < picture.Height; ++row) {
-    const std::uint8_t* source = picture.Row(picture.Height - 1 - row);
-    std::uint8_t* target = file.data() + HeaderBytes + rowBytes * static_cast<std::size_t>(row);
+    const std::uint8_t* source = picture.Row(row);
+    std::uint8_t* target = bitmap.Row(row);
     for (int x = 0; x < picture.Width; ++x, source += 3, target += 3) {
       target[0] = source[2];
       target[1] = source[1];
       target[2] = source[0];
     }
   }
-  return file;
+  return bitmap.Take();
 }
 
 Bytes ReadPictureFile(const std::string& path, std::uint64_t mostBytes) {

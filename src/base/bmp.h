@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/bytes.h"
 #include "base/picture_service.h"
@@ -18,7 +19,21 @@ Picture ReadBmp(ByteView file, std::string_view name, const PictureLimits& limit
 // Whether the bytes begin as a bitmap does.
 bool IsBmp(ByteView file);
 
-// An uncompressed bitmap of 24 bits a pixel, bottom row first.
+// An uncompressed bitmap of 24 bits a pixel under work, black at first. The sides are above 0.
+class BmpImage {
+ public:
+  BmpImage(int width, int height);
+  // Row 0 is the top row; a pixel is three bytes in the order blue, green, red.
+  std::uint8_t* Row(int row);
+  // The bytes of the file.
+  Bytes Take() { return std::move(file_); }
+
+ private:
+  std::size_t rowBytes_;
+  int height_;
+  Bytes file_;
+};
+
 Bytes WriteBmp(const Picture& picture);
 
 // The whole file; at most `mostBytes` are taken into memory. Raises PictureError.

@@ -15,9 +15,10 @@ class BitReader {
   explicit BitReader(ByteView bytes) : bytes_(bytes) {}
 
   // The next `count` bits (1 to 32) without using them.
-  std::uint32_t Peek(unsigned count) const {
-    return static_cast<std::uint32_t>((Window() << (bit_ & 7)) >> (64 - count));
-  }
+  std::uint32_t Peek(unsigned count) const { return static_cast<std::uint32_t>(Ahead() >> (64 - count)); }
+  // What comes next, the first bit highest: `AheadBits` are there, those below are 0.
+  static constexpr unsigned AheadBits = 57;
+  std::uint64_t Ahead() const { return Window() << (bit_ & 7); }
   void Skip(std::size_t count) { bit_ += count; }
   std::uint32_t Get(unsigned count) {
     const std::uint32_t value = Peek(count);

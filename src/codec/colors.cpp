@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "base/bmp.h"
+
 namespace quorvelant {
 namespace {
 
@@ -77,34 +79,73 @@ struct Shares {
 };
 constexpr std::array<Shares, 3> ToRgb{{{1164, 0, 1596}, {1164, -391, -813}, {1164, 2018, 0}}};
 
-// The colour samples of one row, each as often as it has pixels.
-void Spread(const std::uint8_t* samples, bool doubled, Bytes& row) {
-  if (!doubled) {
-    std::copy_n(samples, row.size(), row.begin());
-    return;
+// A piece of a row: the samples of each pixel less their offsets, as numbers to count with.
+constexpr std::size_t MostPixels = 64;
+struct RowPiece {
+  std::array<float, MostPixels> Luma;
+  std::array<float, MostPixels> Cb;
+  std::array<float, MostPixels> Cr;
+};
+using Channel = std::array<std::uint8_t, MostPixels>;
+
+// One channel of a piece, rounded and clipped. A float holds the sums of thousandths exactly, and half a
+// thousandth more keeps every product clear of the whole numbers: the cut is exact without a division.
+Channel ChannelOf(const Shares& shares, const RowPiece& piece) {
+  Channel channel;
+  for (std::size_t x = 0; x < MostPixels; ++x) {
+    const float sum = shares.Luma * piece.Luma[x] + shares.Blue * piece.Cb[x] + shares.Red * piece.Cr[x];
+    const auto value = static_cast<std::int32_t>((sum + 500.5F) * 0.001F);
+    channel[x] = static_cast<std::uint8_t>(std::min(std::max(value, 0), 255));
   }
-  std::uint8_t* target = row.data();
-  const std::size_t pairs = row.size() / 2;
-  for (std::size_t i = 0; i < pairs; ++i) {
-    const std::uint8_t sample = samples[i];
-    target[2 * i] = sample;
-    target[2 * i + 1] = sample;
-  }
-  row.back() = samples[(row.size() - 1) / 2];
+  return channel;
 }
 
-// One channel of a row, rounded and clipped. A float holds the sums of thousandths exactly, and half a
-// thousandth more keeps every product clear of the whole numbers: the cut is exact without a division.
-void ChannelRow(const Shares& shares, const std::uint8_t* luma, const std::uint8_t* cb,
-                const std::uint8_t* cr, std::uint8_t* channel, std::size_t count) {
-  const Shares held = shares;  // so that the loop becomes one of vectors
+// The samples from `first` on, each as often as it has pixels.
+void Spread(const std::uint8_t* samples, std::size_t first, std::size_t count, bool doubled,
+            std::array<float, MostPixels>& piece) {
+  constexpr int Neutral = NeutralChroma;
+  if (doubled) {
+    samples += first / 2;  // pieces begin at even columns
+    for (std::size_t x = 0; x < count / 2; ++x) {
+      piece[2 * x] = piece[2 * x + 1] = static_cast<float>(samples[x] - Neutral);
+    }
+    if (count % 2 != 0) {
+      piece[count - 1] = static_cast<float>(samples[count / 2] - Neutral);
+    }
+    return;
+  }
   for (std::size_t x = 0; x < count; ++x) {
-    const auto y = static_cast<float>(luma[x] - 16);
-    const auto u = static_cast<float>(cb[x] - 128);
-    const auto v = static_cast<float>(cr[x] - 128);
-    const float sum = held.Luma * y + held.Blue * u + held.Red * v + 500.5F;
-    const auto value = static_cast<std::int32_t>(sum * 0.001F);
-    channel[x] = static_cast<std::uint8_t>(std::min(std::max(value, 0), 255));
+    piece[x] = static_cast<float>(samples[first + x] - Neutral);
+  }
+}
+
+// The places of the channels within a pixel's three bytes.
+struct PixelOrder {
+  std::size_t Red, Green, Blue;
+};
+
+// The pixels of row `y`, three bytes each.
+void PutRow(const Planes& planes, unsigned y, const PixelOrder order, std::uint8_t* target) {
+  const Plane& luma = planes.Y();
+  const bool halfAcross = planes.Of[1].Width < luma.Width;
+  const unsigned colorRow = planes.Of[1].Height < luma.Height ? y / 2 : y;
+  RowPiece piece{};
+  for (std::size_t first = 0; first < luma.Width; first += MostPixels) {
+    const std::size_t count = std::min(MostPixels, luma.Width - first);
+    const std::uint8_t* samples = luma.Row(y) + first;
+    for (std::size_t x = 0; x < count; ++x) {
+      piece.Luma[x] = static_cast<float>(samples[x] - BlackLuma);
+    }
+    Spread(planes.Of[1].Row(colorRow), first, count, halfAcross, piece.Cb);
+    Spread(planes.Of[2].Row(colorRow), first, count, halfAcross, piece.Cr);
+    const Channel red = ChannelOf(ToRgb[0], piece);
+    const Channel green = ChannelOf(ToRgb[1], piece);
+    const Channel blue = ChannelOf(ToRgb[2], piece);
+    for (std::size_t x = 0; x < count; ++x, target += 3) {
+      target[order.Red] = red[x];
+      target[order.Green] = green[x];
+      target[order.Blue] = blue[x];
+    }
   }
 }
 
@@ -123,30 +164,20 @@ Planes PlanesFromPicture(const Picture& picture, const Rules& rules) {
 
 Picture PictureFromPlanes(const Planes& planes) {
   const Plane& luma = planes.Y();
-  const bool halfAcross = planes.Of[1].Width < luma.Width;
-  const unsigned downShift = planes.Of[1].Height < luma.Height ? 1 : 0;
   Picture picture(static_cast<int>(luma.Width), static_cast<int>(luma.Height));
-  Bytes cb(luma.Width);
-  Bytes cr(luma.Width);
-  std::array<Bytes, 3> channels;
-  channels.fill(Bytes(luma.Width));
   for (unsigned y = 0; y < luma.Height; ++y) {
-    Spread(planes.Of[1].Row(y >> downShift), halfAcross, cb);
-    Spread(planes.Of[2].Row(y >> downShift), halfAcross, cr);
-    for (std::size_t i = 0; i < 3; ++i) {
-      ChannelRow(ToRgb[i], luma.Row(y), cb.data(), cr.data(), channels[i].data(), luma.Width);
-    }
-    std::uint8_t* rgb = picture.Row(static_cast<int>(y));
-    const std::uint8_t* red = channels[0].data();
-    const std::uint8_t* green = channels[1].data();
-    const std::uint8_t* blue = channels[2].data();
-    for (std::size_t x = 0; x < luma.Width; ++x, rgb += 3) {
-      rgb[0] = red[x];
-      rgb[1] = green[x];
-      rgb[2] = blue[x];
-    }
+    PutRow(planes, y, {0, 1, 2}, picture.Row(static_cast<int>(y)));
   }
   return picture;
+}
+
+Bytes BitmapFromPlanes(const Planes& planes) {
+  const Plane& luma = planes.Y();
+  BmpImage bitmap(static_cast<int>(luma.Width), static_cast<int>(luma.Height));
+  for (unsigned y = 0; y < luma.Height; ++y) {
+    PutRow(planes, y, {2, 1, 0}, bitmap.Row(static_cast<int>(y)));
+  }
+  return bitmap.Take();
 }
 
 }  // namespace quorvelant

@@ -12,5 +12,7 @@ Planes PlanesFromPicture(const Picture& picture, const Rules& rules);
 
 // Pixels from planes of any chroma format. A sample of colour serves all its pixels, without a filter.
 Picture PictureFromPlanes(const Planes& planes);
+// The same as the bytes of a Windows bitmap.
+Bytes BitmapFromPlanes(const Planes& planes);
 
 }  // namespace quorvelant

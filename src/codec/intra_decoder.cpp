@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <utility>
 
-#include "base/bmp.h"
 #include "codec/colors.h"
 #include "codec/picture_headers.h"
 #include "codec/slice_decoder.h"
@@ -156,7 +155,7 @@ std::optional<Planes> DecodeIntraPicture(ByteView streamBytes, bool isMpeg2) {
 
 Bytes DecodeIFrame(ByteView streamBytes, bool isMpeg2) {
   const std::optional<Planes> planes = DecodeIntraPicture(streamBytes, isMpeg2);
-  return planes ? WriteBmp(PictureFromPlanes(*planes)) : Bytes();
+  return planes ? BitmapFromPlanes(*planes) : Bytes();
 }
 
 }  // namespace quorvelant

@@ -172,20 +172,35 @@ void SliceDecoder::DecodeCoefficients(Slice& slice, const Matrix& weights) {
   const bool mpeg2 = headers_->Mpeg2;
   const DctLookup& codes = *coefficients_;
   int sum = block_.At[0];
+  // The bits ahead stay in a register, which serves several codes before it is filled again.
+  constexpr unsigned LongestCode = 16 + 1;  // with its sign
+  std::uint64_t ahead = reader.Ahead();
+  unsigned used = 0;
   for (unsigned position = 1;; ++position) {
-    const std::uint32_t next = reader.Peek(17);
-    const DctLookup::Entry entry = codes.Find(next >> 1);
+    if (used > BitReader::AheadBits - LongestCode) {
+      reader.Skip(used);
+      ahead = reader.Ahead();
+      used = 0;
+    }
+    const DctLookup::Entry entry = codes.Find(static_cast<std::uint32_t>(ahead >> 48));
     unsigned run = entry.Run;
     unsigned level = entry.Level;
-    bool negative = ((next >> (16 - entry.Bits)) & 1) != 0;
+    bool negative = ((ahead >> (63 - entry.Bits)) & 1) != 0;
     if (entry.What == DctLookup::Kind::Coefficient) [[likely]] {
-      reader.Skip(entry.Bits + 1U);
-    } else if (entry.What == DctLookup::Kind::EndOfBlock) {
-      reader.Skip(entry.Bits);
-      break;
-    } else if (entry.What == DctLookup::Kind::Invalid || !ReadEscape(reader, mpeg2, run, level, negative)) {
-      reader.Fail();
-      break;
+      used += entry.Bits + 1U;
+      ahead <<= entry.Bits + 1U;
+    } else {
+      reader.Skip(used);
+      used = 0;
+      if (entry.What == DctLookup::Kind::EndOfBlock) {
+        reader.Skip(entry.Bits);
+        break;
+      }
+      if (entry.What == DctLookup::Kind::Invalid || !ReadEscape(reader, mpeg2, run, level, negative)) {
+        reader.Fail();
+        break;
+      }
+      ahead = reader.Ahead();
     }
     position += run;
     if (position >= 64) {
