@@ -54,6 +54,7 @@ struct AuthorRun {
     Build.RemoveSeqEnd = options.RemoveSeqEnd;
     Build.DryRun = options.DryRun;
     Build.Pictures = options.Pictures;
+    Build.Coded = &plan.Coded;
     Build.SourceBytesTotal = plan.VideoBytes;
   }
   std::string PathOf(std::string_view name) const { return fmt::format("{}/{}", Options.Folder, name); }

@@ -81,7 +81,12 @@ void CheckStills(const MuxInput& input, DiscPlan& plan, PictureLoader& pictures)
 }
 
 void CheckPictures(DiscPlan& plan, PictureLoader& pictures, UserInterface& ui) {
-  const SubpictureChecks checks{plan.Rules, pictures, ui, plan.Disc->SourceFolder(), true};
+  const SubpictureChecks checks{.Rules = plan.Rules,
+                                .Pictures = pictures,
+                                .Ui = ui,
+                                .SourceFolder = plan.Disc->SourceFolder(),
+                                .MuxedOnly = true,
+                                .Coded = &plan.Coded};
   for (const auto& [track, input] : TracksOf(plan)) {
     CheckStills(*input, plan, pictures);
     for (Message& finding : CheckTrackSubpictures(plan.Sources[track], track, checks)) {

@@ -12,6 +12,7 @@
 #include "model/project.h"
 #include "model/stream_maps.h"
 #include "mux/mux_track.h"
+#include "subpicture/coded_bitmaps.h"
 
 namespace quorvelant {
 
@@ -49,6 +50,7 @@ struct DiscPlan {
   std::uint64_t VideoBytes = 0;  // of all source files, a track counted once a domain
   std::uint64_t AudioBytes = 0;
   std::vector<Message> Findings;  // errors hinder, warnings do not
+  CodedBitmaps Coded;             // the bitmaps of subtitles, from the checks
 
   bool HasTitles() const;
   bool HasErrors() const;

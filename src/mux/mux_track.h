@@ -18,6 +18,8 @@
 
 namespace quorvelant {
 
+class CodedBitmaps;
+
 enum class TrackKind { Motion, Still, SlideShow };
 
 // One file of the track's video list. Paths are paths of this system.
@@ -93,9 +95,10 @@ struct MuxBuild {
   Log& RunLog;
   Random& Files;  // slots 0 to 9: video source, output, eight audio sources
   quorvelant::Rules Rules;
-  bool RemoveSeqEnd = true;           // overwrite sequence end codes in the middle of a track
-  bool DryRun = false;                // everything but writing
-  PictureLoader* Pictures = nullptr;  // for bitmaps of other formats than ".bmp"
+  bool RemoveSeqEnd = true;             // overwrite sequence end codes in the middle of a track
+  bool DryRun = false;                  // everything but writing
+  PictureLoader* Pictures = nullptr;    // for bitmaps of other formats than ".bmp"
+  const CodedBitmaps* Coded = nullptr;  // subtitles' bitmaps that need not be read and coded again
 
   int UnderflowCount = 0;
   bool UnderflowSeen = false;

@@ -10,6 +10,7 @@
 #include "mux/mux_state.h"
 #include "mux/picture_loader.h"
 #include "mux/subpicture_packs.h"
+#include "subpicture/coded_bitmaps.h"
 #include "subpicture/spu_encoder.h"
 #include "subpicture/spu_timing.h"
 
@@ -30,8 +31,14 @@ std::int64_t StopPtsOf(const SPURecord& unit) {
 
 Bytes MakeUnitOf(MuxState& state, const SubpictureState& stream, const SPURecord& unit) {
   try {
-    MuxPictureLoader pictures(state.Build.Pictures);
-    return MakeUnit(pictures, unit, state.Input.Ntsc, state.Build.Rules);
+    const MuxBuild& build = state.Build;
+    if (build.Coded != nullptr) {
+      if (const EncodedBitmap* coded = build.Coded->Find(unit, state.Input.Ntsc)) {
+        return MakeUnit(unit, *coded);
+      }
+    }
+    MuxPictureLoader pictures(build.Pictures);
+    return MakeUnit(unit, LoadSPUBitmap(pictures, unit, state.Input.Ntsc, build.Rules));
   } catch (const PictureError& error) {
     throw MuxFault(
         fmt::format(NoUnit, state.Input.Name, stream.Input->StreamNumber, unit.Entry + 1, error.what()),

@@ -95,6 +95,19 @@ void CheckIndexes(const SPURecord& record, EntryVoice& voice) {
   }
 }
 
+// Raises what hinders the unit's making.
+void CheckUnit(const SPURecord& record, bool ntsc, const SubpictureChecks& context) {
+  if (const EncodedBitmap* coded = context.Coded != nullptr ? context.Coded->Find(record, ntsc) : nullptr) {
+    MakeUnit(record, *coded);
+    return;
+  }
+  const EncodedBitmap bitmap = LoadSPUBitmap(context.Pictures, record, ntsc, context.Rules);
+  MakeUnit(record, bitmap);
+  if (context.Coded != nullptr) {
+    context.Coded->Keep(record, ntsc, bitmap);
+  }
+}
+
 void CheckStream(TrackCheck& check, std::size_t streamIndex, const SubpictureChecks& context) {
   const SubtitleStream& stream = check.Of.SubStreams[streamIndex];
   const TrackClock clock{.FramesPerSecond = check.FramesPerSecond};
@@ -121,7 +134,7 @@ void CheckStream(TrackCheck& check, std::size_t streamIndex, const SubpictureChe
     ahead = span;
     CheckIndexes(record, voice);
     try {
-      MakeUnit(context.Pictures, record, check.Ntsc, context.Rules);
+      CheckUnit(record, check.Ntsc, context);
     } catch (const PictureError& error) {
       voice.Error(error.what());
     } catch (const SubpictureError& error) {

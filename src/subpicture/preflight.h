@@ -10,6 +10,7 @@
 #include "base/rules.h"
 #include "base/user_interface.h"
 #include "model/tracks.h"
+#include "subpicture/coded_bitmaps.h"
 
 namespace quorvelant {
 
@@ -49,9 +50,10 @@ struct SubpictureChecks {
   quorvelant::Rules Rules;
   PictureLoader& Pictures;
   UserInterface& Ui;
-  std::string SourceFolder;  // relative bitmap paths count from here
-  bool MuxedOnly = false;    // streams that go on the disc, by their marks
-  bool ButtonLinks = true;   // links between buttons as well
+  std::string SourceFolder = {};  // relative bitmap paths count from here
+  bool MuxedOnly = false;         // streams that go on the disc, by their marks
+  bool ButtonLinks = true;        // links between buttons as well
+  CodedBitmaps* Coded = nullptr;  // takes what was coded, for the multiplexer
 };
 
 // Checks the track of that index: times, colours and bitmaps of its subtitle streams, the links, areas and

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace quorvelant {
 
@@ -182,13 +183,17 @@ Bytes BuildSPU(const SPURecord& record, const EncodedBitmap& bitmap) {
   return unit.Take();
 }
 
-Bytes MakeUnit(PictureLoader& pictures, const SPURecord& record, bool ntsc, const Rules& rules) {
+EncodedBitmap LoadSPUBitmap(PictureLoader& pictures, const SPURecord& record, bool ntsc, const Rules& rules) {
   const Picture picture = pictures.Load(record.File);
-  const auto bitmap = EncodeSPUBitmap(picture, record.Conversion, record.X1, record.Y1, ntsc, rules);
+  auto bitmap = EncodeSPUBitmap(picture, record.Conversion, record.X1, record.Y1, ntsc, rules);
   if (!bitmap) {
     throw SubpictureError(fmt::format("{}: {}", record.File, NothingShowsText));
   }
-  Bytes unit = BuildSPU(record, *bitmap);
+  return std::move(*bitmap);
+}
+
+Bytes MakeUnit(const SPURecord& record, const EncodedBitmap& bitmap) {
+  Bytes unit = BuildSPU(record, bitmap);
   if (unit.size() > MostUnitBytes) {
     throw SubpictureError(
         fmt::format("{}: the bitmap makes a subtitle of {} bytes, and a player takes no more than {}",

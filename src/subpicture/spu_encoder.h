@@ -41,7 +41,10 @@ class SubpictureError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// Loads the record's bitmap and builds its unit. Raises PictureError and SubpictureError.
-Bytes MakeUnit(PictureLoader& pictures, const SPURecord& record, bool ntsc, const Rules& rules);
+// Loads the record's bitmap and codes it. Raises PictureError, and SubpictureError where no line shows.
+EncodedBitmap LoadSPUBitmap(PictureLoader& pictures, const SPURecord& record, bool ntsc, const Rules& rules);
+
+// BuildSPU, which raises SubpictureError for a unit that no player's buffer takes.
+Bytes MakeUnit(const SPURecord& record, const EncodedBitmap& bitmap);
 
 }  // namespace quorvelant

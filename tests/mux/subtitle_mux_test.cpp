@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 
+#include "subpicture/preflight.h"
 #include "subtitled_track.h"
 #include "support/media.h"
 #include "support/stream_builder.h"
@@ -178,6 +180,25 @@ TEST(SubtitleMux, AUnitThatCannotBeMadeIsToldWithItsPlace) {
   ASSERT_EQ(run.Ui.Messages.size(), 1U);
   EXPECT_THAT(run.Ui.Messages[0].Text, testing::StartsWith("Track \"Film\", subtitle stream 2, entry 2: "));
   EXPECT_EQ(run.Ui.Messages[0].Place, folder / "gone.bmp");
+
+  // What the checks have coded is not read again.
+  MuxRun whole;
+  stream.SubPlays[1].File = stream.SubPlays[0].File;
+  ASSERT_EQ(whole.Mux(input), MuxOutcome::Done);
+  CodedBitmaps coded;
+  BmpLoader loader;
+  Track track;
+  track.SubStreams = {stream};
+  RecordingUi ui;
+  CheckTrackSubpictures(track, 0, {.Rules = Rules::Players, .Pictures = loader, .Ui = ui, .Coded = &coded});
+  std::filesystem::remove(stream.SubPlays[0].File);
+  MuxRun again;
+  again.Build.Coded = &coded;
+  ASSERT_EQ(again.Mux(input), MuxOutcome::Done);
+  EXPECT_EQ(again.Sectors(), whole.Sectors());
+  const CodedBitmaps none(100);
+  again.Build.Coded = &none;
+  EXPECT_EQ(again.Mux(input), MuxOutcome::Failed);
 }
 
 }  // namespace

@@ -214,7 +214,7 @@ TEST(MakeUnit, RefusesWhatNoPlayerTakesAndNamesTheBitmap) {
   BmpLoader loader;
   const auto refusal = [&] {
     try {
-      MakeUnit(loader, record, false, Rules::Players);
+      MakeUnit(record, LoadSPUBitmap(loader, record, false, Rules::Players));
     } catch (const SubpictureError& error) {
       return std::string(error.what());
     }
