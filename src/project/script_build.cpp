@@ -286,7 +286,9 @@ void FollowStoredTargets(Build& build, const ResolveOptions& options) {
 void CreateCommands(Build& build) {
   build.Ui.Status("Creating Command Structure");
   const ResolveOptions options{.Numbers = NumbersOf(build.State.IsScenarist)};
-  FollowStoredTargets(build, options);
+  if (build.State.TargetsStored) {
+    FollowStoredTargets(build, options);
+  }
   build.Result.Commands = CheckCommands(build.Target, build.Options.Rules, options);
   if (!build.Result.Commands.Errors.empty()) {
     build.Target.ScriptHadCommandErrors = true;

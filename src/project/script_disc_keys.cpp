@@ -116,6 +116,7 @@ bool SetToAction(ReaderState& state, std::string_view value, std::size_t /*numbe
     return false;
   }
   state.Commands->back().To_Action = Lower(Trim(value));
+  state.TargetsStored = true;
   return true;
 }
 

@@ -103,6 +103,7 @@ struct ReaderState {
   bool IsScenarist = false;         // a data folder was seen
   bool InDataFolder = false;        // its files are being listed
   bool StreamNumbersGiven = false;  // at least one stream brought its number
+  bool TargetsStored = false;       // at least one command brought the name that it is to point at
   bool SceneRepeated = false;
   std::string_view TooMany;     // what the script holds too many of; ends the reading
   std::string_view Stage;       // status words that the last line asks for

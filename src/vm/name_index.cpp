@@ -154,14 +154,14 @@ int NextLetter(std::string_view name, std::size_t& at) {
   return letter >= 'A' && letter <= 'Z' ? letter + 32 : letter;
 }
 
-std::uint64_t HashOf(std::string_view name) {
+std::uint32_t HashOf(std::string_view name) {
   // FNV-1a, with a last mix since the table takes the low bits.
   std::uint64_t hash = 0xCBF29CE484222325U;
   std::size_t at = 0;
   for (int letter = NextLetter(name, at); letter != NameEnd; letter = NextLetter(name, at)) {
     hash = (hash ^ static_cast<unsigned>(letter)) * 0x100000001B3U;
   }
-  return hash ^ (hash >> 32U);
+  return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
 }
 
 bool SameName(std::string_view a, std::string_view b) {
@@ -180,35 +180,40 @@ bool SameName(std::string_view a, std::string_view b) {
 }  // namespace
 
 // The slot that holds the name, or the free one where it belongs.
-std::size_t NameTable::SlotOf(std::uint64_t hash, std::string_view name) const {
+std::size_t NameTable::SlotOf(std::uint32_t hash, std::string_view name) const {
   const std::size_t mask = slots_.size() - 1;
   std::size_t at = hash & mask;
-  while (slots_[at].Target.Name != nullptr &&
-         (slots_[at].Hash != hash || !SameName(*slots_[at].Target.Name, name))) {
+  while (slots_[at].Place != 0 &&
+         (slots_[at].Hash != hash || !SameName(*targets_[slots_[at].Place - 1].Name, name))) {
     at = (at + 1) & mask;
   }
   return at;
 }
 
 void NameTable::Grow() {
-  std::vector<Slot> old(std::max<std::size_t>(64, slots_.size() * 4));
+  std::vector<Slot> old(std::max<std::size_t>(64, slots_.size() * 2));
   old.swap(slots_);
+  const std::size_t mask = slots_.size() - 1;
   for (const Slot& slot : old) {
-    if (slot.Target.Name != nullptr) {
-      slots_[SlotOf(slot.Hash, *slot.Target.Name)] = slot;
+    if (slot.Place != 0) {
+      std::size_t at = slot.Hash & mask;
+      while (slots_[at].Place != 0) {
+        at = (at + 1) & mask;
+      }
+      slots_[at] = slot;
     }
   }
 }
 
 void NameTable::Add(const NamedTarget& target) {
-  if (slots_.size() < 2 * (count_ + 1)) {
+  if (slots_.size() < 2 * (targets_.size() + 1)) {
     Grow();
   }
-  const std::uint64_t hash = HashOf(*target.Name);
+  const std::uint32_t hash = HashOf(*target.Name);
   Slot& slot = slots_[SlotOf(hash, *target.Name)];
-  if (slot.Target.Name == nullptr) {
-    slot = {hash, target};
-    ++count_;
+  if (slot.Place == 0) {
+    targets_.push_back(target);
+    slot = {hash, static_cast<std::uint32_t>(targets_.size())};
   }
 }
 
@@ -218,7 +223,7 @@ const NamedTarget* NameTable::Find(std::string_view name) const {
     return nullptr;
   }
   const Slot& slot = slots_[SlotOf(HashOf(name), name)];
-  return slot.Target.Name == nullptr ? nullptr : &slot.Target;
+  return slot.Place == 0 ? nullptr : &targets_[slot.Place - 1];
 }
 
 NameIndex::Kind& NameIndex::KindOf(TargetKind kind) {

@@ -31,15 +31,17 @@ class NameTable {
   const NamedTarget* Find(std::string_view name) const;
 
  private:
+  // Small, so that the slots of a large disc stay in the cache; the targets stand in the order of the walk,
+  // which is much that of the commands.
   struct Slot {
-    std::uint64_t Hash = 0;
-    NamedTarget Target;  // free where it has no name
+    std::uint32_t Hash = 0;
+    std::uint32_t Place = 0;  // of the target, from 1; 0 when free
   };
-  std::size_t SlotOf(std::uint64_t hash, std::string_view name) const;
+  std::size_t SlotOf(std::uint32_t hash, std::string_view name) const;
   void Grow();
 
   std::vector<Slot> slots_;  // a power of two of them, at most half in use
-  std::size_t count_ = 0;
+  std::vector<NamedTarget> targets_;
 };
 
 // Looks names up in one project. Each kind is walked once, when first asked for, so that resolving all
