@@ -31,7 +31,8 @@ constexpr std::string_view FieldPairs =
 constexpr std::string_view AudioRate = "its sample rate is not 48 kHz";
 constexpr std::string_view PcmRate = "a disc carries no PCM of {} kHz, {} bits and {} channels";
 constexpr std::string_view Ac3Rate = "it has {} kbit/s; a disc carries 448 at most";
-constexpr std::string_view DtsMux = "DTS audio is not multiplexed";
+constexpr std::string_view DtsMux =
+    "DTS audio has been found - this will not be muxed - limitation of Ondra version";
 constexpr std::string_view DtsExtension = "it has an HD extension, which players of discs pass over";
 constexpr std::string_view ChunksAhead = "its samples start at byte {}, not at 44";
 

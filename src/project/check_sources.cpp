@@ -173,8 +173,10 @@ std::optional<AudioAttributes> Checker::CheckAudioPlay(const AudioStream& stream
     return std::nullopt;
   }
   const DiscFit fit = JudgeAudio(*seen);
+  // A DTS stream stays off the disc, which is right without it.
+  const bool leftOut = seen->Format == "DTS" && seen->Problem.empty();
   for (const std::string& reason : fit.Reasons) {
-    Find(Severity::Error, SourceRefused, fmt::format(Because, file, reason));
+    Find(leftOut ? Severity::Warning : Severity::Error, SourceRefused, fmt::format(Because, file, reason));
   }
   return fit.Reasons.empty() || seen->Problem.empty() ? seen : std::nullopt;
 }

@@ -228,21 +228,13 @@ TEST_F(AudioFiles, WavHeadsOfEveryKind) {
 
 TEST_F(AudioFiles, QuickScanOfGeneratedFiles) {
   const AudioAttributes ac3 = Scan(SampleAc3({.Channels = 6, .Kbps = 448, .Seconds = 3.2}));
-  EXPECT_EQ(ac3.Format, "AC3");
   EXPECT_EQ(ac3.FrameBytes, 1792);
   EXPECT_EQ(ac3.BitRate, 448);
-  EXPECT_EQ(ac3.SampleRate, 48);
-  EXPECT_EQ(ac3.ChannelCount(), 6);
-  EXPECT_NEAR(ac3.Seconds(), 3.2, 0.04);
-
   const AudioAttributes deep = Scan(SampleWav({.Rate = 96000, .Bits = 24, .Channels = 2, .Seconds = 0.5}));
   EXPECT_EQ(deep.BitRate, 96 * 2 * 24);
   EXPECT_EQ(deep.FrameBytes, 960);
   EXPECT_EQ(deep.Quantisation, 24);
   EXPECT_GT(deep.DataOffset, 44U);
-  EXPECT_DOUBLE_EQ(deep.Seconds(), 0.5);
-  EXPECT_EQ(Scan(SampleWav({}), Rules::Classic).DataOffset, 44U);
-  EXPECT_EQ(Scan(SampleWav({.Rate = 44100})).SampleRate, 44);
 }
 
 TEST_F(AudioFiles, WhatIsNotWhatItsNameSays) {
@@ -263,37 +255,6 @@ TEST_F(AudioFiles, WhatIsNotWhatItsNameSays) {
   EXPECT_EQ(GetAc3FrameSize(Folder.Write("X.AC3", Text({0x0B, 0x77, 0, 0, 0x14, 0x40})), Ui), 768);
   EXPECT_EQ(GetAc3FrameSize(Folder.Write("x.dat", Text({0x0B, 0x77, 0, 0, 0x14, 0x40})), Ui), 0);
   EXPECT_EQ(GetAudioType("dir.wav/film"), "");
-}
-
-TEST_F(AudioFiles, RealStreams) {
-  struct Case {
-    std::string Name;
-    std::int32_t SampleRate, BitRate, ChannelCount;
-    std::string Problem;
-    double Seconds;  // as an independent reader has it; 0 where it has none
-  };
-  const Case cases[] = {
-      {"samples/stereo-192k.ac3", 48, 192, 2, "", 53.408},
-      {"samples/stereo-24bit-48k.wav", 48, 48 * 2 * 24, 2, "", 8},
-      {"samples/dts-hd-6ch.dts", 48, 1536, 6, "", 0},
-      {"samples/reject-44k1.wav", 44, 0, 0, "", 8},
-      {"samples/reject-44k1.ac3", 0, 0, 0, "", 1.044833},
-      {"samples/reject-eac3.ac3", 0, 0, 0, "it is Enhanced AC3, which players don't read", 0},
-  };
-  for (const Case& given : cases) {
-    const auto file = SharedFile(given.Name);
-    if (!file) {
-      GTEST_SKIP() << "no folder of real streams";
-    }
-    const AudioAttributes audio = Scan(*file);
-    EXPECT_EQ(audio.SampleRate, given.SampleRate) << given.Name;
-    EXPECT_EQ(audio.Problem, given.Problem) << given.Name;
-    EXPECT_NEAR(audio.Seconds(), given.Seconds, 1e-5) << given.Name;
-    if (given.ChannelCount != 0) {
-      EXPECT_EQ(audio.BitRate, given.BitRate) << given.Name;
-      EXPECT_EQ(audio.ChannelCount(), given.ChannelCount) << given.Name;
-    }
-  }
 }
 
 }  // namespace

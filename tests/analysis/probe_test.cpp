@@ -18,39 +18,41 @@
 namespace quorvelant {
 namespace {
 
-std::string Ffprobe(const std::string& file, const std::string& options) {
+// What the reader says of a file.
+struct Seen {
+  std::map<std::string, std::string> Stream;
+  std::map<std::int64_t, std::int64_t> Groups;  // pictures from key picture to key picture
+  std::int64_t Fields = 0;                      // as displayed
+};
+
+Seen Ffprobe(const std::string& file) {
   const TempFolder folder;
   const std::string out = folder / "out";
-  const std::string command = fmt::format("ffprobe -v quiet {} '{}' >'{}'", options, file, out);
+  const std::string command = fmt::format(
+      "ffprobe -v quiet -count_packets -of default=nw=1 -show_entries "
+      "packet=flags:frame=repeat_pict:stream=width,height,display_aspect_ratio,r_frame_rate,nb_read_packets,"
+      "sample_rate,channels,duration '{}' >'{}'",
+      file, out);
   EXPECT_EQ(std::system(command.c_str()), 0) << command;  // NOLINT(concurrency-mt-unsafe)
-  return TempFolder::Read(out);
-}
-
-std::map<std::string, std::string> FfprobeVideo(const std::string& file) {
-  std::map<std::string, std::string> values;
-  std::istringstream lines(
-      Ffprobe(file,
-              "-count_packets -show_entries "
-              "stream=width,height,display_aspect_ratio,r_frame_rate,nb_read_packets -of default=nw=1"));
-  for (std::string line; std::getline(lines, line);) {
-    const std::size_t equals = line.find('=');
-    values[line.substr(0, equals)] = line.substr(equals + 1);
-  }
-  return values;
-}
-
-// Pictures from key picture to key picture.
-std::map<std::int64_t, std::int64_t> FfprobeGroups(const std::string& file) {
-  std::map<std::int64_t, std::int64_t> lengths;
-  std::istringstream flags(Ffprobe(file, "-show_entries packet=flags -of csv=p=0"));
+  Seen seen;
   std::int64_t length = 0;
-  for (std::string flag; std::getline(flags, flag); ++length) {
-    if (flag.starts_with('K') && length > 0) {
-      ++lengths[std::exchange(length, 0)];
+  std::istringstream lines(TempFolder::Read(out));
+  for (std::string line; std::getline(lines, line);) {
+    const std::string key = line.substr(0, line.find('='));
+    const std::string value = line.substr(key.size() + 1);
+    if (key == "flags") {
+      if (value.starts_with('K') && length > 0) {
+        ++seen.Groups[std::exchange(length, 0)];
+      }
+      ++length;
+    } else if (key == "repeat_pict") {
+      seen.Fields += 2 + std::stoi(value);
+    } else {
+      seen.Stream[key] = value;
     }
   }
-  ++lengths[length];
-  return lengths;
+  ++seen.Groups[length];
+  return seen;
 }
 
 class Probes : public testing::Test {
@@ -77,20 +79,21 @@ TEST_F(Probes, AgreeWithAnIndependentReader) {
       {.Width = 352, .Height = 288},
       {.Frames = 1},
   };
-  for (int length = 1; length <= 18; ++length) {
-    const bool ntsc = length % 2 == 0;
-    samples.push_back({.Standard = ntsc ? "NTSC" : "PAL",
+  for (int i = 2; i <= 37; ++i) {
+    const int length = i / 2;
+    samples.push_back({.Standard = i % 2 == 0 ? "NTSC" : "PAL",
                        .Width = 352,
                        .Frames = 40,
                        .GopLength = length,
                        .BFrames = length % 3,
-                       .Closed = length % 4 < 2});
+                       .Closed = i % 4 < 2});
   }
   for (const VideoSample& sample : samples) {
     const std::string file = SampleVideo(sample);
     SCOPED_TRACE(file);
     const VideoProbe probe = Probe(file);
-    auto expected = FfprobeVideo(file);
+    Seen seen = Ffprobe(file);
+    auto& expected = seen.Stream;
     EXPECT_EQ(probe.Info.Standard, sample.Standard);
     EXPECT_EQ(probe.Info.Coding, sample.Mpeg1 ? "MPEG1" : "MPEG2");
     EXPECT_EQ(std::to_string(probe.Info.Width), expected["width"]);
@@ -99,21 +102,45 @@ TEST_F(Probes, AgreeWithAnIndependentReader) {
     // Repeated fields make the reader count fields.
     const std::string ntscRate = sample.Pulldown ? "60000/1001" : "30000/1001";
     EXPECT_EQ(sample.Standard == "NTSC" ? ntscRate : "25/1", expected["r_frame_rate"]);
-    EXPECT_EQ(probe.GroupLengths, FfprobeGroups(file));
+    EXPECT_EQ(probe.GroupLengths, seen.Groups);
+    EXPECT_EQ(probe.DisplayedFields, seen.Fields);
     if (!sample.Mpeg1) {  // aspect codes of MPEG1 are pixel shapes
       EXPECT_EQ(probe.Info.Aspect, expected["display_aspect_ratio"]);
-      EXPECT_EQ(JudgeVideo(probe).Fits(), sample.GopLength <= 15 || sample.Standard == "NTSC");
+      EXPECT_EQ(JudgeVideo(probe).Fits(), seen.Groups.rbegin()->first <= 15 || sample.Standard == "NTSC");
     }
     EXPECT_EQ(probe.RepeatFlags > 0, sample.Pulldown);
-    if (!sample.Pulldown) {
-      EXPECT_EQ(probe.DisplayedFields, 2 * sample.Frames);
-    }
     if (sample.Closed || sample.GopLength == 1) {
       EXPECT_EQ(probe.ClosedGroups, probe.Groups);
     } else if (sample.BFrames > 0 && sample.Frames > sample.GopLength) {
       EXPECT_LT(probe.ClosedGroups, probe.Groups);
       EXPECT_GT(probe.GroupsLedByB, 0);
     }
+  }
+}
+
+TEST_F(Probes, SoundAgreesWithAnIndependentReader) {
+  std::vector<std::string> files;
+  for (int channels = 1; channels <= 6; ++channels) {
+    files.push_back(SampleAc3({.Channels = channels, .Kbps = 64 * channels + 64, .Seconds = 1.6}));
+    files.push_back(SampleWav({.Rate = channels % 2 == 0 ? 48000 : 96000,
+                               .Bits = channels < 4 ? 16 : 24,
+                               .Channels = channels,
+                               .Seconds = 0.5}));
+  }
+  for (const char* real : {"stereo-192k.ac3", "stereo-24bit-48k.wav", "reject-44k1.wav", "reject-44k1.ac3"}) {
+    if (const auto file = SharedFile(std::string("samples/") + real)) {
+      files.push_back(*file);
+    }
+  }
+  for (const std::string& file : files) {
+    SCOPED_TRACE(file);
+    const auto audio = QuickScanAudio(file, "", Rules::Players, Ui);
+    ASSERT_TRUE(audio);
+    auto expected = Ffprobe(file).Stream;
+    EXPECT_EQ(audio->Problem, "");
+    EXPECT_EQ(std::to_string(audio->SampleRateHz), expected["sample_rate"]);
+    EXPECT_EQ(std::to_string(audio->ChannelCount()), expected["channels"]);
+    EXPECT_NEAR(audio->Seconds(), std::stod(expected["duration"]), 1e-5);
   }
 }
 
@@ -221,11 +248,15 @@ TEST_F(Probes, RealStreams) {
   EXPECT_EQ(probe.Info.Aspect, "16:9");
   EXPECT_EQ(probe.Info.Height, 576);
   EXPECT_EQ(probe.Frames(), 61);
-  EXPECT_EQ(probe.Frames(), std::stoi(FfprobeVideo(*broadcast)["nb_read_packets"]));
+  EXPECT_EQ(probe.Frames(), std::stoi(Ffprobe(*broadcast).Stream["nb_read_packets"]));
   EXPECT_EQ(probe.ClosedGroups, 5);  // as their flags say, though B pictures lead each
   EXPECT_EQ(probe.GroupsLedByB, 5);
   EXPECT_EQ(SniffFile(*system), SourceKind::ProgramStream);
-  EXPECT_TRUE(QuickScanAudio(*extended, "", Rules::Players, Ui)->HasExtension);
+  const auto dts = QuickScanAudio(*extended, "", Rules::Players, Ui);
+  EXPECT_TRUE(dts->HasExtension);
+  EXPECT_EQ(dts->SampleRate, 48);
+  EXPECT_EQ(dts->BitRate, 1536);
+  EXPECT_EQ(dts->ChannelCount(), 6);
 }
 
 }  // namespace

@@ -377,14 +377,16 @@ TEST_F(Imports, CheckOfSources) {
   Last().Standard = "NTSC";
   Last().VideoPlays = {
       {"good.m2v", false, "", false}, {"wide.m2v", false, "", false}, {"gone.m2v", false, "", false}};
-  Last().AudioStreams.resize(2);
+  Last().AudioStreams.resize(3);
   Last().AudioStreams[0].AudioPlays = {{"sub\\a.ac3", false}, {"sub/b.ac3", false}};
   Last().AudioStreams[1].AudioPlays = {{"c.wav", false}};
+  Last().AudioStreams[2].AudioPlays = {{"d.dts", false}};
   Folder.Write("good.m2v", Text(BuildStream({})));
   Folder.Write("wide.m2v", Text(BuildStream({.Sequence = {.AspectCode = 3}})));
   Folder.Write("sub/a.ac3", Frame(0x14));
   Folder.Write("sub/b.ac3", Frame(0x1C));
   Folder.Write("c.wav", Wave(44100, 2, 16));
+  Folder.Write("d.dts", Dts(24));
   NewTrack("Still");
   Last().VideoPlays[0].File = Folder.Write("s.bmp", Bitmap(100, 100));
   Last().SubStreams.resize(1);
@@ -406,6 +408,8 @@ TEST_F(Imports, CheckOfSources) {
             "channels where "
             "the first play is AC3 48 kHz, 192 kbit/s, 2 channels\n"
             "Track.0.Audio2.AudioPlay1 (T0) | Refused Source | 'c.wav': its sample rate is not 48 kHz\n"
+            "Track.0.Audio3.AudioPlay1 (T0) | Refused Source | 'd.dts': DTS audio has been found - this will "
+            "not be muxed - limitation of Ondra version\n"
             "Track.1.Video1 (T1) | Refused Source | '" +
                 (Folder / "s.bmp") +
                 "': a bitmap of 100x100: sizes are 720x576, 360x288, 720x480 and 360x240\n"
