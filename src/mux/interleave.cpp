@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cassert>
 #include <span>
 
 #include "mux/mux_fault.h"

@@ -25,7 +25,7 @@ constexpr unsigned FramePicture = 3;
 constexpr std::uint64_t StartCodeBytes = 4;
 constexpr std::size_t HeaderBytes = 12;  // as many of a header as anything here looks at
 
-constexpr std::size_t ReadBytes = std::size_t{512} << 10;
+constexpr std::size_t ReadBytes = std::size_t{128} << 10;
 constexpr std::size_t WindowBytes = std::size_t{2} << 20;
 constexpr std::size_t MostUnitBytes = std::size_t{4} << 20;  // the player's buffer is 232 KiB
 constexpr std::size_t MostWindowBytes = std::size_t{24} << 20;

@@ -52,8 +52,9 @@ class VobOutput {
   void Finish();
 
  private:
-  static constexpr std::size_t BufferSectors = 256;
-  static constexpr std::size_t BufferCount = 6;
+  // Together they stay within a processor's cache; larger ones go through memory twice.
+  static constexpr std::size_t BufferSectors = 64;
+  static constexpr std::size_t BufferCount = 8;
 
   // Filled sectors of one file, waiting to be written.
   struct Job {
