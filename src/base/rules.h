@@ -25,6 +25,12 @@ struct Rules {
   // mux. PCM of 20 and 24 bits grouped as the format demands; traditionally byte pairs are swapped,
   // which is noise.
   bool PcmGroupsSamples = false;
+  // mux. A VOBU that waits for a chapter mark or takes in the end of the track stays as short as players
+  // take it; traditionally it may grow longer.
+  bool LimitVobuLength = false;
+  // mux. The audio sync field of a VOBU too short for a pack of its own sound leads to one behind it;
+  // traditionally nowhere.
+  bool AudioSyncLeavesVobu = false;
   // mux. Audio that is due goes out between the packs of a subpicture unit; traditionally it waits.
   bool AudioBetweenUnitPacks = false;
   // mux. A button set starts in the VOBU in which its time begins; traditionally in the first VOBU
@@ -67,6 +73,8 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .WavWalksToData = true,
                                       .OneScrRounding = true,
                                       .PcmGroupsSamples = true,
+                                      .LimitVobuLength = true,
+                                      .AudioSyncLeavesVobu = true,
                                       .AudioBetweenUnitPacks = true,
                                       .ButtonsStartInTheirVobu = true,
                                       .ButtonsOutlastStillTime = true,

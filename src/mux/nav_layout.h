@@ -116,8 +116,7 @@ inline constexpr std::uint32_t VideoBetweenBit =
     0x40000000;  // one with video lies between this and the row before
 inline constexpr std::uint32_t NoVobu = 0x3FFFFFFF;
 inline constexpr std::uint32_t NoVideoVobu = 0xBFFFFFFF;
-// Marks of the sync fields.
+// Mark of the audio sync fields.
 inline constexpr std::uint16_t NoAudioPack = 0x3FFF;
-inline constexpr std::uint16_t AudioBehindBit = 0x8000;
 
 }  // namespace quorvelant::nav

@@ -63,15 +63,8 @@ void PutDataSearch(const NavSource& source, const VobuRecord& record, std::uint6
 
 // A_SYNCA: the distance to the pack of the first frame that sounds from the VOBU's start on.
 Number AudioSyncOf(const VobuRecord& record, std::uint32_t syncSector) {
-  if (syncSector == 0) {
-    return {nav::NoAudioPack};
-  }
-  const bool behind = syncSector < record.StartSector;
-  const std::uint32_t distance = behind ? record.StartSector - syncSector : syncSector - record.StartSector;
-  if (distance >= nav::NoAudioPack) {
-    return {nav::NoAudioPack};
-  }
-  return {distance | (behind ? nav::AudioBehindBit : 0)};
+  const std::uint32_t distance = syncSector == 0 ? nav::NoAudioPack : syncSector - record.StartSector;
+  return {std::min<std::uint32_t>(distance, nav::NoAudioPack)};
 }
 
 // SP_SYNCA: the distance to the unit shown at the VOBU's start, which lies behind.

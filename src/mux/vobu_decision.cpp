@@ -18,15 +18,16 @@ bool MarkIsNear(const VobuQuestion& question, const FrameTiming& timing) {
          *question.NextMark <= question.Elapsed + LeastHalves(timing);
 }
 
-VobuDecision DecideVobu(const VobuQuestion& question, const FrameTiming& timing) {
+VobuDecision DecideVobu(const VobuQuestion& question, const FrameTiming& timing, const Rules& rules) {
   const std::int64_t least = LeastHalves(timing);
-  const std::int64_t most = MostVobuHalves(timing);
+  const auto fits = [&](std::int64_t halves) {
+    return !rules.LimitVobuLength || question.InVobu + halves <= MostVobuHalves(timing);
+  };
   const bool enough = question.InVobu >= least;
   const bool markMet = question.NextMark && question.Elapsed >= *question.NextMark;
   const bool forced = markMet || (question.EndsSequence && enough);
-  const bool waits = MarkIsNear(question, timing) && question.InVobu + question.ToMarked <= most;
-  const bool joins =
-      !question.Still && !forced && question.Ahead < least && question.InVobu + question.Ahead <= most;
+  const bool waits = MarkIsNear(question, timing) && fits(question.ToMarked);
+  const bool joins = !question.Still && !forced && question.Ahead < least && fits(question.Ahead);
   const bool starts = (enough || question.Still || forced) && !waits && !joins;
   return {starts, starts && markMet};
 }

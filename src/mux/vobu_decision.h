@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 
+#include "base/rules.h"
 #include "mux/clock.h"
 
 namespace quorvelant {
@@ -32,8 +33,8 @@ bool MarkIsNear(const VobuQuestion& question, const FrameTiming& timing);
 
 // A VOBU starts once it has its least frames, unless a cell mark is near, which it then waits for, or so
 // little of the track is left that it joins the VOBU before. A mark that was met starts one in any case.
-// Neither waiting nor joining may make a VOBU longer than players take: it
-// starts all the same then, and is short, which the end of a cell allows.
-VobuDecision DecideVobu(const VobuQuestion& question, const FrameTiming& timing);
+// Under the players' rules neither waiting nor joining may make a VOBU longer than players take: it starts
+// all the same then, and is short, which the end of a cell allows.
+VobuDecision DecideVobu(const VobuQuestion& question, const FrameTiming& timing, const Rules& rules);
 
 }  // namespace quorvelant

@@ -65,7 +65,7 @@ VobuDecision DecideAtPicture(MuxState& state) {
   if (MarkIsNear(question, state.Timing)) {
     question.ToMarked = HalvesToMarked(state, *question.NextMark);
   }
-  return DecideVobu(question, state.Timing);
+  return DecideVobu(question, state.Timing, state.Build.Rules);
 }
 
 // Begins the cell behind the half frames `halves`.
@@ -217,6 +217,9 @@ void NotePictureEnd(MuxState& state) {
 void NoteAudioPack(MuxState& state, std::size_t index, std::uint32_t sector, std::int64_t pts) {
   const auto number = static_cast<std::size_t>(state.Audio[index].Input->StreamNumber);
   std::size_t& first = state.FirstUnsynced[index];
+  if (!state.Build.Rules.AudioSyncLeavesVobu) {
+    first = std::max(first, state.Vobus.size() - 1);
+  }
   for (; first < state.Vobus.size() && pts >= state.Vobus[first].StartPts; ++first) {
     state.Vobus[first].AudioSync.at(number) = sector;
   }

@@ -7,6 +7,7 @@
 #include <csignal>
 
 #include "mux_run.h"
+#include "subtitled_track.h"
 #include "support/media.h"
 #include "support/stream_builder.h"
 
@@ -18,8 +19,16 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-std::string Saved(const TempFolder& folder, const Bytes& stream, const char* name = "film.m2v") {
-  return folder.Write(name, std::string(stream.begin(), stream.end()));
+// A track of what was built, in `folder`.
+MuxInput TrackOf(const TempFolder& folder, const Bytes& stream, bool ntsc = false) {
+  return MotionTrack({Saved(folder, stream)}, ntsc);
+}
+
+// The one message that the run leaves.
+Message MuxAndTell(MuxRun& run, const MuxInput& input, MuxOutcome outcome) {
+  EXPECT_EQ(run.Mux(input), outcome);
+  EXPECT_THAT(run.Ui.Messages, SizeIs(1));
+  return run.Ui.Messages.empty() ? Message() : run.Ui.Messages[0];
 }
 
 TEST(MuxFailures, BadSourcesAreOneErrorThatNamesFileAndPlace) {
@@ -53,38 +62,35 @@ TEST(MuxFailures, BadSourcesAreOneErrorThatNamesFileAndPlace) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.Name);
     MuxRun run;
-    EXPECT_EQ(run.Mux(MotionTrack({Saved(folder, c.Stream, c.Name)})), MuxOutcome::Failed);
-    ASSERT_THAT(run.Ui.Messages, SizeIs(1));
-    EXPECT_EQ(run.Ui.Messages[0].Level, Severity::Error);
-    EXPECT_THAT(run.Ui.Messages[0].Text, HasSubstr(c.Text));
-    EXPECT_THAT(run.Ui.Messages[0].Text, HasSubstr(c.Name));
-    EXPECT_THAT(run.Ui.Messages[0].Place,
-                EndsWith(c.Place != nullptr ? c.Place : fmt::format("@{}", good.size())));
+    const Message told = MuxAndTell(run, MotionTrack({Saved(folder, c.Stream, c.Name)}), MuxOutcome::Failed);
+    EXPECT_EQ(told.Level, Severity::Error);
+    EXPECT_THAT(told.Text, HasSubstr(c.Text));
+    EXPECT_THAT(told.Text, HasSubstr(c.Name));
+    EXPECT_THAT(told.Place, EndsWith(c.Place != nullptr ? c.Place : fmt::format("@{}", good.size())));
     EXPECT_THAT(run.Records.Vobs, IsEmpty());
   }
   MuxRun missing;
   missing.Ui.Unattended = true;
-  EXPECT_EQ(missing.Mux(MotionTrack({folder / "nowhere.m2v"})), MuxOutcome::Failed);
-  EXPECT_THAT(missing.Ui.Messages, SizeIs(1));
+  MuxAndTell(missing, MotionTrack({folder / "nowhere.m2v"}), MuxOutcome::Failed);
   MuxRun unnamed;
-  EXPECT_EQ(unnamed.Mux(MotionTrack({""})), MuxOutcome::Failed);
-  EXPECT_EQ(unnamed.Ui.Messages.at(0).Text, "oops");
+  EXPECT_EQ(MuxAndTell(unnamed, MotionTrack({""}), MuxOutcome::Failed).Text, "oops");
 }
 
 TEST(MuxFailures, AGopAboveTheLimitAborts) {
   const TempFolder folder;
-  MuxRun run;
-  StreamBuilder stream;
-  stream.Sequence().Group().Picture().Picture({.Type = 'P', .TemporalReference = 16});
-  EXPECT_EQ(run.Mux(MotionTrack({Saved(folder, stream.Data())})), MuxOutcome::Failed);
-  ASSERT_THAT(run.Ui.Messages, SizeIs(1));
-  EXPECT_EQ(run.Ui.Messages[0].Title, "Gop Error");
-  EXPECT_EQ(run.Ui.Messages[0].Text, "GOP length has exceeded 36 fields (18 frames) - Aborting");
-  EXPECT_THAT(run.LogText(), HasSubstr("GOP ERROR AT LBA"));
-  stream = {};
-  stream.Sequence().Group().Picture().Picture({.Type = 'P', .TemporalReference = 18});
-  MuxRun ntsc;
-  EXPECT_EQ(ntsc.Mux(MotionTrack({Saved(folder, stream.Data())}, true)), MuxOutcome::Done);
+  const auto gop = [](int reference) {
+    StreamBuilder stream;
+    return stream.Sequence().Group().Picture().Picture({.Type = 'P', .TemporalReference = reference}).Data();
+  };
+  for (const auto& [ntsc, most] : {std::pair{false, 15}, {true, 18}}) {
+    MuxRun longest;
+    EXPECT_EQ(longest.Mux(TrackOf(folder, gop(most), ntsc)), MuxOutcome::Done);
+    MuxRun run;
+    const Message told = MuxAndTell(run, TrackOf(folder, gop(most + 1), ntsc), MuxOutcome::Failed);
+    EXPECT_EQ(told.Title, "Gop Error");
+    EXPECT_EQ(told.Text, "GOP length has exceeded 36 fields (18 frames) - Aborting");
+    EXPECT_THAT(run.LogText(), HasSubstr("GOP ERROR AT LBA2"));
+  }
 }
 
 // One GOP of 13 Mbit/s in a light stream is late; all of them can't be carried.
@@ -99,7 +105,7 @@ TEST(MuxFailures, UnderflowsAreAskedOnceAndCountedThroughTheBuild) {
     const Bytes part = BuildStream(plan);
     stream.insert(stream.end(), part.begin(), part.end());
   }
-  const MuxInput track = MotionTrack({Saved(folder, stream)});
+  const MuxInput track = TrackOf(folder, stream);
   MuxRun run;
   run.Ui.Answers = {true};
   ASSERT_EQ(run.Mux({track, track}), MuxOutcome::Done);
@@ -114,8 +120,7 @@ TEST(MuxFailures, UnderflowsAreAskedOnceAndCountedThroughTheBuild) {
 
   MuxRun refused;
   refused.Ui.Answers = {false};
-  EXPECT_EQ(refused.Mux(track), MuxOutcome::Failed);
-  EXPECT_THAT(refused.Ui.Messages, SizeIs(1));
+  MuxAndTell(refused, track, MuxOutcome::Failed);
 }
 
 TEST(MuxFailures, ABitRateAboveTheMuxRateAborts) {
@@ -124,10 +129,9 @@ TEST(MuxFailures, ABitRateAboveTheMuxRateAborts) {
   plan.BytesI = plan.BytesP = plan.BytesB = 60000;
   MuxRun run;
   run.Ui.Unattended = true;
-  EXPECT_EQ(run.Mux(MotionTrack({Saved(folder, BuildStream(plan))})), MuxOutcome::Failed);
-  ASSERT_THAT(run.Ui.Messages, SizeIs(1));
-  EXPECT_EQ(run.Ui.Messages[0].Title, "Excessive Bitrate Error");
-  EXPECT_EQ(run.Ui.Messages[0].Text,
+  const Message told = MuxAndTell(run, TrackOf(folder, BuildStream(plan)), MuxOutcome::Failed);
+  EXPECT_EQ(told.Title, "Excessive Bitrate Error");
+  EXPECT_EQ(told.Text,
             "Unrecoverable Excessive Bitrate Error - Aborting\n"
             "Try reducing the quantity of audio streams or Video bitrate");
   EXPECT_THAT(run.LogText(), HasSubstr("Excessive bitrate error at sector "));
@@ -137,7 +141,7 @@ TEST(MuxFailures, APictureLargerThanTheBufferIsASeriousFault) {
   const TempFolder folder;
   StreamBuilder stream;
   stream.Sequence().Group().Picture({.TotalBytes = 300000});
-  const MuxInput track = MotionTrack({Saved(folder, stream.Data())});
+  const MuxInput track = TrackOf(folder, stream.Data());
   MuxRun stopped;
   stopped.Ui.Answers = {false};
   EXPECT_EQ(stopped.Mux(track), MuxOutcome::Stopped);
@@ -148,33 +152,57 @@ TEST(MuxFailures, APictureLargerThanTheBufferIsASeriousFault) {
   MuxRun cleared;
   cleared.Ui.Answers = {true, true};
   EXPECT_EQ(cleared.Mux(track), MuxOutcome::Done);
-  EXPECT_EQ(cleared.Stream(0xE0), stream.Data());
+  EXPECT_EQ(cleared.Stream(VideoPack), stream.Data());
+}
+
+// A film with two kinds of sound, subtitles and buttons, slides with sound, and a still.
+std::vector<MuxInput> EveryKind(const TempFolder& folder, const SubtitleStream& subtitles,
+                                const HighlightPlay& buttons) {
+  MuxInput film = TrackOf(folder, BuildStream({.Gops = 3, .BytesI = 9000, .BytesP = 4000, .BytesB = 1500}));
+  film.Marks = MarksAt({12});
+  film.Audio = {Ac3Stream(SampleAc3({.Seconds = 1.5}), 1), PcmStream(SampleWav({.Seconds = 1.5}), 16, 2)};
+  film.Subpictures = {{0, &subtitles, {}}};
+  film.Highlights = {{&buttons, {}, VideoStartPts, VideoStartPts + 90000}};
+  const std::string picture = SampleVideo({.Frames = 1, .KbitPerSecond = 500});
+  MuxInput slides = MotionTrack({picture, picture});
+  slides.Kind = TrackKind::SlideShow;
+  slides.Audio = {film.Audio[0]};
+  MuxInput still = MotionTrack({picture});
+  still.Kind = TrackKind::Still;
+  still.Infinite = true;
+  return {film, slides, still};
 }
 
 TEST(MuxFailures, StopIsObeyedAtEverySector) {
   const TempFolder folder;
-  MuxInput input = MotionTrack({Saved(folder, BuildStream({.Gops = 2}))});
-  input.Audio = {Ac3Stream(SampleAc3({.Seconds = 1.5}))};
+  const SubtitleStream subtitles = StreamOf(folder, "a", {{64, 32, 600, 300, 5, 20}}, false);
+  const HighlightPlay buttons;
+  const std::vector<MuxInput> tracks = EveryKind(folder, subtitles, buttons);
   MuxRun whole;
   int polls = 0;
   whole.Ui.StopWhen = [&] { return ++polls < 0; };
-  ASSERT_EQ(whole.Mux(input), MuxOutcome::Done);
-  ASSERT_GE(polls, static_cast<int>(whole.Records.TotalSectors)) << "asked at every sector, navigation too";
+  ASSERT_EQ(whole.Mux(tracks), MuxOutcome::Done);
+  const auto sectors = static_cast<int>(whole.Records.TotalSectors);
+  ASSERT_GE(polls, sectors) << "asked at every sector, those of navigation too";
+  ASSERT_GT(sectors, 150);
   for (int last = 0; last < polls; ++last) {
     MuxRun run;
     int asked = 0;
     run.Ui.StopWhen = [&] { return asked++ == last; };
-    ASSERT_EQ(run.Mux(input), MuxOutcome::Stopped) << last;
+    ASSERT_EQ(run.Mux(tracks), MuxOutcome::Stopped) << last;
     ASSERT_EQ(asked, last + 1) << "nothing more is done";
     ASSERT_TRUE(run.Build.StopRequested);
     ASSERT_THAT(run.Ui.Messages, IsEmpty());
-    ASSERT_THAT(run.Records.Vobs, IsEmpty());
+    ASSERT_LT(run.Records.Vobs.size(), tracks.size());
+    for (int slot = 0; slot <= 9; ++slot) {
+      ASSERT_FALSE(run.Files.IsOpen(slot)) << slot;
+    }
   }
 }
 
 TEST(MuxFailures, AFullDiskIsOneErrorThatNamesTheFile) {
   const TempFolder folder;
-  const MuxInput input = MotionTrack({Saved(folder, BuildStream({.Gops = 20}))});
+  const MuxInput input = TrackOf(folder, BuildStream({.Gops = 20}));
   rlimit former{};
   getrlimit(RLIMIT_FSIZE, &former);
   const rlimit small{1 << 20, former.rlim_max};
@@ -203,11 +231,10 @@ TEST(MuxFailures, SourcesThatEndUnevenlyAreMuxedWithAWarning) {
     MuxRun run;
     MuxInput input = MotionTrack({run.Folder.Write("film.m2v", whole.substr(0, c.VideoBytes))});
     input.Audio = {Ac3Stream(SampleAc3({.Seconds = c.Seconds}))};
-    EXPECT_EQ(run.Mux(input), MuxOutcome::Done);
-    ASSERT_THAT(run.Ui.Messages, SizeIs(1)) << c.Text;
-    EXPECT_EQ(run.Ui.Messages[0].Level, Severity::Warning);
-    EXPECT_THAT(run.Ui.Messages[0].Text, HasSubstr(c.Text));
-    EXPECT_THAT(run.Ui.Messages[0].Place, HasSubstr("@"));
+    const Message told = MuxAndTell(run, input, MuxOutcome::Done);
+    EXPECT_EQ(told.Level, Severity::Warning);
+    EXPECT_THAT(told.Text, HasSubstr(c.Text));
+    EXPECT_THAT(told.Place, HasSubstr("@"));
   }
 }
 

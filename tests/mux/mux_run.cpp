@@ -2,80 +2,17 @@
 
 #include <fmt/format.h>
 
-#include <cstdlib>
+#include <algorithm>
 #include <filesystem>
 #include <stdexcept>
 
+#include "support/disc_judges.h"
+
 namespace quorvelant {
-namespace {
-
-std::int64_t StampAt(ByteView sector, std::size_t at) {
-  const std::uint64_t bits = GetBytes(sector, at, 5);
-  return static_cast<std::int64_t>((bits >> 33 & 7) << 30 | (bits >> 17 & 0x7FFF) << 15 |
-                                   (bits >> 1 & 0x7FFF));
-}
-
-void ReadAudioHeader(ReadPack& pack, Bytes& data) {
-  const std::size_t header = pack.Substream >= 0xA0 ? 7 : 4;
-  pack.Frames = data[1];
-  pack.Pointer = data[2] << 8 | data[3];
-  pack.AudioBits = {data.begin() + 4, data.begin() + static_cast<std::ptrdiff_t>(header)};
-  data.erase(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(header));
-}
-
-ReadPack PackOf(ByteView sector) {
-  ReadPack pack;
-  const std::uint64_t clock = GetBytes(sector, 4, 6);
-  const std::uint64_t base = (clock >> 43 & 7) << 30 | (clock >> 27 & 0x7FFF) << 15 | (clock >> 11 & 0x7FFF);
-  pack.Scr = static_cast<std::int64_t>(base * 300 + (clock >> 1 & 0x1FF));
-  pack.StreamId = sector[17];
-  if (pack.StreamId == 0xBB) {
-    return pack;
-  }
-  const std::size_t end = 20 + GetBytes(sector, 18, 2);
-  const unsigned flags = sector[21];
-  std::size_t at = 23;
-  if ((flags & 0x80) != 0) {
-    pack.Pts = StampAt(sector, at);
-    at += 5;
-  }
-  if ((flags & 0x40) != 0) {
-    pack.Dts = StampAt(sector, at);
-    at += 5;
-  }
-  if ((flags & 1) != 0) {
-    pack.BufferKib = static_cast<int>(GetBytes(sector, at + 1, 2) & 0x1FFF);
-  }
-  const ByteView data = sector.subspan(0, end).subspan(23U + sector[22]);
-  pack.Payload = {data.begin(), data.end()};
-  if (pack.StreamId == 0xBD) {
-    pack.Substream = pack.Payload[0];
-    if (pack.Substream >= 0x80) {
-      ReadAudioHeader(pack, pack.Payload);
-    } else {
-      pack.Payload.erase(pack.Payload.begin());
-    }
-  }
-  return pack;
-}
-
-std::string OutputOf(const std::string& command) {
-  const TempFolder folder;
-  const std::string line = fmt::format("{} >'{}' 2>&1", command, folder / "out");
-  const int status = std::system(line.c_str());  // NOLINT(concurrency-mt-unsafe,bugprone-command-processor)
-  std::string text = TempFolder::Read(folder.Path() / "out");
-  return status == 0 ? text : fmt::format("status {}: {}", status, text);
-}
-
-}  // namespace
 
 MuxRun::MuxRun(Rules rules) : Files(Ui), Build{Ui, RunLog, Files, rules} {
   RunLog.SetFile(Folder / "log.txt");
   Files.DimFiles(9);
-}
-
-MuxOutcome MuxRun::Mux(const MuxInput& input) {
-  return Mux(std::vector{input});
 }
 
 MuxOutcome MuxRun::Mux(const std::vector<MuxInput>& tracks) {
@@ -90,51 +27,55 @@ MuxOutcome MuxRun::Mux(const std::vector<MuxInput>& tracks) {
   return MuxOutcome::Done;
 }
 
-Bytes MuxRun::Sectors() const {
-  Bytes bytes;
-  for (int i = 1; std::filesystem::exists(fmt::format("{}_{}.VOB", Base(), i)); ++i) {
-    const std::string file = TempFolder::Read(fmt::format("{}_{}.VOB", Base(), i));
-    bytes.insert(bytes.end(), file.begin(), file.end());
-  }
-  return bytes;
+std::vector<std::string> MuxRun::VobFiles() const {
+  return TitleVobs(Folder.Path().string(), 1);
 }
 
 std::vector<ReadPack> MuxRun::Packs() const {
   const Bytes sectors = Sectors();
   std::vector<ReadPack> packs;
-  for (std::size_t at = 0; at + SectorBytes <= sectors.size(); at += SectorBytes) {
-    packs.push_back(PackOf(ByteView(sectors).subspan(at, SectorBytes)));
+  for (std::size_t at = 0; at < sectors.size(); at += SectorBytes) {
+    packs.push_back(ReadPackOf(ByteView(sectors).subspan(at, SectorBytes)));
   }
+  return packs;
+}
+
+std::vector<ReadPack> MuxRun::PacksOf(int stream) const {
+  std::vector<ReadPack> packs = Packs();
+  std::erase_if(packs, [&](const ReadPack& pack) { return pack.Stream() != stream; });
   return packs;
 }
 
 Bytes MuxRun::Stream(int id) const {
   Bytes bytes;
-  for (const ReadPack& pack : Packs()) {
-    if ((pack.StreamId == 0xBD ? pack.Substream : pack.StreamId) == id) {
-      bytes.insert(bytes.end(), pack.Payload.begin(), pack.Payload.end());
-    }
+  for (const ReadPack& pack : PacksOf(id)) {
+    bytes.insert(bytes.end(), pack.Payload.begin(), pack.Payload.end());
   }
   return bytes;
 }
 
-std::string MuxRun::DecodeComplaints() const {
-  return OutputOf(
-      fmt::format("ffmpeg -nostdin -hide_banner -v warning -i '{}_1.VOB' -map 0:v -map 0:a? "
-                  "-fps_mode passthrough -enc_time_base:v 1:90000 -f null -",
-                  Base()));
+std::vector<std::string> MuxRun::Complaints() const {
+  return DecodeComplaints(VobFiles());
 }
 
 Bytes MuxRun::Decoded(const std::string& stream, const std::string& format) const {
   const std::string out = Folder / "sound.raw";
-  const std::string complaints =
-      OutputOf(fmt::format("ffmpeg -nostdin -hide_banner -v error -y -i '{}_1.VOB' -map 0:{} -f {} '{}'",
-                           Base(), stream, format, out));
+  const auto complaints =
+      LinesOf(fmt::format("ffmpeg -nostdin -hide_banner -v error -y -i '{}_1.VOB' -map 0:{} -f {} '{}'",
+                          Base(), stream, format, out));
   if (!complaints.empty()) {
-    throw std::runtime_error(complaints);
+    throw std::runtime_error(complaints.front());
   }
-  const std::string text = TempFolder::Read(out);
+  return FileBytes(out);
+}
+
+Bytes FileBytes(const std::string& path) {
+  const std::string text = TempFolder::Read(path);
   return {text.begin(), text.end()};
+}
+
+std::string Saved(const TempFolder& folder, const Bytes& bytes, const std::string& name) {
+  return folder.Write(name, std::string(bytes.begin(), bytes.end()));
 }
 
 MuxInput MotionTrack(const std::vector<std::string>& videos, bool ntsc) {
@@ -145,8 +86,18 @@ MuxInput MotionTrack(const std::vector<std::string>& videos, bool ntsc) {
   for (const std::string& video : videos) {
     input.Video.push_back({.Path = video});
   }
-  input.Marks = {MarkAt(0, 0)};
+  input.Marks = MarksAt({});
   return input;
+}
+
+std::vector<MuxMark> MarksAt(const std::vector<std::int64_t>& frames) {
+  std::vector<MuxMark> marks(1 + frames.size());
+  for (std::size_t i = 0; i < marks.size(); ++i) {
+    marks[i].Scene = static_cast<int>(i);
+    marks[i].Frame = i == 0 ? 0 : frames[i - 1];
+    marks[i].Name = fmt::format("Scene{}", i + 1);
+  }
+  return marks;
 }
 
 MuxAudioStream Ac3Stream(const std::string& path, int number) {
@@ -165,14 +116,6 @@ MuxAudioStream PcmStream(const std::string& path, int bits, int channels, int ki
   stream.Traits.ChannelCount = channels;
   stream.Traits.SampleRate = kiloHertz;
   return stream;
-}
-
-MuxMark MarkAt(std::int64_t frame, int scene) {
-  MuxMark mark;
-  mark.Scene = scene;
-  mark.Frame = frame;
-  mark.Name = fmt::format("Scene{}", scene + 1);
-  return mark;
 }
 
 }  // namespace quorvelant

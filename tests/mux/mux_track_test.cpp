@@ -15,11 +15,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-Bytes FileBytes(const std::string& path) {
-  const std::string text = TempFolder::Read(path);
-  return {text.begin(), text.end()};
-}
-
 // Without the vbv_delay that is changed on the way.
 Bytes WithoutDelays(Bytes stream) {
   for (std::size_t i = 0; i + 7 < stream.size(); ++i) {
@@ -62,8 +57,8 @@ TEST(MuxTrack, EveryByteArrivesAndDecodesWithoutComplaint) {
     ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
     EXPECT_EQ(run.Build.UnderflowCount, 0);
     EXPECT_THAT(run.Ui.Messages, IsEmpty());
-    EXPECT_EQ(WithoutDelays(run.Stream(0xE0)), WithoutDelays(FileBytes(video)));
-    EXPECT_EQ(run.DecodeComplaints(), "");
+    EXPECT_EQ(WithoutDelays(run.Stream(VideoPack)), WithoutDelays(FileBytes(video)));
+    EXPECT_THAT(run.Complaints(), IsEmpty());
     const Bytes sound = FileBytes(ac3);
     for (int i = 0; i < c.AudioStreams; ++i) {
       const Bytes sent = run.Stream(0x80 + i);
@@ -91,11 +86,8 @@ TEST(MuxTrack, FlashAndBeepStayTogether) {
         continue;
       }
       ++flashes;
-      const auto from = static_cast<std::int64_t>((static_cast<double>(i) - 1) * frame * 48000);
-      std::int64_t onset = std::max<std::int64_t>(from, 0);
-      while (std::abs(static_cast<std::int16_t>(sound[2 * static_cast<std::size_t>(onset)] |
-                                                sound[2 * static_cast<std::size_t>(onset) + 1] << 8)) <
-             2000) {
+      auto onset = static_cast<std::size_t>(std::max(0.0, (static_cast<double>(i) - 1) * frame * 48000));
+      while (std::abs(static_cast<std::int16_t>(sound.at(2 * onset) | sound.at(2 * onset + 1) << 8)) < 2000) {
         ++onset;
       }
       EXPECT_NEAR(static_cast<double>(onset) / 48000, static_cast<double>(i) * frame, frame) << standard;
@@ -111,8 +103,7 @@ TEST(MuxTrack, MarksOpenCellsAtSequenceHeaders) {
     std::size_t Warnings;
   };
   const TempFolder folder;
-  const Bytes stream = BuildStream({.Gops = 10});  // 120 frames, a header every 12
-  const std::string video = folder.Write("film.m2v", std::string(stream.begin(), stream.end()));
+  const std::string video = Saved(folder, BuildStream({.Gops = 10}));  // 120 frames, a header every 12
   const Case cases[] = {
       {{}, {120}, {0}, 0},
       {{24, 60}, {24, 36, 60}, {0, 1, 2}, 0},
@@ -126,9 +117,7 @@ TEST(MuxTrack, MarksOpenCellsAtSequenceHeaders) {
   for (const Case& c : cases) {
     SCOPED_TRACE(&c - cases);
     MuxInput input = MotionTrack({video});
-    for (const std::int64_t mark : c.Marks) {
-      input.Marks.push_back(MarkAt(mark, static_cast<int>(input.Marks.size())));
-    }
+    input.Marks = MarksAt(c.Marks);
     MuxRun run;
     ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
     std::vector<int> frames;
@@ -154,25 +143,24 @@ TEST(MuxTrack, MarksOpenCellsAtSequenceHeaders) {
 TEST(MuxTrack, EndCodesStayBehindTheLastPictureAlone) {
   const TempFolder folder;
   const Bytes one = BuildStream({.Gops = 2});
-  const std::string video = folder.Write("film.m2v", std::string(one.begin(), one.end()));
+  const std::string video = Saved(folder, one);
   MuxRun removed;
   ASSERT_EQ(removed.Mux(MotionTrack({video, video})), MuxOutcome::Done);
   Bytes expected = one;
   std::fill(expected.end() - 2, expected.end(), std::uint8_t{0});
   expected.insert(expected.end(), one.begin(), one.end());
-  EXPECT_EQ(WithoutDelays(removed.Stream(0xE0)), WithoutDelays(expected));
+  EXPECT_EQ(WithoutDelays(removed.Stream(VideoPack)), WithoutDelays(expected));
   MuxRun kept;
   kept.Build.RemoveSeqEnd = false;
   ASSERT_EQ(kept.Mux(MotionTrack({video, video})), MuxOutcome::Done);
   std::copy_n(one.begin(), one.size(), expected.begin());
-  EXPECT_EQ(WithoutDelays(kept.Stream(0xE0)), WithoutDelays(expected));
+  EXPECT_EQ(WithoutDelays(kept.Stream(VideoPack)), WithoutDelays(expected));
 }
 
 TEST(MuxTrack, SplitFilesHoldTheSameSectors) {
   const TempFolder folder;
   const Bytes stream = BuildStream({.Gops = 4});
-  const std::string video = folder.Write("film.m2v", std::string(stream.begin(), stream.end()));
-  MuxInput input = MotionTrack({video});
+  MuxInput input = MotionTrack({Saved(folder, stream)});
   input.Audio = {Ac3Stream(SampleAc3({.Seconds = 2.5}))};
   MuxRun whole;
   ASSERT_EQ(whole.Mux({input, input}), MuxOutcome::Done);
@@ -209,13 +197,12 @@ TEST(MuxTrack, SplitFilesHoldTheSameSectors) {
 
 TEST(MuxTrack, FieldPicturesAreTimedAndCountedAsFrames) {
   const TempFolder folder;
-  const Bytes stream = BuildStream({.Gops = 3, .FieldPictures = true});
-  const std::string video = folder.Write("film.m2v", std::string(stream.begin(), stream.end()));
   MuxRun run;
-  ASSERT_EQ(run.Mux(MotionTrack({video})), MuxOutcome::Done);
+  ASSERT_EQ(run.Mux(MotionTrack({Saved(folder, BuildStream({.Gops = 3, .FieldPictures = true}))})),
+            MuxOutcome::Done);
   EXPECT_EQ(run.Records.Vobs[0].Cells[0].Frames, 36);
   std::vector<std::int64_t> stamps;
-  for (const ReadPack& pack : run.Packs()) {
+  for (const ReadPack& pack : run.PacksOf(VideoPack)) {
     if (pack.Dts) {
       stamps.insert(stamps.end(), {*pack.Pts, *pack.Dts});
     }

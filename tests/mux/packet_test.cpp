@@ -12,57 +12,74 @@
 namespace quorvelant {
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 
-Bytes Part(const Bytes& sector, std::size_t from, std::size_t bytes) {
-  return {sector.begin() + static_cast<std::ptrdiff_t>(from),
-          sector.begin() + static_cast<std::ptrdiff_t>(from + bytes)};
+// A fraction of the clock is a number of fourteenths of a tick; 1/14 tick is 21.43 ticks of 27 MHz.
+TEST(PackHeader, RoundsTheFractionByKindUnderTraditionalRules) {
+  struct Case {
+    std::int64_t Units;
+    std::uint32_t Video, Navigation, Audio;
+  };
+  for (const Case& c : {Case{14, 0, 0, 21}, Case{14 + 1, 21, 21, 43}, Case{14 + 2, 43, 21, 43},
+                        Case{14 + 7, 150, 150, 150}, Case{14 + 13, 279, 258, 279}}) {
+    const Clock clock{c.Units};
+    EXPECT_EQ(ScrOf(clock, PackKind::Video, Rules::Classic), (SystemClockReference{1, c.Video}));
+    EXPECT_EQ(ScrOf(clock, PackKind::Navigation, Rules::Classic), (SystemClockReference{1, c.Navigation}));
+    EXPECT_EQ(ScrOf(clock, PackKind::AudioOrSubpicture, Rules::Classic), (SystemClockReference{1, c.Audio}));
+    for (const PackKind kind : {PackKind::Navigation, PackKind::AudioOrSubpicture}) {
+      EXPECT_EQ(ScrOf(clock, kind, Rules::Players).Extension, c.Video);
+    }
+  }
 }
 
-Bytes Packed(const PacketHeader& header, std::size_t bytes, std::size_t& dataAt) {
-  Bytes sector(SectorBytes, 0xAA);
-  dataAt = PutPacket(sector, {0, 0}, header, bytes);
-  return sector;
+TEST(PackHeader, FieldsOfManyBitsAreCutByMarkers) {
+  Bytes sector(SectorBytes);
+  PutPackHeader(sector, {0x1'2345'6789, 299});
+  PutTimeStamp(sector, PackHeaderBytes, TimeStampKind::PairedPts, 0x1'2345'6789);
+  sector.resize(PackHeaderBytes + TimeStampBytes);
+  EXPECT_THAT(sector, ElementsAre(0x00, 0x00, 0x01, 0xBA,              // pack_start_code
+                                  0x66, 0x34, 0x57, 0x3C, 0x4E, 0x57,  // "01", base, extension, markers
+                                  0x01, 0x89, 0xC3, 0xF8,              // 25200 and two markers; no stuffing
+                                  0x39, 0x8D, 0x15, 0xCF, 0x13));      // "0011", the same base
 }
 
-TEST(Packet, HeaderFormsHoldWhatTheyOpen) {
-  std::size_t at = 0;
-  const PacketHeader first{.Pts = 25257, .Dts = 21657, .BufferKib = VideoBufferKib};
-  ASSERT_EQ(RoomBehind(first), 2012U);
-  EXPECT_THAT(Part(Packed(first, 2012, at), 14, 22),
-              ElementsAre(0x00, 0x00, 0x01, 0xE0,        // packet of video stream 0
-                          0x07, 0xEC,                    // PES_packet_length 2028
-                          0x81, 0xC1, 0x0D,              // PTS, DTS and extension; 13 bytes of them
-                          0x31, 0x00, 0x01, 0xC5, 0x53,  // PTS 25257
-                          0x11, 0x00, 0x01, 0xA9, 0x33,  // DTS 21657
-                          0x1E, 0x60, 0xE8));            // P-STD buffer: 232 units of 1 KiB
-  EXPECT_EQ(at, 36U);
+// What each kind of header holds and how a packet that does not fill the sector is filled: seven bytes or
+// fewer within the header, behind the stamps, more by a padding packet.
+TEST(Packet, FormsAndFilling) {
+  struct Case {
+    PacketHeader Header;
+    std::size_t Room, Spare;
+    Bytes FromLength;  // bytes from PES_packet_length on
+    Bytes Tail;        // the last bytes of the sector, data is AA
+  };
   const PacketHeader timed{.Pts = 1, .Dts = 1};
-  ASSERT_EQ(RoomBehind(timed), 2015U);
-  EXPECT_THAT(Part(Packed(timed, 2015, at), 18, 5), ElementsAre(0x07, 0xEC, 0x81, 0xC0, 0x0A));
-  ASSERT_EQ(RoomBehind({}), 2025U);
-  EXPECT_THAT(Part(Packed({}, 2025, at), 18, 5), ElementsAre(0x07, 0xEC, 0x81, 0x00, 0x00));
   const PacketHeader sound{.StreamId = PrivateStream1Id, .Pts = 25257, .BufferKib = PrivateBufferKib};
-  EXPECT_THAT(Part(Packed(sound, 2017, at), 14, 17),
-              ElementsAre(0x00, 0x00, 0x01, 0xBD, 0x07, 0xEC, 0x81, 0x81, 0x08,  //
-                          0x21, 0x00, 0x01, 0xC5, 0x53, 0x1E, 0x60, 0x3A));
-}
-
-// Seven bytes or fewer are filled within the header, more by a padding packet.
-TEST(Packet, ShortPacketsAreStuffedOrPadded) {
-  std::size_t at = 0;
-  Bytes sector = Packed({}, 2025 - 7, at);
-  EXPECT_THAT(Part(sector, 18, 5), ElementsAre(0x07, 0xEC, 0x81, 0x00, 0x07));
-  EXPECT_THAT(Part(sector, 23, 7), Each(0xFF));
-  EXPECT_EQ(at, 30U);
-  sector = Packed({}, 2025 - 8, at);
-  EXPECT_THAT(Part(sector, 18, 5), ElementsAre(0x07, 0xE4, 0x81, 0x00, 0x00));
-  EXPECT_THAT(Part(sector, 2040, 8), ElementsAre(0x00, 0x00, 0x01, 0xBE, 0x00, 0x02, 0xFF, 0xFF));
-  const PacketHeader timed{.Pts = 1, .Dts = 1};
-  sector = Packed(timed, 2015 - 2, at);
-  EXPECT_THAT(Part(sector, 20, 3), ElementsAre(0x81, 0xC0, 0x0C)) << "stuffing stands behind the stamps";
-  EXPECT_THAT(Part(sector, 33, 2), Each(0xFF));
+  const Case cases[] = {
+      {timed, 2015, 0, {0x07, 0xEC, 0x81, 0xC0, 0x0A}, {0xAA}},
+      {{}, 2025, 0, {0x07, 0xEC, 0x81, 0x00, 0x00}, {0xAA}},
+      {sound,
+       2017,
+       0,
+       {0x07, 0xEC, 0x81, 0x81, 0x08, 0x21, 0x00, 0x01, 0xC5, 0x53, 0x1E, 0x60, 0x3A, 0xAA},
+       {0xAA}},
+      {{}, 2025, 7, {0x07, 0xEC, 0x81, 0x00, 0x07, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xAA}, {0xAA}},
+      {{}, 2025, 8, {0x07, 0xE4, 0x81, 0x00, 0x00, 0xAA}, {0xAA, 0, 0, 1, 0xBE, 0, 2, 0xFF, 0xFF}},
+      {timed,
+       2015,
+       2,
+       {0x07, 0xEC, 0x81, 0xC0, 0x0C, 0x31, 0, 1, 0, 3, 0x11, 0, 1, 0, 3, 0xFF, 0xFF, 0xAA},
+       {0xAA}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    Bytes sector(SectorBytes, 0xAA);
+    ASSERT_EQ(RoomBehind(c.Header), c.Room);
+    const std::size_t at = PutPacket(sector, {0, 0}, c.Header, c.Room - c.Spare);
+    EXPECT_EQ(sector[17], c.Header.StreamId);
+    EXPECT_TRUE(std::ranges::equal(ByteView(sector).subspan(18, c.FromLength.size()), c.FromLength));
+    EXPECT_TRUE(std::ranges::equal(ByteView(sector).last(c.Tail.size()), c.Tail));
+    EXPECT_EQ(at, SectorBytes - (c.Room - c.Spare) - (c.Spare >= 8 ? c.Spare : 0));
+  }
 }
 
 // The table of docs/formats/packs.md is what a first pack begins with.
@@ -78,10 +95,9 @@ TEST(Packet, WorkedExample) {
     }
   }
   Bytes sector(SectorBytes);
-  const Clock scr = SectorTicks;
   const PacketHeader first{.Pts = VideoStartPts, .Dts = VideoStartPts - 3600, .BufferKib = VideoBufferKib};
-  const std::size_t at = PutPacket(sector, ScrOf(scr, PackKind::Video, Rules::Players), first, 2012);
-  EXPECT_EQ(Part(sector, 0, at), expected);
+  sector.resize(PutPacket(sector, ScrOf(SectorTicks, PackKind::Video, Rules::Players), first, 2012));
+  EXPECT_EQ(sector, expected);
 }
 
 }  // namespace

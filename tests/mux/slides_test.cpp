@@ -26,9 +26,8 @@ class Slides : public testing::Test {
     for (const std::int64_t hold : frames) {
       Picture picture(halfSize ? 360 : 720, (ntsc ? 480 : 576) / (halfSize ? 2 : 1));
       std::ranges::fill(picture.Pixels, static_cast<std::uint8_t>(40 * input.Video.size() + 50));
-      const Bytes bmp = WriteBmp(picture);
       const std::string name = "slide" + std::to_string(input.Video.size()) + ".BMP";
-      input.Video.push_back({.Path = Folder.Write(name, std::string(bmp.begin(), bmp.end())),
+      input.Video.push_back({.Path = Saved(Folder, WriteBmp(picture), name),
                              .ImageSource = true,
                              .HoldFlag = hold > 0,
                              .HoldFrames = hold});
@@ -54,8 +53,8 @@ std::vector<std::int64_t> VobuFrames(const MuxRun& run, std::int64_t frameTicks)
 // Presentation times of the pictures, in frames from the start.
 std::vector<std::int64_t> PictureFrames(const MuxRun& run, std::int64_t frameTicks) {
   std::vector<std::int64_t> frames;
-  for (const ReadPack& pack : run.Packs()) {
-    if (pack.StreamId == 0xE0 && pack.Pts) {
+  for (const ReadPack& pack : run.PacksOf(VideoPack)) {
+    if (pack.Pts) {
       EXPECT_EQ(*pack.Dts, *pack.Pts - frameTicks);
       EXPECT_LT(pack.Scr / 300, *pack.Dts);
       EXPECT_EQ((*pack.Pts - 25257) % frameTicks, 0);
@@ -101,14 +100,14 @@ TEST_F(Slides, LastAsToldAndStepByTheRules) {
     }
     EXPECT_EQ(PictureFrames(run, frameTicks), starts);
     ExpectClockRuns(run);
-    EXPECT_EQ(run.DecodeComplaints(), "");
+    EXPECT_THAT(run.Complaints(), IsEmpty());
   }
 }
 
 TEST_F(Slides, StandAloneWithCellsAtTheirMarks) {
   MuxInput input = Track({36, 50});
   input.Video.push_back({.Path = SampleVideo({.Frames = 1}), .HoldFlag = true, .HoldFrames = 14});
-  input.Marks = {MarkAt(0, 0), MarkAt(36, 1), MarkAt(60, 2), MarkAt(86, 3)};
+  input.Marks = MarksAt({36, 60, 86});
   MuxRun run;
   ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
   ASSERT_EQ(run.Ui.Messages.size(), 1U) << "the mark within the second slide";
@@ -118,7 +117,7 @@ TEST_F(Slides, StandAloneWithCellsAtTheirMarks) {
     cells.push_back((cell.StartPts - 25257) / 3600);
   }
   EXPECT_THAT(cells, ElementsAre(0, 36, 70, 86));
-  const Bytes video = run.Stream(0xE0);
+  const Bytes video = run.Stream(VideoPack);
   const std::array<std::uint8_t, 4> endCode{0, 0, 1, 0xB7};
   std::size_t codes = 0;
   for (auto at = video.begin();
@@ -143,7 +142,7 @@ TEST_F(Slides, SoundRunsThroughAndTheLastSlideWaitsForIt) {
     MuxRun run;
     ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
     if (!extends) {  // ffmpeg looks for a picture in the last 500 KB, which are sound otherwise
-      EXPECT_EQ(run.DecodeComplaints(), "");
+      EXPECT_THAT(run.Complaints(), IsEmpty());
     }
     ExpectClockRuns(run);
     EXPECT_THAT(PictureFrames(run, 3600), ElementsAre(0, 30, 60));
@@ -151,11 +150,9 @@ TEST_F(Slides, SoundRunsThroughAndTheLastSlideWaitsForIt) {
     // 6 s are 188 frames of AC3, which end within frame 151.
     EXPECT_EQ(std::accumulate(vobus.begin(), vobus.end(), std::int64_t{0}), extends ? 151 : 90);
     std::int64_t frames = 0;
-    for (const ReadPack& pack : run.Packs()) {
-      if (pack.Substream == 0x80) {
-        EXPECT_GE(pack.Pts.value_or(1LL << 40), pack.Scr / 300 + 146);
-        frames += pack.Frames;
-      }
+    for (const ReadPack& pack : run.PacksOf(0x80)) {
+      EXPECT_GE(pack.Pts.value_or(1LL << 40), pack.Scr / 300 + 146);
+      frames += pack.Frames;
     }
     EXPECT_EQ(frames, extends ? 188 : 113) << "up to the end of the last slide";
   }
@@ -172,20 +169,20 @@ TEST_F(Slides, AStillThatWaitsForEver) {
   MuxRun sounding;
   ASSERT_EQ(sounding.Mux(input), MuxOutcome::Done);
   std::int64_t frames = 0;
-  for (const ReadPack& pack : sounding.Packs()) {
-    frames += pack.Substream == 0x80 ? pack.Frames : 0;
+  for (const ReadPack& pack : sounding.PacksOf(0x80)) {
+    frames += pack.Frames;
   }
   EXPECT_EQ(frames, 94) << "all of its sound";
   const std::vector<std::int64_t> vobus = VobuFrames(sounding, 3600);
   const std::int64_t shown = std::accumulate(vobus.begin(), vobus.end(), std::int64_t{0});
   EXPECT_GE(shown, 76);
   EXPECT_LE(shown, 76 + 22);
-  EXPECT_EQ(sounding.DecodeComplaints(), "");
+  EXPECT_THAT(sounding.Complaints(), IsEmpty());
 }
 
 TEST_F(Slides, ALoneNavigationPackAtACellsEndIsPaddedForPlayers) {
   MuxInput input = Track({40, 30});
-  input.Marks = {MarkAt(0, 0), MarkAt(40, 1)};
+  input.Marks = MarksAt({40});
   for (const Rules& rules : {Rules::Players, Rules::Classic}) {
     MuxRun run(rules);
     ASSERT_EQ(run.Mux(input), MuxOutcome::Done);

@@ -68,9 +68,8 @@ inline SubtitleStream StreamOf(const TempFolder& folder, const std::string& name
                                const std::vector<TestSubtitle>& subtitles, bool ntsc) {
   SubtitleStream stream;
   for (const TestSubtitle& subtitle : subtitles) {
-    const Bytes file = WriteBmp(PaintStripes(subtitle));
-    const std::string path = folder.Write(name + std::to_string(stream.SubPlays.size()) + ".bmp",
-                                          std::string(file.begin(), file.end()));
+    const std::string path = Saved(folder, WriteBmp(PaintStripes(subtitle)),
+                                   name + std::to_string(stream.SubPlays.size()) + ".bmp");
     stream.SubPlays.push_back(PlayOf(subtitle, path, ntsc ? 30 : 25));
   }
   return stream;

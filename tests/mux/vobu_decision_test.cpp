@@ -5,59 +5,59 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::int64_t Plenty = 100;
+// In frames: the decision counts half frames.
+struct Case {
+  std::int64_t InVobu;
+  std::int64_t Ahead = 100;     // to the end of the track
+  std::int64_t Mark = -1;       // from here; -1 for none
+  std::int64_t ToMarked = 0;    // to the sequence header behind it
+  const char* Expected = "VV";  // players, classic: 'V' a VOBU starts, 'C' with a cell, '-' none does
+  bool EndsSequence = false;
+  bool Still = false;
+};
 
-// Frames of the question, doubled: the decision counts half frames.
-VobuQuestion Frames(std::int64_t elapsed, std::int64_t inVobu, std::int64_t ahead = Plenty) {
-  return {.Elapsed = 2 * elapsed, .InVobu = 2 * inVobu, .NextMark = {}, .Ahead = 2 * ahead};
-}
-
-VobuQuestion Marked(VobuQuestion question, std::int64_t mark, std::int64_t toMarked) {
-  question.NextMark = 2 * mark;
-  question.ToMarked = 2 * toMarked;
-  return question;
-}
-
-TEST(VobuDecision, StartsOnceTheLeastFramesArePassed) {
-  EXPECT_FALSE(DecideVobu(Frames(100, 9), PalTiming).Starts);
-  EXPECT_TRUE(DecideVobu(Frames(100, 10), PalTiming).Starts);
-  EXPECT_FALSE(DecideVobu(Frames(100, 11), NtscTiming).Starts);
-  EXPECT_TRUE(DecideVobu(Frames(100, 12), NtscTiming).Starts);
-  VobuQuestion still = Frames(1, 1, 1);
-  still.Still = true;
-  EXPECT_TRUE(DecideVobu(still, PalTiming).Starts) << "a still starts one at each sequence header";
-}
-
-TEST(VobuDecision, WaitsForAMarkThatIsNearAndOpensItsCell) {
-  struct Case {
-    std::int64_t Elapsed, InVobu, Mark, ToMarked;
-    bool Starts, OpensCell;
-  };
-  const Case cases[] = {
-      {100, 12, 111, 24, true, false},   // beyond the least frames: no reason to wait
-      {100, 12, 110, 12, false, false},  // exactly the least frames away
-      {100, 12, 101, 12, false, false}, {100, 12, 100, 0, true, true},
-      {100, 3, 99, 0, true, true},       // a mark that was met needs no least frames
-      {100, 18, 110, 12, false, false},  // 30 frames, 1.2 seconds: the longest end of a cell
-      {100, 19, 110, 12, true, false},   // one more would be too long
-  };
-  for (const Case& c : cases) {
-    const VobuDecision decision =
-        DecideVobu(Marked(Frames(c.Elapsed, c.InVobu), c.Mark, c.ToMarked), PalTiming);
-    EXPECT_EQ(decision.Starts, c.Starts) << &c - cases;
-    EXPECT_EQ(decision.OpensCell, c.OpensCell) << &c - cases;
+char Decision(const Case& c, const FrameTiming& timing, const Rules& rules) {
+  VobuQuestion question{.Elapsed = 200,
+                        .InVobu = 2 * c.InVobu,
+                        .NextMark = {},
+                        .Ahead = 2 * c.Ahead,
+                        .ToMarked = 2 * c.ToMarked,
+                        .EndsSequence = c.EndsSequence,
+                        .Still = c.Still};
+  if (c.Mark >= 0) {
+    question.NextMark = 200 + 2 * c.Mark;
   }
+  const VobuDecision decision = DecideVobu(question, timing, rules);
+  return decision.OpensCell ? 'C' : decision.Starts ? 'V' : '-';
 }
 
-TEST(VobuDecision, AShortTailJoinsTheVobuBefore) {
-  EXPECT_FALSE(DecideVobu(Frames(100, 12, 9), PalTiming).Starts);
-  EXPECT_TRUE(DecideVobu(Frames(100, 12, 10), PalTiming).Starts);
-  EXPECT_FALSE(DecideVobu(Frames(100, 21, 9), PalTiming).Starts);
-  EXPECT_TRUE(DecideVobu(Frames(100, 22, 9), PalTiming).Starts) << "31 frames are more than 1.2 seconds";
-  EXPECT_TRUE(DecideVobu(Marked(Frames(100, 5, 3), 98, 0), PalTiming).OpensCell) << "a mark is forced";
-  VobuQuestion single = Frames(100, 12, 1);
-  single.EndsSequence = true;
-  EXPECT_TRUE(DecideVobu(single, PalTiming).Starts);
+TEST(VobuDecision, FollowsFramesMarksAndTheEnd) {
+  const Case pal[] = {
+      {.InVobu = 9, .Expected = "--"},
+      {.InVobu = 10},
+      {.InVobu = 1, .Ahead = 1, .Still = true},  // at each sequence header
+      // A mark within the least frames is waited for, but players take 30 frames at the end of a cell.
+      {.InVobu = 12, .Mark = 11, .ToMarked = 24},
+      {.InVobu = 12, .Mark = 10, .ToMarked = 12, .Expected = "--"},
+      {.InVobu = 12, .Mark = 1, .ToMarked = 12, .Expected = "--"},
+      {.InVobu = 18, .Mark = 10, .ToMarked = 12, .Expected = "--"},
+      {.InVobu = 19, .Mark = 10, .ToMarked = 12, .Expected = "V-"},
+      // One that was met needs no least frames.
+      {.InVobu = 12, .Mark = 0, .Expected = "CC"},
+      {.InVobu = 3, .Ahead = 3, .Mark = 0, .Expected = "CC"},
+      // A short rest of the track joins the VOBU before, under the same bound.
+      {.InVobu = 12, .Ahead = 9, .Expected = "--"},
+      {.InVobu = 12, .Ahead = 10},
+      {.InVobu = 21, .Ahead = 9, .Expected = "--"},
+      {.InVobu = 22, .Ahead = 9, .Expected = "V-"},
+      {.InVobu = 12, .Ahead = 1, .EndsSequence = true},
+  };
+  for (const Case& c : pal) {
+    EXPECT_EQ(Decision(c, PalTiming, Rules::Players), c.Expected[0]) << &c - pal;
+    EXPECT_EQ(Decision(c, PalTiming, Rules::Classic), c.Expected[1]) << &c - pal;
+  }
+  EXPECT_EQ(Decision({.InVobu = 11}, NtscTiming, Rules::Players), '-');
+  EXPECT_EQ(Decision({.InVobu = 12}, NtscTiming, Rules::Players), 'V');
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <set>
 
 namespace quorvelant {
@@ -123,42 +124,52 @@ void CheckJumps(const InCell& place, const NavTiming& timing) {
   }
 }
 
-// Sync fields lead to a pack of their stream whose first frame sounds from the VOBU's start on.
-void CheckSync(const WalkedVobu& vobu, const std::set<int>& streams, const std::vector<WalkedPack>& packs) {
+// The VOB and the cell count on, or begin anew with the clock.
+void CheckIds(const WalkedVobu& vobu, const WalkedVobu* former) {
+  const bool newVob = vobu.ScrBase == 0;
+  const std::uint64_t vob = former == nullptr ? 0 : former->Field(1055, 2);
+  const std::uint64_t cell = former == nullptr || newVob ? 1 : former->Field(1058, 1);
+  EXPECT_EQ(vobu.Field(1055, 2), vob + (newVob ? 1 : 0)) << "VOBU_VOB_IDN";
+  EXPECT_GE(vobu.Field(1058, 1), cell) << "VOBU_C_IDN";
+  EXPECT_LE(vobu.Field(1058, 1), newVob ? 1 : cell + 1) << "VOBU_C_IDN";
+}
+
+// `packs` and `streams` are those of the VOB. A_SYNCA: the first pack on the way whose first frame sounds
+// from the VOBU's start on. SP_SYNCA: the latest pack behind whose unit had started by then.
+void CheckSync(const WalkedVobu& vobu, const std::set<int>& streams, const std::vector<WalkedPack>& packs,
+               const NavTiming& timing) {
+  const std::uint32_t end = timing.SyncLeavesVobu ? std::numeric_limits<std::uint32_t>::max() : vobu.Last;
   for (int number = 0; number < 8; ++number) {
-    const std::uint64_t value = vobu.Field(1433 + 2 * static_cast<std::size_t>(number), 2);
     const int stream = streams.contains(0xA0 + number) ? 0xA0 + number : 0x80 + number;
-    if (!streams.contains(stream)) {
-      EXPECT_EQ(value, 0U) << "A_SYNCA" << number;
-      continue;
+    const auto pack = std::ranges::find_if(packs, [&](const WalkedPack& each) {
+      return each.Sector > vobu.Sector && each.Stream == stream && each.Pts >= StartPtm(vobu);
+    });
+    const bool there = pack != packs.end() && pack->Sector <= end && pack->Sector - vobu.Sector < 0x3FFF;
+    const std::uint64_t want = !streams.contains(stream) ? 0 : there ? pack->Sector - vobu.Sector : 0x3FFF;
+    EXPECT_EQ(vobu.Field(1433 + 2 * static_cast<std::size_t>(number), 2), want) << "A_SYNCA" << number;
+  }
+  for (int number = 0; number < 32; ++number) {
+    const std::uint64_t value = vobu.Field(1449 + 4 * static_cast<std::size_t>(number), 4);
+    std::uint64_t shown = streams.contains(0x20 + number) ? 0x7FFFFFFF : 0;
+    for (const WalkedPack& pack : packs) {
+      if (value != 0x7FFFFFFF && pack.Sector < vobu.Sector && pack.Stream == 0x20 + number && pack.Pts >= 0 &&
+          pack.Pts <= StartPtm(vobu)) {
+        shown = 0x80000000 | (vobu.Sector - pack.Sector);
+      }
     }
-    if (value == 0x3FFF) {
-      EXPECT_TRUE(std::ranges::none_of(
-          vobu.Packs,
-          [&](const WalkedPack& pack) { return pack.Stream == stream && pack.Pts >= StartPtm(vobu); }))
-          << "A_SYNCA" << number << " passes a pack over";
-      continue;
-    }
-    const std::uint32_t sector = vobu.Sector + static_cast<std::uint32_t>(value);
-    const auto pack = std::ranges::find(packs, sector, &WalkedPack::Sector);
-    ASSERT_TRUE(pack != packs.end() && pack->Stream == stream)
-        << "A_SYNCA" << number << " leads to no such pack";
-    EXPECT_GE(pack->Pts, StartPtm(vobu)) << "A_SYNCA" << number;
+    EXPECT_EQ(value, shown) << "SP_SYNCA" << number;
   }
 }
 
 }  // namespace
 
 void CheckNavFigures(const std::vector<WalkedVobu>& vobus, const NavTiming& timing) {
-  std::vector<WalkedPack> packs;
-  for (const WalkedVobu& vobu : vobus) {
-    packs.insert(packs.end(), vobu.Packs.begin(), vobu.Packs.end());
-  }
   for (std::size_t i = 0; i < vobus.size(); ++i) {
     SCOPED_TRACE("VOBU at sector " + std::to_string(vobus[i].Sector));
     InCell place;
     const WalkedVobu* lastOfVob = nullptr;
     std::set<int> streams;
+    std::vector<WalkedPack> packs;
     for (const WalkedVobu& other : vobus) {
       if (CellKey(other) == CellKey(vobus[i])) {
         place.Own = &other == &vobus[i] ? place.Cell.size() : place.Own;
@@ -166,15 +177,17 @@ void CheckNavFigures(const std::vector<WalkedVobu>& vobus, const NavTiming& timi
       }
       if (other.Field(1055, 2) == vobus[i].Field(1055, 2)) {
         lastOfVob = &other;
-        for (const WalkedPack& pack : other.Packs) {
-          streams.insert(pack.Stream);
-        }
+        packs.insert(packs.end(), other.Packs.begin(), other.Packs.end());
       }
     }
+    for (const WalkedPack& pack : packs) {
+      streams.insert(pack.Stream);
+    }
+    CheckIds(vobus[i], i > 0 ? &vobus[i - 1] : nullptr);
     CheckPlaces(vobus[i]);
     CheckTimes(vobus[i], *lastOfVob, place, timing);
     CheckJumps(place, timing);
-    CheckSync(vobus[i], streams, packs);
+    CheckSync(vobus[i], streams, packs, timing);
     if (testing::Test::HasFailure()) {
       return;  // one VOBU's faults say enough
     }

@@ -11,6 +11,7 @@ namespace quorvelant {
 struct NavTiming {
   std::int64_t FrameTicks = 3600;
   int FramesPerSecond = 25;
+  bool SyncLeavesVobu = true;  // the players' rule for A_SYNCA
 };
 
 // Adds a failure for each figure that does not hold.

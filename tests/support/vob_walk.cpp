@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
+
+#include "support/pack_reader.h"
 
 namespace quorvelant {
 namespace {
@@ -19,15 +20,6 @@ struct VideoRun {
     return (behind - 1)->second;
   }
 };
-
-std::int64_t TimeStamp(ByteView field) {
-  return static_cast<std::int64_t>((field[0] >> 1 & 7) << 30 | field[1] << 22 | field[2] >> 1 << 15 |
-                                   field[3] << 7 | field[4] >> 1);
-}
-
-bool StartsWith(ByteView bytes, std::uint32_t code) {
-  return bytes.size() >= 4 && GetBytes(bytes, 0, 4) == code;
-}
 
 // Where a start code from the list that ends a picture stands: picture, sequence, end, group.
 bool EndsPicture(std::uint8_t code) {
@@ -80,27 +72,10 @@ void FindPictures(const VideoRun& run, WalkedVobu& vobu) {
   }
 }
 
-void TakeVideo(ByteView sector, std::uint32_t number, WalkedVobu& vobu, VideoRun& run) {
-  const std::size_t length = GetBytes(sector, 18, 2);
-  const std::size_t payload = 23U + sector[22];
-  if ((sector[21] & 0x80) != 0) {
-    vobu.FirstPackPts = run.Data.empty() ? TimeStamp(sector.subspan(23)) : vobu.FirstPackPts;
-  }
-  vobu.HasVideo = true;
-  run.Starts.emplace_back(run.Data.size(), number);
-  run.Data.insert(run.Data.end(), sector.begin() + static_cast<std::ptrdiff_t>(payload),
-                  sector.begin() + static_cast<std::ptrdiff_t>(20 + length));
-}
-
-void TakePrivate(ByteView sector, std::uint32_t number, WalkedVobu& vobu) {
-  const std::size_t payload = 23U + sector[22];
-  const std::int64_t pts = (sector[21] & 0x80) != 0 ? TimeStamp(sector.subspan(23)) : -1;
-  vobu.Packs.push_back({number, sector[payload], pts});
-}
-
 }  // namespace
 
 std::vector<WalkedVobu> WalkVobs(const std::vector<std::string>& files) {
+  const Bytes sectors = SectorsOf(files);
   std::vector<WalkedVobu> vobus;
   VideoRun run;
   std::uint32_t number = 0;
@@ -111,30 +86,29 @@ std::vector<WalkedVobu> WalkVobs(const std::vector<std::string>& files) {
     }
     run = {};
   };
-  for (const std::string& name : files) {
-    std::ifstream file(name, std::ios::binary);
-    EXPECT_TRUE(file.is_open()) << name;
-    Bytes sector(SectorBytes);
-    while (file.read(reinterpret_cast<char*>(sector.data()), SectorBytes)) {
-      const ByteView packet = ByteView(sector).subspan(14);
-      EXPECT_TRUE(StartsWith(sector, 0x000001BA)) << name << " sector " << number;
-      if (StartsWith(packet, 0x000001BB)) {
-        finish();
-        WalkedVobu& vobu = vobus.emplace_back();
-        vobu.Sector = number;
-        vobu.Nav = sector;
-        vobu.ScrBase = static_cast<std::int64_t>((sector[4] >> 3 & 7) << 30 | (sector[4] & 3) << 28 |
-                                                 sector[5] << 20 | (sector[6] >> 3) << 15 |
-                                                 (sector[6] & 3) << 13 | sector[7] << 5 | sector[8] >> 3);
-      } else if (vobus.empty()) {
-        ADD_FAILURE() << name << " does not begin with a navigation pack";
-        return vobus;
-      } else if (StartsWith(packet, 0x000001E0)) {
-        TakeVideo(sector, number, vobus.back(), run);
-      } else if (StartsWith(packet, 0x000001BD)) {
-        TakePrivate(sector, number, vobus.back());
-      }
-      ++number;
+  for (; number < sectors.size() / SectorBytes; ++number) {
+    const ByteView sector = ByteView(sectors).subspan(number * SectorBytes, SectorBytes);
+    const ReadPack pack = ReadPackOf(sector);
+    if (pack.StreamId == NavigationPack) {
+      finish();
+      WalkedVobu& vobu = vobus.emplace_back();
+      vobu.Sector = number;
+      vobu.Nav = {sector.begin(), sector.end()};
+      vobu.ScrBase = pack.Scr / 300;
+      continue;
+    }
+    if (vobus.empty()) {
+      ADD_FAILURE() << "the first sector is no navigation pack";
+      return vobus;
+    }
+    WalkedVobu& vobu = vobus.back();
+    if (pack.StreamId == VideoPack) {
+      vobu.FirstPackPts = run.Data.empty() ? pack.Pts.value_or(-1) : vobu.FirstPackPts;
+      vobu.HasVideo = true;
+      run.Starts.emplace_back(run.Data.size(), number);
+      run.Data.insert(run.Data.end(), pack.Payload.begin(), pack.Payload.end());
+    } else if (pack.Substream >= 0) {
+      vobu.Packs.push_back({number, pack.Substream, pack.Pts.value_or(-1)});
     }
   }
   finish();
