@@ -48,6 +48,9 @@ struct Rules {
   // subpicture. Bitmaps show as painted (line parity by place in the window, padded rows, right
   // clipping); traditionally rows shear and lines change places for odd sizes.
   bool BitmapsAsPainted = false;
+  // subpicture. The frames that a subtitle lasts count on the clock; traditionally 30 of NTSC are a second,
+  // and one of over 33 seconds ends a frame early.
+  bool StopDelayOnClock = false;
   // subpicture. A subtitle script may force a unit.
   bool ScriptForcesUnits = false;
 
@@ -81,6 +84,7 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .PadLoneNavPack = true,
                                       .JoinShortHoldRest = true,
                                       .BitmapsAsPainted = true,
+                                      .StopDelayOnClock = true,
                                       .ScriptForcesUnits = true,
                                       .RoundColours = true,
                                       .PgcLinksThroughTable = true,

@@ -37,7 +37,7 @@ MuxState SetUp(const MuxInput& input, MuxBuild& build, VobOutput& output, const 
                                .EndEachFile = input.Kind != TrackKind::Motion,
                                .EncodeStill = StillEncoderOf(input, build)}},
                  .Audio = OpenAudioStreams(build.Files, input, build.Rules),
-                 .Subpictures = OpenSubpictures(input),
+                 .Subpictures = OpenSubpictures(input, build.Rules),
                  .Schedule = DecodeSchedule(timing)};
   state.FirstUnsynced.resize(state.Audio.size());
   if (input.Kind != TrackKind::Motion) {

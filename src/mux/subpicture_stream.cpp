@@ -89,11 +89,11 @@ void SendUnit(MuxState& state, SubpictureState& stream) {
 
 }  // namespace
 
-std::vector<SubpictureState> OpenSubpictures(const MuxInput& input) {
+std::vector<SubpictureState> OpenSubpictures(const MuxInput& input, const Rules& rules) {
   const FrameTiming& timing = TimingOf(input.Ntsc);
   const TrackClock clock{timing.FramePeriod, timing.FramesPerSecond, VideoStartPts};
   const SubStreamOptions options{input.Kind == TrackKind::Still, input.ExtendFinalSubtitle,
-                                 input.SourceFolder};
+                                 rules.StopDelayOnClock, input.SourceFolder};
   std::vector<SubpictureState> streams;
   for (const MuxSubStream& stream : input.Subpictures) {
     streams.push_back({&stream, PrepareSPURecords(*stream.Stream, stream.CellHolds, clock, options)});

@@ -31,7 +31,7 @@ struct SubpictureState {
 };
 
 // The streams of a track, their units timed.
-std::vector<SubpictureState> OpenSubpictures(const MuxInput& input);
+std::vector<SubpictureState> OpenSubpictures(const MuxInput& input, const Rules& rules);
 
 // Sends the units that start at or ahead of `duePts` (ticks), stream by stream, behind the sector written
 // last. No video pack may be open. Raises MuxFault where a unit can't be made.

@@ -36,7 +36,7 @@ SPURecord RecordOf(const SubPicturePlay& play, std::size_t entry, const TrackClo
   record.EndPTS = clock.PtsOf(span.End);
   const std::int64_t frames =
       play.StopTime.empty() ? span.End - span.Start : TimecodeToFrames(play.StopTime, clock.FramesPerSecond);
-  record.StopDelay = StopDelayOf(frames, clock.FramesPerSecond);
+  record.StopDelay = StopDelayOf(frames, clock, options.StopDelayOnClock);
   record.X1 = play.X1;
   record.Y1 = play.Y1;
   record.Forced = play.Forced;
@@ -59,9 +59,10 @@ PlaySpan SpanOf(const HighlightPlay& play, int framesPerSecond) {
   return {start, start + TimecodeToFrames(play.Duration, framesPerSecond)};
 }
 
-std::uint32_t StopDelayOf(std::int64_t frames, int framesPerSecond) {
+std::uint32_t StopDelayOf(std::int64_t frames, const TrackClock& clock, bool onClock) {
   const std::int64_t within = std::clamp<std::int64_t>(frames, 0, std::numeric_limits<std::int32_t>::max());
-  const std::int64_t steps = within * 90000 / (std::int64_t{1024} * framesPerSecond);
+  const std::int64_t frameTicks = onClock ? clock.FramePeriod : 90000 / clock.FramesPerSecond;
+  const std::int64_t steps = within * frameTicks / 1024;
   return static_cast<std::uint32_t>(std::min(steps, MostStopDelay));
 }
 

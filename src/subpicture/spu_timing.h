@@ -23,6 +23,7 @@ struct TrackClock {
 struct SubStreamOptions {
   bool StillTrack = false;           // subtitles of a still stay
   bool ExtendFinalSubtitle = false;  // the last one stays
+  bool StopDelayOnClock = false;     // see Rules
   std::string_view SourceFolder{};   // relative bitmap paths count from here
 };
 
@@ -34,8 +35,9 @@ struct PlaySpan {
 PlaySpan SpanOf(const SubPicturePlay& play, int framesPerSecond);
 PlaySpan SpanOf(const HighlightPlay& play, int framesPerSecond);
 
-// Steps of 1024/90000 s that `frames` last, cut to a whole number, at most 65535 and not below 0.
-std::uint32_t StopDelayOf(std::int64_t frames, int framesPerSecond);
+// Steps of 1024/90000 s that `frames` last, by the frame period or by the count of timecodes, cut to a whole
+// number, at most 65535 and not below 0.
+std::uint32_t StopDelayOf(std::int64_t frames, const TrackClock& clock, bool onClock);
 
 // The entries that go on the disc: those used and with a file. `held` tells of each play of the stream
 // whether its picture stays (see HeldPlays); plays beyond it do not.

@@ -20,12 +20,20 @@ constexpr TrackClock Ntsc{3003, 30, 25257};
 TEST(SpuTiming, StopDelayIsCutAndHeldAtItsLimit) {
   const struct {
     std::int64_t Frames;
-    int FramesPerSecond;
-    std::uint32_t Expected;
-  } cases[] = {{0, 25, 0},    {-5, 25, 0},        {1, 25, 3},         {50, 25, 175},
-               {60, 30, 175}, {18641, 25, 65534}, {18642, 25, 65535}, {INT64_MAX, 25, 65535}};
+    TrackClock Clock;
+    std::uint32_t ByCount, OnClock;
+  } cases[] = {{0, Pal, 0, 0},
+               {-5, Pal, 0, 0},
+               {1, Pal, 3, 3},
+               {50, Pal, 175, 175},
+               {60, Ntsc, 175, 175},
+               {3000, Ntsc, 8789, 8797},  // 3 frames apart
+               {18641, Pal, 65534, 65534},
+               {18642, Pal, 65535, 65535},
+               {INT64_MAX, Pal, 65535, 65535}};
   for (const auto& test : cases) {
-    EXPECT_EQ(StopDelayOf(test.Frames, test.FramesPerSecond), test.Expected) << test.Frames;
+    EXPECT_EQ(StopDelayOf(test.Frames, test.Clock, false), test.ByCount) << test.Frames;
+    EXPECT_EQ(StopDelayOf(test.Frames, test.Clock, true), test.OnClock) << test.Frames;
   }
 }
 
