@@ -23,6 +23,7 @@ struct Shown {
   const char* Name;
   VideoSample Video;
   const char* DisplayMode;
+  const char* Displays;  // of the groups of buttons
   quorvelant::Rules Rule;
 };
 
@@ -83,7 +84,7 @@ class ShownDisc : public testing::TestWithParam<Shown> {
     target.SubStreams[stream].SubPlays.push_back(play);
   }
 
-  // Four buttons, two by two.
+  // Buttons whose four arrows lead to four others, in colours and places that differ by scheme and group.
   void AddButtons(int track, int start, int frames) {
     Track& target = TrackOf(track);
     target.HasHighlights = true;
@@ -94,18 +95,66 @@ class ShownDisc : public testing::TestWithParam<Shown> {
     set.Duration = Time(frames);
     set.SelectionEndTime = Time(0);
     set.ForcedSelect = 1;
-    set.Schemes[0].SelectionColor = {1, 2, 3, 4};
-    set.Schemes[0].SelectionContrast = {15, 15, 15, 8};
-    for (int i = 0; i < 4; ++i) {
-      HighlightButton& button = set.Buttons.emplace_back();
-      button.Name = fmt::format("B{}", i);
-      button.Number = i + 1;
-      button.Left = button.Right = fmt::format("B{}", i ^ 1);
-      button.Up = button.Down = fmt::format("B{}", i ^ 2);
-      const int x = 110 + 200 * (i % 2);
-      const int y = 110 + 120 * (i / 2);
-      button.Areas.fill({x, x + 150, y, y + 60});
+    for (std::int32_t i = 0; i < 3; ++i) {
+      set.Schemes.at(static_cast<std::size_t>(i)) = {
+          {i, i + 1, i + 2, i + 3}, {15, 14, 13, i}, {i + 8, i + 7, i + 6, i + 5}, {12, 11, 10, i + 1}};
     }
+    for (std::int32_t i = 0; i < ButtonCount; ++i) {
+      const auto other = [i](int steps) { return fmt::format("B{}", (i + steps) % ButtonCount); };
+      HighlightButton& button = set.Buttons.emplace_back();
+      button.Name = other(0);
+      button.Number = i + 1;
+      button.Right = other(1);
+      button.Up = other(2);
+      button.Down = other(3);
+      button.Left = other(4);
+      button.ColorScheme = 1 + i % 3;
+      for (std::int32_t place = 0; place < 3; ++place) {
+        const std::int32_t x = 20 + 130 * i + 8 * place;
+        button.Areas.at(static_cast<std::size_t>(place)) = {x, x + 80, 110 + 8 * place, 170 + 8 * place};
+      }
+    }
+  }
+
+  // What a player should make of the buttons of a track's first set.
+  void ExpectButtons(int title, const std::vector<int>& pressed, int track) {
+    const HighlightPlay& set = TrackOf(track).HighlightPlays[0];
+    const MenuPage page = LookAtMenu(maker_.Folder, title, pressed);
+    EXPECT_EQ(page.Displays, GetParam().Displays) << title;
+    EXPECT_EQ(page.Endless, track == stillTrack_ || track == timedTrack_ ||
+                                (track == pageTrack_ && GetParam().Rule.ButtonsOutlastStillTime))
+        << title;
+    ASSERT_EQ(page.Buttons.size(), set.Buttons.size()) << title;
+    for (std::size_t i = 0; i < set.Buttons.size(); ++i) {
+      const MenuButton& seen = page.Buttons[i];
+      const HighlightButton& button = set.Buttons[i];
+      std::string leads;
+      for (const std::string& name : {button.Up, button.Down, button.Left, button.Right}) {
+        leads += static_cast<char>(name[1] + 1);
+      }
+      EXPECT_EQ(seen.Leads, leads) << button.Name;
+      const ColorScheme& scheme = set.Schemes.at(static_cast<std::size_t>(button.ColorScheme - 1));
+      EXPECT_EQ(seen.Selected, Nibbles(scheme.SelectionColor, scheme.SelectionContrast)) << button.Name;
+      EXPECT_EQ(seen.Activated, Nibbles(scheme.ActionColor, scheme.ActionContrast)) << button.Name;
+      for (std::size_t group = 0; group < seen.Areas.size(); ++group) {
+        const char display = page.Displays[group];
+        const HighlightArea& area = button.Areas.at(display == '4' ? 2 : display == '2' ? 1 : 0);
+        EXPECT_EQ(
+            (HighlightArea{static_cast<int>(seen.Areas[group][0]), static_cast<int>(seen.Areas[group][1]),
+                           static_cast<int>(seen.Areas[group][2]), static_cast<int>(seen.Areas[group][3])}),
+            area)
+            << button.Name << display;
+      }
+    }
+  }
+  static std::uint32_t Nibbles(const ColorQuad& colors, const ColorQuad& contrasts) {
+    std::uint32_t all = 0;
+    for (const ColorQuad* quad : {&colors, &contrasts}) {
+      for (const std::int32_t value : *quad) {
+        all = all << 4U | static_cast<std::uint32_t>(value);
+      }
+    }
+    return all;
   }
 
   void Press(PGC_P& chain, std::size_t program, const std::vector<std::string>& commands) {
@@ -141,14 +190,19 @@ class ShownDisc : public testing::TestWithParam<Shown> {
   }
 
   void MakeMenus() {
-    // The title menu: a still that waits for ever, with sound.
-    stillTrack_ = maker_.AddTrack("Still", Bitmap(720, height_, 0x208040), {SampleAc3({.Seconds = 3})}, {0});
+    // The title menu: a still that waits for ever, with sound or without.
+    const std::vector<std::string> sound{SampleAc3({.Seconds = 3})};
+    stillTrack_ = maker_.AddTrack("Still", Bitmap(720, height_, 0x208040),
+                                  fps_ == 25 ? sound : std::vector<std::string>(), {0});
     TrackOf(stillTrack_).TrackType = "Still";
     AddSubtitle(stillTrack_, 0, 0, 100, true);
     AddButtons(stillTrack_, 0, 100);
     PGC_P& top = maker_.TitleMenu();
     maker_.PlaceAll(top, stillTrack_, maker_.Disc.Disc.Item(1)->VTSMenuInfo);
     top.PG.Item(1)->Cell.Item(1)->StillTime = 255;
+    Press(top, 1,
+          {"JumpTT VTS1_Title1", "JumpTT VTS2_Title1", "JumpSS vts_1, vts_ttn_1 : RootMenu",
+           "JumpTT VTS3_Title1", "JumpSS vts_2, vts_ttn_1 : RootMenu"});
     // Pages: slides, each a cell that waits.
     pageTrack_ = maker_.AddTrack("Pages", Bitmap(720, height_, 0x805020), {}, {0, 12});
     Track& pages = TrackOf(pageTrack_);
@@ -159,40 +213,52 @@ class ShownDisc : public testing::TestWithParam<Shown> {
       AddSubtitle(pageTrack_, 0, page, 12, true);
       AddButtons(pageTrack_, page, 12);
     }
-    VTS_P& one = maker_.AddSet();
-    PGC_P& root = DiscMaker::RootMenu(one);
-    maker_.PlaceAll(root, pageTrack_, one.VTSMenuInfo);
+    PGC_P& root = AddSetWith(slideTrack_, pageTrack_);
     for (PG_P& program : root.PG) {
       program.Cell.Item(1)->StillTime = 255;
     }
-    maker_.AddTitle(one, slideTrack_);
+    Press(root, 1,
+          {"LinkPGN Root1_PG2", "JumpVTS_TT VTS1_Title1", "JumpVTS_PTT VTS1_Title1_PGC1_PG3",
+           "LinkPGN Root1_PG1", "JumpVTS_PTT VTS1_Title1_PGC1_PG2"});
+    Press(root, 2,
+          {"LinkPGN Root1_PG1", "JumpVTS_PTT VTS1_Title1_PGC1_PG2", "JumpSS TitleMenu", "LinkTopPG, button=2",
+           "JumpVTS_TT VTS1_Title1"});
     // A menu in motion that loops.
     loopTrack_ = maker_.AddTrack("Loop", film_, {}, {0});
     AddSubtitle(loopTrack_, 0, 0, GetParam().Video.Frames, true);
     AddButtons(loopTrack_, 0, GetParam().Video.Frames);
-    VTS_P& two = maker_.AddSet();
-    PGC_P& loop = DiscMaker::RootMenu(two);
-    maker_.PlaceAll(loop, loopTrack_, two.VTSMenuInfo);
-    maker_.AddTitle(two, filmTrack_);
-    Press(maker_.TitleMenu(), 1,
-          {"JumpTT VTS1_Title1", "JumpTT VTS2_Title1", "JumpSS vts_1, vts_ttn_1 : RootMenu",
-           "JumpTT VTS1_Title1"});
-    PGC_P& firstRoot = DiscMaker::RootMenu(*maker_.Disc.Disc.Item(2));
-    Press(firstRoot, 1,
-          {"LinkPGN Root1_PG2", "JumpVTS_TT VTS1_Title1", "JumpVTS_PTT VTS1_Title1_PGC1_PG3",
-           "LinkPGN Root1_PG1"});
-    Press(
-        firstRoot, 2,
-        {"LinkPGN Root1_PG1", "JumpVTS_PTT VTS1_Title1_PGC1_PG2", "JumpSS TitleMenu", "LinkTopPG, button=2"});
-    Press(loop, 1,
+    Press(AddSetWith(filmTrack_, loopTrack_), 1,
           {"JumpVTS_TT VTS2_Title1", "JumpVTS_PTT VTS2_Title1_PGC1_PG2", "JumpSS TitleMenu",
-           "LinkTopPG, button=2"});
+           "LinkTopPG, button=2", "NOP"});
+    // Stills that wait for a time: one is the title, the other its menu.
+    timedTrack_ = TimedStill("Timed", 40);
+    AddSubtitle(timedTrack_, 0, 0, 40, true);
+    AddButtons(timedTrack_, 0, 40);
+    Press(AddSetWith(TimedStill("Alone", 50), timedTrack_), 1,
+          {"JumpVTS_TT VTS3_Title1", "JumpSS TitleMenu", "LinkTopPG, button=4", "NOP", "NOP"});
   }
 
+  int TimedStill(const std::string& name, int frames) {
+    const int track = maker_.AddTrack(name, Bitmap(720, height_, 0x602060), {}, {0});
+    TrackOf(track).TrackType = "Still";
+    TrackOf(track).VideoPlays[0].SlideDuration = Time(frames);
+    return track;
+  }
+
+  // The root menu of a set with a title.
+  PGC_P& AddSetWith(int title, int menu) {
+    VTS_P& set = maker_.AddSet();
+    PGC_P& root = DiscMaker::RootMenu(set);
+    maker_.PlaceAll(root, menu, set.VTSMenuInfo);
+    maker_.AddTitle(set, title);
+    return root;
+  }
+
+  static constexpr int ButtonCount = 5;
   DiscMaker maker_;
   std::string film_;
   int fps_ = 25, height_ = 576, bitmaps_ = 0;
-  int filmTrack_ = 0, slideTrack_ = 0, stillTrack_ = 0, pageTrack_ = 0, loopTrack_ = 0;
+  int filmTrack_ = 0, slideTrack_ = 0, stillTrack_ = 0, pageTrack_ = 0, loopTrack_ = 0, timedTrack_ = 0;
 };
 
 TEST_P(ShownDisc, EveryReaderAgreesAndEveryButtonLeadsWhereItSays) {
@@ -213,25 +279,38 @@ TEST_P(ShownDisc, EveryReaderAgreesAndEveryButtonLeadsWhereItSays) {
     std::vector<int> Buttons;
     const char* Leads;
   };
-  for (const Way& way : {Way{0, {1}, "title 1 chapter 1"}, Way{0, {2}, "title 2 chapter 1"},
-                         Way{0, {3, 3}, "title 1 chapter 3"}, Way{0, {4}, "title 1 chapter 1"},
-                         Way{1, {2}, "title 1 chapter 1"}, Way{1, {3}, "title 1 chapter 3"},
-                         Way{1, {1, 2}, "title 1 chapter 2"}, Way{1, {4, 1, 4, 3, 2}, "title 2 chapter 1"},
-                         Way{1, {1, 1, 3}, "title 1 chapter 3"}, Way{2, {1}, "title 2 chapter 1"},
-                         Way{2, {2}, "title 2 chapter 2"}, Way{2, {3, 2}, "title 2 chapter 1"},
-                         Way{2, {4, 2}, "title 2 chapter 2"}}) {
-    EXPECT_EQ(PressButtons(maker_.Folder, way.Title, way.Buttons), way.Leads) << way.Title;
+  for (const Way& way : {Way{0, {1}, "title 1 chapter 1"},
+                         Way{0, {2}, "title 2 chapter 1"},
+                         Way{0, {3, 3}, "title 1 chapter 3"},
+                         Way{0, {4}, "title 3 chapter 1"},
+                         Way{0, {5, 2}, "title 2 chapter 2"},
+                         Way{1, {2}, "title 1 chapter 1"},
+                         Way{1, {3}, "title 1 chapter 3"},
+                         Way{1, {5}, "title 1 chapter 2"},
+                         Way{1, {1, 2}, "title 1 chapter 2"},
+                         Way{1, {1, 5}, "title 1 chapter 1"},
+                         Way{1, {4, 1, 4, 3, 2}, "title 2 chapter 1"},
+                         Way{1, {1, 1, 3}, "title 1 chapter 3"},
+                         Way{2, {1}, "title 2 chapter 1"},
+                         Way{2, {2}, "title 2 chapter 2"},
+                         Way{2, {3, 2}, "title 2 chapter 1"},
+                         Way{2, {4, 5, 2}, "title 2 chapter 2"},
+                         Way{3, {1}, "title 3 chapter 1"},
+                         Way{3, {2, 2}, "title 2 chapter 1"},
+                         Way{3, {3, 2, 3, 3}, "title 1 chapter 3"},
+                         Way{3, {5, 1}, "title 3 chapter 1"}}) {
+    EXPECT_EQ(PressButtons(maker_.Folder, way.Title, way.Buttons), way.Leads)
+        << way.Title << " " << testing::PrintToString(way.Buttons);
   }
-  for (const int menu : {0, 1, 2}) {
-    for (const auto& [keys, button] :
-         {std::pair{"", 1}, {"r", 2}, {"d", 3}, {"dr", 4}, {"rdl", 3}, {"rdu", 2}}) {
-      EXPECT_EQ(SelectByArrows(maker_.Folder, menu, keys), button) << menu << keys;
-    }
-  }
-  for (const int set : {1, 2}) {
+  ExpectButtons(0, {}, stillTrack_);
+  ExpectButtons(1, {}, pageTrack_);
+  ExpectButtons(1, {1}, pageTrack_);
+  ExpectButtons(2, {}, loopTrack_);
+  ExpectButtons(3, {}, timedTrack_);
+  for (const int set : {1, 2, 3}) {
     EXPECT_THAT(DecodeComplaints(TitleVobs(maker_.Folder, set)), IsEmpty());
   }
-  for (const char* menu : {"VIDEO_TS.VOB", "VTS_01_0.VOB", "VTS_02_0.VOB"}) {
+  for (const char* menu : {"VIDEO_TS.VOB", "VTS_01_0.VOB", "VTS_02_0.VOB", "VTS_03_0.VOB"}) {
     EXPECT_THAT(DecodeComplaints({maker_.Folder + "/" + menu}), IsEmpty()) << menu;
   }
   const auto errors = CheckerErrors(maker_.Folder);
@@ -244,35 +323,89 @@ TEST_P(ShownDisc, EveryReaderAgreesAndEveryButtonLeadsWhereItSays) {
 TEST(ShownDiscFaults, AreFoundBeforeTheFirstSector) {
   DiscMaker maker;
   const std::string slide = maker.Temp.Write("slide.bmp", "BM, and no more");
-  const int track = maker.AddTrack("Slides", slide, {}, {0});
+  const int slides = maker.AddTrack("Slides", slide, {}, {0});
+  const int film = maker.AddTrack("Film", SampleVideo({}), {}, {0});
   maker.Disc.Tracks[0].TrackType = "SlideShow";
-  maker.Disc.Tracks[0].HasSubs = true;
-  SubPicturePlay& play = maker.Disc.Tracks[0].SubStreams.emplace_back().SubPlays.emplace_back();
-  play.File = "gone.bmp";
-  play.Start = play.Duration = "00:00:00:05";
-  maker.AddTitle(maker.AddSet(), track);
+  Track& track = maker.Disc.Tracks[1];
+  track.VideoFrames = 50;
+  track.HasSubs = track.HasHighlights = true;
+  Picture stripes(720, 576);
+  for (int i = 0; i < 720 * 576; i += 2) {
+    stripes.Set(i % 720, i / 720, 0xFFFFFF);
+  }
+  const auto write = [&](const char* name, const Picture& picture) {
+    const Bytes bmp = WriteBmp(picture);
+    return maker.Temp.Write(name, std::string(bmp.begin(), bmp.end()));
+  };
+  const std::string good = write("good.bmp", Picture(64, 64));
+  const std::string large = write("large.bmp", stripes);
+  SubtitleStream& stream = track.SubStreams.emplace_back();
+  for (const auto& [start, end, file] : {std::tuple{0, 10, good},
+                                         {5, 15, good},
+                                         {3, 20, good},
+                                         {25, 24, good},
+                                         {30, 31, large},
+                                         {32, 33, {}},
+                                         {60, 70, good}}) {
+    SubPicturePlay& play = stream.SubPlays.emplace_back();
+    play.Start = FramesToTimecode(start, 25);
+    play.End = FramesToTimecode(end, 25);
+    play.File = file.empty() ? "gone.bmp" : file;
+    play.ConversionP = 0xFFFFFF;
+  }
+  HighlightPlay& buttons = track.HighlightPlays.emplace_back();
+  buttons.StartTimeToVideo = buttons.Duration = "00:00:00:10";
+  buttons.Buttons.resize(37);
+  for (HighlightButton& button : buttons.Buttons) {
+    button.Name = fmt::format("B{}", &button - buttons.Buttons.data());
+    button.Areas.fill({1, 2, 1, 2});
+  }
+  buttons.Buttons[36].Up = "B37";
+  track.HighlightPlays.emplace_back().StartTimeToVideo = "00:00:02:00";
+  VTS_P& set = maker.AddSet();
+  maker.AddTitle(set, slides);
+  maker.AddTitle(set, film);
+
   EXPECT_EQ(maker.Author().Outcome, AuthorOutcome::Failed);
-  ASSERT_EQ(maker.Ui.Messages.size(), 2U);
-  EXPECT_EQ(maker.Ui.Messages[0].Place, slide);
-  EXPECT_EQ(maker.Ui.Messages[1].Place, "Track.0.Sub1 (Slides) entry 1");
   EXPECT_FALSE(std::filesystem::exists(maker.Folder));
+  std::vector<std::string> told;
+  for (const Message& message : maker.Ui.Messages) {
+    told.push_back(message.Place + ": " + message.Text);
+  }
+  const std::string sub = "Track.1.Sub1 (Film) entry ";
+  const std::string high = "Track.1.High1 (Film) entry ";
+  for (const std::string& expected :
+       {slide + ": ", sub + "2: the subtitle starts (00:00:00:05) before the one ahead of it ends",
+        sub + "3: the subtitle starts (00:00:00:03) before the one ahead of it (00:00:00:05)",
+        sub + "4: the subtitle ends (00:00:00:24) before it starts",
+        sub + "5: " + large + ": the bitmap makes a subtitle of 208546 bytes",
+        sub + "6: gone.bmp: the file does not exist",
+        sub + "7: the subtitle starts (00:00:02:10) past the end", high + "1: 37 buttons",
+        high + "1: the up link of button \"B36\" names \"B37\"",
+        high + "2: the buttons start (00:00:02:00) past the end"}) {
+    EXPECT_THAT(told, testing::Contains(testing::StartsWith(expected)));
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Kinds, ShownDisc,
-    testing::Values(Shown{"Pal", {.Frames = 150, .Closed = true}, "Not Specified", Rules::Players},
-                    Shown{"NtscWide",
-                          {.Standard = "NTSC", .Aspect = "16:9", .Frames = 150, .Closed = true},
-                          "Both PanScan and LetterBox",
-                          Rules::Players},
-                    Shown{"PalWideClassic",
-                          {.Aspect = "16:9", .Frames = 150, .Closed = true},
-                          "Only LetterBox",
-                          ClassicInStep()},
-                    Shown{"NtscClassic",
-                          {.Standard = "NTSC", .Frames = 150, .Closed = true},
-                          "Not Specified",
-                          ClassicInStep()}),
+    testing::Values(
+        Shown{"Pal", {.Frames = 150, .Closed = true}, "Both PanScan and LetterBox", "0", Rules::Players},
+        Shown{"NtscWide",
+              {.Standard = "NTSC", .Aspect = "16:9", .Frames = 150, .Closed = true},
+              "Both PanScan and LetterBox",
+              "124",
+              Rules::Players},
+        Shown{"PalWideClassic",
+              {.Aspect = "16:9", .Frames = 150, .Closed = true},
+              "Only LetterBox",
+              "12",
+              ClassicInStep()},
+        Shown{"NtscWideClassic",
+              {.Standard = "NTSC", .Aspect = "16:9", .Frames = 150, .Closed = true},
+              "Only PanScan",
+              "14",
+              ClassicInStep()}),
     [](const auto& kind) { return std::string(kind.param.Name); });
 
 }  // namespace

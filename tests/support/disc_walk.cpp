@@ -213,6 +213,34 @@ void CallMenu(Player& player, int title) {
   dvdnav_menu_call(player.Nav(), title > 0 ? DVD_MENU_Root : DVD_MENU_Title);
 }
 
+// Plays on in the menu until buttons show; null where none do.
+pci_t* PlayToButtons(Player& player) {
+  pci_t* found = nullptr;
+  const int limit = player.Vobus + LoopVobus;
+  player.Play([&](std::int32_t event) {
+    if (event != DVDNAV_NAV_PACKET) {
+      return false;
+    }
+    pci_t* pci = dvdnav_get_current_nav_pci(player.Nav());
+    if ((pci->hli.hl_gi.hli_ss & 3) != 0 && !player.InTitle()) {
+      found = pci;
+    }
+    return found != nullptr || player.Vobus > limit;
+  });
+  return found;
+}
+
+// Presses the buttons one after the other. The one that could not be pressed, 0 where all were.
+int Press(Player& player, const std::vector<int>& buttons) {
+  for (const int button : buttons) {
+    pci_t* pci = PlayToButtons(player);
+    if (pci == nullptr || dvdnav_button_select_and_activate(player.Nav(), pci, button) != DVDNAV_STATUS_OK) {
+      return button;
+    }
+  }
+  return 0;
+}
+
 }  // namespace
 
 DiscWalk WalkDisc(const std::string& folder) {
@@ -243,53 +271,12 @@ DiscWalk WalkDisc(const std::string& folder) {
   return walk;
 }
 
-int SelectByArrows(const std::string& folder, int title, std::string_view keys) {
-  DiscWalk walk;
-  Player player(folder, walk);
-  CallMenu(player, title);
-  std::int32_t selected = 0;
-  player.Play([&](std::int32_t event) {
-    if (event != DVDNAV_NAV_PACKET || player.InTitle()) {
-      return false;
-    }
-    pci_t* pci = dvdnav_get_current_nav_pci(player.Nav());
-    if ((pci->hli.hl_gi.hli_ss & 3) == 0) {
-      return false;
-    }
-    for (const char key : keys) {
-      const auto press = key == 'u'   ? &dvdnav_upper_button_select
-                         : key == 'd' ? &dvdnav_lower_button_select
-                         : key == 'l' ? &dvdnav_left_button_select
-                                      : &dvdnav_right_button_select;
-      press(player.Nav(), pci);
-    }
-    dvdnav_get_current_highlight(player.Nav(), &selected);
-    return true;
-  });
-  return selected;
-}
-
 std::string PressButtons(const std::string& folder, int title, const std::vector<int>& buttons) {
   DiscWalk walk;
   Player player(folder, walk);
   CallMenu(player, title);
-  for (const int button : buttons) {
-    bool pressed = false;
-    const int limit = player.Vobus + LoopVobus;
-    player.Play([&](std::int32_t event) {
-      if (event != DVDNAV_NAV_PACKET) {
-        return false;
-      }
-      pci_t* pci = dvdnav_get_current_nav_pci(player.Nav());
-      if ((pci->hli.hl_gi.hli_ss & 3) != 0 && !player.InTitle()) {
-        pressed = dvdnav_button_select_and_activate(player.Nav(), pci, button) == DVDNAV_STATUS_OK;
-        return true;
-      }
-      return player.Vobus > limit;
-    });
-    if (!pressed) {
-      return "no button " + std::to_string(button);
-    }
+  if (const int missing = Press(player, buttons); missing != 0) {
+    return "no button " + std::to_string(missing);
   }
   player.Play([](std::int32_t event) { return event == DVDNAV_NAV_PACKET; });
   std::string place = player.Place();
@@ -297,6 +284,45 @@ std::string PressButtons(const std::string& folder, int title, const std::vector
     place += " chapter " + std::to_string(player.Chapter());
   }
   return walk.Complaints.empty() ? place : walk.Complaints.front();
+}
+
+MenuPage LookAtMenu(const std::string& folder, int title, const std::vector<int>& buttons) {
+  DiscWalk walk;
+  Player player(folder, walk);
+  CallMenu(player, title);
+  MenuPage page;
+  pci_t* pci = Press(player, buttons) == 0 ? PlayToButtons(player) : nullptr;
+  if (pci == nullptr) {
+    return page;
+  }
+  const hl_gi_t& info = pci->hli.hl_gi;
+  const unsigned groups = info.btngr_ns;
+  page.Endless = info.hli_e_ptm == 0xFFFFFFFF;
+  const std::array<unsigned, 3> displays{info.btngr1_dsp_ty, info.btngr2_dsp_ty, info.btngr3_dsp_ty};
+  for (unsigned group = 0; group < groups; ++group) {
+    page.Displays += std::to_string(displays.at(group));
+  }
+  for (int number = 1; number <= info.btn_ns; ++number) {
+    MenuButton& button = page.Buttons.emplace_back();
+    for (const auto arrow : {&dvdnav_upper_button_select, &dvdnav_lower_button_select,
+                             &dvdnav_left_button_select, &dvdnav_right_button_select}) {
+      std::int32_t selected = 0;
+      dvdnav_button_select(player.Nav(), pci, number);
+      arrow(player.Nav(), pci);
+      dvdnav_get_current_highlight(player.Nav(), &selected);
+      button.Leads += std::to_string(selected);
+    }
+    dvdnav_highlight_area_t area{};
+    dvdnav_get_highlight_area(pci, number, 0, &area);
+    button.Selected = area.palette;
+    dvdnav_get_highlight_area(pci, number, 1, &area);
+    button.Activated = area.palette;
+    for (unsigned group = 0; group < groups; ++group) {
+      const btni_t& entry = pci->hli.btnit[36 / groups * group + static_cast<unsigned>(number) - 1];
+      button.Areas.push_back({entry.x_start, entry.x_end, entry.y_start, entry.y_end});
+    }
+  }
+  return page;
 }
 
 }  // namespace quorvelant

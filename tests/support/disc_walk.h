@@ -1,8 +1,9 @@
 // Plays a finished folder with libdvdread and libdvdnav, which nobody here wrote.
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace quorvelant {
@@ -32,8 +33,21 @@ DiscWalk WalkDisc(const std::string& folder);
 // 3".
 std::string PressButtons(const std::string& folder, int title, const std::vector<int>& buttons);
 
-// Goes to that menu and, once buttons show, presses the arrow keys 'u', 'd', 'l' and 'r'. The number of the
-// button that is then selected, 0 where none is.
-int SelectByArrows(const std::string& folder, int title, std::string_view keys);
+// A button as the player has it.
+struct MenuButton {
+  std::string Leads;            // the numbers of the buttons that the arrows up, down, left and right select
+  std::uint32_t Selected = 0;   // four colours and four contrasts: emphasis 2 and 1, pattern, background
+  std::uint32_t Activated = 0;  // the same
+  std::vector<std::array<unsigned, 4>> Areas;  // x1, x2, y1, y2 in each group
+};
+struct MenuPage {
+  std::string Displays;  // of the groups: 0 4:3, 1 wide, 2 letterbox, 4 pan-scan
+  bool Endless = false;  // its buttons never expire
+  std::vector<MenuButton> Buttons;
+};
+
+// Goes to that menu, presses the buttons as above and looks at the page that it comes to: every button is
+// selected and left by every arrow.
+MenuPage LookAtMenu(const std::string& folder, int title, const std::vector<int>& buttons = {});
 
 }  // namespace quorvelant
