@@ -28,13 +28,6 @@ constexpr std::size_t SubpictureCapacity(SubpicturePackForm form) {
   return 2024;
 }
 
-// How many packs a unit makes; `form` is that of its first.
-constexpr std::size_t SubpicturePackCount(std::size_t unitBytes, SubpicturePackForm form) {
-  const std::size_t first = SubpictureCapacity(form);
-  const std::size_t following = SubpictureCapacity(SubpicturePackForm::Following);
-  return unitBytes <= first ? 1 : 1 + (unitBytes - first + following - 1) / following;
-}
-
 // Fills a zeroed sector from byte 14 on, behind its pack header, with the next bytes of the unit and
 // whatever fills it up. `rest` is what is left of the unit, `stream` 0 to 31, `pts` in 90 kHz ticks (used
 // by the forms that carry one). Returns how many bytes of `rest` went in.

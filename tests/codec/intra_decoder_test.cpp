@@ -3,12 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <map>
-#include <random>
-#include <set>
 
 #include "codec/picture_headers.h"
-#include "codec/vlc_lookup.h"
 #include "ffmpeg_decode.h"
 #include "intra_stream_maker.h"
 #include "support/media.h"
@@ -158,26 +154,6 @@ TEST(IntraDecoder, AFormChangedWithinAFrameEndsIt) {
   const auto planes = DecodeIntraPicture(stream, true);
   ASSERT_TRUE(planes);
   EXPECT_EQ(planes->Of[1].Width, 48U);
-}
-
-TEST(Tables, LookupsFindEveryCode) {
-  const std::map<const DctTable*, const DctLookup*> lookups{{&DctTableB14, &DctLookup::B14()},
-                                                            {&DctTableB15, &DctLookup::B15()}};
-  for (const auto& [table, lookup] : lookups) {
-    std::set<std::pair<unsigned, unsigned>> seen;
-    for (const RunLevelVlc& code : table->Codes) {
-      for (const std::uint32_t tail : {0U, 0xFFFFU}) {
-        const unsigned spare = 16U - code.Word.Bits;
-        const auto& entry =
-            lookup->Find((std::uint32_t{code.Word.Code} << spare) | (tail & ((1U << spare) - 1)));
-        EXPECT_EQ(std::tie(entry.Run, entry.Level, entry.Bits),
-                  std::tie(code.Run, code.Level, code.Word.Bits));
-      }
-      seen.emplace(code.Run, code.Level);
-    }
-    EXPECT_EQ(seen.size(), table->Codes.size());
-    EXPECT_EQ(lookup->Find(0).What, DctLookup::Kind::Invalid);
-  }
 }
 
 }  // namespace

@@ -80,32 +80,6 @@ TEST(Highlights, TimesCountFromTheStartOfTheVob) {
   EXPECT_EQ(set.SelectionEndPts, 0);
 }
 
-TEST(Highlights, GroupsFollowAspectAndAllowedDisplays) {
-  HighlightPlay play;
-  play.ButtonModes = {"pan", "Wide", ""};
-  struct Case {
-    const char* Aspect;
-    const char* Mode;
-    std::uint64_t ButtonMode;
-    std::vector<std::size_t> Places;
-  };
-  for (const Case& c :
-       {Case{"4:3", "Both PanScan and LetterBox", 0x1000, {1}}, Case{"16:9", "Not Specified", 0x1100, {1}},
-        Case{"16:9", "Only LetterBox", 0x2120, {1, 1}}, Case{"16:9", "Only PanScan", 0x2140, {1, 0}},
-        Case{"16:9", "Both PanScan and LetterBox", 0x3124, {1, 1, 0}}}) {
-    const auto groups = ButtonGroupsOf(play, c.Aspect, c.Mode);
-    std::vector<std::size_t> places;
-    for (const ButtonGroup& group : groups) {
-      places.push_back(group.AreaPlace);
-    }
-    EXPECT_EQ(places, c.Places) << c.Mode;
-    Bytes sector(SectorBytes);
-    const MuxHighlight set{&play, {}};
-    PutHighlight({&set}, groups, sector);
-    EXPECT_EQ(GetBytes(sector, 155, 2), c.ButtonMode);
-  }
-}
-
 TEST(Highlights, ButtonsStandBitForBit) {
   HighlightPlay play;
   play.Offset = 1;

@@ -91,12 +91,5 @@ TEST(SubpicturePacks, EveryRestIsFilledToTheSectorsEnd) {
   }
 }
 
-TEST(SubpicturePacks, CountsThePacksOfAUnit) {
-  EXPECT_EQ(SubpicturePackCount(2016, Form::FirstOfVob), 1U);
-  EXPECT_EQ(SubpicturePackCount(2017, Form::FirstOfVob), 2U);
-  EXPECT_EQ(SubpicturePackCount(2019 + 2024, Form::FirstOfUnit), 2U);
-  EXPECT_EQ(SubpicturePackCount(2019 + 2025, Form::FirstOfUnit), 3U);
-}
-
 }  // namespace
 }  // namespace quorvelant

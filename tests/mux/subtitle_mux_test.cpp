@@ -20,7 +20,8 @@ constexpr Color Base = 0x563412;
 constexpr int Frames = 125;
 
 // Frame n of the film's time, as ffmpeg shows subtitle stream `index` on a plain ground.
-std::map<int, std::string> Render(const MuxRun& run, int index, bool ntsc, const std::vector<int>& frames) {
+std::map<int, std::string> Render(const MuxRun& run, int index, bool ntsc, const std::vector<int>& frames,
+                                  bool forcedOnly = false) {
   std::string palette = "0,0,0,0";
   for (const Color color : ShownColors) {
     palette += fmt::format(",{:02x}{:02x}{:02x}", color & 255, color >> 8 & 255, color >> 16 & 255);
@@ -32,11 +33,12 @@ std::map<int, std::string> Render(const MuxRun& run, int index, bool ntsc, const
   const int height = ntsc ? 480 : 576;
   const std::string out = run.Folder / "frames.rgb";
   const std::string command = fmt::format(
-      "ffmpeg -v error -nostdin -canvas_size 720x{0} -palette {1},0,0,0,0,0,0,0,0 -i {2}_1.VOB -f lavfi -i "
+      "ffmpeg -v error -nostdin -canvas_size 720x{0} -palette {1},0,0,0,0,0,0,0,0 -forced_subs_only {7} -i "
+      "{2}_1.VOB -f lavfi -i "
       "color=c=0x123456:s=720x{0}:r={3}:d=5,format=gbrp -filter_complex "
       "'[1:v][0:s:{4}]overlay=format=gbrp,select={5}' -fps_mode passthrough -f rawvideo -pix_fmt rgb24 -y "
       "{6}",
-      height, palette, run.Base(), ntsc ? "30000/1001" : "25", index, select, out);
+      height, palette, run.Base(), ntsc ? "30000/1001" : "25", index, select, out, forcedOnly ? 1 : 0);
   EXPECT_EQ(std::system(command.c_str()), 0);
   const std::string all = TempFolder::Read(out);
   const std::size_t bytes = std::size_t{720} * static_cast<std::size_t>(height) * 3;
@@ -50,13 +52,14 @@ std::map<int, std::string> Render(const MuxRun& run, int index, bool ntsc, const
 
 // Pixels of a rendered frame that are not what the subtitle, or nothing, should show.
 int WrongPixels(const std::string& frame, const TestSubtitle* subtitle) {
+  const bool ntsc = frame.size() == std::size_t{720} * 480 * 3;
   const Picture bitmap = subtitle != nullptr ? PaintStripes(*subtitle) : Picture();
   int wrong = 0;
   for (std::size_t at = 0; at + 2 < frame.size(); at += 3) {
     const auto byte = [&](std::size_t i) { return Color{static_cast<std::uint8_t>(frame[at + i])}; };
     const int x = static_cast<int>(at / 3 % 720);
     const int y = static_cast<int>(at / 3 / 720);
-    const Color want = subtitle != nullptr ? ShownAt(*subtitle, bitmap, x, y, Base) : Base;
+    const Color want = subtitle != nullptr ? ShownAt(*subtitle, bitmap, x, y, ntsc, Base) : Base;
     wrong += (byte(0) | byte(1) << 8 | byte(2) << 16) == want ? 0 : 1;
   }
   return wrong;
@@ -107,6 +110,75 @@ TEST(SubtitleMux, EveryUnitShowsAsPaintedAndInTime) {
         ExpectShown(run, 0, ntsc, first);
         ExpectShown(run, 1, ntsc, second);
       }
+    }
+  }
+}
+
+TEST(SubtitleMux, EveryBitmapShowsAsPaintedButForItsLastLine) {
+  std::vector<TestSubtitle> subtitles{{200, 60, 100, 400, 0, 0},
+                                      {200, 61, 100, 400, 0, 0, true},  // odd height
+                                      {201, 60, 100, 400, 0, 0},        // odd width
+                                      {203, 37, 101, 401, 0, 0, true},
+                                      {202, 60, 0, 0, 0, 0},      // a width that four does not divide
+                                      {200, 60, -37, 300, 0, 0},  // left of the picture
+                                      {200, 61, 20, -20, 0, 0},   // above it
+                                      {200, 60, 20, -21, 0, 0},   // above it by an odd count
+                                      {200, 60, 601, 300, 0, 0, true},
+                                      {200, 61, 20, 540, 0, 0},
+                                      {900, 700, -51, -33, 0, 0, false, 12},  // beyond all sides
+                                      {720, 576, 0, 0, 0, 0, false, 12},
+                                      {720, 360, 0, 100, 0, 0, false, 0},  // runs of 1 to 360
+                                      {720, 720, 0, -400, 0, 0, true, 0},  // up to 720
+                                      {2, 3, 300, 300, 0, 0}};
+  std::vector<int> middles;
+  for (TestSubtitle& subtitle : subtitles) {
+    subtitle.Start = 8 * static_cast<int>(middles.size());
+    subtitle.End = subtitle.Start + 7;
+    middles.push_back(subtitle.Start + 4);
+  }
+  const TempFolder folder;
+  const SubtitleStream stream = StreamOf(folder, "a", subtitles, false);
+  MuxInput input = MotionTrack({SampleVideo({.Frames = Frames})});
+  input.Subpictures = {{0, &stream, {}}};
+  MuxRun run;
+  ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+  for (const bool forcedOnly : {false, true}) {
+    for (const auto& [number, frame] : Render(run, 0, false, middles, forcedOnly)) {
+      const TestSubtitle& subtitle = subtitles.at(static_cast<std::size_t>(number) / 8);
+      EXPECT_EQ(WrongPixels(frame, subtitle.Forced || !forcedOnly ? &subtitle : nullptr), 0)
+          << number / 8 << (forcedOnly ? ", forced alone" : "");
+    }
+  }
+}
+
+// All streams that there can be, due with one picture: each in time and none mixed with another.
+TEST(SubtitleMux, ThirtyTwoStreamsAtOnce) {
+  const TempFolder folder;
+  std::vector<SubtitleStream> streams;
+  std::vector<TestSubtitle> subtitles;
+  MuxInput input = MotionTrack({SampleVideo({.Frames = Frames})});
+  for (int number = 0; number < 32; ++number) {
+    TestSubtitle first{40 + 2 * number, 24, 20 * number, 8 * number, 0, 10};
+    subtitles.push_back(first);
+    subtitles.back().Start = 30;
+    subtitles.back().End = 60;
+    streams.push_back(StreamOf(folder, fmt::format("s{}_", number), {first, subtitles.back()}, false));
+  }
+  for (int number = 0; number < 32; ++number) {
+    input.Subpictures.push_back({number, &streams.at(static_cast<std::size_t>(number)), {}});
+  }
+  MuxRun run;
+  ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+  EXPECT_EQ(run.DecodeComplaints(), "");
+  for (const std::size_t index : {0U, 17U, 31U}) {
+    const auto frames = Render(run, static_cast<int>(index), false, {29, 30, 59, 60});
+    for (const auto& [number, frame] : frames) {
+      EXPECT_EQ(WrongPixels(frame, number == 30 || number == 59 ? &subtitles[index] : nullptr), 0) << number;
+    }
+  }
+  for (const ReadPack& pack : run.Packs()) {
+    if (pack.Substream >= 0 && pack.Substream < 0x80) {
+      EXPECT_LT(pack.Scr / 300 + 146, 25257 + 30 * 3600) << pack.Substream;
     }
   }
 }

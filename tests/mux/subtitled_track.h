@@ -20,6 +20,7 @@ struct TestSubtitle {
   int Width, Height, X, Y;
   int Start, End;  // frames
   bool Forced = false;
+  int Coarse = 1;  // how many times as wide as can be; 0: row r begins with a run of r + 1
 };
 
 // Stripes of all four colours that no two lines share.
@@ -27,17 +28,22 @@ inline Picture PaintStripes(const TestSubtitle& subtitle) {
   Picture picture(subtitle.Width, subtitle.Height);
   for (int y = 0; y < picture.Height; ++y) {
     for (int x = 0; x < picture.Width; ++x) {
-      picture.Set(x, y, PaintedColors.at(static_cast<std::size_t>((x + 3 * y) / (1 + y % 5) % 4)));
+      const int stripe =
+          subtitle.Coarse == 0 ? y + (x > y ? 2 : 0) : (x + 3 * y) / (1 + y % 5) / subtitle.Coarse;
+      picture.Set(x, y, PaintedColors.at(static_cast<std::size_t>(stripe % 4)));
     }
   }
   return picture;
 }
 
-// Colour at a place of the screen while the subtitle shows: the last line of a bitmap stays hidden.
-inline Color ShownAt(const TestSubtitle& subtitle, const Picture& bitmap, int x, int y, Color below) {
+// Colour at a place of the screen while the subtitle shows: the last line of a bitmap stays hidden, and the
+// last three of a screen of 576 lines or two of 480.
+inline Color ShownAt(const TestSubtitle& subtitle, const Picture& bitmap, int x, int y, bool ntsc,
+                     Color below) {
   const int column = x - subtitle.X;
   const int row = y - subtitle.Y;
-  if (column < 0 || column >= bitmap.Width || row < 0 || row >= bitmap.Height - 1) {
+  const int lines = std::max(subtitle.Y, 0) + (ntsc ? 478 : 573);
+  if (column < 0 || column >= bitmap.Width || row < 0 || row >= bitmap.Height - 1 || y >= lines) {
     return below;
   }
   const auto code = std::ranges::find(PaintedColors, bitmap.At(column, row)) - PaintedColors.begin();

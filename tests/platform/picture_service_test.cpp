@@ -57,6 +57,29 @@ TEST(PictureService, LoadsWhatOtherProgramsWrote) {
   EXPECT_NEAR(static_cast<int>(service->Load(folder / "b.bmp").At(5, 5) & 255), 0x30, 8);
 }
 
+// Four inks as print programs write them, upside down: all of cyan and half of the others.
+TEST(PictureService, LoadsJpegOfFourInks) {
+  Bytes jpeg{
+      0xFF, 0xD8,                                                            //
+      0xFF, 0xEE, 0, 14, 'A',  'd', 'o', 'b', 'e', 0, 100, 0,  0, 0, 0,  0,  // no transform
+      0xFF, 0xC0, 0, 20, 8,    0,   8,   0,   8,   4, 1,   17, 0, 2, 17, 0, 3, 17, 0, 4, 17, 0,  // 8 by 8
+      0xFF, 0xC4, 0, 21, 0x00, 1,   1,   0,   0,   0, 0,   0,  0, 0, 0,  0, 0, 0,  0, 0, 0,  0x00,
+      0x0B,  // DC: 0, 10
+      0xFF, 0xC4, 0, 20, 0x10, 1,   0,   0,   0,   0, 0,   0,  0, 0, 0,  0, 0, 0,  0, 0, 0,  0x00,  // AC: 0
+      0xFF, 0xDB, 0, 67, 0};
+  jpeg.insert(jpeg.end(), 64, 1);
+  const Bytes scan{0xFF, 0xDA, 0,    14, 4, 1, 0, 2, 0, 3, 0, 4, 0, 0, 63, 0,  //
+                   0x9F, 0xF8, 0x0F,                                           // -1024, and three zeros
+                   0xFF, 0xD9};
+  jpeg.insert(jpeg.end(), scan.begin(), scan.end());
+  const TempFolder folder;
+  folder.Write("inks.jpg", {reinterpret_cast<const char*>(jpeg.data()), jpeg.size()});
+  const std::uint32_t color = MakePictureService()->Load(folder / "inks.jpg").At(4, 4);
+  EXPECT_EQ(color & 255, 0U);
+  EXPECT_NEAR(static_cast<int>(color >> 8 & 255), 64, 1);
+  EXPECT_NEAR(static_cast<int>(color >> 16), 64, 1);
+}
+
 TEST(PictureService, RefusesAndNamesTheFile) {
   const TempFolder folder;
   const auto service = MakePictureService();
