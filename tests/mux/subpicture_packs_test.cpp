@@ -3,8 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
-#include <numeric>
+
+#include "mux/pack_header.h"
+#include "support/pack_reader.h"
 
 namespace quorvelant {
 namespace {
@@ -18,33 +19,6 @@ Bytes UnitOf(std::size_t bytes) {
     unit[i] = static_cast<std::uint8_t>(i % 251);
   }
   return unit;
-}
-
-struct ReadBack {
-  std::size_t HeaderBytes;  // fields and stuffing
-  std::size_t PacketLength;
-  std::size_t PayloadAt;
-  std::size_t PayloadBytes;
-  std::size_t PaddingBytes;  // the whole padding packet, 0 for none
-};
-
-// Reads the sector as a demultiplexer does.
-ReadBack Read(ByteView sector) {
-  EXPECT_EQ(GetBytes(sector, 14, 4), 0x1BDU);
-  ReadBack read{};
-  read.PacketLength = GetBytes(sector, 18, 2);
-  read.HeaderBytes = sector[22];
-  read.PayloadAt = 23 + read.HeaderBytes + 1;
-  const std::size_t end = 20 + read.PacketLength;
-  read.PayloadBytes = end - read.PayloadAt;
-  read.PaddingBytes = SectorBytes - end;
-  if (read.PaddingBytes > 0) {
-    EXPECT_EQ(GetBytes(sector, end, 4), 0x1BEU);
-    EXPECT_EQ(end + 6 + GetBytes(sector, end + 4, 2), SectorBytes);
-    EXPECT_TRUE(std::all_of(sector.begin() + static_cast<std::ptrdiff_t>(end) + 6, sector.end(),
-                            [](std::uint8_t byte) { return byte == 0xFF; }));
-  }
-  return read;
 }
 
 TEST(SubpicturePacks, HeadersOfTheThreeForms) {
@@ -64,10 +38,11 @@ TEST(SubpicturePacks, HeadersOfTheThreeForms) {
   };
   for (const auto& test : cases) {
     Bytes sector(SectorBytes);
-    EXPECT_EQ(PutSubpicturePacket(sector, unit, test.Of, 3, 25257), SubpictureCapacity(test.Of));
-    EXPECT_TRUE(std::equal(test.Header.begin(), test.Header.end(), sector.begin() + 14));
-    EXPECT_TRUE(std::equal(sector.begin() + 14 + static_cast<std::ptrdiff_t>(test.Header.size()),
-                           sector.end(), unit.begin()));
+    const std::size_t taken = PutSubpicturePacket(sector, unit, test.Of, 3, 25257);
+    EXPECT_EQ(taken, SectorBytes - 14 - test.Header.size());
+    EXPECT_EQ(taken, SubpictureCapacity(test.Of));
+    EXPECT_TRUE(std::ranges::equal(ByteView(sector).subspan(14, test.Header.size()), test.Header));
+    EXPECT_TRUE(std::ranges::equal(ByteView(sector).last(taken), ByteView(unit).first(taken)));
   }
 }
 
@@ -77,16 +52,21 @@ TEST(SubpicturePacks, EveryRestIsFilledToTheSectorsEnd) {
     for (std::size_t bytes = 1; bytes <= SubpictureCapacity(form); ++bytes) {
       const Bytes unit = UnitOf(bytes);
       Bytes sector(SectorBytes);
+      PutPackHeader(sector, {});
       ASSERT_EQ(PutSubpicturePacket(sector, unit, form, 31, 90000), bytes);
-      const ReadBack read = Read(sector);
-      ASSERT_EQ(read.PayloadBytes, bytes);
-      ASSERT_EQ(sector[read.PayloadAt - 1], 0x3F);
-      ASSERT_TRUE(
-          std::equal(unit.begin(), unit.end(), sector.begin() + static_cast<std::ptrdiff_t>(read.PayloadAt)));
-      const std::size_t stuffing =
-          read.HeaderBytes - (SubpictureCapacity(Form::Following) - SubpictureCapacity(form));
-      ASSERT_TRUE(stuffing == 0 || read.PaddingBytes == 0);
-      ASSERT_LE(stuffing, 7U);
+      const ReadPack pack = ReadPackOf(sector);
+      ASSERT_EQ(pack.Payload, unit);
+      ASSERT_EQ(pack.Substream, 0x3F);
+      const std::size_t end = 20 + GetBytes(sector, 18, 2);
+      const std::size_t spare = SubpictureCapacity(form) - bytes;
+      // Seven bytes are stuffing as well, but for a first pack, where they are a padding packet.
+      ASSERT_EQ(SectorBytes - end, spare < (form == Form::FirstOfVob ? 7 : 8) ? 0 : spare);
+      if (end < SectorBytes) {
+        ASSERT_EQ(GetBytes(sector, end, 4), 0x1BEU);
+        ASSERT_EQ(end + 6 + GetBytes(sector, end + 4, 2), SectorBytes);
+        ASSERT_EQ(std::ranges::count(ByteView(sector).subspan(end + 6), 0xFF),
+                  static_cast<std::ptrdiff_t>(spare) - 6);
+      }
     }
   }
 }

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 
+#include "support/pack_reader.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -20,60 +22,48 @@ void Fill(VobOutput& output, std::uint32_t count) {
   }
 }
 
-std::uint32_t NumberAt(const std::string& file, std::size_t sector) {
-  const Bytes bytes(file.begin() + static_cast<std::ptrdiff_t>(sector * SectorBytes),
-                    file.begin() + static_cast<std::ptrdiff_t>(sector * SectorBytes + 4));
-  return static_cast<std::uint32_t>(GetBytes(bytes, 0, 4));
-}
+class VobOutputTest : public testing::Test {
+ protected:
+  VobOutputTest() { files_.DimFiles(9); }
+  TempFolder folder_;
+  RecordingUi ui_;
+  Random files_{ui_};
+};
 
-TEST(VobOutput, RewritesWhereverTheSectorHasGone) {
-  const TempFolder folder;
-  RecordingUi ui;
-  Random files(ui);
-  files.DimFiles(9);
-  folder.Write("VTS_01_1.VOB", std::string(5 << 20, 'o'));  // an old file, longer than what comes
-  VobOutput output(files, folder / "VTS_01", false, 700);
+TEST_F(VobOutputTest, RewritesWhereverTheSectorHasGone) {
+  folder_.Write("VTS_01_1.VOB", std::string(5 << 20, 'o'));  // an old file, longer than what comes
+  VobOutput output(files_, folder_ / "VTS_01", false, 700);
   Fill(output, 1000);
   EXPECT_EQ(output.FileNumber(), 2);
   EXPECT_EQ(output.FileSectors(), 300U);
   Bytes mark(SectorBytes, 0xEE);
   PutBytes(mark, 0, 4, 0xABCD);
-  const std::uint32_t places[] = {999, 0, 699, 700, 513};  // in the buffer, in both files
+  const std::uint32_t places[] = {999, 0, 699, 700, 513, 1599};  // in the buffer, in all files
   for (const std::uint32_t place : places) {
+    if (place == 1599) {
+      Fill(output, 600);
+    }
     output.Rewrite(place, mark);
   }
-  Fill(output, 600);
-  output.Rewrite(1599, mark);
   output.Finish();
-  const std::string names[] = {"VTS_01_1.VOB", "VTS_01_2.VOB", "VTS_01_3.VOB"};
-  std::string all;
-  for (const std::string& name : names) {
-    all += TempFolder::Read(folder.Path() / name);
-  }
+  const Bytes all = SectorsOf({folder_ / "VTS_01_1.VOB", folder_ / "VTS_01_2.VOB", folder_ / "VTS_01_3.VOB"});
   ASSERT_EQ(all.size(), 1600 * SectorBytes);
-  EXPECT_EQ(TempFolder::Read(folder.Path() / names[0]).size(), 700 * SectorBytes);
+  EXPECT_EQ(std::filesystem::file_size(folder_ / "VTS_01_1.VOB"), 700 * SectorBytes);
   for (std::uint32_t i = 0; i < 1600; ++i) {
-    const bool marked = i == 1599 || std::ranges::find(places, i) != std::end(places);
-    ASSERT_EQ(NumberAt(all, i), marked ? 0xABCDU : i);
+    const bool marked = std::ranges::find(places, i) != std::end(places);
+    ASSERT_EQ(GetBytes(all, i * SectorBytes, 4), marked ? 0xABCDU : i);
   }
 }
 
-TEST(VobOutput, AMenuIsOneFileAndNothingIsMadeAheadOfTime) {
-  const TempFolder folder;
-  RecordingUi ui;
-  Random files(ui);
-  files.DimFiles(9);
-  const std::string name = folder / "VIDEO_TS.VOB";
-  {
-    VobOutput output(files, name);
-    output.Finish();
-    EXPECT_FALSE(std::filesystem::exists(name));
-  }
-  VobOutput output(files, name, false, 10);
+TEST_F(VobOutputTest, AMenuIsOneFileAndNothingIsMadeAheadOfTime) {
+  const std::string name = folder_ / "VIDEO_TS.VOB";
+  VobOutput(files_, name).Finish();
+  EXPECT_FALSE(std::filesystem::exists(name));
+  VobOutput output(files_, name, false, 10);
   Fill(output, 10);
   EXPECT_ANY_THROW(output.NextSector()) << "a menu has one file";
   output.Finish();
-  EXPECT_EQ(TempFolder::Read(name).size(), 10 * SectorBytes);
+  EXPECT_EQ(std::filesystem::file_size(name), 10 * SectorBytes);
 }
 
 }  // namespace
