@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstring>
 #include <utility>
 
 #include "base/bmp.h"
@@ -220,6 +221,19 @@ void UnpackIndexed(const BmpHeader& header, const std::uint8_t* source, std::uin
   }
 }
 
+// A byte a pixel, as most tools write: a pixel is stored as a word whose last byte the next one overwrites.
+void UnpackBytes(const BmpHeader& header, const std::uint8_t* source, std::uint8_t* target) {
+  std::array<std::array<std::uint8_t, 4>, 256> words{};
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    PutRgb(words[i].data(), header.Palette[i]);
+  }
+  const std::uint8_t* const last = source + header.Width - 1;
+  for (; source < last; ++source, target += 3) {
+    std::memcpy(target, words[*source].data(), sizeof words[0]);
+  }
+  PutRgb(target, header.Palette[*last]);
+}
+
 void UnpackDirect(const BmpHeader& header, const std::array<Channel, 3>& channels, const std::uint8_t* source,
                   std::uint8_t* target) {
   const unsigned pixelBytes = header.Bits / 8;
@@ -252,7 +266,9 @@ Picture ReadPlain(ByteView file, std::string_view name, const BmpHeader& header)
   for (int row = 0; row < header.Height; ++row) {
     const std::uint8_t* source = file.data() + header.PixelOffset + rowBytes * static_cast<std::size_t>(row);
     std::uint8_t* target = picture.Row(PictureRow(header, row));
-    if (header.Bits <= 8) {
+    if (header.Bits == 8) {
+      UnpackBytes(header, source, target);
+    } else if (header.Bits < 8) {
       UnpackIndexed(header, source, target);
     } else if (header.Bits >= 24 && bytesInPlace) {
       UnpackTrueColor(header.Width, header.Bits / 8, source, target);

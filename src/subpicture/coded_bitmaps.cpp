@@ -1,11 +1,24 @@
 #include "subpicture/coded_bitmaps.h"
 
+#include <algorithm>
+#include <atomic>
+#include <exception>
+#include <mutex>
+#include <thread>
+
+#include "base/bmp.h"
+#include "base/text.h"
+
 namespace quorvelant {
 
 namespace {
 
 // What an entry takes besides its coded lines and the text of its path, about.
 constexpr std::size_t EntryBytes = 256;
+
+// Each thread holds one picture.
+constexpr std::size_t MostThreads = 4;
+constexpr std::size_t RecordsAThread = 16;
 
 }  // namespace
 
@@ -30,6 +43,48 @@ void CodedBitmaps::Keep(const SPURecord& record, bool ntsc, const EncodedBitmap&
   // The copy has no room to spare.
   if (bitmaps_.try_emplace(KeyOf(record, ntsc), bitmap).second) {
     keptBytes_ += bytes;
+  }
+}
+
+void CodeAhead(const std::vector<SPURecord>& records, bool ntsc, const Rules& rules, UserInterface& ui,
+               CodedBitmaps& coded) {
+  std::atomic<std::size_t> next{0};
+  std::mutex keeping;
+  const auto codeOne = [&] {
+    const std::size_t index = next++;
+    if (index >= records.size()) {
+      return false;
+    }
+    const SPURecord& record = records[index];
+    {
+      const std::scoped_lock lock(keeping);
+      if (!Lower(record.File).ends_with(".bmp") || coded.Find(record, ntsc) != nullptr) {
+        return true;
+      }
+    }
+    try {
+      BmpLoader loader;
+      const EncodedBitmap bitmap = LoadSPUBitmap(loader, record, ntsc, rules);
+      const std::scoped_lock lock(keeping);
+      coded.Keep(record, ntsc, bitmap);
+    } catch (const std::exception&) {
+      return true;  // told by whoever needs it
+    }
+    return true;
+  };
+  const std::size_t processors = std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, MostThreads);
+  const std::size_t helpers = std::min(processors - 1, records.size() / RecordsAThread);
+  std::vector<std::jthread> threads;
+  for (std::size_t i = 0; i < helpers; ++i) {
+    threads.emplace_back([&] {
+      while (codeOne()) {
+      }
+    });
+  }
+  while (codeOne()) {
+    if (ui.StopRequested()) {
+      next = records.size();
+    }
   }
 }
 

@@ -5,7 +5,10 @@
 #include <cstddef>
 #include <map>
 #include <string>
+#include <vector>
 
+#include "base/rules.h"
+#include "base/user_interface.h"
 #include "subpicture/spu_encoder.h"
 #include "subpicture/spu_record.h"
 
@@ -38,5 +41,10 @@ class CodedBitmaps {
   std::size_t mostBytes_;
   std::size_t keptBytes_ = 0;
 };
+
+// Codes the bitmaps (".bmp" files) of `records` on all processors and keeps what has room. What cannot be
+// coded is passed over: whoever needs it is told why. Ends early when a stop is asked for.
+void CodeAhead(const std::vector<SPURecord>& records, bool ntsc, const Rules& rules, UserInterface& ui,
+               CodedBitmaps& coded);
 
 }  // namespace quorvelant

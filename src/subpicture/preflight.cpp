@@ -120,9 +120,13 @@ void CheckStream(TrackCheck& check, std::size_t streamIndex, const SubpictureChe
       EntryVoice(check, text::SubtitleTitle, placeOf(i)).Warning(std::string(text::NoFile));
     }
   }
+  const std::vector<SPURecord> records =
+      PrepareSPURecords(stream, {}, clock, {.SourceFolder = context.SourceFolder});
+  if (context.Coded != nullptr) {
+    CodeAhead(records, check.Ntsc, context.Rules, context.Ui, *context.Coded);
+  }
   std::optional<PlaySpan> ahead;
-  for (const SPURecord& record :
-       PrepareSPURecords(stream, {}, clock, {.SourceFolder = context.SourceFolder})) {
+  for (const SPURecord& record : records) {
     if (context.Ui.StopRequested()) {
       return;
     }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 #include <utility>
 
@@ -41,8 +42,10 @@ int EqualPixels(const std::uint8_t* at, const std::uint8_t* end) {
     std::uint64_t ahead = 0;
     std::memcpy(&here, next, sizeof here);
     std::memcpy(&ahead, next - 3, sizeof ahead);
-    if (here != ahead) {
-      break;
+    if (const std::uint64_t differs = here ^ ahead; differs != 0) {
+      const int equal =
+          std::endian::native == std::endian::little ? std::countr_zero(differs) : std::countl_zero(differs);
+      return static_cast<int>((next - at + equal / 8) / 3);
     }
     next += sizeof here;
   }
