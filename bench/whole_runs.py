@@ -87,13 +87,13 @@ def repeat(source, target, times):
 
 
 def write_caption(path, number):
-    """A bitmap of 8 bits: two lines of letters, each a stem and a bar with a shaded edge."""
+    """A bitmap of 8 bits: one or two lines of letters, each a stem and a bar with shaded edges."""
     width, height = CAPTION_SIZE
     rows = []
     for y in range(height):
         row = bytearray(width)
-        if 4 <= y % 36 < 30:
-            for letter in range(16, width - 32, 22):
+        if 4 <= y % 36 < 30 and (y >= 36 or number % 2 == 0):
+            for letter in range(16, width - 32, 26):
                 shape = (number * 7919 + letter * 31 + y // 36) % 11
                 if shape == 0:
                     continue  # a gap between words
