@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "subpicture/bitmap_window.h"
-#include "subpicture/spu_timing.h"
+#include "subpicture/subtitle_ticks.h"
 
 namespace quorvelant {
 
@@ -151,19 +151,18 @@ std::vector<HighlightButton> KeptButtons(std::span<const EditedButton> buttons) 
   return kept;
 }
 
-bool SetForced(SubPicturePlay& play, bool forced, std::span<const HighlightPlay> highlights,
-               int framesPerSecond, UserInterface& ui) {
-  const PlaySpan span = SpanOf(play, framesPerSecond);
-  const bool buttonsShow = std::ranges::any_of(highlights, [&](const HighlightPlay& highlight) {
-    const PlaySpan buttons = SpanOf(highlight, framesPerSecond);
-    return !highlight.Buttons.empty() && buttons.Start < span.End && span.Start < buttons.End;
-  });
-  if (!forced && buttonsShow) {
-    TellError(ui, {}, button_text::ForcedNeeded);
-    return false;
+void SaveButtons(Track& track, HighlightPlay& set, std::span<const EditedButton> buttons,
+                 int framesPerSecond) {
+  set.Buttons = KeptButtons(buttons);
+  if (std::ranges::all_of(set.ButtonModes, &std::string::empty)) {
+    set.ButtonModes = {"wide", "letter", "pan"};
   }
-  play.Forced = forced;
-  return true;
+  track.HasHighlights = true;
+  for (SubtitleStream& stream : track.SubStreams) {
+    for (SubPicturePlay& play : stream.SubPlays) {
+      play.Forced = play.Forced || ShowTogether(play, set, framesPerSecond);
+    }
+  }
 }
 
 }  // namespace quorvelant

@@ -17,8 +17,6 @@ namespace button_text {
 inline constexpr std::string_view DeleteTitle = "Delete Button";
 inline constexpr std::string_view DeleteQuestion =
     "Would you like to remove this button? (Any button links will need to be repaired manually!)";
-inline constexpr std::string_view ForcedNeeded =
-    "Subtitles must always be set to Forced when highlight buttons exist";
 }  // namespace button_text
 
 // A button under work: on the disc's 720 columns (`Button.Areas`) and on the screen, per group.
@@ -72,8 +70,9 @@ void RemoveButton(EditedButton& button, UserInterface& ui);
 // The buttons to save: without the removed ones, numbered from 1.
 std::vector<HighlightButton> KeptButtons(std::span<const EditedButton> buttons);
 
-// Sets or clears a subtitle's forced mark. Clearing it is refused, and told, while buttons show in its span.
-bool SetForced(SubPicturePlay& play, bool forced, std::span<const HighlightPlay> highlights,
-               int framesPerSecond, UserInterface& ui);
+// Puts the kept buttons into a set of the track. Its groups get their usual names where none has one, the
+// track is marked, and subtitles that show with the buttons, whose pixels they are, are forced.
+void SaveButtons(Track& track, HighlightPlay& set, std::span<const EditedButton> buttons,
+                 int framesPerSecond);
 
 }  // namespace quorvelant

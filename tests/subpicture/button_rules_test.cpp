@@ -5,6 +5,7 @@
 
 #include "subpicture/auto_route.h"
 #include "subpicture/highlight_groups.h"
+#include "subpicture/subtitle_ticks.h"
 #include "support/recording_ui.h"
 
 namespace quorvelant {
@@ -16,27 +17,13 @@ HighlightArea Area(int x1, int y1, int x2, int y2) {
   return {.X1 = x1, .X2 = x2, .Y1 = y1, .Y2 = y2};
 }
 
-TEST(ButtonGroups, FollowAspectAndDisplaysNotTheWordsAlone) {
-  HighlightPlay usual;
+TEST(ButtonGroups, TakeTheAreaOfTheirNamesPlace) {
   HighlightPlay turned;
   turned.ButtonModes = {"Pan", "wide", "LETTER"};
-  const struct {
-    const HighlightPlay* Play;
-    const char* Aspect;
-    const char* Mode;
-    std::vector<ButtonGroup> Expected;
-  } cases[] = {
-      {&usual, "4:3", "Both PanScan and LetterBox", {{0, 0}}},
-      {&usual, "16:9", "Not Specified", {{1, 0}}},
-      {&usual, "16:9", "Only LetterBox", {{1, 0}, {2, 1}}},
-      {&usual, "16:9", "Only PanScan", {{1, 0}, {4, 2}}},
-      {&usual, "16:9", "Both PanScan and LetterBox", {{1, 0}, {2, 1}, {4, 2}}},
-      {&turned, "16:9", "Both PanScan and LetterBox", {{1, 1}, {2, 2}, {4, 0}}},
-      {&turned, "4:3", "", {{0, 1}}},
-  };
-  for (const auto& test : cases) {
-    EXPECT_EQ(ButtonGroupsOf(*test.Play, test.Aspect, test.Mode), test.Expected) << test.Aspect << test.Mode;
-  }
+  EXPECT_THAT(ButtonGroupsOf(turned, "16:9", "Both PanScan and LetterBox"),
+              ElementsAre(ButtonGroup{1, 1}, ButtonGroup{2, 2}, ButtonGroup{4, 0}));
+  EXPECT_THAT(ButtonGroupsOf(turned, "16:9", "Not Specified"), ElementsAre(ButtonGroup{1, 1}));
+  EXPECT_THAT(ButtonGroupsOf(turned, "4:3", ""), ElementsAre(ButtonGroup{0, 1}));
 }
 
 TEST(ButtonRules, ColumnsOfScreenAndDisc) {
@@ -138,23 +125,42 @@ TEST(ButtonRules, LinksAndRemovals) {
             "Would you like to remove this button? (Any button links will need to be repaired manually!)");
 }
 
-TEST(ButtonRules, ForcedCannotBeClearedUnderButtons) {
-  HighlightPlay highlight;
-  highlight.StartTimeToVideo = "00:00:10:00";
-  highlight.Duration = "00:00:10:00";
-  highlight.Buttons.resize(1);
-  SubPicturePlay play;
-  play.Start = "00:00:19:24";
-  play.Duration = "00:00:01:00";
-  play.Forced = true;
+TEST(ButtonRules, SubtitlesUnderButtonsAreForcedAndStaySo) {
+  Track track;
+  track.HighlightPlays.resize(1);
+  HighlightPlay& set = track.HighlightPlays[0];
+  set.StartTimeToVideo = set.Duration = "00:00:10:00";
+  track.SubStreams.resize(1);
+  track.SubStreams[0].SubPlays.resize(2);
+  SubPicturePlay& under = track.SubStreams[0].SubPlays[0];
+  under.Start = "00:00:19:24";
+  under.Duration = "00:00:01:00";
+  SubPicturePlay& behind = track.SubStreams[0].SubPlays[1];
+  behind.Start = "00:00:20:00";
+  behind.Duration = "00:00:01:00";
+  std::vector<EditedButton> buttons = Three();
+  buttons[0].Removed = true;
+  SaveButtons(track, set, buttons, 25);
+  EXPECT_TRUE(track.HasHighlights);
+  EXPECT_THAT(set.ButtonModes, ElementsAre("wide", "letter", "pan"));
+  EXPECT_EQ(set.Buttons.size(), 2U);
+  EXPECT_TRUE(under.Forced);
+  EXPECT_FALSE(behind.Forced);
   RecordingUi ui;
-  EXPECT_FALSE(SetForced(play, false, {&highlight, 1}, 25, ui));
-  EXPECT_TRUE(play.Forced);
+  EXPECT_FALSE(SetForced(under, false, track.HighlightPlays, 25, ui));
+  EXPECT_TRUE(under.Forced);
   ASSERT_EQ(ui.Messages.size(), 1U);
   EXPECT_EQ(ui.Messages[0].Text, "Subtitles must always be set to Forced when highlight buttons exist");
-  play.Start = "00:00:20:00";
-  EXPECT_TRUE(SetForced(play, false, {&highlight, 1}, 25, ui));
-  EXPECT_FALSE(play.Forced);
+  EXPECT_TRUE(SetForced(behind, true, track.HighlightPlays, 25, ui));
+  EXPECT_TRUE(SetForced(behind, false, track.HighlightPlays, 25, ui));
+
+  behind.File = "gone.bmp";
+  EXPECT_FALSE(KeepIfBitmapExists(behind, "/nowhere", ui));
+  EXPECT_FALSE(behind.Used);
+  EXPECT_EQ(ui.Messages.back().Text, "Requested Bitmap does not exist - deselecting this SPU");
+  under.File = __FILE__;
+  EXPECT_TRUE(KeepIfBitmapExists(under, "", ui));
+  EXPECT_TRUE(under.Used);
 }
 
 }  // namespace
