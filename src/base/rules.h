@@ -36,6 +36,9 @@ struct Rules {
   // mux. A button set starts in the VOBU in which its time begins; traditionally in the first VOBU
   // that starts within it.
   bool ButtonsStartInTheirVobu = false;
+  // mux. The first VOBU of a cell names its buttons as new, since a jump may lead there and a player would
+  // have none; traditionally only the first of the set does.
+  bool ButtonsAnewInEachCell = false;
   // mux. Buttons in a cell that holds by a still time never expire; traditionally only in still tracks.
   bool ButtonsOutlastStillTime = false;
   // mux. A navigation pack alone at a cell's end is followed by one sector of padding, since players
@@ -80,6 +83,7 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .AudioSyncLeavesVobu = true,
                                       .AudioBetweenUnitPacks = true,
                                       .ButtonsStartInTheirVobu = true,
+                                      .ButtonsAnewInEachCell = true,
                                       .ButtonsOutlastStillTime = true,
                                       .PadLoneNavPack = true,
                                       .JoinShortHoldRest = true,

@@ -147,8 +147,8 @@ std::optional<ShownHighlight> FindHighlight(const NavSource& source, std::size_t
     return std::nullopt;
   }
   ShownHighlight shown{.Set = here.Set, .EndTicks = EndTicksOf(source, here.EndPts)};
-  // A jump may lead to the head of a cell, where the player has no buttons yet.
-  if (index > 0 && source.Records[index - 1].CellId == record.CellId) {
+  const bool cellBegins = index > 0 && source.Records[index - 1].CellId != record.CellId;
+  if (index > 0 && !(cellBegins && source.Rules.ButtonsAnewInEachCell)) {
     shown.Repeated = SetOf(source, source.Records[index - 1]).Set == here.Set;
   }
   return shown;

@@ -20,7 +20,7 @@ MuxHighlight TimeHighlight(const HighlightPlay& play, const FrameTiming& timing)
 // The set that the VOBU of record `index` shows, and whether it is the one the player has already.
 struct ShownHighlight {
   const MuxHighlight* Set = nullptr;
-  bool Repeated = false;       // the VOBU before, in the same cell, shows it too
+  bool Repeated = false;       // the player has it from the VOBU before
   std::uint32_t EndTicks = 0;  // EndlessHighlight where it never expires
 };
 inline constexpr std::uint32_t EndlessHighlight = 0xFFFFFFFF;
