@@ -56,7 +56,9 @@ void AddStillCommand(CLI::App& program, CommandContext& context) {
   const auto options = std::make_shared<StillOptions>();
   CLI::App* command =
       program.add_subcommand("still", "Turns a picture of a disc's size into a stream of one video picture");
-  command->add_option("input", options->Input, "Picture: 720x576, 720x480, 360x288 or 360x240")
+  command
+      ->add_option("input", options->Input,
+                   "Picture (BMP, PNG, JPEG) of 720x576, 720x480, 360x288 or 360x240")
       ->required()
       ->type_name("IN.bmp");
   command->add_option("output", options->Output, "Video stream to write")->required()->type_name("OUT.m2v");

@@ -3,12 +3,19 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <ostream>
+#include <span>
 #include <string>
+#include <string_view>
+#include <system_error>
 
+#include "base/random.h"
 #include "base/rules.h"
+#include "base/text.h"
+#include "model/cls_dvd.h"
 #include "model/new_track.h"
 #include "project/script_reader.h"
 #include "project/script_writer.h"
@@ -27,11 +34,15 @@ constexpr std::string_view OtherDialect =
 constexpr std::string_view LinesWouldBeLost =
     "{} lines of this script are not understood and would be lost: name another file to write with --output";
 
+constexpr std::string_view NoLanguage = "{} is no language: its English name is expected, or its two letters";
+constexpr std::string_view BitmapsMissing = "{} of the bitmaps do not exist, the first of them here";
+
 struct SubtitlesOptions {
   std::string Project;
   std::string Script;
   std::string Track;
   std::size_t Stream = 0;  // from 1; 0 for a new one
+  std::string Language;    // empty: as it is, English for a new stream
   bool SubRip = false;
   std::string RuleSet = "players";
   std::string Output;
@@ -46,6 +57,37 @@ std::optional<std::size_t> FindTrack(const Project& project, const std::string& 
     }
   }
   return std::nullopt;
+}
+
+// The name of the language with that name or two-letter code, in any case; empty for none.
+std::string_view LanguageNamed(std::string_view text) {
+  const auto names = CLsDVD::LanguageArray();
+  for (std::size_t row = 0; row < names.size(); ++row) {
+    if (EqualNoCase(names[row], text) || EqualNoCase(CLsDVD::SpareLanguage(row), text)) {
+      return names[row];
+    }
+  }
+  return {};
+}
+
+std::string LanguageFault(const std::string& text) {
+  return LanguageNamed(text).empty() ? fmt::format(fmt::runtime(NoLanguage), text) : std::string();
+}
+
+// A script made elsewhere often names a folder of another machine.
+void WarnOfMissingBitmaps(const Project& project, std::span<const SubPicturePlay> added, UserInterface& ui) {
+  std::size_t missing = 0;
+  std::string first;
+  for (const SubPicturePlay& play : added) {
+    const std::string path = SystemPath(play.File, project.SourceFolder());
+    std::error_code error;
+    if (!std::filesystem::exists(path, error)) {
+      first = missing++ == 0 ? path : first;
+    }
+  }
+  if (missing > 0) {
+    TellWarning(ui, Title, fmt::format(fmt::runtime(BitmapsMissing), missing), first);
+  }
 }
 
 // The index of the stream to fill; a new one where none is named.
@@ -98,18 +140,23 @@ int Run(const SubtitlesOptions& options, CommandContext& context) {
   if (!streamIndex) {
     return ExitFailed;
   }
-  const SubtitleStream& stream = track.SubStreams[*streamIndex];
+  SubtitleStream& stream = track.SubStreams[*streamIndex];
+  if (!options.Language.empty()) {
+    stream.Language = LanguageNamed(options.Language);
+  }
   const std::size_t before = stream.SubPlays.size();
   const bool ripped = options.SubRip || context.Options.Subrip;
   if (!ImportSubtitleScript(project, *trackIndex, *streamIndex, options.Script, ripped, rules, ui)) {
     return ExitFailed;
   }
+  WarnOfMissingBitmaps(project, std::span(stream.SubPlays).subspan(before), ui);
   const std::string& output = options.Output.empty() ? options.Project : options.Output;
   if (!SaveData(project, output, ui)) {
     return ExitFailed;
   }
-  context.Out << fmt::format("{} subtitles added to {} of {}, written to {}\n",
-                             stream.SubPlays.size() - before, stream.StreamName, track.TrackName, output);
+  context.Out << fmt::format("{} subtitles added to {} ({}) of {}, written to {}\n",
+                             stream.SubPlays.size() - before, stream.StreamName, stream.Language,
+                             track.TrackName, output);
   return ExitDone;
 }
 
@@ -128,6 +175,9 @@ void AddSubtitlesCommand(CLI::App& program, CommandContext& context) {
       ->add_option("--stream", options->Stream, "Subtitle stream of the track, from 1 (default: a new one)")
       ->check(CLI::Range(1, 32))
       ->type_name("M");
+  command->add_option("--language", options->Language, "Language, as German or de (default: English)")
+      ->check(LanguageFault, "", "language")
+      ->type_name("NAME");
   command->add_flag("--subrip", options->SubRip,
                     "The script was made by SubRip: times 7 frames early, colours from 0");
   command

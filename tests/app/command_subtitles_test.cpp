@@ -54,7 +54,10 @@ struct CommandSubtitles : testing::Test {
 
 TEST_F(CommandSubtitles, WritesTheProjectBackWithANewStreamAndThePalette) {
   ASSERT_EQ(Run({project, script, "--track", "Film"}), ExitDone);
-  EXPECT_EQ(out.str(), "2 subtitles added to Subtitle Stream 1 of Film, written to " + project + "\n");
+  EXPECT_EQ(out.str(),
+            "2 subtitles added to Subtitle Stream 1 (English) of Film, written to " + project + "\n");
+  EXPECT_EQ(ui.Messages.back().Text, "2 of the bitmaps do not exist, the first of them here");
+  EXPECT_EQ(ui.Messages.back().Place, folder / "subs/a.bmp");
   Project loaded = Load(project);
   ASSERT_EQ(loaded.Tracks[0].SubStreams.size(), 1U);
   const SubtitleStream& stream = loaded.Tracks[0].SubStreams[0];
@@ -66,13 +69,14 @@ TEST_F(CommandSubtitles, WritesTheProjectBackWithANewStreamAndThePalette) {
   EXPECT_TRUE(std::ranges::any_of(
       loaded.Palettes, [](const Palette_P& palette) { return palette.PaletteColors[0] == 0x030201; }));
 
-  ASSERT_EQ(Run({project, script, "--track", "1", "--stream", "1", "--subrip", "--rules", "classic", "-o",
-                 folder / "other.qvp"}),
+  ASSERT_EQ(Run({project, script, "--track", "1", "--stream", "1", "--subrip", "--rules", "classic",
+                 "--language", "DE", "-o", folder / "other.qvp"}),
             ExitDone);
   loaded = Load(folder / "other.qvp");
   ASSERT_EQ(loaded.Tracks[0].SubStreams[0].SubPlays.size(), 4U);
   EXPECT_EQ(loaded.Tracks[0].SubStreams[0].SubPlays[2].Start, "00:00:00:23");
   EXPECT_FALSE(loaded.Tracks[0].SubStreams[0].SubPlays[2].Forced);
+  EXPECT_EQ(loaded.Tracks[0].SubStreams[0].Language, "German");
   EXPECT_EQ(Load(project).Tracks[0].SubStreams[0].SubPlays.size(), 2U);
 }
 
@@ -98,6 +102,7 @@ TEST_F(CommandSubtitles, RefusesWithoutTouchingTheProject) {
     EXPECT_THAT(ui.Messages.back().Text, HasSubstr(test.Told));
   }
   EXPECT_EQ(Run({project, script}), ExitUsage);
+  EXPECT_EQ(Run({project, script, "--track", "1", "--language", "Klingon"}), ExitUsage);
   EXPECT_EQ(TempFolder::Read(project), before);
 }
 
