@@ -3,11 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <string_view>
-
-#include "base/bmp.h"
-#include "support/temp_folder.h"
-
 namespace quorvelant {
 namespace {
 
@@ -200,30 +195,6 @@ TEST(BuildSPU, FormsWithoutStopForcedAndOdd) {
   EXPECT_EQ(filled.size(), 4U + 5 + 24 + 1);
   EXPECT_EQ(GetBytes(filled, 0, 2), filled.size());
   EXPECT_EQ(filled.back(), 0xFF);
-}
-
-TEST(MakeUnit, RefusesWhatNoPlayerTakesAndNamesTheBitmap) {
-  const TempFolder folder;
-  Picture noise(720, 576);
-  for (int i = 0; i < 720 * 576; ++i) {
-    noise.Set(i % 720, i / 720, i % 2 == 0 ? 0xFFFFFF : 0x808080);
-  }
-  const Bytes file = WriteBmp(noise);
-  SPURecord record = RecordWith(0, false);
-  record.File = folder.Write("noise.bmp", {reinterpret_cast<const char*>(file.data()), file.size()});
-  BmpLoader loader;
-  const auto refusal = [&] {
-    try {
-      MakeUnit(record, LoadSPUBitmap(loader, record, false, Rules::Players));
-    } catch (const SubpictureError& error) {
-      return std::string(error.what());
-    }
-    return std::string();
-  };
-  // 576 rows of 719 codes of 4 bits and one of 16, 28 bytes of the unit's own.
-  EXPECT_THAT(refusal(), testing::HasSubstr("noise.bmp: the bitmap makes a subtitle of 208540 bytes"));
-  record.X1 = 720;
-  EXPECT_THAT(refusal(), testing::HasSubstr("noise.bmp: no line of this subtitle's bitmap lies within"));
 }
 
 }  // namespace
