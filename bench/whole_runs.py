@@ -70,7 +70,7 @@ def make_chunks(work):
         run(*quiet, "-f", "lavfi", "-i", f"testsrc2=s=720x576:r=25:d={CHUNK_SECONDS}",
             "-vf", "noise=alls=40:allf=t", "-c:v", "mpeg2video", "-g", "12", "-bf", "2", "-flags", "+cgop",
             "-sc_threshold", "1000000000", "-b:v", "6500k", "-minrate", "6500k", "-maxrate", "6500k",
-            "-bufsize", "1835k", "-f", "mpeg2video", video)
+            "-bufsize", "1835k", "-aspect", "4:3", "-f", "mpeg2video", video)
         run(*quiet, "-f", "lavfi", "-i", f"sine=f=440:r=48000:d={CHUNK_SECONDS}", "-ac", "2", "-c:a", "ac3",
             "-b:a", "448k", "-f", "ac3", sound)
         data = video.read_bytes()
