@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <type_traits>
 #include <vector>
 
 #include "base/text.h"
@@ -54,41 +53,6 @@ std::string_view FileName(std::string_view path) {
 
 std::string PlayText(std::string_view what, const std::string& file, std::size_t number) {
   return file.empty() ? fmt::format("{} {} {}", what, number, EmptyMark) : std::string(FileName(file));
-}
-
-template <class Disc>
-auto* EntryOf(Disc& disc, std::string_view key) {
-  return disc.Item(static_cast<std::size_t>(TitleSetEntry(key)));
-}
-template <class Disc>
-auto* LanguageOf(Disc& disc, std::string_view key) {
-  auto* entry = EntryOf(disc, key);
-  return entry == nullptr ? nullptr : entry->Lang.Item(static_cast<std::size_t>(LanguageNumber(key)));
-}
-template <class Disc>
-auto* TitleOf(Disc& disc, std::string_view key) {
-  auto* entry = EntryOf(disc, key);
-  return entry == nullptr ? nullptr : entry->Title.Item(static_cast<std::size_t>(TitleNumber(key)));
-}
-template <class Disc>
-auto* PgcOf(Disc& disc, std::string_view key) {
-  const auto number = static_cast<std::size_t>(PgcNumber(key));
-  if (InTitleDomain(key)) {
-    auto* title = TitleOf(disc, key);
-    return title == nullptr ? nullptr : title->PGC.Item(number);
-  }
-  auto* language = LanguageOf(disc, key);
-  return language == nullptr ? nullptr : language->PGC.Item(number);
-}
-template <class Disc>
-auto* ProgramOf(Disc& disc, std::string_view key) {
-  auto* pgc = PgcOf(disc, key);
-  return pgc == nullptr ? nullptr : pgc->PG.Item(static_cast<std::size_t>(ProgramNumber(key)));
-}
-template <class Disc>
-auto* CellOf(Disc& disc, std::string_view key) {
-  auto* program = ProgramOf(disc, key);
-  return program == nullptr ? nullptr : program->Cell.Item(static_cast<std::size_t>(CellNumber(key)));
 }
 
 // What may follow "Track.N.", each with the word ahead of its number.
@@ -177,40 +141,32 @@ std::string HighlightKey(std::string_view parent, int number) {
 }
 
 VTS_P* FindEntry(MyDVD& disc, std::string_view key) {
-  return EntryOf(disc, key);
-}
-const VTS_P* FindEntry(const MyDVD& disc, std::string_view key) {
-  return EntryOf(disc, key);
+  return disc.Item(static_cast<std::size_t>(TitleSetEntry(key)));
 }
 Lang_P* FindLanguage(MyDVD& disc, std::string_view key) {
-  return LanguageOf(disc, key);
-}
-const Lang_P* FindLanguage(const MyDVD& disc, std::string_view key) {
-  return LanguageOf(disc, key);
+  VTS_P* entry = FindEntry(disc, key);
+  return entry == nullptr ? nullptr : entry->Lang.Item(static_cast<std::size_t>(LanguageNumber(key)));
 }
 Title_P* FindTitle(MyDVD& disc, std::string_view key) {
-  return TitleOf(disc, key);
-}
-const Title_P* FindTitle(const MyDVD& disc, std::string_view key) {
-  return TitleOf(disc, key);
+  VTS_P* entry = FindEntry(disc, key);
+  return entry == nullptr ? nullptr : entry->Title.Item(static_cast<std::size_t>(TitleNumber(key)));
 }
 PGC_P* FindPgc(MyDVD& disc, std::string_view key) {
-  return PgcOf(disc, key);
-}
-const PGC_P* FindPgc(const MyDVD& disc, std::string_view key) {
-  return PgcOf(disc, key);
+  const auto number = static_cast<std::size_t>(PgcNumber(key));
+  if (InTitleDomain(key)) {
+    Title_P* title = FindTitle(disc, key);
+    return title == nullptr ? nullptr : title->PGC.Item(number);
+  }
+  Lang_P* language = FindLanguage(disc, key);
+  return language == nullptr ? nullptr : language->PGC.Item(number);
 }
 PG_P* FindProgram(MyDVD& disc, std::string_view key) {
-  return ProgramOf(disc, key);
-}
-const PG_P* FindProgram(const MyDVD& disc, std::string_view key) {
-  return ProgramOf(disc, key);
+  PGC_P* pgc = FindPgc(disc, key);
+  return pgc == nullptr ? nullptr : pgc->PG.Item(static_cast<std::size_t>(ProgramNumber(key)));
 }
 Cell_P* FindCell(MyDVD& disc, std::string_view key) {
-  return CellOf(disc, key);
-}
-const Cell_P* FindCell(const MyDVD& disc, std::string_view key) {
-  return CellOf(disc, key);
+  PG_P* program = FindProgram(disc, key);
+  return program == nullptr ? nullptr : program->Cell.Item(static_cast<std::size_t>(CellNumber(key)));
 }
 
 std::string EntryName(int entry) {
