@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "base/passing_ui.h"
 #include "base/rules.h"
 #include "model/project.h"
 #include "project/script_reader.h"
@@ -115,27 +116,16 @@ bool Print(const std::vector<CommandLineResult>& results, const CommandOptions& 
 
 // Hears the load of a project that is wanted for its names alone: failures pass, the words of its stages and
 // the faults of its own commands do not.
-class NamesOnlyUi : public UserInterface {
+class NamesOnlyUi : public PassingUi {
  public:
-  explicit NamesOnlyUi(UserInterface& ui) : ui_(ui) {}
+  using PassingUi::PassingUi;
   void Tell(const Message& message) override {
     if (message.Title != CommandErrorTitle) {
-      ui_.Tell(message);
+      PassingUi::Tell(message);
     }
   }
-  bool Ask(std::string_view title, std::string_view text, bool unattended) override {
-    return ui_.Ask(title, text, unattended);
-  }
-  std::optional<std::string> AskText(std::string_view title, std::string_view text,
-                                     std::string_view proposal) override {
-    return ui_.AskText(title, text, proposal);
-  }
-  void Status(std::string_view) override {}
-  void Progress(double, double) override {}
-  bool StopRequested() override { return ui_.StopRequested(); }
-
- private:
-  UserInterface& ui_;
+  void Status(std::string_view /*words*/) override {}
+  void Progress(double /*done*/, double /*total*/) override {}
 };
 
 int Run(const CommandOptions& options, CommandContext& context) {

@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "base/passing_ui.h"
 #include "base/rules.h"
-#include "base/user_interface.h"
 #include "model/project.h"
 #include "project/script_reader.h"
 
@@ -12,24 +12,10 @@ namespace quorvelant {
 
 // Passes status, progress and the wish to stop on and keeps boxes back: for a command that tells everything
 // itself when the work is done.
-class SilentBoxes : public UserInterface {
+class SilentBoxes : public PassingUi {
  public:
-  explicit SilentBoxes(UserInterface& ui) : ui_(ui) {}
-
+  using PassingUi::PassingUi;
   void Tell(const Message& /*message*/) override {}
-  bool Ask(std::string_view title, std::string_view text, bool unattended) override {
-    return ui_.Ask(title, text, unattended);
-  }
-  std::optional<std::string> AskText(std::string_view title, std::string_view text,
-                                     std::string_view proposal) override {
-    return ui_.AskText(title, text, proposal);
-  }
-  void Status(std::string_view words) override { ui_.Status(words); }
-  void Progress(double done, double total) override { ui_.Progress(done, total); }
-  bool StopRequested() override { return ui_.StopRequested(); }
-
- private:
-  UserInterface& ui_;
 };
 
 // Loads a script with a look at the first file of each track and stream.

@@ -36,33 +36,28 @@ void RunVoice::Tell(const Message& message) {
                     {"text", message.Text},
                     {"place", message.Place}}));
   }
-  ui_->Tell(message);
+  PassingUi::Tell(message);
 }
 
 bool RunVoice::Ask(std::string_view title, std::string_view text, bool unattended) {
-  const bool answer = ui_->Ask(title, text, unattended);
+  const bool answer = PassingUi::Ask(title, text, unattended);
   if (events_) {
     Write(JsonLine({{"event", "question"}, {"title", title}, {"text", text}, {"answer", answer}}));
   }
   return answer;
 }
 
-std::optional<std::string> RunVoice::AskText(std::string_view title, std::string_view text,
-                                             std::string_view proposal) {
-  return ui_->AskText(title, text, proposal);
-}
-
 void RunVoice::Status(std::string_view words) {
   if (events_) {
     Write(JsonLine({{"event", "phase"}, {"text", words}}));
   } else {
-    ui_->Status(words);
+    PassingUi::Status(words);
   }
 }
 
 void RunVoice::Progress(double done, double total) {
   if (!events_) {
-    ui_->Progress(done, total);
+    PassingUi::Progress(done, total);
     return;
   }
   const int percent = total > 0 ? static_cast<int>(100 * done / total) : 0;

@@ -2,27 +2,23 @@
 #pragma once
 
 #include <iosfwd>
-#include <optional>
 #include <string>
 #include <string_view>
 
-#include "base/user_interface.h"
+#include "base/passing_ui.h"
 
 namespace quorvelant {
 
 // With `events`, every status, step of progress (in whole per cents) and message is a JSON object on a line
 // of `out`, and status and progress go nowhere else; messages always reach `ui` too.
-class RunVoice : public UserInterface {
+class RunVoice : public PassingUi {
  public:
-  RunVoice(UserInterface& ui, std::ostream& out, bool events) : ui_(&ui), out_(&out), events_(events) {}
+  RunVoice(UserInterface& ui, std::ostream& out, bool events) : PassingUi(ui), out_(&out), events_(events) {}
 
   void Tell(const Message& message) override;
   bool Ask(std::string_view title, std::string_view text, bool unattended) override;
-  std::optional<std::string> AskText(std::string_view title, std::string_view text,
-                                     std::string_view proposal) override;
   void Status(std::string_view words) override;
   void Progress(double done, double total) override;
-  bool StopRequested() override { return ui_->StopRequested(); }
 
   bool Events() const { return events_; }
   // A line of JSON.
@@ -31,7 +27,6 @@ class RunVoice : public UserInterface {
   int Errors() const { return errors_; }
 
  private:
-  UserInterface* ui_;
   std::ostream* out_;
   bool events_;
   int percent_ = -1;

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "base/file_text.h"
+#include "base/passing_ui.h"
 #include "base/random.h"
 #include "base/text.h"
 #include "base/timecode.h"
@@ -18,32 +19,21 @@ constexpr std::uint64_t MostListBytes = 1'000'000;
 constexpr std::size_t MostRefusalsTold = 20;  // a list for another film must not bury the user
 
 // Adds the line of the list to what is told about it.
-class LineVoice : public UserInterface {
+class LineVoice : public PassingUi {
  public:
-  LineVoice(UserInterface& ui, const std::string& file) : ui_(&ui), file_(&file) {}
+  LineVoice(UserInterface& ui, const std::string& file) : PassingUi(ui), file_(&file) {}
 
   void Tell(const Message& message) override {
     if (told_++ < MostRefusalsTold) {
       Message placed = message;
       placed.Place = fmt::format("{}:{}", *file_, Line);
-      ui_->Tell(placed);
+      PassingUi::Tell(placed);
     }
   }
-  bool Ask(std::string_view title, std::string_view text, bool unattended) override {
-    return ui_->Ask(title, text, unattended);
-  }
-  std::optional<std::string> AskText(std::string_view title, std::string_view text,
-                                     std::string_view proposal) override {
-    return ui_->AskText(title, text, proposal);
-  }
-  void Status(std::string_view words) override { ui_->Status(words); }
-  void Progress(double done, double total) override { ui_->Progress(done, total); }
-  bool StopRequested() override { return ui_->StopRequested(); }
 
   std::size_t Line = 0;
 
  private:
-  UserInterface* ui_;
   const std::string* file_;
   std::size_t told_ = 0;
 };
