@@ -8,6 +8,7 @@
 #include "ifo/pgc_writer.h"
 #include "ifo/table_layout.h"
 #include "model/cls_dvd.h"
+#include "model/menu_kind.h"
 
 namespace quorvelant {
 namespace {
@@ -16,18 +17,6 @@ constexpr std::uint16_t NoLanguage = 0xFFFF;
 // The unit of an entry without menus: one PGC of zeros. Traditionally its end fields point one byte
 // further than other tables' do.
 constexpr std::size_t EmptyPgcBytes = 251;
-
-struct MenuRow {
-  std::string_view Type;
-  MenuKind Kind;
-};
-constexpr std::array<MenuRow, 7> MenuRows{{{"titlemenu", {0x82, 0x80}},
-                                           {"title", {0x82, 0x80}},
-                                           {"root", {0x83, 0x80}},
-                                           {"subpicture", {0x84, 0x40}},
-                                           {"audio", {0x85, 0x20}},
-                                           {"angle", {0x86, 0x10}},
-                                           {"ptt", {0x87, 0x08}}}};
 
 LanguageCode CodeOf(std::string_view language) {
   if (EqualNoCase(language, "Not Specified")) {
@@ -78,17 +67,6 @@ Bytes BuildEmptyUnits() {
 }
 
 }  // namespace
-
-MenuKind MenuKindOf(std::string_view menuType) {
-  constexpr std::string_view Suffix = " menu";
-  const std::string lower = Lower(menuType);
-  std::string_view type = Trim(lower);
-  if (type.ends_with(Suffix)) {
-    type = Trim(type.substr(0, type.size() - Suffix.size()));
-  }
-  const auto* row = std::ranges::find(MenuRows, type, &MenuRow::Type);
-  return row == MenuRows.end() ? MenuKind{} : row->Kind;
-}
 
 Bytes BuildMenuUnits(const EntryRecords& records) {
   const auto languages = Live(records.Entry.Lang);

@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "model/cls_dvd.h"
+#include "model/menu_kind.h"
 #include "project/script_words.h"
 
 namespace quorvelant {
@@ -72,12 +73,7 @@ bool IsDisplayMode(std::string_view value) {
 }
 
 bool IsMenuType(std::string_view value) {
-  constexpr std::string_view Suffix = " menu";
-  const std::string lower = Lower(value);
-  const std::string_view type =
-      std::string_view(lower).substr(0, lower.size() - (lower.ends_with(Suffix) ? Suffix.size() : 0));
-  return IsOneOf(Trim(type),
-                 {"titlemenu", "title", "root", "subpicture", "audio", "angle", "ptt", "none", "no"});
+  return MenuKindOf(value).Category != 0 || IsOneOf(value, {"none", "no", "no menu"});
 }
 
 }  // namespace
