@@ -226,15 +226,11 @@ TEST_F(AudioFiles, WavHeadsOfEveryKind) {
   EXPECT_EQ(ReadWaveFormat(Folder.Write("z.wav", Wave(Chunk("LIST", "abcd") + format)), Ui), WaveFormat{});
 }
 
-TEST_F(AudioFiles, QuickScanOfGeneratedFiles) {
-  const AudioAttributes ac3 = Scan(SampleAc3({.Channels = 6, .Kbps = 448, .Seconds = 3.2}));
-  EXPECT_EQ(ac3.FrameBytes, 1792);
-  EXPECT_EQ(ac3.BitRate, 448);
+TEST_F(AudioFiles, FramesOfWav) {
   const AudioAttributes deep = Scan(SampleWav({.Rate = 96000, .Bits = 24, .Channels = 2, .Seconds = 0.5}));
   EXPECT_EQ(deep.BitRate, 96 * 2 * 24);
   EXPECT_EQ(deep.FrameBytes, 960);
   EXPECT_EQ(deep.Quantisation, 24);
-  EXPECT_GT(deep.DataOffset, 44U);
 }
 
 TEST_F(AudioFiles, WhatIsNotWhatItsNameSays) {

@@ -171,20 +171,26 @@ TEST_F(VideoFiles, StillsAreClassedByHeightAndFilmAsksForPulldown) {
   EXPECT_EQ(Info(film).FrameRate, 23.976);
 }
 
-TEST_F(VideoFiles, AttributesDoNotDependOnWhereABlockEnds) {
+TEST_F(VideoFiles, HeadersAtEveryOffsetAroundABlocksEndAreFoundOnce) {
   for (std::size_t lead = PlainBlockBytes - 60; lead < PlainBlockBytes + 4; ++lead) {
-    const VideoInfo info = Info(StreamBuilder()
-                                    .Raw(Bytes(lead, 0xFF))
-                                    .Sequence({.Height = 480, .FrameRateCode = 4, .DisplayWidth = 540})
-                                    .Group({.Seconds = 7})
-                                    .Picture()
-                                    .Picture()
-                                    .Data());
-    ASSERT_EQ(info.Height, 480) << lead;
-    ASSERT_TRUE(info.PanScan) << lead;
-    ASSERT_EQ(info.Coding, "MPEG2") << lead;
-    ASSERT_EQ(info.GroupTimeCode, "210") << lead;
-    ASSERT_EQ(info.PicturesSeen, 2) << lead;
+    SCOPED_TRACE(lead);
+    const Bytes stream = StreamBuilder()
+                             .Raw(Bytes(lead, 0xFF))
+                             .Sequence({.Height = 480, .FrameRateCode = 4, .DisplayWidth = 540})
+                             .Group({.Seconds = 7})
+                             .Picture({.RepeatFirstField = true})
+                             .Picture({.Type = 'P'})
+                             .Data();
+    const VideoInfo info = Info(stream);
+    ASSERT_EQ(info.Height, 480);
+    ASSERT_TRUE(info.PanScan);
+    ASSERT_EQ(info.Coding, "MPEG2");
+    ASSERT_EQ(info.GroupTimeCode, "210");
+    ASSERT_EQ(info.PicturesSeen, 2);
+    const PictureIndex index = Scan(Folder / "v.m2v", PlainBlockBytes, true);
+    ASSERT_EQ(index.Letters, "IRP");
+    ASSERT_EQ(index.Entries.size(), 1U);
+    ASSERT_EQ(index.Entries[0].Offset, lead);
   }
 }
 
@@ -212,18 +218,13 @@ TEST_F(VideoFiles, IndexOfTwoGops) {
 }
 
 TEST_F(VideoFiles, SingleAndRepeatedPictures) {
-  IndexStore store;
   const Bytes still = StreamBuilder().Sequence().Group().Picture({.TotalBytes = 3000}).SequenceEnd().Data();
-  const std::string file = Folder.Write("still.m2v", Text(still));
-  ASSERT_TRUE(BuildPictureIndex({{file, false}}, "", store, Ui).Complete);
-  EXPECT_EQ(TempFolder::Read(IndexName(file)),
+  EXPECT_EQ(WritePictureIndex(Scan(Folder.Write("s", Text(still)), 0, false)),
             fmt::format("Frame=0;Offset=0;Size={}\r\nTotalFrames=1\r\n", still.size()));
-
   GopPlan film;
   film.Gops = 2;
   film.Pulldown = true;
-  const std::string pulldown = Folder.Write("film.m2v", Text(BuildStream(film)));
-  EXPECT_EQ(Scan(pulldown, 0, true).TotalFrames, 30);
+  EXPECT_EQ(Scan(Folder.Write("f", Text(BuildStream(film))), 0, true).TotalFrames, 30);
 }
 
 TEST_F(VideoFiles, IndexIsReusedWhateverItHoldsUnlessForced) {
@@ -263,29 +264,24 @@ TEST_F(VideoFiles, AnIndexThatCannotBeWrittenIsKeptWithOneMessage) {
 }
 
 TEST_F(VideoFiles, AStoppedOrFailedRunLeavesNoIndex) {
-  const std::string file = Folder.Write("a.m2v", Text(BuildStream({})));
-  IndexStore store;
-  Ui.StopWhen = [] { return true; };
-  EXPECT_FALSE(BuildPictureIndex({{file, false}}, "", store, Ui).Complete);
-  EXPECT_FALSE(std::filesystem::exists(IndexName(file)));
-  Ui.StopWhen = nullptr;
-  Ui.Answers = {false};
-  EXPECT_FALSE(BuildPictureIndex({{Folder / "none", false}, {file, false}}, "", store, Ui).Complete);
-  EXPECT_FALSE(
-      std::filesystem::exists(IndexName(file)));  // the list stops at the first that cannot be opened
-}
-
-TEST_F(VideoFiles, AFileThatShrinksWhileItIsReadIsToldOnce) {
   const std::string file = Folder.Write("a.m2v", Text(BuildStream({.Gops = 30})));
-  IndexStore store;
+  const auto run = [&](const std::vector<IndexSource>& files) {
+    IndexStore store;
+    EXPECT_FALSE(BuildPictureIndex(files, "", store, Ui).Complete);
+    EXPECT_FALSE(std::filesystem::exists(IndexName(file)));
+  };
+  Ui.Answers = {false};
+  run({{Folder / "none"}, {file}});  // the list stops at the first that cannot be opened
+  Ui.StopWhen = [] { return true; };
+  run({{file}});
+  EXPECT_TRUE(Ui.Messages.empty());
   Ui.StopWhen = [&] {
     std::filesystem::resize_file(file, 100000);
     return false;
   };
-  EXPECT_FALSE(BuildPictureIndex({{file, false}}, "", store, Ui).Complete);
+  run({{file}});
   ASSERT_EQ(Ui.Messages.size(), 1U);
   EXPECT_EQ(Ui.Messages[0].Text, "The file '" + file + "' became shorter while it was read.");
-  EXPECT_FALSE(std::filesystem::exists(IndexName(file)));
 }
 
 // An index made by looking at the whole stream at once, one byte after the other.
@@ -339,21 +335,6 @@ TEST_F(VideoFiles, IndexesAreTheSameForEveryBlockSize) {
       ASSERT_EQ(WritePictureIndex(Scan(file, PlainBlockBytes, false)),
                 WritePictureIndex(Scan(file, 0, false)));
     }
-  }
-}
-
-TEST_F(VideoFiles, ACodeAtEveryOffsetAroundABlocksEndIsFoundOnce) {
-  for (std::size_t lead = PlainBlockBytes - 24; lead < PlainBlockBytes + 4; ++lead) {
-    const Bytes stream = StreamBuilder()
-                             .Raw(Bytes(lead, 0xFF))
-                             .Sequence({.Mpeg2 = false})
-                             .Picture({.RepeatFirstField = true})
-                             .Picture({.Type = 'P'})
-                             .Data();
-    const PictureIndex index = Scan(Folder.Write("x", Text(stream)), PlainBlockBytes, true);
-    ASSERT_EQ(index.Letters, "IRP") << lead;
-    ASSERT_EQ(index.Entries.size(), 1U) << lead;
-    ASSERT_EQ(index.Entries[0].Offset, lead);
   }
 }
 
