@@ -10,13 +10,13 @@
 
 #include "analysis/picture_index.h"
 #include "analysis/quick_scan.h"
+#include "base/file_text.h"
 
 namespace quorvelant {
 
 namespace {
 
 constexpr std::string_view IndexTitle = "Index Error";
-constexpr std::string_view NoSuchFile = "there is no such file";
 constexpr std::string_view NoVideo = "it holds no MPEG video to index";
 constexpr std::string_view BitmapText = "a bitmap has no index";
 constexpr std::string_view OlderTitle = "Index Warning";
@@ -44,9 +44,8 @@ std::string_view StateText(IndexState state) {
 
 // Why the file has no index; empty when it can have one.
 std::string_view Refusal(const std::string& file, UserInterface& ui) {
-  std::error_code missing;
-  if (!std::filesystem::is_regular_file(file, missing)) {
-    return NoSuchFile;
+  if (const std::string_view fault = NoPlainFile(file); !fault.empty()) {
+    return fault;
   }
   const auto seen = QuickScanVideo(file, ui);
   if (!seen) {

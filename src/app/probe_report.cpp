@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "analysis/picture_index.h"
+#include "base/file_text.h"
 #include "base/timecode.h"
 
 namespace quorvelant {
@@ -15,7 +16,6 @@ namespace quorvelant {
 namespace {
 
 constexpr std::string_view ProbeTitle = "Probe Error";
-constexpr std::string_view NoSuchFile = "there is no such file";
 constexpr std::string_view OtherName = "its name does not end in \"{}\": sources are taken by their names";
 constexpr std::string_view BadBitmap = "its size is none of 720x576, 360x288, 720x480 and 360x240";
 constexpr std::string_view NotElementary = "it is {}: take the elementary stream out of it first";
@@ -199,9 +199,8 @@ nlohmann::ordered_json AudioJson(const AudioAttributes& audio) {
 }  // namespace
 
 std::optional<ProbeReport> ProbeFile(const std::string& file, const Rules& rules, UserInterface& ui) {
-  std::error_code missing;
-  if (!std::filesystem::is_regular_file(file, missing)) {
-    TellError(ui, ProbeTitle, NoSuchFile, file);
+  if (const std::string_view fault = NoPlainFile(file); !fault.empty()) {
+    TellError(ui, ProbeTitle, fault, file);
     return std::nullopt;
   }
   ProbeReport report;

@@ -63,4 +63,24 @@ std::optional<std::string> ReadWhole(const std::string& path, std::uint64_t most
   return content;
 }
 
+std::string_view NoPlainFile(const std::string& path) {
+  using std::filesystem::file_type;
+  std::error_code failed;
+  switch (std::filesystem::status(path, failed).type()) {
+    case file_type::regular:
+      return {};
+    case file_type::directory:
+      return "it is a folder, not a file";
+    case file_type::fifo:
+    case file_type::socket:
+    case file_type::block:
+    case file_type::character:
+      return "it is a pipe or a device, not a file";
+    case file_type::not_found:
+      return "there is no such file";
+    default:
+      return "it cannot be reached";
+  }
+}
+
 }  // namespace quorvelant

@@ -15,4 +15,7 @@ int WriteAside(const std::string& path, std::string_view content);
 // The bytes of a plain file of at most `mostBytes`; nothing when it is missing, no plain file or larger.
 std::optional<std::string> ReadWhole(const std::string& path, std::uint64_t mostBytes);
 
+// Why `path` is no plain file, as in "it is a folder, not a file"; empty where it is one.
+std::string_view NoPlainFile(const std::string& path);
+
 }  // namespace quorvelant

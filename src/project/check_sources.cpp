@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -12,6 +11,7 @@
 #include "analysis/disc_fit.h"
 #include "analysis/picture_index.h"
 #include "analysis/quick_scan.h"
+#include "base/file_text.h"
 #include "base/text.h"
 #include "model/keys.h"
 #include "subpicture/preflight.h"
@@ -20,7 +20,6 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view NoSuchFile = "'{}': there is no such file";
 constexpr std::string_view NoFileNamed = "the play names no file";
 constexpr std::string_view Because = "'{}': {}";
 constexpr std::string_view NoKnownKind = "its name tells no kind of audio";
@@ -86,13 +85,12 @@ class Checker {
 };
 
 bool Checker::Present(const std::string& file) {
-  std::error_code missing;
   if (file.empty()) {
     Find(Severity::Warning, SourceMissing, std::string(NoFileNamed));
     return false;
   }
-  if (!std::filesystem::is_regular_file(SystemPath(file, folder_), missing)) {
-    Find(Severity::Error, SourceMissing, fmt::format(NoSuchFile, file));
+  if (const std::string_view fault = NoPlainFile(SystemPath(file, folder_)); !fault.empty()) {
+    Find(Severity::Error, SourceMissing, fmt::format(Because, file, fault));
     return false;
   }
   return true;

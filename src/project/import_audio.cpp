@@ -4,6 +4,7 @@
 
 #include "analysis/disc_fit.h"
 #include "analysis/quick_scan.h"
+#include "base/file_text.h"
 #include "base/random.h"
 #include "model/new_track.h"
 #include "project/import_video.h"
@@ -13,7 +14,7 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view NotUsable = "there is no such AC3 or WAV file";
+constexpr std::string_view NoKnownKind = "its name is not that of an AC3 or WAV file";
 
 bool Refuse(UserInterface& ui, std::string_view title, std::string_view text, const std::string& file) {
   TellError(ui, title, text, file);
@@ -68,9 +69,12 @@ bool ImportAudio(Project& project, std::size_t trackIndex, std::size_t stream, s
     return false;
   }
   AudioStream& target = track.AudioStreams[stream];
-  const auto audio = QuickScanAudio(SystemPath(file, project.SourceFolder()), {}, rules, ui);
+  const std::string path = SystemPath(file, project.SourceFolder());
+  const auto audio = QuickScanAudio(path, {}, rules, ui);
   if (!audio || !audio->Problem.empty()) {
-    const std::string_view why = audio ? std::string_view(audio->Problem) : NotUsable;
+    const std::string_view fault = NoPlainFile(path);
+    const std::string_view unknown = fault.empty() ? NoKnownKind : fault;
+    const std::string_view why = audio ? std::string_view(audio->Problem) : unknown;
     return Refuse(ui, ImportErrorTitle, fmt::format(UnusableText, file, why), file);
   }
   if (audio->SampleRate != 48 && audio->SampleRate != 96) {

@@ -8,6 +8,7 @@
 #include "analysis/bitmap_size.h"
 #include "analysis/disc_fit.h"
 #include "analysis/quick_scan.h"
+#include "base/file_text.h"
 #include "base/timecode.h"
 #include "model/new_track.h"
 #include "project/chapter_analysis.h"
@@ -16,7 +17,6 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view NoFile = "there is no such file";
 constexpr std::string_view ProgramStream =
     "it is a program stream; take the elementary video stream out of it first";
 constexpr std::string_view TransportStream =
@@ -73,9 +73,8 @@ bool AcceptStream(const VideoAttributes& seen, bool wantStill, const std::string
 std::optional<VideoAttributes> Accept(const Track& track, const std::string& path, const std::string& file,
                                       UserInterface& ui) {
   const bool wantStill = track.TrackType != "Motion";
-  std::error_code missing;
-  if (!std::filesystem::is_regular_file(path, missing)) {
-    Unusable(ui, file, NoFile);
+  if (const std::string_view fault = NoPlainFile(path); !fault.empty()) {
+    Unusable(ui, file, fault);
     return std::nullopt;
   }
   const auto bitmap = ReadBitmapSize(path);

@@ -1,23 +1,11 @@
 #include "project/source_scanner.h"
 
-#include <filesystem>
-
 #include "analysis/quick_scan.h"
 
 namespace quorvelant {
 
-namespace {
-
-// A folder or a pipe is no source, and opening one may never end.
-bool IsFile(const std::string& path) {
-  std::error_code failed;
-  return std::filesystem::is_regular_file(path, failed);
-}
-
-}  // namespace
-
 std::optional<VideoTraits> FileScanner::Video(const std::string& path) const {
-  const auto seen = IsFile(path) ? QuickScanVideo(path, *ui_) : std::nullopt;
+  const auto seen = QuickScanVideo(path, *ui_);
   if (!seen) {
     return std::nullopt;
   }
@@ -25,7 +13,7 @@ std::optional<VideoTraits> FileScanner::Video(const std::string& path) const {
 }
 
 std::optional<AudioTraits> FileScanner::Audio(const std::string& path, std::string_view format) const {
-  const auto seen = IsFile(path) ? QuickScanAudio(path, format, rules_, *ui_) : std::nullopt;
+  const auto seen = QuickScanAudio(path, format, rules_, *ui_);
   if (!seen) {
     return std::nullopt;
   }

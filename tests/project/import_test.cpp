@@ -142,7 +142,8 @@ TEST_F(Imports, VideoRefusals) {
   EXPECT_TRUE(Ui.Messages.empty());
   NewTrack("Motion");
   EXPECT_FALSE(ImportVideo(Disc, Disc.Tracks.Count() - 1, 0, Folder.Path().string(), Options, Store, Ui));
-  ExpectTold("Import Error", "'" + Folder.Path().string() + "' can't be imported: there is no such file");
+  ExpectTold("Import Error",
+             "'" + Folder.Path().string() + "' can't be imported: it is a folder, not a file");
 }
 
 TEST_F(Imports, AVideoFillsItsTrackAndTheNextMustBeLikeIt) {
@@ -209,7 +210,7 @@ TEST_F(Imports, AudioRefusalsAndQuestions) {
        "'" + path + "j.ac3' can't be imported: it is Enhanced AC3, which players don't read", false},
       {"k.wav", "RIFF", "Import Error", "'" + path + "k.wav' can't be imported: it is no WAV file", false},
       {"l.mp2", Frame(0x14), "Import Error",
-       "'" + path + "l.mp2' can't be imported: there is no such AC3 or WAV file", false},
+       "'" + path + "l.mp2' can't be imported: its name is not that of an AC3 or WAV file", false},
   };
   for (const Case& given : cases) {
     for (const bool answer : {false, true}) {
