@@ -1,6 +1,5 @@
 #include "mux/decode_schedule.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string_view>
@@ -8,8 +7,6 @@
 
 namespace quorvelant {
 namespace {
-
-using testing::ElementsAre;
 
 // "I2 B0 b1 ...": type, temporal reference; a small letter is a field picture, '*' repeats a field.
 std::vector<CodedPicture> Pictures(std::string_view text) {
@@ -29,8 +26,8 @@ std::vector<CodedPicture> Pictures(std::string_view text) {
   return pictures;
 }
 
-std::vector<TimeStamps> Schedule(std::string_view text, const FrameTiming& timing) {
-  const std::vector<CodedPicture> pictures = Pictures(text);
+// Relative to the start, where the first picture shown is shown.
+std::vector<TimeStamps> Schedule(const std::vector<CodedPicture>& pictures, const FrameTiming& timing) {
   DecodeSchedule schedule(timing);
   std::vector<TimeStamps> times;
   for (std::size_t i = 0; i < pictures.size(); ++i) {
@@ -42,29 +39,37 @@ std::vector<TimeStamps> Schedule(std::string_view text, const FrameTiming& timin
   return times;
 }
 
-TEST(DecodeSchedule, FirstPictureShownIsShownAtTheStart) {
-  // Relative to the start: an open GOP's I picture is decoded a frame ahead, shown behind its B pictures.
-  EXPECT_THAT(Schedule("I2 B0 B1 P5 B3 B4", PalTiming),
-              ElementsAre(TimeStamps{7200, -3600}, TimeStamps{0, 0}, TimeStamps{3600, 3600},
-                          TimeStamps{18000, 7200}, TimeStamps{10800, 10800}, TimeStamps{14400, 14400}));
-  EXPECT_THAT(Schedule("I0 P3 B1 B2 I4", PalTiming),
-              ElementsAre(TimeStamps{0, -3600}, TimeStamps{10800, 0}, TimeStamps{3600, 3600},
-                          TimeStamps{7200, 7200}, TimeStamps{14400, 10800}));
-}
-
-TEST(DecodeSchedule, RepeatedFieldsCountForTheWholePulldown) {
-  // Shown: I0 for 3 fields, B1 for 2, B2 for 3, P3 for 2, ... each field 1501.5 ticks.
-  EXPECT_THAT(
-      Schedule("I0* P3 B1 B2* P6* B4* B5", NtscTiming),
-      ElementsAre(TimeStamps{0, -3003}, TimeStamps{12012, 0}, TimeStamps{4504, 4504}, TimeStamps{7507, 7507},
-                  TimeStamps{22522, 12012}, TimeStamps{15015, 15015}, TimeStamps{19519, 19519}));
-}
-
-TEST(DecodeSchedule, FieldPairsLastOneFrame) {
-  EXPECT_THAT(Schedule("i0 p0 p3 p3 b1 b1 B2 I4", NtscTiming),
-              ElementsAre(TimeStamps{0, -3003}, TimeStamps{1501, -1502}, TimeStamps{9009, 0},
-                          TimeStamps{10510, 1501}, TimeStamps{3003, 3003}, TimeStamps{4504, 4504},
-                          TimeStamps{6006, 6006}, TimeStamps{12012, 9009}));
+TEST(DecodeSchedule, PicturesAreDecodedInTurnAndShownInOrder) {
+  struct Case {
+    const char* Pictures;
+    FrameTiming Timing;
+    std::vector<TimeStamps> Times;  // shown, decoded
+  };
+  const Case cases[] = {
+      // An open GOP's I picture is decoded a frame ahead and shown behind its B pictures.
+      {"I2 B0 B1 P5 B3 B4",
+       PalTiming,
+       {{7200, -3600}, {0, 0}, {3600, 3600}, {18000, 7200}, {10800, 10800}, {14400, 14400}}},
+      {"I0 P3 B1 B2 I4", PalTiming, {{0, -3600}, {10800, 0}, {3600, 3600}, {7200, 7200}, {14400, 10800}}},
+      // Pulldown: I0 for 3 fields, B1 for 2, B2 for 3, P3 for 2, ... each field 1501.5 ticks.
+      {"I0* P3 B1 B2* P6* B4* B5",
+       NtscTiming,
+       {{0, -3003}, {12012, 0}, {4504, 4504}, {7507, 7507}, {22522, 12012}, {15015, 15015}, {19519, 19519}}},
+      // Field pairs last one frame.
+      {"i0 p0 p3 p3 b1 b1 B2 I4",
+       NtscTiming,
+       {{0, -3003},
+        {1501, -1502},
+        {9009, 0},
+        {10510, 1501},
+        {3003, 3003},
+        {4504, 4504},
+        {6006, 6006},
+        {12012, 9009}}},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(Schedule(Pictures(c.Pictures), c.Timing), c.Times) << c.Pictures;
+  }
 }
 
 TEST(DecodeSchedule, NtscStampsMoveToTheNearestWholeNumberOfFields) {

@@ -2,9 +2,6 @@
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-
-#include <csignal>
 
 #include "mux_run.h"
 #include "subtitled_track.h"
@@ -198,23 +195,6 @@ TEST(MuxFailures, StopIsObeyedAtEverySector) {
       ASSERT_FALSE(run.Files.IsOpen(slot)) << slot;
     }
   }
-}
-
-TEST(MuxFailures, AFullDiskIsOneErrorThatNamesTheFile) {
-  const TempFolder folder;
-  const MuxInput input = TrackOf(folder, BuildStream({.Gops = 20}));
-  rlimit former{};
-  getrlimit(RLIMIT_FSIZE, &former);
-  const rlimit small{1 << 20, former.rlim_max};
-  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-  setrlimit(RLIMIT_FSIZE, &small);
-  MuxRun run;
-  const MuxOutcome outcome = run.Mux(input);
-  setrlimit(RLIMIT_FSIZE, &former);
-  std::signal(SIGXFSZ, handler);
-  EXPECT_EQ(outcome, MuxOutcome::Failed);
-  ASSERT_THAT(run.Ui.Messages, SizeIs(1));
-  EXPECT_THAT(run.Ui.Messages[0].Text, HasSubstr("VTS_01_1.VOB"));
 }
 
 TEST(MuxFailures, SourcesThatEndUnevenlyAreMuxedWithAWarning) {
