@@ -27,6 +27,8 @@ class Checking {
   void Add(Severity level, std::string_view title, std::string text, std::string place);
   void Add(const Message& message);
 
+  void AddLines(std::string_view title, const std::vector<SkippedLine>& lines, std::size_t count,
+                std::string_view more);
   void CheckLines();
   void CheckCommandRows();
   void CheckPgc(const PGC_P& pgc, const std::unordered_set<std::string_view>& names);
@@ -59,29 +61,25 @@ void Checking::Add(const Message& message) {
   Add(message.Level, message.Title, message.Text, message.Place);
 }
 
+// The lines that were kept; `more` tells how many of `count` were not.
+void Checking::AddLines(std::string_view title, const std::vector<SkippedLine>& lines, std::size_t count,
+                        std::string_view more) {
+  for (const SkippedLine& line : lines) {
+    Add(Severity::Warning, title, fmt::format("{}: \"{}\"", line.Reason, line.Text),
+        fmt::format("{}:{}", project_.ScriptFile, line.Number));
+  }
+  if (count > lines.size()) {
+    Add(Severity::Warning, title, fmt::format(fmt::runtime(more), count - lines.size()), project_.ScriptFile);
+  }
+}
+
 void Checking::CheckLines() {
   if (load_.TakenCount == 0 && load_.Failure.Text.empty()) {
     Add(Severity::Error, NoProjectTitle, std::string(NoProjectText), project_.ScriptFile);
     return;
   }
-  for (const SkippedLine& line : load_.Skipped) {
-    Add(Severity::Warning, SkippedLineTitle, fmt::format("{}: \"{}\"", line.Reason, line.Text),
-        fmt::format("{}:{}", project_.ScriptFile, line.Number));
-  }
-  if (load_.SkippedCount > load_.Skipped.size()) {
-    Add(Severity::Warning, SkippedLineTitle,
-        fmt::format("{} more lines were passed over", load_.SkippedCount - load_.Skipped.size()),
-        project_.ScriptFile);
-  }
-  for (const SkippedLine& line : load_.Doubted) {
-    Add(Severity::Warning, DoubtedValueTitle, fmt::format("{}: \"{}\"", line.Reason, line.Text),
-        fmt::format("{}:{}", project_.ScriptFile, line.Number));
-  }
-  if (load_.DoubtedCount > load_.Doubted.size()) {
-    Add(Severity::Warning, DoubtedValueTitle,
-        fmt::format("{} more values are doubtful", load_.DoubtedCount - load_.Doubted.size()),
-        project_.ScriptFile);
-  }
+  AddLines(SkippedLineTitle, load_.Skipped, load_.SkippedCount, "{} more lines were passed over");
+  AddLines(DoubtedValueTitle, load_.Doubted, load_.DoubtedCount, "{} more values are doubtful");
   if (load_.UnclosedCount > 0 && load_.Failure.Text.empty()) {
     Add(Severity::Error, UnclosedTitle,
         fmt::format(
