@@ -35,15 +35,16 @@ const EncodedBitmap* CodedBitmaps::Find(const SPURecord& record, bool ntsc) cons
   return found == bitmaps_.end() ? nullptr : &found->second;
 }
 
-void CodedBitmaps::Keep(const SPURecord& record, bool ntsc, const EncodedBitmap& bitmap) {
+bool CodedBitmaps::Keep(const SPURecord& record, bool ntsc, const EncodedBitmap& bitmap) {
   const std::size_t bytes = EntryBytes + record.File.size() + bitmap.FieldA.size() + bitmap.FieldB.size();
   if (bytes > mostBytes_ - keptBytes_) {
-    return;
+    return false;
   }
   // The copy has no room to spare.
   if (bitmaps_.try_emplace(KeyOf(record, ntsc), bitmap).second) {
     keptBytes_ += bytes;
   }
+  return true;
 }
 
 void CodeAhead(const std::vector<SPURecord>& records, bool ntsc, const Rules& rules, UserInterface& ui,
@@ -66,7 +67,9 @@ void CodeAhead(const std::vector<SPURecord>& records, bool ntsc, const Rules& ru
       BmpLoader loader;
       const EncodedBitmap bitmap = LoadSPUBitmap(loader, record, ntsc, rules);
       const std::scoped_lock lock(keeping);
-      coded.Keep(record, ntsc, bitmap);
+      if (!coded.Keep(record, ntsc, bitmap)) {
+        next = records.size();
+      }
     } catch (const std::exception&) {
       return true;  // told by whoever needs it
     }

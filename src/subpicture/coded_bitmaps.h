@@ -25,7 +25,8 @@ class CodedBitmaps {
 
   // The record's bitmap, placed and coloured as the record says; null where it is not kept.
   const EncodedBitmap* Find(const SPURecord& record, bool ntsc) const;
-  void Keep(const SPURecord& record, bool ntsc, const EncodedBitmap& bitmap);
+  // False where there is no room.
+  bool Keep(const SPURecord& record, bool ntsc, const EncodedBitmap& bitmap);
 
  private:
   struct Key {
@@ -42,8 +43,8 @@ class CodedBitmaps {
   std::size_t keptBytes_ = 0;
 };
 
-// Codes the bitmaps (".bmp" files) of `records` on all processors and keeps what has room. What cannot be
-// coded is passed over: whoever needs it is told why. Ends early when a stop is asked for.
+// Codes the bitmaps (".bmp" files) of `records` on all processors, as long as there is room to keep them.
+// What cannot be coded is passed over: whoever needs it is told why. Ends early when a stop is asked for.
 void CodeAhead(const std::vector<SPURecord>& records, bool ntsc, const Rules& rules, UserInterface& ui,
                CodedBitmaps& coded);
 
