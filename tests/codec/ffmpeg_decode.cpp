@@ -28,13 +28,14 @@ std::string RunFfmpeg(const TempFolder& folder, const std::string& arguments) {
 
 }  // namespace
 
-FfmpegResult DecodeByFfmpeg(ByteView stream, unsigned width, unsigned height, unsigned across,
-                            unsigned down) {
+FfmpegResult DecodeByFfmpeg(ByteView stream, unsigned width, unsigned height, unsigned across, unsigned down,
+                            const std::string& options) {
   const TempFolder folder;
   const std::string source = folder.Write("in.m2v", AsText(stream));
   FfmpegResult result;
-  result.Complaints = RunFfmpeg(
-      folder, fmt::format("-f mpegvideo -i pipe:0 -f rawvideo '{}' <'{}'", folder / "out.yuv", source));
+  result.Complaints =
+      RunFfmpeg(folder, fmt::format("{} -f mpegvideo -i pipe:0 -fps_mode passthrough -f rawvideo '{}' <'{}'",
+                                    options, folder / "out.yuv", source));
   const std::string samples = TempFolder::Read(folder / "out.yuv");
   std::size_t at = 0;
   while (at < samples.size()) {
