@@ -221,17 +221,24 @@ void UnpackIndexed(const BmpHeader& header, const std::uint8_t* source, std::uin
   }
 }
 
-// A byte a pixel, as most tools write: a pixel is stored as a word whose last byte the next one overwrites.
-void UnpackBytes(const BmpHeader& header, const std::uint8_t* source, std::uint8_t* target) {
-  std::array<std::array<std::uint8_t, 4>, 256> words{};
+// The palette as words, red in the first byte.
+using WordPalette = std::array<std::array<std::uint8_t, 4>, 256>;
+
+WordPalette WordsOf(const BmpHeader& header) {
+  WordPalette words{};
   for (std::size_t i = 0; i < words.size(); ++i) {
     PutRgb(words[i].data(), header.Palette[i]);
   }
-  const std::uint8_t* const last = source + header.Width - 1;
+  return words;
+}
+
+// A byte a pixel, as most tools write: a pixel is stored as a word whose last byte the next one overwrites.
+void UnpackBytes(int width, const WordPalette& words, const std::uint8_t* source, std::uint8_t* target) {
+  const std::uint8_t* const last = source + width - 1;
   for (; source < last; ++source, target += 3) {
     std::memcpy(target, words[*source].data(), sizeof words[0]);
   }
-  PutRgb(target, header.Palette[*last]);
+  std::memcpy(target, words[*last].data(), 3);
 }
 
 void UnpackDirect(const BmpHeader& header, const std::array<Channel, 3>& channels, const std::uint8_t* source,
@@ -262,12 +269,13 @@ Picture ReadPlain(ByteView file, std::string_view name, const BmpHeader& header)
   const std::array<Channel, 3> channels{Channel(header.Masks[0], name), Channel(header.Masks[1], name),
                                         Channel(header.Masks[2], name)};
   const bool bytesInPlace = header.Masks == std::array<std::uint32_t, 3>{0xFF0000, 0x00FF00, 0x0000FF};
+  const WordPalette words = WordsOf(header);
   Picture picture(header.Width, header.Height);
   for (int row = 0; row < header.Height; ++row) {
     const std::uint8_t* source = file.data() + header.PixelOffset + rowBytes * static_cast<std::size_t>(row);
     std::uint8_t* target = picture.Row(PictureRow(header, row));
     if (header.Bits == 8) {
-      UnpackBytes(header, source, target);
+      UnpackBytes(header.Width, words, source, target);
     } else if (header.Bits < 8) {
       UnpackIndexed(header, source, target);
     } else if (header.Bits >= 24 && bytesInPlace) {
