@@ -1,4 +1,5 @@
 #include <fmt/format.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -9,6 +10,8 @@
 #include "analysis/picture_index.h"
 #include "analysis/start_code_search.h"
 #include "analysis/video_info.h"
+#include "base/text.h"
+#include "support/folders.h"
 #include "support/recording_ui.h"
 #include "support/stream_builder.h"
 #include "support/temp_folder.h"
@@ -209,11 +212,15 @@ TEST_F(VideoFiles, IndexOfTwoGops) {
   IndexStore store;
   const IndexRun run = BuildPictureIndex({{file, false}, {"", false}, {"x.bmp", true}}, file, store, Ui);
   EXPECT_TRUE(run.Complete);
-  EXPECT_EQ(TempFolder::Read(IndexName(file)),
-            fmt::format("Frame=0;Offset=0;Size={}\r\nFrame=15;Offset={};Size={}\r\n"
-                        "TotalFrames=18\r\n",
-                        second, sequence, fourth - sequence));
-  EXPECT_EQ(TempFolder::Read(LettersName(file)), "IBRBPRBBRPBRBPRBBRIPI\r\n");
+  const std::string lines =
+      fmt::format("Frame=0;Offset=0;Size={}\nFrame=15;Offset={};Size={}\nTotalFrames=18\n", second, sequence,
+                  fourth - sequence);
+  const std::string letters = "IBRBPRBBRPBRBPRBBRIPI\n";
+  EXPECT_EQ(TempFolder::Read(IndexName(file)), Replace(lines, "\n", "\r\n"));
+  EXPECT_EQ(TempFolder::Read(LettersName(file)), Replace(letters, "\n", "\r\n"));
+  const std::string page = TempFolder::Read(SourceFile("docs/formats/picture_index.md"));
+  EXPECT_THAT(page, testing::HasSubstr("```qvi\n" + lines + "```"));
+  EXPECT_THAT(page, testing::HasSubstr("```gpi\n" + letters + "```"));
   EXPECT_EQ(ReadPictureIndex(TempFolder::Read(IndexName(file))).Entries, run.Files[0].Index.Entries);
 }
 

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <functional>
 
+#include "base/file_text.h"
 #include "base/uint64.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
@@ -125,6 +126,11 @@ TEST_F(RandomFiles, WhatIsNoPlainFileIsRefusedAtOnce) {
   EXPECT_EQ(Ui.Messages[0].Text, "Unable to open file " + fifo + ": it is a pipe or a device, not a file");
   EXPECT_EQ(Ui.Messages[3].Text,
             "Unable to open file " + Folder.Path().string() + ": it is a folder, not a file");
+  EXPECT_EQ(NoPlainFile(fifo), "it is a pipe or a device, not a file");
+  EXPECT_EQ(NoPlainFile(Folder.Path().string()), "it is a folder, not a file");
+  EXPECT_EQ(NoPlainFile(Folder / "none"), "there is no such file");
+  EXPECT_EQ(NoPlainFile(Folder / std::string(300, 'x')), "it cannot be reached");
+  EXPECT_EQ(NoPlainFile(Folder.Write("plain", "")), "");
 }
 
 TEST_F(RandomFiles, AFailedOpenAsksOnce) {
