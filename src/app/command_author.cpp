@@ -10,6 +10,7 @@
 #include "analysis/picture_index.h"
 #include "app/author_report.h"
 #include "app/open_project.h"
+#include "app/rules_option.h"
 #include "app/run_voice.h"
 #include "base/random.h"
 #include "ifo/author.h"
@@ -38,7 +39,7 @@ constexpr std::string_view ReadingStatus = "Reading back";
 struct AuthorArguments {
   std::string Project;
   std::string Folder;
-  std::string RuleSet = "players";
+  RulesOption RuleSet;
   std::string LogFile;
   bool Analyse = false;
   bool Reindex = false;
@@ -47,7 +48,7 @@ struct AuthorArguments {
   bool DryRun = false;
   bool Json = false;
 
-  const Rules& RulesUsed() const { return RuleSet == "classic" ? Rules::Classic : Rules::Players; }
+  const Rules& RulesUsed() const { return RuleSet.Used(); }
 };
 
 // Everything that a run needs behind its arguments.
@@ -234,11 +235,7 @@ void AddAuthorCommand(CLI::App& program, CommandContext& context) {
                     "Move chapter times onto pictures where a chapter can start");
   command->add_flag("--reindex", arguments->Reindex, "Build picture indexes anew");
   command->add_flag("--force", arguments->Force, "Replace the disc that a former run made");
-  command
-      ->add_option("--rules", arguments->RuleSet,
-                   "What players expect, or every traditional number: players or classic")
-      ->check(CLI::IsMember({"players", "classic"}))
-      ->capture_default_str();
+  AddRulesOption(*command, arguments->RuleSet, "What players expect, or every traditional number");
   command->add_flag("--strict", arguments->Strict, "Make no disc when there are warnings");
   command->add_flag("--dry-run", arguments->DryRun, "Do everything but write");
   command->add_flag("--json", arguments->Json, "Print one JSON object an event");

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "app/rules_option.h"
 #include "base/passing_ui.h"
 #include "base/rules.h"
 #include "model/project.h"
@@ -31,7 +32,7 @@ constexpr std::string_view UnknownCommand = "unknown command";
 struct CommandOptions {
   std::vector<std::string> Texts;
   std::string Project;
-  std::string RuleSet = "players";
+  RulesOption RuleSet;
   bool Decode = false;
   bool Json = false;
 };
@@ -130,7 +131,7 @@ class NamesOnlyUi : public PassingUi {
 
 int Run(const CommandOptions& options, CommandContext& context) {
   Project project;
-  const Rules rules = options.RuleSet == "classic" ? Rules::Classic : Rules::Players;
+  const Rules& rules = options.RuleSet.Used();
   std::unique_ptr<NameIndex> names;
   ResolveOptions resolve{.Numbers = NumericTargets::First};
   if (!options.Project.empty()) {
@@ -161,9 +162,7 @@ void AddCommandCommand(CLI::App& program, CommandContext& context) {
       ->type_name("TEXT");
   command->add_option("--project", options->Project, "Project script in which names are looked up")
       ->type_name("FILE");
-  command->add_option("--rules", options->RuleSet, "How PGCs and cells are counted: players or classic")
-      ->check(CLI::IsMember({"players", "classic"}))
-      ->capture_default_str();
+  AddRulesOption(*command, options->RuleSet, "How PGCs and cells are counted");
   command->add_flag("--decode", options->Decode, "Print the text of digits");
   command->add_flag("--json", options->Json, "Print one JSON array");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });

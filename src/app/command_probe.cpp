@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/probe_report.h"
+#include "app/rules_option.h"
 
 namespace quorvelant {
 
@@ -15,13 +16,13 @@ namespace {
 
 struct ProbeOptions {
   std::vector<std::string> Files;
-  std::string RuleSet = "players";
+  RulesOption RuleSet;
   bool Json = false;
 };
 
 // Done when each file was read and is of a kind that discs are made of, whether a disc can carry it or not.
 int Run(const ProbeOptions& options, CommandContext& context) {
-  const Rules& rules = options.RuleSet == "classic" ? Rules::Classic : Rules::Players;
+  const Rules& rules = options.RuleSet.Used();
   nlohmann::ordered_json list = nlohmann::ordered_json::array();
   bool good = true;
   for (const std::string& file : options.Files) {
@@ -54,9 +55,7 @@ void AddProbeCommand(CLI::App& program, CommandContext& context) {
   CLI::App* command = program.add_subcommand(
       "probe", "Tells what source files are, whether a disc can carry them, and if not why");
   command->add_option("file", options->Files, "Video, audio and bitmap files")->required()->type_name("FILE");
-  command->add_option("--rules", options->RuleSet, "Where the samples of WAV files start: players or classic")
-      ->check(CLI::IsMember({"players", "classic"}))
-      ->capture_default_str();
+  AddRulesOption(*command, options->RuleSet, "Where the samples of WAV files start");
   command->add_flag("--json", options->Json, "Print one JSON array");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
 }

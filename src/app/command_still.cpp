@@ -8,6 +8,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "app/rules_option.h"
 #include "base/file_text.h"
 #include "base/rules.h"
 #include "codec/still_encoder.h"
@@ -26,14 +27,14 @@ constexpr std::string_view SequenceEndCode{"\x00\x00\x01\xB7", 4};
 struct StillOptions {
   std::string Input;
   std::string Output;
-  std::string RuleSet = "players";
+  RulesOption RuleSet;
   bool Wide = false;
 };
 
 int Run(const StillOptions& options, CommandContext& context) {
   UserInterface& ui = context.Ui;
   const Picture bitmap = MakePictureService()->Load(options.Input);
-  const Rules rules = options.RuleSet == "classic" ? Rules::Classic : Rules::Players;
+  const Rules& rules = options.RuleSet.Used();
   const Bytes still = EncodeBitmap(bitmap, {.Wide = options.Wide}, rules);
   if (still.empty()) {
     TellError(ui, ImageSizeTitle, ImageSizeText, options.Input);
@@ -63,9 +64,7 @@ void AddStillCommand(CLI::App& program, CommandContext& context) {
       ->type_name("IN.bmp");
   command->add_option("output", options->Output, "Video stream to write")->required()->type_name("OUT.m2v");
   command->add_flag("--wide", options->Wide, "For a screen of 16:9");
-  command->add_option("--rules", options->RuleSet, "Whether colours are rounded or cut: players or classic")
-      ->check(CLI::IsMember({"players", "classic"}))
-      ->capture_default_str();
+  AddRulesOption(*command, options->RuleSet, "Whether colours are rounded or cut");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
 }
 

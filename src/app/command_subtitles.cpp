@@ -12,6 +12,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "app/rules_option.h"
 #include "base/random.h"
 #include "base/rules.h"
 #include "base/text.h"
@@ -44,7 +45,7 @@ struct SubtitlesOptions {
   std::size_t Stream = 0;  // from 1; 0 for a new one
   std::string Language;    // empty: as it is, English for a new stream
   bool SubRip = false;
-  std::string RuleSet = "players";
+  RulesOption RuleSet;
   std::string Output;
 };
 
@@ -123,7 +124,7 @@ bool MayReplace(const LoadResult& load, const std::string& file, UserInterface& 
 
 int Run(const SubtitlesOptions& options, CommandContext& context) {
   UserInterface& ui = context.Ui;
-  const Rules rules = options.RuleSet == "classic" ? Rules::Classic : Rules::Players;
+  const Rules& rules = options.RuleSet.Used();
   const FileScanner scanner(rules, ui);
   Project project;
   const LoadResult load = LoadScriptFile(options.Project, project, {.Rules = rules, .Scanner = &scanner}, ui);
@@ -180,10 +181,7 @@ void AddSubtitlesCommand(CLI::App& program, CommandContext& context) {
       ->type_name("NAME");
   command->add_flag("--subrip", options->SubRip,
                     "The script was made by SubRip: times 7 frames early, colours from 0");
-  command
-      ->add_option("--rules", options->RuleSet, "Whether the script may force subtitles: players or classic")
-      ->check(CLI::IsMember({"players", "classic"}))
-      ->capture_default_str();
+  AddRulesOption(*command, options->RuleSet, "Whether the script may force subtitles");
   command->add_option("-o,--output", options->Output, "Write the project to this file instead of its own")
       ->type_name("FILE");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
