@@ -12,6 +12,7 @@
 #include "analysis/picture_index.h"
 #include "analysis/video_info.h"
 #include "base/random.h"
+#include "base/text.h"
 #include "base/timecode.h"
 #include "codec/colors.h"
 #include "codec/intra_decoder.h"
@@ -24,6 +25,7 @@ namespace {
 constexpr std::string_view Title = "Picture";
 constexpr std::string_view NoVideo = "this is no MPEG video";
 constexpr std::string_view NoPicture = "there is no picture that stands on its own";
+constexpr std::string_view NotAPicture = "is no picture that can be written: its name ends in .png or .bmp";
 constexpr std::string_view NotATime = "is no time: hours, minutes, seconds and frames as in 00:01:30:00";
 
 // Behind the first picture, which is where an index entry ends, its second field may follow.
@@ -41,6 +43,13 @@ std::string TimeFault(const std::string& text) {
   const bool digits = text.find_first_not_of("0123456789:;") == std::string::npos;
   const auto marks = std::count_if(text.begin(), text.end(), [](char c) { return c == ':' || c == ';'; });
   return digits && marks == 3 ? std::string() : fmt::format("{} {}", text, NotATime);
+}
+
+// Told ahead of the walk through the film.
+std::string OutputFault(const std::string& path) {
+  const std::string lower = Lower(path);
+  return lower.ends_with(".png") || lower.ends_with(".bmp") ? std::string()
+                                                            : fmt::format("{} {}", path, NotAPicture);
 }
 
 // The index beside the file while it is no older than the file, otherwise a walk through the file. Nothing
@@ -120,6 +129,7 @@ void AddPictureCommand(CLI::App& program, CommandContext& context) {
       ->capture_default_str();
   command->add_option("-o,--output", options->Output, "Picture to write, .png or .bmp")
       ->required()
+      ->check(OutputFault, "", "picture")
       ->type_name("OUT.png");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
 }

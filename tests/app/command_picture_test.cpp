@@ -94,6 +94,8 @@ TEST_F(CommandPicture, SaysWhatIsWrong) {
   EXPECT_EQ(Run({"picture", folder / "missing.m2v", "-o", folder / "x.png"}), ExitFailed);
   EXPECT_EQ(Run({"picture", text, "--at", "soon", "-o", folder / "x.png"}), ExitUsage);
   EXPECT_THAT(errors.str(), HasSubstr("soon is no time"));
+  EXPECT_EQ(Run({"picture", text, "-o", "x.gif"}), ExitUsage);
+  EXPECT_THAT(errors.str(), HasSubstr("x.gif is no picture that can be written"));
   EXPECT_EQ(Run({"still", folder / "small.bmp", folder / "x.m2v"}), ExitFailed);
   EXPECT_EQ(ui.Messages.at(0).Title, "Image size error");
   EXPECT_EQ(ui.Messages.at(0).Text, "Image sizes must be 720*576 or 360*288 or 720*480 or 360*240");
