@@ -73,13 +73,6 @@ TEST(SubtitleScript, RippedScriptsAreSevenFramesEarlyAndCountColoursFromZero) {
   EXPECT_EQ(named.ColorBg, 4);
 }
 
-TEST(SubtitleScript, ForcedOnlyByTheRulesThatAllowIt) {
-  const std::string text =
-      "Display_Start forced\n" + Head.substr(Head.find("Directory")) + "1\t1\t2\ta.bmp\n";
-  EXPECT_TRUE(ParseSubtitleScript(text, {.UnitsMayBeForced = true}).Entries.at(0).Forced);
-  EXPECT_FALSE(ParseSubtitleScript(text, {.UnitsMayBeForced = false}).Entries.at(0).Forced);
-}
-
 struct ImportTest : testing::Test {
   ImportTest() {
     Track track;
