@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "model/default_structure.h"
 #include "project/script_reader.h"
 #include "project/script_writer.h"
+#include "support/folders.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -37,6 +40,23 @@ TEST(BatchServices, ACommandErrorStopsTheRunAndIsListed) {
   EXPECT_TRUE(ui.Messages[1].Text.starts_with("VTS=") &&
               ui.Messages[1].Text.find("Command=JumpTT NoSuchTitle") != std::string::npos)
       << ui.Messages[1].Text;
+}
+
+TEST(BatchServices, SuccessIsToldUnlessTheRunEndsWithIt) {
+  const TempFolder folder;
+  RecordingUi ui;
+  const BatchServices services = MakeBatchServices(ui);
+  for (const bool exitOnFinish : {true, false}) {
+    Project project;
+    ASSERT_TRUE(services.LoadScriptFile(SourceFile("examples/demo.qvp"), false, project));
+    project.DestinationFolder = folder / "disc";
+    Log log;
+    EXPECT_TRUE(services.Author(project, {}, exitOnFinish, log));
+    const auto told = std::count_if(ui.Messages.begin(), ui.Messages.end(), [](const Message& message) {
+      return message.Title == "Author Success" && message.Text == "DVD Authoring Complete";
+    });
+    EXPECT_EQ(told, exitOnFinish ? 0 : 1);
+  }
 }
 
 }  // namespace
