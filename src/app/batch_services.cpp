@@ -45,10 +45,8 @@ BatchServices MakeBatchServices(UserInterface& ui) {
   services.Author = [&ui](Project& project, const Settings& settings, bool exitOnFinish, Log& log) {
     const auto pictures = MakePictureService();
     const DiscPlan plan = PlanDisc(project, BatchRules, ui, pictures.get());
-    AuthorOptions options;
+    AuthorOptions options = OptionsOf(settings, BatchRules);
     options.Folder = SystemPath(project.DestinationFolder, project.SourceFolder());
-    options.Regions = RegionsOf(settings);
-    options.RemoveSeqEnd = settings.RemoveSeqEnd;
     options.TellSuccess = !exitOnFinish;
     options.Pictures = pictures.get();
     return AuthorDisc(plan, options, ui, log).Outcome == AuthorOutcome::Done;

@@ -132,10 +132,8 @@ bool Announce(const Run& run, const DiscPlan& plan) {
 
 AuthorResult WriteFiles(const Run& run, const DiscPlan& plan, const std::string& folder) {
   Log log = StartLog(run.Arguments.LogFile.empty() ? run.Context.LogFile : run.Arguments.LogFile);
-  AuthorOptions options;
+  AuthorOptions options = OptionsOf(run.Context.Options, run.Arguments.RulesUsed());
   options.Folder = folder;
-  options.Regions = RegionsOf(run.Context.Options);
-  options.RemoveSeqEnd = run.Context.Options.RemoveSeqEnd;
   options.TellSuccess = false;
   options.DryRun = run.Arguments.DryRun;
   options.Pictures = &run.Pictures;
@@ -214,12 +212,14 @@ bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
 
 }  // namespace
 
-AllowedRegions RegionsOf(const Settings& settings) {
-  AllowedRegions allowed{};
+AuthorOptions OptionsOf(const Settings& settings, const Rules& rules) {
+  const Settings used = rules.GoesBySettings ? settings : Settings{};
+  AuthorOptions options;
   for (std::size_t i = 0; i < Regions.size(); ++i) {
-    allowed.at(static_cast<std::size_t>(Regions.at(i) - 1)) = settings.RegionAllowed.at(i);
+    options.Regions.at(static_cast<std::size_t>(Regions.at(i) - 1)) = used.RegionAllowed.at(i);
   }
-  return allowed;
+  options.RemoveSeqEnd = used.RemoveSeqEnd;
+  return options;
 }
 
 void AddAuthorCommand(CLI::App& program, CommandContext& context) {

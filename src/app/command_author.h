@@ -4,7 +4,8 @@
 #include <CLI/CLI.hpp>
 
 #include "app/command_form.h"
-#include "ifo/vmg_ifo.h"
+#include "base/rules.h"
+#include "ifo/author.h"
 
 namespace quorvelant {
 
@@ -12,7 +13,7 @@ namespace quorvelant {
 //                   [--dry-run] [--json] [--log-file FILE]
 void AddAuthorCommand(CLI::App& program, CommandContext& context);
 
-// The regions that the settings allow.
-AllowedRegions RegionsOf(const Settings& settings);
+// What the settings, or what the rules take in their place, say of a run.
+AuthorOptions OptionsOf(const Settings& settings, const Rules& rules);
 
 }  // namespace quorvelant

@@ -68,6 +68,10 @@ struct Rules {
   // stands alone.
   bool MarkClockRestart = false;
 
+  // app. A run goes by the settings; traditionally, by built-in ones that allow no region and keep
+  // sequence end codes.
+  bool GoesBySettings = false;
+
   static const Rules Classic;
   static const Rules Players;
 };
@@ -92,6 +96,7 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .ScriptForcesUnits = true,
                                       .RoundColours = true,
                                       .PgcLinksThroughTable = true,
-                                      .MarkClockRestart = true};
+                                      .MarkClockRestart = true,
+                                      .GoesBySettings = true};
 
 }  // namespace quorvelant
