@@ -67,6 +67,9 @@ struct Rules {
   // jump within one) is marked as a discontinuity and never seamless; traditionally the project's flag
   // stands alone.
   bool MarkClockRestart = false;
+  // ifo. A source that no disc can carry (MPEG-1, 50 pictures a second, 480x576) is an error; traditionally
+  // whatever can be multiplexed is taken.
+  bool RefusesUnfitSources = false;
 
   // app. A run goes by the settings; traditionally, by built-in ones that allow no region and keep
   // sequence end codes.
@@ -97,6 +100,7 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .RoundColours = true,
                                       .PgcLinksThroughTable = true,
                                       .MarkClockRestart = true,
+                                      .RefusesUnfitSources = true,
                                       .GoesBySettings = true};
 
 }  // namespace quorvelant

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <utility>
 
-#include "analysis/quick_scan.h"
+#include "analysis/disc_fit.h"
 #include "base/text.h"
 #include "base/timecode.h"
 #include "ifo/domain_records.h"
@@ -52,6 +52,24 @@ std::string SourceFile(Conversion& conversion, const std::string& file, std::str
   return path;
 }
 
+// What keeps a file from a disc, as its first headers tell.
+void JudgeFile(Conversion& conversion, const std::string& path, const std::string& key, const DiscFit& fit) {
+  const bool refuses = conversion.Source.Rules.RefusesUnfitSources;
+  for (const std::string& reason : fit.Reasons) {
+    conversion.Findings.push_back({refuses ? Severity::Error : Severity::Warning,
+                                   std::string(SourceErrorTitle), fmt::format(SourceUnusable, path, reason),
+                                   key});
+  }
+}
+
+void JudgeVideoFile(Conversion& conversion, const std::string& path, const std::string& key) {
+  if (const auto seen = QuickScanVideo(path, conversion.Source.Ui)) {
+    JudgeFile(conversion, path, key, JudgeHeaders(seen->Info));
+  } else {
+    conversion.Error(fmt::format(SourceUnusable, path, NoVideo), key);
+  }
+}
+
 void AddVideo(Conversion& conversion, MuxInput& input) {
   const auto& plays = conversion.Track.VideoPlays;
   for (std::size_t i = 0; i < plays.size(); ++i) {
@@ -59,8 +77,13 @@ void AddVideo(Conversion& conversion, MuxInput& input) {
       continue;
     }
     MuxVideoFile& file = input.Video.emplace_back();
-    file.Path = SourceFile(conversion, plays[i].File, VideoPlayKey(conversion.Index, i + 1));
+    const std::string key = VideoPlayKey(conversion.Index, i + 1);
+    const std::size_t errors = conversion.Findings.size();
+    file.Path = SourceFile(conversion, plays[i].File, key);
     file.ImageSource = IsPicture(plays[i].File);
+    if (!file.ImageSource && conversion.Findings.size() == errors) {
+      JudgeVideoFile(conversion, file.Path, key);
+    }
     if (input.Kind != TrackKind::Motion) {
       file.HoldFrames = TimecodeToFrames(plays[i].SlideDuration, conversion.FramesPerSecond);
       // A still of one frame waits for ever.
@@ -87,6 +110,8 @@ void AddAudioFile(Conversion& conversion, const AudioStream& stream, const std::
   }
   if (!sound->Problem.empty()) {
     conversion.Error(fmt::format(SourceUnusable, path, sound->Problem), key);
+  } else {
+    JudgeFile(conversion, path, key, JudgeAudio(*sound));
   }
   if (target.Traits == AudioTraits{}) {
     target.Traits = {.FrameBytes = sound->FrameBytes,

@@ -37,6 +37,7 @@ inline constexpr std::string_view SourceMissing = "The file {} does not exist";
 inline constexpr std::string_view SourceIsNoFile = "{} is not a file";
 inline constexpr std::string_view SourceUnreadable = "The sound of {} cannot be read";
 inline constexpr std::string_view SourceUnusable = "{} cannot be used: {}";
+inline constexpr std::string_view NoVideo = "it holds no MPEG video";
 inline constexpr std::string_view UnknownSound =
     "The kind of an audio stream is unknown: its name ends in none of .ac3, .wav, .dts";
 inline constexpr std::string_view RepeatedStreamNumber = "The stream number {} is used twice in the track";
