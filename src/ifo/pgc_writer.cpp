@@ -265,6 +265,7 @@ Bytes BuildPgc(const PGC_P& chain, const PgcPlace& place) {
 Bytes BuildFirstPlayPgc(const PGC_P& chain) {
   Bytes bytes(pgc::Size);
   Put(bytes, pgc::UserOperations, Number{chain.Uops.to_ulong()});
+  Put(bytes, pgc::StillTime, Number{static_cast<std::uint8_t>(chain.StillTime)});
   AppendCommands(chain, bytes);
   return bytes;
 }

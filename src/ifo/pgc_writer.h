@@ -20,7 +20,7 @@ struct PgcPlace {
 // is a program without any.
 Bytes BuildPgc(const PGC_P& chain, const PgcPlace& place);
 
-// The First Play PGC: user operations and commands alone.
+// The First Play PGC: user operations, still time and commands alone.
 Bytes BuildFirstPlayPgc(const PGC_P& chain);
 
 // The cells of a program that were written, in order.
