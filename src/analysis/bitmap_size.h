@@ -1,4 +1,4 @@
-// The size of a Windows bitmap, from its head.
+// The size of a picture file (Windows bitmap, PNG or JPEG), from its head.
 #pragma once
 
 #include <optional>
@@ -11,7 +11,7 @@ struct BitmapSize {
   int Height = 0;  // of the picture, whichever row is first in the file
 };
 
-// Nothing when the file cannot be read or is no bitmap.
+// Nothing when the file cannot be read or is no such picture.
 std::optional<BitmapSize> ReadBitmapSize(const std::string& file);
 
 // Sizes that become a still: full or quarter of either standard.

@@ -150,7 +150,7 @@ SourceKind SniffSource(ByteView head) {
   if (starts("RIFF") || starts("RF64")) {
     return SourceKind::Wave;
   }
-  if (starts("BM")) {
+  if (starts("BM") || starts("\x89PNG") || starts("\xFF\xD8\xFF")) {
     return SourceKind::Bitmap;
   }
   if (head.size() > 2 * TransportPacketBytes && head[0] == 0x47 && head[TransportPacketBytes] == 0x47 &&

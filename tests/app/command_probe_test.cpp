@@ -94,6 +94,11 @@ TEST(ProbeCommand, WhatCannotBeRead) {
   EXPECT_EQ(none.Messages[0].Text, "there is no such file");
   const Outcome empty = RunCommand({"probe", folder.Write("e.m2v", ""), folder.Write("x.m2v", "abc")});
   EXPECT_THAT(empty.Out, HasSubstr("e.m2v: unknown\n  disc        no: it is empty\n"));
+  const std::string png("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\2\xD0\0\0\1\xE0\b\2", 26);
+  const std::string jpeg("\xFF\xD8\xFF\xE0\0\x10JFIF\0\1\1\0\0\1\0\1\0\0\xFF\xC2\0\x11\b\2\x40\1\x60\3", 31);
+  EXPECT_THAT(RunCommand({"probe", folder.Write("a.png", png)}).Out, HasSubstr("bitmap, 720x480\n"));
+  EXPECT_THAT(RunCommand({"probe", folder.Write("a.jpg", jpeg)}).Out, HasSubstr("bitmap, 352x576\n"));
+  EXPECT_EQ(RunCommand({"probe", folder.Write("b.jpg", jpeg.substr(0, 28))}).Status, ExitFailed);
   EXPECT_THAT(empty.Out, HasSubstr("no: it is neither MPEG video, AC3, DTS, WAV nor a bitmap\n"));
 }
 
