@@ -31,7 +31,7 @@ constexpr std::string_view Faulty =
     "Item=Program\nItem=Cell\nUsingScene=s\n";
 
 TEST(CheckCommand, TheDemoIsClean) {
-  const CommandRun run({"check", SourceFile("examples/demo.qvp")});
+  const CommandRun run({"check", "--sources", SourceFile("examples/demo.qvp")});
   EXPECT_EQ(run.Status, ExitDone);
   EXPECT_THAT(run.Ui.Messages, testing::IsEmpty());
   EXPECT_THAT(run.Out, HasSubstr("size 720x576, aspect 4:3"));
