@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <regex>
 #include <stdexcept>
 
 #include "support/media.h"
@@ -44,19 +45,30 @@ std::optional<std::vector<std::string>> CheckerErrors(const std::string& folder)
   return errors;
 }
 
-std::vector<std::string> DecodeComplaints(const std::vector<std::string>& files) {
+Decoded Decode(const std::vector<std::string>& files) {
   std::string joined;
   for (const std::string& file : files) {
     joined += (joined.empty() ? "" : "|") + file;
   }
-  auto lines =
-      LinesOf(fmt::format("ffmpeg -nostdin -hide_banner -v warning -i 'concat:{}' -map 0:v -map 0:a? "
-                          "-fps_mode passthrough -enc_time_base:v 1:90000 -f null -",
-                          joined));
+  Decoded decoded;
+  for (const std::string& line :
+       LinesOf(fmt::format("ffmpeg -nostdin -nostats -hide_banner -v warning -progress pipe:1 -i 'concat:{}' "
+                           "-map 0:v -map 0:a? -fps_mode passthrough -enc_time_base:v 1:90000 -f null -",
+                           joined))) {
+    static const std::regex Progress(
+        R"((frame|fps|stream_\w+|bitrate|total_size|out_time\w*|\w+_frames|speed|progress)=.*\n)");
+    std::smatch figure;
+    if (!std::regex_match(line, figure, Progress)) {
+      decoded.Complaints.push_back(line);
+    } else if (figure[1] == "frame") {
+      decoded.Pictures = std::stoi(line.substr(6));
+    }
+  }
   // Subtitles may begin behind what ffmpeg looks at first.
-  std::erase_if(
-      lines, [](const std::string& line) { return line.find("New subtitle stream") != std::string::npos; });
-  return lines;
+  std::erase_if(decoded.Complaints, [](const std::string& line) {
+    return line.find("New subtitle stream") != std::string::npos;
+  });
+  return decoded;
 }
 
 std::vector<std::string> TitleVobs(const std::string& folder, int set) {

@@ -14,7 +14,11 @@ std::vector<std::string> LinesOf(const std::string& command);
 std::optional<std::vector<std::string>> CheckerErrors(const std::string& folder);
 
 // What ffmpeg says when it decodes these VOB files, taken as one, to their end.
-std::vector<std::string> DecodeComplaints(const std::vector<std::string>& files);
+struct Decoded {
+  std::vector<std::string> Complaints;
+  int Pictures = 0;
+};
+Decoded Decode(const std::vector<std::string>& files);
 
 // The title VOB files of a set, in order.
 std::vector<std::string> TitleVobs(const std::string& folder, int set);
