@@ -55,6 +55,8 @@ struct EntryRecords {
   const DomainRecords& Title;
   quorvelant::Rules Rules;
   bool Ntsc = false;  // the project's standard, which times count in
+
+  std::string_view Standard() const { return Ntsc ? "NTSC" : "PAL"; }
 };
 
 // Frames that a cell counts for. One of less than two frames, as a still has it, counts for 10 (PAL) or

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <string_view>
 
-#include "ifo/attributes.h"
 #include "ifo/cell_address_tables.h"
 #include "ifo/menu_units.h"
 #include "ifo/pgc_writer.h"
+#include "ifo/stream_attributes.h"
 #include "ifo/table_chain.h"
 #include "ifo/vmgi_layout.h"
 
@@ -29,12 +29,8 @@ Bytes BuildHead(const EntryRecords& menu, std::size_t titleSets, std::uint8_t re
   Put(head, vmgi::VolumeNumber, Number{1});
   Put(head, vmgi::Side, Number{1});
   Put(head, vmgi::TitleSets, Number{titleSets});
-  Put(head, vmgi::MenuVideo, VideoAttributes(menu.Entry, Domain::Menu, menu.Ntsc ? "NTSC" : "PAL"));
-  if (!menu.Menu.Audio.empty()) {
-    Put(head, vmgi::MenuAudioCount, Number{1});
-    Put(head, vmgi::MenuAudio, AudioAttributes(menu.Menu.Audio.front(), Domain::Menu));
-  }
-  Put(head, vmgi::MenuSubCount, Number{menu.Menu.Subs.empty() ? 0U : 1U});
+  PutStreams(MenuStreamRows{vmgi::MenuVideo, vmgi::MenuAudioCount, vmgi::MenuAudio, vmgi::MenuSubCount},
+             menu.Entry, menu.Menu, menu.Standard(), head);
 
   const Bytes firstPlay = BuildFirstPlayPgc(menu.Disc.FirstPlay);
   Put(head, vmgi::FirstPlayPgc, ByteOffset{vmgi::Size});
@@ -59,7 +55,7 @@ Bytes BuildVideoManagerIfo(const EntryRecords& menu, std::span<const WrittenSet>
   TableChain file(BuildHead(menu, sets.size(), regionMask));
   file.Add(vmgi::TitleSearch, BuildTitleSearch(sets));
   file.Add(vmgi::MenuUnits, BuildMenuUnits(menu));
-  file.Add(vmgi::SetAttributes, BuildSetAttributes(sets, menu.Ntsc ? "NTSC" : "PAL"));
+  file.Add(vmgi::SetAttributes, BuildSetAttributes(sets, menu.Standard()));
   file.Add(vmgi::MenuCells, BuildCellAddressTable(menu.Menu.Vobs));
   file.Add(vmgi::MenuVobus, BuildVobuMap(menu.Menu.Vobs));
   const std::uint32_t sectors = file.SectorCount().Value;

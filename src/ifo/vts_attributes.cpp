@@ -1,6 +1,4 @@
-#include <algorithm>
-
-#include "ifo/attributes.h"
+#include "ifo/stream_attributes.h"
 #include "ifo/table_layout.h"
 #include "ifo/title_search.h"
 
@@ -10,23 +8,10 @@ namespace {
 void PutRecord(const WrittenSet& set, std::string_view standard, ByteSpan record) {
   using namespace set_attributes;  // NOLINT(google-build-using-namespace): the rows below
   Put(record, Last, ByteOffset{Size - 1});
-  Put(record, MenuVideo, VideoAttributes(*set.Entry, Domain::Menu, standard));
-  if (!set.Menu->Audio.empty()) {
-    Put(record, MenuAudioCount, Number{1});
-    Put(record, MenuAudio, AudioAttributes(set.Menu->Audio.front(), Domain::Menu));
-  }
-  Put(record, MenuSubCount, Number{set.Menu->Subs.empty() ? 0U : 1U});
-  Put(record, TitleVideo, VideoAttributes(*set.Entry, Domain::Title, standard));
-  const std::size_t audio = std::min(set.Title->Audio.size(), AudioStreamCount);
-  Put(record, TitleAudioCount, Number{audio});
-  for (std::size_t i = 0; i < audio; ++i) {
-    Put(record, TitleAudio, AudioAttributes(set.Title->Audio[i], Domain::Title), i);
-  }
-  const std::size_t subs = std::min(set.Title->Subs.size(), SubStreamCount);
-  Put(record, TitleSubCount, Number{subs});
-  for (std::size_t i = 0; i < subs; ++i) {
-    Put(record, TitleSub, SubpictureAttributes(set.Title->Subs[i]), i);
-  }
+  PutStreams(MenuStreamRows{MenuVideo, MenuAudioCount, MenuAudio, MenuSubCount}, *set.Entry, *set.Menu,
+             standard, record);
+  PutStreams(TitleStreamRows{TitleVideo, TitleAudioCount, TitleAudio, TitleSubCount, TitleSub}, *set.Entry,
+             *set.Title, standard, record);
 }
 
 }  // namespace
