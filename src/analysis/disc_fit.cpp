@@ -69,7 +69,8 @@ DiscFit JudgeHeaders(const VideoInfo& info) {
   if (!info.Standard.empty() && !IsDiscSize(info.Standard, info.Width, info.Height)) {
     fit.Reasons.push_back(fmt::format(Size, info.Standard, info.Width, info.Height));
   }
-  if (info.AspectCode != 2 && info.AspectCode != 3) {
+  const bool mpeg1 = info.Coding == "MPEG1";  // whose codes are shapes of pixels
+  if (!mpeg1 && info.AspectCode != 2 && info.AspectCode != 3) {
     fit.Reasons.push_back(fmt::format(AspectCode, info.AspectCode));
   }
   return fit;
