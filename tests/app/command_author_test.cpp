@@ -61,6 +61,9 @@ class AuthorCommand : public testing::Test {
 };
 
 TEST_F(AuthorCommand, AnnouncesWritesAndSums) {
+  ASSERT_EQ(Author({demo, "-o", disc, "--dry-run"}), ExitDone);
+  EXPECT_FALSE(fs::exists(disc));
+  EXPECT_THAT(out.str(), HasSubstr("Would write " + disc));
   ASSERT_EQ(Author({demo, "-o", disc}), ExitDone);
   EXPECT_THAT(ui.Messages, IsEmpty());
   EXPECT_THAT(out.str(), HasSubstr("3 titles in 2 title sets, PAL\n"));
@@ -95,12 +98,6 @@ TEST_F(AuthorCommand, JsonIsOneEventALine) {
   EXPECT_EQ(last["bytes"], bytes);
 }
 
-TEST_F(AuthorCommand, ADryRunWritesNothing) {
-  ASSERT_EQ(Author({demo, "-o", disc, "--dry-run"}), ExitDone);
-  EXPECT_FALSE(fs::exists(disc));
-  EXPECT_THAT(out.str(), HasSubstr("Would write " + disc));
-}
-
 TEST_F(AuthorCommand, TheSwitchFormMakesTheClassicDisc) {
   ASSERT_EQ(Author({demo, "-o", temp / "classic", "--rules", "classic"}), ExitDone);
   const std::vector<std::string> switches{"-i", demo, "-d", "switched", "-create", "-exit"};
@@ -127,12 +124,11 @@ TEST_F(AuthorCommand, StrictMakesWarningsFail) {
 }
 
 TEST_F(AuthorCommand, AStoppedRunLeavesTheDestinationAsItWas) {
-  for (int allowed = 0; allowed < 40; allowed += 3) {
+  for (const int allowed : {0, 1, 7, 500}) {
     int asked = 0;
     ui.StopWhen = [&] { return ++asked > allowed; };
     EXPECT_EQ(Author({demo, "-o", disc}), ExitFailed) << allowed;
-    EXPECT_FALSE(fs::exists(disc));
-    EXPECT_FALSE(fs::exists(temp / ".VIDEO_TS.making"));
+    EXPECT_FALSE(fs::exists(disc) || fs::exists(temp / ".VIDEO_TS.making"));
   }
 }
 

@@ -1,29 +1,13 @@
 // `quorvelant check` and `quorvelant convert`, as a user runs them.
 #include <nlohmann/json.hpp>
-#include <sstream>
 
-#include "app/command_form.h"
+#include "command_run.h"
 #include "support/folders.h"
-#include "support/recording_ui.h"
-#include "support/temp_folder.h"
 
 namespace quorvelant {
 namespace {
 
 using testing::HasSubstr;
-
-struct CommandRun {
-  explicit CommandRun(const std::vector<std::string>& arguments) {
-    std::ostringstream out;
-    std::ostringstream err;
-    const auto environment = [](const std::string&) { return std::string(); };
-    Status = RunCommandForm(arguments, Ui, out, err, environment);
-    Out = out.str();
-  }
-  RecordingUi Ui;
-  int Status = 0;
-  std::string Out;
-};
 
 constexpr std::string_view Faulty =
     "Nmae=x\nItem=Track\nName=T\nItem=Video Play\nVideoFile=gone.m2v\nItem=Scene\nName=s\n"

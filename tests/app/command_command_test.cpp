@@ -1,39 +1,21 @@
-#include "app/command_command.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <sstream>
-
+#include "command_run.h"
 #include "support/folders.h"
-#include "support/recording_ui.h"
 
 namespace quorvelant {
 namespace {
 
 using testing::HasSubstr;
 
-struct Outcome {
-  int Status = 0;
-  std::string Out;
-  std::vector<Message> Messages;
-};
-
-Outcome RunCommand(std::vector<std::string> arguments) {
+CommandRun RunCommand(std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), "command");
-  RecordingUi ui;
-  std::ostringstream out;
-  std::ostringstream err;
-  const int status =
-      RunCommandForm(arguments, ui, out, err, [](const std::string&) { return std::string(); });
-  return {status, out.str(), ui.Messages};
+  return CommandRun(arguments);
 }
 
 TEST(CommandCommand, DigitsAndBack) {
   const std::vector<std::string> texts{"JumpSS TitleMenu", "JumpSS vts_1, vts_ttn_1 : RootMenu",
                                        "LinkTopC, button=1", "SetHL_BTNN HL_BTTN=1",
                                        "SetSTN audio=1, subpicture=1:ON"};
-  const Outcome digits = RunCommand(texts);
+  const CommandRun digits = RunCommand(texts);
   EXPECT_EQ(digits.Status, ExitDone);
   EXPECT_EQ(digits.Out,
             "3006000000420000\n3006000101830000\n2001000000000401\n5600000004000000\n51000080C0000000\n");
@@ -68,7 +50,7 @@ TEST(CommandCommand, SaysWhatItCannotDo) {
                 "unknown command\n",
                 "\"2001\" is not 16 hexadecimal digits"},
        }) {
-    const Outcome outcome = RunCommand(c.Arguments);
+    const CommandRun outcome = RunCommand(c.Arguments);
     EXPECT_EQ(outcome.Status, c.Status);
     EXPECT_EQ(outcome.Out, c.Out);
     ASSERT_EQ(outcome.Messages.size(), 1U);
@@ -90,7 +72,7 @@ TEST(CommandCommand, NamesAreLookedUpInAProject) {
   // The second title's chain is the second of the set's table, and the first of its title.
   EXPECT_EQ(with("players").Out, "2004000000000002\n3005000300010000\n");
   EXPECT_EQ(with("classic").Out, "2004000000000001\n3005000300010000\n");
-  const Outcome missing = RunCommand({"--project", script, "LinkPGCN 9"});
+  const CommandRun missing = RunCommand({"--project", script, "LinkPGCN 9"});
   EXPECT_EQ(missing.Status, ExitFailed);
   ASSERT_EQ(missing.Messages.size(), 1U);
   EXPECT_EQ(missing.Messages[0].Text, "\"LinkPGCN 9\": nothing in the project is named \"9\"");
@@ -98,7 +80,7 @@ TEST(CommandCommand, NamesAreLookedUpInAProject) {
 }
 
 TEST(CommandCommand, JsonHoldsTextDigitsAndMessages) {
-  const Outcome outcome = RunCommand({"--json", "If ( GPRM1 == 2 ) Exit", "\xFF"});
+  const CommandRun outcome = RunCommand({"--json", "If ( GPRM1 == 2 ) Exit", "\xFF"});
   EXPECT_EQ(outcome.Status, ExitFailed);
   EXPECT_THAT(outcome.Out, HasSubstr("\"text\": \"If ( GPRM1 == 2 ) Exit\""));
   EXPECT_THAT(outcome.Out, HasSubstr("\"hex\": \"30A1000000000102\""));

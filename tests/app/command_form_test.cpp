@@ -1,12 +1,5 @@
-#include "app/command_form.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <sstream>
-
 #include "app/version.h"
-#include "support/recording_ui.h"
+#include "command_run.h"
 
 namespace quorvelant {
 namespace {
@@ -28,15 +21,12 @@ TEST(CommandForm, HelpVersionAndWrongUsage) {
            Case{{"--paint"}, ExitUsage, "", "--help"},
            Case{{""}, ExitUsage, "", "There is no command"},
        }) {
-    RecordingUi ui;
-    std::ostringstream out;
-    std::ostringstream err;
-    const auto environment = [](const std::string&) { return std::string(); };
-    EXPECT_EQ(RunCommandForm(c.Arguments, ui, out, err, environment), c.Status);
-    EXPECT_THAT(out.str(), HasSubstr(c.Out));
-    EXPECT_THAT(err.str(), HasSubstr(c.Err));
-    EXPECT_EQ(c.Out.empty(), out.str().empty());
-    EXPECT_EQ(c.Err.empty(), err.str().empty());
+    const CommandRun run(c.Arguments);
+    EXPECT_EQ(run.Status, c.Status);
+    EXPECT_THAT(run.Out, HasSubstr(c.Out));
+    EXPECT_THAT(run.Err, HasSubstr(c.Err));
+    EXPECT_EQ(c.Out.empty(), run.Out.empty());
+    EXPECT_EQ(c.Err.empty(), run.Err.empty());
   }
 }
 

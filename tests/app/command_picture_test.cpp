@@ -1,35 +1,12 @@
-#include "app/command_picture.h"
-
-#include <gmock/gmock.h>
-
-#include <cstdlib>
-#include <sstream>
-
 #include "analysis/picture_index.h"
+#include "command_run.h"
 #include "platform/picture_service.h"
 #include "support/media.h"
-#include "support/recording_ui.h"
-#include "support/temp_folder.h"
 
 namespace quorvelant {
 namespace {
 
 using testing::HasSubstr;
-
-struct CommandPicture : testing::Test {
-  int Run(const std::vector<std::string>& arguments) {
-    out.str({});
-    errors.str({});
-    ui.Messages.clear();
-    ui.Unattended = true;  // a file that is not there is asked for again
-    return RunCommandForm(arguments, ui, out, errors, [](const std::string&) { return std::string(); });
-  }
-
-  TempFolder folder;
-  RecordingUi ui;
-  std::ostringstream out;
-  std::ostringstream errors;
-};
 
 Picture Shades(int width, int height) {
   Picture picture(width, height);
@@ -42,17 +19,18 @@ Picture Shades(int width, int height) {
   return picture;
 }
 
-TEST_F(CommandPicture, BitmapToStillToPicture) {
+TEST(CommandPicture, BitmapToStillToPicture) {
+  const TempFolder folder;
   const auto service = MakePictureService();
   for (const auto& [width, height] : {std::pair{720, 576}, {720, 480}, {360, 288}, {360, 240}}) {
     const Picture picture = Shades(width, height);
     service->Save(picture, folder / "in.bmp");
-    ASSERT_EQ(Run({"still", folder / "in.bmp", folder / "still.m2v", "--wide"}), ExitDone);
+    ASSERT_EQ(CommandRun({"still", folder / "in.bmp", folder / "still.m2v", "--wide"}).Status, ExitDone);
     const std::string stream = TempFolder::Read(folder / "still.m2v");
     EXPECT_EQ(stream[7], height % 288 == 0 ? 0x33 : 0x34);
     EXPECT_EQ(stream.substr(stream.size() - 4), std::string("\x00\x00\x01\xB7", 4));
     for (const std::string name : {"out.png", "out.bmp"}) {
-      ASSERT_EQ(Run({"picture", folder / "still.m2v", "-o", folder / name}), ExitDone);
+      ASSERT_EQ(CommandRun({"picture", folder / "still.m2v", "-o", folder / name}).Status, ExitDone);
       const Picture shown = service->Load(folder / name);
       ASSERT_EQ(shown.Width, 720);
       ASSERT_EQ(shown.Height, height < 400 ? height * 2 : height);
@@ -68,41 +46,42 @@ TEST_F(CommandPicture, BitmapToStillToPicture) {
   }
 }
 
-TEST_F(CommandPicture, TakesTheNearestIndexedPicture) {
+TEST(CommandPicture, TakesTheNearestIndexedPicture) {
+  const TempFolder folder;
   const std::string film = folder / "film.m2v";
   std::filesystem::copy_file(SampleVideo({.Frames = 50, .GopLength = 12, .BFrames = 0}), film);
-  EXPECT_EQ(Run({"picture", film, "-o", folder / "a.png"}), ExitDone);
-  EXPECT_THAT(out.str(), HasSubstr("720x576, frame 0 (00:00:00:00)"));
-  EXPECT_EQ(Run({"picture", film, "--at", "00:00:01:00", "-o", folder / "b.png"}), ExitDone);
-  EXPECT_THAT(out.str(), HasSubstr("frame 24 (00:00:00:24)"));
-  EXPECT_EQ(Run({"picture", film, "--at", "10:00:00:00", "-o", folder / "c.png"}), ExitDone);
-  EXPECT_THAT(out.str(), HasSubstr("frame 48"));
+  EXPECT_THAT(CommandRun({"picture", film, "-o", folder / "a.png"}).Out,
+              HasSubstr("720x576, frame 0 (00:00:00:00)"));
+  EXPECT_THAT(CommandRun({"picture", film, "--at", "00:00:01:00", "-o", folder / "b.png"}).Out,
+              HasSubstr("frame 24 (00:00:00:24)"));
+  EXPECT_THAT(CommandRun({"picture", film, "--at", "10:00:00:00", "-o", folder / "c.png"}).Out,
+              HasSubstr("frame 48"));
   EXPECT_FALSE(std::filesystem::exists(IndexName(film)));
   // An index that is there is used, even one that points behind the end.
   folder.Write("film.m2v.qvi", "Frame=3;Offset=99999999;Size=10\r\nTotalFrames=50\r\n");
-  EXPECT_EQ(Run({"picture", film, "-o", folder / "d.png"}), ExitFailed);
-  ASSERT_EQ(ui.Messages.size(), 1U);
-  EXPECT_EQ(ui.Messages[0].Place, film + "@99999999");
+  const CommandRun behind({"picture", film, "-o", folder / "d.png"});
+  EXPECT_EQ(behind.Status, ExitFailed);
+  ASSERT_EQ(behind.Messages.size(), 1U);
+  EXPECT_EQ(behind.Messages[0].Place, film + "@99999999");
   EXPECT_FALSE(std::filesystem::exists(folder / "d.png"));
 }
 
-TEST_F(CommandPicture, SaysWhatIsWrong) {
+TEST(CommandPicture, SaysWhatIsWrong) {
+  const TempFolder folder;
   const std::string text = folder.Write("text.m2v", "no video");
   MakePictureService()->Save(Picture(100, 100), folder / "small.bmp");
-  EXPECT_EQ(Run({"picture", text, "-o", folder / "x.png"}), ExitFailed);
-  EXPECT_EQ(ui.Messages.at(0).Text, "this is no MPEG video");
-  EXPECT_EQ(Run({"picture", folder / "missing.m2v", "-o", folder / "x.png"}), ExitFailed);
-  EXPECT_EQ(Run({"picture", text, "--at", "soon", "-o", folder / "x.png"}), ExitUsage);
-  EXPECT_THAT(errors.str(), HasSubstr("soon is no time"));
-  EXPECT_EQ(Run({"picture", text, "-o", "x.gif"}), ExitUsage);
-  EXPECT_THAT(errors.str(), HasSubstr("x.gif is no picture that can be written"));
-  EXPECT_EQ(Run({"still", folder / "small.bmp", folder / "x.m2v"}), ExitFailed);
-  EXPECT_EQ(ui.Messages.at(0).Title, "Image size error");
-  EXPECT_EQ(ui.Messages.at(0).Text, "Image sizes must be 720*576 or 360*288 or 720*480 or 360*240");
-  EXPECT_EQ(Run({"still", folder / "missing.bmp", folder / "x.m2v"}), ExitFailed);
+  EXPECT_EQ(CommandRun({"picture", text, "-o", folder / "x.png"}).LastText(), "this is no MPEG video");
+  EXPECT_EQ(CommandRun({"picture", folder / "missing.m2v", "-o", folder / "x.png"}).Status, ExitFailed);
+  EXPECT_THAT(CommandRun({"picture", text, "--at", "soon", "-o", folder / "x.png"}).Err,
+              HasSubstr("soon is no time"));
+  EXPECT_THAT(CommandRun({"picture", text, "-o", "x.gif"}).Err,
+              HasSubstr("x.gif is no picture that can be written"));
+  EXPECT_EQ(CommandRun({"still", folder / "small.bmp", folder / "x.m2v"}).LastText(),
+            "Image sizes must be 720*576 or 360*288 or 720*480 or 360*240");
+  EXPECT_EQ(CommandRun({"still", folder / "missing.bmp", folder / "x.m2v"}).Status, ExitFailed);
   MakePictureService()->Save(Picture(720, 576), folder / "full.bmp");
-  EXPECT_EQ(Run({"still", folder / "full.bmp", folder / "missing/x.m2v"}), ExitFailed);
-  EXPECT_THAT(ui.Messages.at(0).Text, HasSubstr("cannot be written"));
+  EXPECT_THAT(CommandRun({"still", folder / "full.bmp", folder / "missing/x.m2v"}).LastText(),
+              HasSubstr("cannot be written"));
 }
 
 }  // namespace

@@ -1,40 +1,19 @@
-#include "app/command_probe.h"
-
 #include <fmt/format.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
+#include "command_run.h"
 #include "model/new_track.h"
 #include "model/project.h"
 #include "project/script_writer.h"
 #include "support/media.h"
-#include "support/recording_ui.h"
 #include "support/stream_builder.h"
-#include "support/temp_folder.h"
 
 namespace quorvelant {
 namespace {
 
 using testing::HasSubstr;
-
-struct Outcome {
-  int Status = 0;
-  std::string Out;
-  std::vector<Message> Messages;
-};
-
-Outcome RunCommand(const std::vector<std::string>& arguments) {
-  RecordingUi ui;
-  std::ostringstream out;
-  std::ostringstream err;
-  const int status =
-      RunCommandForm(arguments, ui, out, err, [](const std::string&) { return std::string(); });
-  return {status, out.str(), ui.Messages};
-}
 
 std::string Text(const Bytes& bytes) {
   return {bytes.begin(), bytes.end()};
@@ -43,7 +22,7 @@ std::string Text(const Bytes& bytes) {
 TEST(ProbeCommand, SaysInWordsWhatAFileIs) {
   const TempFolder folder;
   const std::string film = folder.Write("film.m2v", Text(BuildStream({.Closed = false})));
-  const Outcome video = RunCommand({"probe", film});
+  const CommandRun video({"probe", film});
   EXPECT_EQ(video.Status, ExitDone);
   EXPECT_EQ(video.Out,
             film +
@@ -54,7 +33,7 @@ TEST(ProbeCommand, SaysInWordsWhatAFileIs) {
                 "  bit rate    2.255 Mbit/s mean, 2.521 peak over one second, 9.800 by its header\n"
                 "  index       none\n"
                 "  disc        yes\n");
-  const Outcome audio = RunCommand({"probe", SampleAc3({.Channels = 6, .Kbps = 640, .Seconds = 3.2})});
+  const CommandRun audio({"probe", SampleAc3({.Channels = 6, .Kbps = 640, .Seconds = 3.2})});
   EXPECT_THAT(audio.Out, HasSubstr(": AC3, 48 kHz, 6 channels, 640 kbit/s\n  duration    00:00:03."));
   EXPECT_THAT(audio.Out, HasSubstr("  disc        no: it has 640 kbit/s; a disc carries 448 at most\n"));
 }
@@ -69,7 +48,7 @@ TEST(ProbeCommand, JsonOfEveryKind) {
   const std::string named = folder.Write("n.bin", Text({0x0B, 0x77, 0, 0, 0x14, 0x40, 0x40}));
   const std::string film =
       SampleVideo({.Standard = "NTSC", .Aspect = "16:9", .Frames = 40, .Pulldown = true});
-  const Outcome outcome = RunCommand({"probe", "--json", film, wave, bitmap, system, named});
+  const CommandRun outcome({"probe", "--json", film, wave, bitmap, system, named});
   EXPECT_EQ(outcome.Status, ExitFailed);  // one of them is nothing that a disc is made of
   const auto json = nlohmann::json::parse(outcome.Out);
   ASSERT_EQ(json.size(), 5U);
@@ -88,37 +67,37 @@ TEST(ProbeCommand, JsonOfEveryKind) {
 
 TEST(ProbeCommand, WhatCannotBeRead) {
   const TempFolder folder;
-  const Outcome none = RunCommand({"probe", folder / "none", folder.Path().string()});
+  const CommandRun none({"probe", folder / "none", folder.Path().string()});
   EXPECT_EQ(none.Status, ExitFailed);
   ASSERT_EQ(none.Messages.size(), 2U);
   EXPECT_EQ(none.Messages[0].Text, "there is no such file");
-  const Outcome empty = RunCommand({"probe", folder.Write("e.m2v", ""), folder.Write("x.m2v", "abc")});
+  const CommandRun empty({"probe", folder.Write("e.m2v", ""), folder.Write("x.m2v", "abc")});
   EXPECT_THAT(empty.Out, HasSubstr("e.m2v: unknown\n  disc        no: it is empty\n"));
   const std::string png("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\2\xD0\0\0\1\xE0\b\2", 26);
   const std::string jpeg("\xFF\xD8\xFF\xE0\0\x10JFIF\0\1\1\0\0\1\0\1\0\0\xFF\xC2\0\x11\b\2\x40\1\x60\3", 31);
-  EXPECT_THAT(RunCommand({"probe", folder.Write("a.png", png)}).Out, HasSubstr("bitmap, 720x480\n"));
-  EXPECT_THAT(RunCommand({"probe", folder.Write("a.jpg", jpeg)}).Out, HasSubstr("bitmap, 352x576\n"));
-  EXPECT_EQ(RunCommand({"probe", folder.Write("b.jpg", jpeg.substr(0, 28))}).Status, ExitFailed);
+  EXPECT_THAT(CommandRun({"probe", folder.Write("a.png", png)}).Out, HasSubstr("bitmap, 720x480\n"));
+  EXPECT_THAT(CommandRun({"probe", folder.Write("a.jpg", jpeg)}).Out, HasSubstr("bitmap, 352x576\n"));
+  EXPECT_EQ(CommandRun({"probe", folder.Write("b.jpg", jpeg.substr(0, 28))}).Status, ExitFailed);
   EXPECT_THAT(empty.Out, HasSubstr("no: it is neither MPEG video, AC3, DTS, WAV nor a bitmap\n"));
 }
 
 TEST(IndexCommand, BuildsReusesAndRebuilds) {
   const TempFolder folder;
   const std::string film = folder.Write("film.m2v", Text(BuildStream({})));
-  EXPECT_EQ(RunCommand({"index", film}).Out, film + ".qvi: built, 48 frames, 4 entries\n");
+  EXPECT_EQ(CommandRun({"index", film}).Out, film + ".qvi: built, 48 frames, 4 entries\n");
   EXPECT_FALSE(std::filesystem::exists(film + ".gpi"));
-  EXPECT_EQ(RunCommand({"index", "--pictures", film}).Out, film + ".qvi: built, 48 frames, 4 entries\n");
+  EXPECT_EQ(CommandRun({"index", "--pictures", film}).Out, film + ".qvi: built, 48 frames, 4 entries\n");
   EXPECT_THAT(TempFolder::Read(film + ".gpi"), testing::StartsWith("IPBBPBB"));
   std::filesystem::last_write_time(film + ".qvi",
                                    std::filesystem::last_write_time(film) - std::chrono::seconds(9));
-  const Outcome reused = RunCommand({"index", film});
+  const CommandRun reused({"index", film});
   EXPECT_EQ(reused.Out, film + ".qvi: there already, 48 frames, 4 entries\n");
   ASSERT_EQ(reused.Messages.size(), 1U);
   EXPECT_EQ(reused.Messages[0].Text, "the index is older than the file; --force rebuilds it");
-  EXPECT_THAT(RunCommand({"probe", film}).Out,
+  EXPECT_THAT(CommandRun({"probe", film}).Out,
               HasSubstr("older than the file; rebuild it with \"index --force\""));
-  EXPECT_EQ(RunCommand({"index", "--force", film}).Out, film + ".qvi: built, 48 frames, 4 entries\n");
-  const Outcome bad = RunCommand({"index", folder.Write("x.m2v", "abc")});
+  EXPECT_EQ(CommandRun({"index", "--force", film}).Out, film + ".qvi: built, 48 frames, 4 entries\n");
+  const CommandRun bad({"index", folder.Write("x.m2v", "abc")});
   EXPECT_EQ(bad.Status, ExitFailed);
   EXPECT_EQ(bad.Messages[0].Text, "it holds no MPEG video to index");
 }
@@ -134,7 +113,7 @@ TEST(CheckCommand, SourcesAreOpenedWhenAsked) {
   const std::string file = folder.Write("p.qvp", WriteScript(project));
   const auto report = [&](bool sources) {
     std::string text;
-    for (const Message& message : RunCommand(sources ? std::vector<std::string>{"check", "--sources", file}
+    for (const Message& message : CommandRun(sources ? std::vector<std::string>{"check", "--sources", file}
                                                      : std::vector<std::string>{"check", file})
                                       .Messages) {
       text += fmt::format("{}|{}|{}\n", message.Place, message.Title, message.Text);

@@ -1,14 +1,6 @@
-#include "app/command_subtitles.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <sstream>
-
+#include "command_run.h"
 #include "project/script_reader.h"
 #include "project/script_writer.h"
-#include "support/recording_ui.h"
-#include "support/temp_folder.h"
 
 namespace quorvelant {
 namespace {
@@ -31,12 +23,9 @@ struct CommandSubtitles : testing::Test {
                           "Directory\tsubs\nPalette entries\nRGB1 (1,2,3)\nDisplay_Start\tforced\nSP_NUMBER\n"
                           "1\t00:00:01:00\t00:00:02:29\ta.bmp\n2\t00:00:03:00\t00:00:04:00\tb.bmp\n");
   }
-  int Run(std::vector<std::string> arguments) {
+  static CommandRun Run(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "subtitles");
-    ui.Unattended = true;
-    std::ostringstream errors;
-    out.str({});
-    return RunCommandForm(arguments, ui, out, errors, [](const std::string&) { return std::string(); });
+    return CommandRun(arguments);
   }
   Project Load(const std::string& file) {
     Project loaded;
@@ -48,16 +37,14 @@ struct CommandSubtitles : testing::Test {
   TempFolder folder;
   std::string project;
   std::string script;
-  RecordingUi ui;
-  std::ostringstream out;
 };
 
 TEST_F(CommandSubtitles, WritesTheProjectBackWithANewStreamAndThePalette) {
-  ASSERT_EQ(Run({project, script, "--track", "Film"}), ExitDone);
-  EXPECT_EQ(out.str(),
+  const CommandRun added = Run({project, script, "--track", "Film"});
+  EXPECT_EQ(added.Out,
             "2 subtitles added to Subtitle Stream 1 (English) of Film, written to " + project + "\n");
-  EXPECT_EQ(ui.Messages.back().Text, "2 of the bitmaps do not exist, the first of them here");
-  EXPECT_EQ(ui.Messages.back().Place, folder / "subs/a.bmp");
+  EXPECT_EQ(added.LastText(), "2 of the bitmaps do not exist, the first of them here");
+  EXPECT_EQ(added.Messages.back().Place, folder / "subs/a.bmp");
   Project loaded = Load(project);
   ASSERT_EQ(loaded.Tracks[0].SubStreams.size(), 1U);
   const SubtitleStream& stream = loaded.Tracks[0].SubStreams[0];
@@ -70,7 +57,8 @@ TEST_F(CommandSubtitles, WritesTheProjectBackWithANewStreamAndThePalette) {
       loaded.Palettes, [](const Palette_P& palette) { return palette.PaletteColors[0] == 0x030201; }));
 
   ASSERT_EQ(Run({project, script, "--track", "1", "--stream", "1", "--subrip", "--rules", "classic",
-                 "--language", "DE", "-o", folder / "other.qvp"}),
+                 "--language", "DE", "-o", folder / "other.qvp"})
+                .Status,
             ExitDone);
   loaded = Load(folder / "other.qvp");
   ASSERT_EQ(loaded.Tracks[0].SubStreams[0].SubPlays.size(), 4U);
@@ -84,25 +72,22 @@ TEST_F(CommandSubtitles, RefusesWithoutTouchingTheProject) {
   const std::string before = TempFolder::Read(project);
   const struct {
     std::vector<std::string> Arguments;
-    int Status;
     const char* Told;
   } cases[] = {
-      {{project, script, "--track", "2"}, ExitFailed, "the project has no track 2"},
-      {{project, script, "--track", "1", "--stream", "2"}, ExitFailed, "track Film has no subtitle stream 2"},
-      {{project, folder / "none.sst", "--track", "1"}, ExitFailed, "The subtitle script cannot be opened"},
-      {{folder / "none.qvp", script, "--track", "1"}, ExitFailed, "Unable to read"},
+      {{project, script, "--track", "2"}, "the project has no track 2"},
+      {{project, script, "--track", "1", "--stream", "2"}, "track Film has no subtitle stream 2"},
+      {{project, folder / "none.sst", "--track", "1"}, "The subtitle script cannot be opened"},
+      {{folder / "none.qvp", script, "--track", "1"}, "Unable to read"},
       {{folder.Write("odd.qvp", before + "Nonsense=1\r\n"), script, "--track", "1"},
-       ExitFailed,
        "1 lines of this script are not understood and would be lost"},
   };
   for (const auto& test : cases) {
-    ui.Messages.clear();
-    EXPECT_EQ(Run(test.Arguments), test.Status);
-    ASSERT_FALSE(ui.Messages.empty()) << test.Told;
-    EXPECT_THAT(ui.Messages.back().Text, HasSubstr(test.Told));
+    const CommandRun run = Run(test.Arguments);
+    EXPECT_EQ(run.Status, ExitFailed);
+    EXPECT_THAT(run.LastText(), HasSubstr(test.Told));
   }
-  EXPECT_EQ(Run({project, script}), ExitUsage);
-  EXPECT_EQ(Run({project, script, "--track", "1", "--language", "Klingon"}), ExitUsage);
+  EXPECT_EQ(Run({project, script}).Status, ExitUsage);
+  EXPECT_EQ(Run({project, script, "--track", "1", "--language", "Klingon"}).Status, ExitUsage);
   EXPECT_EQ(TempFolder::Read(project), before);
 }
 

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "app/command_form.h"
+#include "app/version.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -13,7 +14,6 @@ namespace quorvelant {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 TEST(SwitchForm, TheFirstArgumentDecides) {
   for (const char* first :
@@ -145,26 +145,32 @@ TEST_F(SwitchRun, ACleanBatchRunSaysNothingAndLeavesItsSettings) {
   EXPECT_EQ(TempFolder::Read(SettingsPath()), SettingsText(zeros));
 }
 
-TEST_F(SwitchRun, TheScriptsFolderWinsAndWithoutExitNoSettingsAreWritten) {
-  ScriptFolder = "C:\\disc\\VIDEO_TS";
-  AuthorResult = false;
-  EXPECT_EQ(Run({"-i", Folder.Write("a.qvp", ""), "-d", "out", "-create"}), ExitFailed);
-  EXPECT_EQ(Calls.back(), "author C:\\disc\\VIDEO_TS");
-  EXPECT_THAT(Ui.StatusWords.back(), HasSubstr("Quorvelant Ondra Version "));
-  EXPECT_FALSE(std::filesystem::exists(SettingsPath()));
-}
-
-TEST_F(SwitchRun, AFaultyScriptAuthorsNothing) {
-  LoadResult = false;
-  EXPECT_EQ(Run({"-i", Folder.Write("a.qvp", ""), "-d", "out", "-create", "-exit"}), ExitFailed);
-  EXPECT_EQ(Calls.size(), 1U);
-  EXPECT_FALSE(std::filesystem::exists(SettingsPath()));
-}
-
-TEST_F(SwitchRun, WithoutCreateTheScriptIsLoadedAndTheRunEnds) {
-  EXPECT_EQ(Run({"-i", Folder.Write("a.qvp", ""), "-d", "out", "-exit"}), ExitDone);
-  EXPECT_EQ(Calls.size(), 1U);
-  EXPECT_THAT(Ui.StatusWords, ElementsAre("Initialising Database...", "Ready"));
+TEST_F(SwitchRun, WhatTheScriptAndTheSwitchesSayOfTheRun) {
+  struct Case {
+    std::vector<std::string> Switches;
+    const char* ScriptFolder;
+    bool Loads, Authors;
+    int Status;
+    std::string LastCall, LastWords;
+  };
+  const std::string script = Folder.Write("a.qvp", "");
+  const std::string loaded = "load " + script;
+  for (const Case& c : {
+           // The script's folder wins; without -exit the window's caption comes back.
+           Case{{"-create"}, "C:\\disc", true, false, ExitFailed, "author C:\\disc", VersionCaption()},
+           Case{{"-create", "-exit"}, "", false, true, ExitFailed, loaded, "Ready"},  // a faulty script
+           Case{{"-exit"}, "", true, true, ExitDone, loaded, "Ready"},                // loaded alone
+       }) {
+    ScriptFolder = c.ScriptFolder;
+    LoadResult = c.Loads;
+    AuthorResult = c.Authors;
+    std::vector<std::string> arguments{"-i", script, "-d", "/out"};
+    arguments.insert(arguments.end(), c.Switches.begin(), c.Switches.end());
+    EXPECT_EQ(Run(arguments), c.Status) << c.LastCall;
+    EXPECT_EQ(Calls.back(), c.LastCall);
+    EXPECT_EQ(Ui.StatusWords.back(), c.LastWords);
+    EXPECT_FALSE(std::filesystem::exists(SettingsPath()));
+  }
 }
 
 TEST_F(SwitchRun, AFaultInARoomIsTold) {
