@@ -45,7 +45,8 @@ int DiscMaker::AddTrack(const std::string& name, const std::string& video,
   track.Standard = Video.Standard;
   track.Aspect = Video.Aspect;
   track.Coding = "MPEG2";
-  track.Resolution = fmt::format("{}x{}", Video.Width, Video.Standard == "PAL" ? 576 : 480);
+  const int fullHeight = Video.Standard == "PAL" ? 576 : 480;
+  track.Resolution = fmt::format("{}x{}", Video.Width, Video.Height != 0 ? Video.Height : fullHeight);
   track.VideoPlays.emplace_back().File = video;
   track.HasAudio = !sounds.empty();
   for (std::size_t i = 0; i < sounds.size(); ++i) {

@@ -135,13 +135,10 @@ std::map<std::string, std::string> FilesOf(const std::string& folder) {
 class SmallDisc : public testing::Test {
  protected:
   SmallDisc() {
-    const int track = maker_.AddTrack(
-        "Film",
-        SampleVideo({.Width = 352, .Height = 288, .Frames = 60, .Closed = true, .KbitPerSecond = 500}),
-        {SampleAc3({})}, {0, 30});
+    const int track = maker_.AddTrack("Film", SampleVideo(maker_.Video), {SampleAc3({})}, {0, 30});
     maker_.AddTitle(maker_.AddSet(), track);
   }
-  DiscMaker maker_;
+  DiscMaker maker_{{.Width = 352, .Height = 288, .Frames = 60, .Closed = true, .KbitPerSecond = 500}};
 };
 
 TEST_F(SmallDisc, TwiceGivesTheSameBytes) {
@@ -221,48 +218,30 @@ TEST_F(SmallDisc, ClassicDiffersInTheNamedRulesAlone) {
       std::ranges::is_permutation(std::vector(changes.begin(), changes.begin() + std::ssize(once)), once));
 }
 
-// A motion menu with two sets of buttons; the commands of its cell are dealt to both.
-TEST_F(SmallDisc, ButtonsLeadWhereTheirCommandsSay) {
-  const int menu = maker_.AddTrack("Menu", SampleVideo({.Frames = 100, .Closed = true}), {}, {0});
+// The commands of a menu's cell are dealt to the buttons of all sets that start within its scene, those of
+// the next scene anew.
+TEST_F(SmallDisc, CommandsAreDealtToButtonsInTheirOrder) {
+  const int menu = maker_.AddTrack("Menu", SampleVideo(maker_.Video), {}, {0, 40});
   HighlightPlay set;
-  set.StartTimeToVideo = "00:00:00:00";
-  set.Duration = "00:00:01:00";
-  for (int i = 1; i <= 2; ++i) {
-    HighlightButton& button = set.Buttons.emplace_back();
-    button.Name = "Button" + std::to_string(i);
-    button.Areas.fill({100 * i, 100 * i + 80, 100, 140});
-    button.Left = button.Up = "Button1";
-    button.Right = button.Down = "Button2";
-  }
-  maker_.Disc.Tracks[1].HighlightPlays = {set, set};
-  maker_.Disc.Tracks[1].HighlightPlays[1].StartTimeToVideo = "00:00:02:00";
-  maker_.AddTitle(maker_.AddSet(), 0);
+  set.Buttons.resize(2);
+  maker_.Disc.Tracks[1].HighlightPlays = {set, set, set};
+  maker_.Disc.Tracks[1].HighlightPlays[0].StartTimeToVideo = "00:00:01:00";
+  maker_.Disc.Tracks[1].HighlightPlays[1].StartTimeToVideo = "00:00:00:05";
+  maker_.Disc.Tracks[1].HighlightPlays[2].StartTimeToVideo = "00:00:02:00";
   maker_.PlaceAll(maker_.TitleMenu(), menu, maker_.Disc.Disc.Item(1)->VTSMenuInfo);
-  auto& plays = maker_.TitleMenu().PG.Item(1)->Cell.Item(1)->ButtonCommands;
-  plays.resize(2);
-  AddCommand(plays[0].Commands, "Button", "JumpTT VTS1_Title1");
-  AddCommand(plays[0].Commands, "Button", "JumpTT VTS2_Title1");
-  AddCommand(plays[1].Commands, "Button", "LinkPGCN Top");
-  AddCommand(plays[1].Commands, "Button", "JumpTT VTS2_Title1");
-  ASSERT_EQ(maker_.Author().Outcome, AuthorOutcome::Done);
-  EXPECT_EQ(PressButtons(maker_.Folder, 0, {1}), "title 1 chapter 1");
-  EXPECT_EQ(PressButtons(maker_.Folder, 0, {2}), "title 2 chapter 1");
-
-  const auto vobus = WalkVobs({maker_.Folder + "/VIDEO_TS.VOB"});
-  std::vector<std::uint64_t> status;
-  for (const WalkedVobu& vobu : vobus) {
-    status.push_back(vobu.Field(141, 2));
+  for (const std::size_t scene : {1U, 2U}) {
+    for (const char* hex : {"1", "2", "3"}) {
+      AddCommand(maker_.TitleMenu().PG.Item(scene)->Cell.Item(1)->ButtonCommands.emplace_back().Commands,
+                 "Button", "");
+      maker_.TitleMenu().PG.Item(scene)->Cell.Item(1)->ButtonCommands.back().Commands[0].CommandHex = hex;
+    }
   }
-  // VOBUs of ten frames: the sets last 25 frames each, from frame 0 and from frame 50.
-  EXPECT_THAT(status, testing::ElementsAre(1, 2, 2, 0, 0, 1, 2, 2, 0, 0));
-  EXPECT_EQ(vobus[5].Field(143, 4), 25257U + 50 * 3600);
-  EXPECT_EQ(vobus[5].Field(187 + 10, 8) >> 48, 0x2004U);       // LinkPGCN
-  EXPECT_EQ(vobus[5].Field(187 + 18 + 10, 8) >> 48, 0x3002U);  // JumpTT
-  const auto errors = CheckerErrors(maker_.Folder);
-  if (!errors) {
-    GTEST_SKIP() << "the folder's checker is not at hand";
-  }
-  EXPECT_THAT(*errors, IsEmpty());
+  const DiscPlan plan = PlanDisc(maker_.Disc, Rules::Players, maker_.Ui);
+  const auto& sets = plan.Manager.Menu.Inputs.at(0).Highlights;
+  ASSERT_EQ(sets.size(), 3U);
+  EXPECT_THAT(sets[0].CommandHex, testing::ElementsAre("1", "2"));
+  EXPECT_THAT(sets[1].CommandHex, testing::ElementsAre("3"));
+  EXPECT_THAT(sets[2].CommandHex, testing::ElementsAre("1", "2"));
 }
 
 TEST_F(SmallDisc, StatusWords) {
