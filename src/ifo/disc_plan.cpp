@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <numeric>
 
 #include "codec/still_encoder.h"
 #include "ifo/disc_limits.h"
@@ -32,11 +33,16 @@ void CountSources(const MuxInput& input, DiscPlan& plan) {
   for (const MuxVideoFile& file : input.Video) {
     plan.VideoBytes += file.ImageSource ? LargestStillBytes : SizeOf(file.Path);
   }
+  double seconds = 0;  // of the longest stream; without sound nothing is known of a track's length
   for (const MuxAudioStream& stream : input.Audio) {
-    for (const std::uint64_t bytes : stream.DataBytes) {
-      plan.AudioBytes += bytes;
-    }
+    const std::uint64_t bytes =
+        std::accumulate(stream.DataBytes.begin(), stream.DataBytes.end(), std::uint64_t{0});
+    const int kbps = stream.Traits.BitRate;
+    seconds = std::max(seconds, kbps > 0 ? static_cast<double>(bytes) / (kbps * 125.0) : 0);
+    plan.AudioBytes += bytes;
   }
+  // Twice a second a navigation pack, and behind each a pack of every stream that is half full.
+  plan.PartPacks += static_cast<std::uint64_t>(seconds * (3.0 + static_cast<double>(input.Audio.size())));
 }
 
 DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, UserInterface& ui) {
@@ -121,11 +127,11 @@ bool DiscPlan::HasErrors() const {
 }
 
 std::uint64_t DiscPlan::NeededBytes() const {
-  // A full pack carries 2025 bytes of video or 2016 of sound; navigation packs and padding come to about
-  // one per cent at usual bit rates.
+  // A full pack carries 2025 bytes of video or 2016 of sound; the others come to one per cent at usual bit
+  // rates, where the length is not known.
   const std::uint64_t packs = VideoBytes / 2025 + AudioBytes / 2016;
-  const std::uint64_t tables = (Sets.size() + 1) * 16;  // sectors of IFO and BUP
-  return (packs + packs / 100 + tables) * SectorBytes;
+  const std::uint64_t tables = (Sets.size() + 1) * 24;  // sectors of IFO and BUP
+  return (packs + std::max(packs / 100, PartPacks) + tables) * SectorBytes;
 }
 
 DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui, PictureLoader* pictures) {

@@ -49,6 +49,7 @@ struct DiscPlan {
   SetPlan Manager;               // its menu alone
   std::uint64_t VideoBytes = 0;  // of all source files, a track counted once a domain
   std::uint64_t AudioBytes = 0;
+  std::uint64_t PartPacks = 0;    // about so many packs are not full
   std::vector<Message> Findings;  // errors hinder, warnings do not
   CodedBitmaps Coded;             // the bitmaps of subtitles, from the checks
 
