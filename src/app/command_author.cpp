@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <ostream>
@@ -34,6 +35,8 @@ constexpr std::string_view StrictText =
     "There were warnings, and --strict makes them failures: no disc was made";
 constexpr std::string_view StoppedTitle = "Stopped";
 constexpr std::string_view StoppedText = "The run was stopped; the destination is as it was";
+constexpr std::string_view LogTitle = "Log";
+constexpr std::string_view LogNotWritten = "The log could not be written";
 constexpr std::string_view ReadingStatus = "Reading back";
 
 struct AuthorArguments {
@@ -137,7 +140,11 @@ AuthorResult WriteFiles(const Run& run, const DiscPlan& plan, const std::string&
   options.TellSuccess = false;
   options.DryRun = run.Arguments.DryRun;
   options.Pictures = &run.Pictures;
-  return AuthorDisc(plan, options, run.Voice, log);
+  AuthorResult result = AuthorDisc(plan, options, run.Voice, log);
+  if (const std::string& file = run.Arguments.LogFile; !file.empty() && !std::filesystem::exists(file)) {
+    TellWarning(run.Voice, LogTitle, LogNotWritten, file);
+  }
+  return result;
 }
 
 // Reads the folder back and gives it its name.

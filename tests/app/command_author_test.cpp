@@ -14,6 +14,8 @@
 #include "app/settings.h"
 #include "app/switch_form.h"
 #include "ifo/output_folder.h"
+#include "support/disc_judges.h"
+#include "support/disc_walk.h"
 #include "support/folders.h"
 #include "support/media.h"
 #include "support/recording_ui.h"
@@ -61,8 +63,13 @@ class AuthorCommand : public testing::Test {
 };
 
 TEST_F(AuthorCommand, AnnouncesWritesAndSums) {
-  ASSERT_EQ(Author({demo, "-o", disc, "--dry-run"}), ExitDone);
-  EXPECT_FALSE(fs::exists(disc));
+  ASSERT_EQ(Author({demo, "-o", disc, "--dry-run", "--log-file", demo + "/log"}), ExitDone);
+  ASSERT_EQ(ui.Messages.size(), 1U);
+  EXPECT_EQ(ui.Messages[0].Text, "The log could not be written");
+  ui.Messages.clear();
+  ASSERT_EQ(Author({demo, "-o", disc, "--dry-run", "--log-file", temp / "logs/run.log"}), ExitDone);
+  EXPECT_THAT(TempFolder::Read(temp / "logs/run.log"), testing::StartsWith("***** MENU TRACK LIST"));
+  EXPECT_FALSE(fs::exists(LogFile(Environment())) || fs::exists(disc));
   EXPECT_THAT(out.str(), HasSubstr("Would write " + disc));
   ASSERT_EQ(Author({demo, "-o", disc}), ExitDone);
   EXPECT_THAT(ui.Messages, IsEmpty());
@@ -76,6 +83,14 @@ TEST_F(AuthorCommand, AnnouncesWritesAndSums) {
     EXPECT_TRUE(IsDiscFileName(name)) << name;
   }
   EXPECT_EQ(FilesOf(disc).size(), 10U);
+  for (const auto& [buttons, leads] : {std::pair{std::vector{1}, "title 1 chapter 1"},
+                                       {{2}, "title 2 chapter 1"},
+                                       {{4}, "title 3 chapter 1"},
+                                       {{3, 2}, "title 1 chapter 2"},
+                                       {{3, 4, 3, 3}, "title 1 chapter 3"}}) {
+    EXPECT_EQ(PressButtons(disc, 0, buttons), leads);
+  }
+  EXPECT_THAT(CheckerErrors(disc).value_or(std::vector<std::string>{}), IsEmpty());
 }
 
 TEST_F(AuthorCommand, JsonIsOneEventALine) {
@@ -83,8 +98,10 @@ TEST_F(AuthorCommand, JsonIsOneEventALine) {
   std::istringstream lines(out.str());
   std::set<std::string> events;
   nlohmann::json last;
+  double needed = 0;
   for (std::string line; std::getline(lines, line);) {
     last = nlohmann::json::parse(line);
+    needed = last.value("neededBytes", needed);
     events.insert(last["event"].get<std::string>());
   }
   EXPECT_TRUE(events.contains("phase") && events.contains("plan"));
@@ -96,6 +113,7 @@ TEST_F(AuthorCommand, JsonIsOneEventALine) {
     bytes += content.size();
   }
   EXPECT_EQ(last["bytes"], bytes);
+  EXPECT_NEAR(needed, static_cast<double>(bytes), static_cast<double>(bytes) / 4);
 }
 
 TEST_F(AuthorCommand, TheSwitchFormMakesTheClassicDisc) {
