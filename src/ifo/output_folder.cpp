@@ -1,6 +1,7 @@
 #include "ifo/output_folder.h"
 
 #include <fmt/format.h>
+#include <sys/stat.h>
 
 #include <cctype>
 #include <system_error>
@@ -67,12 +68,12 @@ void RemoveDisc(const fs::path& folder) {
   fs::remove(folder, failed);
 }
 
+// A mount point cannot be renamed.
 bool IsMounted(const fs::path& folder) {
-  std::error_code failed;
-  const auto there = fs::space(folder, failed);
-  const auto around = fs::space(folder.parent_path(), failed);
-  return !failed && (there.capacity != around.capacity) &&
-         !fs::equivalent(folder, folder.parent_path(), failed);
+  struct stat there = {};
+  struct stat around = {};
+  return stat(folder.c_str(), &there) == 0 && stat(folder.parent_path().c_str(), &around) == 0 &&
+         there.st_dev != around.st_dev;
 }
 
 bool Refuse(UserInterface& ui, const fs::path& destination, std::string_view text) {
