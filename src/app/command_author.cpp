@@ -203,10 +203,11 @@ bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
   if (!Load(run, project)) {
     return false;
   }
-  const DiscPlan plan = PlanDisc(project, arguments.RulesUsed(), voice, pictures.get());
+  DiscPlan plan = PlanDisc(project, arguments.RulesUsed(), voice, pictures.get());
   if (!Announce(run, plan)) {
     return false;
   }
+  plan.Findings.clear();  // told
   if (run.StrictFails()) {
     TellError(voice, StrictTitle, StrictText);
     return false;

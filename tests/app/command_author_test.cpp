@@ -228,6 +228,11 @@ TEST_F(AuthorCommand, FailuresAreOneClearErrorAndNoFolder) {
     EXPECT_FALSE(fs::exists(temp / ".VIDEO_TS.making"));
     temp.Write(std::string("media/") + c.File, former);
   }
+  // What can be multiplexed is taken by tradition, and told once.
+  temp.Write("media/second.m2v", TempFolder::Read(SampleVideo({.Width = 480, .Frames = 200})));
+  ui.Messages.clear();
+  EXPECT_EQ(Author({project, "-o", disc, "--rules", "classic"}), ExitDone);
+  EXPECT_EQ(ui.Messages.size(), 1U);
 }
 
 }  // namespace
