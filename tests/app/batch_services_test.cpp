@@ -14,18 +14,6 @@
 namespace quorvelant {
 namespace {
 
-TEST(BatchServices, ANewProjectSurvivesSaveAndLoad) {
-  const TempFolder folder;
-  RecordingUi ui;
-  Project project;
-  MakeDefaultStructure(project);
-  Project loaded;
-  const std::string script = folder.Write("new.qvp", WriteScript(project));
-  ASSERT_TRUE(MakeBatchServices(ui).LoadScriptFile(script, true, loaded));
-  EXPECT_EQ(WriteScript(loaded), WriteScript(project));
-  EXPECT_TRUE(ui.Messages.empty());
-}
-
 TEST(BatchServices, ACommandErrorStopsTheRunAndIsListed) {
   const TempFolder folder;
   RecordingUi ui;
