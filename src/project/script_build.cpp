@@ -113,7 +113,7 @@ void FillFormats(Track& track) {
   }
 }
 
-// Scenes whose track learnt its standard only from its file.
+// Scenes whose track learnt its standard only from its file, or has none and goes by the disc's.
 void SetPendingTimes(Build& build) {
   for (const PendingTime& pending : build.State.PendingTimes) {
     Track& track = build.Target.Tracks[pending.Place.Track];
@@ -218,6 +218,9 @@ bool OneStandard(const Project& project) {
 bool CreateLayout(Build& build) {
   build.Ui.Status("Creating DVD Layout");
   CreateCells(build);
+  if (!build.Options.AnalyseChapters) {  // which has moved them
+    SetPendingTimes(build);              // cells bring the disc its standard
+  }
   if (OneStandard(build.Target)) {
     return true;
   }
