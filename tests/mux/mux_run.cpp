@@ -55,7 +55,7 @@ Bytes MuxRun::Stream(int id) const {
 }
 
 std::vector<std::string> MuxRun::Complaints() const {
-  return DecodeComplaints(VobFiles());
+  return Decode(VobFiles()).Complaints;
 }
 
 Bytes MuxRun::Decoded(const std::string& stream, const std::string& format) const {
