@@ -106,11 +106,12 @@ void Spread(const std::uint8_t* samples, std::size_t first, std::size_t count, b
   constexpr int Neutral = NeutralChroma;
   if (doubled) {
     samples += first / 2;  // pieces begin at even columns
-    for (std::size_t x = 0; x < count / 2; ++x) {
+    const std::size_t pairs = count / 2;
+    for (std::size_t x = 0; x < pairs; ++x) {
       piece[2 * x] = piece[2 * x + 1] = static_cast<float>(samples[x] - Neutral);
     }
     if (count % 2 != 0) {
-      piece[count - 1] = static_cast<float>(samples[count / 2] - Neutral);
+      piece[count - 1] = static_cast<float>(samples[pairs] - Neutral);
     }
     return;
   }
