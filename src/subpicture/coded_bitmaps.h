@@ -34,6 +34,7 @@ class CodedBitmaps {
     Color Pattern, Emphasis1, Emphasis2;
     int X1, Y1;
     bool Ntsc;
+    // NOLINTNEXTLINE(modernize-use-nullptr, readability-implicit-bool-conversion): no pointer, no bool
     auto operator<=>(const Key&) const = default;
   };
   static Key KeyOf(const SPURecord& record, bool ntsc);
