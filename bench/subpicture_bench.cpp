@@ -3,7 +3,7 @@
 
 #include <random>
 
-#include "base/bmp.h"
+#include "picture/bmp.h"
 #include "subpicture/spu_encoder.h"
 
 namespace quorvelant {

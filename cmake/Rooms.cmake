@@ -6,6 +6,7 @@
 function(quorvelant_room name)
   cmake_parse_arguments(ARG "" "" "ROOMS;LIBRARIES;PRIVATE_LIBRARIES" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   set(door ${PROJECT_BINARY_DIR}/rooms/${name})
   file(MAKE_DIRECTORY ${door})
   file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${door}/${name} SYMBOLIC)
@@ -13,6 +14,15 @@ function(quorvelant_room name)
     add_library(${name} STATIC ${sources})
     set(scope PUBLIC)
     target_link_libraries(${name} PRIVATE quorvelant_flags ${ARG_PRIVATE_LIBRARIES})
+    # The standard library's commonest headers, compiled once for all rooms. Rooms with definitions of their
+    # own cannot share it. `./dev lint` builds without, so each file still includes what it uses.
+    if(name STREQUAL "base")
+      target_precompile_headers(${name} PRIVATE <algorithm> <array> <cstdint> <filesystem> <functional> <map>
+        <memory> <optional> <ranges> <span> <string> <string_view> <unordered_map> <utility> <vector>
+        <fmt/format.h>)
+    elseif(NOT ARG_PRIVATE_LIBRARIES)
+      target_precompile_headers(${name} REUSE_FROM base)
+    endif()
   else()
     add_library(${name} INTERFACE)
     set(scope INTERFACE)

@@ -1,8 +1,8 @@
 // Any bytes as AC3, DTS and WAV, by both sets of rules.
-#include "analysis/bitmap_size.h"
 #include "analysis/disc_fit.h"
 #include "analysis/quick_scan.h"
 #include "memory_file.h"
+#include "picture/bitmap_size.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byteCount) {
   using namespace quorvelant;

@@ -1,7 +1,7 @@
 // The road of a subtitle's bitmap: the first four bytes place it, the rest is the file.
 #include <cstdint>
 
-#include "base/bmp.h"
+#include "picture/bmp.h"
 #include "subpicture/spu_encoder.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byteCount) {

@@ -7,8 +7,8 @@
 #include <filesystem>
 #include <limits>
 
-#include "analysis/bitmap_size.h"
 #include "analysis/wave_file.h"
+#include "picture/bitmap_size.h"
 
 namespace quorvelant {
 

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "ifo/author.h"
-#include "ifo/disc_plan.h"
+#include "author/author.h"
+#include "author/disc_plan.h"
 
 namespace quorvelant {
 

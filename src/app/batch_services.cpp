@@ -2,13 +2,13 @@
 
 #include "analysis/picture_index.h"
 #include "app/command_author.h"
+#include "author/author.h"
 #include "base/random.h"
 #include "base/rules.h"
-#include "ifo/author.h"
+#include "edit/chapter_analysis.h"
 #include "platform/picture_service.h"
-#include "project/chapter_analysis.h"
-#include "project/script_reader.h"
-#include "project/source_scanner.h"
+#include "script/script_reader.h"
+#include "script/source_scanner.h"
 #include "vm/check_commands.h"
 
 namespace quorvelant {

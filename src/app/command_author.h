@@ -4,8 +4,8 @@
 #include <CLI/CLI.hpp>
 
 #include "app/command_form.h"
+#include "author/author.h"
 #include "base/rules.h"
-#include "ifo/author.h"
 
 namespace quorvelant {
 

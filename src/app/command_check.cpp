@@ -11,10 +11,10 @@
 
 #include "app/open_project.h"
 #include "base/text.h"
+#include "check/check.h"
+#include "check/check_sources.h"
+#include "edit/outline_json.h"
 #include "platform/picture_service.h"
-#include "project/check.h"
-#include "project/check_sources.h"
-#include "project/outline_json.h"
 
 namespace quorvelant {
 

@@ -13,7 +13,7 @@
 #include "base/passing_ui.h"
 #include "base/rules.h"
 #include "model/project.h"
-#include "project/script_reader.h"
+#include "script/script_reader.h"
 #include "vm/check_commands.h"
 #include "vm/decoder.h"
 #include "vm/resolver.h"

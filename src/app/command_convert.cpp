@@ -8,8 +8,8 @@
 
 #include "app/open_project.h"
 #include "base/random.h"
-#include "project/check.h"
-#include "project/script_writer.h"
+#include "check/check.h"
+#include "script/script_writer.h"
 
 namespace quorvelant {
 

@@ -12,8 +12,8 @@
 #include "base/file_text.h"
 #include "base/rules.h"
 #include "codec/still_encoder.h"
+#include "edit/import_video.h"
 #include "platform/picture_service.h"
-#include "project/import_video.h"
 
 namespace quorvelant {
 

@@ -16,11 +16,11 @@
 #include "base/random.h"
 #include "base/rules.h"
 #include "base/text.h"
+#include "edit/new_track.h"
 #include "model/cls_dvd.h"
-#include "model/new_track.h"
-#include "project/script_reader.h"
-#include "project/script_writer.h"
-#include "subpicture/subtitle_script.h"
+#include "script/script_reader.h"
+#include "script/script_writer.h"
+#include "subtitle/subtitle_script.h"
 
 namespace quorvelant {
 

@@ -6,7 +6,7 @@
 #include "base/passing_ui.h"
 #include "base/rules.h"
 #include "model/project.h"
-#include "project/script_reader.h"
+#include "script/script_reader.h"
 
 namespace quorvelant {
 

@@ -5,12 +5,12 @@
 #include <optional>
 #include <string>
 
-#include "analysis/bitmap_size.h"
 #include "analysis/disc_fit.h"
 #include "analysis/quick_scan.h"
 #include "analysis/video_probe.h"
 #include "base/rules.h"
 #include "base/user_interface.h"
+#include "picture/bitmap_size.h"
 
 namespace quorvelant {
 

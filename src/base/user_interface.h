@@ -5,18 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "base/message.h"
+
 namespace quorvelant {
-
-enum class Severity { Information, Warning, Error };
-
-// What is told to the user. `Place` says where in the user's material the trouble lies: a project key,
-// "file:line", "file@byte" or "file sector n"; empty where the text says it all.
-struct Message {
-  Severity Level = Severity::Information;
-  std::string Title;  // the kind of trouble, e.g. "Import Error"; empty for a plain box
-  std::string Text;
-  std::string Place;
-};
 
 // The core never writes to a stream, never exits and never waits for a person by itself: the console,
 // the window and the tests each implement this.

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "base/bmp.h"
+#include "picture/bmp.h"
 
 namespace quorvelant {
 namespace {

@@ -1,9 +1,9 @@
 // Pixels to planes and back.
 #pragma once
 
-#include "base/picture_service.h"
 #include "base/rules.h"
 #include "codec/planes.h"
+#include "picture/picture_service.h"
 
 namespace quorvelant {
 

@@ -4,8 +4,8 @@
 #include <cstddef>
 
 #include "base/bytes.h"
-#include "base/picture_service.h"
 #include "base/rules.h"
+#include "picture/picture_service.h"
 
 namespace quorvelant {
 

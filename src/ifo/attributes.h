@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "base/record.h"
+#include "disc/record.h"
 #include "model/project.h"
 #include "model/stream_maps.h"
 

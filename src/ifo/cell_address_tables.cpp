@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "ifo/table_layout.h"
+#include "disc/table_layout.h"
 
 namespace quorvelant {
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/bytes.h"
-#include "mux/vob_records.h"
+#include "disc/vob_records.h"
 
 namespace quorvelant {
 

@@ -10,9 +10,10 @@
 #include <vector>
 
 #include "base/rules.h"
+#include "disc/vob_records.h"
 #include "model/project.h"
 #include "model/stream_maps.h"
-#include "mux/vob_records.h"
+#include "model/walk.h"
 
 namespace quorvelant {
 
@@ -68,17 +69,5 @@ std::int64_t FramesOf(const Title_P& title, const EntryRecords& records);
 
 // A title plays in sequence: it has one PGC, and this neither shuffles nor picks at random.
 bool IsSequential(const Title_P& title);
-
-// The live elements of a collection, in order.
-template <class T>
-std::vector<const T*> Live(const Collection<T>& collection) {
-  std::vector<const T*> live;
-  for (const T& element : collection) {
-    if (!element.Removed) {
-      live.push_back(&element);
-    }
-  }
-  return live;
-}
 
 }  // namespace quorvelant

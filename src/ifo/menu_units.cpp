@@ -5,8 +5,8 @@
 #include <cctype>
 
 #include "base/text.h"
+#include "disc/table_layout.h"
 #include "ifo/pgc_writer.h"
-#include "ifo/table_layout.h"
 #include "model/cls_dvd.h"
 #include "model/menu_kind.h"
 

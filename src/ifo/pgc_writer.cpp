@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <array>
 
-#include "base/bcd_time.h"
 #include "base/text.h"
 #include "base/timecode.h"
+#include "disc/bcd_time.h"
+#include "disc/command_hex.h"
+#include "disc/limits.h"
+#include "disc/pgc_layout.h"
 #include "ifo/attributes.h"
-#include "ifo/disc_limits.h"
-#include "ifo/pgc_layout.h"
-#include "model/command_hex.h"
 
 namespace quorvelant {
 namespace {

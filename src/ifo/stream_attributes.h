@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "base/record.h"
+#include "disc/record.h"
 #include "ifo/domain_records.h"
 
 namespace quorvelant {

@@ -1,7 +1,7 @@
 // The tables of an IFO file, one behind the other, each on a sector of its own.
 #pragma once
 
-#include "base/record.h"
+#include "disc/record.h"
 
 namespace quorvelant {
 

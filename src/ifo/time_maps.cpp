@@ -4,8 +4,8 @@
 #include <span>
 
 #include "base/timecode.h"
+#include "disc/table_layout.h"
 #include "ifo/pgc_writer.h"
-#include "ifo/table_layout.h"
 
 namespace quorvelant {
 namespace {

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "base/text.h"
-#include "ifo/table_layout.h"
+#include "disc/table_layout.h"
 #include "ifo/title_tables.h"
 
 namespace quorvelant {

@@ -1,7 +1,7 @@
 #include "ifo/title_tables.h"
 
+#include "disc/table_layout.h"
 #include "ifo/pgc_writer.h"
-#include "ifo/table_layout.h"
 
 namespace quorvelant {
 

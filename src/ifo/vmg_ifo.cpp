@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <string_view>
 
+#include "disc/vmgi_layout.h"
 #include "ifo/cell_address_tables.h"
 #include "ifo/menu_units.h"
 #include "ifo/pgc_writer.h"
 #include "ifo/stream_attributes.h"
 #include "ifo/table_chain.h"
-#include "ifo/vmgi_layout.h"
 
 namespace quorvelant {
 namespace {

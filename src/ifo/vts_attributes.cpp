@@ -1,5 +1,5 @@
+#include "disc/table_layout.h"
 #include "ifo/stream_attributes.h"
-#include "ifo/table_layout.h"
 #include "ifo/title_search.h"
 
 namespace quorvelant {

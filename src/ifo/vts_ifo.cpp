@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <string_view>
 
+#include "disc/vtsi_layout.h"
 #include "ifo/cell_address_tables.h"
 #include "ifo/menu_units.h"
 #include "ifo/stream_attributes.h"
 #include "ifo/table_chain.h"
 #include "ifo/time_maps.h"
 #include "ifo/title_tables.h"
-#include "ifo/vtsi_layout.h"
 
 namespace quorvelant {
 namespace {

@@ -7,14 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "disc/limits.h"
 #include "model/collection.h"
 #include "model/tracks.h"
 #include "model/uops.h"
 
 namespace quorvelant {
-
-inline constexpr std::size_t AudioStreamCount = 8;
-inline constexpr std::size_t SubStreamCount = 32;
 
 // One navigation command: its text, its eight bytes as 16 hexadecimal digits, and what it points at.
 struct VMICommand_P {

@@ -8,8 +8,8 @@
 
 #include "base/bytes.h"
 #include "base/rules.h"
+#include "disc/clock.h"
 #include "mux/audio_source.h"
-#include "mux/clock.h"
 #include "mux/mux_track.h"
 #include "mux/next_sector.h"
 #include "mux/packet.h"

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "mux/clock.h"
+#include "disc/clock.h"
 #include "mux/coded_picture.h"
 
 namespace quorvelant {

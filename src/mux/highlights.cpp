@@ -7,8 +7,8 @@
 #include <span>
 
 #include "base/timecode.h"
-#include "model/command_hex.h"
-#include "mux/nav_layout.h"
+#include "disc/command_hex.h"
+#include "disc/nav_layout.h"
 
 namespace quorvelant {
 namespace {

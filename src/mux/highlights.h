@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "base/bytes.h"
+#include "disc/clock.h"
 #include "model/tracks.h"
-#include "mux/clock.h"
 #include "mux/mux_track.h"
 #include "mux/nav_pack.h"
 #include "subpicture/highlight_groups.h"

@@ -7,8 +7,9 @@
 #include <vector>
 
 #include "base/bytes.h"
+#include "disc/clock.h"
+#include "disc/vob_records.h"
 #include "mux/audio_stream.h"
-#include "mux/clock.h"
 #include "mux/decode_schedule.h"
 #include "mux/mux_track.h"
 #include "mux/picture_source.h"
@@ -16,7 +17,6 @@
 #include "mux/subpicture_stream.h"
 #include "mux/video_buffer.h"
 #include "mux/vob_output.h"
-#include "mux/vob_records.h"
 
 namespace quorvelant {
 

@@ -7,14 +7,14 @@
 #include <vector>
 
 #include "base/log.h"
-#include "base/picture_service.h"
 #include "base/random.h"
 #include "base/rules.h"
 #include "base/user_interface.h"
+#include "disc/clock.h"
+#include "disc/vob_records.h"
 #include "model/tracks.h"
-#include "mux/clock.h"
 #include "mux/vob_output.h"
-#include "mux/vob_records.h"
+#include "picture/picture_service.h"
 
 namespace quorvelant {
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "base/bcd_time.h"
+#include "disc/bcd_time.h"
+#include "disc/nav_layout.h"
 #include "mux/highlights.h"
-#include "mux/nav_layout.h"
 #include "mux/pack_header.h"
 #include "mux/search_tables.h"
 

@@ -8,9 +8,9 @@
 
 #include "base/bytes.h"
 #include "base/rules.h"
-#include "mux/clock.h"
+#include "disc/clock.h"
+#include "disc/vob_records.h"
 #include "mux/mux_track.h"
-#include "mux/vob_records.h"
 
 namespace quorvelant {
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <span>
 
-#include "mux/clock.h"
+#include "disc/clock.h"
 
 namespace quorvelant {
 

@@ -6,7 +6,7 @@
 
 #include "base/bytes.h"
 #include "base/rules.h"
-#include "mux/clock.h"
+#include "disc/clock.h"
 
 namespace quorvelant {
 

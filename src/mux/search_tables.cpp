@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <optional>
 
-#include "mux/nav_layout.h"
+#include "disc/nav_layout.h"
 
 namespace quorvelant {
 namespace {

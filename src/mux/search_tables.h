@@ -5,8 +5,8 @@
 #include <span>
 
 #include "base/bytes.h"
-#include "mux/clock.h"
-#include "mux/vob_records.h"
+#include "disc/clock.h"
+#include "disc/vob_records.h"
 
 namespace quorvelant {
 

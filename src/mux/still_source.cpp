@@ -6,7 +6,7 @@
 
 #include "codec/still_encoder.h"
 #include "mux/mux_fault.h"
-#include "mux/picture_loader.h"
+#include "picture/picture_loader.h"
 
 namespace quorvelant {
 namespace {

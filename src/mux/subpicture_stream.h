@@ -7,8 +7,8 @@
 #include <limits>
 #include <vector>
 
+#include "disc/vob_records.h"
 #include "mux/mux_track.h"
-#include "mux/vob_records.h"
 #include "subpicture/spu_record.h"
 
 namespace quorvelant {

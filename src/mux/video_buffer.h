@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <deque>
 
-#include "mux/clock.h"
+#include "disc/clock.h"
 
 namespace quorvelant {
 

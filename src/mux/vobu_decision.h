@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "base/rules.h"
-#include "mux/clock.h"
+#include "disc/clock.h"
 
 namespace quorvelant {
 

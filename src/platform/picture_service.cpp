@@ -15,8 +15,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "base/bmp.h"
 #include "base/text.h"
+#include "picture/bmp.h"
 
 namespace quorvelant {
 

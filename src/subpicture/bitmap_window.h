@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "base/picture_service.h"
+#include "picture/picture_service.h"
 
 namespace quorvelant {
 

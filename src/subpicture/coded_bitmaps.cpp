@@ -6,8 +6,8 @@
 #include <mutex>
 #include <thread>
 
-#include "base/bmp.h"
 #include "base/text.h"
+#include "picture/bmp.h"
 
 namespace quorvelant {
 

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "base/bytes.h"
-#include "base/picture_service.h"
 #include "base/rules.h"
+#include "picture/picture_service.h"
 #include "subpicture/bitmap_window.h"
 #include "subpicture/run_length.h"
 #include "subpicture/spu_record.h"

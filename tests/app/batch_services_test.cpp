@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "model/default_structure.h"
-#include "project/script_reader.h"
-#include "project/script_writer.h"
+#include "script/script_reader.h"
+#include "script/script_writer.h"
 #include "support/folders.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"

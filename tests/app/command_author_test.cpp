@@ -13,7 +13,7 @@
 #include "app/command_form.h"
 #include "app/settings.h"
 #include "app/switch_form.h"
-#include "ifo/output_folder.h"
+#include "author/output_folder.h"
 #include "support/disc_judges.h"
 #include "support/disc_walk.h"
 #include "support/folders.h"

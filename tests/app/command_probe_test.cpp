@@ -4,9 +4,9 @@
 #include <nlohmann/json.hpp>
 
 #include "command_run.h"
-#include "model/new_track.h"
+#include "edit/new_track.h"
 #include "model/project.h"
-#include "project/script_writer.h"
+#include "script/script_writer.h"
 #include "support/media.h"
 #include "support/stream_builder.h"
 

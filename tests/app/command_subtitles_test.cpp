@@ -1,6 +1,6 @@
 #include "command_run.h"
-#include "project/script_reader.h"
-#include "project/script_writer.h"
+#include "script/script_reader.h"
+#include "script/script_writer.h"
 
 namespace quorvelant {
 namespace {

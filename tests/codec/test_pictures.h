@@ -1,8 +1,8 @@
 // Pictures made for the tests, and how far two pictures lie apart.
 #pragma once
 
-#include "base/picture_service.h"
 #include "codec/planes.h"
+#include "picture/picture_service.h"
 
 namespace quorvelant {
 

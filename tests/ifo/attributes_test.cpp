@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/bcd_time.h"
+#include "disc/bcd_time.h"
 
 namespace quorvelant {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "edit/new_track.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
-#include "model/new_track.h"
 
 namespace quorvelant {
 namespace {

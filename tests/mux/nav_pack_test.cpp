@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "mux/nav_layout.h"
+#include "disc/nav_layout.h"
 
 namespace quorvelant {
 namespace {

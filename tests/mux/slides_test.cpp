@@ -6,9 +6,9 @@
 #include <array>
 #include <numeric>
 
-#include "base/bmp.h"
 #include "codec/still_encoder.h"
 #include "mux_run.h"
+#include "picture/bmp.h"
 #include "support/media.h"
 
 namespace quorvelant {

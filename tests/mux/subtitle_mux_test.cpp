@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <map>
 
-#include "subpicture/preflight.h"
+#include "check/preflight.h"
 #include "subtitled_track.h"
 #include "support/media.h"
 #include "support/stream_builder.h"

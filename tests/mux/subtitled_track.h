@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "base/bmp.h"
 #include "base/timecode.h"
 #include "mux_run.h"
+#include "picture/bmp.h"
 
 namespace quorvelant {
 

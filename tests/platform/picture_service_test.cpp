@@ -5,7 +5,7 @@
 
 #include <cstdlib>
 
-#include "base/bmp.h"
+#include "picture/bmp.h"
 #include "support/temp_folder.h"
 
 namespace quorvelant {

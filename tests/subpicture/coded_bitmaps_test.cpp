@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "base/bmp.h"
+#include "picture/bmp.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 

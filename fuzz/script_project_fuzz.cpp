@@ -1,0 +1,60 @@
+// Any bytes as a script. What loads is written; what was written loads to the same text.
+#include <cstdint>
+#include <cstdlib>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+#include "check/check.h"
+#include "edit/outline.h"
+#include "script/script_reader.h"
+#include "script/script_writer.h"
+
+namespace {
+
+using namespace quorvelant;
+
+class NobodyUi : public UserInterface {
+ public:
+  void Tell(const Message& /*message*/) override {}
+  bool Ask(std::string_view /*title*/, std::string_view /*text*/, bool unattended) override {
+    return unattended;
+  }
+  std::optional<std::string> AskText(std::string_view /*title*/, std::string_view /*text*/,
+                                     std::string_view proposal) override {
+    return std::string(proposal);
+  }
+  void Status(std::string_view /*words*/) override {}
+  void Progress(double /*done*/, double /*total*/) override {}
+  bool StopRequested() override { return false; }
+};
+
+LoadResult Load(const std::string& text, Project& project) {
+  NobodyUi ui;
+  std::istringstream stream(text);
+  return LoadScript(stream, text.size(), "fuzz/project.qvp", project, {.Rules = Rules::Players}, ui);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byteCount) {
+  const std::string text(reinterpret_cast<const char*>(data), byteCount);
+  Project project;
+  const LoadResult load = Load(text, project);
+  OutlineText(OutlineOf(project));
+  CheckProject(project, load);
+  if (!load.Loaded) {
+    return 0;
+  }
+  Project again;
+  if (!Load(WriteScript(project), again).Loaded) {
+    std::abort();
+  }
+  const std::string second = WriteScript(again);
+  Project third;
+  if (!Load(second, third).Loaded || WriteScript(third) != second) {
+    std::abort();
+  }
+  return 0;
+}

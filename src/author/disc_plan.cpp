@@ -1,0 +1,167 @@
+#include "author/disc_plan.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <numeric>
+
+#include "author/mux_input.h"
+#include "check/disc_limits.h"
+#include "check/preflight.h"
+#include "codec/still_encoder.h"
+#include "ifo/domain_records.h"
+#include "mux/still_source.h"
+
+namespace quorvelant {
+namespace {
+
+// A stream whose kind is unknown stands in no table.
+AudioMap KnownStreams(AudioMap map) {
+  std::erase_if(map, [](const AudioMapRow& row) { return row.Format.empty(); });
+  return map;
+}
+
+std::uint64_t SizeOf(const std::string& path) {
+  std::error_code failed;
+  const std::uintmax_t size = std::filesystem::file_size(path, failed);
+  return failed ? 0 : size;
+}
+
+void CountSources(const MuxInput& input, DiscPlan& plan) {
+  for (const MuxVideoFile& file : input.Video) {
+    plan.VideoBytes += file.ImageSource ? LargestStillBytes : SizeOf(file.Path);
+  }
+  double seconds = 0;  // of the longest stream; without sound nothing is known of a track's length
+  for (const MuxAudioStream& stream : input.Audio) {
+    const std::uint64_t bytes =
+        std::accumulate(stream.DataBytes.begin(), stream.DataBytes.end(), std::uint64_t{0});
+    const int kbps = stream.Traits.BitRate;
+    seconds = std::max(seconds, kbps > 0 ? static_cast<double>(bytes) / (kbps * 125.0) : 0);
+    plan.AudioBytes += bytes;
+  }
+  // Twice a second a navigation pack, and behind each a pack of every stream that is half full.
+  plan.PartPacks += static_cast<std::uint64_t>(seconds * (3.0 + static_cast<double>(input.Audio.size())));
+}
+
+DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, UserInterface& ui) {
+  DomainPlan result;
+  result.Entry = &entry;
+  result.Domain = domain;
+  result.List = BuildTrackList(entry, domain, plan.Sources);
+  result.Audio = KnownStreams(BuildAudioMap(result.List, plan.Sources));
+  result.Subs = BuildSubMap(result.List, plan.Sources);
+  const MuxInputSource source{*plan.Disc, plan.Sources, entry, domain, plan.Rules, ui};
+  for (const TrackListRow& row : result.List) {
+    result.Inputs.push_back(MakeMuxInput(source, row.Index, plan.Findings));
+    CountSources(result.Inputs.back(), plan);
+  }
+  return result;
+}
+
+// The tracks on the disc, each once.
+std::map<std::size_t, const MuxInput*> TracksOf(const DiscPlan& plan) {
+  std::map<std::size_t, const MuxInput*> tracks;
+  const auto add = [&](const DomainPlan& domain) {
+    for (std::size_t i = 0; i < domain.List.size(); ++i) {
+      tracks.emplace(domain.List[i].Index, &domain.Inputs[i]);
+    }
+  };
+  add(plan.Manager.Menu);
+  for (const SetPlan& set : plan.Sets) {
+    add(set.Menu);
+    add(set.Title);
+  }
+  return tracks;
+}
+
+// A file that is missing is told already.
+void CheckStills(const MuxInput& input, DiscPlan& plan, PictureLoader& pictures) {
+  for (const MuxVideoFile& file : input.Video) {
+    const bool there = file.ImageSource && std::filesystem::exists(file.Path);
+    if (auto fault = there ? FaultOfStill(input, file, pictures) : std::nullopt) {
+      plan.Findings.push_back(std::move(*fault));
+    }
+  }
+}
+
+void CheckPictures(DiscPlan& plan, PictureLoader& pictures, UserInterface& ui) {
+  const SubpictureChecks checks{.Rules = plan.Rules,
+                                .Pictures = pictures,
+                                .Ui = ui,
+                                .SourceFolder = plan.Disc->SourceFolder(),
+                                .MuxedOnly = true,
+                                .Coded = &plan.Coded};
+  for (const auto& [track, input] : TracksOf(plan)) {
+    CheckStills(*input, plan, pictures);
+    for (Message& finding : CheckTrackSubpictures(plan.Sources[track], track, checks)) {
+      plan.Findings.push_back(std::move(finding));
+    }
+  }
+}
+
+// The same file is often used by several domains: each finding is told once.
+void DropRepeats(std::vector<Message>& findings) {
+  std::vector<Message> once;
+  for (Message& finding : findings) {
+    const bool told = std::ranges::any_of(once, [&](const Message& former) {
+      return former.Text == finding.Text && former.Place == finding.Place;
+    });
+    if (!told) {
+      once.push_back(std::move(finding));
+    }
+  }
+  findings = std::move(once);
+}
+
+}  // namespace
+
+bool DiscPlan::HasTitles() const {
+  return std::ranges::any_of(Sets, [](const SetPlan& set) { return !set.Title.Inputs.empty(); });
+}
+
+bool DiscPlan::HasErrors() const {
+  return std::ranges::any_of(Findings,
+                             [](const Message& finding) { return finding.Level == Severity::Error; });
+}
+
+std::uint64_t DiscPlan::NeededBytes() const {
+  // A full pack carries 2025 bytes of video or 2016 of sound; the others come to one per cent at usual bit
+  // rates, where the length is not known.
+  const std::uint64_t packs = VideoBytes / 2025 + AudioBytes / 2016;
+  const std::uint64_t tables = (Sets.size() + 1) * 24;  // sectors of IFO and BUP
+  return (packs + std::max(packs / 100, PartPacks) + tables) * SectorBytes;
+}
+
+DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui, PictureLoader* pictures) {
+  DiscPlan plan;
+  plan.Disc = &disc;
+  plan.Rules = rules;
+  plan.Ntsc = disc.Standard() == "NTSC";
+  plan.Sources = disc.Tracks;
+  plan.Findings = CheckLimits(disc);
+  int number = 0;
+  for (const VTS_P& entry : disc.Disc) {
+    ++number;
+    if (entry.Removed) {
+      continue;
+    }
+    SetPlan set;
+    set.EntryNumber = number;
+    set.Menu = PlanDomain(entry, Domain::Menu, plan, ui);
+    if (number == 1) {
+      plan.Manager = std::move(set);
+      continue;
+    }
+    set.Title = PlanDomain(entry, Domain::Title, plan, ui);
+    plan.Sets.push_back(std::move(set));
+  }
+  if (pictures != nullptr) {
+    CheckPictures(plan, *pictures, ui);
+  }
+  DropRepeats(plan.Findings);
+  return plan;
+}
+
+}  // namespace quorvelant

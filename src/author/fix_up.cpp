@@ -1,0 +1,78 @@
+#include "author/fix_up.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+
+#include "author/ifo_files.h"
+#include "base/text.h"
+#include "disc/table_layout.h"
+#include "disc/vmgi_layout.h"
+#include "disc/vtsi_layout.h"
+
+namespace quorvelant {
+namespace {
+
+// The start sector of each title's set goes into TT_SRPT, which lies at a sector of the same file.
+void PatchTitleSearch(ByteSpan ifo, std::span<const SetSectors> rows) {
+  const std::size_t table = std::size_t{Get(ifo, vmgi::TitleSearch).Value} * SectorBytes;
+  if (table == 0 || table + table_head::Size > ifo.size()) {
+    return;
+  }
+  std::vector<std::uint32_t> starts(1, 0);
+  for (const SetSectors& row : rows) {
+    starts.push_back(starts.back() + row.Total);
+  }
+  const std::uint64_t titles = Get(ifo.subspan(table), table_head::Count).Value;
+  for (std::uint64_t i = 0; i < titles; ++i) {
+    const std::size_t at = table + table_head::Size + title_entry::Size * i;
+    if (at + title_entry::Size > ifo.size()) {
+      return;
+    }
+    const ByteSpan entry = ifo.subspan(at, title_entry::Size);
+    const std::size_t set = Get(entry, title_entry::TitleSet).Value;
+    Put(entry, title_entry::SetStart, Sectors{starts[std::min(set, rows.size())]});
+  }
+}
+
+}  // namespace
+
+void PatchIfo(Bytes& ifo, std::size_t row, std::span<const SetSectors> rows) {
+  if (ifo.size() < SectorBytes) {
+    return;
+  }
+  const auto last = [](std::uint32_t sectors) { return Sectors{sectors == 0 ? 0 : sectors - 1}; };
+  const SetSectors& set = rows[row];
+  // These two stand at the same place in both kinds of file.
+  Put(ifo, vtsi::SetLast, last(set.Total));
+  Put(ifo, vtsi::IfoLast, last(set.Ifo));
+  if (set.MenuVob != 0) {
+    Put(ifo, vtsi::MenuVobs, Sectors{set.Ifo});
+  }
+  if (row == 0) {
+    PatchTitleSearch(ifo, rows);
+  } else if (set.MenuVob != 0) {
+    Put(ifo, vtsi::TitleVobs, Sectors{set.Ifo + set.MenuVob});
+  }
+}
+
+bool FixUp(const std::string& folder, Random& files) {
+  const DiscSectors sums = SumSectors(ListFiles(folder));
+  if (!sums.OnlyDiscFiles) {
+    return false;
+  }
+  for (std::size_t row = 0; row < sums.Rows.size(); ++row) {
+    const std::string base = folder + "/" + IfoBaseName(row);
+    if (sums.Rows[row].Ifo == 0) {
+      continue;
+    }
+    Bytes ifo = ReadWhole(base + ".IFO", files);
+    PatchIfo(ifo, row, sums.Rows);
+    WriteIfoAndBackup(base, ifo, files);
+  }
+  return true;
+}
+
+}  // namespace quorvelant

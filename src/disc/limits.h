@@ -1,0 +1,17 @@
+// What a disc has room for.
+#pragma once
+
+#include <cstddef>
+
+namespace quorvelant {
+
+inline constexpr std::size_t AudioStreamCount = 8;  // of a domain
+inline constexpr std::size_t SubStreamCount = 32;   // subpicture streams of a domain
+
+inline constexpr std::size_t MostTitleSets = 99;
+inline constexpr std::size_t MostTitles = 99;
+inline constexpr std::size_t MostPrograms = 99;   // of a program chain
+inline constexpr std::size_t MostCells = 255;     // of a program chain
+inline constexpr std::size_t MostCommands = 255;  // of a program chain
+
+}  // namespace quorvelant

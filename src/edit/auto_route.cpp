@@ -1,0 +1,33 @@
+#include "edit/auto_route.h"
+
+namespace quorvelant {
+
+namespace {
+
+void LinkToNeighbours(HighlightButton& button, const HighlightButton& ahead, const HighlightButton& behind) {
+  button.Left = ahead.Name;
+  button.Up = ahead.Name;
+  button.Right = behind.Name;
+  button.Down = behind.Name;
+}
+
+}  // namespace
+
+void AutoRoute(std::span<EditedButton> buttons) {
+  const std::size_t count = buttons.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    if (!buttons[i].Removed) {
+      LinkToNeighbours(buttons[i].Button, buttons[(i + count - 1) % count].Button,
+                       buttons[(i + 1) % count].Button);
+    }
+  }
+}
+
+void AutoRoute(std::span<HighlightButton> buttons) {
+  const std::size_t count = buttons.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    LinkToNeighbours(buttons[i], buttons[(i + count - 1) % count], buttons[(i + 1) % count]);
+  }
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,136 @@
+#include "edit/chapter_analysis.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+#include "model/keys.h"
+#include "picture/bitmap_size.h"
+
+namespace quorvelant {
+
+namespace {
+
+std::vector<IndexSource> VideoFiles(const Project& project, const Track& track) {
+  std::vector<IndexSource> files;
+  for (const VideoPlay& play : track.VideoPlays) {
+    if (!play.Removed && !play.File.empty()) {
+      const std::string path = SystemPath(play.File, project.SourceFolder());
+      files.push_back({path, ReadBitmapSize(path).has_value()});
+    }
+  }
+  return files;
+}
+
+template <class Visit>
+void ForEachCell(Project& project, Visit visit) {
+  const auto inPgc = [&](PGC_P& pgc) {
+    for (PG_P& program : pgc.PG) {
+      for (Cell_P& cell : program.Cell) {
+        visit(cell);
+      }
+    }
+  };
+  for (VTS_P& entry : project.Disc) {
+    for (Lang_P& language : entry.Lang) {
+      std::for_each(language.PGC.begin(), language.PGC.end(), inPgc);
+    }
+    for (Title_P& title : entry.Title) {
+      std::for_each(title.PGC.begin(), title.PGC.end(), inPgc);
+    }
+  }
+}
+
+// Takes the scenes past the end away, but never the first; cells keep what they showed by index.
+bool RemoveScenesPastEnd(Project& project, std::size_t trackIndex) {
+  constexpr std::int32_t Gone = -1;
+  Track& track = project.Tracks[trackIndex];
+  std::vector<std::int32_t> moved;  // old index -> new one
+  std::vector<Scene> kept;
+  for (const Scene& scene : track.Scenes) {
+    const bool keep = kept.empty() || scene.Frame < track.VideoFrames;
+    moved.push_back(keep ? static_cast<std::int32_t>(kept.size()) : Gone);
+    if (keep) {
+      kept.push_back(scene);
+    }
+  }
+  if (kept.size() == track.Scenes.size()) {
+    return false;
+  }
+  track.Scenes = std::move(kept);
+  ForEachCell(project, [&](Cell_P& cell) {
+    if (cell.SegmentUsed != static_cast<std::int32_t>(trackIndex) || cell.pScene < 0 ||
+        static_cast<std::size_t>(cell.pScene) >= moved.size()) {
+      return;
+    }
+    const std::int32_t scene = moved[static_cast<std::size_t>(cell.pScene)];
+    cell.pScene = std::max(scene, 0);
+    cell.SegmentUsed = scene == Gone ? Gone : cell.SegmentUsed;
+  });
+  return true;
+}
+
+}  // namespace
+
+bool AnalyseChapters(Project& project, std::size_t trackIndex, IndexStore& store, UserInterface& ui) {
+  Track& track = project.Tracks[trackIndex];
+  const std::vector<IndexSource> files = VideoFiles(project, track);
+  if (files.empty()) {
+    TellError(ui, AnalysisTitle, NoFileForAnalysis, TrackKey(trackIndex));
+    return false;
+  }
+  if (std::all_of(files.begin(), files.end(), [](const IndexSource& file) { return file.IsImage; })) {
+    return true;
+  }
+  const IndexRun run = BuildPictureIndex(files, {}, store, ui);
+  if (!run.Complete) {
+    return false;
+  }
+  std::int64_t frames = 0;
+  for (const FileIndex& file : run.Files) {
+    frames += file.State == IndexState::NotIndexed ? 1 : file.Index.TotalFrames;
+  }
+  if (frames <= 0) {
+    return true;  // an index that tells nothing
+  }
+  track.VideoFrames =
+      static_cast<std::int32_t>(std::min<std::int64_t>(frames, std::numeric_limits<std::int32_t>::max()));
+  if (RemoveScenesPastEnd(project, trackIndex)) {
+    TellError(ui, ScenesRemovedTitle, ScenesRemoved, TrackKey(trackIndex));
+  }
+  const std::vector<ChapterStart> starts = ChapterStarts(project, trackIndex, store);
+  for (std::size_t i = 1; i < track.Scenes.size(); ++i) {
+    track.Scenes[i].Frame = static_cast<std::int32_t>(MoveToChapterStart(starts, track.Scenes[i].Frame));
+  }
+  return true;
+}
+
+std::vector<ChapterStart> ChapterStarts(const Project& project, std::size_t trackIndex,
+                                        const IndexStore& store) {
+  std::vector<ChapterStart> starts;
+  std::int64_t base = 0;
+  for (const IndexSource& file : VideoFiles(project, project.Tracks[trackIndex])) {
+    const auto found = file.IsImage ? std::nullopt : FindPictureIndex(file.Name, store);
+    const PictureIndex index = found.value_or(PictureIndex{});
+    starts.push_back({base, index.Entries.empty()});
+    for (const PictureIndex::Entry& entry : index.Entries) {
+      starts.push_back({base + entry.Frame, false});
+    }
+    base += found ? index.TotalFrames : 1;
+  }
+  std::stable_sort(starts.begin(), starts.end(),
+                   [](const ChapterStart& a, const ChapterStart& b) { return a.Frame < b.Frame; });
+  return starts;
+}
+
+std::int64_t MoveToChapterStart(const std::vector<ChapterStart>& starts, std::int64_t frame) {
+  const auto behind =
+      std::upper_bound(starts.begin(), starts.end(), frame,
+                       [](std::int64_t at, const ChapterStart& start) { return at < start.Frame; });
+  if (behind == starts.begin() || (behind - 1)->AnywhereBehind) {
+    return frame;
+  }
+  return (behind - 1)->Frame;
+}
+
+}  // namespace quorvelant

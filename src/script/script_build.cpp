@@ -1,0 +1,329 @@
+#include "script/script_build.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "analysis/audio_headers.h"
+#include "base/random.h"
+#include "base/text.h"
+#include "model/default_structure.h"
+#include "model/keys.h"
+#include "model/stream_maps.h"
+#include "model/update_my_dvd.h"
+#include "script/script_tracks.h"
+#include "script/script_values.h"
+
+namespace quorvelant {
+
+namespace {
+
+// All that the stages work on.
+struct Build {
+  ReaderState& State;
+  const LoadOptions& Options;
+  UserInterface& Ui;
+  LoadResult& Result;
+  Project& Target;
+};
+
+// Calls `visit` with every PGC of the disc, languages before titles.
+template <class Visit>
+void ForEachPgc(Project& project, Visit visit) {
+  for (VTS_P& entry : project.Disc) {
+    for (Lang_P& language : entry.Lang) {
+      for (PGC_P& pgc : language.PGC) {
+        visit(pgc);
+      }
+    }
+    for (Title_P& title : entry.Title) {
+      for (PGC_P& pgc : title.PGC) {
+        visit(pgc);
+      }
+    }
+  }
+}
+
+// --- tracks ---
+
+// Streams of the other dialect take what stands with the title sets and titles.
+void CreateStreamIds(Build& build) {
+  if (!build.State.IsScenarist) {
+    return;
+  }
+  build.Ui.Status("Creating SubPicture & Audio ID's");
+  CarryScriptExtensions(build.Target);
+  const SceneIndex scenes = IndexScenes(build.Target.Tracks);
+  for (const ReaderState::TitleLanguages& languages : build.State.Languages) {
+    CarryScriptLanguages(build.Target.Tracks, scenes, *languages.Title, languages.Streams);
+  }
+}
+
+void NameTrack(Track& track, std::size_t index) {
+  if (track.TrackName.empty()) {
+    track.TrackName = fmt::format("Track_{}", index + 1);
+  }
+  track.VideoFrames = track.FrameCount;
+  const std::string mode = Lower(track.DisplayMode);
+  track.Pan = Contains(mode, "panscan");
+  track.Letter = Contains(mode, "letterbox");
+}
+
+// Every track has a first scene, and every scene a name to be used by.
+void NameScenes(Track& track, std::size_t index, ReaderState& state) {
+  if (track.Scenes.empty()) {
+    track.Scenes.emplace_back();
+  }
+  for (std::size_t i = 0; i < track.Scenes.size(); ++i) {
+    Scene& scene = track.Scenes[i];
+    if (scene.Name.empty()) {
+      scene.Name = fmt::format("{}_Scene{}", track.TrackName, i + 1);
+      // Scene names are one of a kind in a project, track names are not.
+      while (!state.Scenes.emplace(scene.Name, ScenePlace{index, i}).second) {
+        scene.Name += fmt::format("_{}", index + 1);
+      }
+    }
+  }
+}
+
+void ScanTrack(Track& track, const SourceScanner& scanner, const std::string& folder) {
+  if (!track.VideoPlays.empty() && !track.VideoPlays.front().File.empty()) {
+    if (const auto seen = scanner.Video(SystemPath(track.VideoPlays.front().File, folder))) {
+      // What the script says stands; the file fills in the rest.
+      track.Standard = track.Standard.empty() ? seen->Standard : track.Standard;
+      track.Aspect = seen->Aspect.empty() ? track.Aspect : seen->Aspect;
+      track.Resolution = seen->Resolution;
+      track.Coding = seen->Coding;
+    }
+  }
+  for (AudioStream& stream : track.AudioStreams) {
+    const std::string_view file =
+        stream.AudioPlays.empty() ? "" : std::string_view(stream.AudioPlays.front().File);
+    const auto traits = file.empty() ? std::nullopt : scanner.Audio(SystemPath(file, folder), stream.Format);
+    stream.Traits = traits.value_or(AudioTraits{});
+  }
+}
+
+void FillFormats(Track& track) {
+  for (AudioStream& stream : track.AudioStreams) {
+    if (!stream.AudioPlays.empty()) {
+      std::string format = GetAudioType(stream.AudioPlays.front().File);
+      stream.Format = format.empty() ? std::move(stream.Format) : std::move(format);
+    }
+  }
+}
+
+// Scenes whose track learnt its standard only from its file, or has none and goes by the disc's.
+void SetPendingTimes(Build& build) {
+  for (const PendingTime& pending : build.State.PendingTimes) {
+    Track& track = build.Target.Tracks[pending.Place.Track];
+    track.Scenes[pending.Place.Scene].Frame =
+        SceneFrame(pending.Timecode, TrackFramesPerSecond(build.Target, track));
+  }
+}
+
+// The analysis may take scenes away, so the later ones of a track move up.
+void AnalyseChapters(Build& build) {
+  if (!build.Options.AnalyseChapters) {
+    return;
+  }
+  for (auto& [name, place] : build.State.Scenes) {
+    place.Removed = true;
+  }
+  for (std::size_t i = 0; i < build.Target.Tracks.Count(); ++i) {
+    build.Options.AnalyseChapters(build.Target, i);
+    const std::vector<Scene>& scenes = build.Target.Tracks[i].Scenes;
+    for (std::size_t scene = 0; scene < scenes.size(); ++scene) {
+      build.State.Scenes[scenes[scene].Name] = {i, scene};
+    }
+  }
+}
+
+void CreateTrackList(Build& build) {
+  build.Ui.Status("Creating Track List");
+  const std::string folder = build.Target.SourceFolder();
+  for (std::size_t i = 0; i < build.Target.Tracks.Count(); ++i) {
+    Track& track = build.Target.Tracks[i];
+    NameTrack(track, i);
+    NameScenes(track, i, build.State);
+    FillFormats(track);
+    if (build.Options.Scanner != nullptr) {
+      ScanTrack(track, *build.Options.Scanner, folder);
+    }
+  }
+  SetPendingTimes(build);
+  AnalyseChapters(build);
+}
+
+// --- layout ---
+
+void CreateCell(Build& build, const PGC_P& pgc, const PG_P& program, std::int32_t number, Cell_P& cell) {
+  const auto found = build.State.Scenes.find(cell.SceneUsed);
+  const bool known = found != build.State.Scenes.end();
+  if (!known) {
+    build.Result.Notes.push_back({Severity::Error, std::string(UnknownSceneTitle),
+                                  fmt::format("{}\"{}\"", UnknownSceneText, cell.SceneUsed), cell.Key});
+  }
+  if (!known || found->second.Removed) {
+    cell.EnableSeamlessFlag = cell.Seamless;
+    return;
+  }
+  const ScenePlace place = found->second;
+  // A still track brings a still time of its own; the script's stands.
+  const std::int32_t stillTime = cell.StillTime;
+  UpdateMyDVD(build.Target, {.Key = pgc.Key + program.Key.substr(pgc.Key.size()),
+                             .AddCell = true,
+                             .TrackName = build.Target.Tracks[place.Track].TrackName,
+                             .Segment = static_cast<std::int32_t>(place.Track),
+                             .ReNameOnly = true,
+                             .Scene = static_cast<std::int32_t>(place.Scene),
+                             .Seamless = cell.Seamless,
+                             .NewName = {},
+                             .CellCounter = number,
+                             .KeepName = true});
+  cell.StillTime = stillTime;
+  cell.iStill = stillTime;
+  if (cell.CellName.empty()) {
+    cell.CellName = fmt::format("Cell_{} ->{}", number, cell.SceneUsed);
+  }
+}
+
+void CreateCells(Build& build) {
+  ForEachPgc(build.Target, [&build](PGC_P& pgc) {
+    for (PG_P& program : pgc.PG) {
+      std::int32_t number = 0;
+      for (Cell_P& cell : program.Cell) {
+        CreateCell(build, pgc, program, ++number, cell);
+      }
+    }
+  });
+}
+
+// Whether the tracks that cells use are of one standard; a track whose standard is unknown fits any.
+bool OneStandard(const Project& project) {
+  const std::string* first = nullptr;
+  for (const Track& track : project.Tracks) {
+    if (!track.UsedInStructure || track.Standard.empty()) {
+      continue;
+    }
+    if (first == nullptr) {
+      first = &track.Standard;
+    } else if (*first != track.Standard) {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool CreateLayout(Build& build) {
+  build.Ui.Status("Creating DVD Layout");
+  CreateCells(build);
+  if (!build.Options.AnalyseChapters) {  // which has moved them
+    SetPendingTimes(build);              // cells bring the disc its standard
+  }
+  if (OneStandard(build.Target)) {
+    return true;
+  }
+  std::string script = build.Target.ScriptFile;
+  MakeDefaultStructure(build.Target);
+  CheckCommands(build.Target, build.Options.Rules);
+  build.Target.ScriptFile = std::move(script);
+  build.Ui.Status("Import Failed");
+  build.Result.Failure = {Severity::Error, std::string(MixedStandardsTitle), std::string(MixedStandardsText),
+                          build.Target.ScriptFile};
+  build.Ui.Tell(build.Result.Failure);
+  return false;
+}
+
+// --- the rest ---
+
+void CreatePaletteList(Build& build) {
+  build.Ui.Status("Creating Palette List");
+  ForEachPgc(build.Target, [&build](PGC_P& pgc) {
+    if (pgc.PaletteName == DefaultPalette || build.Target.Palettes.Item(pgc.PaletteName) != nullptr) {
+      return;
+    }
+    if (!pgc.PaletteName.empty()) {
+      build.Result.Notes.push_back({Severity::Warning, std::string(UnknownPaletteTitle),
+                                    fmt::format("{}\"{}\"", UnknownPaletteText, pgc.PaletteName), pgc.Key});
+    }
+    pgc.PaletteName = DefaultPalette;
+  });
+}
+
+// Calls `visit` with every command of the project.
+template <class Visit>
+void ForEachCommand(Project& project, Visit visit) {
+  const auto visitPgc = [&visit](PGC_P& pgc) {
+    for (CommandList* list : {&pgc.PreCommands, &pgc.PostCommands, &pgc.CellCommands}) {
+      std::for_each(list->begin(), list->end(), visit);
+    }
+    for (PG_P& program : pgc.PG) {
+      for (Cell_P& cell : program.Cell) {
+        for (ButtonCommands_P& entry : cell.ButtonCommands) {
+          std::for_each(entry.Commands.begin(), entry.Commands.end(), visit);
+        }
+      }
+    }
+  };
+  visitPgc(project.FirstPlay);
+  ForEachPgc(project, visitPgc);
+}
+
+// A command that brings a stored target comes to name it, and the text alone is kept: what is saved loads to
+// the same bytes.
+void FollowStoredTargets(Build& build, const ResolveOptions& options) {
+  NameIndex names(build.Target, build.Options.Rules);
+  ForEachCommand(build.Target, [&](VMICommand_P& command) {
+    if (command.To_Action.empty()) {
+      return;
+    }
+    ResolveCommand(command, names, options);
+    if (!command.CommandHex.empty()) {
+      command.To_Action.clear();
+      command.CommandHex.clear();
+    }
+  });
+}
+
+void CreateCommands(Build& build) {
+  build.Ui.Status("Creating Command Structure");
+  const ResolveOptions options{.Numbers = NumbersOf(build.State.IsScenarist)};
+  if (build.State.TargetsStored) {
+    FollowStoredTargets(build, options);
+  }
+  build.Result.Commands = CheckCommands(build.Target, build.Options.Rules, options);
+  if (!build.Result.Commands.Errors.empty()) {
+    build.Target.ScriptHadCommandErrors = true;
+    build.Ui.Status("Import Failed");
+    TellError(build.Ui, CommandErrorTitle, CommandErrorText, build.Target.ScriptFile);
+  }
+}
+
+void LockStreams(Build& build) {
+  if (!build.State.StreamNumbersGiven) {
+    return;
+  }
+  for (Track& track : build.Target.Tracks) {
+    track.IDsLocked = true;
+  }
+}
+
+}  // namespace
+
+bool BuildProject(ReaderState& state, const LoadOptions& options, UserInterface& ui, LoadResult& result) {
+  Build build{state, options, ui, result, state.Target};
+  CreateStreamIds(build);
+  FillStreamDefaults(build.Target.Tracks);
+  CreateTrackList(build);
+  if (!CreateLayout(build)) {
+    return false;
+  }
+  CreatePaletteList(build);
+  CreateCommands(build);
+  LockStreams(build);
+  ui.Status("Import Complete");
+  return true;
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,125 @@
+#include "author/output_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "support/recording_ui.h"
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::IsEmpty;
+
+class Destination : public testing::Test {
+ protected:
+  std::vector<std::string> NamesIn(const fs::path& folder) const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder)) {
+      names.push_back(entry.path().filename().string());
+    }
+    std::ranges::sort(names);
+    return names;
+  }
+  // A run that writes one file and completes.
+  bool Run(const std::string& destination, bool force, const std::string& content = "new") {
+    auto folder = OutputFolder::Prepare(destination, force, ui);
+    if (!folder) {
+      return false;
+    }
+    std::ofstream(folder->Path() + "/VIDEO_TS.IFO") << content;
+    return folder->Place(ui);
+  }
+  std::string LastText() const { return ui.Messages.empty() ? "" : ui.Messages.back().Text; }
+
+  TempFolder temp;
+  RecordingUi ui;
+};
+
+TEST(DiscFileNames, AreTheFormatsOwn) {
+  for (const char* name : {"VIDEO_TS.IFO", "video_ts.vob", "VTS_01_0.BUP", "vts_99_9.VOB"}) {
+    EXPECT_TRUE(IsDiscFileName(name)) << name;
+  }
+  for (const char* name :
+       {"", ".IFO", "VIDEO_TS", "VIDEO_TS.TXT", "VTS_1_0.IFO", "VTS_01_0.IFO.part", "VTS_AB_0.VOB"}) {
+    EXPECT_FALSE(IsDiscFileName(name)) << name;
+  }
+}
+
+TEST_F(Destination, IsMadeWithItsParentsWhateverItsName) {
+  for (const char* name : {"disc", "a/b/VIDEO_TS/", "with blank/it's \"quoted\"",
+                           "Zw\xC3\xB6lf/\xE6\x98\xA0\xE7\x94\xBB", "not utf\xFF"}) {
+    EXPECT_TRUE(Run(temp / name, false)) << name;
+    EXPECT_TRUE(fs::exists(temp.Path() / name / "VIDEO_TS.IFO")) << name;
+  }
+  EXPECT_THAT(ui.Messages, IsEmpty());
+}
+
+TEST_F(Destination, IsReplacedByForceAlone) {
+  ASSERT_TRUE(Run(temp / "disc", false, "old"));
+  std::ofstream(temp.Path() / "disc" / "VTS_07_1.VOB") << "of the former disc";
+  EXPECT_FALSE(Run(temp / "disc", false));
+  EXPECT_EQ(LastText(), HoldsDisc);
+  EXPECT_TRUE(Run(temp / "disc", true));
+  EXPECT_THAT(NamesIn(temp / "disc"), testing::ElementsAre("VIDEO_TS.IFO"));
+  EXPECT_EQ(TempFolder::Read(temp.Path() / "disc" / "VIDEO_TS.IFO"), "new");
+  EXPECT_THAT(NamesIn(temp.Path()), testing::ElementsAre("disc"));
+}
+
+TEST_F(Destination, WithForeignFilesIsRefusedAndNeverCleared) {
+  temp.Write("disc/notes.txt", "mine");
+  temp.Write("disc/VIDEO_TS.IFO", "old");
+  for (const bool force : {false, true}) {
+    EXPECT_FALSE(Run(temp / "disc", force));
+    EXPECT_EQ(LastText(), "The destination holds \"notes.txt\", which is not part of a disc");
+  }
+  EXPECT_THAT(NamesIn(temp / "disc"), testing::ElementsAre("VIDEO_TS.IFO", "notes.txt"));
+}
+
+TEST_F(Destination, StaysAsItWasWhenTheRunEndsEarly) {
+  ASSERT_TRUE(Run(temp / "disc", false, "old"));
+  {
+    auto folder = OutputFolder::Prepare(temp / "disc", true, ui);
+    ASSERT_TRUE(folder);
+    std::ofstream(folder->Path() + "/VTS_01_1.VOB") << "half";
+  }
+  EXPECT_EQ(TempFolder::Read(temp.Path() / "disc" / "VIDEO_TS.IFO"), "old");
+  EXPECT_THAT(NamesIn(temp.Path()), testing::ElementsAre("disc"));
+
+  // What a run that was killed left beside it is cleared by the next.
+  temp.Write(".disc.making/VTS_01_1.VOB", "half");
+  EXPECT_TRUE(Run(temp / "disc", true));
+  EXPECT_THAT(NamesIn(temp.Path()), testing::ElementsAre("disc"));
+}
+
+TEST_F(Destination, ThatCannotBeAFolderIsRefused) {
+  temp.Write("file", "x");
+  EXPECT_FALSE(Run(temp / "file", true));
+  EXPECT_EQ(LastText(), DestinationIsNoFolder);
+  EXPECT_FALSE(Run(temp / "file/disc", true));
+  EXPECT_THAT(LastText(), testing::StartsWith("The folder for the new disc cannot be made: "));
+  temp.Write(".disc.making/mine.txt", "x");  // not ours to clear
+  EXPECT_FALSE(Run(temp / "disc", true));
+  EXPECT_TRUE(fs::exists(temp.Path() / ".disc.making/mine.txt"));
+}
+
+TEST_F(Destination, ThroughALinkReplacesWhatItPointsAt) {
+  ASSERT_TRUE(Run(temp / "disc", false, "old"));
+  fs::create_directory_symlink("disc", temp.Path() / "link");
+  EXPECT_TRUE(Run(temp / "link", true));
+  EXPECT_TRUE(fs::is_symlink(temp.Path() / "link"));
+  EXPECT_EQ(TempFolder::Read(temp.Path() / "disc" / "VIDEO_TS.IFO"), "new");
+}
+
+TEST_F(Destination, FreeSpaceIsThatOfTheNearestFolder) {
+  const auto here = FreeBytes(temp.Path().string());
+  const auto below = FreeBytes(temp / "not/there/yet");
+  ASSERT_TRUE(here && below);
+  EXPECT_GT(*below, 0U);
+}
+
+}  // namespace
+}  // namespace quorvelant

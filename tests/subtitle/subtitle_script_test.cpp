@@ -1,0 +1,160 @@
+#include "subtitle/subtitle_script.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "subtitle/palettes.h"
+#include "support/recording_ui.h"
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+using testing::ElementsAre;
+
+const std::string Head =
+    "Display_Start\tnon_forced\r\n"
+    "Directory\tC:\\subs\r\n"
+    "Pixel_Area\t(2 479)\n"
+    "Display_Area (10 20 719 477)\n"
+    "Color (1 2 3 4)\n"
+    "Contrast\t(15 14 13 0)\n"
+    "BG (1 2 3 ---)\nPA (255 0 16 ---)\nE1 (128 128 128 ---)\nE2 (0 255 0 ---)\n"
+    "PA without a bracket\n"
+    "SP_NUMBER\tSTART\tEND\tFILE_NAME\n";
+
+TEST(SubtitleScript, EntriesTakeTheValuesAheadOfThem) {
+  const SubtitleScript script =
+      ParseSubtitleScript(Head +
+                              "1\t00:00:10:00\t00:00:12;05\ta.bmp\n"
+                              "\n"
+                              "Color (0 16 1 2)\nDisplay_Area (-5 1 100 100)\n"
+                              "2\t\t00:00:20:00\t\t\t00:00:21:00\tColor_01 (2).bmp\n"
+                              "Display_Start\tforced\n"
+                              "3\t-00:00:01:00\t00:00:22:00\tContrast.bmp\n"
+                              "a line with\ttoo little\n",
+                          {.FramesPerSecond = 25, .UnitsMayBeForced = true});
+  ASSERT_EQ(script.Entries.size(), 3U);
+  const SubPicturePlay& first = script.Entries[0];
+  EXPECT_EQ(first.SPNumber, "1");
+  EXPECT_EQ(first.Start, "00:00:10:00");
+  EXPECT_EQ(first.End, "00:00:12:05");
+  EXPECT_EQ(first.Duration, "00:00:02:05");
+  EXPECT_EQ(first.File, "C:\\subs\\a.bmp");
+  EXPECT_THAT((std::array{first.ColorE2, first.ColorE1, first.ColorP, first.ColorBg}),
+              ElementsAre(0, 1, 2, 3));
+  EXPECT_THAT((std::array{first.ContrastE2, first.ContrastE1, first.ContrastP, first.ContrastBg}),
+              ElementsAre(15, 14, 13, 0));
+  EXPECT_THAT((std::array{first.ConversionBg, first.ConversionP, first.ConversionE1, first.ConversionE2}),
+              ElementsAre(0x030201U, 0x1000FFU, 0x808080U, 0x00FF00U));
+  EXPECT_THAT((std::array{first.X1, first.Y1, first.X2, first.Y2}), ElementsAre(10, 20, 719, 477));
+  EXPECT_TRUE(first.Used);
+  EXPECT_FALSE(first.Forced);
+  const SubPicturePlay& second = script.Entries[1];
+  EXPECT_EQ(second.File, "C:\\subs\\Color_01 (2).bmp");
+  EXPECT_THAT((std::array{second.ColorE2, second.ColorE1, second.ColorP, second.ColorBg}),
+              ElementsAre(0, 15, 0, 1));
+  EXPECT_THAT((std::array{second.X1, second.Y1}), ElementsAre(-5, 2));
+  EXPECT_EQ(script.Entries[2].Start, "00:00:00:00");
+  EXPECT_TRUE(script.Entries[2].Forced);
+  EXPECT_THAT(script.LinesPassedOver, ElementsAre(20U));
+}
+
+TEST(SubtitleScript, RippedScriptsAreSevenFramesEarlyAndCountColoursFromZero) {
+  const std::string list = Head + "1\t00:00:00:05\t00:00:12:00\ta.bmp\n";
+  const auto ripped = ParseSubtitleScript(list, {.SubRipMode = true, .FramesPerSecond = 30}).Entries.at(0);
+  EXPECT_EQ(ripped.Start, "00:00:00:00");
+  EXPECT_EQ(ripped.End, "00:00:11:23");
+  EXPECT_EQ(ripped.Duration, "00:00:11:23");
+  EXPECT_THAT((std::array{ripped.ColorE2, ripped.ColorBg}), ElementsAre(1, 4));
+  const auto named =
+      ParseSubtitleScript("# Generator: SubRip 1.17\n" + list, {.FramesPerSecond = 30}).Entries.at(0);
+  EXPECT_EQ(named.End, ripped.End);
+  EXPECT_EQ(named.ColorBg, 4);
+}
+
+struct ImportTest : testing::Test {
+  ImportTest() {
+    Track track;
+    track.Standard = "PAL";
+    track.SubStreams.resize(1);
+    project.Tracks.Add(track);
+    project.ScriptFile = folder / "film.qvp";
+  }
+  bool Import(const std::string& name, const std::string& text) {
+    return ImportSubtitleScript(project, 0, 0, folder.Write(name, text), false, Rules::Players, ui);
+  }
+  const std::vector<SubPicturePlay>& Plays() { return project.Tracks[0].SubStreams[0].SubPlays; }
+
+  TempFolder folder;
+  Project project;
+  RecordingUi ui;
+};
+
+TEST_F(ImportTest, AddsBehindTheListAndCountsRelativeFoldersFromTheScript) {
+  const std::string entry = "SP_NUMBER\n1\t00:00:01:00\t00:00:02:00\ta.bmp\n";
+  EXPECT_TRUE(Import("a.sst", "Directory\tbitmaps\n" + entry));
+  EXPECT_TRUE(Import("subs/b.sst", "Directory\tbitmaps\n" + entry));
+  EXPECT_TRUE(Import("subs/c.sst", entry));
+  EXPECT_TRUE(Import("subs/d.sst", "Directory\tD:\\bitmaps\n" + entry));
+  ASSERT_EQ(Plays().size(), 4U);
+  EXPECT_EQ(Plays()[0].File, "bitmaps\\a.bmp");
+  EXPECT_EQ(Plays()[1].File, (folder / "subs") + "\\bitmaps\\a.bmp");
+  EXPECT_EQ(Plays()[2].File, (folder / "subs") + "\\a.bmp");
+  EXPECT_EQ(Plays()[3].File, "D:\\bitmaps\\a.bmp");
+  EXPECT_TRUE(project.Tracks[0].HasSubs);
+  EXPECT_TRUE(ui.Messages.empty());
+}
+
+TEST_F(ImportTest, TellsWhatIsWrongWithTheFile) {
+  EXPECT_FALSE(ImportSubtitleScript(project, 0, 0, folder / "none.sst", false, Rules::Players, ui));
+  EXPECT_EQ(ui.Messages.at(0).Text, subtitle_text::CannotOpen);
+  EXPECT_FALSE(Import("empty.sst", std::string("\0\xFF\t\t(", 5)));
+  EXPECT_EQ(ui.Messages.at(1).Text, subtitle_text::NoEntries);
+  EXPECT_TRUE(Import("half.sst", "SP_NUMBER\nnonsense\n1\t1\t2\ta.bmp\n"));
+  EXPECT_EQ(ui.Messages.at(2).Text, subtitle_text::LinePassedOver);
+  EXPECT_EQ(ui.Messages.at(2).Place, (folder / "half.sst") + ":2");
+}
+
+TEST_F(ImportTest, OffersThePaletteOnce) {
+  std::string text = "Palette Entries\n";
+  for (int i = 0; i < 20; ++i) {
+    text += "RGB" + std::to_string(i) + " (" + std::to_string(i) + ", 0 ,255)\n";
+  }
+  text += "SP_NUMBER\n1\t1\t2\ta.bmp\n";
+  project.Palettes.Add({.Key = "Taken"});
+  ui.Answers = {true};
+  ui.Texts = {"Taken", "Mine"};
+  Import("a.sst", text);
+  ASSERT_EQ(ui.Questions.size(), 3U);
+  EXPECT_EQ(ui.Questions[0].Title, "Import Palette");
+  EXPECT_EQ(ui.Questions[1].Text, "What is the name of your new Palette?");
+  ASSERT_EQ(ui.Messages.size(), 1U);
+  EXPECT_EQ(ui.Messages[0].Text, "This palette name already exists - reselect");
+  EXPECT_EQ(ui.Messages[0].Title, "New Palette Error");
+  ASSERT_EQ(project.Palettes.Count(), 2U);
+  const Palette_P& mine = *project.Palettes.Item("Mine");
+  EXPECT_EQ(mine.PaletteColors[0], 0xFF0000U);
+  EXPECT_EQ(mine.PaletteColors[15], 0xFF000FU);
+
+  ui.Answers = {false};
+  Import("a.sst", text);
+  ui.Answers = {true};
+  ui.Texts = {std::nullopt};
+  Import("a.sst", text);
+  EXPECT_EQ(project.Palettes.Count(), 2U);
+}
+
+TEST_F(ImportTest, UnattendedThePaletteIsTakenUnderAFreeName) {
+  project.Palettes.Add({.Key = "Palette_3"});
+  project.Palettes.Add({.Key = "Palette_4"});
+  ui.Unattended = true;
+  Import("a.sst", "Palette entries\n");
+  EXPECT_NE(project.Palettes.Item("Palette_5"), nullptr);
+  EXPECT_TRUE(UpdatePalette(project, "Palette_5", PaletteFrom(std::array<Color, 2>{1, 2})));
+  EXPECT_EQ(project.Palettes.Item("Palette_5")->PaletteColors[1], 2U);
+  EXPECT_FALSE(UpdatePalette(project, "palette_5", {}));
+}
+
+}  // namespace
+}  // namespace quorvelant
