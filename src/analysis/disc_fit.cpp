@@ -7,18 +7,13 @@
 #include <filesystem>
 #include <fstream>
 
+#include "analysis/messages.h"
 #include "analysis/start_code_search.h"
 
 namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view NoVideo = "it holds no MPEG video";
-constexpr std::string_view Mpeg1 = "it is MPEG1 video, which is not supported";
-constexpr std::string_view Size = "{} has no frame size {}x{}";
-constexpr std::string_view Film = "it runs at 23.976 frames a second and has no pulldown flags";
-constexpr std::string_view RateCode = "its frame rate (code {}) is neither 25 nor 29.97 frames a second";
-constexpr std::string_view AspectCode = "its aspect (code {}) is neither 4:3 nor 16:9";
 constexpr std::string_view Chroma = "its colours are not sampled 4:2:0";
 constexpr std::string_view Peak = "its bit rate reaches {:.1f} Mbit/s over one second; a disc carries 9.8";
 constexpr std::string_view LongGroup = "a group of pictures lasts {} fields; players expect {} at most";
@@ -28,11 +23,6 @@ constexpr std::string_view ProgressiveSequence =
 constexpr std::string_view FieldPairs =
     "frames are coded as pairs of field pictures, each counted as a frame";
 
-constexpr std::string_view AudioRate = "its sample rate is not 48 kHz";
-constexpr std::string_view PcmRate = "a disc carries no PCM of {} kHz, {} bits and {} channels";
-constexpr std::string_view Ac3Rate = "it has {} kbit/s; a disc carries 448 at most";
-constexpr std::string_view DtsMux =
-    "DTS audio has been found - this will not be muxed - limitation of Ondra version";
 constexpr std::string_view DtsExtension = "it has an HD extension, which players of discs pass over";
 constexpr std::string_view ChunksAhead = "its samples start at byte {}, not at 44";
 
@@ -41,6 +31,14 @@ bool IsMainLevel(int profile) {
   return profile == 0x48 || profile == 0x58;
 }
 constexpr std::string_view ProfileText = "its profile and level ({:#04x}) are not main profile at main level";
+
+DiscFit FitOf(const std::vector<Message>& faults) {
+  DiscFit fit;
+  for (const Message& fault : faults) {
+    fit.Reasons.push_back(fault.Text);
+  }
+  return fit;
+}
 
 }  // namespace
 
@@ -52,32 +50,52 @@ bool IsDiscSize(std::string_view standard, int width, int height) {
          (height == half && width == 352);
 }
 
-DiscFit JudgeHeaders(const VideoInfo& info) {
-  DiscFit fit;
+std::vector<Message> FaultsOf(const VideoInfo& info) {
   if (info.Coding == "NO" || info.PicturesSeen == 0) {
-    fit.Reasons.emplace_back(NoVideo);
-    return fit;
+    return {MessageOf(message::NoPictures, {})};
   }
-  if (info.Coding == "MPEG1") {
-    fit.Reasons.emplace_back(Mpeg1);
+  std::vector<Message> faults;
+  const bool mpeg1 = info.Coding == "MPEG1";
+  if (mpeg1) {
+    faults.push_back(MessageOf(message::Mpeg1Video, {}));
   }
   if (info.FrameRateCode == 1) {
-    fit.Reasons.emplace_back(Film);
+    faults.push_back(MessageOf(message::FilmRate, {}));
   } else if (info.FrameRateCode != 3 && info.FrameRateCode != 4) {
-    fit.Reasons.push_back(fmt::format(RateCode, info.FrameRateCode));
+    faults.push_back(MessageOf(message::FrameRate, {}, info.FrameRateCode));
   }
   if (!info.Standard.empty() && !IsDiscSize(info.Standard, info.Width, info.Height)) {
-    fit.Reasons.push_back(fmt::format(Size, info.Standard, info.Width, info.Height));
+    faults.push_back(MessageOf(message::FrameSize, {}, info.Standard, info.Width, info.Height));
   }
-  const bool mpeg1 = info.Coding == "MPEG1";  // whose codes are shapes of pixels
+  // The codes of MPEG1 are shapes of pixels.
   if (!mpeg1 && info.AspectCode != 2 && info.AspectCode != 3) {
-    fit.Reasons.push_back(fmt::format(AspectCode, info.AspectCode));
+    faults.push_back(MessageOf(message::VideoAspect, {}, info.AspectCode));
   }
-  return fit;
+  return faults;
+}
+
+std::vector<Message> FaultsOf(const AudioAttributes& audio) {
+  if (!audio.Problem.empty()) {
+    return {MessageOf(message::AudioUnfit, {}, audio.Problem)};
+  }
+  std::vector<Message> faults;
+  if (audio.Format == "DTS") {
+    faults.push_back(MessageOf(message::DtsAudio, {}));
+  }
+  if (audio.SampleRate != 48 && audio.SampleRate != 96) {
+    faults.push_back(MessageOf(message::SampleRate, {}));
+  } else if (audio.Format == "PCM" &&
+             !CheckPcmRate(audio.SampleRate, audio.ChannelCount(), audio.Quantisation, audio.BitRate)) {
+    faults.push_back(
+        MessageOf(message::PcmFormat, {}, audio.SampleRate, audio.Quantisation, audio.ChannelCount()));
+  } else if (audio.Format == "AC3" && audio.BitRate > MostAc3Kbps) {
+    faults.push_back(MessageOf(message::Ac3BitRate, {}, audio.BitRate));
+  }
+  return faults;
 }
 
 DiscFit JudgeVideo(const VideoProbe& probe) {
-  DiscFit fit = JudgeHeaders(probe.Info);
+  DiscFit fit = FitOf(FaultsOf(probe.Info));
   if (probe.Info.PicturesSeen == 0) {
     return fit;
   }
@@ -107,24 +125,12 @@ DiscFit JudgeVideo(const VideoProbe& probe) {
 }
 
 DiscFit JudgeAudio(const AudioAttributes& audio) {
-  DiscFit fit;
+  DiscFit fit = FitOf(FaultsOf(audio));
   if (!audio.Problem.empty()) {
-    fit.Reasons.push_back(audio.Problem);
     return fit;
   }
-  if (audio.Format == "DTS") {
-    fit.Reasons.emplace_back(DtsMux);
-    if (audio.HasExtension) {
-      fit.Notes.emplace_back(DtsExtension);
-    }
-  }
-  if (audio.SampleRate != 48 && audio.SampleRate != 96) {
-    fit.Reasons.emplace_back(AudioRate);
-  } else if (audio.Format == "PCM" &&
-             !CheckPcmRate(audio.SampleRate, audio.ChannelCount(), audio.Quantisation, audio.BitRate)) {
-    fit.Reasons.push_back(fmt::format(PcmRate, audio.SampleRate, audio.Quantisation, audio.ChannelCount()));
-  } else if (audio.Format == "AC3" && audio.BitRate > MostAc3Kbps) {
-    fit.Reasons.push_back(fmt::format(Ac3Rate, audio.BitRate));
+  if (audio.Format == "DTS" && audio.HasExtension) {
+    fit.Notes.emplace_back(DtsExtension);
   }
   if (audio.Format == "PCM" && audio.DataOffset != 44) {
     fit.Notes.push_back(fmt::format(ChunksAhead, audio.DataOffset));

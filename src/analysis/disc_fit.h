@@ -7,6 +7,7 @@
 
 #include "analysis/quick_scan.h"
 #include "analysis/video_probe.h"
+#include "base/message.h"
 
 namespace quorvelant {
 
@@ -25,8 +26,11 @@ struct DiscFit {
 // Frame sizes of a disc: full, cropped, half and quarter, by the standard's height.
 bool IsDiscSize(std::string_view standard, int width, int height);
 
-// By the first headers alone.
-DiscFit JudgeHeaders(const VideoInfo& info);
+// Why no disc can carry a video with these first headers, or this sound: kinds of analysis/messages.h without
+// a place. Empty when one can.
+std::vector<Message> FaultsOf(const VideoInfo& info);
+std::vector<Message> FaultsOf(const AudioAttributes& audio);
+
 DiscFit JudgeVideo(const VideoProbe& probe);
 DiscFit JudgeAudio(const AudioAttributes& audio);
 

@@ -1,0 +1,36 @@
+// Why no disc can carry a source: reasons, which whoever tells them puts after the file's name.
+#pragma once
+
+#include "base/message.h"
+
+namespace quorvelant::message {
+
+inline constexpr std::string_view RefusedTitle = "Refused Source";
+
+inline constexpr MessageKind NoPictures{"video-no-pictures", Severity::Error, RefusedTitle,
+                                        "it holds no MPEG video"};
+inline constexpr MessageKind Mpeg1Video{"video-mpeg1", Severity::Error, RefusedTitle,
+                                        "it is MPEG1 video, which is not supported"};
+inline constexpr MessageKind FilmRate{"video-film-rate", Severity::Error, RefusedTitle,
+                                      "it runs at 23.976 frames a second and has no pulldown flags"};
+inline constexpr MessageKind FrameRate{
+    "video-frame-rate", Severity::Error, RefusedTitle,
+    "its frame rate (code {}) is neither 25 nor 29.97 frames a second"};
+inline constexpr MessageKind FrameSize{"video-frame-size", Severity::Error, RefusedTitle,
+                                       "{} has no frame size {}x{}"};
+inline constexpr MessageKind VideoAspect{"video-aspect", Severity::Error, RefusedTitle,
+                                         "its aspect (code {}) is neither 4:3 nor 16:9"};
+
+// The file is not what its name says, or damaged; the value is why.
+inline constexpr MessageKind AudioUnfit{"audio-head", Severity::Error, RefusedTitle, "{}"};
+inline constexpr MessageKind DtsAudio{
+    "audio-dts", Severity::Error, RefusedTitle,
+    "DTS audio has been found - this will not be muxed - limitation of Ondra version"};
+inline constexpr MessageKind SampleRate{"audio-sample-rate", Severity::Error, RefusedTitle,
+                                        "its sample rate is not 48 kHz"};
+inline constexpr MessageKind PcmFormat{"audio-pcm-format", Severity::Error, RefusedTitle,
+                                       "a disc carries no PCM of {} kHz, {} bits and {} channels"};
+inline constexpr MessageKind Ac3BitRate{"audio-ac3-bit-rate", Severity::Error, RefusedTitle,
+                                        "it has {} kbit/s; a disc carries 448 at most"};
+
+}  // namespace quorvelant::message
