@@ -1,15 +1,15 @@
 #include "author/disc_plan.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <map>
 #include <numeric>
 
 #include "author/mux_input.h"
+#include "check/button_check.h"
 #include "check/disc_limits.h"
-#include "check/preflight.h"
+#include "check/source_judge.h"
+#include "check/subtitle_check.h"
 #include "codec/still_encoder.h"
 #include "ifo/domain_records.h"
 #include "mux/still_source.h"
@@ -45,14 +45,14 @@ void CountSources(const MuxInput& input, DiscPlan& plan) {
   plan.PartPacks += static_cast<std::uint64_t>(seconds * (3.0 + static_cast<double>(input.Audio.size())));
 }
 
-DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, UserInterface& ui) {
+DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, SourceJudge& judge) {
   DomainPlan result;
   result.Entry = &entry;
   result.Domain = domain;
   result.List = BuildTrackList(entry, domain, plan.Sources);
   result.Audio = KnownStreams(BuildAudioMap(result.List, plan.Sources));
   result.Subs = BuildSubMap(result.List, plan.Sources);
-  const MuxInputSource source{*plan.Disc, plan.Sources, entry, domain, plan.Rules, ui};
+  const MuxInputSource source{*plan.Disc, plan.Sources, entry, domain, judge};
   for (const TrackListRow& row : result.List) {
     result.Inputs.push_back(MakeMuxInput(source, row.Index, plan.Findings));
     CountSources(result.Inputs.back(), plan);
@@ -76,37 +76,37 @@ std::map<std::size_t, const MuxInput*> TracksOf(const DiscPlan& plan) {
   return tracks;
 }
 
-// A file that is missing is told already.
-void CheckStills(const MuxInput& input, DiscPlan& plan, PictureLoader& pictures) {
+void CheckStills(const MuxInput& input, DiscPlan& plan, PictureLoader& pictures, SourceJudge& judge) {
   for (const MuxVideoFile& file : input.Video) {
-    const bool there = file.ImageSource && std::filesystem::exists(file.Path);
+    const bool there = file.ImageSource && judge.WhyMissing(file.Path).empty();
     if (auto fault = there ? FaultOfStill(input, file, pictures) : std::nullopt) {
       plan.Findings.push_back(std::move(*fault));
     }
   }
 }
 
-void CheckPictures(DiscPlan& plan, PictureLoader& pictures, UserInterface& ui) {
-  const SubpictureChecks checks{.Rules = plan.Rules,
-                                .Pictures = pictures,
-                                .Ui = ui,
-                                .SourceFolder = plan.Disc->SourceFolder(),
-                                .MuxedOnly = true,
-                                .Coded = &plan.Coded};
-  for (const auto& [track, input] : TracksOf(plan)) {
-    CheckStills(*input, plan, pictures);
-    for (Message& finding : CheckTrackSubpictures(plan.Sources[track], track, checks)) {
-      plan.Findings.push_back(std::move(finding));
-    }
+void CheckPictures(DiscPlan& plan, PictureLoader& pictures, SourceJudge& judge, UserInterface& ui) {
+  const SubtitleChecks checks{.Rules = plan.Rules,
+                              .Pictures = pictures,
+                              .Ui = ui,
+                              .SourceFolder = plan.Disc->SourceFolder(),
+                              .MuxedOnly = true,
+                              .Coded = &plan.Coded};
+  for (const auto& [index, input] : TracksOf(plan)) {
+    const Track& track = plan.Sources[index];
+    CheckStills(*input, plan, pictures, judge);
+    Append(plan.Findings, CheckSubtitles(track, index, checks));
+    Append(plan.Findings, CheckButtonLinks(track, index));
+    Append(plan.Findings, CheckButtons(track, index));
   }
 }
 
 // The same file is often used by several domains: each finding is told once.
-void DropRepeats(std::vector<Message>& findings) {
-  std::vector<Message> once;
+void DropRepeats(Findings& findings) {
+  Findings once;
   for (Message& finding : findings) {
-    const bool told = std::ranges::any_of(once, [&](const Message& former) {
-      return former.Text == finding.Text && former.Place == finding.Place;
+    const bool told = std::ranges::any_of(once, [&](const Message& other) {
+      return other.Text == finding.Text && other.Place == finding.Place;
     });
     if (!told) {
       once.push_back(std::move(finding));
@@ -119,11 +119,6 @@ void DropRepeats(std::vector<Message>& findings) {
 
 bool DiscPlan::HasTitles() const {
   return std::ranges::any_of(Sets, [](const SetPlan& set) { return !set.Title.Inputs.empty(); });
-}
-
-bool DiscPlan::HasErrors() const {
-  return std::ranges::any_of(Findings,
-                             [](const Message& finding) { return finding.Level == Severity::Error; });
 }
 
 std::uint64_t DiscPlan::NeededBytes() const {
@@ -141,6 +136,7 @@ DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui, Pi
   plan.Ntsc = disc.Standard() == "NTSC";
   plan.Sources = disc.Tracks;
   plan.Findings = CheckLimits(disc);
+  SourceJudge judge(disc.SourceFolder(), rules, ui);
   int number = 0;
   for (const VTS_P& entry : disc.Disc) {
     ++number;
@@ -149,16 +145,16 @@ DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui, Pi
     }
     SetPlan set;
     set.EntryNumber = number;
-    set.Menu = PlanDomain(entry, Domain::Menu, plan, ui);
+    set.Menu = PlanDomain(entry, Domain::Menu, plan, judge);
     if (number == 1) {
       plan.Manager = std::move(set);
       continue;
     }
-    set.Title = PlanDomain(entry, Domain::Title, plan, ui);
+    set.Title = PlanDomain(entry, Domain::Title, plan, judge);
     plan.Sets.push_back(std::move(set));
   }
   if (pictures != nullptr) {
-    CheckPictures(plan, *pictures, ui);
+    CheckPictures(plan, *pictures, judge, ui);
   }
   DropRepeats(plan.Findings);
   return plan;

@@ -8,6 +8,7 @@
 
 #include "base/rules.h"
 #include "base/user_interface.h"
+#include "check/findings.h"
 #include "model/project.h"
 #include "model/stream_maps.h"
 #include "mux/mux_track.h"
@@ -50,18 +51,18 @@ struct DiscPlan {
   std::uint64_t VideoBytes = 0;  // of all source files, a track counted once a domain
   std::uint64_t AudioBytes = 0;
   std::uint64_t PartPacks = 0;    // about so many packs are not full
-  std::vector<Message> Findings;  // errors hinder, warnings do not
+  quorvelant::Findings Findings;  // errors hinder, warnings do not
   CodedBitmaps Coded;             // the bitmaps of subtitles, from the checks
 
   bool HasTitles() const;
-  bool HasErrors() const;
+  bool HasErrors() const { return quorvelant::HasErrors(Findings); }
   // About what the finished folder takes.
   std::uint64_t NeededBytes() const;
 };
 
 // Builds the stream maps of every domain and looks for every source file. With `pictures`, every bitmap
 // of the tracks' stills and subtitles is loaded, and subtitles are coded, to see that they can be.
-DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui,
-                  PictureLoader* pictures = nullptr);
+[[nodiscard]] DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui,
+                                PictureLoader* pictures = nullptr);
 
 }  // namespace quorvelant

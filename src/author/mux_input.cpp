@@ -3,14 +3,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
-#include <filesystem>
 #include <utility>
 
-#include "analysis/disc_fit.h"
 #include "author/track_cells.h"
 #include "base/text.h"
 #include "base/timecode.h"
+#include "check/messages.h"
+#include "check/stream_numbers.h"
 #include "ifo/domain_records.h"
 #include "model/keys.h"
 #include "mux/highlights.h"
@@ -19,18 +18,13 @@
 namespace quorvelant {
 namespace {
 
-// One track under conversion.
-struct Conversion {
+// One track on its way to the multiplexer.
+struct TrackInput {
   const MuxInputSource& Source;
   std::size_t Index;
   const quorvelant::Track& Track;
-  std::string Folder;  // from which relative paths count
   int FramesPerSecond;
-  std::vector<Message>& Findings;
-
-  void Error(std::string text, std::string place) {
-    Findings.push_back({Severity::Error, std::string(SourceErrorTitle), std::move(text), std::move(place)});
-  }
+  quorvelant::Findings& Findings;
 };
 
 TrackKind KindOf(std::string_view trackType) {
@@ -39,134 +33,92 @@ TrackKind KindOf(std::string_view trackType) {
                                                : TrackKind::Motion;
 }
 
-// The path of a play's file, which must be there.
-std::string SourceFile(Conversion& conversion, const std::string& file, std::string key) {
-  std::string path = SystemPath(file, conversion.Folder);
-  std::error_code failed;
-  const auto status = std::filesystem::status(path, failed);
-  if (!std::filesystem::exists(status)) {
-    conversion.Error(fmt::format(SourceMissing, path), std::move(key));
-  } else if (!std::filesystem::is_regular_file(status)) {
-    conversion.Error(fmt::format(SourceIsNoFile, path), std::move(key));
-  }
-  return path;
-}
-
-// What keeps a file from a disc, as its first headers tell.
-void JudgeFile(Conversion& conversion, const std::string& path, const std::string& key, const DiscFit& fit) {
-  const bool refuses = conversion.Source.Rules.RefusesUnfitSources;
-  for (const std::string& reason : fit.Reasons) {
-    conversion.Findings.push_back({refuses ? Severity::Error : Severity::Warning,
-                                   std::string(SourceErrorTitle), fmt::format(SourceUnusable, path, reason),
-                                   key});
+// A bitmap is looked at when it is encoded.
+void JudgeVideo(const TrackInput& from, const SourcePlay& play, bool isPicture) {
+  SourceJudge& judge = from.Source.Judge;
+  if (!isPicture) {
+    Append(from.Findings, judge.Video(play).Findings);
+  } else if (auto missing = judge.Missing(play)) {
+    from.Findings.push_back(std::move(*missing));
   }
 }
 
-void JudgeVideoFile(Conversion& conversion, const std::string& path, const std::string& key) {
-  if (const auto seen = QuickScanVideo(path, conversion.Source.Ui)) {
-    JudgeFile(conversion, path, key, JudgeHeaders(seen->Info));
-  } else {
-    conversion.Error(fmt::format(SourceUnusable, path, NoVideo), key);
-  }
-}
-
-void AddVideo(Conversion& conversion, MuxInput& input) {
-  const auto& plays = conversion.Track.VideoPlays;
+void AddVideo(const TrackInput& from, MuxInput& input) {
+  const auto& plays = from.Track.VideoPlays;
   for (std::size_t i = 0; i < plays.size(); ++i) {
     if (plays[i].Removed || plays[i].File.empty()) {
       continue;
     }
     MuxVideoFile& file = input.Video.emplace_back();
-    const std::string key = VideoPlayKey(conversion.Index, i + 1);
-    const std::size_t errors = conversion.Findings.size();
-    file.Path = SourceFile(conversion, plays[i].File, key);
+    file.Path = from.Source.Judge.PathOf(plays[i].File);
     file.ImageSource = IsPicture(plays[i].File);
-    if (!file.ImageSource && conversion.Findings.size() == errors) {
-      JudgeVideoFile(conversion, file.Path, key);
-    }
+    JudgeVideo(from, {plays[i].File, VideoPlayKey(from.Index, i + 1)}, file.ImageSource);
     if (input.Kind != TrackKind::Motion) {
-      file.HoldFrames = TimecodeToFrames(plays[i].SlideDuration, conversion.FramesPerSecond);
+      file.HoldFrames = TimecodeToFrames(plays[i].SlideDuration, from.FramesPerSecond);
       // A still of one frame waits for ever.
       file.HoldFlag = file.HoldFrames > (input.Kind == TrackKind::Still ? 1 : 0);
     }
   }
   if (input.Video.empty()) {
-    conversion.Error(fmt::format(TrackWithoutVideo, conversion.Track.TrackName), TrackKey(conversion.Index));
+    from.Findings.push_back(
+        MessageOf(message::TrackWithoutVideo, TrackKey(from.Index), from.Track.TrackName));
     return;
   }
   // A still that is given no time, or one frame, waits for ever.
   input.Infinite = input.Kind == TrackKind::Still && !input.Video.back().HoldFlag;
 }
 
-void AddAudioFile(Conversion& conversion, const AudioStream& stream, const std::string& path,
-                  const std::string& key, MuxAudioStream& target) {
-  const auto sound = QuickScanAudio(path, stream.Format, conversion.Source.Rules, conversion.Source.Ui);
-  target.Paths.push_back(path);
-  target.DataOffsets.push_back(sound ? sound->DataOffset : 0);
-  target.DataBytes.push_back(sound ? sound->DataBytes : 0);
-  if (!sound) {
-    conversion.Error(fmt::format(SourceUnreadable, path), key);
+void AddAudioFile(const TrackInput& from, const AudioStream& stream, const SourcePlay& play,
+                  MuxAudioStream& target) {
+  Judgement<AudioAttributes> judged = from.Source.Judge.Audio(play, stream.Format);
+  Append(from.Findings, std::move(judged.Findings));
+  if (!judged.Seen) {
     return;
   }
-  if (!sound->Problem.empty()) {
-    conversion.Error(fmt::format(SourceUnusable, path, sound->Problem), key);
-  } else {
-    JudgeFile(conversion, path, key, JudgeAudio(*sound));
-  }
+  target.Paths.push_back(from.Source.Judge.PathOf(play.File));
+  target.DataOffsets.push_back(judged.Seen->DataOffset);
+  target.DataBytes.push_back(judged.Seen->DataBytes);
   if (target.Traits == AudioTraits{}) {
-    target.Traits = {.FrameBytes = sound->FrameBytes,
-                     .BitRate = sound->BitRate,
-                     .SampleRate = sound->SampleRate,
-                     .ChannelCount = sound->ChannelCount(),
-                     .Quantisation = sound->Quantisation,
-                     .ServiceMode = sound->ServiceMode};
+    target.Traits = TraitsOf(*judged.Seen);
   }
 }
 
-// Whether a stream can be written under its number. One that no disc has costs the stream, of which the
-// check of the project warns; two streams under one number are an error.
-template <class Targets>
-bool NumberIsFree(Conversion& conversion, std::int32_t number, std::size_t count, const Targets& targets,
-                  std::string key) {
-  if (number < 0 || static_cast<std::size_t>(number) >= count) {
-    return false;
+// Whether a stream can be written under its number. The check of the project warns of one that no disc has,
+// which costs the stream.
+bool NumberIsFree(const TrackInput& from, StreamNumbers& numbers, std::int32_t number,
+                  const std::string& key) {
+  auto refusal = numbers.WhyRefused(number, key);
+  if (refusal && refusal->Level == Severity::Error) {
+    from.Findings.push_back(std::move(*refusal));
   }
-  if (std::ranges::any_of(targets, [&](const auto& target) { return target.StreamNumber == number; })) {
-    conversion.Error(fmt::format(RepeatedStreamNumber, number), std::move(key));
-    return false;
-  }
-  return true;
+  return !refusal;
 }
 
-void AddAudioFiles(Conversion& conversion, const AudioStream& stream, std::size_t number,
+void AddAudioFiles(const TrackInput& from, const AudioStream& stream, std::size_t number,
                    MuxAudioStream& target) {
   for (std::size_t i = 0; i < stream.AudioPlays.size(); ++i) {
     const AudioPlay& play = stream.AudioPlays[i];
     if (play.Removed || play.File.empty()) {
       continue;
     }
-    const std::string key = AudioPlayKey(conversion.Index, number, i + 1);
-    const std::size_t errors = conversion.Findings.size();
-    const std::string path = SourceFile(conversion, play.File, key);
-    if (conversion.Findings.size() == errors) {
-      AddAudioFile(conversion, stream, path, key, target);
-    }
+    AddAudioFile(from, stream, {play.File, AudioPlayKey(from.Index, number, i + 1)}, target);
   }
 }
 
-void AddAudio(Conversion& conversion, MuxInput& input) {
-  const auto& streams = conversion.Track.AudioStreams;
+void AddAudio(const TrackInput& from, MuxInput& input) {
+  const auto& streams = from.Track.AudioStreams;
+  StreamNumbers numbers = StreamNumbers::OfAudio();
   for (std::size_t i = 0; i < streams.size(); ++i) {
     const AudioStream& stream = streams[i];
-    const std::string key = AudioStreamKey(conversion.Index, i + 1);
+    const std::string key = AudioStreamKey(from.Index, i + 1);
     if (stream.Removed || !stream.MuxThisStream) {
       continue;
     }
     if (stream.Format != "AC3" && stream.Format != "PCM") {
-      conversion.Error(std::string(UnknownSound), key);
+      from.Findings.push_back(MessageOf(message::AudioKindUnknown, key));
       continue;
     }
-    if (!NumberIsFree(conversion, stream.StreamNumber, AudioStreamCount, input.Audio, key)) {
+    if (!NumberIsFree(from, numbers, stream.StreamNumber, key)) {
       continue;
     }
     MuxAudioStream target;
@@ -176,33 +128,32 @@ void AddAudio(Conversion& conversion, MuxInput& input) {
     target.Emphasis = stream.Emphasis != 0;
     target.Mute = stream.Mute != 0;
     target.Traits = stream.Traits;
-    AddAudioFiles(conversion, stream, i + 1, target);
+    AddAudioFiles(from, stream, i + 1, target);
     if (!target.Paths.empty()) {
       input.Audio.push_back(std::move(target));
     }
   }
 }
 
-void AddSubpictures(Conversion& conversion, MuxInput& input) {
-  if (!conversion.Track.HasSubs) {
+void AddSubpictures(const TrackInput& from, MuxInput& input) {
+  if (!from.Track.HasSubs) {
     return;
   }
-  const auto sceneHolds = ScenesWithStillTime(conversion.Source.Disc, conversion.Index);
-  const auto& streams = conversion.Track.SubStreams;
+  const auto sceneHolds = ScenesWithStillTime(from.Source.Disc, from.Index);
+  const auto& streams = from.Track.SubStreams;
+  StreamNumbers numbers = StreamNumbers::OfSubpictures();
   for (std::size_t i = 0; i < streams.size(); ++i) {
     const SubtitleStream& stream = streams[i];
     if (!stream.Removed && stream.MuxThisStream &&
-        NumberIsFree(conversion, stream.StreamNumber, SubStreamCount, input.Subpictures,
-                     SubStreamKey(conversion.Index, i + 1))) {
+        NumberIsFree(from, numbers, stream.StreamNumber, SubStreamKey(from.Index, i + 1))) {
       input.Subpictures.push_back(
-          {stream.StreamNumber, &stream,
-           HeldPlays(conversion.Track, stream, sceneHolds, conversion.FramesPerSecond)});
+          {stream.StreamNumber, &stream, HeldPlays(from.Track, stream, sceneHolds, from.FramesPerSecond)});
     }
   }
 }
 
-void AddMarks(const Conversion& conversion, const TrackCells& cells, MuxInput& input) {
-  const auto& scenes = conversion.Track.Scenes;
+void AddMarks(const TrackInput& from, const TrackCells& cells, MuxInput& input) {
+  const auto& scenes = from.Track.Scenes;
   for (std::size_t i = 0; i < scenes.size(); ++i) {
     const SceneUse use = cells.UseOf(i);
     input.Marks.push_back({.Scene = static_cast<int>(i),
@@ -220,8 +171,8 @@ void AddMarks(const Conversion& conversion, const TrackCells& cells, MuxInput& i
 
 // The commands of the cell that plays a scene are dealt, one after the other, to the buttons of the sets
 // that start within the scene.
-void AddHighlights(const Conversion& conversion, const TrackCells& cells, MuxInput& input) {
-  for (const HighlightPlay& play : conversion.Track.HighlightPlays) {
+void AddHighlights(const TrackInput& from, const TrackCells& cells, MuxInput& input) {
+  for (const HighlightPlay& play : from.Track.HighlightPlays) {
     input.Highlights.push_back(TimeHighlight(play, TimingOf(input.Ntsc)));
   }
   std::ranges::stable_sort(input.Highlights, {}, &MuxHighlight::StartPts);
@@ -245,18 +196,10 @@ void AddHighlights(const Conversion& conversion, const TrackCells& cells, MuxInp
 
 }  // namespace
 
-bool IsPicture(std::string_view path) {
-  constexpr std::array<std::string_view, 4> Extensions{".bmp", ".png", ".jpg", ".jpeg"};
-  const std::string lower = Lower(path);
-  return std::ranges::any_of(Extensions,
-                             [&](std::string_view extension) { return lower.ends_with(extension); });
-}
-
-MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, std::vector<Message>& findings) {
+MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, Findings& findings) {
   const Track& track = source.Sources[trackIndex];
   const std::string standard = track.Standard.empty() ? source.Disc.Standard() : track.Standard;
-  Conversion conversion{source,  trackIndex, track, source.Disc.SourceFolder(), FramesPerSecond(standard),
-                        findings};
+  const TrackInput from{source, trackIndex, track, FramesPerSecond(standard), findings};
   MuxInput input;
   input.TrackIndex = static_cast<int>(trackIndex);
   input.Name = track.TrackName;
@@ -267,13 +210,13 @@ MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, std:
   input.DisplayMode = track.DisplayMode;
   input.ExtendSlideForAudio = track.ExtendSlideForAudio;
   input.ExtendFinalSubtitle = track.ExtendFinalSubtitle;
-  input.SourceFolder = conversion.Folder;
+  input.SourceFolder = source.Disc.SourceFolder();
   const TrackCells cells(source.Entry, source.Domain, trackIndex);
-  AddVideo(conversion, input);
-  AddAudio(conversion, input);
-  AddSubpictures(conversion, input);
-  AddMarks(conversion, cells, input);
-  AddHighlights(conversion, cells, input);
+  AddVideo(from, input);
+  AddAudio(from, input);
+  AddSubpictures(from, input);
+  AddMarks(from, cells, input);
+  AddHighlights(from, cells, input);
   return input;
 }
 

@@ -1,0 +1,32 @@
+// Lists of findings.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <vector>
+
+#include "base/message.h"
+
+namespace quorvelant {
+
+// Errors keep a disc from being made or from being right; warnings tell what will not be as told.
+using Findings = std::vector<Message>;
+
+inline std::size_t CountOf(const Findings& findings, Severity level) {
+  return static_cast<std::size_t>(std::ranges::count(findings, level, &Message::Level));
+}
+
+inline bool HasErrors(const Findings& findings) {
+  return CountOf(findings, Severity::Error) > 0;
+}
+
+inline bool Has(const Findings& findings, const MessageKind& kind) {
+  return std::ranges::any_of(findings, [&kind](const Message& finding) { return finding.Is(kind); });
+}
+
+inline void Append(Findings& findings, Findings more) {
+  findings.insert(findings.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+}
+
+}  // namespace quorvelant

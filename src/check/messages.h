@@ -1,0 +1,142 @@
+// Every finding on a project and its sources. Files are named as the project names them.
+#pragma once
+
+#include "base/message.h"
+
+namespace quorvelant::message {
+
+// --- the structure ---
+
+inline constexpr MessageKind PgcLinkMissing{"pgc-link-missing", Severity::Warning, "Unknown Link",
+                                            "The {} PGC does not exist, so there is no such link: \"{}\""};
+inline constexpr MessageKind CellCommandMissing{"cell-command-missing", Severity::Warning,
+                                                "Unknown Cell Command",
+                                                "The cell names cell command {}; the PGC has {}"};
+inline constexpr MessageKind StillTimeBeyond{"still-time", Severity::Error, "Still Time",
+                                             "A still lasts 0 to {} seconds, or for ever with {}; not {}"};
+
+// --- what a disc has room for: the count and the most ---
+
+inline constexpr std::string_view LimitTitle = "Disc Limit";
+inline constexpr MessageKind TooManySets{"too-many-title-sets", Severity::Error, LimitTitle,
+                                         "The disc has {} title sets; there can be {}"};
+inline constexpr MessageKind TooManyTitles{"too-many-titles", Severity::Error, LimitTitle,
+                                           "The disc has {} titles; there can be {}"};
+inline constexpr MessageKind TooManyPrograms{"too-many-programs", Severity::Error, LimitTitle,
+                                             R"(PGC "{}" has {} programs; there can be {})"};
+inline constexpr MessageKind TooManyCells{"too-many-cells", Severity::Error, LimitTitle,
+                                          R"(PGC "{}" has {} cells; there can be {})"};
+inline constexpr MessageKind TooManyCommands{"too-many-commands", Severity::Error, LimitTitle,
+                                             R"(PGC "{}" has {} commands; there can be {})"};
+inline constexpr MessageKind CellLeftOut{
+    "cell-left-out", Severity::Warning, LimitTitle,
+    R"(A cell of PGC "{}" names the scene "{}", which no track has: it is left out)"};
+
+// --- streams ---
+
+inline constexpr std::string_view StreamNumberTitle = "Stream Number";
+inline constexpr MessageKind StreamNumberBeyond{"stream-number-beyond", Severity::Warning, StreamNumberTitle,
+                                                "{} streams have the numbers 0 to {}; not {}"};
+inline constexpr MessageKind StreamNumberRepeated{
+    "stream-number-repeated", Severity::Error, StreamNumberTitle,
+    "{} stream number {} is an earlier stream's of the same track"};
+inline constexpr MessageKind StreamNotMuxed{
+    "stream-not-multiplexed", Severity::Warning, "Stream Not Multiplexed",
+    "{} stream {} does not reach the disc in {}: DTS is not multiplexed, and a domain carries {} AC3 or PCM "
+    "and {} subpicture streams"};
+inline constexpr MessageKind AudioKindUnknown{
+    "audio-kind-unknown", Severity::Error, "Unknown Source",
+    "The name of the first file does not end in .ac3, .wav or .dts, so its kind is unknown"};
+inline constexpr MessageKind TrackWithoutVideo{"track-without-video", Severity::Error, "Source Error",
+                                               R"(Track "{}" is used on the disc and has no video)"};
+
+// --- sources: the file and what is wrong with it. Further reasons stand in analysis/messages.h. ---
+
+inline constexpr MessageKind SourceMissing{"source-missing", Severity::Error, "Missing Source", "'{}': {}"};
+inline constexpr MessageKind SourceUnnamed{"source-unnamed", Severity::Warning, "Missing Source",
+                                           "the play names no file"};
+
+inline constexpr std::string_view SourceRefusedTitle = "Refused Source";
+inline constexpr MessageKind VideoMissing{"video-missing", Severity::Error, SourceRefusedTitle,
+                                          "'{}': it holds no MPEG video and no bitmap that becomes a still"};
+inline constexpr MessageKind BitmapSizeUnfit{
+    "bitmap-size", Severity::Error, SourceRefusedTitle,
+    "'{}': a bitmap of {}x{}: sizes are 720x576, 360x288, 720x480 and 360x240"};
+inline constexpr MessageKind BitmapOnMotion{"bitmap-on-motion", Severity::Error, SourceRefusedTitle,
+                                            "'{}': a bitmap on a motion track"};
+inline constexpr MessageKind NotStill{"not-still", Severity::Error, SourceRefusedTitle,
+                                      "'{}': a still or slide of more than one picture"};
+inline constexpr MessageKind AudioNameUnknown{"audio-name-unknown", Severity::Error, SourceRefusedTitle,
+                                              "'{}': its name tells no kind of audio"};
+inline constexpr MessageKind AudioUnreadable{"audio-unreadable", Severity::Error, SourceRefusedTitle,
+                                             "'{}': its sound cannot be read"};
+
+inline constexpr std::string_view SourceMismatchedTitle = "Mismatched Source";
+inline constexpr MessageKind UnlikeTrack{"source-unlike-track", Severity::Error, SourceMismatchedTitle,
+                                         "'{}': {} where the track is {}"};
+inline constexpr MessageKind UnlikeFirst{"source-unlike-first", Severity::Error, SourceMismatchedTitle,
+                                         "'{}': {} where the first play is {}"};
+inline constexpr MessageKind IndexOlder{"index-older", Severity::Warning, "Source",
+                                        "'{}': its index is older than the file"};
+
+// --- subtitles ---
+
+inline constexpr std::string_view SubtitleTitle = "Subtitle Check";
+inline constexpr MessageKind SubtitleUnfit{"subtitle-unfit", Severity::Error, SubtitleTitle, "{}"};
+inline constexpr MessageKind SubtitleWithoutFile{"subtitle-without-bitmap", Severity::Warning, SubtitleTitle,
+                                                 "the subtitle has no bitmap"};
+inline constexpr MessageKind SubtitleIndexBeyond{"subtitle-index-beyond", Severity::Warning, SubtitleTitle,
+                                                 "colours and contrasts of a subtitle are 0 to 15, not {}"};
+inline constexpr MessageKind SubtitleEndsBeforeStart{"subtitle-ends-before-start", Severity::Error,
+                                                     SubtitleTitle,
+                                                     "the subtitle ends ({}) before it starts ({})"};
+inline constexpr MessageKind SubtitleWithoutDuration{
+    "subtitle-without-duration", Severity::Warning, SubtitleTitle,
+    "the subtitle has no duration and stays until the next one"};
+inline constexpr MessageKind SubtitlesOutOfOrder{"subtitles-out-of-order", Severity::Error, SubtitleTitle,
+                                                 "the subtitle starts ({}) before the one ahead of it ({})"};
+inline constexpr MessageKind SubtitlesStartTogether{
+    "subtitles-start-together", Severity::Warning, SubtitleTitle,
+    "the subtitle starts with the one ahead of it ({}), which never shows"};
+inline constexpr MessageKind SubtitlesOverlap{
+    "subtitles-overlap", Severity::Warning, SubtitleTitle,
+    "the subtitle starts ({}) before the one ahead of it ends ({})"};
+inline constexpr MessageKind SubtitleStartsPastEnd{"subtitle-starts-past-end", Severity::Warning,
+                                                   SubtitleTitle,
+                                                   "the subtitle starts ({}) past the end of the track ({})"};
+inline constexpr MessageKind SubtitleEndsPastEnd{"subtitle-ends-past-end", Severity::Warning, SubtitleTitle,
+                                                 "the subtitle ends ({}) past the end of the track ({})"};
+
+// --- buttons ---
+
+inline constexpr MessageKind ButtonLinkMissing{
+    "button-link-missing", Severity::Warning, "Unknown Link",
+    R"(Button "{}" links to a button that does not exist, so it stays on itself: "{}")"};
+
+inline constexpr std::string_view ButtonTitle = "Button Check";
+inline constexpr MessageKind TooManyButtons{"too-many-buttons", Severity::Error, ButtonTitle,
+                                            "{} buttons, and {} display modes leave room for {}"};
+inline constexpr MessageKind ButtonNameRepeated{"button-name-repeated", Severity::Warning, ButtonTitle,
+                                                R"(two buttons are named "{}": links reach the first)"};
+inline constexpr MessageKind ButtonSchemeUnknown{"button-scheme-unknown", Severity::Warning, ButtonTitle,
+                                                 R"(button "{}" has colour scheme {}, and there are 1 to 3)"};
+inline constexpr MessageKind ButtonAreaUnfit{
+    "button-area", Severity::Warning, ButtonTitle,
+    R"(button "{}" has no area within the picture ({},{} to {},{}))"};
+inline constexpr MessageKind ForcedButtonMissing{"forced-button-missing", Severity::Warning, ButtonTitle,
+                                                 "the {} button is number {}, and there are {}"};
+inline constexpr MessageKind ButtonsOutsideTrack{"buttons-outside-track", Severity::Error, ButtonTitle,
+                                                 "the buttons start ({}) past the end of the track ({})"};
+inline constexpr MessageKind ButtonsEndPastEnd{
+    "buttons-end-past-end", Severity::Warning, ButtonTitle,
+    "the buttons last ({}) past the end of the track ({}) and are cut"};
+inline constexpr MessageKind ButtonsOutOfOrder{"buttons-out-of-order", Severity::Error, ButtonTitle,
+                                               "the buttons start ({}) before the set ahead of them ({})"};
+inline constexpr MessageKind ButtonsOverlap{
+    "buttons-overlap", Severity::Warning, ButtonTitle,
+    "the buttons start ({}) before the set ahead of them ends ({}), which is cut"};
+inline constexpr MessageKind ButtonsWithoutSubtitle{
+    "buttons-without-subtitle", Severity::Warning, ButtonTitle,
+    "no forced subtitle shows while the buttons can be pressed"};
+
+}  // namespace quorvelant::message

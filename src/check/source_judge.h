@@ -1,0 +1,71 @@
+// The one judgement of a source: what its file is, and what keeps it from a disc.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "analysis/quick_scan.h"
+#include "base/rules.h"
+#include "base/user_interface.h"
+#include "check/findings.h"
+#include "model/tracks.h"
+
+namespace quorvelant {
+
+// A file that a project names.
+struct SourcePlay {
+  std::string File;   // as the project holds it
+  std::string Place;  // of the findings
+};
+
+template <class Attributes>
+struct Judgement {
+  std::optional<Attributes> Seen;  // nothing where the file is missing or of no use
+  quorvelant::Findings Findings;
+};
+
+// Judges the sources of one run. It remembers what it has seen: however many domains use a file, its head is
+// read once. Not for several threads.
+class SourceJudge {
+ public:
+  // Relative paths count from `folder`.
+  SourceJudge(std::string folder, const Rules& rules, UserInterface& ui)
+      : folder_(std::move(folder)), rules_(rules), ui_(&ui) {}
+
+  // The path of this system.
+  std::string PathOf(const std::string& file) const;
+
+  // Why there is no plain file at a path of this system, as in "it is a folder, not a file"; empty where
+  // there is one.
+  std::string_view WhyMissing(const std::string& path);
+  // The same as a finding on a play.
+  std::optional<Message> Missing(const SourcePlay& play);
+
+  // The file by itself. What no disc carries is an error where the rules refuse it, otherwise a warning.
+  Judgement<VideoAttributes> Video(const SourcePlay& play);
+  // `format` is "AC3", "PCM" or "DTS", or empty to go by the file's name. DTS stays off the disc, which is
+  // right without it: warnings tell of it.
+  Judgement<AudioAttributes> Audio(const SourcePlay& play, std::string_view format);
+
+ private:
+  std::string folder_;
+  Rules rules_;
+  UserInterface* ui_;
+  std::map<std::string, std::string_view> missing_;
+  std::map<std::string, std::optional<VideoAttributes>> videos_;
+  std::map<std::pair<std::string, std::string>, std::optional<AudioAttributes>> audios_;  // with the format
+};
+
+// What keeps a video or bitmap from a track of that type ("Motion", "Still", "SlideShow").
+Findings JudgeForTrack(const VideoAttributes& seen, std::string_view trackType, const SourcePlay& play);
+
+// Whether a source is a picture, to be encoded when it is due, by its name.
+bool IsPicture(std::string_view path);
+
+// What a track keeps of a stream's first file.
+AudioTraits TraitsOf(const AudioAttributes& audio);
+
+}  // namespace quorvelant

@@ -1,0 +1,156 @@
+#include "check/subtitle_check.h"
+
+#include <fmt/format.h>
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "base/file_text.h"
+#include "base/text.h"
+#include "check/messages.h"
+#include "check/track_times.h"
+#include "model/keys.h"
+#include "subpicture/spu_encoder.h"
+#include "subpicture/spu_timing.h"
+
+namespace quorvelant {
+
+namespace {
+
+// The check of one stream.
+class StreamCheck {
+ public:
+  StreamCheck(const Track& track, std::size_t trackIndex, std::size_t streamIndex,
+              const SubtitleChecks& context)
+      : track_(track),
+        stream_(track.SubStreams[streamIndex]),
+        times_(track),
+        place_(fmt::format("{} ({})", SubStreamKey(trackIndex, streamIndex + 1), track.TrackName)),
+        context_(context) {}
+
+  Findings Run();
+
+ private:
+  void CheckTimes(std::size_t entry, const PlaySpan& span, const std::optional<PlaySpan>& former);
+  void CheckIndexes(const SPURecord& record);
+  void CheckBitmap(const SPURecord& record);
+  void MakeUnitOf(const SPURecord& record) const;
+
+  template <class... Values>
+  void Add(const MessageKind& kind, std::size_t entry, const Values&... values) {
+    findings_.push_back(MessageOf(kind, fmt::format("{} entry {}", place_, entry + 1), values...));
+  }
+
+  const Track& track_;
+  const SubtitleStream& stream_;
+  TrackTimes times_;
+  std::string place_;
+  const SubtitleChecks& context_;
+  Findings findings_;
+};
+
+// A start against the one before it, and the end of what is before it.
+void StreamCheck::CheckTimes(std::size_t entry, const PlaySpan& span, const std::optional<PlaySpan>& former) {
+  const std::string start = times_.Timecode(span.Start);
+  const std::string end = times_.Timecode(span.End);
+  if (span.End < span.Start) {
+    Add(message::SubtitleEndsBeforeStart, entry, end, start);
+  } else if (span.End == span.Start) {
+    Add(message::SubtitleWithoutDuration, entry);
+  }
+  if (former && span.Start < former->Start) {
+    Add(message::SubtitlesOutOfOrder, entry, start, times_.Timecode(former->Start));
+  } else if (former && span.Start == former->Start) {
+    Add(message::SubtitlesStartTogether, entry, start);
+  } else if (former && span.Start < former->End) {
+    Add(message::SubtitlesOverlap, entry, start, times_.Timecode(former->End));
+  }
+  if (times_.StartsPastEnd(span.Start)) {
+    Add(message::SubtitleStartsPastEnd, entry, start, times_.End());
+  } else if (times_.EndsPastEnd(span.End)) {
+    Add(message::SubtitleEndsPastEnd, entry, end, times_.End());
+  }
+}
+
+void StreamCheck::CheckIndexes(const SPURecord& record) {
+  for (const ColorQuad* quad : {&record.ColorIndexes, &record.Contrasts}) {
+    for (const std::int32_t value : *quad) {
+      if (value < 0 || value > 15) {
+        Add(message::SubtitleIndexBeyond, record.Entry, value);
+      }
+    }
+  }
+}
+
+// Raises what hinders the unit's making.
+void StreamCheck::MakeUnitOf(const SPURecord& record) const {
+  const bool ntsc = times_.IsNtsc();
+  if (const EncodedBitmap* coded = context_.Coded != nullptr ? context_.Coded->Find(record, ntsc) : nullptr) {
+    MakeUnit(record, *coded);
+    return;
+  }
+  const EncodedBitmap bitmap = LoadSPUBitmap(context_.Pictures, record, ntsc, context_.Rules);
+  MakeUnit(record, bitmap);
+  if (context_.Coded != nullptr) {
+    context_.Coded->Keep(record, ntsc, bitmap);
+  }
+}
+
+void StreamCheck::CheckBitmap(const SPURecord& record) {
+  try {
+    MakeUnitOf(record);
+  } catch (const PictureError& error) {
+    if (const std::string_view why = NoPlainFile(record.File); !why.empty()) {
+      Add(message::SourceMissing, record.Entry, stream_.SubPlays[record.Entry].File, why);
+    } else {
+      Add(message::SubtitleUnfit, record.Entry, error.what());
+    }
+  } catch (const SubpictureError& error) {
+    Add(message::SubtitleUnfit, record.Entry, error.what());
+  }
+}
+
+Findings StreamCheck::Run() {
+  for (std::size_t i = 0; i < stream_.SubPlays.size(); ++i) {
+    if (stream_.SubPlays[i].Used && stream_.SubPlays[i].File.empty()) {
+      Add(message::SubtitleWithoutFile, i);
+    }
+  }
+  const TrackClock clock{.FramesPerSecond = times_.FramesPerSecond};
+  const std::vector<SPURecord> records =
+      PrepareSPURecords(stream_, {}, clock, {.SourceFolder = context_.SourceFolder});
+  if (context_.Coded != nullptr) {
+    CodeAhead(records, times_.IsNtsc(), context_.Rules, context_.Ui, *context_.Coded);
+  }
+  const bool still = EqualNoCase(track_.TrackType, "Still");
+  std::optional<PlaySpan> former;
+  for (const SPURecord& record : records) {
+    if (context_.Ui.StopRequested()) {
+      break;
+    }
+    const PlaySpan span = SpanOf(stream_.SubPlays[record.Entry], times_.FramesPerSecond);
+    if (!still) {
+      CheckTimes(record.Entry, span, former);
+    }
+    former = span;
+    CheckIndexes(record);
+    CheckBitmap(record);
+  }
+  return std::move(findings_);
+}
+
+}  // namespace
+
+Findings CheckSubtitles(const Track& track, std::size_t trackIndex, const SubtitleChecks& checks) {
+  Findings findings;
+  for (std::size_t i = 0; i < track.SubStreams.size(); ++i) {
+    const SubtitleStream& stream = track.SubStreams[i];
+    if (!stream.Removed && (stream.MuxThisStream || !checks.MuxedOnly)) {
+      Append(findings, StreamCheck(track, trackIndex, i, checks).Run());
+    }
+  }
+  return findings;
+}
+
+}  // namespace quorvelant
