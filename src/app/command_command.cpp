@@ -13,6 +13,7 @@
 #include "base/passing_ui.h"
 #include "base/rules.h"
 #include "model/project.h"
+#include "script/messages.h"
 #include "script/script_reader.h"
 #include "vm/check_commands.h"
 #include "vm/decoder.h"
@@ -58,7 +59,7 @@ CommandLineResult Encode(const std::string& text, NameIndex* names, const Resolv
   const bool stands = names == nullptr && !Has(resolved.Faults, TextFault::UnknownLink);
   for (const std::string& name : resolved.MissingNames) {
     result.Messages.push_back({stands ? Severity::Warning : Severity::Error,
-                               std::string(stands ? WarningTitle : CommandErrorTitle),
+                               std::string(stands ? WarningTitle : message::CommandErrorsNoted.Title),
                                fmt::format(fmt::runtime(stands ? NoProject : NoSuchName), text, name),
                                {}});
   }
@@ -70,8 +71,10 @@ CommandLineResult Decode(const std::string& hex) {
   CommandLineResult result{.Text = {}, .Hex = hex};
   if (!IsCommandHex(hex)) {
     result.Good = false;
-    result.Messages.push_back(
-        {Severity::Error, std::string(CommandErrorTitle), fmt::format(fmt::runtime(NotDigits), hex), {}});
+    result.Messages.push_back({Severity::Error,
+                               std::string(message::CommandErrorsNoted.Title),
+                               fmt::format(fmt::runtime(NotDigits), hex),
+                               {}});
     return result;
   }
   const DecodedCommand decoded = DecodeCommand(hex);
@@ -121,7 +124,7 @@ class NamesOnlyUi : public PassingUi {
  public:
   using PassingUi::PassingUi;
   void Tell(const Message& message) override {
-    if (message.Title != CommandErrorTitle) {
+    if (!message.Is(message::CommandErrorsNoted)) {
       PassingUi::Tell(message);
     }
   }

@@ -11,6 +11,7 @@
 #include "model/keys.h"
 #include "model/stream_maps.h"
 #include "model/update_my_dvd.h"
+#include "script/messages.h"
 #include "script/script_tracks.h"
 #include "script/script_values.h"
 
@@ -161,8 +162,7 @@ void CreateCell(Build& build, const PGC_P& pgc, const PG_P& program, std::int32_
   const auto found = build.State.Scenes.find(cell.SceneUsed);
   const bool known = found != build.State.Scenes.end();
   if (!known) {
-    build.Result.Notes.push_back({Severity::Error, std::string(UnknownSceneTitle),
-                                  fmt::format("{}\"{}\"", UnknownSceneText, cell.SceneUsed), cell.Key});
+    build.Result.Notes.push_back(MessageOf(message::SceneUnknown, cell.Key, cell.SceneUsed));
   }
   if (!known || found->second.Removed) {
     cell.EnableSeamlessFlag = cell.Seamless;
@@ -229,8 +229,7 @@ bool CreateLayout(Build& build) {
   CheckCommands(build.Target, build.Options.Rules);
   build.Target.ScriptFile = std::move(script);
   build.Ui.Status("Import Failed");
-  build.Result.Failure = {Severity::Error, std::string(MixedStandardsTitle), std::string(MixedStandardsText),
-                          build.Target.ScriptFile};
+  build.Result.Failure = MessageOf(message::StandardsMixed, build.Target.ScriptFile);
   build.Ui.Tell(build.Result.Failure);
   return false;
 }
@@ -244,8 +243,7 @@ void CreatePaletteList(Build& build) {
       return;
     }
     if (!pgc.PaletteName.empty()) {
-      build.Result.Notes.push_back({Severity::Warning, std::string(UnknownPaletteTitle),
-                                    fmt::format("{}\"{}\"", UnknownPaletteText, pgc.PaletteName), pgc.Key});
+      build.Result.Notes.push_back(MessageOf(message::PaletteUnknown, pgc.Key, pgc.PaletteName));
     }
     pgc.PaletteName = DefaultPalette;
   });
@@ -296,7 +294,7 @@ void CreateCommands(Build& build) {
   if (!build.Result.Commands.Errors.empty()) {
     build.Target.ScriptHadCommandErrors = true;
     build.Ui.Status("Import Failed");
-    TellError(build.Ui, CommandErrorTitle, CommandErrorText, build.Target.ScriptFile);
+    build.Ui.Tell(MessageOf(message::CommandErrorsNoted, build.Target.ScriptFile));
   }
 }
 

@@ -5,6 +5,7 @@
 
 #include "base/random.h"
 #include "base/text.h"
+#include "script/messages.h"
 #include "script/script_writer.h"
 
 namespace quorvelant {
@@ -41,7 +42,7 @@ bool SaveData(const Project& project, const std::string& path, UserInterface& ui
   }
   std::error_code ignored;
   std::filesystem::remove(aside, ignored);
-  TellError(ui, ScriptSaveFailedTitle, std::string(ScriptSaveFailedText) + path, path);
+  ui.Tell(MessageOf(message::ScriptSaveFailed, path, path));
   return false;
 }
 
@@ -54,7 +55,7 @@ bool SaveDataPath(Project& project, UserInterface& ui) {
   if (!SaveData(project, *path, ui)) {
     return false;
   }
-  ui.Tell({Severity::Information, std::string(ScriptSavedTitle), std::string(ScriptSavedText) + *path, {}});
+  ui.Tell(MessageOf(message::ScriptSaved, {}, *path));
   return true;
 }
 

@@ -14,6 +14,7 @@
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "script/line_reader.h"
+#include "script/messages.h"
 #include "script/script_build.h"
 #include "script/script_state.h"
 #include "script/script_words.h"
@@ -74,7 +75,7 @@ class Reading {
   void Doubt(std::string_view reason);
   bool TakeBrace();
   bool ShowProgress();
-  bool Fail(std::string_view title, std::string text);
+  bool Fail(const MessageKind& kind, std::string_view value);
 
   LineReader lines_;
   std::size_t length_;
@@ -158,9 +159,8 @@ bool Reading::TakeBrace() {
   return false;
 }
 
-bool Reading::Fail(std::string_view title, std::string text) {
-  result_.Failure = {Severity::Error, std::string(title), std::move(text),
-                     fmt::format("{}:{}", state_.Target.ScriptFile, lines_.Number())};
+bool Reading::Fail(const MessageKind& kind, std::string_view value) {
+  result_.Failure = MessageOf(kind, fmt::format("{}:{}", result_.File, lines_.Number()), value);
   ui_.Tell(result_.Failure);
   return false;
 }
@@ -173,15 +173,14 @@ bool Reading::ShowProgress() {
   }
   shown_ = lines_.BytesRead();
   ui_.Progress(static_cast<double>(shown_), static_cast<double>(std::max(length_, shown_)));
-  return !ui_.StopRequested() ||
-         Fail(ScriptUnreadableTitle, std::string(ScriptStoppedText) + state_.Target.ScriptFile);
+  return !ui_.StopRequested() || Fail(message::ScriptStopped, result_.File);
 }
 
 bool Reading::TakePreparedLine() {
   SplitLine(trimmed_);
   if (!TakeLine(state_)) {
     if (!state_.TooMany.empty()) {
-      return Fail(ScriptUnreadableTitle, std::string(ScriptTooLargeText).append(state_.TooMany));
+      return Fail(message::ScriptTooLarge, state_.TooMany);
     }
     Skip(state_.SkipReason);
     return true;
@@ -193,8 +192,7 @@ bool Reading::TakePreparedLine() {
   if (!state_.Stage.empty()) {
     ui_.Status(std::exchange(state_.Stage, {}));
   }
-  return !state_.SceneRepeated ||
-         Fail({}, std::string(RepeatedSceneText).append(trimmed_).append(RepeatedSceneMark));
+  return !state_.SceneRepeated || Fail(message::SceneRepeated, trimmed_);
 }
 
 bool Reading::ReadLines() {
@@ -203,7 +201,7 @@ bool Reading::ReadLines() {
     if (lines_.Number() == 1) {
       if (std::any_of(WideMarks.begin(), WideMarks.end(),
                       [line](std::string_view mark) { return line.starts_with(mark); })) {
-        return Fail(ScriptUnreadableTitle, std::string(ScriptIsWideText) + state_.Target.ScriptFile);
+        return Fail(message::ScriptIsWide, result_.File);
       }
       if (line.starts_with(ByteOrderMark)) {
         line.remove_prefix(ByteOrderMark.size());
@@ -228,6 +226,7 @@ bool Reading::ReadLines() {
 LoadResult LoadScript(std::istream& script, std::size_t length, const std::string& name, Project& project,
                       const LoadOptions& options, UserInterface& ui) {
   LoadResult result;
+  result.File = name;
   ResetProject(project, name);
   Reading reading(script, length, project, ui, result);
   if (reading.ReadLines()) {
@@ -249,8 +248,8 @@ LoadResult LoadScriptFile(const std::string& file, Project& project, const LoadO
   }
   if (!script.is_open()) {
     LoadResult result;
-    result.Failure = {Severity::Error, std::string(ScriptUnreadableTitle),
-                      std::string(ScriptUnreadableText) + file, file};
+    result.File = file;
+    result.Failure = MessageOf(message::ScriptUnreadable, file, file);
     ui.Tell(result.Failure);
     return result;
   }

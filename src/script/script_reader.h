@@ -48,6 +48,7 @@ constexpr NumericTargets NumbersOf(bool isScenarist) {
 
 // How a load ended. Only a loaded project without command errors may be authored without a person looking.
 struct LoadResult {
+  std::string File;     // the script
   bool Loaded = false;  // all building stages were run
   Message Failure;      // why not
   CommandCheck Commands;
@@ -69,26 +70,10 @@ struct LoadResult {
 // the script names one. Failures are told through `ui` and leave the project as far as it has been built;
 // a mix of video standards leaves the default structure. Any bytes are taken: time and memory grow with
 // the script's length alone.
-LoadResult LoadScriptFile(const std::string& file, Project& project, const LoadOptions& options,
-                          UserInterface& ui);
+[[nodiscard]] LoadResult LoadScriptFile(const std::string& file, Project& project, const LoadOptions& options,
+                                        UserInterface& ui);
 // The same from a stream of `length` bytes, 0 when unknown; `name` is the script's path.
 LoadResult LoadScript(std::istream& script, std::size_t length, const std::string& name, Project& project,
                       const LoadOptions& options, UserInterface& ui);
-
-inline constexpr std::string_view RepeatedSceneText =
-    "Errors in script; unrecognised command in current segment :- ";
-inline constexpr std::string_view RepeatedSceneMark = " (Repeated)";
-inline constexpr std::string_view MixedStandardsTitle = "DataLayout Error";
-inline constexpr std::string_view MixedStandardsText =
-    "Different video standards (PAL / NTSC) are being attempted to be included in the structure";
-inline constexpr std::string_view CommandErrorTitle = "Command Error";
-inline constexpr std::string_view CommandErrorText =
-    "There were some errors noted in the script file - An error list will now be shown";
-inline constexpr std::string_view ScriptUnreadableTitle = "Script Error";
-inline constexpr std::string_view ScriptUnreadableText = "Unable to read script file: ";
-inline constexpr std::string_view ScriptIsWideText =
-    "The script is UTF-16 text; please save it as plain (ANSI or UTF-8) text: ";
-inline constexpr std::string_view ScriptStoppedText = "The load of the script was stopped: ";
-inline constexpr std::string_view ScriptTooLargeText = "The script holds more than a disc can: ";
 
 }  // namespace quorvelant

@@ -11,10 +11,6 @@ namespace quorvelant {
 
 inline constexpr std::string_view SavePathTitle = "Please choose your output location";
 inline constexpr std::string_view SavePathFilter = "Project Files (*.Qvp)|*.Qvp";
-inline constexpr std::string_view ScriptSavedTitle = "Script Success";
-inline constexpr std::string_view ScriptSavedText = "Script file has been saved to: ";
-inline constexpr std::string_view ScriptSaveFailedTitle = "Script Error";
-inline constexpr std::string_view ScriptSaveFailedText = "Unable to write script file: ";
 
 // The whole project as script text in lines that end in CR LF. Elements marked as removed, tracks without
 // a first file and subtitles that are not used are left out; everything else reads back as it was, but for
@@ -23,9 +19,9 @@ std::string WriteScript(const Project& project);
 
 // Writes the script aside and puts it in the place of `path` when it is whole, so a failure leaves a
 // former file as it was. False, and told, when that fails.
-bool SaveData(const Project& project, const std::string& path, UserInterface& ui);
+[[nodiscard]] bool SaveData(const Project& project, const std::string& path, UserInterface& ui);
 
 // Asks for a path (nothing or an empty text ends it), stores it as the project's own, saves and reports.
-bool SaveDataPath(Project& project, UserInterface& ui);
+[[nodiscard]] bool SaveDataPath(Project& project, UserInterface& ui);
 
 }  // namespace quorvelant

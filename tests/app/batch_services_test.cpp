@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "model/default_structure.h"
+#include "script/messages.h"
 #include "script/script_reader.h"
 #include "script/script_writer.h"
 #include "support/folders.h"
@@ -24,7 +25,7 @@ TEST(BatchServices, ACommandErrorStopsTheRunAndIsListed) {
   const std::string script = folder.Write("bad.qvp", WriteScript(project));
   EXPECT_FALSE(MakeBatchServices(ui).LoadScriptFile(script, false, loaded));
   ASSERT_EQ(ui.Messages.size(), 2U);
-  EXPECT_EQ(ui.Messages[0].Text, CommandErrorText);
+  EXPECT_TRUE(ui.Messages[0].Is(message::CommandErrorsNoted));
   EXPECT_TRUE(ui.Messages[1].Text.starts_with("VTS=") &&
               ui.Messages[1].Text.find("Command=JumpTT NoSuchTitle") != std::string::npos)
       << ui.Messages[1].Text;
