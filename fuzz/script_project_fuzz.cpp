@@ -1,4 +1,6 @@
-// Any bytes as a script. What loads is written; what was written loads to the same text.
+// Any bytes as a script. Every finding has a code; what loads is written; what was written loads to the same
+// text.
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
@@ -7,7 +9,9 @@
 #include <string_view>
 
 #include "check/check.h"
+#include "check/check_sources.h"
 #include "edit/outline.h"
+#include "script/load_findings.h"
 #include "script/script_reader.h"
 #include "script/script_writer.h"
 
@@ -43,7 +47,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byte
   Project project;
   const LoadResult load = Load(text, project);
   OutlineText(OutlineOf(project));
-  CheckProject(project, load);
+  NobodyUi ui;
+  Findings findings = LoadFindings(load);
+  Append(findings, CheckProject(project));
+  Append(findings, LookForSources(project, ui));
+  if (std::ranges::any_of(findings, &std::string_view::empty, &Message::Code)) {
+    std::abort();
+  }
   if (!load.Loaded) {
     return 0;
   }

@@ -14,12 +14,13 @@
 #include "app/rules_option.h"
 #include "app/run_voice.h"
 #include "author/author.h"
-#include "author/mux_input.h"
 #include "author/output_folder.h"
 #include "base/random.h"
 #include "check/check.h"
+#include "check/source_judge.h"
 #include "edit/chapter_analysis.h"
 #include "platform/picture_service.h"
+#include "script/load_findings.h"
 #include "script/script_reader.h"
 #include "script/source_scanner.h"
 #include "verify/read_back.h"
@@ -64,13 +65,6 @@ struct Run {
   bool StrictFails() const { return Arguments.Strict && Voice.Warnings() > 0; }
 };
 
-// Whether a finding of the check hinders the run. Sources of tracks that are not on the disc may be missing;
-// those that are on it are looked for by the plan.
-bool Hinders(const Message& finding) {
-  return finding.Level == Severity::Error && finding.Title != SourceMissingTitle &&
-         finding.Title != SourceUnreadTitle;
-}
-
 // Builds the indexes of a track's video files anew.
 void Reindex(const Run& run, const Project& project, std::size_t track, IndexStore& store) {
   std::vector<IndexSource> files;
@@ -97,14 +91,12 @@ bool Load(const Run& run, Project& project) {
     }
   };
   const LoadResult loaded = LoadScriptFile(run.Arguments.Project, project, options, quiet);
-  bool hindered = !loaded.MayAuthor();
-  for (const Message& finding : CheckProject(project, loaded).Messages) {
-    if (finding.Level != Severity::Error || Hinders(finding)) {
-      run.Voice.Tell(finding);
-    }
-    hindered = hindered || Hinders(finding);
+  Findings findings = LoadFindings(loaded);
+  Append(findings, CheckProject(project));
+  for (const Message& finding : findings) {
+    run.Voice.Tell(finding);
   }
-  return !hindered;
+  return loaded.MayAuthor() && !HasErrors(findings);
 }
 
 // Tells what the plan found and what is to come; false when the run cannot start.

@@ -2,11 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <memory>
 #include <ostream>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "app/open_project.h"
@@ -15,6 +13,7 @@
 #include "check/check_sources.h"
 #include "edit/outline_json.h"
 #include "platform/picture_service.h"
+#include "script/load_findings.h"
 
 namespace quorvelant {
 
@@ -41,6 +40,7 @@ nlohmann::ordered_json MessagesJson(const std::vector<Message>& messages) {
   nlohmann::ordered_json list = nlohmann::ordered_json::array();
   for (const Message& message : messages) {
     list.push_back({{"severity", SeverityWord(message.Level)},
+                    {"code", message.Code},
                     {"title", message.Title},
                     {"text", message.Text},
                     {"place", message.Place}});
@@ -62,59 +62,49 @@ nlohmann::ordered_json RowsJson(const std::vector<CommandError>& rows) {
   return list;
 }
 
-void PrintJson(const Project& project, const LoadResult& load, const CheckReport& report, std::ostream& out) {
+void PrintJson(const Project& project, const LoadResult& load, const Findings& findings, std::ostream& out) {
   const nlohmann::ordered_json json{{"script", project.ScriptFile},
-                                    {"ok", report.ErrorCount == 0},
+                                    {"ok", !HasErrors(findings)},
                                     {"lines", load.LineCount},
                                     {"commands", load.Commands.CommandCount},
-                                    {"errors", report.ErrorCount},
-                                    {"warnings", report.WarningCount},
-                                    {"messages", MessagesJson(report.Messages)},
+                                    {"errors", CountOf(findings, Severity::Error)},
+                                    {"warnings", CountOf(findings, Severity::Warning)},
+                                    {"messages", MessagesJson(findings)},
                                     {"commandErrors", RowsJson(load.Commands.Errors)},
                                     {"outline", OutlineJson(OutlineOf(project))}};
   out << JsonText(json) << '\n';
 }
 
-// The report with its look for source files replaced by what reading their heads found.
-CheckReport WithSources(CheckReport report, const Project& project, UserInterface& ui) {
-  std::erase_if(report.Messages, [](const Message& message) {
-    return message.Title == SourceMissingTitle || message.Title == SourceUnreadTitle;
-  });
-  const auto pictures = MakePictureService();
-  for (Message& finding : CheckSources(project, Rules::Players, *pictures, ui)) {
-    report.Messages.push_back(std::move(finding));
+Findings CheckSources(const Project& project, bool open, UserInterface& ui) {
+  if (!open) {
+    return LookForSources(project, ui);
   }
-  const auto count = [&report](Severity level) {
-    return static_cast<std::size_t>(
-        std::count_if(report.Messages.begin(), report.Messages.end(),
-                      [level](const Message& message) { return message.Level == level; }));
-  };
-  report.ErrorCount = count(Severity::Error);
-  report.WarningCount = count(Severity::Warning);
-  return report;
+  const auto pictures = MakePictureService();
+  return OpenSources(project, Rules::Players, *pictures, ui);
 }
 
 int Run(const CheckOptions& options, CommandContext& context) {
   Project project;
-  SilentBoxes quiet(context.Ui);  // the report holds what the load would say
+  SilentBoxes quiet(context.Ui);  // the findings hold what the load would say
   const LoadResult load = OpenProject(options.Project, project, Rules::Players, quiet);
-  CheckReport report = CheckProject(project, load);
-  if (options.Sources) {
-    report = WithSources(std::move(report), project, context.Ui);
-  }
+  Findings findings = LoadFindings(load);
+  Append(findings, CheckProject(project));
+  Append(findings, CheckSources(project, options.Sources, context.Ui));
+  const int status = HasErrors(findings) ? ExitFailed : ExitDone;
   if (options.Json) {
-    PrintJson(project, load, report, context.Out);
-    return report.ErrorCount == 0 ? ExitDone : ExitFailed;
+    PrintJson(project, load, findings, context.Out);
+    return status;
   }
   if (load.Loaded) {
     context.Out << Printable(OutlineText(OutlineOf(project)));
   }
-  for (const Message& message : report.Messages) {
-    context.Ui.Tell(message);
+  for (const Message& finding : findings) {
+    context.Ui.Tell(finding);
   }
   context.Out << fmt::format("{} lines, {} commands: {} errors, {} warnings\n", load.LineCount,
-                             load.Commands.CommandCount, report.ErrorCount, report.WarningCount);
-  return report.ErrorCount == 0 ? ExitDone : ExitFailed;
+                             load.Commands.CommandCount, CountOf(findings, Severity::Error),
+                             CountOf(findings, Severity::Warning));
+  return status;
 }
 
 }  // namespace

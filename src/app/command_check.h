@@ -7,7 +7,7 @@
 
 namespace quorvelant {
 
-// quorvelant check [--json] PROJECT
+// quorvelant check [--sources] [--json] PROJECT
 void AddCheckCommand(CLI::App& program, CommandContext& context);
 
 }  // namespace quorvelant

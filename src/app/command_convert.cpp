@@ -8,7 +8,8 @@
 
 #include "app/open_project.h"
 #include "base/random.h"
-#include "check/check.h"
+#include "check/findings.h"
+#include "script/load_findings.h"
 #include "script/script_writer.h"
 
 namespace quorvelant {
@@ -68,15 +69,15 @@ int Run(const ConvertOptions& options, CommandContext& context) {
   Project project;
   SilentBoxes quiet(context.Ui);
   const LoadResult load = OpenProject(options.In, project, Rules::Players, quiet);
-  const CheckReport report = CheckLoad(project, load);
-  for (const Message& message : report.Messages) {
-    context.Ui.Tell(message);
+  const Findings findings = LoadFindings(load);
+  for (const Message& finding : findings) {
+    context.Ui.Tell(finding);
   }
   if (!load.Loaded || !SaveData(project, options.Out, context.Ui)) {
     return ExitFailed;
   }
   TellMovedSources(options, project, context.Ui);
-  return report.ErrorCount == 0 ? ExitDone : ExitFailed;
+  return !HasErrors(findings) ? ExitDone : ExitFailed;
 }
 
 }  // namespace

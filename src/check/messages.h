@@ -1,6 +1,7 @@
 // Every finding on a project and its sources. Files are named as the project names them.
 #pragma once
 
+#include "analysis/messages.h"
 #include "base/message.h"
 
 namespace quorvelant::message {
@@ -56,19 +57,18 @@ inline constexpr MessageKind SourceMissing{"source-missing", Severity::Error, "M
 inline constexpr MessageKind SourceUnnamed{"source-unnamed", Severity::Warning, "Missing Source",
                                            "the play names no file"};
 
-inline constexpr std::string_view SourceRefusedTitle = "Refused Source";
-inline constexpr MessageKind VideoMissing{"video-missing", Severity::Error, SourceRefusedTitle,
+inline constexpr MessageKind VideoMissing{"video-missing", Severity::Error, RefusedTitle,
                                           "'{}': it holds no MPEG video and no bitmap that becomes a still"};
 inline constexpr MessageKind BitmapSizeUnfit{
-    "bitmap-size", Severity::Error, SourceRefusedTitle,
+    "bitmap-size", Severity::Error, RefusedTitle,
     "'{}': a bitmap of {}x{}: sizes are 720x576, 360x288, 720x480 and 360x240"};
-inline constexpr MessageKind BitmapOnMotion{"bitmap-on-motion", Severity::Error, SourceRefusedTitle,
+inline constexpr MessageKind BitmapOnMotion{"bitmap-on-motion", Severity::Error, RefusedTitle,
                                             "'{}': a bitmap on a motion track"};
-inline constexpr MessageKind NotStill{"not-still", Severity::Error, SourceRefusedTitle,
+inline constexpr MessageKind NotStill{"not-still", Severity::Error, RefusedTitle,
                                       "'{}': a still or slide of more than one picture"};
-inline constexpr MessageKind AudioNameUnknown{"audio-name-unknown", Severity::Error, SourceRefusedTitle,
+inline constexpr MessageKind AudioNameUnknown{"audio-name-unknown", Severity::Error, RefusedTitle,
                                               "'{}': its name tells no kind of audio"};
-inline constexpr MessageKind AudioUnreadable{"audio-unreadable", Severity::Error, SourceRefusedTitle,
+inline constexpr MessageKind AudioUnreadable{"audio-unreadable", Severity::Error, RefusedTitle,
                                              "'{}': its sound cannot be read"};
 
 inline constexpr std::string_view SourceMismatchedTitle = "Mismatched Source";

@@ -1,12 +1,9 @@
 #include "edit/import_audio.h"
 
-#include <fmt/format.h>
-
 #include "analysis/disc_fit.h"
-#include "analysis/quick_scan.h"
-#include "base/file_text.h"
-#include "base/random.h"
-#include "edit/import_video.h"
+#include "check/messages.h"
+#include "check/source_judge.h"
+#include "edit/messages.h"
 #include "edit/new_track.h"
 #include "subtitle/subtitle_script.h"
 
@@ -16,33 +13,39 @@ namespace {
 
 constexpr std::string_view NoKnownKind = "its name is not that of an AC3 or WAV file";
 
-bool Refuse(UserInterface& ui, std::string_view title, std::string_view text, const std::string& file) {
-  TellError(ui, title, text, file);
-  return false;
+// What the judge found against the file, in the words of an import; nothing where it may be taken.
+std::optional<Message> WhyRefused(const Judgement<AudioAttributes>& judged, const std::string& file,
+                                  SourceJudge& judge) {
+  const Findings& found = judged.Findings;
+  const auto unusable = [&](std::string_view why) {
+    return MessageOf(message::ImportUnusable, file, file, why);
+  };
+  if (Has(found, message::SourceMissing)) {
+    return unusable(judge.WhyMissing(judge.PathOf(file)));
+  }
+  if (!judged.Seen) {
+    return unusable(NoKnownKind);
+  }
+  if (Has(found, message::AudioUnfit)) {
+    return unusable(judged.Seen->Problem);
+  }
+  if (Has(found, message::SampleRate)) {
+    return MessageOf(message::ImportSampleRate, file);
+  }
+  return std::nullopt;
 }
 
 // Whether the user takes a stream beyond what a disc carries.
-bool AcceptRates(const AudioAttributes& audio, UserInterface& ui) {
-  if (audio.Format == "AC3" && audio.BitRate > MostAc3Kbps) {
-    return ui.Ask(AudioBitRateTitle, fmt::format(Ac3BitRateText, audio.BitRate), false);
+bool AcceptRates(const Judgement<AudioAttributes>& judged, UserInterface& ui) {
+  const AudioAttributes& audio = *judged.Seen;
+  const auto ask = [&ui](const Message& question) { return ui.Ask(question.Title, question.Text, false); };
+  if (Has(judged.Findings, message::Ac3BitRate)) {
+    return ask(MessageOf(message::AskAc3BitRate, {}, audio.BitRate));
   }
   if (audio.Format == "DTS" && (audio.BitRate < LeastDtsKbps || audio.BitRate > MostDtsKbps)) {
-    return ui.Ask(AudioBitRateTitle, fmt::format(DtsBitRateText, audio.BitRate), false);
+    return ask(MessageOf(message::AskDtsBitRate, {}, audio.BitRate));
   }
-  if (audio.Format == "PCM" &&
-      !CheckPcmRate(audio.SampleRate, audio.ChannelCount(), audio.Quantisation, audio.BitRate)) {
-    return ui.Ask(PcmRateTitle, PcmRateText, false);
-  }
-  return true;
-}
-
-AudioTraits TraitsOf(const AudioAttributes& audio) {
-  return {.FrameBytes = audio.FrameBytes,
-          .BitRate = audio.BitRate,
-          .SampleRate = audio.SampleRate,
-          .ChannelCount = audio.ChannelCount(),
-          .Quantisation = audio.Quantisation,
-          .ServiceMode = audio.ServiceMode};
+  return !Has(judged.Findings, message::PcmFormat) || ask(MessageOf(message::AskPcmRate, {}));
 }
 
 bool LikeTheFirst(const AudioStream& stream, const AudioAttributes& audio) {
@@ -51,7 +54,7 @@ bool LikeTheFirst(const AudioStream& stream, const AudioAttributes& audio) {
          stream.Traits.FrameBytes == traits.FrameBytes && stream.Traits.ChannelCount == traits.ChannelCount;
 }
 
-bool HasFileAhead(const AudioStream& stream, std::size_t play) {
+bool HasEarlierFile(const AudioStream& stream, std::size_t play) {
   for (std::size_t i = 0; i < play; ++i) {
     if (!stream.AudioPlays[i].Removed && !stream.AudioPlays[i].File.empty()) {
       return true;
@@ -69,28 +72,24 @@ bool ImportAudio(Project& project, std::size_t trackIndex, std::size_t stream, s
     return false;
   }
   AudioStream& target = track.AudioStreams[stream];
-  const std::string path = SystemPath(file, project.SourceFolder());
-  const auto audio = QuickScanAudio(path, {}, rules, ui);
-  if (!audio || !audio->Problem.empty()) {
-    const std::string_view fault = NoPlainFile(path);
-    const std::string_view unknown = fault.empty() ? NoKnownKind : fault;
-    const std::string_view why = audio ? std::string_view(audio->Problem) : unknown;
-    return Refuse(ui, ImportErrorTitle, fmt::format(UnusableText, file, why), file);
-  }
-  if (audio->SampleRate != 48 && audio->SampleRate != 96) {
-    return Refuse(ui, ImportErrorTitle, SampleRateText, file);
-  }
-  if (!AcceptRates(*audio, ui)) {
+  SourceJudge judge(project.SourceFolder(), rules, ui);
+  const Judgement<AudioAttributes> judged = judge.Audio({file, file}, {});
+  if (const auto refusal = WhyRefused(judged, file, judge)) {
+    ui.Tell(*refusal);
     return false;
   }
-  const bool first = !HasFileAhead(target, play);
-  if (!first && !LikeTheFirst(target, *audio)) {
-    return Refuse(ui, AudioPlayTitle, AudioPlayText, file);
+  if (!AcceptRates(judged, ui)) {
+    return false;
+  }
+  const bool first = !HasEarlierFile(target, play);
+  if (!first && !LikeTheFirst(target, *judged.Seen)) {
+    ui.Tell(MessageOf(message::ImportAudioUnlike, file));
+    return false;
   }
   target.AudioPlays[play].File = file;
   if (first) {
-    target.Format = audio->Format;
-    target.Traits = TraitsOf(*audio);
+    target.Format = judged.Seen->Format;
+    target.Traits = TraitsOf(*judged.Seen);
   }
   track.HasAudio = true;
   return true;

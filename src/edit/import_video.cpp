@@ -6,12 +6,13 @@
 #include <filesystem>
 
 #include "analysis/disc_fit.h"
-#include "analysis/quick_scan.h"
-#include "base/file_text.h"
+#include "base/random.h"
 #include "base/timecode.h"
+#include "check/messages.h"
+#include "check/source_judge.h"
 #include "edit/chapter_analysis.h"
+#include "edit/messages.h"
 #include "edit/new_track.h"
-#include "picture/bitmap_size.h"
 
 namespace quorvelant {
 
@@ -23,15 +24,6 @@ constexpr std::string_view TransportStream =
     "it is a transport stream; take the elementary video stream out of it first";
 constexpr std::string_view NoVideo = "it holds no MPEG video";
 constexpr std::string_view BitmapOnMotion = "a bitmap belongs on a still or slideshow track";
-
-bool Refuse(UserInterface& ui, std::string_view title, std::string_view text, const std::string& file) {
-  TellError(ui, title, text, file);
-  return false;
-}
-
-bool Unusable(UserInterface& ui, const std::string& file, std::string_view why) {
-  return Refuse(ui, ImportErrorTitle, fmt::format(UnusableText, file, why), file);
-}
 
 // Why a file in which no video was found holds none.
 std::string_view NoVideoBecause(const std::string& path) {
@@ -45,56 +37,59 @@ std::string_view NoVideoBecause(const std::string& path) {
   }
 }
 
-bool AcceptStream(const VideoAttributes& seen, bool wantStill, const std::string& file, UserInterface& ui) {
-  const VideoInfo& info = seen.Info;
-  const auto incompatible = [&](const std::string& attribute) {
-    return Refuse(ui, ImportErrorTitle, fmt::format(IncompatibleText, info.Coding, info.Standard, attribute),
-                  file);
+// What the judge found against the file, in the words of an import; nothing where the track may take it.
+std::optional<Message> WhyRefused(const Track& track, const Judgement<VideoAttributes>& judged,
+                                  const std::string& file, SourceJudge& judge) {
+  const std::string path = judge.PathOf(file);
+  const Findings& found = judged.Findings;
+  const auto unusable = [&](std::string_view why) {
+    return MessageOf(message::ImportUnusable, file, file, why);
   };
-  if (info.Standard.empty()) {
+  if (Has(found, message::SourceMissing)) {
+    return unusable(judge.WhyMissing(path));
+  }
+  if (Has(found, message::BitmapSizeUnfit)) {
+    return track.TrackType == "Motion" ? unusable(BitmapOnMotion) : MessageOf(message::ImportImageSize, file);
+  }
+  if (!judged.Seen || Has(found, message::NoPictures)) {
+    return unusable(NoVideoBecause(path));
+  }
+  const VideoInfo& info = judged.Seen->Info;
+  const auto incompatible = [&](const std::string& attribute) {
+    return MessageOf(message::ImportIncompatible, file, info.Coding, info.Standard, attribute);
+  };
+  if (Has(found, message::FrameRate)) {
     return incompatible(fmt::format("frame rate code {}", info.FrameRateCode));
   }
-  if (!IsDiscSize(info.Standard, info.Width, info.Height)) {
-    return incompatible(seen.Resolution);
+  if (Has(found, message::FrameSize)) {
+    return incompatible(judged.Seen->Resolution);
   }
-  if (info.Coding == "MPEG1") {
-    return Refuse(ui, Mpeg1Title, Mpeg1Text, file);
+  if (Has(found, message::Mpeg1Video)) {
+    return MessageOf(message::ImportMpeg1, file);
   }
-  if (wantStill && !seen.Still) {
-    return Refuse(ui, StillTitle, StillText, file);
+  const Findings forTrack = JudgeForTrack(*judged.Seen, track.TrackType, {file, file});
+  if (Has(forTrack, message::BitmapOnMotion)) {
+    return unusable(BitmapOnMotion);
   }
-  if (info.NeedsPulldown) {
-    TellWarning(ui, ImportWarningTitle, PulldownText, file);
+  if (Has(forTrack, message::NotStill)) {
+    return MessageOf(message::ImportNotStill, file);
   }
-  return true;
+  return std::nullopt;
 }
 
 // What the file is, if the track may take it.
-std::optional<VideoAttributes> Accept(const Track& track, const std::string& path, const std::string& file,
+std::optional<VideoAttributes> Accept(const Project& project, const Track& track, const std::string& file,
                                       UserInterface& ui) {
-  const bool wantStill = track.TrackType != "Motion";
-  if (const std::string_view fault = NoPlainFile(path); !fault.empty()) {
-    Unusable(ui, file, fault);
+  SourceJudge judge(project.SourceFolder(), Rules::Players, ui);
+  const Judgement<VideoAttributes> judged = judge.Video({file, file});
+  if (const auto refusal = WhyRefused(track, judged, file, judge)) {
+    ui.Tell(*refusal);
     return std::nullopt;
   }
-  const auto bitmap = ReadBitmapSize(path);
-  if (bitmap && !wantStill) {
-    Unusable(ui, file, BitmapOnMotion);
-    return std::nullopt;
+  if (judged.Seen->Info.NeedsPulldown) {
+    ui.Tell(MessageOf(message::ImportNeedsPulldown, file));
   }
-  if (bitmap && !IsBitmapSize(bitmap->Width, bitmap->Height)) {
-    Refuse(ui, ImageSizeTitle, ImageSizeText, file);
-    return std::nullopt;
-  }
-  auto seen = QuickScanVideo(path, ui);
-  if (!seen) {
-    Unusable(ui, file, NoVideoBecause(path));
-    return std::nullopt;
-  }
-  if (!seen->Bitmap && !AcceptStream(*seen, wantStill, file, ui)) {
-    return std::nullopt;
-  }
-  return seen;
+  return judged.Seen;
 }
 
 bool LikeTheFirst(const Track& track, const VideoAttributes& seen) {
@@ -158,7 +153,7 @@ bool ImportVideo(Project& project, std::size_t trackIndex, std::size_t play, con
                  const VideoImportOptions& options, IndexStore& store, UserInterface& ui) {
   Track& track = project.Tracks[trackIndex];
   const std::string path = SystemPath(file, project.SourceFolder());
-  const auto seen = Accept(track, path, file, ui);
+  const auto seen = Accept(project, track, file, ui);
   if (!seen || play >= track.VideoPlays.size()) {
     return false;
   }
@@ -166,7 +161,8 @@ bool ImportVideo(Project& project, std::size_t trackIndex, std::size_t play, con
       std::none_of(track.VideoPlays.begin(), track.VideoPlays.begin() + static_cast<std::ptrdiff_t>(play),
                    [](const VideoPlay& other) { return !other.Removed && !other.File.empty(); });
   if (!first && !LikeTheFirst(track, *seen)) {
-    return Refuse(ui, VideoFileTitle, VideoFileText, file);
+    ui.Tell(MessageOf(message::ImportVideoUnlike, file));
+    return false;
   }
   track.VideoPlays[play].File = file;
   if (!first) {

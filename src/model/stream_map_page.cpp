@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "model/messages.h"
 #include "model/stream_maps.h"
 
 namespace quorvelant {
@@ -9,15 +10,6 @@ namespace {
 constexpr std::string_view NotUsed = "--Not Used--";
 constexpr std::size_t MostAudioLines = 8;
 constexpr std::size_t MostSubLines = 31;
-
-constexpr std::string_view TooManyAudioTitle = "Maximum Audio Streams Error";
-constexpr std::string_view TooManyAudio = "The quantity of audio streams exceeds 8.";
-constexpr std::string_view TooManySubsTitle = "Maximum SubPicture Streams Error";
-constexpr std::string_view TooManySubs = "The quantity of subpicture streams exceeds 32.";
-constexpr std::string_view TooManyBothTitle = "Maximum SubPicture and Audio Streams Error";
-constexpr std::string_view TooManyBoth =
-    "The quantity of subpicture streams exceeds 32, and audio streams exceeds 8.";
-constexpr std::string_view WhatToDo = "\nTry altering the languages / extensions across the tracks to match";
 
 // Adds a section's lines and gives their number.
 template <class Row>
@@ -48,19 +40,16 @@ std::size_t AddSection(std::vector<StreamMapLine>& lines, std::string_view head,
   return rowOfNumber.size() + strayCount;
 }
 
-std::optional<Message> TooManyStreams(std::size_t audioLines, std::size_t subLines) {
+std::optional<Message> BoxFor(std::size_t audioLines, std::size_t subLines) {
   const bool audio = audioLines > MostAudioLines;
   const bool subs = subLines > MostSubLines;
   if (!audio && !subs) {
     return std::nullopt;
   }
-  std::string_view title = audio ? TooManyAudioTitle : TooManySubsTitle;
-  std::string_view text = audio ? TooManyAudio : TooManySubs;
   if (audio && subs) {
-    title = TooManyBothTitle;
-    text = TooManyBoth;
+    return MessageOf(message::TooManyStreams, {});
   }
-  return Message{Severity::Error, std::string(title), std::string(text) + std::string(WhatToDo), {}};
+  return MessageOf(audio ? message::TooManyAudioStreams : message::TooManySubStreams, {});
 }
 
 }  // namespace
@@ -75,7 +64,7 @@ StreamMapPage ShowStreamMaps(const VTS_P& entry, const Tracks& tracks) {
     audioLines = AddSection(page.Lines, "(Audio)", ViewAudioMap(list, tracks), AudioStreamCount, "Error");
     subLines = AddSection(page.Lines, "(Subs)", ViewSubMap(list, tracks), SubStreamCount, "????");
   }
-  page.Box = TooManyStreams(audioLines, subLines);
+  page.Box = BoxFor(audioLines, subLines);
   return page;
 }
 

@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <map>
 
-#include "check/preflight.h"
+#include "check/subtitle_check.h"
 #include "subtitled_track.h"
 #include "support/media.h"
 #include "support/stream_builder.h"
@@ -261,7 +261,7 @@ TEST(SubtitleMux, AUnitThatCannotBeMadeIsToldWithItsPlace) {
   Track track;
   track.SubStreams = {stream};
   RecordingUi ui;
-  CheckTrackSubpictures(track, 0, {.Rules = Rules::Players, .Pictures = loader, .Ui = ui, .Coded = &coded});
+  CheckSubtitles(track, 0, {.Rules = Rules::Players, .Pictures = loader, .Ui = ui, .Coded = &coded});
   std::filesystem::remove(stream.SubPlays[0].File);
   MuxRun again;
   again.Build.Coded = &coded;

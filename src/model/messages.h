@@ -1,0 +1,22 @@
+// What the data of a project itself gives cause to tell.
+#pragma once
+
+#include "base/message.h"
+
+namespace quorvelant::message {
+
+// A domain's stream maps hold more than a disc has numbers for.
+inline constexpr MessageKind TooManyAudioStreams{
+    "too-many-audio-streams", Severity::Error, "Maximum Audio Streams Error",
+    "The quantity of audio streams exceeds 8.\nTry altering the languages / extensions across the tracks to "
+    "match"};
+inline constexpr MessageKind TooManySubStreams{
+    "too-many-subpicture-streams", Severity::Error, "Maximum SubPicture Streams Error",
+    "The quantity of subpicture streams exceeds 32.\nTry altering the languages / extensions across the "
+    "tracks to match"};
+inline constexpr MessageKind TooManyStreams{
+    "too-many-streams", Severity::Error, "Maximum SubPicture and Audio Streams Error",
+    "The quantity of subpicture streams exceeds 32, and audio streams exceeds 8.\nTry altering the languages "
+    "/ extensions across the tracks to match"};
+
+}  // namespace quorvelant::message
