@@ -12,7 +12,7 @@
 #include "base/file_text.h"
 #include "base/rules.h"
 #include "codec/still_encoder.h"
-#include "edit/import_video.h"
+#include "edit/messages.h"
 #include "platform/picture_service.h"
 
 namespace quorvelant {
@@ -37,7 +37,7 @@ int Run(const StillOptions& options, CommandContext& context) {
   const Rules& rules = options.RuleSet.Used();
   const Bytes still = EncodeBitmap(bitmap, {.Wide = options.Wide}, rules);
   if (still.empty()) {
-    TellError(ui, ImageSizeTitle, ImageSizeText, options.Input);
+    ui.Tell(MessageOf(message::ImageSize, options.Input));
     return ExitFailed;
   }
   std::string stream(still.begin(), still.end());

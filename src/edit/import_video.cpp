@@ -49,7 +49,7 @@ std::optional<Message> WhyRefused(const Track& track, const Judgement<VideoAttri
     return unusable(judge.WhyMissing(path));
   }
   if (Has(found, message::BitmapSizeUnfit)) {
-    return track.TrackType == "Motion" ? unusable(BitmapOnMotion) : MessageOf(message::ImportImageSize, file);
+    return track.TrackType == "Motion" ? unusable(BitmapOnMotion) : MessageOf(message::ImageSize, file);
   }
   if (!judged.Seen || Has(found, message::NoPictures)) {
     return unusable(NoVideoBecause(path));

@@ -14,8 +14,8 @@ inline constexpr MessageKind ImportIncompatible{"import-incompatible", Severity:
                                                 "The video file has incompatible {} attributes -> {}; {}"};
 inline constexpr MessageKind ImportMpeg1{"import-mpeg1", Severity::Error, "MPEG1 Import Error",
                                          "MPEG1 video is not supported in the Ondra version"};
-inline constexpr MessageKind ImportImageSize{"import-image-size", Severity::Error, "Image size error",
-                                             "Image sizes must be 720*576 or 360*288 or 720*480 or 360*240"};
+inline constexpr MessageKind ImageSize{"image-size", Severity::Error, "Image size error",
+                                       "Image sizes must be 720*576 or 360*288 or 720*480 or 360*240"};
 inline constexpr MessageKind ImportNotStill{
     "import-not-still", Severity::Error, "Still Import Error",
     "Video Stream is NOT a still - please reselect a video file with only 1 frame or a BMP Image"};

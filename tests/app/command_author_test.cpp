@@ -208,7 +208,8 @@ TEST_F(AuthorCommand, FailuresAreOneClearErrorAndNoFolder) {
     const char* Text;
   };
   for (const Case& c :
-       {Case{"first.m2v", "", "does not exist"}, Case{"first_en.ac3", "no sound", "it is no AC3 stream"},
+       {Case{"first.m2v", "", "there is no such file"},
+        Case{"first_en.ac3", "no sound", "it is no AC3 stream"},
         Case{"second.m2v", std::string(5000, 'x'), "it holds no MPEG video"},
         Case{"second.m2v", TempFolder::Read(SampleVideo({.Mpeg1 = true})), "it is MPEG1 video"},
         Case{"second.m2v", TempFolder::Read(SampleVideo({.Width = 480})), "PAL has no frame size 480x576"},

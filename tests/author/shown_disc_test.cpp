@@ -385,9 +385,10 @@ TEST(ShownDiscFaults, AreFoundBeforeTheFirstSector) {
         sub + "3: the subtitle starts (00:00:00:03) before the one ahead of it (00:00:00:05)",
         sub + "4: the subtitle ends (00:00:00:24) before it starts",
         sub + "5: " + large + ": the bitmap makes a subtitle of 208546 bytes",
-        sub + "6: gone.bmp: the file does not exist",
+        sub + "6: 'gone.bmp': there is no such file",
         sub + "7: the subtitle starts (00:00:02:10) past the end", high + "1: 37 buttons",
-        high + "1: the up link of button \"B36\" names \"B37\"",
+        std::string("Track.1.High1: Button \"B36\" links to a button that does not exist, so it stays on "
+                    "itself: \"B37\""),
         high + "2: the buttons start (00:00:02:00) past the end"}) {
     EXPECT_THAT(told, testing::Contains(testing::StartsWith(expected)));
   }

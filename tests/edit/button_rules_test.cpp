@@ -6,6 +6,7 @@
 #include "edit/auto_route.h"
 #include "edit/subtitle_ticks.h"
 #include "subpicture/highlight_groups.h"
+#include "support/folders.h"
 #include "support/recording_ui.h"
 
 namespace quorvelant {
@@ -158,7 +159,7 @@ TEST(ButtonRules, SubtitlesUnderButtonsAreForcedAndStaySo) {
   EXPECT_FALSE(KeepIfBitmapExists(behind, "/nowhere", ui));
   EXPECT_FALSE(behind.Used);
   EXPECT_EQ(ui.Messages.back().Text, "Requested Bitmap does not exist - deselecting this SPU");
-  under.File = __FILE__;
+  under.File = SourceFile("README.md");
   EXPECT_TRUE(KeepIfBitmapExists(under, "", ui));
   EXPECT_TRUE(under.Used);
 }

@@ -1,0 +1,88 @@
+// What stands in the way of a disc, and how much room it takes, before its first sector is written.
+#include "author/disc_plan.h"
+
+#include <fmt/format.h>
+
+#include "disc_maker.h"
+#include "picture/bmp.h"
+#include "support/stream_builder.h"
+
+namespace quorvelant {
+namespace {
+
+struct PlanTest : testing::Test {
+  PlanTest() {
+    VTS_P& set = maker.AddSet();
+    const int track = maker.AddTrack("Film", SampleVideo({.Frames = 250}), {SampleAc3({.Seconds = 10})}, {0});
+    maker.AddTitle(set, track);
+    // The root menu shows the film as well: whatever is wrong with it concerns two domains.
+    maker.PlaceAll(DiscMaker::RootMenu(set), track, set.VTSMenuInfo);
+  }
+
+  std::string Found(const Rules& rules = Rules::Players) {
+    BmpLoader bitmaps;
+    std::string found;
+    for (const Message& finding : PlanDisc(maker.Disc, rules, maker.Ui, &bitmaps).Findings) {
+      found += fmt::format("{} {} {}\n", finding.Level == Severity::Error ? "E" : "W", finding.Code,
+                           finding.Place);
+    }
+    return found;
+  }
+
+  Track& Film() { return maker.Disc.Tracks[0]; }
+
+  DiscMaker maker;
+};
+
+TEST_F(PlanTest, WhatIsWrongIsFoundOnce) {
+  EXPECT_EQ(Found(), "");
+  Film().AudioStreams.push_back(Film().AudioStreams[0]);
+  EXPECT_EQ(Found(), "E stream-number-repeated Track.0.Audio2\n");
+  Film().AudioStreams[1].Format.clear();
+  EXPECT_EQ(Found(), "E audio-kind-unknown Track.0.Audio2\n");
+  Film().AudioStreams[1] = {};
+  Film().AudioStreams[1].StreamNumber = 8;
+  Film().AudioStreams[1].Format = "AC3";
+  EXPECT_EQ(Found(), "") << "the check of the project warns of it";
+  Film().AudioStreams[0].AudioPlays[0].File = maker.Temp.Write("no.ac3", "no sound");
+  Film().VideoPlays[0].File = maker.Temp / "gone.m2v";
+  Film().HighlightPlays.resize(1);
+  Film().HighlightPlays[0].Buttons.resize(1);
+  Film().HighlightPlays[0].Buttons[0].Up = "nowhere";
+  EXPECT_EQ(Found(),
+            "E source-missing Track.0.Video1\nE audio-head Track.0.Audio1.AudioPlay1\n"
+            "W button-link-missing Track.0.High1\nW button-area Track.0.High1 (Film) entry 1\n"
+            "W buttons-without-subtitle Track.0.High1 (Film) entry 1\n");
+  Film().HighlightPlays.clear();
+  Film().AudioStreams.clear();
+  Film().VideoPlays[0].Removed = true;
+  EXPECT_EQ(Found(), "E track-without-video Track.0\n");
+}
+
+TEST_F(PlanTest, SourcesThatNoDiscCarriesAreRefusedByTheRulesOfPlayers) {
+  const Bytes small = BuildStream({.Sequence = {.Width = 480}});
+  Film().VideoPlays[0].File = maker.Temp.Write("small.m2v", std::string(small.begin(), small.end()));
+  Film().AudioStreams[0].AudioPlays[0].File = SampleAc3({.Rate = 44100});
+  EXPECT_EQ(Found(), "E video-frame-size Track.0.Video1\nE audio-sample-rate Track.0.Audio1.AudioPlay1\n");
+  EXPECT_EQ(Found(Rules::Classic),
+            "W video-frame-size Track.0.Video1\nW audio-sample-rate Track.0.Audio1.AudioPlay1\n");
+}
+
+TEST_F(PlanTest, TheNeededBytesComeCloseToTheDisc) {
+  const auto ratio = [this] {
+    const auto needed = static_cast<double>(PlanDisc(maker.Disc, Rules::Players, maker.Ui).NeededBytes());
+    return needed / static_cast<double>(maker.Author(Rules::Players, true).Bytes);
+  };
+  EXPECT_NEAR(ratio(), 1, 0.01);
+  Film().AudioStreams.clear();
+  EXPECT_NEAR(ratio(), 1, 0.01);
+  Film().VideoPlays[0].File = SampleVideo({.Frames = 250, .KbitPerSecond = 300});
+  EXPECT_NEAR(ratio(), 1, 0.1) << "a length that is not known";
+  for (int i = 0; i < 20; ++i) {
+    maker.AddTitle(maker.AddSet(), 0);
+  }
+  EXPECT_NEAR(ratio(), 1, 0.1);
+}
+
+}  // namespace
+}  // namespace quorvelant
