@@ -41,7 +41,7 @@ void CountSources(const MuxInput& input, DiscPlan& plan) {
     seconds = std::max(seconds, kbps > 0 ? static_cast<double>(bytes) / (kbps * 125.0) : 0);
     plan.AudioBytes += bytes;
   }
-  // Twice a second a navigation pack, and behind each a pack of every stream that is half full.
+  // Twice a second a navigation pack, and after each a pack of every stream that is half full.
   plan.PartPacks += static_cast<std::uint64_t>(seconds * (3.0 + static_cast<double>(input.Audio.size())));
 }
 
@@ -101,14 +101,14 @@ void CheckPictures(DiscPlan& plan, PictureLoader& pictures, SourceJudge& judge, 
   }
 }
 
-// The same file is often used by several domains: each finding is told once.
+// The same file is often used by several domains: each finding is kept once.
 void DropRepeats(Findings& findings) {
   Findings once;
   for (Message& finding : findings) {
-    const bool told = std::ranges::any_of(once, [&](const Message& other) {
+    const bool known = std::ranges::any_of(once, [&](const Message& other) {
       return other.Text == finding.Text && other.Place == finding.Place;
     });
-    if (!told) {
+    if (!known) {
       once.push_back(std::move(finding));
     }
   }

@@ -30,7 +30,7 @@ class SetCheck {
   Findings Run();
 
  private:
-  void CheckTimes(const PlaySpan& span, const std::optional<PlaySpan>& former);
+  void CheckTimes(const PlaySpan& span, const std::optional<PlaySpan>& earlier);
   void CheckButtonsOf(const HighlightPlay& play);
   void CheckArea(const HighlightButton& button, const HighlightArea& area);
   void CheckNames(const HighlightPlay& play);
@@ -49,17 +49,17 @@ class SetCheck {
 };
 
 // The span of a set against its track and the set before it.
-void SetCheck::CheckTimes(const PlaySpan& span, const std::optional<PlaySpan>& former) {
+void SetCheck::CheckTimes(const PlaySpan& span, const std::optional<PlaySpan>& earlier) {
   const std::string start = times_.Timecode(span.Start);
   if (times_.StartsPastEnd(span.Start)) {
     Add(message::ButtonsOutsideTrack, start, times_.End());
   } else if (times_.EndsPastEnd(span.End)) {
     Add(message::ButtonsEndPastEnd, times_.Timecode(span.End), times_.End());
   }
-  if (former && span.Start < former->Start) {
-    Add(message::ButtonsOutOfOrder, start, times_.Timecode(former->Start));
-  } else if (former && span.Start < former->End) {
-    Add(message::ButtonsOverlap, start, times_.Timecode(former->End));
+  if (earlier && span.Start < earlier->Start) {
+    Add(message::ButtonsOutOfOrder, start, times_.Timecode(earlier->Start));
+  } else if (earlier && span.Start < earlier->End) {
+    Add(message::ButtonsOverlap, start, times_.Timecode(earlier->End));
   }
 }
 
@@ -115,13 +115,13 @@ bool SetCheck::ForcedSubtitleShows(const PlaySpan& buttons) const {
 }
 
 Findings SetCheck::Run() {
-  std::optional<PlaySpan> former;
+  std::optional<PlaySpan> earlier;
   for (std::size_t i = 0; i < track_.HighlightPlays.size(); ++i) {
     const HighlightPlay& play = track_.HighlightPlays[i];
     place_ = fmt::format("{} entry {}", trackPlace_, i + 1);
     const PlaySpan span = SpanOf(play, times_.FramesPerSecond);
-    CheckTimes(span, former);
-    former = span;
+    CheckTimes(span, earlier);
+    earlier = span;
     CheckButtonsOf(play);
     CheckNames(play);
     if (!play.Buttons.empty() && !ForcedSubtitleShows(span)) {

@@ -10,7 +10,8 @@
 
 namespace quorvelant {
 
-// Errors keep a disc from being made or from being right; warnings tell what will not be as told.
+// Errors keep a disc from being made or from being right; warnings name what will not be as the project has
+// it.
 using Findings = std::vector<Message>;
 
 inline std::size_t CountOf(const Findings& findings, Severity level) {

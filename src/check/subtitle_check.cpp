@@ -32,7 +32,7 @@ class StreamCheck {
   Findings Run();
 
  private:
-  void CheckTimes(std::size_t entry, const PlaySpan& span, const std::optional<PlaySpan>& former);
+  void CheckTimes(std::size_t entry, const PlaySpan& span, const std::optional<PlaySpan>& earlier);
   void CheckIndexes(const SPURecord& record);
   void CheckBitmap(const SPURecord& record);
   void MakeUnitOf(const SPURecord& record) const;
@@ -51,7 +51,8 @@ class StreamCheck {
 };
 
 // A start against the one before it, and the end of what is before it.
-void StreamCheck::CheckTimes(std::size_t entry, const PlaySpan& span, const std::optional<PlaySpan>& former) {
+void StreamCheck::CheckTimes(std::size_t entry, const PlaySpan& span,
+                             const std::optional<PlaySpan>& earlier) {
   const std::string start = times_.Timecode(span.Start);
   const std::string end = times_.Timecode(span.End);
   if (span.End < span.Start) {
@@ -59,12 +60,12 @@ void StreamCheck::CheckTimes(std::size_t entry, const PlaySpan& span, const std:
   } else if (span.End == span.Start) {
     Add(message::SubtitleWithoutDuration, entry);
   }
-  if (former && span.Start < former->Start) {
-    Add(message::SubtitlesOutOfOrder, entry, start, times_.Timecode(former->Start));
-  } else if (former && span.Start == former->Start) {
+  if (earlier && span.Start < earlier->Start) {
+    Add(message::SubtitlesOutOfOrder, entry, start, times_.Timecode(earlier->Start));
+  } else if (earlier && span.Start == earlier->Start) {
     Add(message::SubtitlesStartTogether, entry, start);
-  } else if (former && span.Start < former->End) {
-    Add(message::SubtitlesOverlap, entry, start, times_.Timecode(former->End));
+  } else if (earlier && span.Start < earlier->End) {
+    Add(message::SubtitlesOverlap, entry, start, times_.Timecode(earlier->End));
   }
   if (times_.StartsPastEnd(span.Start)) {
     Add(message::SubtitleStartsPastEnd, entry, start, times_.End());
@@ -124,16 +125,16 @@ Findings StreamCheck::Run() {
     CodeAhead(records, times_.IsNtsc(), context_.Rules, context_.Ui, *context_.Coded);
   }
   const bool still = EqualNoCase(track_.TrackType, "Still");
-  std::optional<PlaySpan> former;
+  std::optional<PlaySpan> earlier;
   for (const SPURecord& record : records) {
     if (context_.Ui.StopRequested()) {
       break;
     }
     const PlaySpan span = SpanOf(stream_.SubPlays[record.Entry], times_.FramesPerSecond);
     if (!still) {
-      CheckTimes(record.Entry, span, former);
+      CheckTimes(record.Entry, span, earlier);
     }
-    former = span;
+    earlier = span;
     CheckIndexes(record);
     CheckBitmap(record);
   }
