@@ -59,6 +59,23 @@ TEST_F(PlanTest, WhatIsWrongIsFoundOnce) {
   EXPECT_EQ(Found(), "E track-without-video Track.0\n");
 }
 
+TEST_F(PlanTest, PicturesAreOpened) {
+  SubPicturePlay play;
+  play.File = "gone.bmp";
+  play.End = "00:00:01:00";
+  Film().HasSubs = true;
+  Film().SubStreams.resize(1);
+  Film().SubStreams[0].SubPlays = {play};
+  EXPECT_EQ(Found(), "E source-missing Track.0.Sub1 (Film) entry 1\n");
+  Film().SubStreams.clear();
+  Film().AudioStreams.clear();
+  Film().TrackType = "SlideShow";
+  Film().VideoPlays[0].File = maker.Temp.Write("slide.bmp", "BM, and no more");
+  EXPECT_THAT(Found(), testing::StartsWith("E "));
+  EXPECT_EQ(maker.Author().Outcome, AuthorOutcome::Failed);
+  EXPECT_FALSE(std::filesystem::exists(maker.Folder));
+}
+
 TEST_F(PlanTest, SourcesThatNoDiscCarriesAreRefusedByTheRulesOfPlayers) {
   const Bytes small = BuildStream({.Sequence = {.Width = 480}});
   Film().VideoPlays[0].File = maker.Temp.Write("small.m2v", std::string(small.begin(), small.end()));

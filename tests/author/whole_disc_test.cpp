@@ -262,17 +262,5 @@ TEST_F(SmallDisc, WithoutTitlesNothingIsCompleted) {
   EXPECT_FALSE(std::filesystem::exists(maker_.Folder + "/VIDEO_TS.IFO"));
 }
 
-TEST_F(SmallDisc, AMissingSourceIsToldBeforeTheFirstSector) {
-  maker_.Disc.Tracks[0].VideoPlays[0].File = "C:\\gone\\film.m2v";
-  maker_.Disc.Tracks[0].AudioStreams[0].AudioPlays[0].File = maker_.Temp.Path().string();
-  EXPECT_EQ(maker_.Author().Outcome, AuthorOutcome::Failed);
-  ASSERT_EQ(maker_.Ui.Messages.size(), 2U);
-  EXPECT_EQ(maker_.Ui.Messages[0].Text, R"('C:\gone\film.m2v': there is no such file)");
-  EXPECT_EQ(maker_.Ui.Messages[0].Place, "Track.0.Video1");
-  EXPECT_EQ(maker_.Ui.Messages[1].Text, "'" + maker_.Temp.Path().string() + "': it is a folder, not a file");
-  EXPECT_EQ(maker_.Ui.Messages[1].Place, "Track.0.Audio1.AudioPlay1");
-  EXPECT_FALSE(std::filesystem::exists(maker_.Folder));
-}
-
 }  // namespace
 }  // namespace quorvelant

@@ -8,6 +8,7 @@
 #include "edit/import_video.h"
 #include "edit/new_track.h"
 #include "picture/bmp.h"
+#include "support/media.h"
 #include "support/recording_ui.h"
 #include "support/stream_builder.h"
 #include "support/temp_folder.h"
@@ -39,18 +40,8 @@ std::string Dts(unsigned rateCode) {  // 48 kHz, stereo
                0});
 }
 
-std::string Little(unsigned value, int width) {
-  std::string bytes;
-  for (int i = 0; i < width; ++i) {
-    bytes += static_cast<char>(value >> (8 * i));
-  }
-  return bytes;
-}
-
-std::string Wave(unsigned rate, unsigned channels, unsigned bits) {
-  return "RIFF\x40\x01\x01\x01WAVEfmt " + Little(16, 4) + Little(1, 2) + Little(channels, 2) +
-         Little(rate, 4) + Little(rate * channels * bits / 8, 4) + Little(channels * bits / 8, 2) +
-         Little(bits, 2) + "data" + Little(600, 4) + std::string(600, '\0');
+std::string Wave(int rate, int channels, int bits) {
+  return TempFolder::Read(SampleWav({.Rate = rate, .Bits = bits, .Channels = channels, .Seconds = 0.1}));
 }
 
 class Imports : public testing::Test {
