@@ -19,6 +19,7 @@
 #include "base/random.h"
 #include "check/check.h"
 #include "edit/chapter_analysis.h"
+#include "model/walk.h"
 #include "platform/picture_service.h"
 #include "script/script_reader.h"
 #include "script/source_scanner.h"
@@ -74,9 +75,9 @@ bool Hinders(const Message& finding) {
 // Builds the indexes of a track's video files anew.
 void Reindex(const Run& run, const Project& project, std::size_t track, IndexStore& store) {
   std::vector<IndexSource> files;
-  for (const VideoPlay& play : project.Tracks[track].VideoPlays) {
-    const std::string path = SystemPath(play.File, project.SourceFolder());
-    if (!play.Removed && !play.File.empty() && !IsPicture(path)) {
+  for (const VideoPlay* play : Live(project.Tracks[track].VideoPlays)) {
+    const std::string path = SystemPath(play->File, project.SourceFolder());
+    if (!play->File.empty() && !IsPicture(path)) {
       files.push_back({path});
     }
   }

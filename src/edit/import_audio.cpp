@@ -8,6 +8,7 @@
 #include "base/random.h"
 #include "edit/import_video.h"
 #include "edit/new_track.h"
+#include "model/walk.h"
 #include "subtitle/subtitle_script.h"
 
 namespace quorvelant {
@@ -53,7 +54,7 @@ bool LikeTheFirst(const AudioStream& stream, const AudioAttributes& audio) {
 
 bool HasFileAhead(const AudioStream& stream, std::size_t play) {
   for (std::size_t i = 0; i < play; ++i) {
-    if (!stream.AudioPlays[i].Removed && !stream.AudioPlays[i].File.empty()) {
+    if (IsLive(stream.AudioPlays[i]) && !stream.AudioPlays[i].File.empty()) {
       return true;
     }
   }
