@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "analysis/start_code_search.h"
+#include "disc/start_code_search.h"
 
 namespace quorvelant {
 
