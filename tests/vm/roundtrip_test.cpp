@@ -58,7 +58,7 @@ class Composer {
   std::string Link() {
     if (Below(2) == 0) {
       const SubInstruction& sub = SubInstructions.at(Below(SubInstructions.size()));
-      return std::string(sub.Shown) + (sub.Name == word::Rsm ? "" : Button());
+      return std::string(sub.Shown) + (sub.Read == word::Rsm ? "" : Button());
     }
     return fmt::format("{} {}{}", NamedLinks.at(Below(4)).Shown, Below(1100), Button());
   }
