@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "model/walk.h"
 #include "vm/encoder.h"
+#include "vm/messages.h"
 
 namespace quorvelant {
 
@@ -21,26 +22,24 @@ constexpr std::string_view ButtonType = "Button Command";
 constexpr std::string_view FirstPlayName = "FirstPGC";
 constexpr std::string_view NopText = "NOP";
 
-constexpr std::string_view WarningTitle = "Command Warning";
-// Each takes the text of the command.
-constexpr std::array<std::pair<TextFault, std::string_view>, 11> FaultTexts{{
-    {TextFault::UnknownText, "\"{}\" is no command; it stands as NOP"},
-    {TextFault::NameTakenForWord,
-     "\"{}\": a name in it holds a command word and is taken for that command; rename the target"},
-    {TextFault::NumberNotComparable,
-     "\"{}\": this command can compare with a register only; players will not compare with the number"},
-    {TextFault::LinkNotCarried,
-     "\"{}\": a compound command can carry a sub-instruction only (LinkTopC, RSM, ...); the target is "
-     "lost"},
-    {TextFault::LeftNotTheSetRegister,
-     "\"{}\": the comparison behind a set always takes the register just set"},
-    {TextFault::NoOperator, "\"{}\": the comparison has no operator; players will do nothing"},
-    {TextFault::MixedStreamValues, "\"{}\": SetSTN takes numbers or registers, not both in one command"},
-    {TextFault::NoSetInCompound, "\"{}\": a compound command can set registers only; the set is lost"},
-    {TextFault::UnknownMenu, "\"{}\" names no menu that a title set can have"},
-    {TextFault::UnknownLink, "\"{}\": what stands behind the set is no link (LinkTopC, LinkPGCN, RSM, ...)"},
-    {TextFault::RegisterBeyondRange, "\"{}\": registers are GPRM0 to GPRM15 and SPRM0 to SPRM23"},
-}};
+struct FaultMessage {
+  TextFault Fault;
+  const MessageKind& Kind;
+};
+// In the order in which they are told.
+constexpr std::array FaultMessages{
+    FaultMessage{TextFault::UnknownText, message::CommandUnknown},
+    FaultMessage{TextFault::NameTakenForWord, message::CommandNameTakenForWord},
+    FaultMessage{TextFault::NumberNotComparable, message::CommandNumberNotComparable},
+    FaultMessage{TextFault::LinkNotCarried, message::CommandLinkNotCarried},
+    FaultMessage{TextFault::LeftNotTheSetRegister, message::CommandComparesSetRegister},
+    FaultMessage{TextFault::NoOperator, message::CommandWithoutOperator},
+    FaultMessage{TextFault::MixedStreamValues, message::CommandMixesStreamValues},
+    FaultMessage{TextFault::NoSetInCompound, message::CommandSetNotCarried},
+    FaultMessage{TextFault::UnknownMenu, message::CommandMenuUnknown},
+    FaultMessage{TextFault::UnknownLink, message::CommandLinkUnknown},
+    FaultMessage{TextFault::RegisterBeyondRange, message::CommandRegisterBeyondRange},
+};
 
 // Where a PGC stands, in the words of the error list.
 struct PgcPlace {
@@ -110,10 +109,10 @@ std::vector<Message> WarningsFor(TextFault faults, std::string_view pgcName, std
                                  std::string_view place) {
   std::vector<Message> warnings;
   const std::string head = pgcName.empty() ? std::string() : fmt::format("{}: ", pgcName);
-  for (const auto& [fault, words] : FaultTexts) {
+  for (const auto& [fault, kind] : FaultMessages) {
     if (Has(faults, fault)) {
-      warnings.push_back({Severity::Warning, std::string(WarningTitle),
-                          head + fmt::format(fmt::runtime(words), text), std::string(place)});
+      Message& warning = warnings.emplace_back(MessageOf(kind, std::string(place), text));
+      warning.Text.insert(0, head);
     }
   }
   return warnings;
