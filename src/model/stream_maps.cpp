@@ -63,7 +63,7 @@ struct SubKind {
   static bool CanMux(const SubtitleStream& stream) { return IsNumber(stream.StreamNumber, SubStreamCount); }
 };
 
-// Builds a map. `mark` is told of each live stream whether it is multiplexed. The answer follows the count
+// Builds a map. `mark` learns of each live stream whether it is multiplexed. The answer follows the count
 // of rows so far and not the stream's own row: players and old discs rely on this order.
 template <class Kind, class AnyTracks, class Mark>
 std::vector<typename Kind::Row> BuildMap(const TrackList& list, AnyTracks& tracks, const Mark& mark) {

@@ -26,7 +26,7 @@ struct FaultMessage {
   TextFault Fault;
   const MessageKind& Kind;
 };
-// In the order in which they are told.
+// In the order in which they are given.
 constexpr std::array FaultMessages{
     FaultMessage{TextFault::UnknownText, message::CommandUnknown},
     FaultMessage{TextFault::NameTakenForWord, message::CommandNameTakenForWord},

@@ -1,4 +1,4 @@
-// What is told about navigation commands. Each warning takes the command's text.
+// The messages about navigation commands. Each takes the command's text.
 #pragma once
 
 #include "base/message.h"

@@ -114,7 +114,7 @@ class NameCollector {
 
 constexpr int NameEnd = -1;
 
-// The next byte of a name that counts, in lower case, or `NameEnd`. `at` moves behind it.
+// The next byte of a name that counts, in lower case, or `NameEnd`. `at` moves past it.
 int NextLetter(std::string_view name, std::size_t& at) {
   while (at < name.size() && name[at] == ' ') {
     ++at;
