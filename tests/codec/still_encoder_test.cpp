@@ -53,8 +53,20 @@ TEST(StillEncoder, HeaderByteByByte) {
     }
     EXPECT_EQ(slices, one.SizeAndRate[2] == 0x40 ? 36U : 30U);
   }
+  EXPECT_FALSE(IsStillSize(720, 288));
   EXPECT_TRUE(EncodeBitmap(Picture(720, 288), {}, Rules::Classic).empty());
   EXPECT_TRUE(EncodeBitmap(Picture(), {}, Rules::Classic).empty());
+}
+
+TEST(StillEncoder, EachPixelOfHalfSizeBecomesASquareOfFour) {
+  const Picture half = PhotographLike(360, 240, 2);
+  Picture full(720, 480);
+  for (int y = 0; y < full.Height; ++y) {
+    for (int x = 0; x < full.Width; ++x) {
+      full.Set(x, y, half.At(x / 2, y / 2));
+    }
+  }
+  EXPECT_EQ(EncodeBitmap(half, {}, Rules::Players), EncodeBitmap(full, {}, Rules::Players));
 }
 
 // Each still within the limit, read by ffmpeg without a word and as our own decoder reads it.
