@@ -265,33 +265,6 @@ TEST(CheckCommands, RowsAndWarningsInOrder) {
       "Button Command");
 }
 
-TEST(CheckCommands, EveryWarningSaysWhatIsWrong) {
-  constexpr std::pair<TextFault, std::string_view> Rows[] = {
-      {TextFault::UnknownText, "P: \"T\" is no command; it stands as NOP"},
-      {TextFault::NameTakenForWord,
-       "P: \"T\": a name in it holds a command word and is taken for that command; rename the target"},
-      {TextFault::LinkNotCarried,
-       "P: \"T\": a compound command can carry a sub-instruction only (LinkTopC, RSM, ...); the target is "
-       "lost"},
-      {TextFault::LeftNotTheSetRegister,
-       "P: \"T\": the comparison behind a set always takes the register just set"},
-      {TextFault::NoOperator, "P: \"T\": the comparison has no operator; players will do nothing"},
-      {TextFault::MixedStreamValues, "P: \"T\": SetSTN takes numbers or registers, not both in one command"},
-      {TextFault::NoSetInCompound, "P: \"T\": a compound command can set registers only; the set is lost"},
-      {TextFault::UnknownMenu, "P: \"T\" names no menu that a title set can have"},
-      {TextFault::UnknownLink,
-       "P: \"T\": what stands behind the set is no link (LinkTopC, LinkPGCN, RSM, ...)"},
-      {TextFault::RegisterBeyondRange, "P: \"T\": registers are GPRM0 to GPRM15 and SPRM0 to SPRM23"},
-  };
-  for (const auto& [fault, text] : Rows) {
-    const std::vector<Message> warnings = WarningsFor(fault, "P", "T", "VTS1 Pre1");
-    ASSERT_EQ(warnings.size(), 1U) << text;
-    EXPECT_EQ(warnings[0].Text, text);
-    EXPECT_EQ(warnings[0].Title, "Command Warning");
-    EXPECT_EQ(warnings[0].Level, Severity::Warning);
-  }
-}
-
 TEST(CheckNameUsed, ASubstringIsAReferenceAndResetMakesNop) {
   Project project = Sample();
   project.FirstPlay.PreCommands.push_back(Command("FirstPGC1", "JumpSS Menu10"));
