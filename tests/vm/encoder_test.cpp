@@ -129,6 +129,8 @@ TEST(Encoder, LooseFormsReadAlike) {
       {"{mov GPRM1,5;If(GPRM1==3)LinkTopC,button=1}", "91A1000500030401"},
       {"or GPRM1, GPRM2", "6A00000100020000"},
       {"LinkPGN 5, button=64", "2006000000000005"},
+      {"JumpSS 3", "3006000300C00000"},
+      {"SetAMXMD ACH0(4:ON,3:OFF,2:OFF,1:ON), ACH1(4:OFF,3:OFF,2:ON,1:ON)", "5400000010040000"},
   };
   for (const Row& row : Rows) {
     EXPECT_EQ(Hex(row.Text), row.Hex) << row.Text;

@@ -170,6 +170,7 @@ TEST(Resolver, NumbersStandWhereNothingBearsThem) {
       {"LinkPGCN Start", "2004000000000002", "2004000000000002"},
       {"LinkCN 2", "2007000000000002", "2007000000000002"},
       {"LinkCN 0", "missing", "missing"},
+      {"LinkCN pgc_2", "missing", "missing"},
       {"LinkCN 99", "missing", "missing"},
   };
   for (const auto& [text, byName, byNumber] : Rows) {
