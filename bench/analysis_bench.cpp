@@ -14,7 +14,7 @@
 #include <string>
 
 #include "analysis/picture_index.h"
-#include "analysis/start_code_search.h"
+#include "disc/start_code_search.h"
 #include "silent_ui.h"
 
 namespace quorvelant {

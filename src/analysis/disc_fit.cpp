@@ -8,7 +8,7 @@
 #include <fstream>
 
 #include "analysis/messages.h"
-#include "analysis/start_code_search.h"
+#include "disc/start_code_search.h"
 
 namespace quorvelant {
 

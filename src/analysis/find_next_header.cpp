@@ -1,6 +1,6 @@
 #include "analysis/find_next_header.h"
 
-#include "analysis/start_code_search.h"
+#include "disc/start_code_search.h"
 
 namespace quorvelant {
 

@@ -19,6 +19,7 @@
 #include "check/check.h"
 #include "check/source_judge.h"
 #include "edit/chapter_analysis.h"
+#include "model/walk.h"
 #include "platform/picture_service.h"
 #include "script/load_findings.h"
 #include "script/script_reader.h"
@@ -68,9 +69,9 @@ struct Run {
 // Builds the indexes of a track's video files anew.
 void Reindex(const Run& run, const Project& project, std::size_t track, IndexStore& store) {
   std::vector<IndexSource> files;
-  for (const VideoPlay& play : project.Tracks[track].VideoPlays) {
-    const std::string path = SystemPath(play.File, project.SourceFolder());
-    if (!play.Removed && !play.File.empty() && !IsPicture(path)) {
+  for (const VideoPlay* play : Live(project.Tracks[track].VideoPlays)) {
+    const std::string path = SystemPath(play->File, project.SourceFolder());
+    if (!play->File.empty() && !IsPicture(path)) {
       files.push_back({path});
     }
   }

@@ -18,6 +18,7 @@
 #include "base/text.h"
 #include "edit/new_track.h"
 #include "model/cls_dvd.h"
+#include "model/walk.h"
 #include "script/script_reader.h"
 #include "script/script_writer.h"
 #include "subtitle/subtitle_script.h"
@@ -51,10 +52,9 @@ struct SubtitlesOptions {
 
 // The index of the live track with that number, counted from 1, or that name.
 std::optional<std::size_t> FindTrack(const Project& project, const std::string& wanted) {
-  for (std::size_t i = 0; i < project.Tracks.Count(); ++i) {
-    const Track& track = project.Tracks[i];
-    if (!track.Removed && (track.TrackName == wanted || std::to_string(i + 1) == wanted)) {
-      return i;
+  for (const auto& [index, track] : LiveWithIndex(project.Tracks)) {
+    if (track.TrackName == wanted || std::to_string(index + 1) == wanted) {
+      return index;
     }
   }
   return std::nullopt;
@@ -94,7 +94,7 @@ void WarnOfMissingBitmaps(const Project& project, std::span<const SubPicturePlay
 // The index of the stream to fill; a new one where none is named.
 std::optional<std::size_t> StreamToFill(Track& track, std::size_t wanted, UserInterface& ui) {
   if (wanted > 0) {
-    if (wanted > track.SubStreams.size() || track.SubStreams[wanted - 1].Removed) {
+    if (wanted > track.SubStreams.size() || !IsLive(track.SubStreams[wanted - 1])) {
       TellError(ui, Title, fmt::format(fmt::runtime(NoSuchStream), track.TrackName, wanted));
       return std::nullopt;
     }

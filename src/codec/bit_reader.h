@@ -8,7 +8,7 @@
 
 namespace quorvelant {
 
-// Behind the end every bit reads as 0. The error is sticky: a parser reads straight on and asks
+// Past the end every bit reads as 0. The error is sticky: a parser reads straight on and asks
 // `Failed` once where it matters.
 class BitReader {
  public:

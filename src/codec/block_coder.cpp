@@ -82,10 +82,10 @@ std::uint64_t MaskOf(const std::array<std::uint8_t, 64>& flags) {
 
 }  // namespace
 
-BlockCoder::BlockCoder(Rung rung)
-    : positions_((rung.Positions() == 64 ? 0 : std::uint64_t{1} << rung.Positions()) - 2),
-      bitWorth_(rung.Thrifty() ? ErrorOfOneBit * static_cast<int>(OneLevel) : 0) {
-  const unsigned scale = NonLinearScale[rung.ScaleCode()];
+BlockCoder::BlockCoder(QualityStep step)
+    : positions_((step.Positions() == 64 ? 0 : std::uint64_t{1} << step.Positions()) - 2),
+      bitWorth_(step.WeighsBits() ? ErrorOfOneBit * static_cast<int>(OneLevel) : 0) {
+  const unsigned scale = NonLinearScale[step.ScaleCode()];
   for (unsigned i = 0; i < 64; ++i) {
     const unsigned weight = DefaultIntraMatrix[ZigzagScan[i]];
     reciprocals_[i] = ((1U << ReciprocalBits) + weight * scale / 2) / (weight * scale);

@@ -11,15 +11,15 @@ namespace quorvelant {
 
 // One step of the quality ladder, best first: the finest scale with every coefficient rounded to the
 // nearest level, then scale after scale with levels chosen by what they cost. The last two keep only the
-// first coefficients, and DC alone, so that there is a rung on which every picture fits.
-struct Rung {
+// first coefficients, and DC alone, so that there is a step on which every picture fits.
+struct QualityStep {
   static constexpr unsigned Coarsest = 31;
   static constexpr unsigned Count = Coarsest + 3;
   unsigned Index = 0;
 
   // quantiser_scale_code, 1 to 31.
   unsigned ScaleCode() const { return Index == 0 ? 1 : Index < Coarsest ? Index : Coarsest; }
-  bool Thrifty() const { return Index > 0; }
+  bool WeighsBits() const { return Index > 0; }
   // Scan positions coded, DC included.
   unsigned Positions() const { return Index <= Coarsest ? 64 : Index == Coarsest + 1 ? 24 : 1; }
 };
@@ -41,7 +41,7 @@ struct CodedBlock {
 
 class BlockCoder {
  public:
-  explicit BlockCoder(Rung rung);
+  explicit BlockCoder(QualityStep step);
 
   // Chooses the levels. A lower level than the nearest is taken where the bits it saves outweigh the
   // error it adds.

@@ -48,7 +48,7 @@ template <int Shift>
 void ForwardPass(const Block& in, Block& out) {
   for (unsigned lane = 0; lane < 8; ++lane) {
     const auto x = [&in, lane](unsigned row) { return in.At[row * 8 + lane]; };
-    // 16 bits hold the sums: the first pass takes 9 bits in, the second at most 14.
+    // 16 bits hold the sums: the first pass takes 8 bits in, the second at most 14.
     const auto plus = [](std::int16_t a, std::int16_t b) { return static_cast<std::int16_t>(a + b); };
     const auto minus = [](std::int16_t a, std::int16_t b) { return static_cast<std::int16_t>(a - b); };
     const std::int16_t s0 = plus(x(0), x(7));

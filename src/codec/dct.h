@@ -15,7 +15,7 @@ struct alignas(32) Block {
 // Fraction of the forward transform's coefficients: they come in sixteenths.
 inline constexpr int CoefficientFractionBits = 4;
 
-// Samples of -256 to 255.
+// Samples of -128 to 127: 16 bits hold every coefficient that these can have.
 void ForwardDct(const Block& samples, Block& coefficients);
 
 // Whole coefficients of -2048 to 2047, as dequantised. Meets the accuracy demanded by IEEE 1180.

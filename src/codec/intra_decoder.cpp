@@ -31,7 +31,7 @@ class FrameDecoder {
   Planes frame_;
   PictureHeaders headers_;
   PictureHeaders frameHeaders_;    // as they stood when the frame began: its size and chroma format
-  PictureHeaders pictureHeaders_;  // as they stood ahead of the picture's first slice
+  PictureHeaders pictureHeaders_;  // as they stood before the picture's first slice
   bool started_ = false;
   bool topDone_ = false;
   bool bottomDone_ = false;
@@ -57,12 +57,12 @@ void FrameDecoder::StartFrame() {
 }
 
 bool FrameDecoder::Take(const StreamUnit& unit) {
-  const bool isSlice = unit.Code >= start_code::FirstSlice && unit.Code <= start_code::LastSlice;
+  const bool isSlice = start_code::IsSlice(unit.Code);
   if (!isSlice) {
     if (picture_ && unit.Code != start_code::Extension) {
       EndPicture();
     }
-    // Behind the first field only an intra field of the other lines is of use.
+    // After the first field only an intra field of the other lines is of use.
     if (started_ && (unit.Code == start_code::Sequence || (topDone_ && bottomDone_))) {
       return false;
     }

@@ -23,7 +23,7 @@ constexpr unsigned NewScaleBits = 1 + 5;          // the longer type and the sca
 // 4:2:0 at main level (table 8-12 of 8.2.3).
 constexpr unsigned LargestMacroblockBits = 4608;
 
-// A DC difference as dct_dc_size and the bits behind it.
+// A DC difference as dct_dc_size and the bits after it.
 struct DcCode {
   Vlc Size;
   std::uint32_t Value;
@@ -39,7 +39,7 @@ DcCode CodeDc(int difference, bool colour) {
 
 // How one macroblock is coded.
 struct MacroblockPlan {
-  std::uint8_t RungIndex;
+  std::uint8_t Step;
   std::uint16_t Bits;  // all but a change of scale
 };
 using PicturePlan = std::vector<MacroblockPlan>;
@@ -56,24 +56,24 @@ class IntraEncoder {
   ScannedBlock Coefficients(std::size_t block) const {
     return ScannedBlock(coefficients_.data() + block * 64, 64);
   }
-  const BlockCoder& Coder(unsigned rung);
+  const BlockCoder& Coder(unsigned step);
 
-  MacroblockPlan PlanMacroblock(unsigned address, unsigned rung);
-  PicturePlan PlanPicture(unsigned rung);
-  std::size_t EstimateBytes(unsigned rung);
-  unsigned EstimateRung(std::size_t largestBytes);
+  MacroblockPlan PlanMacroblock(unsigned address, unsigned step);
+  PicturePlan PlanPicture(unsigned step);
+  std::size_t EstimateBytes(unsigned step);
+  unsigned EstimateStep(std::size_t largestBytes);
   std::size_t SliceBytes(std::span<const MacroblockPlan> row) const;
   std::size_t PictureBytes(const PicturePlan& plan) const;
   void Refine(PicturePlan& plan, const PicturePlan& finer, std::size_t spareBytes) const;
 
   Bytes Write(const PicturePlan& plan);
-  void WriteMacroblock(BitWriter& writer, unsigned address, unsigned rung);
+  void WriteMacroblock(BitWriter& writer, unsigned address, unsigned step);
 
   unsigned columns_;
   unsigned rows_;
   std::vector<std::int16_t> coefficients_;   // 64 a block in scan order, six blocks a macroblock
   std::vector<std::int16_t> dcDifferences_;  // by block
-  std::array<std::optional<BlockCoder>, Rung::Count> coders_;
+  std::array<std::optional<BlockCoder>, QualityStep::Count> coders_;
 };
 
 IntraEncoder::IntraEncoder(const Planes& planes)
@@ -126,47 +126,47 @@ void IntraEncoder::DifferenceDc() {
   }
 }
 
-const BlockCoder& IntraEncoder::Coder(unsigned rung) {
-  if (!coders_[rung]) {
-    coders_[rung].emplace(Rung{rung});
+const BlockCoder& IntraEncoder::Coder(unsigned step) {
+  if (!coders_[step]) {
+    coders_[step].emplace(QualityStep{step});
   }
-  return *coders_[rung];
+  return *coders_[step];
 }
 
-// Goes down the ladder from `rung` to the first that keeps within what a macroblock may take.
-MacroblockPlan IntraEncoder::PlanMacroblock(unsigned address, unsigned rung) {
+// Goes down the ladder from `step` to the first that keeps within what a macroblock may take.
+MacroblockPlan IntraEncoder::PlanMacroblock(unsigned address, unsigned step) {
   CodedBlock coded;
-  for (;; ++rung) {
+  for (;; ++step) {
     unsigned bits = MacroblockHeaderBits;
     for (unsigned block = 0; block < BlocksPerMacroblock; ++block) {
       const std::size_t at = std::size_t{address} * BlocksPerMacroblock + block;
       const DcCode dc = CodeDc(dcDifferences_[at], block >= 4);
-      Coder(rung).Quantise(Coefficients(at), coded);
+      Coder(step).Quantise(Coefficients(at), coded);
       bits += dc.Size.Bits + dc.ValueBits + coded.Bits;
     }
-    if (bits + NewScaleBits <= LargestMacroblockBits || rung + 1 == Rung::Count) {
-      return {static_cast<std::uint8_t>(rung), static_cast<std::uint16_t>(bits)};
+    if (bits + NewScaleBits <= LargestMacroblockBits || step + 1 == QualityStep::Count) {
+      return {static_cast<std::uint8_t>(step), static_cast<std::uint16_t>(bits)};
     }
   }
 }
 
-PicturePlan IntraEncoder::PlanPicture(unsigned rung) {
+PicturePlan IntraEncoder::PlanPicture(unsigned step) {
   PicturePlan plan;
   plan.reserve(std::size_t{columns_} * rows_);
   for (unsigned address = 0; address < columns_ * rows_; ++address) {
-    plan.push_back(PlanMacroblock(address, rung));
+    plan.push_back(PlanMacroblock(address, step));
   }
   return plan;
 }
 
-// The size at `rung` as every eighth macroblock lets expect it.
-std::size_t IntraEncoder::EstimateBytes(unsigned rung) {
+// The size at `step` as every eighth macroblock lets expect it.
+std::size_t IntraEncoder::EstimateBytes(unsigned step) {
   std::size_t bits = 0;
   std::size_t looked = 0;
   for (unsigned row = 0; row < rows_; ++row) {
     // 3 rows on, the columns looked at lie apart.
     for (unsigned column = row * 3 % 8; column < columns_; column += 8) {
-      bits += PlanMacroblock(row * columns_ + column, rung).Bits;
+      bits += PlanMacroblock(row * columns_ + column, step).Bits;
       ++looked;
     }
   }
@@ -174,9 +174,9 @@ std::size_t IntraEncoder::EstimateBytes(unsigned rung) {
   return looked == 0 ? 0 : (bits * count / looked + std::size_t{rows_} * SliceHeaderBits) / 8;
 }
 
-unsigned IntraEncoder::EstimateRung(std::size_t largestBytes) {
+unsigned IntraEncoder::EstimateStep(std::size_t largestBytes) {
   unsigned low = 0;
-  unsigned high = Rung::Count - 1;
+  unsigned high = QualityStep::Count - 1;
   while (low < high) {
     const unsigned middle = (low + high) / 2;
     if (EstimateBytes(middle) <= largestBytes) {
@@ -189,7 +189,7 @@ unsigned IntraEncoder::EstimateRung(std::size_t largestBytes) {
 }
 
 unsigned ScaleCode(const MacroblockPlan& plan) {
-  return Rung{plan.RungIndex}.ScaleCode();
+  return QualityStep{plan.Step}.ScaleCode();
 }
 
 std::size_t IntraEncoder::SliceBytes(std::span<const MacroblockPlan> row) const {
@@ -210,7 +210,7 @@ std::size_t IntraEncoder::PictureBytes(const PicturePlan& plan) const {
   return bytes;
 }
 
-// Spends what is left on rows of the next better rung, rows spread over the height, and on the first
+// Spends what is left on rows of the next better step, rows spread over the height, and on the first
 // macroblocks of one row more.
 void IntraEncoder::Refine(PicturePlan& plan, const PicturePlan& finer, std::size_t spareBytes) const {
   constexpr unsigned Stride = 11;  // coprime to the row counts of both standards, 36 and 30
@@ -237,13 +237,13 @@ void IntraEncoder::Refine(PicturePlan& plan, const PicturePlan& finer, std::size
 }
 
 Bytes IntraEncoder::Encode(std::size_t largestBytes) {
-  unsigned rung = EstimateRung(largestBytes);
-  PicturePlan plan = PlanPicture(rung);
-  while (PictureBytes(plan) > largestBytes && rung + 1 < Rung::Count) {
-    plan = PlanPicture(++rung);
+  unsigned step = EstimateStep(largestBytes);
+  PicturePlan plan = PlanPicture(step);
+  while (PictureBytes(plan) > largestBytes && step + 1 < QualityStep::Count) {
+    plan = PlanPicture(++step);
   }
-  while (rung > 0 && PictureBytes(plan) <= largestBytes) {
-    const PicturePlan finer = PlanPicture(--rung);
+  while (step > 0 && PictureBytes(plan) <= largestBytes) {
+    const PicturePlan finer = PlanPicture(--step);
     if (PictureBytes(finer) > largestBytes) {
       Refine(plan, finer, largestBytes - PictureBytes(plan));
       break;
@@ -270,21 +270,21 @@ Bytes IntraEncoder::Write(const PicturePlan& plan) {
         writer.Put(2, 1);  // macroblock_type: intra with a new scale
         writer.Put(5, scale);
       }
-      WriteMacroblock(writer, address, plan[address].RungIndex);
+      WriteMacroblock(writer, address, plan[address].Step);
     }
   }
   writer.Align();
   return writer.Take();
 }
 
-void IntraEncoder::WriteMacroblock(BitWriter& writer, unsigned address, unsigned rung) {
+void IntraEncoder::WriteMacroblock(BitWriter& writer, unsigned address, unsigned step) {
   CodedBlock coded;
   for (unsigned block = 0; block < BlocksPerMacroblock; ++block) {
     const std::size_t at = std::size_t{address} * BlocksPerMacroblock + block;
     const DcCode dc = CodeDc(dcDifferences_[at], block >= 4);
     writer.Put(dc.Size.Bits, dc.Size.Code);
     writer.Put(dc.ValueBits, dc.Value);
-    Coder(rung).Quantise(Coefficients(at), coded);
+    Coder(step).Quantise(Coefficients(at), coded);
     BlockCoder::Write(coded, writer);
   }
 }

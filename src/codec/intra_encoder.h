@@ -1,4 +1,4 @@
-// Codes the slices of one intra picture behind the fixed header of stills.
+// Codes the slices of one intra picture after the fixed header of stills.
 #pragma once
 
 #include <array>

@@ -1,30 +1,15 @@
 #include "codec/picture_headers.h"
 
 #include "codec/bit_reader.h"
+#include "disc/start_code_search.h"
 
 namespace quorvelant {
 namespace {
 
-// extension_start_code_identifier (table 6-2).
-constexpr unsigned SequenceExtension = 1;
-constexpr unsigned QuantMatrixExtension = 3;
-constexpr unsigned PictureCodingExtension = 8;
-
-constexpr std::size_t StartCodeBytes = 4;
-
-// The offset of the next 00 00 01 that a value follows, or the size of the stream.
-std::size_t FindStartCode(ByteView stream) {
-  std::size_t i = 2;
-  while (i + 1 < stream.size()) {
-    if (stream[i] > 1) {
-      i += 3;
-    } else if (stream[i] == 1 && stream[i - 1] == 0 && stream[i - 2] == 0) {
-      return i - 2;
-    } else {
-      ++i;
-    }
-  }
-  return stream.size();
+// The offset of the next start code that has its value, or the size of the stream.
+std::size_t FindUnit(ByteView stream) {
+  const std::size_t at = FindStartCode(stream);
+  return at == NoStartCode || stream.size() - at < StartCodeBytes ? stream.size() : at;
 }
 
 // Matrices travel in zigzag order whatever scan the picture uses. A weight of 0 is forbidden; it reads
@@ -48,7 +33,7 @@ Matrix DefaultWeights() {
 
 }  // namespace
 
-UnitReader::UnitReader(ByteView stream) : rest_(stream.subspan(FindStartCode(stream))) {}
+UnitReader::UnitReader(ByteView stream) : rest_(stream.subspan(FindUnit(stream))) {}
 
 bool UnitReader::Next(StreamUnit& unit) {
   if (rest_.size() < StartCodeBytes) {
@@ -56,7 +41,7 @@ bool UnitReader::Next(StreamUnit& unit) {
   }
   unit.Code = rest_[3];
   rest_ = rest_.subspan(StartCodeBytes);
-  const std::size_t payloadBytes = FindStartCode(rest_);
+  const std::size_t payloadBytes = FindUnit(rest_);
   unit.Payload = rest_.first(payloadBytes);
   rest_ = rest_.subspan(payloadBytes);
   return true;
@@ -91,7 +76,7 @@ void PictureHeaders::TakePicture(ByteView payload) {
 void PictureHeaders::TakeExtension(ByteView payload) {
   BitReader reader(payload);
   switch (reader.Get(4)) {
-    case SequenceExtension: {
+    case extension_id::Sequence: {
       reader.Skip(8 + 1);  // profile and level, progressive sequence
       const unsigned format = reader.Get(2);
       Chroma = format == 0 ? ChromaFormat::Yuv420 : static_cast<ChromaFormat>(format);
@@ -99,7 +84,7 @@ void PictureHeaders::TakeExtension(ByteView payload) {
       Height = (Height & 0xFFF) | reader.Get(2) << 12;
       break;
     }
-    case QuantMatrixExtension:
+    case extension_id::QuantMatrix:
       if (reader.GetFlag()) {
         LumaWeights = ReadMatrix(reader);
         ChromaWeights = LumaWeights;
@@ -111,7 +96,7 @@ void PictureHeaders::TakeExtension(ByteView payload) {
         ChromaWeights = ReadMatrix(reader);
       }
       break;
-    case PictureCodingExtension: {
+    case extension_id::PictureCoding: {
       ForwardFCodes = {reader.Get(4), reader.Get(4)};
       reader.Skip(8);  // backward
       DcPrecision = reader.Get(2);

@@ -1,4 +1,4 @@
-// What stands ahead of the slices of a picture: sequence, quantiser matrices, picture and its flags.
+// What stands before the slices of a picture: sequence, quantiser matrices, picture and its flags.
 #pragma once
 
 #include <array>
@@ -7,19 +7,11 @@
 
 #include "base/bytes.h"
 #include "codec/tables.h"
+#include "disc/start_codes.h"
 
 namespace quorvelant {
 
-// Start code values, the byte behind 00 00 01 (ISO/IEC 13818-2 table 6-1).
-namespace start_code {
-inline constexpr std::uint8_t Picture = 0x00;
-inline constexpr std::uint8_t FirstSlice = 0x01;
-inline constexpr std::uint8_t LastSlice = 0xAF;
-inline constexpr std::uint8_t Sequence = 0xB3;
-inline constexpr std::uint8_t Extension = 0xB5;
-}  // namespace start_code
-
-// One unit of a stream: the start code value and the bytes behind it up to the next start code.
+// One unit of a stream: the start code value and the bytes after it up to the next start code.
 struct StreamUnit {
   std::uint8_t Code;
   ByteView Payload;

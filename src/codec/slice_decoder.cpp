@@ -45,7 +45,7 @@ int ScaleOf(std::uint32_t code, bool nonLinear) {
   return nonLinear ? NonLinearScale[code] : static_cast<int>(code) * 2;
 }
 
-// The run and level behind an escape code of either standard. False for the forbidden level 0.
+// The run and level after an escape code of either standard. False for the forbidden level 0.
 bool ReadEscape(BitReader& reader, bool mpeg2, unsigned& run, unsigned& level, bool& negative) {
   const auto signedValue = [](std::uint32_t value, unsigned bits) {
     return static_cast<int>(value) - static_cast<int>((value >> (bits - 1)) << bits);
@@ -142,7 +142,7 @@ bool SliceDecoder::DecodeMacroblock(Slice& slice, unsigned address) {
 }
 
 // motion_vectors(0) of 6.2.5.2 with the prediction that a picture without motion type has, and the
-// marker bit behind it.
+// marker bit after it.
 void SliceDecoder::SkipConcealmentVector(BitReader& reader) const {
   if (headers_->Structure != PictureStructure::Frame) {
     reader.Skip(1);  // motion_vertical_field_select

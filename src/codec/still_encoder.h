@@ -1,4 +1,4 @@
-// Turns a bitmap into the stream of a still: one intra picture behind a fixed header.
+// Turns a bitmap into the stream of a still: one intra picture after a fixed header.
 #pragma once
 
 #include <cstddef>

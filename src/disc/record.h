@@ -37,6 +37,13 @@ struct BcdTime {
 struct LanguageCode {
   std::uint16_t Value = 0;
 };
+// 0 where the text has not two bytes.
+constexpr LanguageCode LanguageCodeOf(std::string_view letters) {
+  return letters.size() == 2
+             ? LanguageCode{static_cast<std::uint16_t>(static_cast<unsigned char>(letters[0]) << 8U |
+                                                       static_cast<unsigned char>(letters[1]))}
+             : LanguageCode{};
+}
 
 // One row. `Count` items of `Width` bytes stand at `Offset`, one behind the other.
 template <class Unit, unsigned Width, unsigned Count = 1>

@@ -1,5 +1,7 @@
 #include "edit/auto_route.h"
 
+#include "model/walk.h"
+
 namespace quorvelant {
 
 namespace {
@@ -16,7 +18,7 @@ void LinkToNeighbours(HighlightButton& button, const HighlightButton& ahead, con
 void AutoRoute(std::span<EditedButton> buttons) {
   const std::size_t count = buttons.size();
   for (std::size_t i = 0; i < count; ++i) {
-    if (!buttons[i].Removed) {
+    if (IsLive(buttons[i])) {
       LinkToNeighbours(buttons[i].Button, buttons[(i + count - 1) % count].Button,
                        buttons[(i + 1) % count].Button);
     }

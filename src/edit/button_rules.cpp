@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "edit/subtitle_ticks.h"
+#include "model/walk.h"
 #include "subpicture/bitmap_window.h"
 
 namespace quorvelant {
@@ -97,7 +98,7 @@ std::optional<std::size_t> ButtonAt(std::span<const EditedButton> buttons, int x
   const std::size_t group = GroupOfView(view.Mode);
   for (std::size_t i = 0; i < buttons.size(); ++i) {
     const HighlightArea& area = buttons[i].Screen.at(group);
-    if (!buttons[i].Removed && x >= area.X1 && x <= area.X2 && y >= area.Y1 && y <= area.Y2) {
+    if (IsLive(buttons[i]) && x >= area.X1 && x <= area.X2 && y >= area.Y1 && y <= area.Y2) {
       return i;
     }
   }
@@ -142,11 +143,9 @@ void RemoveButton(EditedButton& button, UserInterface& ui) {
 
 std::vector<HighlightButton> KeptButtons(std::span<const EditedButton> buttons) {
   std::vector<HighlightButton> kept;
-  for (const EditedButton& button : buttons) {
-    if (!button.Removed) {
-      kept.push_back(button.Button);
-      kept.back().Number = static_cast<std::int32_t>(kept.size());
-    }
+  for (const EditedButton* button : Live(buttons)) {
+    kept.push_back(button->Button);
+    kept.back().Number = static_cast<std::int32_t>(kept.size());
   }
   return kept;
 }

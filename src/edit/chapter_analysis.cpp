@@ -5,45 +5,40 @@
 #include <string>
 
 #include "model/keys.h"
+#include "model/walk.h"
 #include "picture/bitmap_size.h"
 
 namespace quorvelant {
 
 namespace {
 
+// The index of no track and no scene.
+constexpr std::int32_t Gone = -1;
+
 std::vector<IndexSource> VideoFiles(const Project& project, const Track& track) {
   std::vector<IndexSource> files;
-  for (const VideoPlay& play : track.VideoPlays) {
-    if (!play.Removed && !play.File.empty()) {
-      const std::string path = SystemPath(play.File, project.SourceFolder());
+  for (const VideoPlay* play : Live(track.VideoPlays)) {
+    if (!play->File.empty()) {
+      const std::string path = SystemPath(play->File, project.SourceFolder());
       files.push_back({path, ReadBitmapSize(path).has_value()});
     }
   }
   return files;
 }
 
-template <class Visit>
-void ForEachCell(Project& project, Visit visit) {
-  const auto inPgc = [&](PGC_P& pgc) {
-    for (PG_P& program : pgc.PG) {
-      for (Cell_P& cell : program.Cell) {
-        visit(cell);
-      }
-    }
-  };
-  for (VTS_P& entry : project.Disc) {
-    for (Lang_P& language : entry.Lang) {
-      std::for_each(language.PGC.begin(), language.PGC.end(), inPgc);
-    }
-    for (Title_P& title : entry.Title) {
-      std::for_each(title.PGC.begin(), title.PGC.end(), inPgc);
-    }
+// A cell that showed scene `pScene` of the track comes to show what `moved` says, or nothing.
+void MoveScene(Cell_P& cell, const std::vector<std::int32_t>& moved) {
+  if (cell.pScene < 0 || static_cast<std::size_t>(cell.pScene) >= moved.size()) {
+    return;
   }
+  const std::int32_t scene = moved[static_cast<std::size_t>(cell.pScene)];
+  cell.pScene = std::max(scene, 0);
+  cell.SegmentUsed = scene == Gone ? Gone : cell.SegmentUsed;
 }
 
-// Takes the scenes past the end away, but never the first; cells keep what they showed by index.
+// Takes the scenes past the end away, but never the first; cells keep what they showed by index. Removed
+// cells do so too: one that comes back must not show another scene.
 bool RemoveScenesPastEnd(Project& project, std::size_t trackIndex) {
-  constexpr std::int32_t Gone = -1;
   Track& track = project.Tracks[trackIndex];
   std::vector<std::int32_t> moved;  // old index -> new one
   std::vector<Scene> kept;
@@ -58,15 +53,13 @@ bool RemoveScenesPastEnd(Project& project, std::size_t trackIndex) {
     return false;
   }
   track.Scenes = std::move(kept);
-  ForEachCell(project, [&](Cell_P& cell) {
-    if (cell.SegmentUsed != static_cast<std::int32_t>(trackIndex) || cell.pScene < 0 ||
-        static_cast<std::size_t>(cell.pScene) >= moved.size()) {
-      return;
+  for (const auto& place : AllPgcs(project)) {
+    for (Cell_P* cell : AllCells(*place.Chain)) {
+      if (cell->SegmentUsed == static_cast<std::int32_t>(trackIndex)) {
+        MoveScene(*cell, moved);
+      }
     }
-    const std::int32_t scene = moved[static_cast<std::size_t>(cell.pScene)];
-    cell.pScene = std::max(scene, 0);
-    cell.SegmentUsed = scene == Gone ? Gone : cell.SegmentUsed;
-  });
+  }
   return true;
 }
 

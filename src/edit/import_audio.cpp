@@ -5,6 +5,7 @@
 #include "check/source_judge.h"
 #include "edit/messages.h"
 #include "edit/new_track.h"
+#include "model/walk.h"
 #include "subtitle/subtitle_script.h"
 
 namespace quorvelant {
@@ -56,7 +57,7 @@ bool LikeTheFirst(const AudioStream& stream, const AudioAttributes& audio) {
 
 bool HasEarlierFile(const AudioStream& stream, std::size_t play) {
   for (std::size_t i = 0; i < play; ++i) {
-    if (!stream.AudioPlays[i].Removed && !stream.AudioPlays[i].File.empty()) {
+    if (IsLive(stream.AudioPlays[i]) && !stream.AudioPlays[i].File.empty()) {
       return true;
     }
   }

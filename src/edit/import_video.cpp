@@ -13,6 +13,7 @@
 #include "edit/chapter_analysis.h"
 #include "edit/messages.h"
 #include "edit/new_track.h"
+#include "model/walk.h"
 
 namespace quorvelant {
 
@@ -102,12 +103,9 @@ std::string NameAfter(const Project& project, std::size_t trackIndex, const std:
   const std::string stem = std::filesystem::path(path).stem().string();
   std::string name = stem;
   const auto taken = [&](const std::string& wanted) {
-    for (std::size_t i = 0; i < project.Tracks.Count(); ++i) {
-      if (i != trackIndex && !project.Tracks[i].Removed && project.Tracks[i].TrackName == wanted) {
-        return true;
-      }
-    }
-    return false;
+    return std::ranges::any_of(Live(project.Tracks), [&](const Track* track) {
+      return track != &project.Tracks[trackIndex] && track->TrackName == wanted;
+    });
   };
   for (int number = 2; taken(name); ++number) {
     name = fmt::format("{}_{}", stem, number);
@@ -159,7 +157,7 @@ bool ImportVideo(Project& project, std::size_t trackIndex, std::size_t play, con
   }
   const bool first =
       std::none_of(track.VideoPlays.begin(), track.VideoPlays.begin() + static_cast<std::ptrdiff_t>(play),
-                   [](const VideoPlay& other) { return !other.Removed && !other.File.empty(); });
+                   [](const VideoPlay& other) { return IsLive(other) && !other.File.empty(); });
   if (!first && !LikeTheFirst(track, *seen)) {
     ui.Tell(MessageOf(message::ImportVideoUnlike, file));
     return false;

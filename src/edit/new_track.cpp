@@ -12,6 +12,7 @@
 #include "base/timecode.h"
 #include "model/my_dvd.h"
 #include "model/stream_maps.h"
+#include "model/walk.h"
 
 namespace quorvelant {
 
@@ -29,9 +30,8 @@ constexpr int NtscFramesPerSecond = 30;
 
 template <class Play>
 Play* AddPlay(std::vector<Play>& plays) {
-  const auto last =
-      std::find_if(plays.rbegin(), plays.rend(), [](const Play& play) { return !play.Removed; });
-  if (last != plays.rend() && last->File.empty()) {
+  const auto live = Live(plays);
+  if (!live.empty() && live.back()->File.empty()) {
     return nullptr;
   }
   return &plays.emplace_back();
@@ -39,7 +39,7 @@ Play* AddPlay(std::vector<Play>& plays) {
 
 bool HasVideo(const Track& track) {
   return std::any_of(track.VideoPlays.begin(), track.VideoPlays.end(),
-                     [](const VideoPlay& play) { return !play.Removed && !play.File.empty(); });
+                     [](const VideoPlay& play) { return IsLive(play) && !play.File.empty(); });
 }
 
 bool HasSceneAt(const Track& track, std::int64_t frame) {
@@ -88,9 +88,7 @@ Scene DefaultScene(std::string_view trackName) {
 }
 
 Track* NewSegment(Tracks& tracks, std::string_view type, std::string_view name) {
-  const auto live = static_cast<std::size_t>(
-      std::count_if(tracks.begin(), tracks.end(), [](const Track& track) { return !track.Removed; }));
-  if (name.empty() && live >= MostTracksByHand) {
+  if (name.empty() && Live(tracks).size() >= MostTracksByHand) {
     return nullptr;
   }
   Track track;
@@ -112,10 +110,9 @@ AudioPlay* AddAudioPlay(AudioStream& stream) {
 
 AudioStream* AddAudioStream(Track& track) {
   std::array<bool, AudioStreamCount> used{};
-  for (const AudioStream& stream : track.AudioStreams) {
-    if (!stream.Removed && stream.StreamNumber >= 0 &&
-        static_cast<std::size_t>(stream.StreamNumber) < used.size()) {
-      used[static_cast<std::size_t>(stream.StreamNumber)] = true;
+  for (const AudioStream* stream : Live(track.AudioStreams)) {
+    if (stream->StreamNumber >= 0 && static_cast<std::size_t>(stream->StreamNumber) < used.size()) {
+      used[static_cast<std::size_t>(stream->StreamNumber)] = true;
     }
   }
   const bool* const free = std::find(used.begin(), used.end(), false);
@@ -135,8 +132,7 @@ SubtitleStream* AddEmptySubtitleStream(Track& track, UserInterface& ui) {
     return nullptr;
   }
   const std::vector<std::int32_t> free = GetSubStreamID(track);
-  const bool first = std::all_of(track.SubStreams.begin(), track.SubStreams.end(),
-                                 [](const SubtitleStream& stream) { return stream.Removed; });
+  const bool first = Live(track.SubStreams).empty();
   if (free.empty() && !first) {
     return nullptr;
   }

@@ -4,6 +4,7 @@
 #include "model/cls_dvd.h"
 #include "model/keys.h"
 #include "model/stream_maps.h"
+#include "model/walk.h"
 #include "script/script_tracks.h"
 
 namespace quorvelant {
@@ -65,8 +66,7 @@ OutlineNode SubNode(const SubtitleStream& stream, std::size_t track, std::size_t
                {"entries", Count(stream.SubPlays.size())}});
 }
 
-OutlineNode TrackNode(const Project& project, std::size_t index) {
-  const Track& track = project.Tracks[index];
+OutlineNode TrackNode(const Project& project, const Track& track, std::size_t index) {
   OutlineNode node = Node("track", TrackKey(index), track.TrackName,
                           {{"type", track.TrackType},
                            {"standard", track.Standard},
@@ -80,15 +80,11 @@ OutlineNode TrackNode(const Project& project, std::size_t index) {
     node.Children.push_back(Node("file", VideoPlayKey(index, i + 1), track.VideoPlays[i].File,
                                  {{"duration", track.VideoPlays[i].SlideDuration}}));
   }
-  for (std::size_t i = 0; i < track.AudioStreams.size(); ++i) {
-    if (!track.AudioStreams[i].Removed) {
-      node.Children.push_back(AudioNode(track.AudioStreams[i], index, i + 1));
-    }
+  for (const auto& [place, stream] : LiveWithIndex(track.AudioStreams)) {
+    node.Children.push_back(AudioNode(stream, index, place + 1));
   }
-  for (std::size_t i = 0; i < track.SubStreams.size(); ++i) {
-    if (!track.SubStreams[i].Removed) {
-      node.Children.push_back(SubNode(track.SubStreams[i], index, i + 1));
-    }
+  for (const auto& [place, stream] : LiveWithIndex(track.SubStreams)) {
+    node.Children.push_back(SubNode(stream, index, place + 1));
   }
   for (std::size_t i = 0; i < track.HighlightPlays.size(); ++i) {
     const HighlightPlay& play = track.HighlightPlays[i];
@@ -148,15 +144,10 @@ OutlineNode PgcNode(const PGC_P& pgc) {
                            {"repeat", std::int64_t{pgc.Repeat}},
                            {"prohibits", UopNames(pgc.Uops)}});
   AddCommands(node, "pre", pgc.PreCommands);
-  for (const PG_P& program : pgc.PG) {
-    if (program.Removed) {
-      continue;
-    }
-    OutlineNode& child = node.Children.emplace_back(Node("program", program.Key, program.PGName));
-    for (const Cell_P& cell : program.Cell) {
-      if (!cell.Removed) {
-        child.Children.push_back(CellNode(cell));
-      }
+  for (const PG_P* program : Live(pgc.PG)) {
+    OutlineNode& child = node.Children.emplace_back(Node("program", program->Key, program->PGName));
+    for (const Cell_P* cell : Live(program->Cell)) {
+      child.Children.push_back(CellNode(*cell));
     }
   }
   AddCommands(node, "post", pgc.PostCommands);
@@ -165,10 +156,8 @@ OutlineNode PgcNode(const PGC_P& pgc) {
 }
 
 void AddPgcs(OutlineNode& node, const Collection<PGC_P>& pgcs) {
-  for (const PGC_P& pgc : pgcs) {
-    if (!pgc.Removed) {
-      node.Children.push_back(PgcNode(pgc));
-    }
+  for (const PGC_P* pgc : Live(pgcs)) {
+    node.Children.push_back(PgcNode(*pgc));
   }
 }
 
@@ -180,20 +169,16 @@ OutlineNode EntryNode(const VTS_P& entry) {
                            {"menuLetterBoxed", entry.MenuLetterBoxed},
                            {"titleLetterBoxed", entry.TitleLetterBoxed},
                            {"filmMode", entry.TitleCameraMode}});
-  for (const Lang_P& language : entry.Lang) {
-    if (!language.Removed) {
-      AddPgcs(node.Children.emplace_back(Node("language", language.Key, language.Language)), language.PGC);
-    }
+  for (const Lang_P* language : Live(entry.Lang)) {
+    AddPgcs(node.Children.emplace_back(Node("language", language->Key, language->Language)), language->PGC);
   }
-  for (const Title_P& title : entry.Title) {
-    if (!title.Removed) {
-      AddPgcs(node.Children.emplace_back(Node("title", title.Key, title.TitleName,
-                                              {{"customAudio", title.Custom},
-                                               {"customSubtitles", title.SubCustom},
-                                               {"noTimePlay", title.UOPTimePlay},
-                                               {"noChapterPlay", title.UOPPTTPlay}})),
-              title.PGC);
-    }
+  for (const Title_P* title : Live(entry.Title)) {
+    AddPgcs(node.Children.emplace_back(Node("title", title->Key, title->TitleName,
+                                            {{"customAudio", title->Custom},
+                                             {"customSubtitles", title->SubCustom},
+                                             {"noTimePlay", title->UOPTimePlay},
+                                             {"noChapterPlay", title->UOPPTTPlay}})),
+            title->PGC);
   }
   return node;
 }
@@ -202,10 +187,8 @@ OutlineNode DiscNode(const Project& project) {
   OutlineNode disc = Folder("disc");
   disc.Facts = {{"folder", project.DestinationFolder}, {"standard", project.Standard()}};
   disc.Children.push_back(PgcNode(project.FirstPlay));
-  for (const VTS_P& entry : project.Disc) {
-    if (!entry.Removed) {
-      disc.Children.push_back(EntryNode(entry));
-    }
+  for (const VTS_P* entry : Live(project.Disc)) {
+    disc.Children.push_back(EntryNode(*entry));
   }
   return disc;
 }
@@ -216,8 +199,8 @@ OutlineNode DiscNode(const Project& project) {
 template <class Streams>
 bool IsMuxed(const TrackList& list, const Tracks& tracks, Streams Track::*streams, std::int32_t number) {
   for (const TrackListRow& row : list) {
-    for (const auto& stream : tracks[row.Index].*streams) {
-      if (!stream.Removed && stream.StreamNumber == number && stream.MuxThisStream) {
+    for (const auto* stream : Live(tracks[row.Index].*streams)) {
+      if (stream->StreamNumber == number && stream->MuxThisStream) {
         return true;
       }
     }
@@ -254,12 +237,9 @@ OutlineNode MapNode(const VTS_P& entry, Domain domain, Tracks& tracks) {
 OutlineNode MapsNode(const Project& project) {
   OutlineNode maps = Folder("streammaps");
   Tracks tracks = project.Tracks;  // building a map marks the streams
-  for (const VTS_P& entry : project.Disc) {
-    if (entry.Removed) {
-      continue;
-    }
+  for (const VTS_P* entry : Live(project.Disc)) {
     for (const Domain domain : {Domain::Menu, Domain::Title}) {
-      OutlineNode node = MapNode(entry, domain, tracks);
+      OutlineNode node = MapNode(*entry, domain, tracks);
       if (!node.Children.empty()) {
         maps.Children.push_back(std::move(node));
       }
@@ -273,17 +253,13 @@ OutlineNode MapsNode(const Project& project) {
 OutlineNode OutlineOf(const Project& project) {
   OutlineNode root = Folder("project");
   OutlineNode& segments = root.Children.emplace_back(Folder("segments"));
-  for (std::size_t i = 0; i < project.Tracks.Count(); ++i) {
-    if (!project.Tracks[i].Removed) {
-      segments.Children.push_back(TrackNode(project, i));
-    }
+  for (const auto& [index, track] : LiveWithIndex(project.Tracks)) {
+    segments.Children.push_back(TrackNode(project, track, index));
   }
   root.Children.push_back(DiscNode(project));
   OutlineNode& palettes = root.Children.emplace_back(Folder("palettes"));
-  for (const Palette_P& palette : project.Palettes) {
-    if (!palette.Removed) {
-      palettes.Children.push_back(Node("palette", {}, palette.Name()));
-    }
+  for (const Palette_P* palette : Live(project.Palettes)) {
+    palettes.Children.push_back(Node("palette", {}, palette->Name()));
   }
   root.Children.push_back(MapsNode(project));
   return root;

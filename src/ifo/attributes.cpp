@@ -12,14 +12,9 @@ namespace {
 constexpr std::array<std::uint8_t, CLsDVD::SubExtensionCount> SubExtensionCodes{0, 1, 2,  3,  5, 6,
                                                                                 7, 9, 13, 14, 15};
 
-// The two letters of a language, 0 where its code has not two.
+// The two letters of a language of the vocabulary, 0 where it has none.
 std::uint64_t LanguageLetters(std::string_view language) {
-  const std::string_view code = CLsDVD::LangNameToLangCode(language);
-  if (code.size() != 2) {
-    return 0;
-  }
-  return static_cast<std::uint64_t>(static_cast<std::uint8_t>(code[0]) << 8 |
-                                    static_cast<std::uint8_t>(code[1]));
+  return LanguageCodeOf(CLsDVD::LangNameToLangCode(language)).Value;
 }
 
 std::uint64_t PictureSizeBits(std::string_view resolution) {

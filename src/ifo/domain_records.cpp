@@ -37,11 +37,9 @@ int FramesOf(const CellRecord& cell, bool ntsc) {
 std::int64_t FramesOf(const Title_P& title, const EntryRecords& records) {
   std::int64_t frames = 0;
   for (const PGC_P* chain : Live(title.PGC)) {
-    for (const PG_P* program : Live(chain->PG)) {
-      for (const Cell_P* cell : Live(program->Cell)) {
-        const auto written = records.Title.Find(*cell);
-        frames += written ? FramesOf(*written->Cell, records.Ntsc) : 0;
-      }
+    for (const Cell_P* cell : LiveCells(*chain)) {
+      const auto written = records.Title.Find(*cell);
+      frames += written ? FramesOf(*written->Cell, records.Ntsc) : 0;
     }
   }
   return frames;

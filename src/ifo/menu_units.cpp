@@ -18,16 +18,12 @@ constexpr std::uint16_t NoLanguage = 0xFFFF;
 // further than other tables' do.
 constexpr std::size_t EmptyPgcBytes = 251;
 
+// A unit names its language by its code or by its name.
 LanguageCode CodeOf(std::string_view language) {
   if (EqualNoCase(language, "Not Specified")) {
     return {NoLanguage};
   }
-  const std::string_view code = language.size() == 2 ? language : CLsDVD::LangNameToLangCode(language);
-  if (code.size() != 2) {
-    return {0};
-  }
-  return {static_cast<std::uint16_t>(static_cast<std::uint8_t>(code[0]) << 8 |
-                                     static_cast<std::uint8_t>(code[1]))};
+  return LanguageCodeOf(language.size() == 2 ? language : CLsDVD::LangNameToLangCode(language));
 }
 
 void PutLast(ByteSpan table, std::size_t last) {

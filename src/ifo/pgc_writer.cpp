@@ -133,12 +133,10 @@ void AppendContent(const Content& content, const Rules& rules, bool ntsc, Bytes&
 // The streams of the tracks of all cells, without those that the title's own policy excludes.
 CarriedStreams UsedStreams(const PGC_P& chain, const PgcPlace& place, const DomainRecords& records) {
   CarriedStreams used;
-  for (const PG_P* program : Live(chain.PG)) {
-    for (const Cell_P* cell : Live(program->Cell)) {
-      const CarriedStreams carried = records.StreamsOf(*cell);
-      used.Audio |= carried.Audio;
-      used.Subs |= carried.Subs;
-    }
+  for (const Cell_P* cell : LiveCells(chain)) {
+    const CarriedStreams carried = records.StreamsOf(*cell);
+    used.Audio |= carried.Audio;
+    used.Subs |= carried.Subs;
   }
   if (place.Title != nullptr) {
     for (std::size_t i = 0; i < AudioStreamCount; ++i) {
@@ -220,7 +218,7 @@ std::uint8_t PlaybackMode(const PGC_P& chain) {
 
 void PutPalette(const PGC_P& chain, const Project& disc, ByteSpan bytes) {
   const Palette_P* palette = Live(chain.PG).empty() ? nullptr : disc.Palettes.Item(chain.PaletteName);
-  if (palette == nullptr || palette->Removed) {
+  if (palette == nullptr || !IsLive(*palette)) {
     return;
   }
   for (std::size_t i = 0; i < palette->PaletteColors.size(); ++i) {

@@ -20,15 +20,10 @@ bool LeadsAway(const CommandList& list) {
 }
 
 bool ButtonsLeadAway(const PGC_P& chain) {
-  for (const PG_P* program : Live(chain.PG)) {
-    for (const Cell_P* cell : Live(program->Cell)) {
-      if (std::ranges::any_of(cell->ButtonCommands,
-                              [](const ButtonCommands_P& play) { return LeadsAway(play.Commands); })) {
-        return true;
-      }
-    }
-  }
-  return false;
+  return std::ranges::any_of(LiveCells(chain), [](const Cell_P* cell) {
+    return std::ranges::any_of(cell->ButtonCommands,
+                               [](const ButtonCommands_P& play) { return LeadsAway(play.Commands); });
+  });
 }
 
 }  // namespace

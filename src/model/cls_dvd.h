@@ -32,13 +32,13 @@ class CLsDVD {
   // `numbered` clear, `name` is a name of `UserOP`, in any case; with it set, a line whose first word is
   // "uop" and a number of at most two digits.
   static std::size_t UOPSIndex(std::string_view name, bool numbered);
-  // The code of a row of the languages; empty behind the last row.
+  // The code of a row of the languages; empty after the last row.
   static std::string_view SpareLanguage(std::size_t row);
   static std::span<const std::string_view> LanguageArray();
   static std::span<const std::string_view> AudioArray();
   static std::span<const std::string_view> SubArray();
   static std::span<const std::string_view> AudioRoomType();
-  // The name of a user operation; empty behind the last.
+  // The name of a user operation; empty after the last.
   static std::string_view UserOP(std::size_t index);
   // The country whose flag stands for a language; names are compared exactly; "None" where there is none.
   static std::string_view FlagName(std::string_view name);

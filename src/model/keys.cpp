@@ -13,7 +13,7 @@ namespace quorvelant {
 
 namespace {
 
-// Piece `index` of a key, empty behind the last.
+// Piece `index` of a key, empty after the last.
 std::string_view Piece(std::string_view key, std::size_t index) {
   for (; index > 0; --index) {
     const std::size_t dot = key.find('.');
@@ -25,7 +25,7 @@ std::string_view Piece(std::string_view key, std::size_t index) {
   return key.substr(0, key.find('.'));
 }
 
-// The number behind `word` in piece `index`; 0 where the piece does not begin with the word.
+// The number after `word` in piece `index`; 0 where the piece does not begin with the word.
 int NumberBehind(std::string_view key, std::size_t index, std::string_view word) {
   const std::string_view piece = Piece(key, index);
   return piece.starts_with(word) ? std::max(LeadingNumber(piece.substr(word.size())), 0) : 0;
@@ -55,7 +55,7 @@ std::string PlayText(std::string_view what, const std::string& file, std::size_t
   return file.empty() ? fmt::format("{} {} {}", what, number, EmptyMark) : std::string(FileName(file));
 }
 
-// What may follow "Track.N.", each with the word ahead of its number.
+// What may follow "Track.N.", each with the word before its number.
 struct NodeWord {
   std::string_view Word;
   SourceKey::Node Kind;

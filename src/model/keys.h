@@ -20,7 +20,7 @@ namespace quorvelant {
 
 inline constexpr std::string_view FirstPgcKey = "FirstPGC";
 
-// The number behind a level's word, 0 where the key has no such level. Every key is split on "." and the
+// The number after a level's word, 0 where the key has no such level. Every key is split on "." and the
 // level stands in a fixed piece of it.
 int TitleSetEntry(std::string_view key);  // number of the entry in `MyDVD`: 1 Video Manager, n+1 title set n
 int TitleNumber(std::string_view key);

@@ -6,7 +6,7 @@
 
 namespace quorvelant {
 
-// What a menu PGC is for, by its menu type, in any case and with or without " menu" behind it.
+// What a menu PGC is for, by its menu type, in any case and with or without " menu" after it.
 struct MenuKind {
   std::uint8_t Category = 0;   // of the search pointer: entry bit and menu id; 0 for no menu by itself
   std::uint8_t Existence = 0;  // of the language unit

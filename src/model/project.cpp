@@ -1,11 +1,13 @@
 #include "model/project.h"
 
+#include "model/walk.h"
+
 namespace quorvelant {
 
 std::string Project::Standard() const {
-  for (const VTS_P& entry : Disc) {
-    if (!entry.Removed && !entry.Standard().empty()) {
-      return entry.Standard();
+  for (const VTS_P* entry : Live(Disc)) {
+    if (!entry->Standard().empty()) {
+      return entry->Standard();
     }
   }
   return "PAL";

@@ -20,40 +20,6 @@ bool KnownTrack(const Cell_P& cell, const Tracks& tracks) {
   return cell.SegmentUsed >= 0 && static_cast<std::size_t>(cell.SegmentUsed) < tracks.Count();
 }
 
-// Calls `visit` for each live cell of the live PGCs, in their order.
-template <class Pgcs, class Visit>
-void ForEachCell(const Pgcs& pgcs, const Visit& visit) {
-  for (const PGC_P& pgc : pgcs) {
-    for (const PG_P& program : pgc.PG) {
-      for (const Cell_P& cell : program.Cell) {
-        if (!pgc.Removed && !program.Removed && !cell.Removed) {
-          visit(cell);
-        }
-      }
-    }
-  }
-}
-
-// Calls `visit` for each live cell of a domain.
-template <class Visit>
-void ForEachDomainCell(const VTS_P& entry, Domain domain, const Visit& visit) {
-  if (entry.Removed) {
-    return;
-  }
-  const auto units = [&visit](const auto& collection) {
-    for (const auto& unit : collection) {
-      if (!unit.Removed) {
-        ForEachCell(unit.PGC, visit);
-      }
-    }
-  };
-  if (domain == Domain::Menu) {
-    units(entry.Lang);
-  } else {
-    units(entry.Title);
-  }
-}
-
 AudioMapRow RowOf(const AudioStream& stream) {
   return {.Language = stream.Language,
           .SampleRate = stream.Traits.SampleRate,
@@ -97,7 +63,7 @@ struct SubKind {
   static bool CanMux(const SubtitleStream& stream) { return IsNumber(stream.StreamNumber, SubStreamCount); }
 };
 
-// Builds a map. `mark` is told of each live stream whether it is multiplexed. The answer follows the count
+// Builds a map. `mark` learns of each live stream whether it is multiplexed. The answer follows the count
 // of rows so far and not the stream's own row: players and old discs rely on this order.
 template <class Kind, class AnyTracks, class Mark>
 std::vector<typename Kind::Row> BuildMap(const TrackList& list, AnyTracks& tracks, const Mark& mark) {
@@ -110,10 +76,8 @@ std::vector<typename Kind::Row> BuildMap(const TrackList& list, AnyTracks& track
     if (!Kind::Has(track)) {
       continue;
     }
-    for (auto& stream : Kind::Streams(track)) {
-      if (stream.Removed) {
-        continue;
-      }
+    for (auto* listedStream : Live(Kind::Streams(track))) {
+      auto& stream = *listedStream;
       const auto hit = rowOfNumber.find(stream.StreamNumber);
       if (!firstTrack && hit != rowOfNumber.end()) {
         ++map[hit->second].UseCount;
@@ -154,16 +118,16 @@ void CarryLanguages(Streams& streams, const std::array<std::string, Count>& lang
 TrackList BuildTrackList(const VTS_P& entry, Domain domain, const Tracks& tracks) {
   TrackList list;
   std::vector<bool> listed(tracks.Count());
-  ForEachDomainCell(entry, domain, [&](const Cell_P& cell) {
-    if (!KnownTrack(cell, tracks)) {
-      return;
+  for (const Cell_P* cell : LiveCells(entry, domain)) {
+    if (!KnownTrack(*cell, tracks)) {
+      continue;
     }
-    const auto index = static_cast<std::size_t>(cell.SegmentUsed);
+    const auto index = static_cast<std::size_t>(cell->SegmentUsed);
     if (!listed[index]) {
       listed[index] = true;
-      list.push_back({cell.TrackName, index});
+      list.push_back({cell->TrackName, index});
     }
-  });
+  }
   return list;
 }
 
@@ -194,14 +158,13 @@ SubMap ViewSubMap(const TrackList& list, const Tracks& tracks) {
 std::vector<std::int32_t> GetSubStreamID(const Track& track) {
   std::vector<std::int32_t> free;
   std::array<bool, SubStreamCount> used{};
-  bool any = false;
-  for (const SubtitleStream& stream : track.SubStreams) {
-    any = any || !stream.Removed;
-    if (!stream.Removed && IsNumber(stream.StreamNumber, SubStreamCount)) {
-      used[static_cast<std::size_t>(stream.StreamNumber)] = true;
+  const auto streams = Live(track.SubStreams);
+  for (const SubtitleStream* stream : streams) {
+    if (IsNumber(stream->StreamNumber, SubStreamCount)) {
+      used[static_cast<std::size_t>(stream->StreamNumber)] = true;
     }
   }
-  for (std::size_t number = 0; any && number < SubStreamCount; ++number) {
+  for (std::size_t number = 0; !streams.empty() && number < SubStreamCount; ++number) {
     if (!used[number]) {
       free.push_back(static_cast<std::int32_t>(number));
     }
@@ -243,25 +206,27 @@ void CarryScriptExtensions(Project& project) {
   const auto owners = IndexScenes(project.Tracks);
   for (std::size_t number = 2; number <= project.Disc.Count(); ++number) {
     const VTS_P& set = *project.Disc.Item(number);
-    ForEachDomainCell(set, Domain::Title, [&](const Cell_P& cell) {
-      const auto owner = owners.find(cell.SceneUsed);
+    for (const Cell_P* cell : LiveCells(set, Domain::Title)) {
+      const auto owner = owners.find(cell->SceneUsed);
       if (owner != owners.end()) {
         CarryTo(project.Tracks[owner->second].SubStreams, set.SubExtension);
         CarryTo(project.Tracks[owner->second].AudioStreams, set.AudioExtension);
       }
-    });
+    }
   }
 }
 
 void CarryScriptLanguages(Tracks& tracks, const SceneIndex& scenes, const Title_P& title,
                           const ScriptLanguages& languages) {
-  ForEachCell(title.PGC, [&](const Cell_P& cell) {
-    const auto owner = scenes.find(cell.SceneUsed);
-    if (owner != scenes.end()) {
-      CarryLanguages(tracks[owner->second].AudioStreams, languages.Audio);
-      CarryLanguages(tracks[owner->second].SubStreams, languages.SubPicture);
+  for (const PGC_P* chain : Live(title.PGC)) {
+    for (const Cell_P* cell : LiveCells(*chain)) {
+      const auto owner = scenes.find(cell->SceneUsed);
+      if (owner != scenes.end()) {
+        CarryLanguages(tracks[owner->second].AudioStreams, languages.Audio);
+        CarryLanguages(tracks[owner->second].SubStreams, languages.SubPicture);
+      }
     }
-  });
+  }
 }
 
 void FillStreamDefaults(Tracks& tracks) {

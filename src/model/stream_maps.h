@@ -14,10 +14,9 @@
 
 #include "base/user_interface.h"
 #include "model/project.h"
+#include "model/walk.h"
 
 namespace quorvelant {
-
-enum class Domain { Menu, Title };
 
 // One track of a domain, in the order of first use. No empty rows: row 0 is the first track.
 struct TrackListRow {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "model/keys.h"
+#include "model/walk.h"
 
 namespace quorvelant {
 
@@ -61,7 +62,7 @@ void FillCell(Cell_P& cell, Track& track, const DiscUpdate& update) {
 template <class Stream>
 const Stream* LiveStream(const std::vector<Stream>& streams, std::int32_t number) {
   const auto found = std::find_if(streams.begin(), streams.end(), [number](const Stream& stream) {
-    return !stream.Removed && stream.StreamNumber == number;
+    return IsLive(stream) && stream.StreamNumber == number;
   });
   return found == streams.end() ? nullptr : &*found;
 }
@@ -100,16 +101,16 @@ std::string Differences(const AudioStream& source, const AudioStream& added) {
 template <class Stream>
 std::optional<Message> Compare(const std::vector<Stream>& source, const std::vector<Stream>& added,
                                std::string_view title, std::string_view head) {
-  for (const Stream& stream : source) {
-    if (stream.Removed || LiveStream(source, stream.StreamNumber) != &stream) {
+  for (const Stream* stream : Live(source)) {
+    if (LiveStream(source, stream->StreamNumber) != stream) {
       continue;
     }
-    const Stream* other = LiveStream(added, stream.StreamNumber);
-    const std::string differences = other == nullptr ? std::string() : Differences(stream, *other);
+    const Stream* other = LiveStream(added, stream->StreamNumber);
+    const std::string differences = other == nullptr ? std::string() : Differences(*stream, *other);
     if (!differences.empty()) {
       return Message{Severity::Error,
                      std::string(title),
-                     fmt::format("{}{}] for Stream ID {}", head, differences, stream.StreamNumber),
+                     fmt::format("{}{}] for Stream ID {}", head, differences, stream->StreamNumber),
                      {}};
     }
   }
@@ -162,12 +163,9 @@ std::optional<Message> CompareAudioStreams(const Track& source, const Track& add
 }
 
 const Track* FirstTrackOf(const PGC_P& pgc, const Tracks& tracks) {
-  for (const PG_P& program : pgc.PG) {
-    for (const Cell_P& cell : program.Cell) {
-      const bool live = !program.Removed && !cell.Removed && cell.SegmentUsed >= 0;
-      if (live && static_cast<std::size_t>(cell.SegmentUsed) < tracks.Count()) {
-        return &tracks[static_cast<std::size_t>(cell.SegmentUsed)];
-      }
+  for (const Cell_P* cell : LiveCells(pgc)) {
+    if (cell->SegmentUsed >= 0 && static_cast<std::size_t>(cell->SegmentUsed) < tracks.Count()) {
+      return &tracks[static_cast<std::size_t>(cell->SegmentUsed)];
     }
   }
   return nullptr;

@@ -6,7 +6,7 @@
 #include <array>
 #include <utility>
 
-#include "analysis/start_code_search.h"
+#include "disc/start_code_search.h"
 #include "mux/mux_fault.h"
 
 namespace quorvelant {

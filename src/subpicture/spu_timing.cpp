@@ -5,6 +5,7 @@
 
 #include "base/random.h"
 #include "base/timecode.h"
+#include "model/walk.h"
 
 namespace quorvelant {
 
@@ -86,31 +87,11 @@ std::vector<SPURecord> PrepareSPURecords(const SubtitleStream& stream, const std
 
 std::vector<bool> ScenesWithStillTime(const Project& project, std::size_t trackIndex) {
   std::vector<bool> holds(project.Tracks[trackIndex].Scenes.size());
-  const auto askChains = [&](const Collection<PGC_P>& chains) {
-    for (const PGC_P& pgc : chains) {
-      for (const PG_P& program : pgc.PG) {
-        for (const Cell_P& cell : program.Cell) {
-          const bool live = !pgc.Removed && !program.Removed && !cell.Removed;
-          if (live && cell.StillTime > 0 && cell.SegmentUsed == static_cast<std::int64_t>(trackIndex) &&
-              cell.pScene >= 0 && static_cast<std::size_t>(cell.pScene) < holds.size()) {
-            holds[static_cast<std::size_t>(cell.pScene)] = true;
-          }
-        }
-      }
-    }
-  };
-  for (const VTS_P& entry : project.Disc) {
-    if (entry.Removed) {
-      continue;
-    }
-    for (const Lang_P& language : entry.Lang) {
-      if (!language.Removed) {
-        askChains(language.PGC);
-      }
-    }
-    for (const Title_P& title : entry.Title) {
-      if (!title.Removed) {
-        askChains(title.PGC);
+  for (const auto& place : LivePgcs(project)) {
+    for (const Cell_P* cell : LiveCells(*place.Chain)) {
+      if (cell->StillTime > 0 && cell->SegmentUsed == static_cast<std::int64_t>(trackIndex) &&
+          cell->pScene >= 0 && static_cast<std::size_t>(cell->pScene) < holds.size()) {
+        holds[static_cast<std::size_t>(cell->pScene)] = true;
       }
     }
   }

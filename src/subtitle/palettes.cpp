@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "model/walk.h"
+
 namespace quorvelant {
 
 bool PaletteNameExists(const Project& project, std::string_view name) {
@@ -37,7 +39,7 @@ std::optional<std::string> AskAndAddPalette(Project& project, const PaletteColor
 
 bool UpdatePalette(Project& project, std::string_view name, const PaletteColors& colors) {
   const auto found = std::ranges::find_if(
-      project.Palettes, [&](const Palette_P& palette) { return !palette.Removed && palette.Name() == name; });
+      project.Palettes, [&](const Palette_P& palette) { return IsLive(palette) && palette.Name() == name; });
   if (found == project.Palettes.end()) {
     return false;
   }

@@ -16,55 +16,29 @@ namespace {
 
 constexpr std::size_t None = std::string_view::npos;
 
-// `text` ahead of and behind the first `mark`; all of it and nothing where there is none.
+// `text` before and after the first `mark`; all of it and nothing where there is none.
 std::pair<std::string_view, std::string_view> Cut(std::string_view text, char mark) {
   const std::size_t at = text.find(mark);
   return {text.substr(0, at), at == None ? text.substr(text.size()) : text.substr(at + 1)};
 }
 
-// The kind of the right side decides where its number goes.
-void ReadRightSide(ParsedCommand& command, std::string_view text) {
-  command.RightIsGprm = Contains(text, "gprm");
-  command.RightIsSprm = !command.RightIsGprm && Contains(text, "sprm");
-  command.RightIsNumber = !command.RightIsGprm && !command.RightIsSprm;
-  if (command.RightIsGprm) {
-    command.RightGprm = NumberWithout(text, "gprm");
-  } else if (command.RightIsSprm) {
-    command.RightSprm = NumberWithout(text, "sprm");
-  } else {
-    command.RightNumber = LeadingNumber(text);
-  }
-}
-
-// Reads the comparison up to the first ")" and gives what stands behind it, trimmed.
+// Reads the comparison up to the first ")" and gives what stands after it, trimmed.
 std::string_view ReadComparison(ParsedCommand& command, std::string_view text) {
   const auto [head, rest] = Cut(text, ')');
   std::string sides = Replace(head, "if", {});
   std::erase_if(sides, [](char c) { return c == '(' || c == '}' || c == ' '; });
-  command.HasCompare = true;
+  Comparison& compare = command.Compare.emplace();
   const auto* const op =
       std::find_if(CompareOperators.begin(), CompareOperators.end(),
                    [&sides](const CompareOperator& known) { return Contains(sides, known.Text); });
   if (op != CompareOperators.end()) {
     const std::vector<std::string_view> pieces = Split(sides, op->Text);
-    command.CompareOp = op->Text;
-    command.CompareLeft = NumberWithout(pieces[0], "gprm");
-    ReadRightSide(command, pieces[1]);
+    compare = {op->Operation, NumberWithout(pieces[0], "gprm"), ReadOperand(pieces[1])};
   }
   return Trim(rest);
 }
 
-TargetKind KindOfLink(std::string_view word) {
-  if (word == word::LinkPgcn) {
-    return TargetKind::LinkPgc;
-  }
-  if (word == word::LinkPtt) {
-    return TargetKind::LinkPart;
-  }
-  return word == word::LinkPgn ? TargetKind::LinkProgram : TargetKind::LinkCell;
-}
-
-// Reads the link behind a set: a sub-instruction or a named link. Anything else marks the form.
+// Reads the link after a set: a sub-instruction or a named link. Anything else marks the form.
 void ReadLinkPart(CommandForm& form, std::string_view whole, std::string_view link) {
   ButtonText parts = TakeButton(link);
   std::erase(parts.Rest, '}');
@@ -72,14 +46,13 @@ void ReadLinkPart(CommandForm& form, std::string_view whole, std::string_view li
     std::erase(parts.Rest, ',');
   }
   const std::string_view text = Trim(parts.Rest);
-  ParsedCommand& command = form.Command;
-  command.HasLink = true;
-  command.LinkButton = parts.Bits;
+  LinkTarget& target = form.Command.LinkAfterSet.emplace();
+  target.Button = parts.Number;
   const auto* const sub = std::find_if(SubInstructions.begin(), SubInstructions.end(),
                                        [text](const SubInstruction& known) { return known.Read == text; });
   if (sub != SubInstructions.end()) {
-    command.LinkSubCode = 1;
-    command.LinkTarget = sub->Code;
+    target.Kind = LinkKind::SubInstruction;
+    target.Number = sub->Code;
     return;
   }
   const auto* const named =
@@ -95,12 +68,12 @@ void ReadLinkPart(CommandForm& form, std::string_view whole, std::string_view li
   if (!meant) {
     form.Faults |= TextFault::NameTakenForWord;
   }
-  command.LinkSubCode = named->SubCode;
+  target.Kind = named->Kind;
   const auto begin = static_cast<std::size_t>(link.data() - whole.data());
   const std::string_view name = text.substr(text.find(named->Name) + named->Name.size());
   const std::size_t last = link.substr(0, parts.NameEnd).find_last_not_of(" ,}");
   const std::size_t end = last == None ? 0 : last + 1;
-  form.Link = CommandReference{KindOfLink(named->Name), std::string(Trim(name)),
+  form.Link = CommandReference{TargetOf(named->Kind), std::string(Trim(name)),
                                begin + std::min(link.find(named->Name), end), begin + end};
 }
 
@@ -111,15 +84,15 @@ void ReadCompound(CommandForm& form, std::string_view text, std::string_view com
   std::string_view set;
   std::string_view link;
   if (!compact.starts_with("if(")) {
-    command.Name = word::Type3v1;
+    command.What = Instruction::SetCompareLink;
     std::tie(set, link) = Cut(text, ';');
     link = ReadComparison(command, link);
   } else if (compact.ends_with(')')) {
-    command.Name = word::Type3v2;
+    command.What = Instruction::CompareSetAndLink;
     std::tie(set, link) = Cut(text, ';');
     set = ReadComparison(command, set);
   } else {
-    command.Name = word::Type3v3;
+    command.What = Instruction::CompareSetThenLink;
     std::tie(set, link) = Cut(ReadComparison(command, text), ')');
   }
   const std::size_t first = set.find_first_not_of(" (");
@@ -142,7 +115,7 @@ void ReadShapes(CommandForm& form) {
     std::string brackets = form.Lowered;
     std::replace(brackets.begin(), brackets.end(), '{', '(');
     std::replace(brackets.begin(), brackets.end(), '}', ')');
-    // The shape test looks for "if(" as it was written, ahead of the exchange of brackets.
+    // The shape test looks for "if(" as it was written, before the exchange of brackets.
     if (Contains(NameKey(text), "if(")) {
       ReadCompound(form, brackets, NameKey(brackets));
       return;
@@ -156,69 +129,72 @@ void ReadShapes(CommandForm& form) {
     ReadCoreCommand(form, text, text);
     return;
   }
-  auto [core, behind] = Cut(text, ';');
+  auto [core, rest] = Cut(text, ';');
   core.remove_prefix(std::min(core.find_first_not_of(" {"), core.size()));
   ReadCoreCommand(form, text, core);
-  ReadLinkPart(form, text, Cut(behind, ';').first);
+  ReadLinkPart(form, text, Cut(rest, ';').first);
 }
 
 bool IsCompound(const ParsedCommand& c) {
-  return c.Name == word::Type3v1 || c.Name == word::Type3v2 || c.Name == word::Type3v3;
+  return c.What == Instruction::SetCompareLink || c.What == Instruction::CompareSetAndLink ||
+         c.What == Instruction::CompareSetThenLink;
 }
 
 // Jumps, calls and system sets compare with registers only, and so do the later compounds with a number
 // as their source.
 bool ComparesRegistersOnly(const ParsedCommand& c) {
-  constexpr std::array RegisterWords{
-      word::Exit,     word::JumpTt,          word::JumpVtsTt,  word::JumpVtsPtt,
-      word::JumpSsFp, word::JumpSsTitleMenu, word::JumpSs,     word::JumpSsVmgm,
-      word::CallSsFp, word::CallSsTitleMenu, word::CallSsVtsm, word::CallSsVmgm,
-      word::SetStn,   word::SetNvtmr,        word::SetGprmMd,  word::SetAmxmd,
-      word::SetHlBtnn};
-  if (c.Name == word::Type3v2 || c.Name == word::Type3v3) {
-    return c.SourceIsNumber;
+  if (c.What == Instruction::CompareSetAndLink || c.What == Instruction::CompareSetThenLink) {
+    return c.Source.Is(OperandKind::Number);
   }
-  return std::find(RegisterWords.begin(), RegisterWords.end(), c.Name) != RegisterWords.end();
+  return c.What >= Instruction::Exit && c.What <= Instruction::SetHlBtnn;
+}
+
+bool BeyondRegisters(std::int32_t number, std::int32_t count) {
+  return number < 0 || number >= count;
+}
+
+constexpr std::int32_t GeneralRegisters = 16;
+constexpr std::int32_t SystemRegisters = 24;
+
+bool BeyondRegisters(const Operand& operand) {
+  return (operand.Is(OperandKind::Gprm) && BeyondRegisters(operand.Number, GeneralRegisters)) ||
+         (operand.Is(OperandKind::Sprm) && BeyondRegisters(operand.Number, SystemRegisters));
+}
+
+// Players find a register in the byte of every stream that is set, also in that of a number among registers.
+// The code just below the first, of number -1, says that the stream is left alone.
+bool BeyondRegisters(const Operand& stream, std::int32_t firstCode) {
+  const std::int32_t code = StreamCode(stream, firstCode);
+  return !stream.Is(OperandKind::None) && code != firstCode - 1 &&
+         BeyondRegisters(code - FirstRegisterCode, GeneralRegisters);
 }
 
 bool BeyondRegisters(const ParsedCommand& c) {
-  constexpr std::int32_t GeneralRegisters = 16;
-  constexpr std::int32_t SystemRegisters = 24;
-  const auto beyond = [](bool used, std::int32_t number, std::int32_t count) {
-    return used && (number < 0 || number >= count);
-  };
-  const bool sets = c.SetOp != 0;
-  const bool mode = c.Name == word::SetGprmMd;
-  return beyond(c.HasCompare, c.CompareLeft, GeneralRegisters) ||
-         beyond(c.RightIsGprm, c.RightGprm, GeneralRegisters) ||
-         beyond(c.RightIsSprm, c.RightSprm, SystemRegisters) || beyond(sets, c.SetDest, GeneralRegisters) ||
-         beyond(sets && c.SourceIsGprm, c.SetSource, GeneralRegisters) ||
-         beyond(sets && c.SourceIsSprm, c.SetSource, SystemRegisters) ||
-         beyond(mode || (c.Name == word::SetNvtmr && c.ValueIsGprm), c.FirstValue, GeneralRegisters) ||
-         beyond(mode && c.ValueIsGprm, c.SecondValue, GeneralRegisters) ||
-         beyond(c.Name == word::SetAmxmd && c.ValueIsGprm, c.ChannelMix1, GeneralRegisters) ||
-         beyond(c.ButtonByGprm, c.ButtonBits, GeneralRegisters) ||
-         beyond(c.StreamByGprm && c.AudioValue != 0, c.AudioValue - 2, GeneralRegisters) ||
-         beyond(c.StreamByGprm && c.SubpictureValue != 0, c.SubpictureValue - 2, GeneralRegisters) ||
-         beyond(c.StreamByGprm && c.AngleValue != 0, c.AngleValue - 1, GeneralRegisters);
+  return (c.Compare &&
+          (BeyondRegisters(c.Compare->LeftGprm, GeneralRegisters) || BeyondRegisters(c.Compare->Right))) ||
+         BeyondRegisters(c.Destination, GeneralRegisters) || BeyondRegisters(c.Source) ||
+         (c.StreamsByRegister &&
+          (BeyondRegisters(c.Audio, FirstAudioCode) || BeyondRegisters(c.Subpicture, FirstSubpictureCode) ||
+           BeyondRegisters(c.Angle, FirstAngleCode)));
 }
 
 TextFault FaultsOf(const CommandForm& form) {
   const ParsedCommand& c = form.Command;
   TextFault faults = form.Faults;
-  if (c.Name.empty()) {
+  if (c.What == Instruction::None) {
     return TextFault::UnknownText;
   }
-  if (c.HasCompare && c.CompareOp.empty()) {
+  if (c.Compare && c.Compare->Operation == CompareOperation::None) {
     faults |= TextFault::NoOperator;
-  } else if (c.HasCompare && c.RightIsNumber && ComparesRegistersOnly(c)) {
+  } else if (c.Compare && c.Compare->Right.Is(OperandKind::Number) && ComparesRegistersOnly(c)) {
     faults |= TextFault::NumberNotComparable;
   }
   if (IsCompound(c)) {
     if (form.Link) {
       faults |= TextFault::LinkNotCarried;
     }
-    if (c.Name == word::Type3v1 && c.SetOp != 0 && c.CompareLeft != c.SetDest) {
+    if (c.What == Instruction::SetCompareLink && c.Operation != Arithmetic::None &&
+        c.Compare->LeftGprm != c.Destination) {
       faults |= TextFault::LeftNotTheSetRegister;
     }
   }

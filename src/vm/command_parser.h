@@ -10,7 +10,7 @@
 
 namespace quorvelant {
 
-// What a name behind a command word denotes, and so where it is looked for.
+// What a name after a command word denotes, and so where it is looked for.
 enum class TargetKind {
   LinkPgc,
   LinkProgram,
@@ -23,6 +23,20 @@ enum class TargetKind {
   ResumeCell,
   TimerPgc
 };
+
+// What the target of a link is, of a kind that names one.
+constexpr TargetKind TargetOf(LinkKind kind) {
+  switch (kind) {
+    case LinkKind::Pgc:
+      return TargetKind::LinkPgc;
+    case LinkKind::Part:
+      return TargetKind::LinkPart;
+    case LinkKind::Program:
+      return TargetKind::LinkProgram;
+    default:
+      return TargetKind::LinkCell;
+  }
+}
 
 // A name in the text that must become a number.
 struct CommandReference {
@@ -45,7 +59,7 @@ enum class TextFault : unsigned {
   MixedStreamValues = 1U << 6U,      // SetSTN takes registers or numbers, not both
   NoSetInCompound = 1U << 7U,        // a compound command sets registers only
   UnknownMenu = 1U << 9U,            // a title set's menu that there is not
-  UnknownLink = 1U << 10U,           // no link behind the set: the command cannot be resolved
+  UnknownLink = 1U << 10U,           // no link after the set: the command cannot be resolved
   RegisterBeyondRange = 1U << 8U,    // GPRM0 to GPRM15, SPRM0 to SPRM23
 };
 constexpr TextFault operator|(TextFault a, TextFault b) {
@@ -68,8 +82,8 @@ struct CommandForm {
   TextFault Faults = TextFault::None;
 };
 
-// Reads any bytes. An empty text is a no-operation with an empty `Name`; so is, with a fault, a text
-// that is no command. The tests go by "holds" in a fixed order, which is part of the language.
+// Reads any bytes. An empty text is no instruction, which encodes as a no-operation; so is, with a fault, a
+// text that is no command. The tests go by "holds" in a fixed order, which is part of the language.
 CommandForm ParseCommand(std::string_view text);
 
 }  // namespace quorvelant

@@ -5,9 +5,11 @@
 #include <cstdint>
 #include <string_view>
 
+#include "vm/parsed_command.h"
+
 namespace quorvelant {
 
-// What `ParsedCommand::Name` may hold.
+// The words by which a command is known, in lower case.
 namespace word {
 inline constexpr std::string_view Nop = "nop";
 inline constexpr std::string_view GoTo = "goto";
@@ -25,67 +27,62 @@ inline constexpr std::string_view JumpVtsPtt = "jumpvts_ptt";
 inline constexpr std::string_view JumpSsFp = "jumpss fp";
 inline constexpr std::string_view JumpSsTitleMenu = "jumpss titlemenu";
 inline constexpr std::string_view JumpSs = "jumpss";
-inline constexpr std::string_view JumpSsVmgm = "jumpss vmgm";
 inline constexpr std::string_view CallSs = "callss";
-inline constexpr std::string_view CallSsFp = "callss fp_dom";
-inline constexpr std::string_view CallSsTitleMenu = "callss titlemenu";
-inline constexpr std::string_view CallSsVtsm = "callss vtsm";
-inline constexpr std::string_view CallSsVmgm = "callss vmgm";
 inline constexpr std::string_view SetStn = "setstn";
 inline constexpr std::string_view SetNvtmr = "setnvtmr nv_tmr";
 inline constexpr std::string_view SetGprmMd = "setgprmmd";
 inline constexpr std::string_view SetAmxmd = "setamxmd";
 inline constexpr std::string_view SetHlBtnn = "sethl_btnn";
-inline constexpr std::string_view Set = "set";
-inline constexpr std::string_view Type3v1 = "type3v1";
-inline constexpr std::string_view Type3v2 = "type3v2";
-inline constexpr std::string_view Type3v3 = "type3v3";
 }  // namespace word
 
-// A link sub-instruction: as it is read, as it is kept, as it is shown, and its code on the disc.
+// A link sub-instruction: as it is read, as it is shown, and its code on the disc.
 struct SubInstruction {
   std::string_view Read;
-  std::string_view Name;
   std::string_view Shown;
   std::int32_t Code;
 };
 inline constexpr std::array SubInstructions{
-    SubInstruction{"linknolink", "linknolink", "LinkNoLink", 0},
-    SubInstruction{"linktopc", "linktopcell", "LinkTopC", 1},
-    SubInstruction{"linknextc", "linknextcell", "LinkNextC", 2},
-    SubInstruction{"linkprevc", "linkprevcell", "LinkPrevC", 3},
-    SubInstruction{"linktoppg", "linktoppg", "LinkTopPG", 5},
-    SubInstruction{"linknextpg", "linknextpg", "LinkNextPG", 6},
-    SubInstruction{"linkprevpg", "linkprevpg", "LinkPrevPG", 7},
-    SubInstruction{"linktoppgc", "linktoppgc", "LinkTopPGC", 9},
-    SubInstruction{"linknextpgc", "linknextpgc", "LinkNextPGC", 10},
-    SubInstruction{"linkprevpgc", "linkprevpgc", "LinkPrevPGC", 11},
-    SubInstruction{"linkgouppgc", "linkgouppgc", "LinkGoUpPGC", 12},
-    SubInstruction{"linktailpgc", "linktailpgc", "LinkTailPGC", 13},
-    SubInstruction{"rsm", "rsm", "RSM", 16},
+    SubInstruction{"linknolink", "LinkNoLink", 0},
+    SubInstruction{"linktopc", "LinkTopC", 1},
+    SubInstruction{"linknextc", "LinkNextC", 2},
+    SubInstruction{"linkprevc", "LinkPrevC", 3},
+    SubInstruction{"linktoppg", "LinkTopPG", 5},
+    SubInstruction{"linknextpg", "LinkNextPG", 6},
+    SubInstruction{"linkprevpg", "LinkPrevPG", 7},
+    SubInstruction{"linktoppgc", "LinkTopPGC", 9},
+    SubInstruction{"linknextpgc", "LinkNextPGC", 10},
+    SubInstruction{"linkprevpgc", "LinkPrevPGC", 11},
+    SubInstruction{"linkgouppgc", "LinkGoUpPGC", 12},
+    SubInstruction{"linktailpgc", "LinkTailPGC", 13},
+    SubInstruction{word::Rsm, "RSM", 16},
 };
 
-// The links that name their target, with the sub-code of each.
+// The links that name their target.
 struct NamedLink {
   std::string_view Name;
   std::string_view Shown;
-  std::int32_t SubCode;
+  LinkKind Kind;
 };
 inline constexpr std::array NamedLinks{
-    NamedLink{word::LinkPgcn, "LinkPGCN", 4},
-    NamedLink{word::LinkPtt, "LinkPTT", 5},
-    NamedLink{word::LinkPgn, "LinkPGN", 6},
-    NamedLink{word::LinkCn, "LinkCN", 7},
+    NamedLink{word::LinkPgcn, "LinkPGCN", LinkKind::Pgc},
+    NamedLink{word::LinkPtt, "LinkPTT", LinkKind::Part},
+    NamedLink{word::LinkPgn, "LinkPGN", LinkKind::Program},
+    NamedLink{word::LinkCn, "LinkCN", LinkKind::Cell},
 };
 
-// Comparison operators in the order in which they are searched, with their codes.
+// Comparison operators in the order in which they are searched.
 struct CompareOperator {
   std::string_view Text;
-  std::uint32_t Code;
+  CompareOperation Operation;
 };
 inline constexpr std::array CompareOperators{
-    CompareOperator{"&", 1}, CompareOperator{"==", 2}, CompareOperator{"!=", 3}, CompareOperator{">=", 4},
-    CompareOperator{">", 5}, CompareOperator{"<=", 6}, CompareOperator{"<", 7},
+    CompareOperator{"&", CompareOperation::AnyBit},
+    CompareOperator{"==", CompareOperation::Equal},
+    CompareOperator{"!=", CompareOperation::NotEqual},
+    CompareOperator{">=", CompareOperation::GreaterOrEqual},
+    CompareOperator{">", CompareOperation::Greater},
+    CompareOperator{"<=", CompareOperation::LessOrEqual},
+    CompareOperator{"<", CompareOperation::Less},
 };
 
 // Arithmetic words; entry i has code i + 1.
@@ -104,10 +101,20 @@ inline constexpr std::array MenuWords{
     MenuWord{"ptt_menu", "PTT_Menu"},
 };
 
-// A system register stands behind the general ones where a byte may hold either.
+// A system register stands after the general ones where a byte may hold either.
 inline constexpr std::int32_t SystemRegisterBase = 128;
-// The dummy subpicture stream, as SetSTN keeps it.
-inline constexpr std::int32_t DummySubpicture = 255;
+// The number that "63 Dummy" reads as in SetSTN. No disc has a stream of this number.
+inline constexpr std::int32_t DummySubpicture = 254;
+// What a byte of SetSTN holds: codes count up from the one of stream 0, those of registers from the one of
+// GPRM0. A code below the first leaves the stream alone.
+inline constexpr std::int32_t FirstAudioCode = 127;
+inline constexpr std::int32_t FirstSubpictureCode = 127;
+inline constexpr std::int32_t FirstAngleCode = 128;
+inline constexpr std::int32_t FirstRegisterCode = 128;
+constexpr std::int32_t StreamCode(const Operand& stream, std::int32_t first) {
+  return stream.Number + (stream.Is(OperandKind::Gprm) ? FirstRegisterCode : first);
+}
+
 // The button number stands in the upper six bits of its byte.
 inline constexpr std::int32_t ButtonUnit = 4;
 

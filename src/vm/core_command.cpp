@@ -30,7 +30,7 @@ struct CoreText {
   std::string_view Word;
 
   ParsedCommand& Command() const { return Form.Command; }
-  std::string_view Behind() const { return Trim(Text.substr(Text.find(Word) + Word.size())); }
+  std::string_view After() const { return Trim(Text.substr(Text.find(Word) + Word.size())); }
   std::string Removed() const { return std::string(Trim(Without(Text, Word))); }
   void Refer(TargetKind kind, std::string_view name) const {
     Form.Target = CommandReference{kind, std::string(Trim(name)), WordAt, End};
@@ -42,27 +42,40 @@ enum class Test { Holds, Equals };
 struct WordRow {
   Test How;
   std::string_view Word;
+  Instruction What;
   void (*Read)(const CoreText&);
 };
 
 void ReadPlain(const CoreText&) {}
 
 void ReadGoTo(const CoreText& t) {
-  t.Command().GotoLine = LeadingNumber(NameKey(t.Behind()));
+  t.Command().Line = LeadingNumber(NameKey(t.After()));
 }
 
 void ReadSubInstruction(const CoreText& t) {
   const auto* const sub = std::find_if(SubInstructions.begin(), SubInstructions.end(),
                                        [&t](const SubInstruction& known) { return known.Read == t.Word; });
-  t.Command().Name = sub->Name;
+  t.Command().Link.Kind = LinkKind::SubInstruction;
+  t.Command().Link.Number = sub->Code;
 }
 
 template <TargetKind Kind>
 void ReadNamed(const CoreText& t) {
-  t.Refer(Kind, t.Behind());
+  t.Refer(Kind, t.After());
+}
+
+template <LinkKind Kind>
+void ReadLink(const CoreText& t) {
+  t.Command().Link.Kind = Kind;
+  t.Refer(TargetOf(Kind), t.After());
+}
+
+void ReadJumpToTitleMenu(const CoreText& t) {
+  t.Command().Space = SystemSpace::TitleMenu;
 }
 
 void ReadJumpToFirstPlay(const CoreText& t) {
+  t.Command().Space = SystemSpace::FirstPlay;
   if (t.Text != word::JumpSsFp && t.Text != "jumpss fp_dom") {
     t.Form.Faults |= TextFault::NameTakenForWord;
   }
@@ -86,14 +99,15 @@ void ReadJumpSs(const CoreText& t) {
   }
   if (Contains(rest, "vts_ttn_")) {
     const std::vector<std::string_view> pieces = Split(rest, ",");
-    t.Command().VtsNumber = NumberWithout(pieces[0], "vts_");
-    t.Command().TitleNumber = pieces.size() > 1 ? NumberWithout(pieces[1], "vts_ttn_") : 0;
+    t.Command().Space = SystemSpace::SetMenu;
+    t.Command().TitleSet = NumberWithout(pieces[0], "vts_");
+    t.Command().Title = pieces.size() > 1 ? NumberWithout(pieces[1], "vts_ttn_") : 0;
     if (t.Command().MenuId == 0) {
       t.Form.Faults |= TextFault::UnknownMenu;
     }
     return;
   }
-  t.Command().Name = word::JumpSsVmgm;
+  t.Command().Space = SystemSpace::VmgPgc;
   t.Refer(TargetKind::VmgPgc, rest);
   t.Form.Target->Begin = std::min(t.WordAt + t.Word.size(), t.End);
 }
@@ -103,21 +117,21 @@ std::string_view CallTargetWord(ParsedCommand& command, std::string_view text) {
   constexpr std::string_view FirstPlay = "fp_dom";
   constexpr std::string_view TitleMenu = "titlemenu";
   if (Contains(text, FirstPlay)) {
-    command.Name = word::CallSsFp;
+    command.Space = SystemSpace::FirstPlay;
     return FirstPlay;
   }
   if (Contains(text, TitleMenu)) {
-    command.Name = word::CallSsTitleMenu;
+    command.Space = SystemSpace::TitleMenu;
     return TitleMenu;
   }
   for (const std::string_view menu : {"rootmenu", "audiomenu", "anglemenu", "ptt_menu", "sub-picturemenu"}) {
     if (Contains(text, menu)) {
-      command.Name = word::CallSsVtsm;
+      command.Space = SystemSpace::SetMenu;
       command.MenuId = MenuIdOf(menu);
       return menu;
     }
   }
-  command.Name = word::CallSsVmgm;
+  command.Space = SystemSpace::VmgPgc;
   return {};
 }
 
@@ -146,45 +160,44 @@ void ReadCallSs(const CoreText& t) {
   }
 }
 
-// One operand of SetSTN. A register counts `registerBase` up, a number one.
-std::int32_t StreamValue(const CoreText& t, std::string_view text, std::int32_t registerBase) {
-  constexpr std::int32_t Most = 1 << 24;
-  if (Contains(text, Gprm)) {
-    t.Command().StreamByGprm = true;
-    return std::min(NumberWithout(text, Gprm), Most) + registerBase;
-  }
-  return std::min(LeadingNumber(text), Most) + 1;
+// One operand of SetSTN.
+Operand ReadStream(const CoreText& t, std::string_view text) {
+  constexpr std::int32_t Most = 1 << 24;  // which leaves room for codes above it
+  Operand stream = ReadGeneralOperand(text);
+  stream.Number = std::min(stream.Number, Most);
+  t.Command().StreamsByRegister = t.Command().StreamsByRegister || stream.Is(OperandKind::Gprm);
+  return stream;
 }
 
 // Reads what one piece of SetSTN says of the subpicture stream.
 void ReadSubpicture(const CoreText& t, std::string_view piece, std::string_view value) {
   const std::size_t colon = piece.find(':');
   t.Command().SubpictureOn = colon == std::string_view::npos || Contains(piece.substr(colon), "on");
-  t.Command().SubpictureValue =
-      Contains(piece, "dummy") ? DummySubpicture
-                               : StreamValue(t, value.substr(0, std::min(value.find(':'), value.size())), 2);
+  t.Command().Subpicture = Contains(piece, "dummy")
+                               ? Operand{OperandKind::Number, DummySubpicture}
+                               : ReadStream(t, value.substr(0, std::min(value.find(':'), value.size())));
 }
 
 void ReadSetStn(const CoreText& t) {
   const std::string text = t.Removed();
   std::size_t operands = 0;
   std::size_t registers = 0;
-  const auto behind = [&](std::string_view piece, std::string_view word) {
+  const auto after = [&](std::string_view piece, std::string_view word) {
     ++operands;
     registers += Contains(piece, Gprm) ? 1U : 0U;
     return piece.substr(piece.find(word) + word.size());
   };
   for (const std::string_view piece : Split(text, ",")) {
     if (Contains(piece, "audio=")) {
-      const std::string_view value = behind(piece, "audio=");
-      constexpr std::int32_t NoAudio = 17;
-      t.Command().AudioValue = Contains(piece, "16:none") ? NoAudio : StreamValue(t, value, 2);
+      constexpr Operand NoAudio{OperandKind::Number, 16};
+      const std::string_view value = after(piece, "audio=");
+      t.Command().Audio = Contains(piece, "16:none") ? NoAudio : ReadStream(t, value);
     }
     if (Contains(piece, "angle=")) {
-      t.Command().AngleValue = StreamValue(t, behind(piece, "angle="), 1);
+      t.Command().Angle = ReadStream(t, after(piece, "angle="));
     }
     if (Contains(piece, "subpicture=")) {
-      ReadSubpicture(t, piece, behind(piece, "subpicture="));
+      ReadSubpicture(t, piece, after(piece, "subpicture="));
     }
   }
   if (registers > 0 && registers < operands) {
@@ -195,8 +208,7 @@ void ReadSetStn(const CoreText& t) {
 void ReadSetNvtmr(const CoreText& t) {
   const std::string text = Without(t.Text, "setnvtmr nv_tmr=");
   const std::vector<std::string_view> pieces = Split(text, ",");
-  t.Command().ValueIsGprm = Contains(pieces[0], Gprm);
-  t.Command().FirstValue = NumberWithout(pieces[0], Gprm);
+  t.Command().Source = ReadGeneralOperand(pieces[0]);
   t.Refer(TargetKind::TimerPgc, pieces.size() > 1 ? Without(pieces[1], "tt_pgcn=") : std::string());
   t.Form.Target->Begin = t.Form.Target->End = 0;
 }
@@ -207,10 +219,9 @@ void ReadSetGprmMd(const CoreText& t) {
   t.Command().RegisterMode = Contains(removed, RegisterWord);
   const std::string text = Without(Without(removed, RegisterWord), "countermode");
   const std::vector<std::string_view> sides = Split(text, "=");
-  t.Command().FirstValue = NumberWithout(sides[0], Gprm);
+  t.Command().Destination = NumberWithout(sides[0], Gprm);
   if (sides.size() > 1) {
-    t.Command().ValueIsGprm = Contains(sides[1], Gprm);
-    t.Command().SecondValue = NumberWithout(sides[1], Gprm);
+    t.Command().Source = ReadGeneralOperand(sides[1]);
   }
 }
 
@@ -227,66 +238,63 @@ std::int32_t ChannelMix(std::string_view side) {
 void ReadSetAmxmd(const CoreText& t) {
   std::string text = t.Removed();
   if (Contains(text, Gprm)) {
-    t.Command().ValueIsGprm = true;
-    t.Command().ChannelMix1 = NumberWithout(text, Gprm);
+    t.Command().Source = ReadGeneralOperand(text);
     return;
   }
   std::erase_if(text, [](char c) { return c == '(' || c == ')' || c == ':'; });
   const std::vector<std::string_view> sides = Split(text, "ach1");
-  t.Command().ChannelMix0 = ChannelMix(sides[0]);
-  t.Command().ChannelMix1 = sides.size() > 1 ? ChannelMix(sides[1]) : 0;
+  t.Command().ChannelMix = {ChannelMix(sides[0]), sides.size() > 1 ? ChannelMix(sides[1]) : 0};
 }
 
 void ReadSetHlBtnn(const CoreText& t) {
   const std::string text = Without(Without(t.Removed(), "hl_bttn="), "hl_btnn=");
-  t.Command().ButtonByGprm = Contains(text, Gprm);
-  t.Command().ButtonBits = NumberWithout(text, Gprm);
+  t.Command().Source = ReadGeneralOperand(text);
 }
 
 void ReadSetTmpPml(const CoreText& t) {
   const std::string text = NameKey(t.Removed());
   const std::vector<std::string_view> pieces = Split(text, "command");
   t.Command().ParentalLevel = NumberWithout(pieces[0], "parental:");
-  t.Command().GotoLine = pieces.size() > 1 ? NumberWithout(pieces[1], ":") : 0;
+  t.Command().Line = pieces.size() > 1 ? NumberWithout(pieces[1], ":") : 0;
 }
 
 // The words in the order of their tests. The order is part of the language: a name that holds a word
 // standing further up is taken for that word.
 constexpr std::array WordRows{
-    WordRow{Test::Holds, word::Nop, ReadPlain},
-    WordRow{Test::Holds, word::GoTo, ReadGoTo},
-    WordRow{Test::Holds, word::Break, ReadPlain},
-    WordRow{Test::Holds, word::Exit, ReadPlain},
-    WordRow{Test::Equals, "linknolink", ReadSubInstruction},
-    WordRow{Test::Equals, "linktopc", ReadSubInstruction},
-    WordRow{Test::Equals, "linknextc", ReadSubInstruction},
-    WordRow{Test::Equals, "linkprevc", ReadSubInstruction},
-    WordRow{Test::Equals, "linktoppg", ReadSubInstruction},
-    WordRow{Test::Equals, "linknextpg", ReadSubInstruction},
-    WordRow{Test::Equals, "linkprevpg", ReadSubInstruction},
-    WordRow{Test::Equals, "linknextpgc", ReadSubInstruction},
-    WordRow{Test::Equals, "linktoppgc", ReadSubInstruction},
-    WordRow{Test::Equals, "linkprevpgc", ReadSubInstruction},
-    WordRow{Test::Equals, "linkgouppgc", ReadSubInstruction},
-    WordRow{Test::Equals, "linktailpgc", ReadSubInstruction},
-    WordRow{Test::Holds, word::LinkPgcn, ReadNamed<TargetKind::LinkPgc>},
-    WordRow{Test::Holds, word::LinkPtt, ReadNamed<TargetKind::LinkPart>},
-    WordRow{Test::Holds, word::LinkPgn, ReadNamed<TargetKind::LinkProgram>},
-    WordRow{Test::Holds, word::LinkCn, ReadNamed<TargetKind::LinkCell>},
-    WordRow{Test::Holds, word::JumpTt, ReadNamed<TargetKind::JumpTitle>},
-    WordRow{Test::Holds, word::JumpVtsTt, ReadNamed<TargetKind::JumpSetTitle>},
-    WordRow{Test::Holds, word::JumpVtsPtt, ReadNamed<TargetKind::JumpSetPart>},
-    WordRow{Test::Holds, word::JumpSsFp, ReadJumpToFirstPlay},
-    WordRow{Test::Equals, word::JumpSsTitleMenu, ReadPlain},
-    WordRow{Test::Holds, word::JumpSs, ReadJumpSs},
-    WordRow{Test::Holds, word::CallSs, ReadCallSs},
-    WordRow{Test::Holds, word::Rsm, ReadPlain},
-    WordRow{Test::Holds, word::SetStn, ReadSetStn},
-    WordRow{Test::Holds, word::SetNvtmr, ReadSetNvtmr},
-    WordRow{Test::Holds, word::SetGprmMd, ReadSetGprmMd},
-    WordRow{Test::Holds, word::SetAmxmd, ReadSetAmxmd},
-    WordRow{Test::Holds, word::SetHlBtnn, ReadSetHlBtnn},
-    WordRow{Test::Holds, word::SetTmpPml, ReadSetTmpPml},
+    WordRow{Test::Holds, word::Nop, Instruction::Nop, ReadPlain},
+    WordRow{Test::Holds, word::GoTo, Instruction::GoTo, ReadGoTo},
+    WordRow{Test::Holds, word::Break, Instruction::Break, ReadPlain},
+    WordRow{Test::Holds, word::Exit, Instruction::Exit, ReadPlain},
+    WordRow{Test::Equals, "linknolink", Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Equals, "linktopc", Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Equals, "linknextc", Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Equals, "linkprevc", Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Equals, "linktoppg", Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Equals, "linknextpg", Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Equals, "linkprevpg", Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Equals, "linknextpgc", Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Equals, "linktoppgc", Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Equals, "linkprevpgc", Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Equals, "linkgouppgc", Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Equals, "linktailpgc", Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Holds, word::LinkPgcn, Instruction::Link, ReadLink<LinkKind::Pgc>},
+    WordRow{Test::Holds, word::LinkPtt, Instruction::Link, ReadLink<LinkKind::Part>},
+    WordRow{Test::Holds, word::LinkPgn, Instruction::Link, ReadLink<LinkKind::Program>},
+    WordRow{Test::Holds, word::LinkCn, Instruction::Link, ReadLink<LinkKind::Cell>},
+    WordRow{Test::Holds, word::JumpTt, Instruction::JumpTt, ReadNamed<TargetKind::JumpTitle>},
+    WordRow{Test::Holds, word::JumpVtsTt, Instruction::JumpVtsTt, ReadNamed<TargetKind::JumpSetTitle>},
+    WordRow{Test::Holds, word::JumpVtsPtt, Instruction::JumpVtsPtt, ReadNamed<TargetKind::JumpSetPart>},
+    WordRow{Test::Holds, word::JumpSsFp, Instruction::JumpSs, ReadJumpToFirstPlay},
+    WordRow{Test::Equals, word::JumpSsTitleMenu, Instruction::JumpSs, ReadJumpToTitleMenu},
+    WordRow{Test::Holds, word::JumpSs, Instruction::JumpSs, ReadJumpSs},
+    WordRow{Test::Holds, word::CallSs, Instruction::CallSs, ReadCallSs},
+    WordRow{Test::Holds, word::Rsm, Instruction::Link, ReadSubInstruction},
+    WordRow{Test::Holds, word::SetStn, Instruction::SetStn, ReadSetStn},
+    WordRow{Test::Holds, word::SetNvtmr, Instruction::SetNvtmr, ReadSetNvtmr},
+    WordRow{Test::Holds, word::SetGprmMd, Instruction::SetGprmMd, ReadSetGprmMd},
+    WordRow{Test::Holds, word::SetAmxmd, Instruction::SetAmxmd, ReadSetAmxmd},
+    WordRow{Test::Holds, word::SetHlBtnn, Instruction::SetHlBtnn, ReadSetHlBtnn},
+    WordRow{Test::Holds, word::SetTmpPml, Instruction::SetTmpPml, ReadSetTmpPml},
 };
 
 bool Matches(const WordRow& row, std::string_view text) {
@@ -321,8 +329,7 @@ ButtonText TakeButton(std::string_view text) {
   result.Rest = head;
   if (at != std::string_view::npos) {
     std::string_view tail = text.substr(at + ButtonWord.size());
-    const auto number = static_cast<std::uint32_t>(LeadingNumber(tail));
-    result.Bits = static_cast<std::int32_t>(number * ButtonUnit);
+    result.Number = LeadingNumber(tail);
     tail.remove_prefix(std::min(tail.find_first_not_of(" +-"), tail.size()));
     tail.remove_prefix(std::min(tail.find_first_not_of("0123456789"), tail.size()));
     result.Rest.append(tail);
@@ -337,35 +344,41 @@ std::int32_t NumberWithout(std::string_view text, std::string_view word) {
   return at == std::string_view::npos ? LeadingNumber(text) : LeadingNumber(Without(text, word));
 }
 
+Operand ReadGeneralOperand(std::string_view text) {
+  return {Contains(text, Gprm) ? OperandKind::Gprm : OperandKind::Number, NumberWithout(text, Gprm)};
+}
+
+Operand ReadOperand(std::string_view text) {
+  return !Contains(text, Gprm) && Contains(text, Sprm) ? Operand{OperandKind::Sprm, NumberWithout(text, Sprm)}
+                                                       : ReadGeneralOperand(text);
+}
+
 bool ReadArithmetic(ParsedCommand& command, std::string_view text) {
   const std::string_view* const found = ArithmeticWordOf(text);
   if (found == nullptr) {
     return false;
   }
-  command.SetOp = static_cast<std::int32_t>(found - ArithmeticWords.data()) + 1;
+  command.Operation = static_cast<Arithmetic>(found - ArithmeticWords.data() + 1);
   const std::vector<std::string_view> pieces = Split(text.substr(found->size()), ",");
   const std::string_view source = pieces.size() > 1 ? pieces[1] : std::string_view();
-  command.SetDest = NumberWithout(pieces[0], Gprm);
-  command.SourceIsGprm = Contains(source, Gprm);
-  command.SourceIsSprm = !command.SourceIsGprm && Contains(source, Sprm);
-  command.SourceIsNumber = !command.SourceIsGprm && !command.SourceIsSprm;
-  command.SetSource = NumberWithout(source, command.SourceIsGprm ? Gprm : Sprm);
+  command.Destination = NumberWithout(pieces[0], Gprm);
+  command.Source = ReadOperand(source);
   return true;
 }
 
 void ReadCoreCommand(CommandForm& form, std::string_view whole, std::string_view core) {
   const ButtonText parts = TakeButton(core);
-  form.Command.ButtonBits = parts.Bits;
+  form.Command.Link.Button = parts.Number;
   const std::string_view text = parts.Rest;
   const auto* const row = std::find_if(WordRows.begin(), WordRows.end(),
                                        [text](const WordRow& known) { return Matches(known, text); });
   if (row == WordRows.end()) {
     if (ReadArithmetic(form.Command, text)) {
-      form.Command.Name = word::Set;
+      form.Command.What = Instruction::Set;
     }
     return;
   }
-  form.Command.Name = row->Word;
+  form.Command.What = row->What;
   if (MeansAnother(*row, text)) {
     form.Faults |= TextFault::NameTakenForWord;
   }

@@ -18,10 +18,10 @@ void ReadCoreCommand(CommandForm& form, std::string_view whole, std::string_view
 // arithmetic word.
 bool ReadArithmetic(ParsedCommand& command, std::string_view text);
 
-// A text whose "button=" is taken out: the button number times 4, the rest without commas and trimmed, and
-// where in the text the name ahead of the button ends. Without "button=" the text stays as it is.
+// A text whose "button=" is taken out: the button's number, the rest without commas and trimmed, and where in
+// the text the name before the button ends. Without "button=" the text stays as it is.
 struct ButtonText {
-  std::int32_t Bits = 0;
+  std::int32_t Number = 0;
   std::string Rest;
   std::size_t NameEnd = 0;
 };
@@ -29,5 +29,10 @@ ButtonText TakeButton(std::string_view text);
 
 // The number in a text, the word in front of it ("gprm", "parental:") removed.
 std::int32_t NumberWithout(std::string_view text, std::string_view word);
+
+// A text that holds "gprm" or "sprm" as that register, any other as the number it begins with.
+Operand ReadOperand(std::string_view text);
+// The same where only general registers are known; "sprm" is no word there.
+Operand ReadGeneralOperand(std::string_view text);
 
 }  // namespace quorvelant

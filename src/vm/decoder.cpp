@@ -33,8 +33,9 @@ std::string Source(bool isNumber, unsigned value) {
 std::string Comparison(const CommandBytes& b, unsigned left, unsigned right) {
   const unsigned code = static_cast<unsigned>(b[1] >> 4U) & 7U;
   const bool isNumber = ((b[1] >> 4U) & ImmediateBit) != 0;
-  const auto* const op = std::find_if(CompareOperators.begin(), CompareOperators.end(),
-                                      [code](const CompareOperator& known) { return known.Code == code; });
+  const auto* const op = std::find_if(
+      CompareOperators.begin(), CompareOperators.end(),
+      [code](const CompareOperator& known) { return static_cast<unsigned>(known.Operation) == code; });
   return op == CompareOperators.end()
              ? std::string()
              : fmt::format("If ( GPRM{} {} {} ) ", left, op->Text, Source(isNumber, right));
@@ -62,24 +63,24 @@ std::string FlowText(const CommandBytes& b) {
 
 // The link of a sub-code and the command's last two bytes; empty where there is none.
 std::string LinkText(unsigned subCode, unsigned high, unsigned low) {
-  if (subCode == 1) {
+  if (subCode == static_cast<unsigned>(LinkKind::SubInstruction)) {
     const auto* const sub =
         std::find_if(SubInstructions.begin(), SubInstructions.end(),
                      [low](const SubInstruction& known) { return static_cast<unsigned>(known.Code) == low; });
     if (sub == SubInstructions.end()) {
       return {};
     }
-    const bool bare = sub->Name == word::Rsm && high == 0;
+    const bool bare = sub->Read == word::Rsm && high == 0;
     return bare ? std::string(sub->Shown) : fmt::format("{}, button={}", sub->Shown, high / ButtonUnit);
   }
-  switch (subCode) {
-    case 4:
+  switch (static_cast<LinkKind>(subCode)) {
+    case LinkKind::Pgc:
       return fmt::format("LinkPGCN {}", high * 256 + low);
-    case 5:
+    case LinkKind::Part:
       return fmt::format("LinkPTT {}, button={}", (high % ButtonUnit) * 256 + low, high / ButtonUnit);
-    case 6:
+    case LinkKind::Program:
       return fmt::format("LinkPGN {}, button={}", low, high / ButtonUnit);
-    case 7:
+    case LinkKind::Cell:
       return fmt::format("LinkCN {}, button={}", low, high / ButtonUnit);
     default:
       return {};
@@ -148,7 +149,8 @@ unsigned StreamNumber(unsigned byte, unsigned offset) {
 std::string SubpictureText(unsigned byte) {
   constexpr unsigned SetBit = 0x80;
   constexpr unsigned OnBit = 0x40;
-  if (byte == DummySubpicture) {
+  constexpr unsigned DummyOn = 255;
+  if (byte == DummyOn) {
     return "subpicture=63 Dummy:ON";
   }
   return (byte & SetBit) != 0 && (byte & OnBit) == 0
@@ -203,7 +205,7 @@ std::string SystemSetText(const CommandBytes& b, bool isNumber) {
   }
 }
 
-// A set alone, behind a comparison, or with a link; `head` is the comparison.
+// A set alone, after a comparison, or with a link; `head` is the comparison.
 std::string SetShape(const CommandBytes& b, const std::string& head, const std::string& set) {
   if (!head.empty() || LowNibble(b) == 0) {
     return head + set;
@@ -226,8 +228,10 @@ std::string SetRegisterText(const CommandBytes& b, bool isNumber) {
 // The link of a compound command. Only sub-instructions work there; two other bytes come from a text that
 // named a PGC, a program or a cell, and stand as the PGC number that makes them.
 std::string CompoundLink(const CommandBytes& b) {
-  const std::string sub = b[6] % ButtonUnit == 0 ? LinkText(1, b[6], b[7]) : std::string();
-  return sub.empty() ? LinkText(4, b[6], b[7]) : sub;
+  const std::string sub = b[6] % ButtonUnit == 0
+                              ? LinkText(static_cast<unsigned>(LinkKind::SubInstruction), b[6], b[7])
+                              : std::string();
+  return sub.empty() ? LinkText(static_cast<unsigned>(LinkKind::Pgc), b[6], b[7]) : sub;
 }
 
 std::string CompoundText(const CommandBytes& b, unsigned shape, bool isNumber) {

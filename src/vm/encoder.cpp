@@ -14,6 +14,9 @@ constexpr std::uint32_t Low32(std::int32_t value) {
 constexpr std::uint8_t LowByte(std::uint32_t value) {
   return static_cast<std::uint8_t>(value & 0xFFU);
 }
+constexpr std::uint8_t LowByte(std::int32_t value) {
+  return LowByte(Low32(value));
+}
 
 // Two bytes from `at` on take the low 16 bits.
 void PutWord(CommandBytes& b, std::size_t at, std::uint32_t value) {
@@ -21,300 +24,241 @@ void PutWord(CommandBytes& b, std::size_t at, std::uint32_t value) {
   b[at + 1] = LowByte(value);
 }
 
-std::uint32_t CompareCode(std::string_view op) {
-  const auto* const found = std::find_if(CompareOperators.begin(), CompareOperators.end(),
-                                         [op](const CompareOperator& known) { return known.Text == op; });
-  return found == CompareOperators.end() ? 0 : found->Code;
+// An operand as a word holds it: system registers stand after the general ones.
+std::uint32_t WordOf(const Operand& operand) {
+  return Low32(operand.Number) + (operand.Is(OperandKind::Sprm) ? SystemRegisterBase : 0);
 }
 
 enum class Immediate { Never, ByRightSide };
 
-// Operator and immediate bit above a low nibble. Without a known operator the nibble is lost as well.
-std::uint8_t CompareByte(const ParsedCommand& c, std::uint32_t lowNibble, Immediate immediate) {
-  const std::uint32_t code = CompareCode(c.CompareOp);
-  if (code == 0) {
+// Operator and immediate bit above a low nibble. Without an operator the nibble is lost as well.
+std::uint8_t CompareByte(const Comparison& compare, std::uint32_t lowNibble, Immediate immediate) {
+  if (compare.Operation == CompareOperation::None) {
     return 0;
   }
-  const std::uint32_t bit = immediate == Immediate::ByRightSide && c.RightIsNumber ? 8 : 0;
-  return LowByte(((code + bit) << 4U) + lowNibble);
+  const bool number = immediate == Immediate::ByRightSide && compare.Right.Is(OperandKind::Number);
+  return LowByte(((static_cast<std::uint32_t>(compare.Operation) + (number ? 8U : 0U)) << 4U) + lowNibble);
 }
 
-std::uint32_t RightWord(const ParsedCommand& c) {
-  if (c.RightIsGprm) {
-    return Low32(c.RightGprm);
-  }
-  return c.RightIsSprm ? Low32(c.RightSprm) + SystemRegisterBase : Low32(c.RightNumber);
-}
-
-// Groups 0 and 1: the comparison stands in bytes 3 to 5.
+// Types 0 and 1: the comparison stands in bytes 3 to 5.
 void PutEarlyCompare(CommandBytes& b, const ParsedCommand& c, std::uint32_t sub) {
   b[1] = LowByte(sub);
-  if (c.HasCompare) {
-    b[1] = CompareByte(c, sub, Immediate::ByRightSide);
-    b[3] = LowByte(Low32(c.CompareLeft));
-    PutWord(b, 4, RightWord(c));
+  if (c.Compare) {
+    b[1] = CompareByte(*c.Compare, sub, Immediate::ByRightSide);
+    b[3] = LowByte(c.Compare->LeftGprm);
+    PutWord(b, 4, WordOf(c.Compare->Right));
   }
 }
 
-// Group 0: no jump.
-bool EncodeFlow(CommandBytes& b, const ParsedCommand& c) {
-  if (c.Name == word::Nop) {
-    PutEarlyCompare(b, c, 0);
-  } else if (c.Name == word::GoTo) {
-    PutEarlyCompare(b, c, 1);
-    b[7] = LowByte(Low32(c.GotoLine));
-  } else if (c.Name == word::Break) {
-    PutEarlyCompare(b, c, 2);
-  } else if (c.Name == word::SetTmpPml) {
-    PutEarlyCompare(b, c, 3);
-    b[6] = LowByte(Low32(c.ParentalLevel));
-    b[7] = LowByte(Low32(c.GotoLine));
+// Type 0: no jump.
+CommandBytes EncodeFlow(const ParsedCommand& c, std::uint32_t sub) {
+  CommandBytes b{};
+  PutEarlyCompare(b, c, sub);
+  b[6] = LowByte(c.ParentalLevel);
+  b[7] = LowByte(c.Line);
+  return b;
+}
+
+// The last two bytes of a link. A part has ten bits, and a PGC's number takes the place of the button.
+void PutLink(CommandBytes& b, const LinkTarget& link) {
+  const std::uint32_t button = LowByte(Low32(link.Button) * Low32(ButtonUnit));
+  const std::uint32_t number = Low32(link.Number);
+  if (link.Kind == LinkKind::Pgc) {
+    PutWord(b, 6, number);
+  } else if (link.Kind == LinkKind::Part) {
+    PutWord(b, 6, button << 8U | (number & 0x3FFU));
   } else {
-    return false;
+    PutWord(b, 6, button << 8U | LowByte(number));
   }
-  return true;
 }
 
-// Group 1: links.
-bool EncodeLink(CommandBytes& b, const ParsedCommand& c) {
-  const auto* const sub = std::find_if(SubInstructions.begin(), SubInstructions.end(),
-                                       [&c](const SubInstruction& known) { return known.Name == c.Name; });
-  const auto* const link = std::find_if(NamedLinks.begin(), NamedLinks.end(),
-                                        [&c](const NamedLink& known) { return known.Name == c.Name; });
-  if (sub == SubInstructions.end() && link == NamedLinks.end()) {
-    return false;
-  }
-  b[0] = 0x20;
-  b[6] = LowByte(Low32(c.ButtonBits));
-  if (sub != SubInstructions.end()) {
-    PutEarlyCompare(b, c, 1);
-    b[7] = LowByte(Low32(sub->Code));
-    return true;
-  }
-  PutEarlyCompare(b, c, Low32(link->SubCode));
-  if (c.Name == word::LinkPgcn) {
-    PutWord(b, 6, Low32(c.PgcNumber));
-  } else if (c.Name == word::LinkPtt) {
-    const LinkBytes packed = PackPttLink(c.ButtonBits, c.PgNumber);
-    b[6] = LowByte(Low32(packed.High));
-    b[7] = LowByte(Low32(packed.Low));
-  } else {
-    b[7] = LowByte(Low32(c.Name == word::LinkPgn ? c.PgNumber : c.CellNumber));
-  }
-  return true;
+// Type 1: links.
+CommandBytes EncodeLink(const ParsedCommand& c) {
+  CommandBytes b{0x20};
+  PutEarlyCompare(b, c, static_cast<std::uint32_t>(c.Link.Kind));
+  PutLink(b, c.Link);
+  return b;
 }
 
-// The domain byte of a jump or call: what it leads to.
-constexpr std::uint8_t ToFirstPlay = 0x00;
-constexpr std::uint8_t ToTitleMenu = 0x42;
-constexpr std::uint32_t ToSetMenu = 0x80;
-constexpr std::uint8_t ToVmgPgc = 0xC0;
-
-void PutVmgPgc(CommandBytes& b, const ParsedCommand& c) {
-  PutWord(b, 2, c.PgcNumber < 1 ? 1 : Low32(c.PgcNumber));
-  b[5] = ToVmgPgc;
+// The domain byte of JumpSS and CallSS, and the PGC of the Video Manager.
+void PutSpace(CommandBytes& b, const ParsedCommand& c) {
+  switch (c.Space) {
+    case SystemSpace::FirstPlay:
+      break;
+    case SystemSpace::TitleMenu:
+      b[5] = 0x42;
+      break;
+    case SystemSpace::SetMenu:
+      b[5] = LowByte(c.MenuId + 0x80);
+      break;
+    case SystemSpace::VmgPgc:
+      PutWord(b, 2, Low32(std::max(c.Pgc, 1)));
+      b[5] = 0xC0;
+      break;
+  }
 }
 
-// Group 2: the operands of a jump; the sub-code, or 0 for any other word.
-std::uint32_t EncodeJumpOperands(CommandBytes& b, const ParsedCommand& c) {
-  if (c.Name == word::Exit) {
-    return 1;
+void PutJumpOperands(CommandBytes& b, const ParsedCommand& c) {
+  switch (c.What) {
+    case Instruction::JumpVtsPtt:
+      PutWord(b, 2, Low32(c.Part));
+      [[fallthrough]];
+    case Instruction::JumpTt:
+    case Instruction::JumpVtsTt:
+      b[5] = LowByte(c.Title);
+      break;
+    case Instruction::JumpSs:
+      b[3] = LowByte(c.Title);
+      b[4] = LowByte(c.TitleSet);
+      PutSpace(b, c);
+      break;
+    case Instruction::CallSs:
+      b[4] = LowByte(c.ResumeCell);
+      PutSpace(b, c);
+      break;
+    default:
+      break;
   }
-  if (c.Name == word::JumpTt || c.Name == word::JumpVtsTt) {
-    b[5] = LowByte(Low32(c.TitleNumber));
-    return c.Name == word::JumpTt ? 2 : 3;
-  }
-  if (c.Name == word::JumpVtsPtt) {
-    PutWord(b, 2, Low32(c.PgNumber));
-    b[5] = LowByte(Low32(c.TitleNumber));
-    return 5;
-  }
-  if (c.Name == word::JumpSsFp) {
-    b[5] = ToFirstPlay;
-  } else if (c.Name == word::JumpSsTitleMenu) {
-    b[5] = ToTitleMenu;
-  } else if (c.Name == word::JumpSs) {
-    b[3] = LowByte(Low32(c.TitleNumber));
-    b[4] = LowByte(Low32(c.VtsNumber));
-    b[5] = LowByte(Low32(c.MenuId) + ToSetMenu);
-  } else if (c.Name == word::JumpSsVmgm) {
-    PutVmgPgc(b, c);
-  } else {
-    return 0;
-  }
-  return 6;
 }
 
-// Group 2: the operands of a call; the sub-code, or 0 for any other word.
-std::uint32_t EncodeCallOperands(CommandBytes& b, const ParsedCommand& c) {
-  if (c.Name == word::CallSsTitleMenu) {
-    b[5] = ToTitleMenu;
-  } else if (c.Name == word::CallSsVtsm) {
-    b[5] = LowByte(Low32(c.MenuId) + ToSetMenu);
-  } else if (c.Name == word::CallSsFp) {
-    b[5] = ToFirstPlay;
-  } else if (c.Name == word::CallSsVmgm) {
-    PutVmgPgc(b, c);
-  } else {
-    return 0;
+// Type 1 with bit 4: jumps and calls. Their comparison has one byte for the right side.
+CommandBytes EncodeJump(const ParsedCommand& c, std::uint32_t sub) {
+  CommandBytes b{0x30, LowByte(sub)};
+  PutJumpOperands(b, c);
+  if (c.Compare) {
+    b[1] = CompareByte(*c.Compare, sub, Immediate::ByRightSide);
+    b[6] = LowByte(c.Compare->LeftGprm);
+    b[7] = LowByte(WordOf(c.Compare->Right));
   }
-  b[4] = LowByte(Low32(c.ResumeCell));
-  return 8;
+  return b;
 }
 
-// Group 2: jumps and calls. Their comparison has one byte for the right side.
-bool EncodeJump(CommandBytes& b, const ParsedCommand& c) {
-  std::uint32_t sub = EncodeJumpOperands(b, c);
-  sub = sub == 0 ? EncodeCallOperands(b, c) : sub;
-  if (sub == 0) {
-    return false;
+void PutLinkAfterSet(CommandBytes& b, const ParsedCommand& c) {
+  if (c.LinkAfterSet) {
+    b[1] = static_cast<std::uint8_t>(c.LinkAfterSet->Kind);
+    PutLink(b, *c.LinkAfterSet);
   }
-  b[0] = 0x30;
-  b[1] = LowByte(sub);
-  if (c.HasCompare) {
-    b[1] = CompareByte(c, sub, Immediate::ByRightSide);
-    b[6] = LowByte(Low32(c.CompareLeft));
-    b[7] = LowByte(RightWord(c));
-  }
-  return true;
 }
 
-void PutLinkPart(CommandBytes& b, const ParsedCommand& c) {
-  b[1] = LowByte(Low32(c.LinkSubCode));
-  b[6] = LowByte(Low32(c.LinkButton));
-  b[7] = LowByte(Low32(c.LinkTarget));
+// A byte of 0 leaves its stream alone; the top bit says that it is set. `added` goes on top of the code.
+void PutStream(std::uint8_t& byte, const Operand& stream, std::int32_t first, std::int32_t added = 0) {
+  const std::int32_t code = StreamCode(stream, first);
+  if (!stream.Is(OperandKind::None) && code >= first) {
+    byte = LowByte(code + added);
+  }
 }
 
-// A byte of 0 leaves its stream alone; the top bit says that it is set.
 void PutStreams(CommandBytes& b, const ParsedCommand& c) {
-  if (c.AudioValue > 0) {
-    b[3] = LowByte(Low32(c.AudioValue) + 126);
-  }
-  if (c.AngleValue > 0) {
-    b[5] = LowByte(Low32(c.AngleValue) + 127);
-  }
-  if (c.SubpictureValue <= 0) {
-    return;
-  }
-  if (c.StreamByGprm) {
-    b[4] = LowByte(Low32(c.SubpictureValue) + 126);
-  } else if (c.SubpictureValue == DummySubpicture) {
+  constexpr std::int32_t OnBit = 0x40;
+  PutStream(b[3], c.Audio, FirstAudioCode);
+  PutStream(b[5], c.Angle, FirstAngleCode);
+  const bool byNumber = !c.StreamsByRegister;
+  if (byNumber && c.Subpicture == Operand{OperandKind::Number, DummySubpicture}) {
     b[4] = c.SubpictureOn ? 255 : 128;
   } else {
-    b[4] = LowByte(Low32(c.SubpictureValue) + (c.SubpictureOn ? 190 : 126));
+    PutStream(b[4], c.Subpicture, FirstSubpictureCode, byNumber && c.SubpictureOn ? OnBit : 0);
   }
 }
 
-// Group 3: the operands of a system set; the first byte, or 0 for any other word.
-std::uint8_t EncodeSystemOperands(CommandBytes& b, const ParsedCommand& c) {
-  if (c.Name == word::SetStn) {
-    PutStreams(b, c);
-    return c.StreamByGprm ? 0x41 : 0x51;
-  }
-  if (c.Name == word::SetNvtmr) {
-    PutWord(b, 2, Low32(c.FirstValue));
-    PutWord(b, 4, Low32(c.PgcNumber));
-    return c.ValueIsGprm ? 0x42 : 0x52;
-  }
-  if (c.Name == word::SetGprmMd) {
-    constexpr std::uint32_t CounterBit = 0x80;
-    PutWord(b, 2, Low32(c.SecondValue));
-    b[5] = LowByte((Low32(c.FirstValue) & 0x7FU) | (c.RegisterMode ? 0 : CounterBit));
-    return c.ValueIsGprm ? 0x43 : 0x53;
-  }
-  if (c.Name == word::SetAmxmd) {
-    b[4] = LowByte(Low32(c.ChannelMix0));
-    b[5] = LowByte(Low32(c.ChannelMix1));
-    return c.ValueIsGprm ? 0x44 : 0x54;
-  }
-  if (c.Name == word::SetHlBtnn) {
-    if (c.ButtonByGprm) {
-      b[5] = LowByte(Low32(c.ButtonBits));
-    } else {
-      PutWord(b, 4, Low32(c.ButtonBits) << 10U);
+void PutSystemOperands(CommandBytes& b, const ParsedCommand& c) {
+  switch (c.What) {
+    case Instruction::SetStn:
+      PutStreams(b, c);
+      break;
+    case Instruction::SetNvtmr:
+      PutWord(b, 2, Low32(c.Source.Number));
+      PutWord(b, 4, Low32(c.Pgc));
+      break;
+    case Instruction::SetGprmMd: {
+      constexpr std::uint32_t CounterBit = 0x80;
+      PutWord(b, 2, Low32(c.Source.Number));
+      b[5] = LowByte((Low32(c.Destination) & 0x7FU) | (c.RegisterMode ? 0 : CounterBit));
+      break;
     }
-    return c.ButtonByGprm ? 0x46 : 0x56;
+    case Instruction::SetAmxmd:
+      b[4] = LowByte(c.ChannelMix[0]);
+      b[5] = LowByte(c.Source.Is(OperandKind::Gprm) ? c.Source.Number : c.ChannelMix[1]);
+      break;
+    case Instruction::SetHlBtnn:
+      if (c.Source.Is(OperandKind::Gprm)) {
+        b[5] = LowByte(c.Source.Number);
+      } else {
+        PutWord(b, 4, Low32(c.Source.Number) << 10U);
+      }
+      break;
+    default:
+      break;
   }
-  return 0;
 }
 
-// Group 3: system sets. They compare registers only; a number on the right of the four words other than
+// Type 2: system sets. They compare registers only; a number on the right of the four words other than
 // SetSTN comes out as system register 0.
-bool EncodeSystem(CommandBytes& b, const ParsedCommand& c) {
-  b[0] = EncodeSystemOperands(b, c);
-  if (b[0] == 0) {
-    return false;
+CommandBytes EncodeSystem(const ParsedCommand& c, std::uint32_t sub) {
+  const bool byRegister =
+      c.What == Instruction::SetStn ? c.StreamsByRegister : c.Source.Is(OperandKind::Gprm);
+  CommandBytes b{LowByte((byRegister ? 0x40U : 0x50U) + sub)};
+  PutSystemOperands(b, c);
+  if (!c.Compare) {
+    PutLinkAfterSet(b, c);
+    return b;
   }
-  if (c.HasCompare) {
-    b[1] = CompareByte(c, 0, Immediate::Never);
-    b[6] = LowByte(Low32(c.CompareLeft));
-    const bool plainRight = c.RightIsGprm || c.Name == word::SetStn;
-    b[7] = LowByte(plainRight ? RightWord(c) : Low32(c.RightSprm) + SystemRegisterBase);
-  } else if (c.HasLink) {
-    PutLinkPart(b, c);
-  }
-  return true;
+  const Operand& right = c.Compare->Right;
+  const bool lost =
+      c.What != Instruction::SetStn && !right.Is(OperandKind::Gprm) && !right.Is(OperandKind::Sprm);
+  b[1] = CompareByte(*c.Compare, 0, Immediate::Never);
+  b[6] = LowByte(c.Compare->LeftGprm);
+  b[7] = LowByte(lost ? SystemRegisterBase : WordOf(right));
+  return b;
 }
 
-// A register as a source, general or system.
-std::uint32_t SourceRegister(const ParsedCommand& c) {
-  return Low32(c.SetSource) + (c.SourceIsSprm ? SystemRegisterBase : 0);
+// The first byte of a set: the type, whether the source is a number, and the operation.
+std::uint8_t SetByte(std::uint32_t type, const ParsedCommand& c) {
+  constexpr std::uint32_t NumberBit = 0x10;
+  return LowByte(type + (c.Source.Is(OperandKind::Number) ? NumberBit : 0) +
+                 static_cast<std::uint32_t>(c.Operation));
 }
 
-// Group 4: register arithmetic.
-bool EncodeSet(CommandBytes& b, const ParsedCommand& c) {
-  if (c.Name != word::Set) {
-    return false;
-  }
-  b[3] = LowByte(Low32(c.SetDest));
-  if (c.HasCompare) {
-    b[1] = CompareByte(c, 0, Immediate::ByRightSide);
-    b[2] = LowByte(Low32(c.CompareLeft));
-    PutWord(b, 6, RightWord(c));
-  } else if (c.HasLink) {
-    PutLinkPart(b, c);
-  }
-  if (c.SourceIsNumber) {
-    b[0] = LowByte(Low32(c.SetOp) + 0x70);
-    PutWord(b, 4, Low32(c.SetSource));
+// Type 3: register arithmetic.
+CommandBytes EncodeSet(const ParsedCommand& c) {
+  CommandBytes b{SetByte(0x60, c)};
+  b[3] = LowByte(c.Destination);
+  if (c.Compare) {
+    b[1] = CompareByte(*c.Compare, 0, Immediate::ByRightSide);
+    b[2] = LowByte(c.Compare->LeftGprm);
+    PutWord(b, 6, WordOf(c.Compare->Right));
   } else {
-    b[0] = LowByte(Low32(c.SetOp) + 0x60);
-    b[5] = LowByte(SourceRegister(c));
+    PutLinkAfterSet(b, c);
   }
-  return true;
+  if (c.Source.Is(OperandKind::Number)) {
+    PutWord(b, 4, Low32(c.Source.Number));
+  } else {
+    b[5] = LowByte(WordOf(c.Source));
+  }
+  return b;
 }
 
-// Group 5: set, comparison and link in one command.
-bool EncodeCompound(CommandBytes& b, const ParsedCommand& c) {
-  const bool number = c.SourceIsNumber;
-  const bool setFirst = c.Name == word::Type3v1;
-  if (setFirst) {
-    b[0] = LowByte(Low32(c.SetOp) + (number ? 0x90 : 0x80));
-  } else if (c.Name == word::Type3v2) {
-    b[0] = LowByte(Low32(c.SetOp) + (number ? 0xB0 : 0xA0));
-  } else if (c.Name == word::Type3v3) {
-    b[0] = LowByte(Low32(c.SetOp) + (number ? 0xD0 : 0xC0));
-  } else {
-    return false;
-  }
-  b[1] = CompareByte(c, Low32(c.SetDest), Immediate::ByRightSide);
+// Types 4 to 6: set, comparison and link in one command.
+CommandBytes EncodeCompound(const ParsedCommand& c, std::uint32_t type) {
+  const Comparison compare = c.Compare.value_or(Comparison{});
+  const bool number = c.Source.Is(OperandKind::Number);
+  const bool setFirst = c.What == Instruction::SetCompareLink;
+  CommandBytes b{SetByte(type, c), CompareByte(compare, Low32(c.Destination), Immediate::ByRightSide)};
   if (number) {
-    PutWord(b, 2, Low32(c.SetSource));
+    PutWord(b, 2, Low32(c.Source.Number));
   } else {
-    b[setFirst ? 3 : 2] = LowByte(SourceRegister(c));
+    b[setFirst ? 3 : 2] = LowByte(WordOf(c.Source));
   }
   if (setFirst) {
-    PutWord(b, 4, RightWord(c));
+    PutWord(b, 4, WordOf(compare.Right));
   } else if (number) {
-    b[4] = LowByte(Low32(c.CompareLeft));
-    b[5] = LowByte(RightWord(c));
+    b[4] = LowByte(compare.LeftGprm);
+    b[5] = LowByte(WordOf(compare.Right));
   } else {
-    b[3] = LowByte(Low32(c.CompareLeft));
-    PutWord(b, 4, RightWord(c));
+    b[3] = LowByte(compare.LeftGprm);
+    PutWord(b, 4, WordOf(compare.Right));
   }
-  b[6] = LowByte(Low32(c.LinkButton));
-  b[7] = LowByte(Low32(c.LinkTarget));
-  return true;
+  PutLink(b, c.LinkAfterSet.value_or(LinkTarget{}));
+  return b;
 }
 
 constexpr std::string_view Digits = "0123456789ABCDEF";
@@ -330,21 +274,50 @@ std::uint8_t DigitValue(char digit) {
 
 }  // namespace
 
-LinkBytes PackPttLink(std::int32_t buttonBits, std::int32_t pgNumber) {
-  const std::uint32_t part = Low32(pgNumber) & 0x3FFU;
-  return {static_cast<std::int32_t>((Low32(buttonBits) & 0xFCU) | (part >> 8U)),
-          static_cast<std::int32_t>(part & 0xFFU)};
-}
-
-CommandBytes EncodeCommandBytes(const ParsedCommand& command) {
-  using Group = bool (*)(CommandBytes&, const ParsedCommand&);
-  constexpr std::array<Group, 6> Groups{EncodeFlow,   EncodeLink, EncodeJump,
-                                        EncodeSystem, EncodeSet,  EncodeCompound};
-  for (const Group encode : Groups) {
-    CommandBytes bytes{};
-    if (encode(bytes, command)) {
-      return bytes;
-    }
+CommandBytes EncodeCommandBytes(const ParsedCommand& c) {
+  switch (c.What) {
+    case Instruction::None:
+      return {};
+    case Instruction::Nop:
+      return EncodeFlow(c, 0);
+    case Instruction::GoTo:
+      return EncodeFlow(c, 1);
+    case Instruction::Break:
+      return EncodeFlow(c, 2);
+    case Instruction::SetTmpPml:
+      return EncodeFlow(c, 3);
+    case Instruction::Link:
+      return EncodeLink(c);
+    case Instruction::Exit:
+      return EncodeJump(c, 1);
+    case Instruction::JumpTt:
+      return EncodeJump(c, 2);
+    case Instruction::JumpVtsTt:
+      return EncodeJump(c, 3);
+    case Instruction::JumpVtsPtt:
+      return EncodeJump(c, 5);
+    case Instruction::JumpSs:
+      return EncodeJump(c, 6);
+    case Instruction::CallSs:
+      return EncodeJump(c, 8);
+    case Instruction::SetStn:
+      return EncodeSystem(c, 1);
+    case Instruction::SetNvtmr:
+      return EncodeSystem(c, 2);
+    case Instruction::SetGprmMd:
+      return EncodeSystem(c, 3);
+    case Instruction::SetAmxmd:
+      return EncodeSystem(c, 4);
+    case Instruction::SetHlBtnn:
+      return EncodeSystem(c, 6);
+    case Instruction::Set:
+      return EncodeSet(c);
+    case Instruction::SetCompareLink:
+      return EncodeCompound(c, 0x80);
+    case Instruction::CompareSetAndLink:
+      return EncodeCompound(c, 0xA0);
+    case Instruction::CompareSetThenLink:
+      return EncodeCompound(c, 0xC0);
   }
   return {};
 }

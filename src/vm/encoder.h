@@ -20,13 +20,6 @@ inline constexpr std::string_view NopHex = "0000000000000000";
 std::string EncodeCommand(const ParsedCommand& command);
 CommandBytes EncodeCommandBytes(const ParsedCommand& command);
 
-// The two bytes of a link to a part of title: six bits of button, ten bits of program.
-struct LinkBytes {
-  std::int32_t High = 0;
-  std::int32_t Low = 0;
-};
-LinkBytes PackPttLink(std::int32_t buttonBits, std::int32_t pgNumber);
-
 // Digits and bytes, back and forth. Text that is not 16 hexadecimal digits stands for a no-operation, so
 // that a command never resolved does nothing on the disc; `IsCommandHex` tells it apart.
 std::string HexOfCommand(const CommandBytes& bytes);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "model/walk.h"
+
 namespace quorvelant {
 
 namespace {
@@ -10,33 +12,25 @@ std::int32_t Number(std::size_t count) {
   return static_cast<std::int32_t>(count);
 }
 
-// Walks the PGCs of `units` (languages or titles), which each hold a `PGC` collection.
-template <class Units, class Visit>
-void EachPgc(const Units& units, const Visit& visit) {
-  for (const auto& unit : units) {
-    for (const PGC_P& pgc : unit.PGC) {
-      visit(unit, pgc);
-    }
-  }
-}
-
 // Collects the names of one kind: the first of equal names stays, and every element takes a place in the
 // walk. The members walk as players and script readers search.
 class NameCollector {
  public:
   NameCollector(const Project& project, const Rules& rules, NameTable& names)
-      : project_(project), rules_(rules), names_(names) {}
+      : project_(project), pgcs_(AllPgcs(project)), rules_(rules), names_(names) {}
 
   void Pgcs() {
-    for (const VTS_P& set : project_.Disc) {
-      PgcsOf(set.Lang, set.Removed, false);
-      PgcsOf(set.Title, set.Removed, rules_.PgcCountsThroughTable);
+    for (const auto& at : pgcs_) {
+      const bool through = at.In() == Domain::Title && rules_.PgcCountsThroughTable;
+      Add(at.Chain->PGCName, at.IsLive, through ? at.DomainNumber : at.Number);
     }
   }
 
   void VmgPgcs() {
-    if (const VTS_P* manager = project_.Disc.Item(1)) {
-      PgcsOf(manager->Lang, manager->Removed, !rules_.VmgPgcCountsWithinUnit);
+    for (const auto& at : pgcs_) {
+      if (at.EntryNumber == 1 && at.In() == Domain::Menu) {
+        Add(at.Chain->PGCName, at.IsLive, rules_.VmgPgcCountsWithinUnit ? at.Number : at.DomainNumber);
+      }
     }
   }
 
@@ -45,56 +39,44 @@ class NameCollector {
     for (const VTS_P& set : project_.Disc) {
       number = withinSet ? 0 : number;
       for (const Title_P& title : set.Title) {
-        Add(title.TitleName, set.Removed || title.Removed, ++number);
+        Add(title.TitleName, IsLive(set) && IsLive(title), ++number);
       }
     }
   }
 
   // Programs of titles, counted through the title.
   void Parts() {
-    for (const VTS_P& set : project_.Disc) {
-      std::size_t titleNumber = 0;
-      for (const Title_P& title : set.Title) {
-        ++titleNumber;
-        std::size_t number = 0;
-        for (const PGC_P& pgc : title.PGC) {
-          const bool removed = set.Removed || title.Removed || pgc.Removed;
-          for (const PG_P& program : pgc.PG) {
-            Add(program.PGName, removed || program.Removed, ++number, titleNumber);
-          }
+    std::size_t number = 0;
+    for (const auto& at : pgcs_) {
+      if (at.In() == Domain::Title) {
+        number = at.Number == 1 ? 0 : number;
+        for (const PG_P& program : at.Chain->PG) {
+          Add(program.PGName, at.IsLive && IsLive(program), ++number, at.UnitNumber);
         }
       }
     }
   }
 
   void Programs() {
-    for (const VTS_P& set : project_.Disc) {
-      const auto visit = [&](const auto& unit, const PGC_P& pgc) {
-        std::size_t number = 0;
-        for (const PG_P& program : pgc.PG) {
-          Add(program.PGName, set.Removed || unit.Removed || pgc.Removed || program.Removed, ++number);
-        }
-      };
-      EachPgc(set.Lang, visit);
-      EachPgc(set.Title, visit);
+    for (const auto& at : pgcs_) {
+      std::size_t number = 0;
+      for (const PG_P& program : at.Chain->PG) {
+        Add(program.PGName, at.IsLive && IsLive(program), ++number);
+      }
     }
   }
 
   void Cells() {
-    for (const VTS_P& set : project_.Disc) {
-      EachPgc(set.Lang,
-              [&](const Lang_P& unit, const PGC_P& pgc) { CellsOf(pgc, set.Removed || unit.Removed, true); });
-      EachPgc(set.Title, [&](const Title_P& unit, const PGC_P& pgc) {
-        CellsOf(pgc, set.Removed || unit.Removed, true);
-      });
+    for (const auto& at : pgcs_) {
+      CellsOf(at, true);
     }
   }
 
   void ResumeCells() {
-    for (const VTS_P& set : project_.Disc) {
-      EachPgc(set.Title, [&](const Title_P& unit, const PGC_P& pgc) {
-        CellsOf(pgc, set.Removed || unit.Removed, rules_.ResumeCellCountsThroughPgc);
-      });
+    for (const auto& at : pgcs_) {
+      if (at.In() == Domain::Title) {
+        CellsOf(at, rules_.ResumeCellCountsThroughPgc);
+      }
     }
   }
 
@@ -103,37 +85,27 @@ class NameCollector {
   std::size_t Most() const { return most_; }
 
  private:
-  template <class Units>
-  void PgcsOf(const Units& units, bool removed, bool throughUnits) {
+  void CellsOf(const PlacedPgc<const PGC_P>& at, bool throughPgc) {
     std::size_t number = 0;
-    for (const auto& unit : units) {
-      number = throughUnits ? number : 0;
-      for (const PGC_P& pgc : unit.PGC) {
-        Add(pgc.PGCName, removed || unit.Removed || pgc.Removed, ++number);
-      }
-    }
-  }
-
-  void CellsOf(const PGC_P& pgc, bool removed, bool throughPgc) {
-    std::size_t number = 0;
-    for (const PG_P& program : pgc.PG) {
+    for (const PG_P& program : at.Chain->PG) {
       number = throughPgc ? number : 0;
       for (const Cell_P& cell : program.Cell) {
-        Add(cell.CellName, removed || pgc.Removed || program.Removed || cell.Removed, ++number);
+        Add(cell.CellName, at.IsLive && IsLive(program) && IsLive(cell), ++number);
       }
     }
   }
 
-  void Add(const std::string& name, bool removed, std::size_t number, std::size_t title = 0) {
+  void Add(const std::string& name, bool live, std::size_t number, std::size_t title = 0) {
     ++order_;
     most_ = std::max(most_, number);
-    if (removed || name.empty()) {
+    if (!live || name.empty()) {
       return;
     }
     names_.Add({order_, Number(number), Number(title), &name});
   }
 
   const Project& project_;
+  std::vector<PlacedPgc<const PGC_P>> pgcs_;  // removed ones too: their numbers count
   const Rules& rules_;
   NameTable& names_;
   std::size_t order_ = 0;
@@ -142,7 +114,7 @@ class NameCollector {
 
 constexpr int NameEnd = -1;
 
-// The next byte of a name that counts, in lower case, or `NameEnd`. `at` moves behind it.
+// The next byte of a name that counts, in lower case, or `NameEnd`. `at` moves past it.
 int NextLetter(std::string_view name, std::size_t& at) {
   while (at < name.size() && name[at] == ' ') {
     ++at;

@@ -27,7 +27,7 @@ std::optional<std::int32_t> PlainNumber(std::string_view text) {
   return digits ? std::optional(LeadingNumber(text)) : std::nullopt;
 }
 
-std::optional<std::int32_t> NumberBehind(std::string_view text, std::string_view word) {
+std::optional<std::int32_t> NumberAfter(std::string_view text, std::string_view word) {
   return text.starts_with(word) ? PlainNumber(text.substr(word.size())) : std::nullopt;
 }
 
@@ -37,8 +37,8 @@ constexpr std::string_view PgcWord = "pgc_";
 std::optional<Found> NumberedPart(std::string_view name) {
   const std::string key = NameKey(name);
   const std::size_t at = std::min(key.find('@'), key.size());
-  const auto part = NumberBehind(std::string_view(key).substr(0, at), "ptt_");
-  const auto title = NumberBehind(std::string_view(key).substr(std::min(at + 1, key.size())), "vts_ttn_");
+  const auto part = NumberAfter(std::string_view(key).substr(0, at), "ptt_");
+  const auto title = NumberAfter(std::string_view(key).substr(std::min(at + 1, key.size())), "vts_ttn_");
   if (!part || !title) {
     return std::nullopt;
   }
@@ -68,7 +68,7 @@ class TextResolver {
     }
     if (form.Link) {
       const Found found = Look(*form.Link);
-      PutLink(form, found);
+      form.Command.LinkAfterSet->Number = found.Number;
       Note(result, *form.Link, result.LinkNaming, found);
       FollowRename(form, *form.Link, found);
     }
@@ -87,7 +87,7 @@ class TextResolver {
 
   Found Look(const CommandReference& reference) const {
     if (options_.Numbers == NumericTargets::First && reference.Kind == TargetKind::VmgPgc &&
-        NumberBehind(reference.Name, PgcWord)) {
+        NumberAfter(reference.Name, PgcWord)) {
       return ByNumber(reference);
     }
     const bool resume = reference.Kind == TargetKind::ResumeCell;
@@ -108,7 +108,7 @@ class TextResolver {
     }
     auto number = PlainNumber(reference.Name);
     if (!number && reference.Kind == TargetKind::VmgPgc) {
-      number = NumberBehind(reference.Name, PgcWord);
+      number = NumberAfter(reference.Name, PgcWord);
     }
     if (!number) {
       return {};
@@ -122,42 +122,25 @@ class TextResolver {
     ParsedCommand& command = form.Command;
     switch (form.Target->Kind) {
       case TargetKind::LinkPgc:
-      case TargetKind::VmgPgc:
-      case TargetKind::TimerPgc:
-        command.PgcNumber = found.Number;
-        break;
       case TargetKind::LinkProgram:
       case TargetKind::LinkPart:
-        command.PgNumber = found.Number;
+      case TargetKind::LinkCell:
+        command.Link.Number = found.Number;
+        break;
+      case TargetKind::VmgPgc:
+      case TargetKind::TimerPgc:
+        command.Pgc = found.Number;
         break;
       case TargetKind::JumpSetPart:
-        command.PgNumber = found.Number;
-        command.TitleNumber = found.Missing ? 0 : found.Title;
-        break;
-      case TargetKind::LinkCell:
-        command.CellNumber = found.Number;
+        command.Part = found.Number;
+        command.Title = found.Missing ? 0 : found.Title;
         break;
       case TargetKind::JumpTitle:
       case TargetKind::JumpSetTitle:
-        command.TitleNumber = found.Number;
+        command.Title = found.Number;
         break;
       case TargetKind::ResumeCell:
         break;
-    }
-  }
-
-  static void PutLink(CommandForm& form, const Found& found) {
-    ParsedCommand& command = form.Command;
-    if (form.Link->Kind == TargetKind::LinkPgc) {
-      // The two bytes are the PGC's number: this link carries no button.
-      command.LinkButton = found.Number >> 8;
-      command.LinkTarget = found.Number & 0xFF;
-    } else if (form.Link->Kind == TargetKind::LinkPart) {
-      const LinkBytes packed = PackPttLink(command.LinkButton, found.Number);
-      command.LinkButton = packed.High;
-      command.LinkTarget = packed.Low;
-    } else {
-      command.LinkTarget = found.Number;
     }
   }
 
@@ -193,7 +176,7 @@ class TextResolver {
     const auto* const word = std::find_if(Shown.begin(), Shown.end(),
                                           [&](const auto& row) { return row.first == reference.Kind; });
     if (word != Shown.end() && reference.End <= form.Lowered.size()) {
-      // The blanks ahead belong to the piece, so that resolving again changes nothing.
+      // The blanks before belong to the piece, so that resolving again changes nothing.
       const std::string_view head = std::string_view(form.Lowered).substr(0, reference.Begin);
       edits_.push_back(
           {head.find_last_not_of(' ') + 1, reference.End, std::string(word->second) + Lower(target_)});

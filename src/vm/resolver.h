@@ -39,7 +39,7 @@ Resolution ResolveText(std::string_view text, std::string_view target, NameIndex
                        const ResolveOptions& options = {});
 
 // Resolves a command of a project in place, by its text and its `To_Action`. When a target is missing the
-// command keeps its former digits and references. Gives what the text came to.
+// command keeps the digits and references it had. Gives what the text came to.
 Resolution ResolveCommand(VMICommand_P& command, NameIndex& names, const ResolveOptions& options = {});
 
 }  // namespace quorvelant

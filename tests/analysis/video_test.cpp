@@ -8,7 +8,7 @@
 #include "analysis/find_next_header.h"
 #include "analysis/header_walk.h"
 #include "analysis/picture_index.h"
-#include "analysis/start_code_search.h"
+#include "disc/start_code_search.h"
 #include "analysis/video_info.h"
 #include "base/text.h"
 #include "support/folders.h"

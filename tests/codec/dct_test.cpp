@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <random>
 
 namespace quorvelant {
 namespace {
@@ -29,6 +30,91 @@ Reals Pass(const Reals& in, bool inverse) {
   return out;
 }
 
+// The transforms as their definitions have them; both blocks stand row by row.
+Reals PlainForward(const Reals& samples) {
+  return Pass(Pass(samples, false), false);
+}
+Reals PlainInverse(const Reals& coefficients) {
+  return Pass(Pass(coefficients, true), true);
+}
+
+unsigned Transposed(unsigned place) {
+  return place % 8 * 8 + place / 8;
+}
+
+Block ToBlock(const Reals& values, bool transposed) {
+  Block block;
+  for (unsigned i = 0; i < 64; ++i) {
+    block.At[transposed ? Transposed(i) : i] = static_cast<std::int16_t>(values[i]);
+  }
+  return block;
+}
+
+// Errors of the 64 values over many blocks.
+struct Accuracy {
+  Reals Sum{};
+  Reals Squares{};
+  double Peak = 0;
+
+  void Add(unsigned place, double error) {
+    Peak = std::max(Peak, std::abs(error));
+    Sum[place] += error;
+    Squares[place] += error * error;
+  }
+};
+
+// Full range, faint, and nothing but the two ends: what overflows sums of 16 bits.
+TEST(Dct, ForwardIsThePlainTransformInSixteenths) {
+  std::mt19937 random(20);  // NOLINT(cert-msc51-cpp)
+  const auto within = [&random](int low, int high) {
+    return std::uniform_int_distribution<int>(low, high)(random);
+  };
+  constexpr int Blocks = 3000;
+  Accuracy accuracy;
+  for (int count = 0; count < Blocks; ++count) {
+    Reals samples{};
+    std::generate(samples.begin(), samples.end(), [&]() -> double {
+      return count % 3 == 0 ? within(-128, 127) : count % 3 == 1 ? within(-3, 3) : within(0, 1) * 255 - 128;
+    });
+    if (count < 64) {  // the pattern that makes one coefficient as large as it can be
+      Reals one{};
+      one[static_cast<unsigned>(count)] = 1;
+      const Reals signs = PlainInverse(one);
+      std::transform(signs.begin(), signs.end(), samples.begin(),
+                     [](double s) { return s < 0 ? -128 : 127; });
+    }
+    const Reals expected = PlainForward(samples);
+    Block coefficients;
+    ForwardDct(ToBlock(samples, false), coefficients);
+    for (unsigned i = 0; i < 64; ++i) {
+      accuracy.Add(i, coefficients.At[Transposed(i)] - 16 * expected[i]);
+    }
+  }
+  EXPECT_LE(accuracy.Peak, 2);
+  for (unsigned i = 0; i < 64; ++i) {
+    EXPECT_LE(std::abs(accuracy.Sum[i]) / Blocks, 0.2) << i;
+    EXPECT_LE(accuracy.Squares[i] / Blocks, 0.2) << i;
+  }
+}
+
+// A few large coefficients, as coarse quantisers leave them: samples overshoot four times their range.
+TEST(Dct, InverseIsThePlainTransformOfLargeCoefficients) {
+  std::mt19937 random(21);  // NOLINT(cert-msc51-cpp)
+  for (int count = 0; count < 3000; ++count) {
+    Reals coefficients{};
+    for (int k = 0; k < 1 + count % 3; ++k) {
+      coefficients[count < 128 ? static_cast<unsigned>(count) / 2 : random() % 64] =
+          count % 2 == 0 ? 2047 : -2048;
+    }
+    const Reals expected = PlainInverse(coefficients);
+    Block samples;
+    InverseDct(ToBlock(coefficients, true), samples);
+    for (unsigned i = 0; i < 64; ++i) {
+      ASSERT_LE(std::abs(samples.At[i] - expected[i]), 1) << "sample " << i << " of block " << count;
+    }
+  }
+}
+
 // The generator that IEEE 1180 prescribes.
 class Ieee1180Random {
  public:
@@ -42,62 +128,46 @@ class Ieee1180Random {
   std::uint32_t state_ = 1;
 };
 
-struct Accuracy {
-  std::array<double, 64> Sum{};
-  std::array<double, 64> Squares{};
-  int Peak = 0;
-};
-
-Accuracy Measure(int low, int high, int sign, int blocks) {
-  Ieee1180Random random;
-  Accuracy accuracy;
-  for (int count = 0; count < blocks; ++count) {
-    Reals samples{};
-    std::generate(samples.begin(), samples.end(), [&] { return sign * random.Next(low, high); });
-    const Reals exact = Pass(Pass(samples, false), false);
-    Block coefficients;
-    Reals rounded{};
-    for (unsigned i = 0; i < 64; ++i) {
-      rounded[i] = std::clamp(std::nearbyint(exact[i]), -2048.0, 2047.0);
-      coefficients.At[i % 8 * 8 + i / 8] = static_cast<std::int16_t>(rounded[i]);
-    }
-    const Reals reference = Pass(Pass(rounded, true), true);
-    Block output;
-    InverseDct(coefficients, output);
-    for (unsigned i = 0; i < 64; ++i) {
-      const auto expected = static_cast<int>(std::clamp(std::nearbyint(reference[i]), -256.0, 255.0));
-      const int error = std::clamp<int>(output.At[i], -256, 255) - expected;
-      accuracy.Peak = std::max(accuracy.Peak, std::abs(error));
-      accuracy.Sum[i] += error;
-      accuracy.Squares[i] += error * error;
-    }
-  }
-  return accuracy;
-}
-
 TEST(Dct, InverseMeetsIeee1180) {
   constexpr int Blocks = 10000;
-  for (const auto& [low, high] : {std::pair{256, 255}, {5, 5}, {300, 300}}) {
-    for (const int sign : {1, -1}) {
-      const Accuracy accuracy = Measure(low, high, sign, Blocks);
-      EXPECT_LE(accuracy.Peak, 1);
-      double sum = 0;
-      double squares = 0;
-      for (unsigned i = 0; i < 64; ++i) {
-        EXPECT_LE(accuracy.Squares[i] / Blocks, 0.06);
-        EXPECT_LE(std::abs(accuracy.Sum[i]) / Blocks, 0.015);
-        sum += accuracy.Sum[i];
-        squares += accuracy.Squares[i];
+  const auto rounded = [](double value, double low, double high) {
+    return std::clamp(std::nearbyint(value), low, high);
+  };
+  for (const auto& [low, high, sign] :
+       {std::tuple{256, 255, 1}, {256, 255, -1}, {5, 5, 1}, {5, 5, -1}, {300, 300, 1}, {300, 300, -1}}) {
+    Ieee1180Random random;
+    Accuracy accuracy;
+    for (int count = 0; count < Blocks; ++count) {
+      Reals block{};
+      for (double& sample : block) {
+        sample = sign * random.Next(low, high);
       }
-      EXPECT_LE(squares / (64 * Blocks), 0.02);
-      EXPECT_LE(std::abs(sum) / (64 * Blocks), 0.0015);
+      block = PlainForward(block);
+      for (double& coefficient : block) {
+        coefficient = rounded(coefficient, -2048, 2047);
+      }
+      const Reals reference = PlainInverse(block);
+      Block output;
+      InverseDct(ToBlock(block, true), output);
+      for (unsigned i = 0; i < 64; ++i) {
+        accuracy.Add(i, std::clamp<int>(output.At[i], -256, 255) - rounded(reference[i], -256, 255));
+      }
     }
+    EXPECT_LE(accuracy.Peak, 1);
+    double sum = 0;
+    double squares = 0;
+    for (unsigned i = 0; i < 64; ++i) {
+      EXPECT_LE(accuracy.Squares[i] / Blocks, 0.06);
+      EXPECT_LE(std::abs(accuracy.Sum[i]) / Blocks, 0.015);
+      sum += accuracy.Sum[i];
+      squares += accuracy.Squares[i];
+    }
+    EXPECT_LE(squares / (64 * Blocks), 0.02);
+    EXPECT_LE(std::abs(sum) / (64 * Blocks), 0.0015);
   }
-  Block zero;
   Block output;
-  output.At.fill(7);
-  InverseDct(zero, output);
-  EXPECT_EQ(output.At, zero.At);
+  InverseDct({}, output);
+  EXPECT_EQ(output.At, Block{}.At);
 }
 
 }  // namespace

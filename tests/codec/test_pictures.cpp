@@ -6,23 +6,6 @@
 #include <random>
 
 namespace quorvelant {
-namespace {
-
-double SquaredError(const Plane& a, const Plane& b) {
-  double sum = 0;
-  for (std::size_t i = 0; i < a.Samples.size(); ++i) {
-    const double difference = a.Samples[i] - b.Samples[i];
-    sum += difference * difference;
-  }
-  return sum;
-}
-
-double Decibels(double squaredError, std::size_t samples) {
-  return squaredError == 0 ? 99
-                           : 10 * std::log10(255.0 * 255.0 * static_cast<double>(samples) / squaredError);
-}
-
-}  // namespace
 
 Picture PhotographLike(int width, int height, unsigned seed) {
   std::mt19937 random(seed);
@@ -67,18 +50,17 @@ Picture Noise(int width, int height, unsigned seed) {
   return picture;
 }
 
-double Psnr(const Plane& a, const Plane& b) {
-  return Decibels(SquaredError(a, b), a.Samples.size());
-}
-
 double Psnr(const Planes& a, const Planes& b) {
-  double error = 0;
-  std::size_t samples = 0;
+  double squaredError = 0;
+  double samples = 0;
   for (std::size_t i = 0; i < 3; ++i) {
-    error += SquaredError(a.Of[i], b.Of[i]);
-    samples += a.Of[i].Samples.size();
+    for (std::size_t k = 0; k < a.Of[i].Samples.size(); ++k) {
+      const double difference = a.Of[i].Samples[k] - b.Of[i].Samples[k];
+      squaredError += difference * difference;
+      ++samples;
+    }
   }
-  return Decibels(error, samples);
+  return 10 * std::log10(255.0 * 255.0 * samples / squaredError);
 }
 
 int LargestDifference(const Planes& a, const Planes& b) {

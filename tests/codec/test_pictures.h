@@ -11,9 +11,7 @@ Picture PhotographLike(int width, int height, unsigned seed);
 // Every channel of every pixel at random.
 Picture Noise(int width, int height, unsigned seed);
 
-// Peak signal to noise ratio in dB; 99 where there is no difference.
-double Psnr(const Plane& a, const Plane& b);
-// Over the samples of all planes.
+// Peak signal to noise ratio in dB over the samples of all planes.
 double Psnr(const Planes& a, const Planes& b);
 // The largest difference of two samples; 256 where the sizes differ.
 int LargestDifference(const Planes& a, const Planes& b);

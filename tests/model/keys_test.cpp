@@ -45,13 +45,6 @@ TEST(Keys, BuiltKeysAddressWhatTheyName) {
   EXPECT_EQ(FindEntry(project.Disc, "VTS7"), nullptr);
 }
 
-TEST(Keys, NamesOfNewElements) {
-  EXPECT_EQ(EntryName(1), "Video Manager");
-  EXPECT_EQ(LanguageUnitName(1, "English"), "VMG_English");
-  EXPECT_EQ(MenuPgcName(3, "French", 2), "VTS2_French_PGC2");
-  EXPECT_EQ(TitlePgcName(2, 4, 5), "VTS1_Title4_PGC5");
-}
-
 TEST(SourceKeys, AreTakenApartFieldByField) {
   using Node = SourceKey::Node;
   EXPECT_EQ(ParseSourceKey("Track.10.Audio1"), (SourceKey{Node::AudioStream, 10, 1, 0}));

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "edit/new_track.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
 
@@ -18,10 +17,17 @@ class UpdateMyDVDTest : public testing::Test {
     PG_P program;
     program.Key = ProgramPlace;
     FindPgc(Work.Disc, ProgramPlace)->PG.Add(program);
-    Track& track = *NewSegment(Work.Tracks, "Motion", "");
+    Track& track = AddTrack();
     track.Standard = "PAL";
     track.Aspect = "16:9";
     track.Pan = true;
+  }
+  Track& AddTrack() {
+    Track track;
+    track.TrackName = "Track_" + std::to_string(Work.Tracks.Count() + 1);
+    track.TrackType = "Motion";
+    track.Scenes.emplace_back().Name = track.TrackName + "_Scene1";
+    return Work.Tracks.Add(std::move(track));
   }
   DiscUpdate Place(std::int32_t segment = 0) const {
     DiscUpdate update;
@@ -50,8 +56,7 @@ TEST_F(UpdateMyDVDTest, ThePlacedCellCarriesTheTrackUpward) {
 }
 
 TEST_F(UpdateMyDVDTest, PanOnceOnStaysOn) {
-  Track& narrow = *NewSegment(Work.Tracks, "Motion", "");
-  narrow.Aspect = "4:3";
+  AddTrack().Aspect = "4:3";
   UpdateMyDVD(Work, Place(0));
   UpdateMyDVD(Work, Place(1));
   EXPECT_TRUE(Work.Disc.Item(2)->VTSTitleInfo.Pan);

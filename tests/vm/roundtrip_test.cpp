@@ -2,10 +2,12 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include <array>
+#include <map>
 #include <random>
 #include <string>
+#include <vector>
 
+#include "base/text.h"
 #include "vm/command_words.h"
 #include "vm/decoder.h"
 #include "vm/resolver.h"
@@ -13,128 +15,76 @@
 namespace quorvelant {
 namespace {
 
+// Draws commands from a grammar: "<name>" stands for one of the forms of that name, "#n" for a number below
+// n.
 class Composer {
  public:
-  std::string Command() {
-    switch (Below(9)) {
-      case 0:
-        return Core();
-      case 1:
-      case 2:
-        return Compare(true) + Core();
-      case 3:
-      case 4:
-        return fmt::format("{{ {} ; {} }}", Below(2) == 0 ? Set() : SystemSet(), Link());
-      case 5:
-        return fmt::format("{} ; {}{}", Set(), Compare(true), Link());
-      case 6:
-        return fmt::format("{}{{ {} ; {} }}", Compare(true), Set(), Link());
-      case 7:
-        return fmt::format("{}{{ {} ; }} {}", Compare(true), Set(), Link());
-      default:
-        return SystemSet();
+  std::string Draw(std::string_view form = "<command>") {
+    std::string text;
+    for (std::size_t at = 0; at < form.size(); ++at) {
+      if (form[at] == '<' && form.find('>', at) != std::string_view::npos && form[at + 1] != ' ') {
+        const std::size_t end = form.find('>', at);
+        text += Draw(OneOf(form.substr(at + 1, end - at - 1)));
+        at = end;
+      } else if (form[at] == '#') {
+        const std::size_t end = std::min(form.find_first_not_of("0123456789", at + 1), form.size());
+        text += fmt::format("{}", Below(static_cast<unsigned>(LeadingNumber(form.substr(at + 1)))));
+        at = end - 1;
+      } else {
+        text += form[at];
+      }
     }
+    return text;
   }
 
  private:
   unsigned Below(unsigned bound) { return std::uniform_int_distribution<unsigned>(0, bound - 1)(random_); }
-  std::string Gprm() { return fmt::format("GPRM{}", Below(16)); }
-  std::string Number() { return fmt::format("{}", Below(3) == 0 ? Below(70000) : Below(20)); }
-  std::string Button() { return fmt::format(", button={}", Below(37)); }
-  std::string Value(bool number) {
-    switch (Below(number ? 3 : 2)) {
-      case 0:
-        return Gprm();
-      case 1:
-        return fmt::format("SPRM{}", Below(24));
-      default:
-        return Number();
+
+  std::string OneOf(std::string_view name) {
+    if (name == "operator") {
+      return std::string(CompareOperators.at(Below(CompareOperators.size())).Text);
     }
-  }
-  std::string Compare(bool number) {
-    return fmt::format("If ( {} {} {} ) ", Gprm(), CompareOperators.at(Below(7)).Text, Value(number));
-  }
-  std::string Set() { return fmt::format("{} {}, {}", ArithmeticWords.at(Below(11)), Gprm(), Value(true)); }
-  std::string Link() {
-    if (Below(2) == 0) {
+    if (name == "arithmetic") {
+      return std::string(ArithmeticWords.at(Below(ArithmeticWords.size())));
+    }
+    if (name == "menu") {
+      return std::string(MenuWords.at(Below(MenuWords.size())).Shown);
+    }
+    if (name == "sub") {
       const SubInstruction& sub = SubInstructions.at(Below(SubInstructions.size()));
-      return std::string(sub.Shown) + (sub.Name == word::Rsm ? "" : Button());
+      return std::string(sub.Shown) + (sub.Read == word::Rsm ? "" : ", button=#37");
     }
-    return fmt::format("{} {}{}", NamedLinks.at(Below(4)).Shown, Below(1100), Button());
-  }
-  std::string Streams() {
-    const bool registers = Below(2) == 0;
-    const auto value = [&](unsigned bound) { return registers ? Gprm() : fmt::format("{}", Below(bound)); };
-    std::string text = "SetSTN ";
-    if (Below(2) == 0) {
-      text += fmt::format("angle={}, ", value(10));
-    }
-    if (Below(2) == 0) {
-      text += Below(4) == 0 ? "audio=16:None, " : fmt::format("audio={}, ", value(17));
-    }
-    if (Below(2) == 0) {
-      text += Below(4) == 0 ? "subpicture=63 Dummy" : fmt::format("subpicture={}", value(33));
-      text += Below(2) == 0 ? ":ON" : ":OFF";
-    }
-    return text;
-  }
-  std::string SystemSet() {
-    const auto on = [this] { return Below(2) == 0 ? "ON" : "OFF"; };
-    switch (Below(6)) {
-      case 0:
-        return fmt::format("SetNVTMR NV_TMR={}, TT_PGCN={}", Below(2) == 0 ? Gprm() : Number(), Below(1000));
-      case 1:
-        return fmt::format("SetGPRMMD {}{}={}", Below(2) == 0 ? "RegisterMode" : "CounterMode", Gprm(),
-                           Below(2) == 0 ? Gprm() : Number());
-      case 2:
-        return "SetAMXMD " + Gprm();
-      case 3:
-        return fmt::format("SetAMXMD ACH0(4:{},3:{},2:{}), ACH1(4:{},3:{},2:{})", on(), on(), on(), on(),
-                           on(), on());
-      case 4:
-        return fmt::format("SetHL_BTNN HL_BTTN={}", Below(2) == 0 ? Gprm() : Number());
-      default:
-        return Streams();
-    }
-  }
-  std::string Jump() {
-    const std::string_view menu = MenuWords.at(Below(5)).Shown;
-    switch (Below(9)) {
-      case 0:
-        return fmt::format("JumpTT {}", Below(100));
-      case 1:
-        return fmt::format("JumpVTS_TT {}", Below(100));
-      case 2:
-        return fmt::format("JumpVTS_PTT ptt_{} @ vts_ttn_{}", Below(1000), Below(100));
-      case 3:
-        return fmt::format("JumpSS vts_{}, vts_ttn_{} : {}", Below(100), Below(100), menu);
-      case 4:
-        return fmt::format("JumpSS pgc_{}", Below(40000));
-      case 5:
-        return fmt::format("CallSS RSM={},{}", Below(256), menu);
-      case 6:
-        return fmt::format("CallSS RSM={},, pgc_{}", Below(256), Below(40000));
-      case 7:
-        return Below(2) == 0 ? "JumpSS FP_DOM" : "JumpSS TitleMenu";
-      default:
-        return Below(2) == 0 ? "CallSS FP_DOM" : "CallSS RSM=1,TitleMenu";
-    }
-  }
-  std::string Core() {
-    switch (Below(6)) {
-      case 0:
-        return fmt::format("GoTo {}", Below(200));
-      case 1:
-        return fmt::format("SetTmpPML parental:{} command:{}", Below(16), Below(129));
-      case 2:
-        return std::array{"NOP", "Break", "Exit"}.at(Below(3));
-      case 3:
-        return Link();
-      case 4:
-        return Set();
-      default:
-        return Jump();
-    }
+    static const std::map<std::string_view, std::vector<std::string>> Forms{
+        {"command",
+         {"<core>", "<if><core>", "<if><system>", "<system>", "{ <set> ; <link> }", "{ <system> ; <link> }",
+          "<set> ; <if><link>", "<if>{ <set> ; <link> }", "<if>{ <set> ; } <link>"}},
+        {"if", {"If ( GPRM#16 <operator> <value> ) "}},
+        {"value", {"GPRM#16", "SPRM#24", "<number>"}},
+        {"number", {"#20", "#20", "#70000"}},
+        {"source", {"GPRM#16", "<number>"}},
+        {"set", {"<arithmetic> GPRM#16, <value>"}},
+        {"link",
+         {"<sub>", "<sub>", "LinkPGCN #1100", "LinkPTT #1100, button=#37", "LinkPGN #1100, button=#37",
+          "LinkCN #1100, button=#37"}},
+        {"core",
+         {"GoTo #200", "SetTmpPML parental:#16 command:#129", "NOP", "Break", "Exit", "<link>", "<set>",
+          "<jump>", "<jump>"}},
+        {"jump",
+         {"JumpTT #100", "JumpVTS_TT #100", "JumpVTS_PTT ptt_#1000 @ vts_ttn_#100", "JumpSS pgc_#40000",
+          "JumpSS vts_#100, vts_ttn_#100 : <menu>", "CallSS RSM=#256,<menu>", "CallSS RSM=#256,, pgc_#40000",
+          "JumpSS FP_DOM", "JumpSS TitleMenu", "CallSS FP_DOM", "CallSS RSM=1,TitleMenu"}},
+        {"system",
+         {"SetNVTMR NV_TMR=<source>, TT_PGCN=#1000", "SetGPRMMD RegisterModeGPRM#16=<source>",
+          "SetGPRMMD CounterModeGPRM#16=<source>", "SetAMXMD GPRM#16",
+          "SetAMXMD ACH0(4:<on>,3:<on>,2:<on>), ACH1(4:<on>,3:<on>,2:<on>)", "SetHL_BTNN HL_BTTN=<source>",
+          "SetSTN <angle><audio><subpicture>", "SetSTN angle=GPRM#16, audio=GPRM#16, subpicture=GPRM#16"}},
+        {"on", {"ON", "OFF"}},
+        {"angle", {"", "angle=#10, "}},
+        {"audio", {"", "audio=#17, ", "audio=16:None, "}},
+        {"subpicture", {"", "subpicture=#33:<on>", "subpicture=63 Dummy:<on>"}},
+    };
+    const std::vector<std::string>& forms = Forms.at(name);
+    return forms[Below(static_cast<unsigned>(forms.size()))];
   }
 
   std::mt19937 random_{20240517};  // NOLINT(cert-msc51-cpp): the same commands in every run
@@ -144,7 +94,7 @@ TEST(Roundtrip, EncodeOfDecodeIsTheSameBytes) {
   constexpr ResolveOptions Numeric{.Numbers = NumericTargets::First};
   Composer composer;
   for (int i = 0; i < 20000; ++i) {
-    const std::string text = composer.Command();
+    const std::string text = composer.Draw();
     const std::string hex = ResolveText(text, {}, nullptr, Numeric).Hex;
     const DecodedCommand decoded = DecodeCommand(hex);
     ASSERT_TRUE(decoded.Known) << text << " -> " << hex;

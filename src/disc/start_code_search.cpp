@@ -1,4 +1,4 @@
-#include "analysis/start_code_search.h"
+#include "disc/start_code_search.h"
 
 #include <bit>
 #include <cstdint>
