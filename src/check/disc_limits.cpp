@@ -43,19 +43,12 @@ Findings CheckLimits(const Project& project) {
       findings.push_back(MessageOf(kind, {}, count, most));
     }
   };
+  for (const auto& at : LivePgcs(project)) {
+    CheckPgc(*at.Chain, findings);
+  }
   std::size_t titles = 0;
   for (const VTS_P* entry : Live(project.Disc)) {
-    for (const Lang_P* language : Live(entry->Lang)) {
-      for (const PGC_P* pgc : Live(language->PGC)) {
-        CheckPgc(*pgc, findings);
-      }
-    }
-    for (const Title_P* title : Live(entry->Title)) {
-      ++titles;
-      for (const PGC_P* pgc : Live(title->PGC)) {
-        CheckPgc(*pgc, findings);
-      }
-    }
+    titles += Live(entry->Title).size();
   }
   CheckPgc(project.FirstPlay, findings);
   limit(message::TooManySets, std::max<std::size_t>(Live(project.Disc).size(), 1) - 1, MostTitleSets);

@@ -92,6 +92,7 @@ std::vector<Row> Rows() {
       {"DoubtfulValue", "Item=Track|Resolution = Pall|", "W doubtful-value p.qvp:2|"},
       {"RepeatedScene", "Item=Track|" + SceneS + SceneS, "E scene-repeated p.qvp:5|"},
       {"CommandTarget", Pgc + "Item=PreCommands|Command=LinkPGCN Q|", "E command-target-missing VTS1/T/P/-|"},
+      {"Command", Pgc + "Item=PreCommands|Command=Frobnicate|", "W command-unknown PGC1 Pre1|"},
       {"UnknownScene", Pgc + CellOfS, "E scene-unknown CELL1|W cell-left-out PGC1|"},
       {"UnknownPalette", Pgc + "PaletteUsed=Q|", "W palette-unknown PGC1|"},
 
