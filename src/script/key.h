@@ -53,18 +53,37 @@ constexpr bool Has(Written all, Written part) {
 // no meaning where it stands.
 using KeyReader = bool (*)(ReaderState& state, std::string_view value, std::size_t number);
 
+// How many entries a key has, a line each; 1 for a plain value.
+template <class Item>
+struct EntryCounter {
+  template <class Member>
+  constexpr std::size_t operator()(Member Item::* /*field*/) const {
+    return 1;
+  }
+  template <class Entry, std::size_t Count>
+  constexpr std::size_t operator()(std::array<Entry, Count> Item::* /*field*/) const {
+    return std::is_same_v<std::array<Entry, Count>, ColorQuad> ? 1 : Count;
+  }
+  constexpr std::size_t operator()(const Numbers<Item>& /*fields*/) const { return 1; }
+};
 template <class Item>
 struct Key {
   template <class Member>
   constexpr Key(std::string_view words, Member field, Takes takes = Takes::Anything,
                 Written written = Written::Always)
-      : Words(words), Name(words.substr(0, words.find('|'))), Field(field), Value(takes), When(written) {}
+      : Words(words),
+        Name(words.substr(0, words.find('|'))),
+        Field(field),
+        Value(takes),
+        When(written),
+        Entries(std::visit(EntryCounter<Item>(), Field)) {}
 
   std::string_view Words;  // all that are read, in any case, between "|"
   std::string_view Name;   // the first of them, as it is written
   KeyField<Item> Field;
   Takes Value;
   Written When;
+  std::size_t Entries;                                     // lines of its own: more than 1 for an array
   const Switch* OnOff = nullptr;                           // of a number that is a switch, too
   std::size_t First = 0;                                   // number of the first entry of an array
   Segment Place = Segment::None;                           // where the item alone is not enough
@@ -91,23 +110,5 @@ template <class Item, class Member, class... Rest>
 Key(std::string_view, Member Item::*, Rest...) -> Key<Item>;
 template <class Item, class... Rest>
 Key(std::string_view, Numbers<Item>, Rest...) -> Key<Item>;
-
-// How many entries a key has, a line each; 1 for a plain value.
-template <class Item>
-struct EntryCounter {
-  template <class Member>
-  constexpr std::size_t operator()(Member Item::* /*field*/) const {
-    return 1;
-  }
-  template <class Entry, std::size_t Count>
-  constexpr std::size_t operator()(std::array<Entry, Count> Item::* /*field*/) const {
-    return std::is_same_v<std::array<Entry, Count>, ColorQuad> ? 1 : Count;
-  }
-  constexpr std::size_t operator()(const Numbers<Item>& /*fields*/) const { return 1; }
-};
-template <class Item>
-constexpr std::size_t EntryCount(const Key<Item>& key) {
-  return std::visit(EntryCounter<Item>(), key.Field);
-}
 
 }  // namespace quorvelant

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "script/key.h"
-#include "script/messages.h"
+#include "script/open_item.h"
 #include "script/script_reader.h"
 
 namespace quorvelant {
@@ -120,7 +120,7 @@ bool ReadKey(ReaderState& state, const Key<Item>& row, std::string_view value, s
   if (row.Reader != nullptr) {
     return row.Reader(state, value, number);
   }
-  Item* item = OpenItem<Item>(state);
+  Item* item = OpenItem(state);
   if (item == nullptr || !std::visit(FieldReader<Item>{state, *item, row, value, number}, row.Field)) {
     return false;
   }

@@ -176,6 +176,12 @@ struct ScriptTraits {
   bool TargetsStored = false;       // a command with the name that it is to point at
 };
 
+// The last element of a list of what `owner` points at; nullptr where there is none.
+template <class Owner, class T>
+T* LastOf(Owner* owner, std::vector<T> Owner::*list) {
+  return owner == nullptr || (owner->*list).empty() ? nullptr : &(owner->*list).back();
+}
+
 struct ReaderState {
   explicit ReaderState(Project& target) : Target(target) {}
 
@@ -211,49 +217,5 @@ struct ReaderState {
   // "}": the inner blocks end.
   void CloseBlock();
 };
-
-// The item of that type to which a key's line belongs; nullptr where none is open.
-template <class Item>
-Item* OpenItem(ReaderState& state);
-template <>
-Project* OpenItem(ReaderState& state);
-template <>
-DataFile_P* OpenItem(ReaderState& state);
-template <>
-Track* OpenItem(ReaderState& state);
-template <>
-VideoPlay* OpenItem(ReaderState& state);
-template <>
-AudioStream* OpenItem(ReaderState& state);
-template <>
-AudioPlay* OpenItem(ReaderState& state);
-template <>
-SubtitleStream* OpenItem(ReaderState& state);
-template <>
-SubPicturePlay* OpenItem(ReaderState& state);
-template <>
-HighlightPlay* OpenItem(ReaderState& state);
-template <>
-ColorScheme* OpenItem(ReaderState& state);
-template <>
-HighlightButton* OpenItem(ReaderState& state);
-template <>
-HighlightArea* OpenItem(ReaderState& state);
-template <>
-Scene* OpenItem(ReaderState& state);
-template <>
-VTS_P* OpenItem(ReaderState& state);
-template <>
-Lang_P* OpenItem(ReaderState& state);
-template <>
-Title_P* OpenItem(ReaderState& state);
-template <>
-PGC_P* OpenItem(ReaderState& state);
-template <>
-PG_P* OpenItem(ReaderState& state);
-template <>
-Cell_P* OpenItem(ReaderState& state);
-template <>
-Palette_P* OpenItem(ReaderState& state);
 
 }  // namespace quorvelant

@@ -45,12 +45,16 @@ class ScriptText {
   }
 
   // A line in pieces: begun, put together, ended.
-  ScriptText& BeginValue(std::string_view key) { return Begin().Put(key).Put("="); }
+  ScriptText& BeginValue(std::string_view key) { return Begin().Put(key).Put('='); }
   ScriptText& BeginNumbered(std::string_view key, std::size_t number) {
-    return Begin().PutNumbered(key, number).Put("=");
+    return Begin().PutNumbered(key, number).Put('=');
   }
   ScriptText& Put(std::string_view text) {
     text_.append(text);
+    return *this;
+  }
+  ScriptText& Put(char character) {
+    text_.push_back(character);
     return *this;
   }
   ScriptText& Put(std::int64_t number) {

@@ -8,6 +8,7 @@
 #include "model/cls_dvd.h"
 #include "model/default_structure.h"
 #include "script/item_names.h"
+#include "script/open_item.h"
 #include "script/script_reader.h"
 
 namespace quorvelant {
@@ -127,10 +128,10 @@ bool ReadQuadValue(ReaderState& state, std::string_view value, std::size_t which
   const QuadTarget& quad = state.Overlay.Quad;
   std::int32_t* number = nullptr;
   if (quad.OfSubtitle != nullptr) {
-    SubPicturePlay* play = OpenItem<SubPicturePlay>(state);
+    SubPicturePlay* play = OpenItem(state);
     number = play == nullptr ? nullptr : &(play->*(*quad.OfSubtitle)[which]);
   } else if (quad.OfScheme != nullptr) {
-    ColorScheme* scheme = OpenItem<ColorScheme>(state);
+    ColorScheme* scheme = OpenItem(state);
     number = scheme == nullptr ? nullptr : &(scheme->*quad.OfScheme)[which];
   }
   if (number != nullptr) {
@@ -146,7 +147,7 @@ bool ReadChannel(ReaderState& state, std::string_view value, std::size_t channel
   if (target.OfPalette && state.Overlay.Palette) {
     color = &state.Overlay.Palette->PaletteColors[*target.OfPalette];
   } else if (target.OfSubtitle != nullptr) {
-    SubPicturePlay* play = OpenItem<SubPicturePlay>(state);
+    SubPicturePlay* play = OpenItem(state);
     color = play == nullptr ? nullptr : &(play->*target.OfSubtitle);
   }
   if (color != nullptr) {
@@ -241,7 +242,7 @@ std::span<const SpecialKey> SpecialKeys() {
 }
 
 bool ReadSceneTime(ReaderState& state, std::string_view value, std::size_t /*number*/) {
-  Scene* scene = OpenItem<Scene>(state);
+  Scene* scene = OpenItem(state);
   if (scene == nullptr) {
     return false;
   }

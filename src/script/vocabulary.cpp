@@ -70,7 +70,7 @@ struct KeyIndex {
         const auto read = [&row](ReaderState& state, std::string_view value, std::size_t number) {
           return ReadKey(state, row, value, number);
         };
-        Add(row.Words, {read, row.First, row.Value, row.Place}, EntryCount(row));
+        Add(row.Words, {read, row.First, row.Value, row.Place}, row.Entries);
       }
     };
     ForEachSourceTable(addTable);

@@ -68,7 +68,7 @@ struct FieldWriter {
   void PutEntry(std::int32_t entry) const { Text.Put(std::int64_t{entry}); }
   void PutEntry(bool entry) const { PutSwitch(entry); }
   void PutEntry(Color entry) const {
-    Text.Put(std::int64_t{entry & 255U}).Put(",").Put(std::int64_t{entry >> 8U & 255U}).Put(",");
+    Text.Put(std::int64_t{entry & 255U}).Put(',').Put(std::int64_t{entry >> 8U & 255U}).Put(',');
     Text.Put(std::int64_t{entry >> 16U & 255U});
   }
   void PutEntry(const HighlightArea& area) const { PutFour({area.X1, area.Y1, area.X2, area.Y2}); }
@@ -86,7 +86,8 @@ bool IsOn(const Key<Item>& row, const Item& item) {
 
 template <class Item>
 bool IsWritten(const Key<Item>& row, const Item& item, Written holds) {
-  return Has(holds | Written::IfOn, row.When) && (!Has(row.When, Written::IfOn) || IsOn(row, item));
+  return row.When == Written::Always ||
+         (Has(holds | Written::IfOn, row.When) && (!Has(row.When, Written::IfOn) || IsOn(row, item)));
 }
 
 // One entry of a row with several.
@@ -105,9 +106,8 @@ void WriteKey(ScriptText& text, const Key<Item>& row, const Item& item, const Wr
     text.Value(row.Name, row.Show(item, context.FramesPerSecond));
     return;
   }
-  const std::size_t count = EntryCount(row);
-  if (count > 1) {
-    for (std::size_t entry = 0; entry < count; ++entry) {
+  if (row.Entries > 1) {
+    for (std::size_t entry = 0; entry < row.Entries; ++entry) {
       WriteEntry(text, row, item, entry);
     }
     return;

@@ -1,6 +1,7 @@
 // What single lines, whole dialects and broken files come to.
 #include "script/script_reader.h"
 
+#include <fmt/format.h>
 #include <sys/stat.h>
 
 #include <fstream>
@@ -8,6 +9,8 @@
 #include <sstream>
 
 #include "project_generator.h"
+#include "script/load_findings.h"
+#include "script/messages.h"
 #include "script/script_writer.h"
 #include "support/folders.h"
 #include "support/recording_ui.h"
@@ -155,7 +158,7 @@ std::string TwoStandards(std::string_view second) {
 
 TEST(ScriptReader, FailuresAreToldOnceAndExactly) {
   struct Case {
-    std::string_view Name;
+    std::string_view Code;
     std::string Text;
     std::string Title;
     std::string Box;
@@ -163,18 +166,18 @@ TEST(ScriptReader, FailuresAreToldOnceAndExactly) {
     std::string LastStatus;
   };
   const Case cases[] = {
-      {"repeated scene", "Item=Track\nItem=Scene\nName=a\nItem=Track\nItem=Scene\n\tName=a\n", "",
+      {"scene-repeated", "Item=Track\nItem=Scene\nName=a\nItem=Track\nItem=Scene\n\tName=a\n", "",
        "Errors in script; unrecognised command in current segment :- Name=a (Repeated)", "project.qvp:6", ""},
-      {"mixed standards", TwoStandards("NTSC"), "DataLayout Error",
+      {"standards-mixed", TwoStandards("NTSC"), "DataLayout Error",
        "Different video standards (PAL / NTSC) are being attempted to be included in the structure",
        "project.qvp", "Import Failed"},
-      {"commands", "Item=FirstPGC\nItem=PreCommands\nCommand=JumpTT Nowhere\n", "Command Error",
+      {"command-errors", "Item=FirstPGC\nItem=PreCommands\nCommand=JumpTT Nowhere\n", "Command Error",
        "There were some errors noted in the script file - An error list will now be shown", "project.qvp",
        "Import Complete"},
-      {"wide text", std::string("\xFF\xFE", 2) + std::string("I\0t\0", 4), "Script Error",
+      {"script-utf16", std::string("\xFF\xFE", 2) + std::string("I\0t\0", 4), "Script Error",
        "The script is UTF-16 text; please save it as plain (ANSI or UTF-8) text: project.qvp",
        "project.qvp:1", ""},
-      {"too many",
+      {"script-too-large",
        std::string("Item=VTS\n") +
            [] {
              std::string sets;
@@ -186,10 +189,11 @@ TEST(ScriptReader, FailuresAreToldOnceAndExactly) {
        "Script Error", "The script holds more than a disc can: title sets", "project.qvp:100", ""},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.Name);
+    SCOPED_TRACE(c.Code);
     const Loaded loaded(c.Text);
     EXPECT_FALSE(loaded.Result.MayAuthor());
     ASSERT_EQ(loaded.Ui.Messages.size(), 1U);
+    EXPECT_EQ(loaded.Ui.Messages[0].Code, c.Code);
     EXPECT_EQ(loaded.Ui.Messages[0].Title, c.Title);
     EXPECT_EQ(loaded.Ui.Messages[0].Text, c.Box);
     EXPECT_EQ(loaded.Ui.Messages[0].Place, c.Place);
@@ -224,10 +228,39 @@ TEST(ScriptReader, UnknownNamesStayAndAreNoted) {
   EXPECT_EQ(pgc.PaletteName, "Default");
   EXPECT_EQ(pgc.PG.Item(1)->Cell.Item(1)->SceneUsed, "gone");
   EXPECT_EQ(pgc.PG.Item(1)->Cell.Item(1)->SegmentUsed, -1);
-  ASSERT_EQ(loaded.Result.Notes.size(), 2U);
-  EXPECT_EQ(loaded.Result.Notes[0].Place, "VTS1.TITLE1.PGC1.PG1.CELL1");
-  EXPECT_EQ(loaded.Result.Notes[1].Text,
-            "The PGC names a palette that the project does not have, so \"Default\" is used: \"Reds\"");
+}
+
+TEST(LoadFindings, LinesTheirEndCommandsAndNamesInTheirOrder) {
+  std::string text = "Nmae=x\nItem=FirstPGC\nItem=PreCommands\nCommand=JumpTT Nowhere\n";
+  text += "Item=VTS\n{\nItem=Title\nItem=PGC\nStillTime=long\nPaletteUsed=Reds\n";
+  text += "Item=Program\nItem=Cell\nUsingScene=gone\n";
+  std::vector<std::string> found;
+  for (const Message& message : LoadFindings(Loaded(text).Result)) {
+    found.push_back(fmt::format("{} {} {}: {}", message.Place, message.Code, message.Title, message.Text));
+  }
+  EXPECT_THAT(
+      found,
+      ElementsAre(
+          R"(project.qvp:1 skipped-line Skipped Line: unknown key or item: "Nmae=x")",
+          R"(project.qvp:9 doubtful-value Doubtful Value: is no number: "StillTime=long")",
+          "project.qvp:13 unclosed-brace Unclosed Brace: The script ends within 1 open braces; is its end "
+          "missing? The outermost opens in line 6",
+          "-/-/FirstPGC/- command-target-missing Command Error: Pre Command names a target that does not "
+          "exist: "
+          "\"JumpTT Nowhere\"",
+          R"(VTS1.TITLE1.PGC1.PG1.CELL1 scene-unknown Unknown Scene: The cell uses a scene that no track has: "gone")",
+          "VTS1.TITLE1.PGC1 palette-unknown Unknown Palette: The PGC names a palette that the project does "
+          "not "
+          "have, so \"Default\" is used: \"Reds\""));
+  std::string many;
+  for (std::size_t i = 0; i < MostSkippedKept + 7; ++i) {
+    many += "Item=Track\nFrameCount=x\ny\n";
+  }
+  const std::vector<Message> cut = LoadFindings(Loaded(many).Result);
+  ASSERT_EQ(cut.size(), 2 * MostSkippedKept + 2);
+  EXPECT_EQ(cut[MostSkippedKept].Text, "7 more lines were passed over");
+  EXPECT_EQ(cut.back().Text, "7 more values are doubtful");
+  EXPECT_TRUE(LoadFindings(Loaded(" { \n").Result).at(0).Is(message::NoProject));
 }
 
 // Tells of files by their names.
@@ -472,7 +505,6 @@ TEST(ScriptReader, FilesThatAreNone) {
     Project project;
     EXPECT_FALSE(LoadScriptFile(path, project, {}, ui).Loaded);
     ASSERT_EQ(ui.Messages.size(), 1U);
-    EXPECT_EQ(ui.Messages[0].Title, "Script Error");
     EXPECT_EQ(ui.Messages[0].Text, "Unable to read script file: " + path);
   }
 }
