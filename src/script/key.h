@@ -66,6 +66,7 @@ struct EntryCounter {
   }
   constexpr std::size_t operator()(const Numbers<Item>& /*fields*/) const { return 1; }
 };
+
 template <class Item>
 struct Key {
   template <class Member>
@@ -99,8 +100,8 @@ struct Key {
   constexpr Key ShownBy(std::string (*show)(const Item&, int)) const { return With(&Key::Show, show); }
 
  private:
-  template <class Value>
-  constexpr Key With(Value Key::*field, Value value) const {
+  template <class Member>
+  constexpr Key With(Member Key::*field, Member value) const {
     Key key = *this;
     key.*field = value;
     return key;

@@ -94,7 +94,7 @@ struct DataFolder {
 struct ScenePlace {
   std::size_t Track = 0;
   std::size_t Scene = 0;
-  bool Removed = false;  // by the chapter analysis, which told of it
+  bool Removed = false;  // by the chapter analysis, which said so
 };
 
 // A scene whose time waits for its track's standard.

@@ -62,7 +62,7 @@ class ScriptLines {
               LoadResult& result)
       : lines_(script), length_(length), state_(project), ui_(ui), result_(result) {}
 
-  // False when the load ends here; the failure is told.
+  // False when the load ends here; the failure has been shown.
   bool ReadLines();
   ReaderState& State() { return state_; }
   std::size_t LineCount() const { return lines_.Number(); }

@@ -1,16 +1,13 @@
 // What a script looks like, byte for byte, and how it gets onto the disk.
 #include "script/script_writer.h"
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <numeric>
-#include <sstream>
 
+#include "golden.h"
 #include "model/default_structure.h"
 #include "script/messages.h"
 #include "script/script_reader.h"
-#include "support/folders.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 #include "vm/check_commands.h"
@@ -225,29 +222,14 @@ Project EveryKeyAsWritten() {
   return project;
 }
 
-// With QUORVELANT_UPDATE set the file is written anew: read the difference before it is committed.
 TEST(ScriptWriter, EveryKeyAsInTheGoldenFile) {
-  const std::string path = SourceFile("tests/script/data/every_key.qvp");
-  const std::string script = WriteScript(EveryKeyAsWritten());
-  if (std::getenv("QUORVELANT_UPDATE") != nullptr) {  // NOLINT(concurrency-mt-unsafe): nobody sets it
-    std::ofstream(path, std::ios::binary) << script;
-  }
-  std::istringstream golden(TempFolder::Read(path));
-  std::istringstream written(script);
-  std::string expected;
-  std::string line;
-  for (int number = 1; std::getline(golden, expected); ++number) {
-    ASSERT_TRUE(std::getline(written, line));
-    ASSERT_EQ(line, expected) << "line " << number;
-  }
-  EXPECT_FALSE(std::getline(written, line)) << line;
+  ExpectGolden("every_key.qvp", WriteScript(EveryKeyAsWritten()));
 }
 
 TEST(ScriptWriter, TheGoldenFileReadsBackFieldForField) {
   RecordingUi ui;
   Project loaded;
-  const LoadResult result =
-      LoadScriptFile(SourceFile("tests/script/data/every_key.qvp"), loaded, {.Rules = Rules::Players}, ui);
+  const LoadResult result = LoadScriptFile(Fixture("every_key.qvp"), loaded, {.Rules = Rules::Players}, ui);
   EXPECT_EQ(result.SkippedCount, 0U);
   Project expected = EveryKey();
   CheckCommands(expected, Rules::Players);
