@@ -35,18 +35,6 @@ std::uint8_t At(ByteView head, std::size_t offset) {
 
 }  // namespace
 
-std::string GetAudioType(std::string_view fileName) {
-  const std::string extension =
-      Lower(fileName.substr(fileName.size() - std::min<std::size_t>(4, fileName.size())));
-  if (extension == ".ac3") {
-    return "AC3";
-  }
-  if (extension == ".wav") {
-    return "PCM";
-  }
-  return extension == ".dts" ? "DTS" : "";
-}
-
 std::optional<Bytes> ReadAudioHead(const std::string& fileName, UserInterface& ui) {
   Random files(ui);
   files.DimFiles(0);

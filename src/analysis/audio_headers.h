@@ -10,6 +10,7 @@
 
 #include "base/bytes.h"
 #include "base/user_interface.h"
+#include "disc/audio_format.h"
 
 namespace quorvelant {
 
@@ -20,9 +21,6 @@ inline constexpr std::size_t ChannelTotal = 7;
 
 // Bytes of a first frame that the readers below look at; fewer count as 0.
 inline constexpr std::size_t AudioHeadBytes = 16;
-
-// By the file's name alone: "AC3" for ".ac3", "PCM" for ".wav", "DTS" for ".dts", in any case; else empty.
-std::string GetAudioType(std::string_view fileName);
 
 // The first `AudioHeadBytes` bytes of a file, 0 behind its end. Nothing if it cannot be opened, which was
 // told.

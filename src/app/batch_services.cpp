@@ -6,9 +6,9 @@
 #include "base/random.h"
 #include "base/rules.h"
 #include "edit/chapter_analysis.h"
+#include "edit/file_scanner.h"
 #include "platform/picture_service.h"
 #include "script/script_reader.h"
-#include "script/source_scanner.h"
 #include "vm/check_commands.h"
 
 namespace quorvelant {

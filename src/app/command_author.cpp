@@ -19,11 +19,11 @@
 #include "check/check.h"
 #include "check/source_judge.h"
 #include "edit/chapter_analysis.h"
+#include "edit/file_scanner.h"
 #include "model/walk.h"
 #include "platform/picture_service.h"
 #include "script/load_findings.h"
 #include "script/script_reader.h"
-#include "script/source_scanner.h"
 #include "verify/read_back.h"
 
 namespace quorvelant {

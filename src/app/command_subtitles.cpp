@@ -16,6 +16,7 @@
 #include "base/random.h"
 #include "base/rules.h"
 #include "base/text.h"
+#include "edit/file_scanner.h"
 #include "edit/new_track.h"
 #include "model/cls_dvd.h"
 #include "model/walk.h"

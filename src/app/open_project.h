@@ -5,6 +5,7 @@
 
 #include "base/passing_ui.h"
 #include "base/rules.h"
+#include "edit/file_scanner.h"
 #include "model/project.h"
 #include "script/script_reader.h"
 

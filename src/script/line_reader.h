@@ -17,7 +17,7 @@ class LineReader {
   // The longest line that is handed out whole.
   static constexpr std::size_t MostLineBytes = std::size_t{1} << 20U;
 
-  // The next line without its end, valid until the next call; false behind the last.
+  // The next line without its end, valid until the next call; false after the last.
   bool Next();
   std::string_view Line() const { return line_; }
   // Of the present line, from 1.
@@ -30,7 +30,7 @@ class LineReader {
  private:
   static constexpr std::size_t FirstWindowBytes = std::size_t{1} << 18U;
 
-  // Reads on behind what is in the window; false at the end of the text.
+  // Reads on after what is in the window; false at the end of the text.
   bool Fill();
   void PassOverRest();
 

@@ -13,11 +13,11 @@
 #include "base/text.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
+#include "script/build_project.h"
 #include "script/line_reader.h"
 #include "script/messages.h"
-#include "script/script_build.h"
-#include "script/script_state.h"
-#include "script/script_words.h"
+#include "script/reader_state.h"
+#include "script/vocabulary.h"
 
 namespace quorvelant {
 
@@ -30,7 +30,7 @@ constexpr std::size_t ProgressSteps = 100;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::array<std::string_view, 2> WideMarks{"\xFF\xFE", "\xFE\xFF"};
 
-// Everything but a destination that was given ahead of the load.
+// Everything but a destination that was given before the load.
 void ResetProject(Project& project, const std::string& file) {
   Project empty;
   empty.DestinationFolder = std::move(project.DestinationFolder);
@@ -56,12 +56,13 @@ void CloseUp(std::string& line) {
 }
 
 // The lines of one script on their way into the state.
-class Reading {
+class ScriptLines {
  public:
-  Reading(std::istream& script, std::size_t length, Project& project, UserInterface& ui, LoadResult& result)
+  ScriptLines(std::istream& script, std::size_t length, Project& project, UserInterface& ui,
+              LoadResult& result)
       : lines_(script), length_(length), state_(project), ui_(ui), result_(result) {}
 
-  // False when the load ends here; the failure is told.
+  // False when the load ends here; the failure has been shown.
   bool ReadLines();
   ReaderState& State() { return state_; }
   std::size_t LineCount() const { return lines_.Number(); }
@@ -69,11 +70,11 @@ class Reading {
  private:
   void PrepareLine(std::string_view line);
   void SplitLine(std::string_view trimmed);
-  bool TakePreparedLine();
+  bool ReadPreparedLine();
   SkippedLine LineWith(std::string_view reason) const;
   void Skip(std::string_view reason);
   void Doubt(std::string_view reason);
-  bool TakeBrace();
+  bool ReadBrace();
   bool ShowProgress();
   bool Fail(const MessageKind& kind, std::string_view value);
 
@@ -89,8 +90,8 @@ class Reading {
   std::string_view whole_;    // without tabs
 };
 
-// Without tabs: those ahead are the writer's courtesy and cost nothing; others are rare.
-void Reading::PrepareLine(std::string_view line) {
+// Without tabs: those at its start are the writer's courtesy and cost nothing; others are rare.
+void ScriptLines::PrepareLine(std::string_view line) {
   const std::size_t first = line.find_first_not_of('\t');
   line.remove_prefix(std::min(first, line.size()));
   if (std::memchr(line.data(), '\t', line.size()) != nullptr) {
@@ -102,7 +103,7 @@ void Reading::PrepareLine(std::string_view line) {
   trimmed_ = Trim(line);
 }
 
-void Reading::SplitLine(std::string_view trimmed) {
+void ScriptLines::SplitLine(std::string_view trimmed) {
   const std::size_t equal = whole_.find('=');
   // "Key = Value" is a person's style; the writer's own values are kept to the last blank.
   const bool spaced = equal != std::string_view::npos && equal > 0 && whole_[equal - 1] == ' ';
@@ -114,29 +115,29 @@ void Reading::SplitLine(std::string_view trimmed) {
   }
   std::transform(lower_.begin(), lower_.end(), lower_.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-  state_.Lower = lower_;
+  state_.Line.Lower = lower_;
   if (equal == std::string_view::npos) {
-    state_.Value = {};
+    state_.Line.Value = {};
     return;
   }
-  state_.Value = whole_.substr(equal + 1);
+  state_.Line.Value = whole_.substr(equal + 1);
   if (spaced) {
-    state_.Value = Trim(state_.Value);
+    state_.Line.Value = Trim(state_.Line.Value);
   }
 }
 
-SkippedLine Reading::LineWith(std::string_view reason) const {
+SkippedLine ScriptLines::LineWith(std::string_view reason) const {
   return {lines_.Number(), std::string(trimmed_.substr(0, MostSkippedText)), reason};
 }
 
-void Reading::Skip(std::string_view reason) {
+void ScriptLines::Skip(std::string_view reason) {
   ++result_.SkippedCount;
   if (result_.Skipped.size() < MostSkippedKept) {
     result_.Skipped.push_back(LineWith(reason));
   }
 }
 
-void Reading::Doubt(std::string_view reason) {
+void ScriptLines::Doubt(std::string_view reason) {
   ++result_.DoubtedCount;
   if (result_.Doubted.size() < MostSkippedKept) {
     result_.Doubted.push_back(LineWith(reason));
@@ -145,7 +146,7 @@ void Reading::Doubt(std::string_view reason) {
 
 // A brace alone on its line. Items end by themselves, so the braces are counted only to tell of a script
 // whose end is missing. A "}" too many is what a project without tracks is written with.
-bool Reading::TakeBrace() {
+bool ScriptLines::ReadBrace() {
   if (trimmed_ == "{") {
     result_.UnclosedLine = result_.UnclosedCount == 0 ? lines_.Number() : result_.UnclosedLine;
     ++result_.UnclosedCount;
@@ -159,14 +160,14 @@ bool Reading::TakeBrace() {
   return false;
 }
 
-bool Reading::Fail(const MessageKind& kind, std::string_view value) {
+bool ScriptLines::Fail(const MessageKind& kind, std::string_view value) {
   result_.Failure = MessageOf(kind, fmt::format("{}:{}", result_.File, lines_.Number()), value);
   ui_.Tell(result_.Failure);
   return false;
 }
 
 // The bar moves each hundredth of the script; a wish to stop is heard as often.
-bool Reading::ShowProgress() {
+bool ScriptLines::ShowProgress() {
   const std::size_t step = length_ / ProgressSteps + LineReader::MostLineBytes / 16;
   if (lines_.BytesRead() < shown_ + step) {
     return true;
@@ -176,26 +177,26 @@ bool Reading::ShowProgress() {
   return !ui_.StopRequested() || Fail(message::ScriptStopped, result_.File);
 }
 
-bool Reading::TakePreparedLine() {
+bool ScriptLines::ReadPreparedLine() {
   SplitLine(trimmed_);
-  if (!TakeLine(state_)) {
-    if (!state_.TooMany.empty()) {
-      return Fail(message::ScriptTooLarge, state_.TooMany);
+  if (!ReadLine(state_)) {
+    if (!state_.Outcome.TooMany.empty()) {
+      return Fail(message::ScriptTooLarge, state_.Outcome.TooMany);
     }
-    Skip(state_.SkipReason);
+    Skip(state_.Outcome.SkipReason);
     return true;
   }
   ++result_.TakenCount;
-  if (!state_.Doubt.empty()) {
-    Doubt(state_.Doubt);
+  if (!state_.Outcome.Doubt.empty()) {
+    Doubt(state_.Outcome.Doubt);
   }
-  if (!state_.Stage.empty()) {
-    ui_.Status(std::exchange(state_.Stage, {}));
+  if (!state_.Outcome.Stage.empty()) {
+    ui_.Status(std::exchange(state_.Outcome.Stage, {}));
   }
-  return !state_.SceneRepeated || Fail(message::SceneRepeated, trimmed_);
+  return !state_.Outcome.SceneRepeated || Fail(message::SceneRepeated, trimmed_);
 }
 
-bool Reading::ReadLines() {
+bool ScriptLines::ReadLines() {
   while (lines_.Next()) {
     std::string_view line = lines_.Line();
     if (lines_.Number() == 1) {
@@ -210,7 +211,7 @@ bool Reading::ReadLines() {
     PrepareLine(line);
     if (lines_.TooLong()) {
       Skip(LineTooLong);
-    } else if (!trimmed_.empty() && !TakeBrace() && !TakePreparedLine()) {
+    } else if (!trimmed_.empty() && !ReadBrace() && !ReadPreparedLine()) {
       return false;
     }
     if (!ShowProgress()) {
@@ -228,12 +229,12 @@ LoadResult LoadScript(std::istream& script, std::size_t length, const std::strin
   LoadResult result;
   result.File = name;
   ResetProject(project, name);
-  Reading reading(script, length, project, ui, result);
-  if (reading.ReadLines()) {
-    result.Loaded = BuildProject(reading.State(), options, ui, result);
+  ScriptLines lines(script, length, project, ui, result);
+  if (lines.ReadLines()) {
+    result.Loaded = BuildProject(lines.State(), options, ui, result);
   }
-  result.LineCount = reading.LineCount();
-  result.IsScenarist = reading.State().IsScenarist;
+  result.LineCount = lines.LineCount();
+  result.IsScenarist = lines.State().Traits.IsScenarist;
   return result;
 }
 

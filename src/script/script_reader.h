@@ -67,7 +67,7 @@ struct LoadResult {
 };
 
 // Replaces the project by what the script holds. A destination folder that the project has stays unless
-// the script names one. Failures are told through `ui` and leave the project as far as it has been built;
+// the script names one. Failures are shown through `ui` and leave the project as far as it has been built;
 // a mix of video standards leaves the default structure. Any bytes are taken: time and memory grow with
 // the script's length alone.
 [[nodiscard]] LoadResult LoadScriptFile(const std::string& file, Project& project, const LoadOptions& options,

@@ -4,12 +4,9 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
-
-#include "model/tracks.h"
 
 namespace quorvelant {
 
@@ -19,48 +16,12 @@ class ScriptText {
   ScriptText() { text_.reserve(std::size_t{1} << 16U); }
 
   void Line(std::string_view line) {
-    Begin(line);
+    Begin().Put(line);
     End();
   }
-  // `key` holds its "=".
   void Value(std::string_view key, std::string_view value) {
-    Begin(key);
-    text_.append(value);
+    BeginValue(key).Put(value);
     End();
-  }
-  void Value(std::string_view key, std::int64_t value) {
-    Begin(key);
-    Append(value);
-    End();
-  }
-  // "<before><number><behind><value>"
-  void Numbered(std::string_view before, std::size_t number, std::string_view behind, std::int64_t value) {
-    Begin(before);
-    Append(static_cast<std::int64_t>(number));
-    text_.append(behind);
-    Append(value);
-    End();
-  }
-  void Numbered(std::string_view before, std::size_t number, std::string_view behind,
-                std::string_view value = {}) {
-    Begin(before);
-    Append(static_cast<std::int64_t>(number));
-    text_.append(behind).append(value);
-    End();
-  }
-  void Numbers(std::string_view key, std::initializer_list<std::int64_t> numbers,
-               std::string_view separator = ",") {
-    Begin(key);
-    std::string_view ahead;
-    for (const std::int64_t number : numbers) {
-      text_.append(std::exchange(ahead, separator));
-      Append(number);
-    }
-    End();
-  }
-  // Three bytes, the low one first.
-  void Bytes(std::string_view key, Color color) {
-    Numbers(key, {color & 255U, color >> 8U & 255U, color >> 16U & 255U});
   }
   void Open() {
     Line("{");
@@ -70,6 +31,12 @@ class ScriptText {
     Line(item);
     Open();
   }
+  // An item with a number in the place of its "*", or after its "#".
+  void OpenNumbered(std::string_view item, std::size_t number) {
+    Begin().PutNumbered(item, number);
+    End();
+    Open();
+  }
   void Close() {
     if (level_ > 0) {
       --level_;
@@ -77,16 +44,39 @@ class ScriptText {
     Line("}");
   }
 
-  std::string Take() { return std::move(text_); }
-
- private:
-  void Begin(std::string_view start) { text_.append(level_, '\t').append(start); }
-  void Append(std::int64_t number) {
+  // A line in pieces: begun, put together, ended.
+  ScriptText& BeginValue(std::string_view key) { return Begin().Put(key).Put('='); }
+  ScriptText& BeginNumbered(std::string_view key, std::size_t number) {
+    return Begin().PutNumbered(key, number).Put('=');
+  }
+  ScriptText& Put(std::string_view text) {
+    text_.append(text);
+    return *this;
+  }
+  ScriptText& Put(char character) {
+    text_.push_back(character);
+    return *this;
+  }
+  ScriptText& Put(std::int64_t number) {
     std::array<char, 24> digits{};
     const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
     text_.append(digits.data(), static_cast<std::size_t>(end - digits.data()));
+    return *this;
   }
   void End() { text_.append("\r\n"); }
+
+  std::string Release() { return std::move(text_); }
+
+ private:
+  ScriptText& Begin() {
+    text_.append(level_, '\t');
+    return *this;
+  }
+  ScriptText& PutNumbered(std::string_view word, std::size_t number) {
+    const std::size_t star = word.find('*');
+    Put(word.substr(0, star)).Put(static_cast<std::int64_t>(number));
+    return star == std::string_view::npos ? *this : Put(word.substr(star + 1));
+  }
 
   std::string text_;
   std::size_t level_ = 0;

@@ -1,23 +1,21 @@
 #include "script/script_writer.h"
 
-#include "base/text.h"
 #include "model/cls_dvd.h"
-#include "script/script_text.h"
+#include "script/disc_keys.h"
+#include "script/item_names.h"
 #include "script/script_tracks.h"
+#include "script/write_keys.h"
 
 namespace quorvelant {
 
 namespace {
-
-// What a menu's PGC writes differs a little from what a title's writes.
-enum class PgcForm { Menu, Title };
 
 constexpr std::size_t GoUp = 4;  // not prohibited anywhere but in a scene
 
 void WritePgcUops(ScriptText& text, const UopMask& uops) {
   for (std::size_t i = 0; i < UserOperationCount; ++i) {
     if (uops[i] && i != GoUp) {
-      text.Value(CLsDVD::UserOP(i), "=Prohibited");
+      text.Value(CLsDVD::UserOP(i), item::Prohibited);
     }
   }
 }
@@ -32,38 +30,18 @@ void WriteCommands(ScriptText& text, std::string_view key, const CommandList& co
 
 void WriteCommandBlock(ScriptText& text, std::string_view item, const CommandList& commands) {
   text.Open(item);
-  WriteCommands(text, "Command=", commands);
+  WriteCommands(text, item::Command, commands);
   text.Close();
 }
 
-std::string_view LinkText(std::string_view link) {
-  return EqualNoCase(link, "none") ? std::string_view() : link;
-}
-
-std::string_view PlayBackText(PlayBack mode) {
-  switch (mode) {
-    case PlayBack::Random:
-      return "Random Playback";
-    case PlayBack::Shuffle:
-      return "Shuffle Playback";
-    default:
-      return "Sequential Playback";
-  }
-}
-
 void WriteCell(ScriptText& text, const Cell_P& cell) {
-  text.Open("Item=Cell");
-  text.Value("Name=", cell.CellName);
-  text.Value("UsingScene=", cell.SceneUsed);
-  text.Value("CellStillTime=", cell.StillTime);
-  text.Value("Cell Command=", cell.CellCommand);
-  text.Value("Restrict Cell Access=", cell.RestrictedAccess ? "Prohibited" : "Permitted");
-  text.Value("Seamless Flag=", cell.Seamless ? "Seamless" : "NotSeamless");
+  text.Open(item::Cell);
+  WriteKeys(text, CellKeys, cell);
   if (!cell.ButtonCommands.empty()) {
-    text.Open("Item=Menu List");
+    text.Open(item::ButtonCommandList);
     for (const ButtonCommands_P& entry : cell.ButtonCommands) {
-      text.Open("Item=Menu Play");
-      WriteCommands(text, "Button Command=", entry.Commands);
+      text.Open(item::ButtonCommands);
+      WriteCommands(text, item::ButtonCommand, entry.Commands);
       text.Close();
     }
     text.Close();
@@ -76,8 +54,8 @@ void WritePrograms(ScriptText& text, const PGC_P& pgc) {
     if (program.Removed) {
       continue;
     }
-    text.Open("Item=Program");
-    text.Value("Name=", program.PGName);
+    text.Open(item::Program);
+    WriteKeys(text, ProgramKeys, program);
     for (const Cell_P& cell : program.Cell) {
       if (!cell.Removed) {
         WriteCell(text, cell);
@@ -87,52 +65,38 @@ void WritePrograms(ScriptText& text, const PGC_P& pgc) {
   }
 }
 
-void WriteDecodingMaps(ScriptText& text, const PGC_P& pgc, PgcForm form) {
-  text.Open("Item=Audio Stream Decoding");
-  const std::size_t audioCount = form == PgcForm::Title ? AudioStreamCount : 1;
-  for (std::size_t i = 0; i < audioCount; ++i) {
-    text.Numbered("Audio Stream ", i, " Decodes=", pgc.AudioAssignments[i]);
+// A menu writes the first entry of its maps alone.
+void WriteMaps(ScriptText& text, const PGC_P& pgc, Written form) {
+  text.Open(item::AudioMap);
+  for (std::size_t i = 0; i < (form == Written::OfTitles ? AudioStreamCount : 1); ++i) {
+    WriteEntry(text, AudioMapKeys[0], pgc, i);
   }
   text.Close();
-  const std::size_t subCount = form == PgcForm::Title ? SubStreamCount : 1;
-  for (std::size_t i = 0; i < subCount; ++i) {
-    text.Numbered("Item=SubPicture Stream Decoding for Track #", i, "");
-    text.Open();
-    text.Numbered("SubPicture Track for 4:3 Decodes #", i, "=", pgc.NormalAssignments[i]);
-    text.Numbered("SubPicture Track for PanScan Decodes #", i, "=", pgc.PanAssignments[i]);
-    text.Numbered("SubPicture Track for Wide Decodes #", i, "=", pgc.WideAssignments[i]);
-    text.Numbered("SubPicture Track for Letter Decodes #", i, "=", pgc.LetterAssignments[i]);
+  for (std::size_t i = 0; i < (form == Written::OfTitles ? SubStreamCount : 1); ++i) {
+    text.OpenNumbered(item::SubMap, i);
+    for (const Key<PGC_P>& map : SubMapKeys) {
+      WriteEntry(text, map, pgc, i);
+    }
     text.Close();
   }
 }
 
-void WritePgc(ScriptText& text, const PGC_P& pgc, PgcForm form) {
-  text.Open("Item=PGC");
-  text.Value("Name=", pgc.PGCName);
-  text.Value("PaletteUsed=", pgc.PaletteName);
-  text.Value("NextPGC=", LinkText(pgc.NextPGC));
-  if (form == PgcForm::Title) {
-    text.Value("PrevPGC=", LinkText(pgc.PrevPGC));
-  }
-  text.Value("GoUpPGC=", LinkText(pgc.GoUpPGC));
-  if (form == PgcForm::Menu) {
-    text.Value("MenuType=", pgc.MenuType);
-  }
-  text.Value("Playback Mode=", PlayBackText(pgc.PlayBackMode));
-  text.Value("Repeat=", pgc.Repeat);
-  text.Value("StillTime=", pgc.StillTime);
-  text.Open("Item=PGCUOPS");
+// What a menu's PGC writes differs a little from what a title's writes.
+void WritePgc(ScriptText& text, const PGC_P& pgc, Written form) {
+  text.Open(item::Pgc);
+  WriteKeys(text, PgcKeys, pgc, {.Holds = form});
+  text.Open(item::PgcUops);
   WritePgcUops(text, pgc.Uops);
   text.Close();
-  WriteCommandBlock(text, "Item=PreCommands", pgc.PreCommands);
-  WriteCommandBlock(text, "Item=PostCommands", pgc.PostCommands);
-  WriteCommandBlock(text, "Item=CellCommands", pgc.CellCommands);
+  WriteCommandBlock(text, item::PreCommands, pgc.PreCommands);
+  WriteCommandBlock(text, item::PostCommands, pgc.PostCommands);
+  WriteCommandBlock(text, item::CellCommands, pgc.CellCommands);
   WritePrograms(text, pgc);
-  WriteDecodingMaps(text, pgc, form);
+  WriteMaps(text, pgc, form);
   text.Close();
 }
 
-void WritePgcs(ScriptText& text, const Collection<PGC_P>& pgcs, PgcForm form) {
+void WritePgcs(ScriptText& text, const Collection<PGC_P>& pgcs, Written form) {
   for (const PGC_P& pgc : pgcs) {
     if (!pgc.Removed) {
       WritePgc(text, pgc, form);
@@ -141,40 +105,34 @@ void WritePgcs(ScriptText& text, const Collection<PGC_P>& pgcs, PgcForm form) {
 }
 
 void WriteLanguage(ScriptText& text, const Lang_P& language) {
-  text.Open("Item=Language");
-  text.Value("LU=", language.Language);
-  WritePgcs(text, language.PGC, PgcForm::Menu);
+  text.Open(item::Language);
+  WriteKeys(text, LanguageKeys, language);
+  WritePgcs(text, language.PGC, Written::OfMenus);
   text.Close();
 }
 
 void WriteTitle(ScriptText& text, const Title_P& title) {
-  text.Open("Item=Title");
-  text.Value("Name=", title.TitleName);
-  text.Open("Item=TitleUOPS");
+  text.Open(item::Title);
+  WriteKeys(text, TitleKeys, title);
+  text.Open(item::TitleUops);
   if (title.UOPTimePlay) {
-    text.Value(CLsDVD::UserOP(0), "=Prohibited");
+    text.Value(CLsDVD::UserOP(0), item::Prohibited);
   }
   if (title.UOPPTTPlay) {
-    text.Value(CLsDVD::UserOP(1), "=Prohibited");
+    text.Value(CLsDVD::UserOP(1), item::Prohibited);
   }
   text.Close();
-  WritePgcs(text, title.PGC, PgcForm::Title);
-  text.Open("Item=Audio Stream Policy");
-  text.Value("Audio Custom Policy=", title.Custom ? "Custom" : "Maximum");
-  for (std::size_t i = 0; i < AudioStreamCount; ++i) {
-    text.Numbered("Audio Stream ", i, title.AudioAssignments[i] ? "=Yes" : "=No");
-  }
+  WritePgcs(text, title.PGC, Written::OfTitles);
+  text.Open(item::AudioPolicy);
+  WriteKeys(text, AudioPolicyKeys, title);
   text.Close();
-  text.Open("Item=SubPicture Stream Policy");
-  text.Value("SubPicture Custom Policy=", title.SubCustom ? "Custom" : "Maximum");
-  for (std::size_t i = 0; i < SubStreamCount; ++i) {
-    text.Numbered("SubPicture Stream ", i, title.SubAssignments[i] ? "=Yes" : "=No");
-  }
+  text.Open(item::SubPolicy);
+  WriteKeys(text, SubPolicyKeys, title);
   text.Close();
   text.Close();
 }
 
-void WriteEntry(ScriptText& text, std::string_view item, const VTS_P& entry) {
+void WriteSet(ScriptText& text, std::string_view item, const VTS_P& entry) {
   text.Open(item);
   for (const Lang_P& language : entry.Lang) {
     if (!language.Removed) {
@@ -187,48 +145,36 @@ void WriteEntry(ScriptText& text, std::string_view item, const VTS_P& entry) {
     }
   }
   text.Close();
-  // Behind the braces: they apply to the entry just closed.
-  if (entry.MenuLetterBoxed) {
-    text.Line("Menu Source Picture LetterBoxed=LetterBoxed");
-  }
-  if (entry.TitleLetterBoxed) {
-    text.Line("Title Source Picture LetterBoxed=LetterBoxed");
-  }
-  if (entry.TitleCameraMode) {
-    text.Line("Film Camera Mode=Film Mode");
-  }
+  WriteKeys(text, EntryKeys, entry);
 }
 
 void WriteStructure(ScriptText& text, const Project& project) {
-  text.Open("Data=Structure");
-  text.Open("Item=FirstPGC");
-  text.Open("Item=FirstPGCUOPS");
+  text.Open(item::Structure);
+  text.Open(item::FirstPlay);
+  text.Open(item::FirstPlayUops);
   WritePgcUops(text, project.FirstPlay.Uops);
   text.Close();
-  WriteCommandBlock(text, "Item=PreCommands", project.FirstPlay.PreCommands);
-  WriteCommandBlock(text, "Item=PostCommands", project.FirstPlay.PostCommands);
+  WriteCommandBlock(text, item::PreCommands, project.FirstPlay.PreCommands);
+  WriteCommandBlock(text, item::PostCommands, project.FirstPlay.PostCommands);
   text.Close();
-  std::string_view item = "Item=VMG";
+  std::string_view item = item::Manager;
   for (const VTS_P& entry : project.Disc) {
     if (!entry.Removed) {
-      WriteEntry(text, item, entry);
-      item = "Item=VTS";
+      WriteSet(text, item, entry);
+      item = item::TitleSet;
     }
   }
   text.Close();
 }
 
 void WritePalettes(ScriptText& text, const Collection<Palette_P>& palettes) {
-  text.Open("Data=Palette");
+  text.Open(item::Palettes);
   for (const Palette_P& palette : palettes) {
     if (palette.Removed) {
       continue;
     }
-    text.Open("Item=Palette");
-    text.Value("Name=", palette.Name());
-    for (std::size_t i = 0; i < palette.PaletteColors.size(); ++i) {
-      text.Bytes(std::to_string(i) + "=", palette.PaletteColors[i]);
-    }
+    text.Open(item::Palette);
+    WriteKeys(text, PaletteKeys, palette);
     text.Close();
   }
   text.Close();
@@ -238,13 +184,13 @@ void WritePalettes(ScriptText& text, const Collection<Palette_P>& palettes) {
 
 std::string WriteScript(const Project& project) {
   ScriptText text;
-  text.Open("Data=Settings");
-  text.Value("DefaultFolder=", project.DestinationFolder);
+  text.Open(item::Settings);
+  WriteKeys(text, SettingKeys, project);
   text.Close();
   WriteTracks(text, project);
   WriteStructure(text, project);
   WritePalettes(text, project.Palettes);
-  return text.Take();
+  return text.Release();
 }
 
 }  // namespace quorvelant

@@ -18,7 +18,7 @@ inline constexpr std::string_view SavePathFilter = "Project Files (*.Qvp)|*.Qvp"
 std::string WriteScript(const Project& project);
 
 // Writes the script aside and puts it in the place of `path` when it is whole, so a failure leaves a
-// former file as it was. False, and told, when that fails.
+// existing file as it was. False, and said, when that fails.
 [[nodiscard]] bool SaveData(const Project& project, const std::string& path, UserInterface& ui);
 
 // Asks for a path (nothing or an empty text ends it), stores it as the project's own, saves and reports.

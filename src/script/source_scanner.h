@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "base/rules.h"
-#include "base/user_interface.h"
 #include "model/tracks.h"
 
 namespace quorvelant {
@@ -31,19 +29,6 @@ class SourceScanner {
   virtual std::optional<VideoTraits> Video(const std::string& path) const = 0;
   // `format` is "AC3", "PCM" or "DTS".
   virtual std::optional<AudioTraits> Audio(const std::string& path, std::string_view format) const = 0;
-};
-
-// Looks at files on the disk.
-class FileScanner : public SourceScanner {
- public:
-  FileScanner(const Rules& rules, UserInterface& ui) : rules_(rules), ui_(&ui) {}
-
-  std::optional<VideoTraits> Video(const std::string& path) const override;
-  std::optional<AudioTraits> Audio(const std::string& path, std::string_view format) const override;
-
- private:
-  Rules rules_;
-  UserInterface* ui_;
 };
 
 }  // namespace quorvelant

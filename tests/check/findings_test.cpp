@@ -9,6 +9,7 @@
 #include "check/check.h"
 #include "check/check_sources.h"
 #include "check/disc_limits.h"
+#include "edit/file_scanner.h"
 #include "picture/bmp.h"
 #include "script/load_findings.h"
 #include "support/folders.h"

@@ -2,16 +2,15 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <random>
+#include <span>
 
-#include "base/text.h"
 #include "base/timecode.h"
 #include "model/cls_dvd.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
-#include "model/update_my_dvd.h"
-#include "vm/check_commands.h"
+#include "script/disc_keys.h"
+#include "script/source_keys.h"
 
 namespace quorvelant {
 
@@ -20,332 +19,209 @@ namespace {
 class Generator {
  public:
   explicit Generator(std::uint32_t seed) : random_(seed) {}
-
   Project Make();
 
  private:
-  std::int32_t Below(std::int32_t limit) {
-    return static_cast<std::int32_t>(random_() % static_cast<std::uint32_t>(limit));
-  }
+  std::int32_t Below(std::size_t limit) { return static_cast<std::int32_t>(random_() % limit); }
   bool Coin() { return Below(2) == 1; }
-  std::string Text(std::string_view word) {
-    constexpr std::array<std::string_view, 5> Tails{"", " = a, b", "#1 \xC3\xA9", "  (two)", "\xE9;{}"};
-    return fmt::format("{}{}{}", word, Below(1000), Tails[static_cast<std::size_t>(Below(5))]);
+  template <class List>
+  std::string OneOf(const List& list) {
+    return std::string(*(std::begin(list) + Below(std::size(list))));
   }
-  std::string Time() { return FramesToTimecode(Below(200000), rate_); }
-  UopMask Uops(std::size_t first, std::size_t leftOut) {
-    UopMask uops;
-    for (std::size_t i = first; i < UserOperationCount; ++i) {
-      uops[i] = i != leftOut && Below(4) == 0;
+  std::string OneOf(std::initializer_list<std::string_view> list) { return OneOf(std::span(list)); }
+
+  // A text as a key's value must look, or any.
+  std::string Text(Takes takes, std::string_view word) {
+    switch (takes) {
+      case Takes::Timecode:
+        return FramesToTimecode(Below(200000), rate_);
+      case Takes::Standard:
+        return rate_ == 30 ? "NTSC" : "PAL";
+      case Takes::Language:
+        return OneOf(CLsDVD::LanguageArray());
+      case Takes::LanguageCode:
+        return std::string(CLsDVD::SpareLanguage(1 + static_cast<std::size_t>(Below(100))));
+      case Takes::AudioExtension:
+        return OneOf(CLsDVD::AudioArray());
+      case Takes::SubExtension:
+        return OneOf(CLsDVD::SubArray());
+      case Takes::DisplayMode:
+        return OneOf({"Wide/Letter", "LetterBox", "Only PanScan", "Both PanScan and LetterBox"});
+      case Takes::MenuType:
+        return OneOf({"Root", "Audio", "None"});
+      default:
+        return fmt::format("{}{}{}", word, Below(1000),
+                           OneOf({"", " = a, b", "#1 \xC3\xA9", "  (two)", "\xE9;{}"}));
     }
-    return uops;
-  }
-  template <class Array>
-  void Fill(Array& array, std::int32_t limit) {
-    std::generate(array.begin(), array.end(), [&] { return Below(limit); });
   }
 
-  AudioStream Audio(std::int32_t number);
-  SubPicturePlay Subtitle();
-  SubtitleStream Subtitles(std::int32_t number);
-  HighlightPlay Highlight();
-  Track MakeTrack(std::size_t index);
+  template <class Item>
+  struct Drawer {
+    Generator& From;
+    Item& Target;
+    const Key<Item>& Row;
+    std::size_t Count;
+
+    void Draw(std::string& text) const { text = From.Text(Row.Value, Row.Name.substr(0, 3)); }
+    void Draw(bool& on) const { on = From.Coin(); }
+    void Draw(std::int32_t& number) const {
+      number = Row.OnOff != nullptr || Row.Value == Takes::YesOrNumber ? From.Below(2) : From.Below(300) - 40;
+    }
+    void Draw(Color& color) const { color = From.random_() & 0xFFFFFFU; }
+    void Draw(PlayBack& mode) const { mode = static_cast<PlayBack>(From.Below(3)); }
+    void Draw(HighlightArea& area) const {
+      area = {.X1 = From.Below(99), .X2 = From.Below(720), .Y1 = From.Below(99), .Y2 = From.Below(576)};
+    }
+    template <class Value, std::size_t Entries>
+    void Draw(std::array<Value, Entries>& list) const {
+      for (std::size_t i = 0; i < std::min(Entries, Count); ++i) {
+        Draw(list[i]);
+      }
+    }
+    template <class Value>
+    void operator()(Value Item::*field) const {
+      Draw(Target.*field);
+    }
+    void operator()(const Numbers<Item>& fields) const {
+      for (std::size_t i = 0; i < fields.Count; ++i) {
+        Draw(Target.*fields.Fields[i]);
+      }
+    }
+  };
+  // Every field of the table that is written where `holds` is so; of arrays the first `count` entries.
+  template <class Table, class Item>
+  Item& Fill(const Table& table, Item& item, Written holds = Written::Always, std::size_t count = 32) {
+    for (const Key<Item>& row : table) {
+      if (Has(holds | Written::IfOn, row.When)) {
+        std::visit(Drawer<Item>{*this, item, row, count}, row.Field);
+      }
+    }
+    return item;
+  }
+  // Up to `limit` elements more.
+  template <class List, class Make>
+  void Repeat(List& list, std::size_t limit, Make make) {
+    for (std::int32_t i = Below(limit + 1); i > 0; --i) {
+      make(list.emplace_back());
+    }
+  }
+
+  UopMask Uops(std::size_t first, std::size_t leftOut) {
+    UopMask uops(random_() & random_());
+    for (std::size_t i = 0; i < first; ++i) {
+      uops.reset(i);
+    }
+    return uops.reset(leftOut);
+  }
+  void FillTrack(Track& track, std::size_t index);
+  void FillHighlight(HighlightPlay& play);
   void AddCommands(CommandList& list, std::string_view word);
-  void FillCell(Cell_P& cell, const std::string& programKey, std::int32_t number);
-  void FillPgc(PGC_P& pgc, bool ofTitle);
+  void FillPgc(PGC_P& pgc, Written form);
   void AddEntry(int number);
-  void LockStreams();
 
   std::mt19937 random_;
   int rate_ = 25;
   Project project_;
 };
 
-AudioStream Generator::Audio(std::int32_t number) {
-  constexpr std::array<std::string_view, 3> Formats{"AC3", "PCM", "DTS"};
-  constexpr std::array<std::string_view, 3> Endings{".ac3", ".WAV", ".dts"};
-  AudioStream stream;
-  const auto kind = static_cast<std::size_t>(Below(3));
-  stream.Format = Formats[kind];
-  for (std::int32_t i = Below(3); i >= 0; --i) {
-    stream.AudioPlays.emplace_back().File = Text("C:\\media\\sound").append(Endings[kind]);
-  }
-  stream.StreamName = Text("Audio Stream ");
-  stream.Delay = Below(400) - 200;
-  stream.Language = CLsDVD::LanguageArray()[static_cast<std::size_t>(Below(137))];
-  stream.Extension = CLsDVD::AudioArray()[static_cast<std::size_t>(Below(5))];
-  stream.StreamNumber = number;
-  stream.StreamNumberFixed = true;
-  stream.Emphasis = kind == 1 ? Below(2) : 0;
-  stream.Mute = kind == 1 ? Below(2) : 0;
-  return stream;
-}
-
-SubPicturePlay Generator::Subtitle() {
-  SubPicturePlay play;
-  for (Color SubPicturePlay::*color : {&SubPicturePlay::ConversionE2, &SubPicturePlay::ConversionE1,
-                                       &SubPicturePlay::ConversionP, &SubPicturePlay::ConversionBg}) {
-    play.*color = random_() & 0xFFFFFFU;
-  }
-  for (std::int32_t SubPicturePlay::*number :
-       {&SubPicturePlay::ColorE2, &SubPicturePlay::ColorE1, &SubPicturePlay::ColorP, &SubPicturePlay::ColorBg,
-        &SubPicturePlay::ContrastE2, &SubPicturePlay::ContrastE1, &SubPicturePlay::ContrastP,
-        &SubPicturePlay::ContrastBg}) {
-    play.*number = Below(16);
-  }
-  play.X1 = Below(100) - 50;
-  play.Y1 = Below(100) - 50;
-  play.X2 = 719 - Below(50);
-  play.Y2 = 479 - Below(50);
-  play.Start = Time();
-  play.Duration = Time();
-  play.File = Text("/media/sub") + ".bmp";
-  play.Forced = Coin();
-  return play;
-}
-
-SubtitleStream Generator::Subtitles(std::int32_t number) {
-  SubtitleStream stream;
-  for (std::int32_t i = Below(4); i > 0; --i) {
-    stream.SubPlays.push_back(Subtitle());
-  }
-  stream.DisplayMode = Coin() ? "Wide/Letter" : "LetterBox";
-  stream.DropFrame = Below(2);
-  stream.StreamName = Text("Subtitle Stream ");
-  stream.Language = CLsDVD::LanguageArray()[static_cast<std::size_t>(Below(137))];
-  stream.Extension = CLsDVD::SubArray()[static_cast<std::size_t>(Below(11))];
-  stream.StreamNumber = number;
-  stream.StreamNumberFixed = true;
-  return stream;
-}
-
-HighlightPlay Generator::Highlight() {
-  HighlightPlay play;
-  play.ButtonModes = {"wide", Coin() ? "letter" : "", Coin() ? "pan" : ""};
+void Generator::FillHighlight(HighlightPlay& play) {
+  Fill(HighlightKeys, play);
   for (ColorScheme& scheme : play.Schemes) {
-    for (ColorQuad* quad :
-         {&scheme.SelectionColor, &scheme.SelectionContrast, &scheme.ActionColor, &scheme.ActionContrast}) {
-      Fill(*quad, 16);
-    }
+    Fill(SchemeKeys, scheme);
   }
-  for (std::int32_t i = 1; i <= Below(6); ++i) {
-    HighlightButton button;
-    button.Name = fmt::format("Button_{}", i);
-    button.Number = i;
-    button.ColorScheme = 1 + Below(3);
-    button.AutoAction = Coin();
-    for (HighlightArea& area : button.Areas) {
-      area = {.X1 = Below(300), .X2 = 300 + Below(400), .Y1 = Below(200), .Y2 = 200 + Below(200)};
-    }
-    button.Up = button.Left = fmt::format("Button_{}", i - 1);
-    button.Down = button.Right = fmt::format("Button_{}", i + 1);
-    play.Buttons.push_back(std::move(button));
-  }
-  play.StartTimeToVideo = Time();
-  play.Duration = Time();
-  play.SelectionEndTime = Time();
-  play.Offset = Below(10);
-  play.NumericalButtons = Below(10);
-  play.ForcedSelect = Below(10);
-  play.ForcedAction = Below(10);
-  return play;
+  Repeat(play.Buttons, 5, [&](HighlightButton& button) { Fill(ButtonKeys, button); });
 }
 
-Track Generator::MakeTrack(std::size_t index) {
-  constexpr std::array<std::string_view, 3> Types{"Motion", "Still", "SlideShow"};
-  constexpr std::array<std::string_view, 4> Modes{"Not Specified", "Only PanScan", "Only LetterBox",
-                                                  "Both PanScan and LetterBox"};
-  Track track;
-  track.Filled = true;
-  track.TrackName = fmt::format("Track_{}", index + 1);
-  track.TrackType = Types[static_cast<std::size_t>(Below(3))];
-  track.Standard = rate_ == 30 ? "NTSC" : "PAL";
-  const auto mode = static_cast<std::size_t>(Below(4));
-  track.DisplayMode = Modes[mode];
-  track.Pan = mode == 1 || mode == 3;
-  track.Letter = mode >= 2;
-  for (std::int32_t i = Below(3); i >= 0; --i) {
-    VideoPlay& play = track.VideoPlays.emplace_back();
-    play.File = Text("D:/video/film=") + ".m2v";
-    play.DurationSet = track.TrackType != "Motion" && Coin();
-    play.SlideDuration = play.DurationSet ? Time() : "";
+void Generator::FillTrack(Track& track, std::size_t index) {
+  track.Filled = track.HasAudio = track.HasSubs = track.HasHighlights = true;
+  track.TrackType = OneOf({"Motion", "Still", "SlideShow"});
+  Fill(PlayListKeys, Fill(TrackKeys, track));
+  Fill(VideoPlayKeys, track.VideoPlays.emplace_back(),
+       track.TrackType == "SlideShow" ? Written::OfSlides : Written::Always);
+  Repeat(track.AudioStreams, 3, [&](AudioStream& stream) {
+    stream.Format = OneOf({"AC3", "PCM"});
+    Fill(AudioKeys, stream, stream.Format == "PCM" ? Written::OfPcm : Written::Always);
+    Fill(AudioPlayKeys, stream.AudioPlays.emplace_back()).File += stream.Format == "PCM" ? ".WAV" : ".ac3";
+  });
+  Repeat(track.SubStreams, 3, [&](SubtitleStream& stream) {
+    Fill(SubtitleKeys, stream);
+    Repeat(stream.SubPlays, 3, [&](SubPicturePlay& play) { Fill(SubPlayKeys, play); });
+  });
+  Repeat(track.HighlightPlays, 2, [&](HighlightPlay& play) { FillHighlight(play); });
+  track.Scenes.emplace_back();
+  Repeat(track.Scenes, 4, [](Scene& /*scene*/) {});
+  for (std::size_t i = 0; i < track.Scenes.size(); ++i) {
+    track.Scenes[i] = {fmt::format("Track_{}_Scene{}", index, i), static_cast<std::int32_t>(i) * 1000,
+                       Uops(3, 17)};
   }
-  track.FrameCount = track.VideoFrames = Below(200000);
-  track.ExtendSlideForAudio = Coin();
-  track.ExtendFinalSubtitle = Coin();
-  const std::int32_t audioCount = Below(4);
-  for (std::int32_t i = 0; i < audioCount; ++i) {
-    track.AudioStreams.push_back(Audio(i));
-  }
-  const std::int32_t subCount = Below(4);
-  for (std::int32_t i = 0; i < subCount; ++i) {
-    track.SubStreams.push_back(Subtitles(i));
-  }
-  const std::int32_t highlightCount = Below(3);
-  for (std::int32_t i = 0; i < highlightCount; ++i) {
-    track.HighlightPlays.push_back(Highlight());
-  }
-  track.HasAudio = audioCount > 0;
-  track.HasSubs = subCount > 0;
-  track.HasHighlights = highlightCount > 0 || Coin();
-  const std::int32_t sceneCount = 1 + Below(5);
-  for (std::int32_t i = 0; i < sceneCount; ++i) {
-    track.Scenes.push_back({fmt::format("{}_Scene{}", track.TrackName, i + 1), i * 1000, Uops(3, 17)});
-  }
-  return track;
 }
 
 void Generator::AddCommands(CommandList& list, std::string_view word) {
-  constexpr std::array<std::string_view, 8> Texts{"NOP",
-                                                  "JumpSS TitleMenu",
-                                                  "mov GPRM0, 5",
-                                                  "If ( GPRM1 <= 3 ) LinkTopPGC, button=0",
-                                                  "SetSTN audio=1, subpicture=1:ON",
-                                                  "SetHL_BTNN HL_BTTN=1",
-                                                  "JumpTT VTS1_Title1",
-                                                  "{ SetSTN audio=1 ; LinkTopC, button=1 }"};
   for (std::int32_t i = Below(4); i > 0; --i) {
-    AddCommand(list, word, std::string(Texts[static_cast<std::size_t>(Below(8))]));
+    AddCommand(list, word,
+               OneOf({"NOP", "JumpSS TitleMenu", "mov GPRM0, 5", "If ( GPRM1 <= 3 ) LinkTopPGC, button=0",
+                      "SetSTN audio=1, subpicture=1:ON", "{ SetSTN audio=1 ; LinkTopC, button=1 }"}));
   }
 }
 
-void Generator::FillCell(Cell_P& cell, const std::string& programKey, std::int32_t number) {
-  cell.CellName = Text("Cell_");
-  const bool linked = project_.Tracks.Count() > 0 && Below(10) > 0;
-  cell.SceneUsed = linked ? "" : "nowhere";
-  cell.CellCommand = Below(4);
-  cell.RestrictedAccess = Coin();
-  cell.Seamless = cell.EnableSeamlessFlag = Coin();
-  for (std::int32_t i = Below(3); i > 0; --i) {
-    AddCommands(cell.ButtonCommands.emplace_back().Commands, "Button");
-  }
-  if (linked) {
-    const auto trackNumber =
-        static_cast<std::size_t>(Below(static_cast<std::int32_t>(project_.Tracks.Count())));
-    const Track& track = project_.Tracks[trackNumber];
-    const std::int32_t scene = Below(static_cast<std::int32_t>(track.Scenes.size()));
-    cell.SceneUsed = track.Scenes[static_cast<std::size_t>(scene)].Name;
-    UpdateMyDVD(project_, {.Key = programKey,
-                           .AddCell = true,
-                           .TrackName = track.TrackName,
-                           .Segment = static_cast<std::int32_t>(trackNumber),
-                           .ReNameOnly = true,
-                           .Scene = scene,
-                           .Seamless = cell.Seamless,
-                           .NewName = {},
-                           .CellCounter = number,
-                           .KeepName = true});
-    cell.StillTime = cell.iStill = Below(256);
-  }
-}
-
-void Generator::FillPgc(PGC_P& pgc, bool ofTitle) {
-  pgc.PGCName = Text("PGC ");
-  pgc.Uops = Uops(0, 4);
-  pgc.PlayBackMode = static_cast<PlayBack>(Below(3));
+void Generator::FillPgc(PGC_P& pgc, Written form) {
+  const std::size_t entries = form == Written::OfTitles ? SubStreamCount : 1;
+  Fill(SubMapKeys, Fill(AudioMapKeys, Fill(PgcKeys, pgc, form), form, entries), form, entries);
   pgc.PaletteName = project_.Palettes.Count() > 0 && Coin() ? project_.Palettes.Item(1)->Name() : "Default";
-  pgc.NextPGC = Coin() ? "none" : Text("PGC ");
-  pgc.PrevPGC = Coin() || !ofTitle ? "none" : Text("PGC ");
-  pgc.GoUpPGC = Coin() ? "none" : Text("PGC ");
-  pgc.MenuType = ofTitle ? "" : "Root";
-  pgc.StillTime = Below(256);
-  pgc.Repeat = Below(100);
+  pgc.Uops = Uops(0, 4);
   AddCommands(pgc.PreCommands, "Pre");
   AddCommands(pgc.PostCommands, "Post");
   AddCommands(pgc.CellCommands, "Cell");
-  // A menu carries the first entry of its maps alone.
-  pgc.AudioAssignments[0] = Below(8);
-  pgc.NormalAssignments[0] = Below(32);
-  pgc.LetterAssignments[0] = Below(32);
-  if (ofTitle) {
-    Fill(pgc.AudioAssignments, 8);
-    for (auto* map :
-         {&pgc.NormalAssignments, &pgc.PanAssignments, &pgc.WideAssignments, &pgc.LetterAssignments}) {
-      Fill(*map, 32);
-    }
-  }
   for (std::int32_t i = Below(4); i > 0; --i) {
     PG_P program;
-    program.Key = ProgramKey(pgc.Key, static_cast<int>(pgc.PG.Count()) + 1);
-    program.PGName = Text("PG ");
-    PG_P& added = pgc.PG.Add(std::move(program));
-    const std::int32_t cellCount = Below(3);
-    for (std::int32_t number = 1; number <= cellCount; ++number) {
+    Fill(ProgramKeys, program);
+    for (std::int32_t cells = Below(3); cells > 0; --cells) {
       Cell_P cell;
-      cell.Key = CellKey(added.Key, number);
-      FillCell(added.Cell.Add(std::move(cell)), added.Key, number);
+      Fill(CellKeys, cell);
+      if (project_.Tracks.Count() > 0 && Coin()) {
+        cell.SceneUsed = project_.Tracks[0].Scenes[0].Name;
+      }
+      Repeat(cell.ButtonCommands, 2, [&](ButtonCommands_P& entry) { AddCommands(entry.Commands, "Button"); });
+      program.Cell.Add(std::move(cell));
     }
+    pgc.PG.Add(std::move(program));
   }
 }
 
 void Generator::AddEntry(int number) {
-  VTS_P set;
-  set.Key = EntryKey(number);
-  set.VTSName = EntryName(number);
-  set.MenuLetterBoxed = Coin();
-  set.TitleLetterBoxed = Coin();
-  set.TitleCameraMode = Coin();
-  VTS_P& entry = project_.Disc.Add(std::move(set));
-  const std::int32_t languageCount = Below(3);
-  for (std::int32_t i = 1; i <= languageCount; ++i) {
-    Lang_P language;
-    language.Key = LanguageKey(entry.Key, i);
-    language.Language = i == 1 ? "en" : "de";
-    Lang_P& added = entry.Lang.Add(std::move(language));
-    FillPgc(added.PGC.Add(MakePgc("", number, i, 0, PgcKey(added.Key, 1))), false);
+  VTS_P entry;
+  Fill(EntryKeys, entry);
+  for (std::int32_t i = Below(3); i > 0; --i) {
+    Lang_P& language = entry.Lang.Add({});
+    FillPgc(Fill(LanguageKeys, language).PGC.Add({}), Written::OfMenus);
   }
-  const std::int32_t titleCount = number == 1 ? 0 : 1 + Below(2);
-  for (std::int32_t i = 1; i <= titleCount; ++i) {
-    Title_P title;
-    title.Key = TitleKey(entry.Key, i);
-    title.TitleName = TitleName(number, i);
+  for (std::int32_t i = number == 1 ? 0 : 1 + Below(2); i > 0; --i) {
+    Title_P& title = entry.Title.Add({});
+    Fill(SubPolicyKeys, Fill(AudioPolicyKeys, Fill(TitleKeys, title)));
     title.UOPPTTPlay = Coin();
     title.UOPTimePlay = Coin();
-    title.Custom = Coin();
-    title.SubCustom = Coin();
-    std::generate(title.AudioAssignments.begin(), title.AudioAssignments.end(), [&] { return Coin(); });
-    std::generate(title.SubAssignments.begin(), title.SubAssignments.end(), [&] { return Coin(); });
-    Title_P& added = entry.Title.Add(std::move(title));
-    for (std::int32_t pgc = Below(3); pgc >= 0; --pgc) {
-      FillPgc(added.PGC.Add(
-                  MakePgc("", number, 0, i, PgcKey(added.Key, static_cast<int>(added.PGC.Count()) + 1))),
-              true);
-    }
+    FillPgc(title.PGC.Add({}), Written::OfTitles);
   }
-}
-
-// As soon as one stream brings its number, all are fixed.
-void Generator::LockStreams() {
-  const bool fixed = std::any_of(project_.Tracks.begin(), project_.Tracks.end(),
-                                 [](const Track& track) { return track.HasAudio || track.HasSubs; });
-  for (Track& track : project_.Tracks) {
-    track.IDsLocked = fixed;
-  }
+  project_.Disc.Add(std::move(entry));
 }
 
 Project Generator::Make() {
   rate_ = Coin() ? 30 : 25;
   project_.DestinationFolder = Coin() ? "C:\\out\\VIDEO_TS" : "";
-  const std::int32_t trackCount = Below(4);
-  for (std::int32_t i = 0; i < trackCount; ++i) {
-    project_.Tracks.Add(MakeTrack(static_cast<std::size_t>(i)));
+  for (std::int32_t i = Below(4); i > 0; --i) {
+    FillTrack(project_.Tracks.Add({}), static_cast<std::size_t>(i));
   }
-  LockStreams();
   for (std::int32_t i = Below(3); i > 0; --i) {
     Palette_P palette;
-    palette.Key = fmt::format("Palette_{}", i);
-    std::generate(palette.PaletteColors.begin(), palette.PaletteColors.end(),
-                  [&] { return static_cast<Color>(random_() & 0xFFFFFFU); });
+    Fill(PaletteKeys, palette);
     project_.Palettes.Add(std::move(palette));
   }
-  project_.FirstPlay = MakePgc(std::string(FirstPgcName), 0, 0, 0, std::string(FirstPgcKey));
   project_.FirstPlay.Uops = Uops(0, 4);
   AddCommands(project_.FirstPlay.PreCommands, FirstPgcKey);
-  const std::int32_t entryCount = 2 + Below(3);
-  for (std::int32_t i = 1; i <= entryCount; ++i) {
+  const int entries = 2 + Below(3);
+  for (int i = 1; i <= entries; ++i) {
     AddEntry(i);
   }
-  CheckCommands(project_, Rules::Players);
   return std::move(project_);
 }
 

@@ -7,8 +7,8 @@
 
 namespace quorvelant {
 
-// A project in the state in which a load leaves one: keys and names by place, cells linked to their scenes,
-// commands encoded. The same seed gives the same project.
+// A project whose texts, numbers and colours are drawn by the rows of the vocabulary, so that each key is
+// there. The same seed gives the same project.
 Project GeneratedProject(std::uint32_t seed);
 
 }  // namespace quorvelant

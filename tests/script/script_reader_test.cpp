@@ -1,15 +1,18 @@
 // What single lines, whole dialects and broken files come to.
 #include "script/script_reader.h"
 
+#include <fmt/format.h>
 #include <sys/stat.h>
 
 #include <fstream>
 #include <random>
 #include <sstream>
 
+#include "golden.h"
 #include "project_generator.h"
+#include "script/load_findings.h"
+#include "script/messages.h"
 #include "script/script_writer.h"
-#include "support/folders.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -29,8 +32,8 @@ struct Loaded {
   LoadResult Result;
 };
 
-std::string Fixture(std::string_view name) {
-  return TempFolder::Read(SourceFile("tests/script/data/").append(name));
+std::string OtherDialect() {
+  return TempFolder::Read(Fixture("other_dialect.scp"));
 }
 
 TEST(ScriptReader, FolderGetsItsName) {
@@ -138,7 +141,7 @@ TEST(ScriptReader, StatusWordsInTheirOrder) {
   EXPECT_THAT(Loaded("").Ui.StatusWords,
               ElementsAre("Creating Track List", "Creating DVD Layout", "Creating Palette List",
                           "Creating Command Structure", "Import Complete"));
-  EXPECT_THAT(Loaded(Fixture("other_dialect.scp")).Ui.StatusWords,
+  EXPECT_THAT(Loaded(OtherDialect()).Ui.StatusWords,
               ElementsAre("Loading Scenario", "Loading Default Information", "Loading Data Files",
                           "Loading Track Folder", "Creating SubPicture & Audio ID's", "Creating Track List",
                           "Creating DVD Layout", "Creating Palette List", "Creating Command Structure",
@@ -155,7 +158,7 @@ std::string TwoStandards(std::string_view second) {
 
 TEST(ScriptReader, FailuresAreToldOnceAndExactly) {
   struct Case {
-    std::string_view Name;
+    std::string_view Code;
     std::string Text;
     std::string Title;
     std::string Box;
@@ -163,18 +166,18 @@ TEST(ScriptReader, FailuresAreToldOnceAndExactly) {
     std::string LastStatus;
   };
   const Case cases[] = {
-      {"repeated scene", "Item=Track\nItem=Scene\nName=a\nItem=Track\nItem=Scene\n\tName=a\n", "",
+      {"scene-repeated", "Item=Track\nItem=Scene\nName=a\nItem=Track\nItem=Scene\n\tName=a\n", "",
        "Errors in script; unrecognised command in current segment :- Name=a (Repeated)", "project.qvp:6", ""},
-      {"mixed standards", TwoStandards("NTSC"), "DataLayout Error",
+      {"standards-mixed", TwoStandards("NTSC"), "DataLayout Error",
        "Different video standards (PAL / NTSC) are being attempted to be included in the structure",
        "project.qvp", "Import Failed"},
-      {"commands", "Item=FirstPGC\nItem=PreCommands\nCommand=JumpTT Nowhere\n", "Command Error",
+      {"command-errors", "Item=FirstPGC\nItem=PreCommands\nCommand=JumpTT Nowhere\n", "Command Error",
        "There were some errors noted in the script file - An error list will now be shown", "project.qvp",
        "Import Complete"},
-      {"wide text", std::string("\xFF\xFE", 2) + std::string("I\0t\0", 4), "Script Error",
+      {"script-utf16", std::string("\xFF\xFE", 2) + std::string("I\0t\0", 4), "Script Error",
        "The script is UTF-16 text; please save it as plain (ANSI or UTF-8) text: project.qvp",
        "project.qvp:1", ""},
-      {"too many",
+      {"script-too-large",
        std::string("Item=VTS\n") +
            [] {
              std::string sets;
@@ -186,10 +189,11 @@ TEST(ScriptReader, FailuresAreToldOnceAndExactly) {
        "Script Error", "The script holds more than a disc can: title sets", "project.qvp:100", ""},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.Name);
+    SCOPED_TRACE(c.Code);
     const Loaded loaded(c.Text);
     EXPECT_FALSE(loaded.Result.MayAuthor());
     ASSERT_EQ(loaded.Ui.Messages.size(), 1U);
+    EXPECT_EQ(loaded.Ui.Messages[0].Code, c.Code);
     EXPECT_EQ(loaded.Ui.Messages[0].Title, c.Title);
     EXPECT_EQ(loaded.Ui.Messages[0].Text, c.Box);
     EXPECT_EQ(loaded.Ui.Messages[0].Place, c.Place);
@@ -224,10 +228,39 @@ TEST(ScriptReader, UnknownNamesStayAndAreNoted) {
   EXPECT_EQ(pgc.PaletteName, "Default");
   EXPECT_EQ(pgc.PG.Item(1)->Cell.Item(1)->SceneUsed, "gone");
   EXPECT_EQ(pgc.PG.Item(1)->Cell.Item(1)->SegmentUsed, -1);
-  ASSERT_EQ(loaded.Result.Notes.size(), 2U);
-  EXPECT_EQ(loaded.Result.Notes[0].Place, "VTS1.TITLE1.PGC1.PG1.CELL1");
-  EXPECT_EQ(loaded.Result.Notes[1].Text,
-            "The PGC names a palette that the project does not have, so \"Default\" is used: \"Reds\"");
+}
+
+TEST(LoadFindings, LinesTheirEndCommandsAndNamesInTheirOrder) {
+  std::string text = "Nmae=x\nItem=FirstPGC\nItem=PreCommands\nCommand=JumpTT Nowhere\n";
+  text += "Item=VTS\n{\nItem=Title\nItem=PGC\nStillTime=long\nPaletteUsed=Reds\n";
+  text += "Item=Program\nItem=Cell\nUsingScene=gone\n";
+  std::vector<std::string> found;
+  for (const Message& message : LoadFindings(Loaded(text).Result)) {
+    found.push_back(fmt::format("{} {} {}: {}", message.Place, message.Code, message.Title, message.Text));
+  }
+  EXPECT_THAT(
+      found,
+      ElementsAre(
+          R"(project.qvp:1 skipped-line Skipped Line: unknown key or item: "Nmae=x")",
+          R"(project.qvp:9 doubtful-value Doubtful Value: is no number: "StillTime=long")",
+          "project.qvp:13 unclosed-brace Unclosed Brace: The script ends within 1 open braces; is its end "
+          "missing? The outermost opens in line 6",
+          "-/-/FirstPGC/- command-target-missing Command Error: Pre Command names a target that does not "
+          "exist: "
+          "\"JumpTT Nowhere\"",
+          R"(VTS1.TITLE1.PGC1.PG1.CELL1 scene-unknown Unknown Scene: The cell uses a scene that no track has: "gone")",
+          "VTS1.TITLE1.PGC1 palette-unknown Unknown Palette: The PGC names a palette that the project does "
+          "not "
+          "have, so \"Default\" is used: \"Reds\""));
+  std::string many;
+  for (std::size_t i = 0; i < MostSkippedKept + 7; ++i) {
+    many += "Item=Track\nFrameCount=x\ny\n";
+  }
+  const std::vector<Message> cut = LoadFindings(Loaded(many).Result);
+  ASSERT_EQ(cut.size(), 2 * MostSkippedKept + 2);
+  EXPECT_EQ(cut[MostSkippedKept].Text, "7 more lines were passed over");
+  EXPECT_EQ(cut.back().Text, "7 more values are doubtful");
+  EXPECT_TRUE(LoadFindings(Loaded(" { \n").Result).at(0).Is(message::NoProject));
 }
 
 // Tells of files by their names.
@@ -305,72 +338,22 @@ TEST(ScriptReader, ScenesWithoutANameGetOneOfTheirOwn) {
 }
 
 TEST(ScriptReader, OtherDialectIsReadWhole) {
-  const Loaded loaded(Fixture("other_dialect.scp"));
+  const Loaded loaded(OtherDialect());
   for (const SkippedLine& line : loaded.Result.Skipped) {
     ADD_FAILURE() << line.Number << ": " << line.Text << ": " << line.Reason;
   }
   ASSERT_TRUE(loaded.Result.MayAuthor());
   EXPECT_TRUE(loaded.Result.IsScenarist);
-  EXPECT_EQ(loaded.Target.DestinationFolder, "D:\\disc\\VIDEO_TS");
-
-  ASSERT_EQ(loaded.Target.Tracks.Count(), 2U);
-  const Track& film = loaded.Target.Tracks[0];
-  EXPECT_EQ(film.VideoPlays[0].File, "media\\film.m2v");
-  EXPECT_EQ(film.Standard, "NTSC");
-  EXPECT_EQ(film.Aspect, "16:9");
-  ASSERT_EQ(film.AudioStreams.size(), 2U);
-  EXPECT_EQ(film.AudioStreams[0].Language, "German");
-  EXPECT_EQ(film.AudioStreams[0].Extension, "Directors Comments");
-  EXPECT_EQ(film.AudioStreams[0].StreamName, "Audio Stream 1");
-  EXPECT_EQ(film.AudioStreams[1].Language, "English");
-  EXPECT_EQ(film.AudioStreams[1].Emphasis, 1);
-  EXPECT_EQ(film.SubStreams[0].Language, "Dutch");
-  EXPECT_EQ(film.SubStreams[0].Extension, "Children");
-  EXPECT_EQ(film.SubStreams[0].DisplayMode, "LetterBox");
-  const SubPicturePlay& line = film.SubStreams[0].SubPlays[0];
-  EXPECT_EQ(line.File, "media\\subs\\line1.bmp");
-  EXPECT_EQ(line.ConversionBg, 0x030201U);
-  EXPECT_EQ(line.ConversionE2, 0x1000FFU);
-  EXPECT_EQ(line.ColorE2, 4);
-  EXPECT_EQ(line.ContrastBg, 0);
-  EXPECT_EQ(line.ContrastE1, 14);
-  EXPECT_EQ(line.Y2, 477);
-  EXPECT_TRUE(line.Forced);
-  EXPECT_EQ(line.Start, "00:09:59:12");  // 18 numbers were dropped in ten minutes
-  EXPECT_EQ(film.Scenes[1].Frame, 1800);
-  EXPECT_TRUE(film.Scenes[0].Uops[3]);
-
-  const Track& menu = loaded.Target.Tracks[1];
-  EXPECT_EQ(menu.TrackType, "Still");
-  const HighlightPlay& highlight = menu.HighlightPlays[0];
-  EXPECT_EQ(highlight.Schemes[0].SelectionColor, (ColorQuad{1, 2, 3, 4}));
-  EXPECT_EQ(highlight.Buttons[0].Areas[0].Y2, 90);
-  EXPECT_EQ(highlight.ForcedSelect, 1);
-
-  const VTS_P& set = *loaded.Target.Disc.Item(2);
-  EXPECT_EQ(loaded.Target.Disc.Item(1)->Lang.Item(1)->PGC.Item(1)->MenuType, "No Menu");
-  EXPECT_EQ(set.Lang.Item(1)->Language, "fr");
-  const Cell_P& page = *set.Lang.Item(1)->PGC.Item(1)->PG.Item(1)->Cell.Item(1);
-  EXPECT_EQ(page.StillTime, 255);
-  EXPECT_TRUE(page.RestrictedAccess);
-  EXPECT_EQ(page.ButtonCommands[0].Commands[0].FullCommand, "JumpVTS_TT Feature");
-  const Title_P& title = *set.Title.Item(1);
-  EXPECT_TRUE(title.UOPTimePlay && !title.UOPPTTPlay);
-  EXPECT_TRUE(title.Custom && title.AudioAssignments[0] && !title.AudioAssignments[1]);
-  const PGC_P& pgc = *title.PGC.Item(1);
-  EXPECT_TRUE(pgc.Uops[12]);
-  EXPECT_EQ(pgc.PlayBackMode, PlayBack::Random);
-  EXPECT_EQ(pgc.PostCommands[0].FullCommand, "LinkPGCN filmpgc");
-  EXPECT_EQ(pgc.AudioAssignments[1], 0);
-  EXPECT_EQ(pgc.NormalAssignments[2], 5);
-  EXPECT_EQ(pgc.PanAssignments[2], 8);
-  EXPECT_EQ(pgc.PG.Item(1)->Cell.Item(2)->CellName, "Cell_2 ->Main_2");
-  EXPECT_TRUE(set.TitleLetterBoxed && set.TitleCameraMode);
-  EXPECT_EQ(loaded.Target.Palettes.Item("Greens")->PaletteColors[15], 0x1E140AU);
+  ExpectGolden("other_dialect.qvp", WriteScript(loaded.Target));
+  // What a script does not carry.
+  EXPECT_EQ(loaded.Target.Tracks[0].Aspect, "16:9");
+  EXPECT_FALSE(loaded.Target.Tracks[0].IDsLocked);
+  EXPECT_TRUE(loaded.Target.Disc.Item(2)->Title.Item(1)->PGC.Item(1)->PG.Item(1)->Cell.Item(1)->SegmentUsed ==
+              0);
 }
 
 TEST(ScriptReader, OtherDialectConvertsToAnEqualScript) {
-  const Loaded other(Fixture("other_dialect.scp"));
+  const Loaded other(OtherDialect());
   const std::string own = WriteScript(other.Target);
   const Loaded back(own);
   EXPECT_EQ(back.Result.SkippedCount, 0U);
@@ -425,7 +408,7 @@ TEST(ScriptReader, AnyBytesAreTaken) {
   Loaded(noise).Ui.Messages.clear();
   // Own lines in any order: every key meets every place.
   std::vector<std::string> lines;
-  std::istringstream split(own + Fixture("other_dialect.scp"));
+  std::istringstream split(own + OtherDialect());
   for (std::string line; std::getline(split, line);) {
     lines.push_back(line + "\n");
   }
@@ -472,7 +455,6 @@ TEST(ScriptReader, FilesThatAreNone) {
     Project project;
     EXPECT_FALSE(LoadScriptFile(path, project, {}, ui).Loaded);
     ASSERT_EQ(ui.Messages.size(), 1U);
-    EXPECT_EQ(ui.Messages[0].Title, "Script Error");
     EXPECT_EQ(ui.Messages[0].Text, "Unable to read script file: " + path);
   }
 }

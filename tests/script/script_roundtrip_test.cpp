@@ -5,7 +5,6 @@
 #include "script/script_reader.h"
 #include "script/script_writer.h"
 #include "support/recording_ui.h"
-#include "support/temp_folder.h"
 
 namespace quorvelant {
 namespace {
@@ -19,26 +18,19 @@ LoadResult Load(const std::string& text, Project& project) {
 TEST(ScriptRoundTrip, GeneratedProjectsComeBackEqual) {
   for (std::uint32_t seed = 0; seed < 400; ++seed) {
     SCOPED_TRACE(seed);
-    const Project project = GeneratedProject(seed);
-    const std::string text = WriteScript(project);
+    const std::string text = WriteScript(GeneratedProject(seed));
     Project loaded;
     const LoadResult result = Load(text, loaded);
     ASSERT_TRUE(result.Loaded);
-    EXPECT_EQ(result.SkippedCount + result.DoubtedCount, 0U);
-    EXPECT_EQ(WriteScript(loaded), text);
-    EXPECT_EQ(loaded.Tracks, project.Tracks);
-    EXPECT_EQ(loaded.FirstPlay, project.FirstPlay);
-    EXPECT_EQ(loaded.Palettes, project.Palettes);
-    EXPECT_EQ(loaded.Disc, project.Disc);
-    ASSERT_TRUE(loaded.SameContent(project));
+    EXPECT_TRUE(result.Skipped.empty()) << result.Skipped[0].Text;
+    EXPECT_TRUE(result.Doubted.empty()) << result.Doubted[0].Text;
+    ASSERT_EQ(WriteScript(loaded), text);
   }
 }
 
-TEST(ScriptRoundTrip, RemovedPartsStayBehind) {
+TEST(ScriptRoundTrip, RemovedPartsAreNotWritten) {
   Project project = GeneratedProject(7);
-  Project expected;
-  Load(WriteScript(project), expected);
-  // What is removed by flag is not written, wherever it stands.
+  const std::string expected = WriteScript(project);
   Track removed;
   removed.Filled = removed.Removed = true;
   removed.VideoPlays.emplace_back().File = "gone.m2v";
@@ -50,13 +42,23 @@ TEST(ScriptRoundTrip, RemovedPartsStayBehind) {
   VTS_P set;
   set.Removed = true;
   project.Disc.Add(set);
+  Lang_P language;
+  language.Removed = true;
+  project.Disc.Item(1)->Lang.Add(language);
+  Title_P title;
+  title.Removed = true;
+  project.Disc.Item(2)->Title.Add(title);
+  PGC_P pgc;
+  pgc.Removed = true;
+  project.Disc.Item(2)->Title.Item(1)->PGC.Add(pgc);
+  PG_P program;
+  program.Removed = true;
+  project.Disc.Item(2)->Title.Item(1)->PGC.Item(1)->PG.Add(program);
   VMICommand_P deleted;
   deleted.FullCommand = "Exit";
   deleted.Deleted = true;
   project.FirstPlay.PreCommands.push_back(deleted);
-  Project loaded;
-  Load(WriteScript(project), loaded);
-  EXPECT_TRUE(loaded.SameContent(expected));
+  EXPECT_EQ(WriteScript(project), expected);
 }
 
 }  // namespace

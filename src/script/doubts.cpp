@@ -1,4 +1,5 @@
-// What values of keys must look like.
+#include "script/doubts.h"
+
 #include <algorithm>
 #include <array>
 #include <initializer_list>
@@ -7,7 +8,6 @@
 #include "base/text.h"
 #include "model/cls_dvd.h"
 #include "model/menu_kind.h"
-#include "script/script_words.h"
 
 namespace quorvelant {
 
@@ -109,6 +109,8 @@ std::string_view DoubtOf(Takes takes, std::string_view value) {
       return unless(IsOneOf(value, {"sequential playback", "random playback", "shuffle playback"}),
                     NoPlayBack);
     case Takes::Anything:
+    case Takes::PgcLink:
+    case Takes::YesOrNumber:
       break;
   }
   return {};

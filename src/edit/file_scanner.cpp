@@ -1,4 +1,4 @@
-#include "script/source_scanner.h"
+#include "edit/file_scanner.h"
 
 #include "analysis/quick_scan.h"
 

@@ -6,7 +6,7 @@
 #include "base/text.h"
 #include "script/line_reader.h"
 #include "script/script_reader.h"
-#include "script/script_tables.h"
+#include "script/special_keys.h"
 
 namespace quorvelant {
 
@@ -15,11 +15,11 @@ namespace {
 constexpr std::size_t MostParts = 1000;
 
 bool NameVideoPlay(ReaderState& state, std::string_view name) {
-  Track* track = state.OpenTrack();
+  Track* track = state.LastTrack();
   if (track == nullptr || track->VideoPlays.empty()) {
     return false;
   }
-  const DataFile_P* data = state.Video.Find(name);
+  const DataFile_P* data = state.Data.Video.Find(name);
   if (data == nullptr) {
     track->VideoPlays.back().File = name;
     return true;
@@ -41,11 +41,11 @@ bool NameVideoPlay(ReaderState& state, std::string_view name) {
 }
 
 bool NameAudioPlay(ReaderState& state, std::string_view name) {
-  AudioStream* stream = state.OpenAudio();
+  AudioStream* stream = state.LastAudio();
   if (stream == nullptr || stream->AudioPlays.empty()) {
     return false;
   }
-  const DataFile_P* data = state.Audio.Find(name);
+  const DataFile_P* data = state.Data.Audio.Find(name);
   if (data == nullptr) {
     stream->AudioPlays.back().File = name;
     return true;
@@ -64,16 +64,16 @@ bool NameAudioPlay(ReaderState& state, std::string_view name) {
 }
 
 bool NameSubPlay(ReaderState& state, std::string_view name) {
-  SubPicturePlay* play = state.OpenSubPlay();
+  SubPicturePlay* play = state.LastSubPlay();
   if (play == nullptr) {
     return false;
   }
-  const DataFile_P* data = state.Subs.Find(name);
+  const DataFile_P* data = state.Data.Subs.Find(name);
   if (data == nullptr) {
     play->File = name;
     return true;
   }
-  // The play's own times and its forced mark may stand ahead of its name.
+  // The play's own times and its forced mark may stand before its name.
   SubPicturePlay named = data->Subtitle;
   named.File = data->FilePath;
   named.Start = play->Start;
@@ -86,8 +86,8 @@ bool NameSubPlay(ReaderState& state, std::string_view name) {
 // The bitmap or source of a subtitle, in the folder named for all.
 std::string SubtitlePath(const ReaderState& state, std::string_view file) {
   const bool hasFolder = file.find_first_of("\\/") != std::string_view::npos;
-  return hasFolder || state.SubFolder.empty() ? std::string(file)
-                                              : state.SubFolder + "\\" + std::string(file);
+  const std::string& folder = state.Data.SubFolder;
+  return hasFolder || folder.empty() ? std::string(file) : folder + "\\" + std::string(file);
 }
 
 // A list of the files of a multi-part source, one a line; "#" starts a remark.
@@ -115,9 +115,9 @@ bool ReadParts(const ReaderState& state, DataFile_P& data) {
 
 bool NameDataFile(ReaderState& state, std::string_view name) {
   if (state.OpenData() != nullptr) {
-    (state.Open == Segment::DataVideo   ? state.Video
-     : state.Open == Segment::DataAudio ? state.Audio
-                                        : state.Subs)
+    (state.Open == Segment::DataVideo   ? state.Data.Video
+     : state.Open == Segment::DataAudio ? state.Data.Audio
+                                        : state.Data.Subs)
         .NameLast(name);
     return true;
   }
@@ -127,18 +127,17 @@ bool NameDataFile(ReaderState& state, std::string_view name) {
   return state.Open == Segment::DataAudio ? NameAudioPlay(state, name) : NameSubPlay(state, name);
 }
 
-bool SetFile(ReaderState& state, std::string_view value, std::size_t /*number*/) {
+bool ReadFile(ReaderState& state, std::string_view value, std::size_t /*number*/) {
   if (DataFile_P* data = state.OpenData()) {
     data->FilePath = state.Open == Segment::DataSub ? SubtitlePath(state, value) : std::string(value);
     if (Lower(value).ends_with("cfx") && !ReadParts(state, *data)) {
-      state.SkipReason = UnreadableList;
+      state.Outcome.SkipReason = UnreadableList;
       return false;
     }
     return true;
   }
   if (state.Open == Segment::SubPlay) {
-    SubPicturePlay* play = state.OpenSubPlay();
-    play->File = SubtitlePath(state, value);
+    state.LastSubPlay()->File = SubtitlePath(state, value);
     return true;
   }
   return (state.Open == Segment::DataVideo || state.Open == Segment::DataAudio) && NameDataFile(state, value);

@@ -1,8 +1,8 @@
 // What is done when the last line of a script was read: the stages that turn records into a project.
 #pragma once
 
+#include "script/reader_state.h"
 #include "script/script_reader.h"
-#include "script/script_state.h"
 
 namespace quorvelant {
 

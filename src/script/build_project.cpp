@@ -1,26 +1,26 @@
-#include "script/script_build.h"
+#include "script/build_project.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 
-#include "analysis/audio_headers.h"
 #include "base/random.h"
 #include "base/text.h"
+#include "disc/audio_format.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "model/stream_maps.h"
 #include "model/update_my_dvd.h"
 #include "script/messages.h"
 #include "script/script_tracks.h"
-#include "script/script_values.h"
+#include "script/values.h"
 
 namespace quorvelant {
 
 namespace {
 
 // All that the stages work on.
-struct Build {
+struct ProjectBuild {
   ReaderState& State;
   const LoadOptions& Options;
   UserInterface& Ui;
@@ -48,14 +48,14 @@ void ForEachPgc(Project& project, Visit visit) {
 // --- tracks ---
 
 // Streams of the other dialect take what stands with the title sets and titles.
-void CreateStreamIds(Build& build) {
-  if (!build.State.IsScenarist) {
+void CreateStreamIds(ProjectBuild& build) {
+  if (!build.State.Traits.IsScenarist) {
     return;
   }
   build.Ui.Status("Creating SubPicture & Audio ID's");
   CarryScriptExtensions(build.Target);
   const SceneIndex scenes = IndexScenes(build.Target.Tracks);
-  for (const ReaderState::TitleLanguages& languages : build.State.Languages) {
+  for (const TitleLanguages& languages : build.State.Languages) {
     CarryScriptLanguages(build.Target.Tracks, scenes, *languages.Title, languages.Streams);
   }
 }
@@ -80,7 +80,7 @@ void NameScenes(Track& track, std::size_t index, ReaderState& state) {
     if (scene.Name.empty()) {
       scene.Name = fmt::format("{}_Scene{}", track.TrackName, i + 1);
       // Scene names are one of a kind in a project, track names are not.
-      while (!state.Scenes.emplace(scene.Name, ScenePlace{index, i}).second) {
+      while (!state.Scenes.ByName.emplace(scene.Name, ScenePlace{index, i}).second) {
         scene.Name += fmt::format("_{}", index + 1);
       }
     }
@@ -115,8 +115,8 @@ void FillFormats(Track& track) {
 }
 
 // Scenes whose track learnt its standard only from its file, or has none and goes by the disc's.
-void SetPendingTimes(Build& build) {
-  for (const PendingTime& pending : build.State.PendingTimes) {
+void SetPendingTimes(ProjectBuild& build) {
+  for (const PendingTime& pending : build.State.Scenes.PendingTimes) {
     Track& track = build.Target.Tracks[pending.Place.Track];
     track.Scenes[pending.Place.Scene].Frame =
         SceneFrame(pending.Timecode, TrackFramesPerSecond(build.Target, track));
@@ -124,23 +124,23 @@ void SetPendingTimes(Build& build) {
 }
 
 // The analysis may take scenes away, so the later ones of a track move up.
-void AnalyseChapters(Build& build) {
+void AnalyseChapters(ProjectBuild& build) {
   if (!build.Options.AnalyseChapters) {
     return;
   }
-  for (auto& [name, place] : build.State.Scenes) {
+  for (auto& [name, place] : build.State.Scenes.ByName) {
     place.Removed = true;
   }
   for (std::size_t i = 0; i < build.Target.Tracks.Count(); ++i) {
     build.Options.AnalyseChapters(build.Target, i);
     const std::vector<Scene>& scenes = build.Target.Tracks[i].Scenes;
     for (std::size_t scene = 0; scene < scenes.size(); ++scene) {
-      build.State.Scenes[scenes[scene].Name] = {i, scene};
+      build.State.Scenes.ByName[scenes[scene].Name] = {i, scene};
     }
   }
 }
 
-void CreateTrackList(Build& build) {
+void CreateTrackList(ProjectBuild& build) {
   build.Ui.Status("Creating Track List");
   const std::string folder = build.Target.SourceFolder();
   for (std::size_t i = 0; i < build.Target.Tracks.Count(); ++i) {
@@ -158,9 +158,10 @@ void CreateTrackList(Build& build) {
 
 // --- layout ---
 
-void CreateCell(Build& build, const PGC_P& pgc, const PG_P& program, std::int32_t number, Cell_P& cell) {
-  const auto found = build.State.Scenes.find(cell.SceneUsed);
-  const bool known = found != build.State.Scenes.end();
+void CreateCell(ProjectBuild& build, const PGC_P& pgc, const PG_P& program, std::int32_t number,
+                Cell_P& cell) {
+  const auto found = build.State.Scenes.ByName.find(cell.SceneUsed);
+  const bool known = found != build.State.Scenes.ByName.end();
   if (!known) {
     build.Result.Notes.push_back(MessageOf(message::SceneUnknown, cell.Key, cell.SceneUsed));
   }
@@ -188,7 +189,7 @@ void CreateCell(Build& build, const PGC_P& pgc, const PG_P& program, std::int32_
   }
 }
 
-void CreateCells(Build& build) {
+void CreateCells(ProjectBuild& build) {
   ForEachPgc(build.Target, [&build](PGC_P& pgc) {
     for (PG_P& program : pgc.PG) {
       std::int32_t number = 0;
@@ -215,7 +216,7 @@ bool OneStandard(const Project& project) {
   return true;
 }
 
-bool CreateLayout(Build& build) {
+bool CreateLayout(ProjectBuild& build) {
   build.Ui.Status("Creating DVD Layout");
   CreateCells(build);
   if (!build.Options.AnalyseChapters) {  // which has moved them
@@ -236,7 +237,7 @@ bool CreateLayout(Build& build) {
 
 // --- the rest ---
 
-void CreatePaletteList(Build& build) {
+void CreatePaletteList(ProjectBuild& build) {
   build.Ui.Status("Creating Palette List");
   ForEachPgc(build.Target, [&build](PGC_P& pgc) {
     if (pgc.PaletteName == DefaultPalette || build.Target.Palettes.Item(pgc.PaletteName) != nullptr) {
@@ -270,7 +271,7 @@ void ForEachCommand(Project& project, Visit visit) {
 
 // A command that brings a stored target comes to name it, and the text alone is kept: what is saved loads to
 // the same bytes.
-void FollowStoredTargets(Build& build, const ResolveOptions& options) {
+void FollowStoredTargets(ProjectBuild& build, const ResolveOptions& options) {
   NameIndex names(build.Target, build.Options.Rules);
   ForEachCommand(build.Target, [&](VMICommand_P& command) {
     if (command.To_Action.empty()) {
@@ -284,10 +285,10 @@ void FollowStoredTargets(Build& build, const ResolveOptions& options) {
   });
 }
 
-void CreateCommands(Build& build) {
+void CreateCommands(ProjectBuild& build) {
   build.Ui.Status("Creating Command Structure");
-  const ResolveOptions options{.Numbers = NumbersOf(build.State.IsScenarist)};
-  if (build.State.TargetsStored) {
+  const ResolveOptions options{.Numbers = NumbersOf(build.State.Traits.IsScenarist)};
+  if (build.State.Traits.TargetsStored) {
     FollowStoredTargets(build, options);
   }
   build.Result.Commands = CheckCommands(build.Target, build.Options.Rules, options);
@@ -298,8 +299,8 @@ void CreateCommands(Build& build) {
   }
 }
 
-void LockStreams(Build& build) {
-  if (!build.State.StreamNumbersGiven) {
+void LockStreams(ProjectBuild& build) {
+  if (!build.State.Traits.StreamNumbersGiven) {
     return;
   }
   for (Track& track : build.Target.Tracks) {
@@ -310,7 +311,7 @@ void LockStreams(Build& build) {
 }  // namespace
 
 bool BuildProject(ReaderState& state, const LoadOptions& options, UserInterface& ui, LoadResult& result) {
-  Build build{state, options, ui, result, state.Target};
+  ProjectBuild build{state, options, ui, result, state.Target};
   CreateStreamIds(build);
   FillStreamDefaults(build.Target.Tracks);
   CreateTrackList(build);
