@@ -93,7 +93,7 @@ struct MuxInput {
 struct MuxBuild {
   UserInterface& Ui;
   Log& RunLog;
-  Random& Files;  // slots 0 to 9: video source, output, eight audio sources
+  Random& Files;  // with the slots of `slot`, up to slot::Last
   quorvelant::Rules Rules;
   bool RemoveSeqEnd = true;             // overwrite sequence end codes in the middle of a track
   bool DryRun = false;                  // everything but writing
