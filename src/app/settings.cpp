@@ -59,8 +59,8 @@ std::string RegionKey(std::size_t index) {
   return fmt::format("region{}", Regions[index]);
 }
 
-// Takes one "key=value"; keys that mean nothing change nothing.
-void TakeValue(Settings& settings, const std::string& key, std::string_view value) {
+// Reads one "key=value"; keys that mean nothing change nothing.
+void ReadValue(Settings& settings, const std::string& key, std::string_view value) {
   for (const Flag& flag : Flags) {
     if (EqualNoCase(flag.Key, key)) {
       settings.*flag.Field = value == (flag.Inverted ? "0" : "1");
@@ -140,7 +140,7 @@ Settings ParseSettings(std::string_view text) {
       continue;
     }
     const std::string key = Lower(pieces[0]);
-    TakeValue(settings, key, pieces[1]);
+    ReadValue(settings, key, pieces[1]);
     seen.insert(key);
   }
   FillGaps(settings, seen);

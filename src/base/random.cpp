@@ -56,10 +56,10 @@ Random::Slot& Random::ClosedSlot(int slot) {
   return wanted;
 }
 
-std::shared_ptr<File> Random::TryOpen(const std::string& path, FileAccess access, bool& told) {
+std::shared_ptr<File> Random::TryOpen(const std::string& path, FileAccess access, bool& final) {
   const FileKind kind = disk_->KindOf(path);
   if (kind == FileKind::Folder || kind == FileKind::Special) {
-    told = true;
+    final = true;
     const std::string_view what = kind == FileKind::Folder ? "a folder" : "a pipe or a device";
     ui_->Tell(MessageOf(message::OpenNotPlain, {}, path, what));
     return nullptr;
@@ -74,11 +74,11 @@ std::shared_ptr<File> Random::TryOpen(const std::string& path, FileAccess access
 bool Random::Open(const std::string& name, int slot, FileAccess access, bool flushEachWrite) {
   Slot& wanted = ClosedSlot(slot);
   const std::string path = SystemPath(name);
-  bool told = false;
-  auto file = TryOpen(path, access, told);
+  bool final = false;
+  auto file = TryOpen(path, access, final);
   const MessageKind& retry = message::OpenRetry;
-  if (!file && !told && ui_->Ask(retry.Title, fmt::format(fmt::runtime(retry.Text), path), false)) {
-    file = TryOpen(path, access, told);
+  if (!file && !final && ui_->Ask(retry.Title, fmt::format(fmt::runtime(retry.Text), path), false)) {
+    file = TryOpen(path, access, final);
   }
   wanted = {std::move(file), flushEachWrite};
   return wanted.Open != nullptr;

@@ -80,8 +80,8 @@ class Random {
   };
 
   bool Open(const std::string& name, int slot, FileAccess access, bool flushEachWrite);
-  // Null on failure; `told` when the refusal is final and the user has read why.
-  std::shared_ptr<File> TryOpen(const std::string& path, FileAccess access, bool& told);
+  // Null on failure; `final` when the user has read why, so that trying again is no use.
+  std::shared_ptr<File> TryOpen(const std::string& path, FileAccess access, bool& final);
   File& OpenSlot(int slot) const;
   Slot& ClosedSlot(int slot);
 

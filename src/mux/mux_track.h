@@ -14,7 +14,7 @@
 #include "disc/vob_records.h"
 #include "model/tracks.h"
 #include "mux/vob_output.h"
-#include "picture/picture_service.h"
+#include "picture/picture_loader.h"
 
 namespace quorvelant {
 

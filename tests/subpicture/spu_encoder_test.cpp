@@ -126,7 +126,7 @@ TEST(EncodeSPUBitmap, TraditionalWidths) {
   const Picture six = Paint({"pppppp", "pppppp"});
   const auto sheared = EncodeSPUBitmap(six, Colors, 0, 0, false, Rules::Classic);
   EXPECT_EQ(sheared->FieldB, (Bytes{0x00, 0x01}));        // the bottom row stands
-  EXPECT_EQ(sheared->FieldA, (Bytes{0x40, 0x00, 0x10}));  // one background pixel ahead of the pattern
+  EXPECT_EQ(sheared->FieldA, (Bytes{0x40, 0x00, 0x10}));  // one background pixel before the pattern
   EXPECT_EQ(EncodeSPUBitmap(six, Colors, 0, 0, false, Rules::Players)->FieldA, (Bytes{0x00, 0x01}));
   // Five columns become four, which four divides: no shear, and the area is one column narrower.
   const auto narrowed = EncodeSPUBitmap(Paint({"pppp.", "pppp."}), Colors, 0, 0, false, Rules::Classic);
