@@ -46,6 +46,6 @@ std::string SettingsText(const Settings& settings);
 // much is looked at. `destination` (already given in another way) wins over the file's folder.
 Settings ReadSettings(const std::string& file, std::string_view destination = {});
 // Replaces the file, making its folder where needed; false when it could not, and the file before stands.
-bool WriteSettings(const std::string& file, const Settings& settings);
+[[nodiscard]] bool WriteSettings(const std::string& file, const Settings& settings);
 
 }  // namespace quorvelant

@@ -14,7 +14,6 @@
 namespace quorvelant {
 namespace {
 
-
 constexpr std::string_view TrackListLine = "{} TRACK LIST FOR VTS {}";
 constexpr std::string_view MenuVobLine = "WRITING MENU VOBIDS";
 constexpr std::string_view TitleVobLine = "WRITING TITLE VOBIDS";

@@ -41,13 +41,13 @@ class Random {
   // Opens for reading and writing, creating the file if it is absent. A file already open in another
   // slot shares that handle and its position, and closing one closes both. On failure the retry question
   // is asked once; false when it stays closed. An open slot raises 45601.
-  bool OpenFile(const std::string& name, int slot, bool flushEachWrite = false);
+  [[nodiscard]] bool OpenFile(const std::string& name, int slot, bool flushEachWrite = false);
   // Opens an existing file for reading alone, so that sources on read-only media are usable, with a
   // handle and a position of its own whatever else is open. Failure as with OpenFile.
-  bool OpenSource(const std::string& name, int slot);
+  [[nodiscard]] bool OpenSource(const std::string& name, int slot);
   // Opens a new file for reading and writing, in place of one that is there already. Failure as with
   // OpenFile.
-  bool CreateFile(const std::string& name, int slot);
+  [[nodiscard]] bool CreateFile(const std::string& name, int slot);
   void CloseFile(int slot);
   void CloseAllFiles();
 
