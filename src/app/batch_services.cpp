@@ -7,7 +7,7 @@
 #include "base/rules.h"
 #include "edit/chapter_analysis.h"
 #include "edit/file_scanner.h"
-#include "platform/picture_service.h"
+#include "platform/platform_pictures.h"
 #include "script/script_reader.h"
 #include "vm/check_commands.h"
 
@@ -43,7 +43,7 @@ BatchServices MakeBatchServices(UserInterface& ui) {
     return Load(script, analyse, project, ui);
   };
   services.Author = [&ui](Project& project, const Settings& settings, bool exitOnFinish, Log& log) {
-    const auto pictures = MakePictureService();
+    const auto pictures = MakePlatformPictures();
     const DiscPlan plan = PlanDisc(project, BatchRules, ui, pictures.get());
     AuthorOptions options = OptionsOf(settings, BatchRules);
     options.Folder = SystemPath(project.DestinationFolder, project.SourceFolder());

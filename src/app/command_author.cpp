@@ -21,7 +21,7 @@
 #include "edit/chapter_analysis.h"
 #include "edit/file_scanner.h"
 #include "model/walk.h"
-#include "platform/picture_service.h"
+#include "platform/platform_pictures.h"
 #include "script/load_findings.h"
 #include "script/script_reader.h"
 #include "verify/read_back.h"
@@ -190,7 +190,7 @@ void Summarise(const Run& run, const DiscPlan& plan, const AuthorResult& result)
 
 bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
   RunVoice voice(context.Ui, context.Out, arguments.Json);
-  const auto pictures = MakePictureService();
+  const auto pictures = MakePlatformPictures();
   const Run run{arguments, context, voice, *pictures};
   Project project;
   if (!Load(run, project)) {

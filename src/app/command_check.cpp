@@ -12,7 +12,7 @@
 #include "check/check.h"
 #include "check/check_sources.h"
 #include "edit/outline_json.h"
-#include "platform/picture_service.h"
+#include "platform/platform_pictures.h"
 #include "script/load_findings.h"
 
 namespace quorvelant {
@@ -79,7 +79,7 @@ Findings CheckSources(const Project& project, bool open, UserInterface& ui) {
   if (!open) {
     return LookForSources(project, ui);
   }
-  const auto pictures = MakePictureService();
+  const auto pictures = MakePlatformPictures();
   return OpenSources(project, Rules::Players, *pictures, ui);
 }
 

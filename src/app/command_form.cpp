@@ -16,6 +16,7 @@
 #include "app/command_still.h"
 #include "app/command_subtitles.h"
 #include "app/version.h"
+#include "base/message_error.h"
 
 namespace quorvelant {
 
@@ -84,6 +85,10 @@ int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, st
     return Run(program, arguments, context, err);
   } catch (const std::bad_alloc&) {
     TellError(ui, "Error", "There is not enough memory for this");
+  } catch (const MessageError& fault) {
+    Message message = fault.What();
+    message.Title = "Error";
+    ui.Tell(message);
   } catch (const std::exception& fault) {
     TellError(ui, "Error", fault.what());
   }

@@ -44,7 +44,7 @@ std::string_view StateText(IndexState state) {
 
 // Why the file has no index; empty when it can have one.
 std::string_view Refusal(const std::string& file, UserInterface& ui) {
-  if (const std::string_view fault = NoPlainFile(file); !fault.empty()) {
+  if (const std::string_view fault = WhyNotPlainFile(file); !fault.empty()) {
     return fault;
   }
   const auto seen = QuickScanVideo(file, ui);

@@ -16,7 +16,7 @@
 #include "base/timecode.h"
 #include "codec/colors.h"
 #include "codec/intra_decoder.h"
-#include "platform/picture_service.h"
+#include "platform/platform_pictures.h"
 
 namespace quorvelant {
 
@@ -110,7 +110,7 @@ int Run(const PictureOptions& options, CommandContext& context) {
     TellError(ui, Title, NoPicture, fmt::format("{}@{}", options.File, entry.Offset));
     return ExitFailed;
   }
-  MakePictureService()->Save(PictureFromPlanes(*planes), options.Output);
+  MakePlatformPictures()->Save(PictureFromPlanes(*planes), options.Output);
   context.Out << fmt::format("{}x{}, frame {} ({}), written to {}\n", planes->Y().Width, planes->Y().Height,
                              entry.Frame, FramesToTimecode(entry.Frame, rate), options.Output);
   return ExitDone;

@@ -13,7 +13,7 @@
 #include "base/rules.h"
 #include "codec/still_encoder.h"
 #include "edit/messages.h"
-#include "platform/picture_service.h"
+#include "platform/platform_pictures.h"
 
 namespace quorvelant {
 
@@ -33,7 +33,7 @@ struct StillOptions {
 
 int Run(const StillOptions& options, CommandContext& context) {
   UserInterface& ui = context.Ui;
-  const Picture bitmap = MakePictureService()->Load(options.Input);
+  const Picture bitmap = MakePlatformPictures()->Load(options.Input);
   const Rules& rules = options.RuleSet.Used();
   const Bytes still = EncodeBitmap(bitmap, {.Wide = options.Wide}, rules);
   if (still.empty()) {

@@ -42,13 +42,13 @@ StopSignal::StopSignal() {
   struct sigaction action = {};
   action.sa_handler = &RaiseStop;
   action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
-  sigaction(SIGINT, &action, &formerInterrupt_);
-  sigaction(SIGTERM, &action, &formerTerminate_);
+  sigaction(SIGINT, &action, &previousInterrupt_);
+  sigaction(SIGTERM, &action, &previousTerminate_);
 }
 
 StopSignal::~StopSignal() {
-  sigaction(SIGINT, &formerInterrupt_, nullptr);
-  sigaction(SIGTERM, &formerTerminate_, nullptr);
+  sigaction(SIGINT, &previousInterrupt_, nullptr);
+  sigaction(SIGTERM, &previousTerminate_, nullptr);
 }
 
 bool StopSignal::Raised() {

@@ -1,4 +1,4 @@
-// The voice of the program on a terminal, in a pipe and under a scheduler.
+// The program on a terminal, in a pipe and under a scheduler.
 #pragma once
 
 #include <csignal>
@@ -22,8 +22,8 @@ class StopSignal {
   static bool Raised();
 
  private:
-  struct sigaction formerInterrupt_ = {};
-  struct sigaction formerTerminate_ = {};
+  struct sigaction previousInterrupt_ = {};
+  struct sigaction previousTerminate_ = {};
 };
 
 // Messages go to `err` as "place: title: text". Nobody is asked: a question takes the answer for nobody

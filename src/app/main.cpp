@@ -1,3 +1,4 @@
+#include <cstdlib>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -12,6 +13,9 @@
 int main(int argc, char** argv) {
   using namespace quorvelant;
   const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+  // What the picture decoders would print besides is said by this program's own messages, unless the user's
+  // environment asks for it. No other thread runs yet.
+  setenv("QT_LOGGING_RULES", "*=false", 0);  // NOLINT(concurrency-mt-unsafe)
   const StopSignal stop;
   ConsoleUi ui(std::cerr, StandardErrorIsTerminal());
   if (IsSwitchForm(arguments)) {

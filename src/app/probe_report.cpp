@@ -199,7 +199,7 @@ nlohmann::ordered_json AudioJson(const AudioAttributes& audio) {
 }  // namespace
 
 std::optional<ProbeReport> ProbeFile(const std::string& file, const Rules& rules, UserInterface& ui) {
-  if (const std::string_view fault = NoPlainFile(file); !fault.empty()) {
+  if (const std::string_view fault = WhyNotPlainFile(file); !fault.empty()) {
     TellError(ui, ProbeTitle, fault, file);
     return std::nullopt;
   }

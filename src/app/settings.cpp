@@ -4,11 +4,11 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <set>
 #include <system_error>
 #include <vector>
 
+#include "base/file_text.h"
 #include "base/text.h"
 
 namespace quorvelant {
@@ -59,8 +59,8 @@ std::string RegionKey(std::size_t index) {
   return fmt::format("region{}", Regions[index]);
 }
 
-// Takes one "key=value"; keys that mean nothing change nothing.
-void TakeValue(Settings& settings, const std::string& key, std::string_view value) {
+// Reads one "key=value"; keys that mean nothing change nothing.
+void ReadValue(Settings& settings, const std::string& key, std::string_view value) {
   for (const Flag& flag : Flags) {
     if (EqualNoCase(flag.Key, key)) {
       settings.*flag.Field = value == (flag.Inverted ? "0" : "1");
@@ -140,7 +140,7 @@ Settings ParseSettings(std::string_view text) {
       continue;
     }
     const std::string key = Lower(pieces[0]);
-    TakeValue(settings, key, pieces[1]);
+    ReadValue(settings, key, pieces[1]);
     seen.insert(key);
   }
   FillGaps(settings, seen);
@@ -165,16 +165,8 @@ std::string SettingsText(const Settings& settings) {
 
 Settings ReadSettings(const std::string& file, std::string_view destination) {
   Settings settings = DefaultSettings();
-  std::error_code ignored;
-  std::ifstream stream;
-  if (std::filesystem::is_regular_file(file, ignored)) {
-    stream.open(file, std::ios::binary);
-  }
-  if (stream.is_open()) {
-    std::string text(MostFileBytes, '\0');
-    stream.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<std::size_t>(stream.gcount()));
-    settings = ParseSettings(text);
+  if (const auto text = ReadHead(file, MostFileBytes)) {
+    settings = ParseSettings(*text);
   }
   if (!destination.empty()) {
     settings.DestinationFolder = destination;
@@ -188,16 +180,7 @@ bool WriteSettings(const std::string& file, const Settings& settings) {
   }
   std::error_code fault;
   std::filesystem::create_directories(std::filesystem::path(file).parent_path(), fault);
-  const std::string aside = file + ".new";
-  std::ofstream stream(aside, std::ios::binary | std::ios::trunc);
-  stream << SettingsText(settings);
-  stream.close();
-  if (stream.fail()) {
-    std::filesystem::remove(aside, fault);
-    return false;
-  }
-  std::filesystem::rename(aside, file, fault);
-  return !fault;
+  return WriteAside(file, SettingsText(settings)) == 0;
 }
 
 }  // namespace quorvelant

@@ -14,7 +14,7 @@ inline constexpr std::array<int, 7> Regions{1, 2, 3, 4, 5, 6, 8};
 
 // As constructed every option is off and every number 0: the values of a batch run, which reads no file.
 struct Settings {
-  bool RemoveSeqEnd = false;        // remove sequence end codes within a track (stills one behind the other)
+  bool RemoveSeqEnd = false;        // remove sequence end codes within a track (of stills in a row too)
   bool Subrip = false;              // subtitle scripts were made by SubRip
   bool ScenesNotSeamless = false;   // scenes of one track follow each other without the seamless flag
   bool SeamlessPGC = false;         // all cells of a PGC seamless where possible; off at each start
@@ -45,7 +45,7 @@ std::string SettingsText(const Settings& settings);
 // Reads the file; the defaults where there is none or it cannot be read. Of a file beyond 1 MiB only that
 // much is looked at. `destination` (already given in another way) wins over the file's folder.
 Settings ReadSettings(const std::string& file, std::string_view destination = {});
-// Replaces the file, making its folder where needed; false when it could not, and the former file stands.
-bool WriteSettings(const std::string& file, const Settings& settings);
+// Replaces the file, making its folder where needed; false when it could not, and the file before stands.
+[[nodiscard]] bool WriteSettings(const std::string& file, const Settings& settings);
 
 }  // namespace quorvelant

@@ -14,8 +14,6 @@
 namespace quorvelant {
 namespace {
 
-constexpr int MostSlot = 9;  // video source, output, eight audio sources
-
 constexpr std::string_view TrackListLine = "{} TRACK LIST FOR VTS {}";
 constexpr std::string_view MenuVobLine = "WRITING MENU VOBIDS";
 constexpr std::string_view TitleVobLine = "WRITING TITLE VOBIDS";
@@ -50,7 +48,7 @@ struct AuthorRun {
         RunLog(log),
         Files(ui),
         Build{.Ui = ui, .RunLog = log, .Files = Files, .Rules = plan.Rules} {
-    Files.DimFiles(MostSlot);
+    Files.DimFiles(slot::Last);
     Build.RemoveSeqEnd = options.RemoveSeqEnd;
     Build.DryRun = options.DryRun;
     Build.Pictures = options.Pictures;

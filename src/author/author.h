@@ -10,7 +10,7 @@
 #include "base/log.h"
 #include "base/user_interface.h"
 #include "ifo/vmg_ifo.h"
-#include "picture/picture_service.h"
+#include "picture/picture_loader.h"
 
 namespace quorvelant {
 

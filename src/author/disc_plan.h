@@ -12,7 +12,7 @@
 #include "model/project.h"
 #include "model/stream_maps.h"
 #include "mux/mux_track.h"
-#include "picture/picture_service.h"
+#include "picture/picture_loader.h"
 #include "subpicture/coded_bitmaps.h"
 
 namespace quorvelant {

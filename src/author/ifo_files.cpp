@@ -2,13 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <filesystem>
-
 namespace quorvelant {
 namespace {
 
-constexpr int OutputSlot = 1;
 constexpr std::string_view NotOpenedLine = "The file '{}' could not be opened.";
 
 [[noreturn]] void NotOpened(const std::string& path) {
@@ -16,13 +12,11 @@ constexpr std::string_view NotOpenedLine = "The file '{}' could not be opened.";
 }
 
 void WriteWhole(const std::string& path, ByteView bytes, Random& files) {
-  std::error_code notThere;
-  std::filesystem::remove(path, notThere);
-  if (!files.OpenFile(path, OutputSlot)) {
+  if (!files.CreateFile(path, slot::Output)) {
     NotOpened(path);
   }
   files.WriteBytes(bytes);
-  files.CloseFile(OutputSlot);
+  files.CloseFile(slot::Output);
 }
 
 }  // namespace

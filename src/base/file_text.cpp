@@ -1,86 +1,84 @@
 #include "base/file_text.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstdio>
+#include <algorithm>
 #include <filesystem>
-#include <fstream>
+#include <system_error>
 
 namespace quorvelant {
 
 namespace {
 
-int WriteAll(int handle, std::string_view content) {
-  while (!content.empty()) {
-    const ssize_t put = write(handle, content.data(), content.size());
-    if (put > 0) {
-      content.remove_prefix(static_cast<std::size_t>(put));
-    } else if (put == 0 || errno != EINTR) {
-      return put == 0 ? ENOSPC : errno;
+std::string TargetOf(const std::string& path) {
+  std::error_code missing;
+  const std::filesystem::path target = std::filesystem::canonical(path, missing);
+  return missing ? path : target.string();
+}
+
+// As many of the file's first bytes as `wanted` says for its size; nothing where it says nothing.
+template <class Wanted>
+std::optional<std::string> Read(const std::string& path, Wanted wanted) {
+  try {
+    const auto file = SystemDisk().Open(path, FileAccess::Read);
+    const std::optional<std::uint64_t> bytes = wanted(file->ByteCount());
+    if (!bytes) {
+      return std::nullopt;
     }
+    std::string content(static_cast<std::size_t>(*bytes), '\0');
+    content.resize(file->Read({reinterpret_cast<std::uint8_t*>(content.data()), content.size()}));
+    return content;
+  } catch (const FileError&) {
+    return std::nullopt;
   }
-  return 0;
 }
 
 }  // namespace
 
-int WriteAside(const std::string& path, std::string_view content) {
+int WriteAside(const std::string& path, std::string_view content, Disk& disk) {
+  const std::string target = TargetOf(path);
   // The process id keeps two runs over one folder apart.
-  const std::string aside = fmt::format("{}.{}.part", path, getpid());
-  const int handle = open(aside.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-  if (handle < 0) {
-    return errno;
-  }
-  int refusal = WriteAll(handle, content);
-  if (close(handle) != 0 && refusal == 0) {
-    refusal = errno;
-  }
-  if (refusal == 0 && std::rename(aside.c_str(), path.c_str()) != 0) {
-    refusal = errno;
+  const std::string aside = fmt::format("{}.{}.part", target, getpid());
+  int refusal = 0;
+  try {
+    const auto file = disk.Open(aside, FileAccess::Create);
+    file->Write({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+    file->Close();
+    refusal = disk.Rename(aside, target);
+  } catch (const FileError& error) {
+    refusal = error.SystemCode;
   }
   if (refusal != 0) {
-    unlink(aside.c_str());
+    disk.Remove(aside);
   }
   return refusal;
 }
 
 std::optional<std::string> ReadWhole(const std::string& path, std::uint64_t mostBytes) {
-  std::error_code missing;
-  if (!std::filesystem::is_regular_file(path, missing)) {
-    return std::nullopt;
-  }
-  const std::uint64_t bytes = std::filesystem::file_size(path, missing);
-  std::ifstream file(path, std::ios::binary);
-  if (missing || bytes > mostBytes || !file) {
-    return std::nullopt;
-  }
-  std::string content(bytes, '\0');
-  file.read(content.data(), static_cast<std::streamsize>(bytes));
-  content.resize(static_cast<std::size_t>(file.gcount()));
-  return content;
+  return Read(path, [mostBytes](std::uint64_t bytes) {
+    return bytes > mostBytes ? std::nullopt : std::optional(bytes);
+  });
 }
 
-std::string_view NoPlainFile(const std::string& path) {
-  using std::filesystem::file_type;
-  std::error_code failed;
-  switch (std::filesystem::status(path, failed).type()) {
-    case file_type::regular:
+std::optional<std::string> ReadHead(const std::string& path, std::uint64_t mostBytes) {
+  return Read(path, [mostBytes](std::uint64_t bytes) { return std::optional(std::min(bytes, mostBytes)); });
+}
+
+std::string_view WhyNotPlainFile(const std::string& path) {
+  switch (SystemDisk().KindOf(path)) {
+    case FileKind::Plain:
       return {};
-    case file_type::directory:
+    case FileKind::Folder:
       return "it is a folder, not a file";
-    case file_type::fifo:
-    case file_type::socket:
-    case file_type::block:
-    case file_type::character:
+    case FileKind::Special:
       return "it is a pipe or a device, not a file";
-    case file_type::not_found:
+    case FileKind::Missing:
       return "there is no such file";
-    default:
-      return "it cannot be reached";
+    case FileKind::Unreachable:
+      break;
   }
+  return "it cannot be reached";
 }
 
 }  // namespace quorvelant

@@ -1,4 +1,4 @@
-// What is told to the user, as a value.
+// What the user is told, as a value.
 #pragma once
 
 #include <fmt/format.h>

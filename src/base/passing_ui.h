@@ -1,4 +1,4 @@
-// A voice in front of another.
+// A user interface in front of another.
 #pragma once
 
 #include <optional>
@@ -9,7 +9,7 @@
 
 namespace quorvelant {
 
-// Passes everything on: for a voice that says one thing otherwise.
+// Passes everything on: for one that says one thing differently.
 class PassingUi : public UserInterface {
  public:
   explicit PassingUi(UserInterface& next) : next_(&next) {}

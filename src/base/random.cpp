@@ -1,15 +1,12 @@
 #include "base/random.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <limits>
-#include <system_error>
+#include <utility>
 
+#include "base/messages.h"
 #include "base/text.h"
 #include "base/uint64.h"
 
@@ -17,179 +14,118 @@ namespace quorvelant {
 
 namespace {
 
-constexpr int OutputSlot = 1;
-
-constexpr std::string_view OpenTitle = "OpenFile Error";
-constexpr std::string_view RetryText =
-    "Unable to open file {}. Please close any applications using this file and press OK to retry (Cancel to "
-    "exit)";
-constexpr std::string_view NotPlainText = "Unable to open file {}: it is {}, not a file";
-
 constexpr std::string_view AlreadyOpenLine = "The file '{}' is already open.";
 constexpr std::string_view NoFileLine = "There is no open file.";
 constexpr std::string_view SeekLine = "Seek Error.";
-constexpr std::string_view SeekLineNamed = "Seek Error in '{}'.";
-constexpr std::string_view ReadLine = "Error reading '{}'.";
-constexpr std::string_view WriteLine = "Error writing '{}'.";
 constexpr std::string_view OutsideLine = "The bytes to write lie outside their block.";
-
-std::string SystemText(int code) {
-  return code == 0 ? "Unknown Error." : std::generic_category().message(code);
-}
-
-std::string FullText(const std::string& line, int systemCode) {
-  return systemCode == 0 ? line : fmt::format("Error \n{}\n{}\n{}", systemCode, SystemText(systemCode), line);
-}
 
 }  // namespace
 
-FileError::FileError(int number, const std::string& line, int systemCode)
-    : std::runtime_error(FullText(line, systemCode)), Number(number), SystemCode(systemCode), Line(line) {}
-
-std::string FileError::OneLine() const {
-  if (SystemCode == 0) {
-    return Line;
-  }
-  return fmt::format("{}: {}", Line.substr(0, Line.find_last_not_of('.') + 1), SystemText(SystemCode));
-}
-
-Random::~Random() {
-  CloseAllFiles();
-}
-
 void Random::DimFiles(int count) {
-  CloseAllFiles();
   slots_.assign(static_cast<std::size_t>(std::max(count, 0)) + 1, Slot{});
 }
 
 int Random::FileHandle(int slot) const {
-  return slots_.at(static_cast<std::size_t>(slot)).Handle;
+  const Slot& wanted = slots_.at(static_cast<std::size_t>(slot));
+  return wanted.Open ? wanted.Open->Handle() : -1;
 }
 
 const std::string& Random::FileName(int slot) const {
-  return slots_.at(static_cast<std::size_t>(slot)).Name;
+  static const std::string none;
+  const Slot& wanted = slots_.at(static_cast<std::size_t>(slot));
+  return wanted.Open ? wanted.Open->Path() : none;
 }
 
 bool Random::IsOpen(int slot) const {
   const auto index = static_cast<std::size_t>(slot);
-  return slot >= 0 && index < slots_.size() && slots_[index].Handle >= 0;
+  return slot >= 0 && index < slots_.size() && slots_[index].Open != nullptr;
 }
 
-const Random::Slot& Random::OpenSlot(int slot) const {
+File& Random::OpenSlot(int slot) const {
   if (!IsOpen(slot)) {
     throw FileError(FileError::NoFileNumber, std::string(NoFileLine));
   }
-  return slots_[static_cast<std::size_t>(slot)];
+  return *slots_[static_cast<std::size_t>(slot)].Open;
 }
 
 Random::Slot& Random::ClosedSlot(int slot) {
   Slot& wanted = slots_.at(static_cast<std::size_t>(slot));
-  if (wanted.Handle >= 0) {
-    throw FileError(FileError::AlreadyOpenNumber, fmt::format(AlreadyOpenLine, wanted.Name));
+  if (wanted.Open) {
+    throw FileError(FileError::AlreadyOpenNumber, fmt::format(AlreadyOpenLine, wanted.Open->Path()));
   }
   return wanted;
 }
 
-int Random::OpenPlainFile(const std::string& path, Access access, bool& told) {
-  // O_NONBLOCK: a FIFO without a writer must not hold the program before it is refused.
-  const int flags = (access == Access::Read ? O_RDONLY : O_RDWR | O_CREAT) | O_CLOEXEC | O_NONBLOCK;
-  int handle = -1;
-  do {
-    handle = open(path.c_str(), flags, 0666);
-  } while (handle < 0 && errno == EINTR);
-  const int refusal = handle < 0 ? errno : 0;
-  struct stat status {};
-  const bool known = handle >= 0 ? fstat(handle, &status) == 0 : stat(path.c_str(), &status) == 0;
-  if (known && !S_ISREG(status.st_mode)) {
-    told = true;
-    const std::string_view kind = S_ISDIR(status.st_mode) ? "a folder" : "a pipe or a device";
-    TellError(*ui_, OpenTitle, fmt::format(NotPlainText, path, kind));
-    if (handle >= 0) {
-      close(handle);
-    }
-    return -1;
+std::shared_ptr<File> Random::TryOpen(const std::string& path, FileAccess access, bool& final) {
+  const FileKind kind = disk_->KindOf(path);
+  if (kind == FileKind::Folder || kind == FileKind::Special) {
+    final = true;
+    const std::string_view what = kind == FileKind::Folder ? "a folder" : "a pipe or a device";
+    ui_->Tell(MessageOf(message::OpenNotPlain, {}, path, what));
+    return nullptr;
   }
-  errno = refusal;
-  return handle;
+  try {
+    return disk_->Open(path, access);
+  } catch (const FileError&) {
+    return nullptr;
+  }
 }
 
-bool Random::Open(const std::string& name, int slot, Access access, bool flushEachWrite) {
+bool Random::Open(const std::string& name, int slot, FileAccess access, bool flushEachWrite) {
   Slot& wanted = ClosedSlot(slot);
   const std::string path = SystemPath(name);
-  bool told = false;
-  int handle = OpenPlainFile(path, access, told);
-  if (handle < 0 && !told && ui_->Ask(OpenTitle, fmt::format(RetryText, path), false)) {
-    handle = OpenPlainFile(path, access, told);
+  bool final = false;
+  auto file = TryOpen(path, access, final);
+  const MessageKind& retry = message::OpenRetry;
+  if (!file && !final && ui_->Ask(retry.Title, fmt::format(fmt::runtime(retry.Text), path), false)) {
+    file = TryOpen(path, access, final);
   }
-  if (handle < 0) {
-    return false;
-  }
-  if (access == Access::Read) {
-    posix_fadvise(handle, 0, 0, POSIX_FADV_SEQUENTIAL);  // a hint: its failure costs nothing
-  }
-  wanted = {handle, path, flushEachWrite};
-  return true;
+  wanted = {std::move(file), flushEachWrite};
+  return wanted.Open != nullptr;
 }
 
 bool Random::OpenFile(const std::string& name, int slot, bool flushEachWrite) {
   Slot& wanted = ClosedSlot(slot);
   const std::string path = SystemPath(name);
   for (const Slot& other : slots_) {
-    if (other.Handle >= 0 && other.Name == path) {
-      wanted = {other.Handle, path, flushEachWrite};
+    if (other.Open && other.Open->Path() == path) {
+      wanted = {other.Open, flushEachWrite};
       return true;
     }
   }
-  return Open(name, slot, Access::ReadWrite, flushEachWrite);
+  return Open(name, slot, FileAccess::ReadWrite, flushEachWrite);
 }
 
 bool Random::OpenSource(const std::string& name, int slot) {
-  return Open(name, slot, Access::Read, false);
+  return Open(name, slot, FileAccess::Read, false);
+}
+
+bool Random::CreateFile(const std::string& name, int slot) {
+  return Open(name, slot, FileAccess::Create, false);
 }
 
 void Random::CloseFile(int slot) {
   if (!IsOpen(slot)) {
     return;
   }
-  const int handle = slots_[static_cast<std::size_t>(slot)].Handle;
-  close(handle);
+  const std::shared_ptr<File> file = slots_[static_cast<std::size_t>(slot)].Open;
   for (Slot& sharing : slots_) {
-    if (sharing.Handle == handle) {
+    if (sharing.Open == file) {
       sharing = {};
     }
   }
 }
 
 void Random::CloseAllFiles() {
-  for (std::size_t slot = 0; slot < slots_.size(); ++slot) {
-    CloseFile(static_cast<int>(slot));
-  }
+  std::ranges::fill(slots_, Slot{});
 }
 
 std::uint64_t Random::FileBytes(int slot) const {
-  const Slot& file = OpenSlot(slot);
-  struct stat status {};
-  if (fstat(file.Handle, &status) != 0) {
-    throw FileError(FileError::UnknownNumber, fmt::format(ReadLine, file.Name), errno);
-  }
-  return static_cast<std::uint64_t>(status.st_size);
+  return OpenSlot(slot).ByteCount();
 }
 
 std::size_t Random::ReadInto(ByteSpan target, int slot) {
-  const Slot& file = OpenSlot(slot);
-  std::size_t done = 0;
-  while (done < target.size()) {
-    const ssize_t got = read(file.Handle, target.data() + done, target.size() - done);
-    if (got == 0) {
-      break;
-    }
-    if (got > 0) {
-      done += static_cast<std::size_t>(got);
-    } else if (errno != EINTR) {
-      throw FileError(FileError::UnknownNumber, fmt::format(ReadLine, file.Name), errno);
-    }
-  }
-  return done;
+  return OpenSlot(slot).Read(target);
 }
 
 Bytes Random::ReadBytes(std::size_t count, int slot) {
@@ -208,20 +144,13 @@ std::vector<std::uint16_t> Random::ReadPCMBytes(std::size_t count, int slot) {
 }
 
 void Random::WriteBytes(ByteView bytes, std::uint64_t position) {
-  const Slot& file = OpenSlot(OutputSlot);
+  File& file = OpenSlot(slot::Output);
   if (position > 0) {
-    SeekAbsolute(position, OutputSlot);
+    file.Seek(position);
   }
-  while (!bytes.empty()) {
-    const ssize_t put = write(file.Handle, bytes.data(), bytes.size());
-    if (put > 0) {
-      bytes = bytes.subspan(static_cast<std::size_t>(put));
-    } else if (put == 0 || errno != EINTR) {
-      throw FileError(FileError::UnknownNumber, fmt::format(WriteLine, file.Name), put == 0 ? ENOSPC : errno);
-    }
-  }
-  if (file.FlushEachWrite) {
-    Flush(OutputSlot);
+  file.Write(bytes);
+  if (slots_[slot::Output].FlushEachWrite) {
+    file.Flush();
   }
 }
 
@@ -243,20 +172,11 @@ void Random::WriteSpecifiedBytes(ByteView block, std::size_t count, std::size_t 
 }
 
 void Random::Flush(int slot) {
-  const Slot& file = OpenSlot(slot);
-  while (fsync(file.Handle) != 0) {
-    if (errno != EINTR) {
-      throw FileError(FileError::UnknownNumber, fmt::format(WriteLine, file.Name), errno);
-    }
-  }
+  OpenSlot(slot).Flush();
 }
 
 void Random::SeekAbsolute(std::uint64_t position, int slot) {
-  const Slot& file = OpenSlot(slot);
-  const bool fits = position <= static_cast<std::uint64_t>(std::numeric_limits<off_t>::max());
-  if (!fits || lseek(file.Handle, static_cast<off_t>(position), SEEK_SET) < 0) {
-    throw FileError(FileError::SeekNumber, fmt::format(SeekLineNamed, file.Name), fits ? errno : EOVERFLOW);
-  }
+  OpenSlot(slot).Seek(position);
 }
 
 void Random::SeekAbsolute(std::int32_t upper, std::int32_t lower, int slot) {
@@ -264,13 +184,11 @@ void Random::SeekAbsolute(std::int32_t upper, std::int32_t lower, int slot) {
 }
 
 void Random::SeekRelative(std::int64_t offset, int slot, bool allowBackward) {
-  const Slot& file = OpenSlot(slot);
+  File& file = OpenSlot(slot);
   if (offset < 0 && !allowBackward) {
     throw FileError(FileError::SeekNumber, std::string(SeekLine), EINVAL);
   }
-  if (lseek(file.Handle, offset, SEEK_CUR) < 0) {
-    throw FileError(FileError::SeekNumber, std::string(SeekLine), errno);
-  }
+  file.Skip(offset);
 }
 
 std::string SystemPath(std::string_view scriptPath, std::string_view folder) {

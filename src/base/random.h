@@ -2,64 +2,52 @@
 #pragma once
 
 #include <cstdint>
-#include <stdexcept>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/bytes.h"
+#include "base/disk.h"
 #include "base/user_interface.h"
 
 namespace quorvelant {
 
-// What `Random` raises. what() is the full text with the system's own words in front, over several lines:
-// "Error ", the code, its text, and the error's own line.
-class FileError : public std::runtime_error {
- public:
-  // `line` is the error's own line, `systemCode` an errno value or 0.
-  FileError(int number, const std::string& line, int systemCode = 0);
+// The slots of an authoring run.
+namespace slot {
+inline constexpr int Source = 0;      // the video, and whatever is read by itself
+inline constexpr int Output = 1;      // the one that WriteBytes and its kin write to
+inline constexpr int FirstAudio = 2;  // one for each of eight audio streams
+inline constexpr int Last = 9;
+}  // namespace slot
 
-  static constexpr std::string_view Source = "Win32File Object";
-  static constexpr int UnknownNumber = 45600;  // a read, write or flush the system refused
-  static constexpr int AlreadyOpenNumber = 45601;
-  static constexpr int OpenNumber = 45602;
-  static constexpr int NoFileNumber = 45603;
-  static constexpr int SeekNumber = 45604;
-
-  // The same on one line: "Error writing '/disc/VTS_01_1.VOB': No space left on device".
-  std::string OneLine() const;
-
-  int Number;
-  int SystemCode;
-  std::string Line;
-};
-
-// The file object through which every large file is read and written: sources, VOB output, IFO files.
-// It has no cache; readers and writers keep windows of their own. A path may hold "\" or "/". Only plain
-// files open: a folder, a FIFO or a device is refused with a message and never waited for.
-//
-// Every read, write, flush and seek on a closed slot raises FileError 45603; what the system refuses
-// raises a FileError that names the file. Interrupted and partial system calls are carried on.
+// The open files by slot through which sources are read, and VOB and IFO files written. A path may hold "\"
+// or
+// "/". Only plain files open: a folder, a FIFO or a device is refused with a message and never waited for.
+// Every read, write, flush and seek on a closed slot raises FileError 45603.
 class Random {
  public:
-  explicit Random(UserInterface& ui) : ui_(&ui) {}
+  explicit Random(UserInterface& ui, Disk& disk = SystemDisk()) : ui_(&ui), disk_(&disk) {}
   Random(const Random&) = delete;
   Random& operator=(const Random&) = delete;
-  ~Random();
+  ~Random() = default;
 
   // Sizes the tables to slots 0 to `count` and marks all as closed (closing what was open).
   void DimFiles(int count);
-  int FileHandle(int slot) const;  // -1 when closed
-  const std::string& FileName(int slot) const;
+  int FileHandle(int slot) const;               // -1 when closed
+  const std::string& FileName(int slot) const;  // empty when closed
   bool IsOpen(int slot) const;
 
   // Opens for reading and writing, creating the file if it is absent. A file already open in another
   // slot shares that handle and its position, and closing one closes both. On failure the retry question
-  // of the voice is asked once; false when it stays closed. An open slot raises 45601.
-  bool OpenFile(const std::string& name, int slot, bool flushEachWrite = false);
+  // is asked once; false when it stays closed. An open slot raises 45601.
+  [[nodiscard]] bool OpenFile(const std::string& name, int slot, bool flushEachWrite = false);
   // Opens an existing file for reading alone, so that sources on read-only media are usable, with a
   // handle and a position of its own whatever else is open. Failure as with OpenFile.
-  bool OpenSource(const std::string& name, int slot);
+  [[nodiscard]] bool OpenSource(const std::string& name, int slot);
+  // Opens a new file for reading and writing, in place of one that is there already. Failure as with
+  // OpenFile.
+  [[nodiscard]] bool CreateFile(const std::string& name, int slot);
   void CloseFile(int slot);
   void CloseAllFiles();
 
@@ -87,19 +75,18 @@ class Random {
 
  private:
   struct Slot {
-    int Handle = -1;
-    std::string Name;
+    std::shared_ptr<File> Open;  // null when closed
     bool FlushEachWrite = false;
   };
-  enum class Access { Read, ReadWrite };
 
-  bool Open(const std::string& name, int slot, Access access, bool flushEachWrite);
-  // -1 on failure; `told` when the refusal is final and the user has read why.
-  int OpenPlainFile(const std::string& path, Access access, bool& told);
-  const Slot& OpenSlot(int slot) const;
+  bool Open(const std::string& name, int slot, FileAccess access, bool flushEachWrite);
+  // Null on failure; `final` when the user has read why, so that trying again is no use.
+  std::shared_ptr<File> TryOpen(const std::string& path, FileAccess access, bool& final);
+  File& OpenSlot(int slot) const;
   Slot& ClosedSlot(int slot);
 
   UserInterface* ui_;
+  Disk* disk_;
   std::vector<Slot> slots_;
 };
 

@@ -16,7 +16,7 @@ struct Rules {
   // vm. The resume cell of CallSS: counted within the PGC; traditionally within the program.
   bool ResumeCellCountsThroughPgc = false;
 
-  // analysis. The samples of a WAV file start behind its "data" chunk header; traditionally at byte 44.
+  // analysis. The samples of a WAV file start after its "data" chunk header; traditionally at byte 44.
   bool WavWalksToData = false;
 
   // mux. One rounding of clock fractions for every pack; traditionally audio packs round up and come
@@ -28,7 +28,7 @@ struct Rules {
   // mux. A VOBU that waits for a chapter mark or takes in the end of the track stays as short as players
   // take it; traditionally it may grow longer.
   bool LimitVobuLength = false;
-  // mux. The audio sync field of a VOBU too short for a pack of its own sound leads to one behind it;
+  // mux. The audio sync field of a VOBU too short for a pack of its own sound leads to one after it;
   // traditionally nowhere.
   bool AudioSyncLeavesVobu = false;
   // mux. Audio that is due goes out between the packs of a subpicture unit; traditionally it waits.
@@ -63,7 +63,7 @@ struct Rules {
   // ifo. Next, previous and go-up PGC numbers count through the set's table (menus: the unit);
   // traditionally within the title.
   bool PgcLinksThroughTable = false;
-  // ifo. A cell that does not go on where the one ahead of it ended (the first of each VOB, and after a
+  // ifo. A cell that does not go on where the one before it ended (the first of each VOB, and after a
   // jump within one) is marked as a discontinuity and never seamless; traditionally the project's flag
   // stands alone.
   bool MarkClockRestart = false;

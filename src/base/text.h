@@ -29,7 +29,7 @@ std::vector<std::string_view> Split(std::string_view text, std::string_view sepa
 // `text` with every `from` replaced by `to`.
 std::string Replace(std::string_view text, std::string_view from, std::string_view to);
 
-// The leading decimal number (blanks and a sign allowed ahead), 0 where there is none. A number beyond
+// The leading decimal number (blanks and a sign allowed before it), 0 where there is none. A number beyond
 // 32 bits is held at the nearest value that fits.
 std::int32_t LeadingNumber(std::string_view text);
 

@@ -16,7 +16,7 @@ class cUInt64 {  // NOLINT(readability-identifier-naming): the name callers know
   std::uint64_t Value() const;
   void SetValue(std::uint64_t value);
   void Zero() { SetValue(0); }
-  // Decimal; or hexadecimal with `Lower` as 8 digits behind `Upper` where `Upper` is not 0.
+  // Decimal; or hexadecimal with `Lower` as 8 digits after `Upper` where `Upper` is not 0.
   std::string ToString(bool asHex = false) const;
 
   bool operator==(const cUInt64&) const = default;

@@ -1,4 +1,4 @@
-// The one voice through which the core speaks.
+// How the core speaks to the user: the only way it has.
 #pragma once
 
 #include <optional>

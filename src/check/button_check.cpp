@@ -10,9 +10,9 @@
 
 #include "check/messages.h"
 #include "check/track_times.h"
+#include "model/highlight_groups.h"
 #include "model/keys.h"
 #include "subpicture/bitmap_window.h"
-#include "subpicture/highlight_groups.h"
 #include "subpicture/spu_timing.h"
 
 namespace quorvelant {

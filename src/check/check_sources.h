@@ -5,7 +5,7 @@
 #include "base/user_interface.h"
 #include "check/findings.h"
 #include "model/project.h"
-#include "picture/picture_service.h"
+#include "picture/picture_loader.h"
 
 namespace quorvelant {
 

@@ -44,7 +44,7 @@ std::string SourceJudge::PathOf(const std::string& file) const {
 std::string_view SourceJudge::WhyMissing(const std::string& path) {
   const auto [known, isNew] = missing_.try_emplace(path);
   if (isNew) {
-    known->second = NoPlainFile(path);
+    known->second = WhyNotPlainFile(path);
   }
   return known->second;
 }

@@ -102,7 +102,7 @@ void StreamCheck::CheckBitmap(const SPURecord& record) {
   try {
     MakeUnitOf(record);
   } catch (const PictureError& error) {
-    if (const std::string_view why = NoPlainFile(record.File); !why.empty()) {
+    if (const std::string_view why = WhyNotPlainFile(record.File); !why.empty()) {
       Add(message::SourceMissing, record.Entry, stream_.SubPlays[record.Entry].File, why);
     } else {
       Add(message::SubtitleUnfit, record.Entry, error.what());

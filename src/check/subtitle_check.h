@@ -8,7 +8,7 @@
 #include "base/user_interface.h"
 #include "check/findings.h"
 #include "model/tracks.h"
-#include "picture/picture_service.h"
+#include "picture/picture_loader.h"
 #include "subpicture/coded_bitmaps.h"
 
 namespace quorvelant {

@@ -3,7 +3,7 @@
 
 #include "base/rules.h"
 #include "codec/planes.h"
-#include "picture/picture_service.h"
+#include "picture/picture.h"
 
 namespace quorvelant {
 

@@ -5,7 +5,7 @@
 
 #include "base/bytes.h"
 #include "base/rules.h"
-#include "picture/picture_service.h"
+#include "picture/picture.h"
 
 namespace quorvelant {
 

@@ -12,7 +12,6 @@
 namespace quorvelant {
 namespace {
 
-constexpr int SourceSlot = 0;
 constexpr std::string_view NotOpenedLine = "The file '{}' could not be opened.";
 
 // The row a file counts for; nothing for a name that no disc file has.
@@ -69,11 +68,11 @@ std::vector<DiscFile> ListFiles(const std::string& folder) {
 }
 
 Bytes ReadWhole(const std::string& path, Random& files) {
-  if (!files.OpenSource(path, SourceSlot)) {
+  if (!files.OpenSource(path, slot::Source)) {
     throw FileError(FileError::OpenNumber, fmt::format(NotOpenedLine, path));
   }
-  Bytes bytes = files.ReadBytes(static_cast<std::size_t>(files.FileBytes(SourceSlot)), SourceSlot);
-  files.CloseFile(SourceSlot);
+  Bytes bytes = files.ReadBytes(static_cast<std::size_t>(files.FileBytes(slot::Source)), slot::Source);
+  files.CloseFile(slot::Source);
   return bytes;
 }
 

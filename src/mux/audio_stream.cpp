@@ -10,7 +10,6 @@
 namespace quorvelant {
 namespace {
 
-constexpr int FirstAudioSlot = 2;
 constexpr std::int64_t Ac3FrameTicks = 2880;
 constexpr std::int64_t PcmFrameTicks = 150;
 constexpr std::int64_t PcmHeaderBytes = 7;
@@ -60,7 +59,7 @@ AudioState OpenStream(Random& files, const MuxInput& input, std::size_t index, c
   if (from.Pcm && !PcmFormatOf(from.Traits, rules, pcm)) {
     throw MuxFault(fmt::format(NotPcm, from.StreamNumber, input.Name, pcm.Bits, pcm.KiloHertz, pcm.Channels));
   }
-  const int slot = FirstAudioSlot + static_cast<int>(index);
+  const int slot = slot::FirstAudio + static_cast<int>(index);
   AudioState stream{&from, AudioSource(files, slot, from, from.Pcm ? pcm.SourceSampleBytes() : 1), pcm};
   if (from.Pcm) {
     stream.FrameBytes = static_cast<std::int64_t>(pcm.DiscBytes(pcm.SamplesPerFrame()));

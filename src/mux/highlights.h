@@ -7,10 +7,10 @@
 
 #include "base/bytes.h"
 #include "disc/clock.h"
+#include "model/highlight_groups.h"
 #include "model/tracks.h"
 #include "mux/mux_track.h"
 #include "mux/nav_pack.h"
-#include "subpicture/highlight_groups.h"
 
 namespace quorvelant {
 

@@ -14,7 +14,7 @@
 #include "disc/vob_records.h"
 #include "model/tracks.h"
 #include "mux/vob_output.h"
-#include "picture/picture_service.h"
+#include "picture/picture_loader.h"
 
 namespace quorvelant {
 
@@ -93,7 +93,7 @@ struct MuxInput {
 struct MuxBuild {
   UserInterface& Ui;
   Log& RunLog;
-  Random& Files;  // slots 0 to 9: video source, output, eight audio sources
+  Random& Files;  // with the slots of `slot`, up to slot::Last
   quorvelant::Rules Rules;
   bool RemoveSeqEnd = true;             // overwrite sequence end codes in the middle of a track
   bool DryRun = false;                  // everything but writing

@@ -30,7 +30,7 @@ void CheckSize(const MuxInput& input, const MuxVideoFile& file, const Picture& p
 
 Picture LoadStill(const MuxInput& input, const MuxVideoFile& file, PictureLoader* platform) {
   try {
-    MuxPictureLoader pictures(platform);
+    BmpLoader pictures(platform);
     Picture picture = pictures.Load(file.Path);
     CheckSize(input, file, picture);
     return picture;

@@ -37,7 +37,7 @@ Bytes MakeUnitOf(MuxState& state, const SubpictureState& stream, const SPURecord
         return MakeUnit(unit, *coded);
       }
     }
-    MuxPictureLoader pictures(build.Pictures);
+    BmpLoader pictures(build.Pictures);
     return MakeUnit(unit, LoadSPUBitmap(pictures, unit, state.Input.Ntsc, build.Rules));
   } catch (const PictureError& error) {
     throw MuxFault(

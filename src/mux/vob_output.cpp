@@ -3,8 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 #include "mux/mux_fault.h"
@@ -29,7 +27,7 @@ VobOutput::VobOutput(Random& files, std::string baseName, bool dryRun, std::uint
 VobOutput::~VobOutput() {
   StopWriter();
   if (openNumber_ != 0) {
-    files_->CloseFile(VobOutputSlot);
+    files_->CloseFile(slot::Output);
   }
 }
 
@@ -143,7 +141,7 @@ void VobOutput::StopWriter() {
 
 void VobOutput::WriteAt(std::uint32_t fileSector, ByteView bytes) {
   if (fileSector == 0) {
-    files_->SeekAbsolute(0, VobOutputSlot);
+    files_->SeekAbsolute(0, slot::Output);
   }
   files_->WriteBytes(bytes, std::uint64_t{fileSector} * SectorBytes);
 }
@@ -151,11 +149,8 @@ void VobOutput::WriteAt(std::uint32_t fileSector, ByteView bytes) {
 void VobOutput::OpenForWriting(int fileNumber, bool fresh) {
   CloseOpen();
   const std::string name = NameOf(fileNumber);
-  if (fresh) {
-    std::error_code absent;
-    std::filesystem::remove(SystemPath(name), absent);
-  }
-  if (!files_->OpenFile(name, VobOutputSlot)) {
+  const bool open = fresh ? files_->CreateFile(name, slot::Output) : files_->OpenFile(name, slot::Output);
+  if (!open) {
     throw FileError(FileError::OpenNumber, fmt::format(OpenLine, name));
   }
   openNumber_ = fileNumber;
@@ -166,7 +161,7 @@ void VobOutput::CloseOpen() {
     return;
   }
   WaitForWriter();
-  files_->CloseFile(VobOutputSlot);
+  files_->CloseFile(slot::Output);
   openNumber_ = 0;
 }
 

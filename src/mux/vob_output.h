@@ -17,14 +17,14 @@ namespace quorvelant {
 
 inline constexpr std::uint32_t SplitSectors = 524287;  // sectors a VOB file
 inline constexpr int MostVobFiles = 9;                 // numbered files of a title set
-inline constexpr int VobOutputSlot = 1;                // of Random
 
 // Sectors are assembled in one buffer while a thread of its own writes the others: filling and writing cost
 // about the same, so side by side they take the time of a copy. At a multiple of SplitSectors a title set
 // goes on in its next numbered file. A sector can be written over later (navigation packs).
 //
-// Files are opened and closed by the caller's thread alone; the writing thread touches slot 1 and nothing
-// else. Errors of the file system are raised as FileError, naming the file, by the call that meets them.
+// Files are opened and closed by the caller's thread alone; the writing thread touches slot::Output and
+// nothing else. Errors of the file system are raised as FileError, naming the file, by the call that meets
+// them.
 class VobOutput {
  public:
   // `baseName` with "VOB" in its last part is the one file's whole name (a menu); otherwise the files are

@@ -2,37 +2,24 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 
 #include "base/bytes.h"
+#include "base/file_text.h"
 
 namespace quorvelant {
 
 namespace {
 
-// Behind this much of a JPEG file's own notes nobody looks.
+// A JPEG file may open with its own notes: nobody looks further than this.
 constexpr std::size_t MostHeadBytes = std::size_t{1} << 18;
 
-Bytes ReadHead(const std::string& file) {
-  std::error_code missing;
-  std::ifstream stream;
-  if (std::filesystem::is_regular_file(file, missing)) {
-    stream.open(file, std::ios::binary);
+Bytes HeadOf(const std::string& file) {
+  constexpr std::uint64_t MostKindsBytes = 26;  // all that but JPEG needs
+  std::string head = ReadHead(file, MostKindsBytes).value_or("");
+  if (head.starts_with("\xFF\xD8")) {
+    head = ReadHead(file, MostHeadBytes).value_or("");
   }
-  Bytes head(26);  // all that but JPEG needs
-  const auto fill = [&](std::size_t from) {
-    stream.read(reinterpret_cast<char*>(head.data()) + from,  // NOLINT(*-reinterpret-cast): bytes are bytes
-                static_cast<std::streamsize>(head.size() - from));
-    head.resize(from + static_cast<std::size_t>(stream.gcount()));
-  };
-  fill(0);
-  if (head.size() >= 2 && GetBytes(head, 0, 2) == 0xFFD8) {
-    const std::size_t read = head.size();
-    head.resize(MostHeadBytes);
-    fill(read);
-  }
-  return head;
+  return {head.begin(), head.end()};
 }
 
 BitmapSize SizeOf(std::uint64_t width, std::uint64_t height) {
@@ -60,7 +47,7 @@ std::optional<BitmapSize> WindowsSize(ByteView head) {
   return SizeOf(width, static_cast<std::uint64_t>(std::abs(height)));
 }
 
-// The frame header stands behind any number of segments of two bytes of marker and two of length.
+// The frame header stands after any number of segments of two bytes of marker and two of length.
 std::optional<BitmapSize> JpegSize(ByteView head) {
   for (std::size_t at = 2; at + 9 <= head.size() && head[at] == 0xFF;
        at += 2 + static_cast<std::size_t>(GetBytes(head, at + 2, 2))) {
@@ -76,7 +63,7 @@ std::optional<BitmapSize> JpegSize(ByteView head) {
 }  // namespace
 
 std::optional<BitmapSize> ReadBitmapSize(const std::string& file) {
-  const Bytes head = ReadHead(file);
+  const Bytes head = HeadOf(file);
   if (head.size() < 26) {
     return std::nullopt;
   }

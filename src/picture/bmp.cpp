@@ -1,10 +1,9 @@
 #include "picture/bmp.h"
 
-#include <fmt/format.h>
+#include <memory>
 
-#include <filesystem>
-#include <fstream>
-#include <system_error>
+#include "base/disk.h"
+#include "picture/messages.h"
 
 namespace quorvelant {
 
@@ -18,22 +17,7 @@ void PutLittle(Bytes& bytes, std::size_t offset, unsigned width, std::uint64_t v
   }
 }
 
-[[noreturn]] void Refuse(std::string_view name, std::string_view reason) {
-  throw PictureError(fmt::format("{}: {}", name, reason));
-}
-
 }  // namespace
-
-void CheckPictureSize(std::int64_t width, std::int64_t height, const PictureLimits& limits,
-                      std::string_view name) {
-  if (width < 1 || height < 1) {
-    Refuse(name, fmt::format("a picture of {}x{} has no pixels", width, height));
-  }
-  if (width > limits.MostSide || height > limits.MostSide || width * height > limits.MostPixels) {
-    Refuse(name, fmt::format("a picture of {}x{} is too large (at most {} pixels a side and {} in all)",
-                             width, height, limits.MostSide, limits.MostPixels));
-  }
-}
 
 BmpImage::BmpImage(int width, int height)
     : rowBytes_((std::size_t{3} * static_cast<std::size_t>(width) + 3) / 4 * 4),
@@ -70,32 +54,33 @@ Bytes WriteBmp(const Picture& picture) {
 }
 
 Bytes ReadPictureFile(const std::string& path, std::uint64_t mostBytes) {
-  std::error_code error;
-  const auto status = std::filesystem::status(path, error);
-  if (!std::filesystem::exists(status)) {
-    Refuse(path, "the file does not exist");
+  Disk& disk = SystemDisk();
+  const FileKind kind = disk.KindOf(path);
+  if (kind == FileKind::Missing || kind == FileKind::Unreachable) {
+    RefusePicture(message::PictureMissing, path);
   }
-  if (!std::filesystem::is_regular_file(status)) {
-    Refuse(path, "this is not a file");
+  if (kind != FileKind::Plain) {
+    RefusePicture(message::PictureNoFile, path);
   }
-  const std::uintmax_t size = std::filesystem::file_size(path, error);
-  std::ifstream file(path, std::ios::binary);
-  if (error || !file) {
-    Refuse(path, "the file cannot be opened");
+  std::unique_ptr<File> file;
+  std::uint64_t size = 0;
+  try {
+    file = disk.Open(path, FileAccess::Read);
+    size = file->ByteCount();
+  } catch (const FileError&) {
+    RefusePicture(message::PictureNotOpened, path);
   }
   if (size > mostBytes) {
-    Refuse(path, fmt::format("a picture file of {} bytes is too large", size));
+    RefusePicture(message::PictureFileTooLarge, path, size);
   }
   Bytes bytes(static_cast<std::size_t>(size));
-  file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-  if (static_cast<std::size_t>(file.gcount()) != bytes.size()) {
-    Refuse(path, "the file cannot be read to its end");
+  try {
+    if (file->Read(bytes) == bytes.size()) {
+      return bytes;
+    }
+  } catch (const FileError&) {  // told like a file that became shorter
   }
-  return bytes;
-}
-
-Picture BmpLoader::Load(const std::string& path) {
-  return ReadBmp(ReadPictureFile(path), path);
+  RefusePicture(message::PictureNotWhole, path);
 }
 
 }  // namespace quorvelant

@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "base/bytes.h"
-#include "picture/picture_service.h"
+#include "picture/picture.h"
 
 namespace quorvelant {
 
-// Reads 1, 4, 8, 16, 24 and 32 bits a pixel, RLE4, RLE8 and bit fields, bottom-up and top-down, behind
+// Reads 1, 4, 8, 16, 24 and 32 bits a pixel, RLE4, RLE8 and bit fields, bottom-up and top-down, after
 // headers of 12 to 124 bytes. An alpha channel is passed over; an index beyond the palette is black.
 // Raises PictureError, its text beginning with `name`, for anything else and for a file that is shorter
 // than its header says.
@@ -38,11 +38,5 @@ Bytes WriteBmp(const Picture& picture);
 
 // The whole file; at most `mostBytes` are taken into memory. Raises PictureError.
 Bytes ReadPictureFile(const std::string& path, std::uint64_t mostBytes = std::uint64_t{256} << 20);
-
-// Loads bitmaps without any platform service: what authoring uses for ".bmp".
-class BmpLoader : public PictureLoader {
- public:
-  Picture Load(const std::string& path) override;
-};
 
 }  // namespace quorvelant

@@ -1,5 +1,3 @@
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -7,17 +5,18 @@
 #include <utility>
 
 #include "picture/bmp.h"
+#include "picture/messages.h"
 
 namespace quorvelant {
 
 namespace {
 
-// Layout of the file header and of the information header behind it, little-endian.
+// Layout of the file header and of the information header after it, little-endian.
 constexpr std::size_t FileHeaderBytes = 14;
 constexpr std::size_t PixelOffsetAt = 10;  // 4 bytes: where the pixels begin
 constexpr std::size_t CoreHeaderBytes = 12;
 constexpr std::size_t InfoHeaderBytes = 40;
-// Behind the header's own length (4 bytes) of the 12 byte form: width and height of 2 bytes each.
+// After the header's own length (4 bytes) of the 12 byte form: width and height of 2 bytes each.
 constexpr std::size_t CoreWidthAt = 18;
 constexpr std::size_t CoreHeightAt = 20;
 constexpr std::size_t CoreBitsAt = 24;
@@ -48,12 +47,6 @@ struct BmpHeader {
   std::array<std::uint32_t, 3> Masks{};  // red, green, blue
   std::array<Rgb, 256> Palette{};
 };
-
-[[noreturn]] void Refuse(std::string_view name, std::string_view reason) {
-  throw PictureError(fmt::format("{}: {}", name, reason));
-}
-
-constexpr std::string_view TruncatedText = "the bitmap is shorter than its header says";
 
 std::uint32_t Little(ByteView file, std::size_t offset, unsigned width) {
   std::uint32_t value = 0;
@@ -107,17 +100,16 @@ void ReadShape(ByteView file, std::string_view name, const PictureLimits& limits
   header.Width = static_cast<int>(width);
   header.Height = static_cast<int>(height);
   if (!PackingFits(header.Packing, header.Bits)) {
-    Refuse(name, fmt::format("a bitmap of {} bits a pixel with compression {} cannot be read", header.Bits,
-                             header.Packing));
+    RefusePicture(message::BitmapPacking, name, header.Bits, header.Packing);
   }
 }
 
-// Finds the colour masks and the palette, which stand behind the header.
+// Finds the colour masks and the palette, which stand after the header.
 void ReadColors(ByteView file, std::string_view name, BmpHeader& header) {
   std::size_t at = FileHeaderBytes + header.HeaderBytes;
   if (header.Packing == BitFields || header.Packing == AlphaBitFields) {
     if (file.size() < MasksAt + 12) {
-      Refuse(name, TruncatedText);
+      RefusePicture(message::BitmapTruncated, name);
     }
     for (unsigned i = 0; i < 3; ++i) {
       header.Masks[i] = Little(file, MasksAt + std::size_t{4} * i, 4);
@@ -146,27 +138,27 @@ void ReadColors(ByteView file, std::string_view name, BmpHeader& header) {
 
 BmpHeader ReadHeader(ByteView file, std::string_view name, const PictureLimits& limits) {
   if (file.empty()) {
-    Refuse(name, "the file is empty");
+    RefusePicture(message::PictureFileEmpty, name);
   }
   if (!IsBmp(file)) {
-    Refuse(name, "this is no bitmap");
+    RefusePicture(message::BitmapUnknown, name);
   }
   BmpHeader header;
   if (file.size() < FileHeaderBytes + CoreHeaderBytes) {
-    Refuse(name, TruncatedText);
+    RefusePicture(message::BitmapTruncated, name);
   }
   header.HeaderBytes = Little(file, FileHeaderBytes, 4);
   constexpr std::array<std::size_t, 7> Forms{CoreHeaderBytes, InfoHeaderBytes, 52, 56, 64, 108, 124};
   if (std::ranges::find(Forms, header.HeaderBytes) == Forms.end()) {
-    Refuse(name, fmt::format("a bitmap header of {} bytes is not known", header.HeaderBytes));
+    RefusePicture(message::BitmapHeader, name, header.HeaderBytes);
   }
   if (file.size() < FileHeaderBytes + header.HeaderBytes) {
-    Refuse(name, TruncatedText);
+    RefusePicture(message::BitmapTruncated, name);
   }
   header.PixelOffset = Little(file, PixelOffsetAt, 4);
   ReadShape(file, name, limits, header);
   if (header.PixelOffset < FileHeaderBytes + header.HeaderBytes || header.PixelOffset > file.size()) {
-    Refuse(name, TruncatedText);
+    RefusePicture(message::BitmapTruncated, name);
   }
   ReadColors(file, name, header);
   return header;
@@ -180,7 +172,7 @@ struct Channel {
         Shift(mask == 0 ? 0 : static_cast<unsigned>(std::countr_zero(mask))),
         Width(static_cast<unsigned>(std::popcount(mask))) {
     if (((mask >> Shift) & ((mask >> Shift) + 1)) != 0) {
-      Refuse(name, "a colour mask of the bitmap has gaps");
+      RefusePicture(message::BitmapMask, name);
     }
   }
   std::uint8_t Of(std::uint32_t pixel) const {
@@ -264,7 +256,7 @@ Picture ReadPlain(ByteView file, std::string_view name, const BmpHeader& header)
   // Some writers leave the padding of the last row out.
   if (rowBytes * static_cast<std::size_t>(header.Height - 1) + lastRowBytes >
       file.size() - header.PixelOffset) {
-    Refuse(name, TruncatedText);
+    RefusePicture(message::BitmapTruncated, name);
   }
   const std::array<Channel, 3> channels{Channel(header.Masks[0], name), Channel(header.Masks[1], name),
                                         Channel(header.Masks[2], name)};
@@ -315,7 +307,7 @@ class RunDecoder {
   }
 
  private:
-  // Behind a count of 0: end of line, end of bitmap, a move, or that many pixels as they stand.
+  // After a count of 0: end of line, end of bitmap, a move, or that many pixels as they stand.
   bool Escape(std::uint8_t code) {
     switch (code) {
       case 0:
@@ -367,7 +359,7 @@ class RunDecoder {
 
   std::uint8_t Next() {
     if (at_ >= data_.size()) {
-      Refuse(name_, TruncatedText);
+      RefusePicture(message::BitmapTruncated, name_);
     }
     return data_[at_++];
   }

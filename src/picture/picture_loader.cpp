@@ -1,24 +1,17 @@
 #include "picture/picture_loader.h"
 
-#include <fmt/format.h>
-
-#include <string_view>
-
 #include "base/text.h"
+#include "picture/bmp.h"
+#include "picture/messages.h"
 
 namespace quorvelant {
-namespace {
 
-constexpr std::string_view NoReader = "{}: only Windows bitmaps (.bmp) can be read here.";
-
-}  // namespace
-
-Picture MuxPictureLoader::Load(const std::string& path) {
+Picture BmpLoader::Load(const std::string& path) {
   if (Lower(path).ends_with(".bmp")) {
-    return bitmaps_.Load(path);
+    return ReadBmp(ReadPictureFile(path), path);
   }
   if (platform_ == nullptr) {
-    throw PictureError(fmt::format(NoReader, path));
+    RefusePicture(message::PictureNotBitmap, path);
   }
   return platform_->Load(path);
 }

@@ -1,21 +1,32 @@
-// Bitmaps for subtitles and stills, read when they are due and not kept.
+// Where pictures come from.
 #pragma once
 
 #include <string>
 
-#include "picture/bmp.h"
-#include "picture/picture_service.h"
+#include "picture/picture.h"
 
 namespace quorvelant {
 
-// Reads ".bmp" files itself; every other format needs the platform's reader, where the build has one.
-class MuxPictureLoader : public PictureLoader {
+// Reads pictures. The multiplexer and the checks need no more than this.
+class PictureLoader {
  public:
-  explicit MuxPictureLoader(PictureLoader* platform) : platform_(platform) {}
+  PictureLoader() = default;
+  PictureLoader(const PictureLoader&) = delete;
+  PictureLoader& operator=(const PictureLoader&) = delete;
+  virtual ~PictureLoader() = default;
+
+  // The file as 24-bit pixels; `path` is a path of this system. Raises PictureError.
+  virtual Picture Load(const std::string& path) = 0;
+};
+
+// Reads ".bmp" files itself, so that no platform is needed; every other format goes to `platform`, and is
+// refused where that is null.
+class BmpLoader : public PictureLoader {
+ public:
+  explicit BmpLoader(PictureLoader* platform = nullptr) : platform_(platform) {}
   Picture Load(const std::string& path) override;
 
  private:
-  BmpLoader bitmaps_;
   PictureLoader* platform_;
 };
 

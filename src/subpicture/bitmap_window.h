@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "picture/picture_service.h"
+#include "picture/picture.h"
 
 namespace quorvelant {
 

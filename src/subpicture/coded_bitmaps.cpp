@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "base/text.h"
-#include "picture/bmp.h"
+#include "picture/picture_loader.h"
 
 namespace quorvelant {
 

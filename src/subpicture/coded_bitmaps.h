@@ -14,7 +14,7 @@
 
 namespace quorvelant {
 
-// What the checks ahead of authoring have coded, so that the multiplexer reads and codes no bitmap a second
+// What the checks before authoring have coded, so that the multiplexer reads and codes no bitmap a second
 // time. All of it was coded by one set of rules. It stays within a limit: what has no room is not kept, and
 // has to be coded again. Captions take 2 to 4 KB, so that four streams of a thousand fit.
 class CodedBitmaps {

@@ -1,12 +1,12 @@
 #include "subpicture/spu_encoder.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cstring>
 #include <utility>
+
+#include "subpicture/messages.h"
 
 namespace quorvelant {
 
@@ -22,11 +22,9 @@ constexpr std::uint8_t SetDisplayArea = 0x05;
 constexpr std::uint8_t SetFieldAddresses = 0x06;
 constexpr std::uint8_t CommandEnd = 0xFF;
 
-constexpr std::size_t FieldsAt = 4;             // behind the unit's size and the sequences' address
+constexpr std::size_t FieldsAt = 4;             // after the unit's size and the sequences' address
 constexpr std::size_t FirstSequenceBytes = 24;  // of the sequence that starts the display
 constexpr std::uint32_t NoStop = 65535;
-
-constexpr std::string_view NothingShowsText = "no line of this subtitle's bitmap lies within the picture";
 
 // The pixel's colour, red in the low byte.
 Color ColorAt(const std::uint8_t* pixel) {
@@ -35,14 +33,14 @@ Color ColorAt(const std::uint8_t* pixel) {
 
 // How many pixels from `at` on, up to `end`, have the colour of the three bytes at `at`.
 int EqualPixels(const std::uint8_t* at, const std::uint8_t* end) {
-  // Equal to the pixel ahead, byte by byte, is equal to the first: whole words are compared so.
+  // Equal to the pixel before, byte by byte, is equal to the first: whole words are compared so.
   const std::uint8_t* next = at + 3;
   while (next + sizeof(std::uint64_t) <= end) {
     std::uint64_t here = 0;
-    std::uint64_t ahead = 0;
+    std::uint64_t before = 0;
     std::memcpy(&here, next, sizeof here);
-    std::memcpy(&ahead, next - 3, sizeof ahead);
-    if (const std::uint64_t differs = here ^ ahead; differs != 0) {
+    std::memcpy(&before, next - 3, sizeof before);
+    if (const std::uint64_t differs = here ^ before; differs != 0) {
       const int equal =
           std::endian::native == std::endian::little ? std::countr_zero(differs) : std::countl_zero(differs);
       return static_cast<int>((next - at + equal / 8) / 3);
@@ -190,7 +188,7 @@ EncodedBitmap LoadSPUBitmap(PictureLoader& pictures, const SPURecord& record, bo
   const Picture picture = pictures.Load(record.File);
   auto bitmap = EncodeSPUBitmap(picture, record.Conversion, record.X1, record.Y1, ntsc, rules);
   if (!bitmap) {
-    throw SubpictureError(fmt::format("{}: {}", record.File, NothingShowsText));
+    throw SubpictureError(MessageOf(message::SubpictureOutside, {}, record.File));
   }
   return std::move(*bitmap);
 }
@@ -199,8 +197,7 @@ Bytes MakeUnit(const SPURecord& record, const EncodedBitmap& bitmap) {
   Bytes unit = BuildSPU(record, bitmap);
   if (unit.size() > MostUnitBytes) {
     throw SubpictureError(
-        fmt::format("{}: the bitmap makes a subtitle of {} bytes, and a player takes no more than {}",
-                    record.File, unit.size(), MostUnitBytes));
+        MessageOf(message::SubpictureTooLarge, {}, record.File, unit.size(), MostUnitBytes));
   }
   return unit;
 }

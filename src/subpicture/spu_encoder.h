@@ -2,12 +2,11 @@
 #pragma once
 
 #include <optional>
-#include <stdexcept>
-#include <string>
 
 #include "base/bytes.h"
+#include "base/message_error.h"
 #include "base/rules.h"
-#include "picture/picture_service.h"
+#include "picture/picture_loader.h"
 #include "subpicture/bitmap_window.h"
 #include "subpicture/run_length.h"
 #include "subpicture/spu_record.h"
@@ -35,10 +34,10 @@ std::optional<EncodedBitmap> EncodeSPUBitmap(const Picture& picture, const Conve
 // delay, the one that ends it. A field beyond 16 bits wraps: see MostUnitBytes.
 Bytes BuildSPU(const SPURecord& record, const EncodedBitmap& bitmap);
 
-// A bitmap that makes no unit. what() names the bitmap's file.
-class SubpictureError : public std::runtime_error {
+// A bitmap that makes no unit. The text begins with the bitmap's path.
+class SubpictureError : public MessageError {
  public:
-  using std::runtime_error::runtime_error;
+  using MessageError::MessageError;
 };
 
 // Loads the record's bitmap and codes it. Raises PictureError, and SubpictureError where no line shows.

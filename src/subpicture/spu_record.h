@@ -22,7 +22,7 @@ struct SPURecord {
   ColorQuad Contrasts{};      // E2, E1, P, Bg: 0 to 15
   std::int64_t StartPTS = 0;  // 90 kHz ticks on the VOB's clock
   std::int64_t EndPTS = 0;
-  std::uint32_t StopDelay = 0;  // steps of 1024/90000 s behind the start; 0 or 65535: no stop
+  std::uint32_t StopDelay = 0;  // steps of 1024/90000 s after the start; 0 or 65535: no stop
   int X1 = 0;
   int Y1 = 0;
   bool Forced = false;

@@ -17,7 +17,7 @@ bool GoesOnDisc(const SubPicturePlay& play) {
   return play.Used && !play.File.empty();
 }
 
-// The index of the play that goes on the disc behind `index`; the count of plays where there is none.
+// The index of the play that goes on the disc after `index`; the count of plays where there is none.
 std::size_t NextOnDisc(const SubtitleStream& stream, std::size_t index) {
   ++index;
   while (index < stream.SubPlays.size() && !GoesOnDisc(stream.SubPlays[index])) {
@@ -100,7 +100,7 @@ std::vector<bool> ScenesWithStillTime(const Project& project, std::size_t trackI
 
 std::vector<bool> HeldPlays(const Track& track, const SubtitleStream& stream,
                             const std::vector<bool>& sceneHolds, int framesPerSecond) {
-  // The scene a frame lies in: the last that starts at or ahead of it; the count of scenes for none.
+  // The scene a frame lies in: the last that starts at or before it; the count of scenes for none.
   const auto sceneAt = [&](std::int64_t frame) {
     std::size_t found = track.Scenes.size();
     for (std::size_t i = 0; i < track.Scenes.size(); ++i) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "model/walk.h"
+#include "subtitle/messages.h"
 
 namespace quorvelant {
 
@@ -15,7 +16,7 @@ bool PaletteNameExists(const Project& project, std::string_view name) {
 
 bool AddPalette(Project& project, const std::string& name, const PaletteColors& colors, UserInterface& ui) {
   if (PaletteNameExists(project, name)) {
-    TellError(ui, palette_text::ErrorTitle, palette_text::NameExists);
+    ui.Tell(MessageOf(message::PaletteNameTaken, {}));
     return false;
   }
   project.Palettes.Add({.Key = name, .PaletteColors = colors});
@@ -27,7 +28,7 @@ std::optional<std::string> AskAndAddPalette(Project& project, const PaletteColor
   // Each refusal raises the proposed number: an answer that is always the proposal comes to an end.
   for (std::size_t number = project.Palettes.Count() + 1;; ++number) {
     auto name =
-        ui.AskText(palette_text::NewTitle, palette_text::NewQuestion, fmt::format("Palette_{}", number));
+        ui.AskText(message::PaletteNew.Title, message::PaletteNew.Text, fmt::format("Palette_{}", number));
     if (!name || name->empty()) {
       return std::nullopt;
     }

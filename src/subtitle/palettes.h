@@ -14,13 +14,6 @@ namespace quorvelant {
 
 using PaletteColors = std::array<Color, 16>;
 
-namespace palette_text {
-inline constexpr std::string_view NewTitle = "New Palette";
-inline constexpr std::string_view NewQuestion = "What is the name of your new Palette?";
-inline constexpr std::string_view ErrorTitle = "New Palette Error";
-inline constexpr std::string_view NameExists = "This palette name already exists - reselect";
-}  // namespace palette_text
-
 // Names are compared exactly.
 bool PaletteNameExists(const Project& project, std::string_view name);
 

@@ -5,13 +5,14 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <span>
 #include <system_error>
 
+#include "base/disk.h"
 #include "base/text.h"
 #include "base/timecode.h"
+#include "subtitle/messages.h"
 #include "subtitle/palettes.h"
 
 namespace quorvelant {
@@ -22,7 +23,7 @@ constexpr std::int64_t RippedFramesEarly = 7;
 constexpr std::int32_t LeastY1 = 2;
 constexpr std::size_t MostPaletteColors = 16;
 constexpr std::size_t MostLinesPassedOver = 100;
-constexpr std::uintmax_t MostScriptBytes = std::uintmax_t{16} << 20;
+constexpr std::uint64_t MostScriptBytes = std::uint64_t{16} << 20;
 
 // The first four fields between tabs that are not empty.
 std::vector<std::string_view> FilledFields(std::string_view line) {
@@ -37,7 +38,7 @@ std::vector<std::string_view> FilledFields(std::string_view line) {
   return fields;
 }
 
-// The first `Count` numbers behind the first bracket, 0 where there are fewer; nothing without a bracket.
+// The first `Count` numbers after the first bracket, 0 where there are fewer; nothing without a bracket.
 template <std::size_t Count>
 std::optional<std::array<std::int32_t, Count>> ValuesOf(std::string_view line, char separator = ' ') {
   const std::size_t bracket = line.find('(');
@@ -64,23 +65,23 @@ bool LooksLikeTime(std::string_view field) {
   return !field.empty() && (field[0] == '-' || (field[0] >= '0' && field[0] <= '9'));
 }
 
-// Reads a script line by line; each line may change the values that the entries behind it take.
+// Reads a script line by line; each line may change the values that the entries after it take.
 class ScriptReader {
  public:
   explicit ScriptReader(const SubtitleScriptOptions& options)
       : options_(&options), ripped_(options.SubRipMode) {}
 
   void Line(std::string_view line, std::size_t number) {
-    if (entriesStarted_ && TakeEntry(line)) {
+    if (entriesStarted_ && ReadEntry(line)) {
       return;
     }
     const std::string lower = Lower(line);
     ripped_ = ripped_ || (Contains(lower, "generator") && Contains(lower, "subrip"));
-    bool known = TakeFolder(line);
-    known = TakeValues(lower) || known;
-    known = TakeConversionColor(line) || known;
-    known = TakePalette(line, lower) || known;
-    known = TakeDisplayStart(lower) || known;
+    bool known = ReadFolder(line);
+    known = ReadValues(lower) || known;
+    known = ReadConversionColor(line) || known;
+    known = ReadPalette(line, lower) || known;
+    known = ReadDisplayStart(lower) || known;
     if (Contains(Upper(line), "SP_NUMBER")) {
       entriesStarted_ = true;
     } else if (entriesStarted_ && !known && !Trim(Replace(line, "\t", " ")).empty() &&
@@ -89,10 +90,10 @@ class ScriptReader {
     }
   }
 
-  SubtitleScript Take() { return std::move(script_); }
+  SubtitleScript Release() { return std::move(script_); }
 
  private:
-  bool TakeFolder(std::string_view line) {
+  bool ReadFolder(std::string_view line) {
     const auto fields = FilledFields(line);
     if (!Contains(line, "Directory") || fields.size() < 2) {
       return false;
@@ -102,30 +103,30 @@ class ScriptReader {
   }
 
   // The place, the palette indexes and the contrasts.
-  bool TakeValues(const std::string& lower) {
-    bool taken = Contains(lower, "pixel_area");
+  bool ReadValues(const std::string& lower) {
+    bool read = Contains(lower, "pixel_area");
     const auto values = ValuesOf<4>(lower);
     if (!values) {
-      return taken;
+      return read;
     }
     if (Contains(lower, "display_area")) {
       area_ = *values;
-      taken = true;
+      read = true;
     }
     if (Contains(lower, "color")) {
       // Scripts count from 1, and 0 is the same as 1; ripped ones count from 0.
       std::ranges::transform(*values, colors_.begin(),
                              [this](std::int32_t value) { return ripped_ ? value : std::max(value, 1) - 1; });
-      taken = true;
+      read = true;
     }
     if (Contains(lower, "contrast")) {
       contrasts_ = *values;
-      taken = true;
+      read = true;
     }
-    return taken;
+    return read;
   }
 
-  bool TakeConversionColor(std::string_view line) {
+  bool ReadConversionColor(std::string_view line) {
     const auto parts = ValuesOf<3>(line);
     const std::string word = Upper(line.substr(0, 2));
     if (!parts) {
@@ -145,7 +146,7 @@ class ScriptReader {
     return true;
   }
 
-  bool TakePalette(std::string_view line, const std::string& lower) {
+  bool ReadPalette(std::string_view line, const std::string& lower) {
     const bool heads = Contains(lower, "palette entries");
     script_.HasPalette = script_.HasPalette || heads;
     const auto parts = Contains(line, "RGB") ? ValuesOf<3>(line, ',') : std::nullopt;
@@ -158,7 +159,7 @@ class ScriptReader {
     return true;
   }
 
-  bool TakeDisplayStart(const std::string& lower) {
+  bool ReadDisplayStart(const std::string& lower) {
     constexpr std::string_view Word = "display_start";
     const std::size_t at = lower.find(Word);
     if (at == std::string::npos) {
@@ -170,7 +171,7 @@ class ScriptReader {
   }
 
   // A line of the list: number, start, end and file name.
-  bool TakeEntry(std::string_view line) {
+  bool ReadEntry(std::string_view line) {
     const auto fields = FilledFields(line);
     if (fields.size() < 4 || !LooksLikeTime(fields[1]) || !LooksLikeTime(fields[2])) {
       return false;
@@ -233,24 +234,27 @@ bool IsAbsolute(std::string_view path) {
   return !path.empty() && (path[0] == '/' || path[0] == '\\' || (path.size() > 1 && path[1] == ':'));
 }
 
-// The text of the file, or what hinders reading it.
+// The text of the file; nothing where it cannot be read, which is told.
 std::optional<std::string> ReadScript(const std::string& file, UserInterface& ui) {
-  std::error_code error;
-  std::ifstream stream(file, std::ios::binary);
-  if (!std::filesystem::is_regular_file(file, error) || !stream) {
-    TellError(ui, subtitle_text::ErrorTitle, subtitle_text::CannotOpen, file);
+  try {
+    const auto opened = SystemDisk().Open(file, FileAccess::Read);
+    const std::uint64_t bytes = opened->ByteCount();
+    if (bytes > MostScriptBytes) {
+      ui.Tell(MessageOf(message::SubtitlesTooLarge, file));
+      return std::nullopt;
+    }
+    std::string text(static_cast<std::size_t>(bytes), '\0');
+    text.resize(opened->Read({reinterpret_cast<std::uint8_t*>(text.data()), text.size()}));
+    return text;
+  } catch (const FileError&) {
+    ui.Tell(MessageOf(message::SubtitlesNotOpened, file));
     return std::nullopt;
   }
-  if (std::filesystem::file_size(file, error) > MostScriptBytes || error) {
-    TellError(ui, subtitle_text::ErrorTitle, subtitle_text::TooLarge, file);
-    return std::nullopt;
-  }
-  return std::string{std::istreambuf_iterator<char>(stream), {}};
 }
 
-// What stands ahead of a relative bitmap path so that it counts from the script's folder although the
+// What is put before a relative bitmap path so that it counts from the script's folder although the
 // project, which will hold it, may lie elsewhere. Empty where both lie in one folder.
-std::string FolderAhead(const Project& project, const std::string& file) {
+std::string FolderBefore(const Project& project, const std::string& file) {
   std::error_code error;
   const auto folderOf = [&error](const std::filesystem::path& path) {
     return std::filesystem::absolute(path.empty() ? "." : path, error).lexically_normal();
@@ -261,7 +265,7 @@ std::string FolderAhead(const Project& project, const std::string& file) {
 }
 
 void AskForPalette(Project& project, std::span<const Color> colors, UserInterface& ui) {
-  if (ui.Ask(subtitle_text::PaletteTitle, subtitle_text::PaletteQuestion, true)) {
+  if (ui.Ask(message::PaletteImport.Title, message::PaletteImport.Text, true)) {
     AskAndAddPalette(project, PaletteFrom(colors), ui);
   }
 }
@@ -283,7 +287,7 @@ SubtitleScript ParseSubtitleScript(std::string_view text, const SubtitleScriptOp
     reader.Line(line, number);
     text.remove_prefix(std::min(end + 1, text.size()));
   }
-  return reader.Take();
+  return reader.Release();
 }
 
 bool ImportSubtitleScript(Project& project, std::size_t trackIndex, std::size_t streamIndex,
@@ -298,17 +302,16 @@ bool ImportSubtitleScript(Project& project, std::size_t trackIndex, std::size_t 
                                                       .FramesPerSecond = FramesPerSecond(standard),
                                                       .UnitsMayBeForced = rules.ScriptForcesUnits});
   for (const std::size_t line : script.LinesPassedOver) {
-    TellWarning(ui, subtitle_text::ErrorTitle, subtitle_text::LinePassedOver,
-                fmt::format("{}:{}", file, line));
+    ui.Tell(MessageOf(message::SubtitleLinePassedOver, fmt::format("{}:{}", file, line)));
   }
   if (script.Entries.empty()) {
-    TellWarning(ui, subtitle_text::ErrorTitle, subtitle_text::NoEntries, file);
+    ui.Tell(MessageOf(message::SubtitlesEmpty, file));
   }
-  const std::string ahead = FolderAhead(project, file);
+  const std::string folder = FolderBefore(project, file);
   std::vector<SubPicturePlay>& plays = track.SubStreams[streamIndex].SubPlays;
   for (SubPicturePlay& entry : script.Entries) {
     if (!IsAbsolute(entry.File)) {
-      entry.File.insert(0, ahead);
+      entry.File.insert(0, folder);
     }
     plays.push_back(std::move(entry));
   }

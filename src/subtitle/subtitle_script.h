@@ -13,19 +13,6 @@
 
 namespace quorvelant {
 
-namespace subtitle_text {
-inline constexpr std::string_view PaletteTitle = "Import Palette";
-inline constexpr std::string_view PaletteQuestion =
-    "This sst file has a palette included - would you like to import it?";
-inline constexpr std::string_view ErrorTitle = "Sub Import Error";
-inline constexpr std::string_view CannotOpen = "The subtitle script cannot be opened";
-inline constexpr std::string_view TooLarge = "The subtitle script is larger than 16 MB";
-inline constexpr std::string_view NoEntries = "The subtitle script has no entries";
-inline constexpr std::string_view LinePassedOver =
-    "This line of the list is passed over: a number, a start, an end and a file name with tabs between are "
-    "expected";
-}  // namespace subtitle_text
-
 // How a script is read.
 struct SubtitleScriptOptions {
   bool SubRipMode = false;   // made by a ripper: 7 frames early, colours counted from 0

@@ -1,6 +1,6 @@
 #include "analysis/picture_index.h"
 #include "command_run.h"
-#include "platform/picture_service.h"
+#include "platform/platform_pictures.h"
 #include "support/media.h"
 
 namespace quorvelant {
@@ -21,7 +21,7 @@ Picture Shades(int width, int height) {
 
 TEST(CommandPicture, BitmapToStillToPicture) {
   const TempFolder folder;
-  const auto service = MakePictureService();
+  const auto service = MakePlatformPictures();
   for (const auto& [width, height] : {std::pair{720, 576}, {720, 480}, {360, 288}, {360, 240}}) {
     const Picture picture = Shades(width, height);
     service->Save(picture, folder / "in.bmp");
@@ -69,7 +69,7 @@ TEST(CommandPicture, TakesTheNearestIndexedPicture) {
 TEST(CommandPicture, SaysWhatIsWrong) {
   const TempFolder folder;
   const std::string text = folder.Write("text.m2v", "no video");
-  MakePictureService()->Save(Picture(100, 100), folder / "small.bmp");
+  MakePlatformPictures()->Save(Picture(100, 100), folder / "small.bmp");
   EXPECT_EQ(CommandRun({"picture", text, "-o", folder / "x.png"}).LastText(), "this is no MPEG video");
   EXPECT_EQ(CommandRun({"picture", folder / "missing.m2v", "-o", folder / "x.png"}).Status, ExitFailed);
   EXPECT_THAT(CommandRun({"picture", text, "--at", "soon", "-o", folder / "x.png"}).Err,
@@ -79,7 +79,7 @@ TEST(CommandPicture, SaysWhatIsWrong) {
   EXPECT_EQ(CommandRun({"still", folder / "small.bmp", folder / "x.m2v"}).LastText(),
             "Image sizes must be 720*576 or 360*288 or 720*480 or 360*240");
   EXPECT_EQ(CommandRun({"still", folder / "missing.bmp", folder / "x.m2v"}).Status, ExitFailed);
-  MakePictureService()->Save(Picture(720, 576), folder / "full.bmp");
+  MakePlatformPictures()->Save(Picture(720, 576), folder / "full.bmp");
   EXPECT_THAT(CommandRun({"still", folder / "full.bmp", folder / "missing/x.m2v"}).LastText(),
               HasSubstr("cannot be written"));
 }

@@ -1,5 +1,6 @@
 #include "base/random.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -10,7 +11,9 @@
 #include <functional>
 
 #include "base/file_text.h"
+#include "base/messages.h"
 #include "base/uint64.h"
+#include "support/faulty_disk.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -51,13 +54,15 @@ TEST_F(RandomFiles, WritesAndReadsBeyondFourGigabytes) {
   EXPECT_EQ(Files.ReadPCMBytes(4, 1), (std::vector<std::uint16_t>{0x0201, 0x0403, 0, 0}));
 }
 
-TEST_F(RandomFiles, WordsAndPartsOfBlocks) {
-  ASSERT_TRUE(Files.OpenFile(Folder / "out", 1, true));
+TEST_F(RandomFiles, WordsAndPartsOfBlocksInANewFile) {
+  ASSERT_TRUE(Files.OpenSource(Folder.Write("out", "the file before"), 0));
+  ASSERT_TRUE(Files.CreateFile(Folder / "out", 1));
   Files.WriteBytes(Bytes{9, 9, 9, 9});
   Files.WritePCMBytes({0x0201, 0x0403}, 1);
   Files.WriteSpecifiedBytes(Bytes{5, 6, 7, 8}, 2, 1);
   EXPECT_EQ(TempFolder::Read(Folder / "out"), "\x09\x01\x02\x03\x04\x06\x07");
   EXPECT_EQ(Raised([&] { Files.WriteSpecifiedBytes(Bytes{1}, 2, 0); }).Number, 45600);
+  EXPECT_EQ(Files.FileBytes(0), 15U);  // who has it open keeps it
 }
 
 TEST_F(RandomFiles, ANameOpenTwiceSharesItsHandleAndSourcesDoNot) {
@@ -88,7 +93,7 @@ TEST_F(RandomFiles, ErrorsHaveTheirNumbersAndNameTheFile) {
   noFile([&] { Files.SeekRelative(1, -1, true); });
 
   ASSERT_TRUE(Files.OpenSource(name, 1));
-  EXPECT_STREQ(Raised([&] { Files.OpenFile(Folder / "y", 1); }).what(),
+  EXPECT_STREQ(Raised([&] { (void)Files.OpenFile(Folder / "y", 1); }).what(),
                ("The file '" + name + "' is already open.").c_str());
   const FileError seek = Raised([&] { Files.SeekRelative(-1, 1, true); });
   EXPECT_EQ(seek.Number, 45604);
@@ -117,20 +122,29 @@ TEST_F(RandomFiles, AFullDiskIsOneErrorThatNamesTheFile) {
 TEST_F(RandomFiles, WhatIsNoPlainFileIsRefusedAtOnce) {
   const std::string fifo = Folder / "fifo";
   ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
-  EXPECT_FALSE(Files.OpenSource(fifo, 0));
-  EXPECT_FALSE(Files.OpenFile(fifo, 1));
-  EXPECT_FALSE(Files.OpenSource(Folder.Path().string(), 0));
-  EXPECT_FALSE(Files.OpenFile(Folder.Path().string(), 1));
-  ASSERT_EQ(Ui.Messages.size(), 4U);
-  EXPECT_EQ(Ui.Messages[0].Title, "OpenFile Error");
-  EXPECT_EQ(Ui.Messages[0].Text, "Unable to open file " + fifo + ": it is a pipe or a device, not a file");
-  EXPECT_EQ(Ui.Messages[3].Text,
-            "Unable to open file " + Folder.Path().string() + ": it is a folder, not a file");
-  EXPECT_EQ(NoPlainFile(fifo), "it is a pipe or a device, not a file");
-  EXPECT_EQ(NoPlainFile(Folder.Path().string()), "it is a folder, not a file");
-  EXPECT_EQ(NoPlainFile(Folder / "none"), "there is no such file");
-  EXPECT_EQ(NoPlainFile(Folder / std::string(300, 'x')), "it cannot be reached");
-  EXPECT_EQ(NoPlainFile(Folder.Write("plain", "")), "");
+  const struct {
+    std::string Path;
+    std::string_view Why;
+  } cases[] = {{fifo, "it is a pipe or a device, not a file"},
+               {Folder.Path().string(), "it is a folder, not a file"},
+               {Folder / "none", "there is no such file"},
+               {Folder / std::string(300, 'x'), "it cannot be reached"},
+               {Folder.Write("plain", ""), ""}};
+  for (const auto& test : cases) {
+    EXPECT_EQ(WhyNotPlainFile(test.Path), test.Why);
+  }
+  for (std::size_t i = 0; i < 2; ++i) {
+    const std::string text = fmt::format("Unable to open file {}: {}", cases[i].Path, cases[i].Why);
+    EXPECT_FALSE(Files.OpenSource(cases[i].Path, 0));
+    EXPECT_FALSE(Files.OpenFile(cases[i].Path, 1));
+    EXPECT_THROW(SystemDisk().Open(cases[i].Path, FileAccess::Read), FileError);
+    ASSERT_EQ(Ui.Messages.size(), 2 * i + 2);
+    for (std::size_t told = 2 * i; told < Ui.Messages.size(); ++told) {
+      EXPECT_TRUE(Ui.Messages[told].Is(message::OpenNotPlain));
+      EXPECT_EQ(Ui.Messages[told].Title, "OpenFile Error");
+      EXPECT_EQ(Ui.Messages[told].Text, text);
+    }
+  }
 }
 
 TEST_F(RandomFiles, AFailedOpenAsksOnce) {
@@ -144,6 +158,22 @@ TEST_F(RandomFiles, AFailedOpenAsksOnce) {
                                       ". Please close any applications using this file and press OK to retry "
                                       "(Cancel to exit)");
   EXPECT_FALSE(std::filesystem::exists(name));
+}
+
+TEST(WriteAside, LeavesWhatWasThereWhenAWriteFails) {
+  const TempFolder folder;
+  const std::string file = folder.Write("real/list", "before");
+  std::filesystem::create_symlink(file, folder / "link");
+  FaultyDisk full(1);
+  EXPECT_EQ(WriteAside(folder / "link", "after", full), ENOSPC);
+  EXPECT_EQ(WriteAside(folder / "no/such/folder", "x"), ENOENT);
+  EXPECT_EQ(ReadWhole(file, 6), "before");
+  EXPECT_EQ(WriteAside(folder / "link", "after it"), 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+  EXPECT_EQ(ReadHead(file, 5), "after");
+  EXPECT_EQ(ReadWhole(file, 7), std::nullopt);
+  const std::filesystem::directory_iterator left(folder / "real");
+  EXPECT_EQ(std::distance(begin(left), end(left)), 1);  // nothing aside
 }
 
 TEST(UInt64, WordsAreHeldSigned) {

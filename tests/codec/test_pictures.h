@@ -2,7 +2,7 @@
 #pragma once
 
 #include "codec/planes.h"
-#include "picture/picture_service.h"
+#include "picture/picture.h"
 
 namespace quorvelant {
 

@@ -5,7 +5,7 @@
 
 #include "edit/auto_route.h"
 #include "edit/subtitle_ticks.h"
-#include "subpicture/highlight_groups.h"
+#include "model/highlight_groups.h"
 #include "support/folders.h"
 #include "support/recording_ui.h"
 

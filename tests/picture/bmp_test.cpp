@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "picture/picture_loader.h"
 #include "support/temp_folder.h"
 
 namespace quorvelant {

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "picture/bmp.h"
+#include "picture/picture_loader.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 

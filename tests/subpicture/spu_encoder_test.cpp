@@ -100,39 +100,33 @@ TEST(BitmapWindow, Clips) {
   }
 }
 
-// Each row has its own first pixel kinds, so a field's bytes tell which rows went in.
-TEST(EncodeSPUBitmap, LinesOfOddHeightsChangePlacesTraditionally) {
-  const Bytes dots{0x00, 0x00};
-  const Bytes pattern{0x00, 0x01};
-  const Bytes emphasis{0x00, 0x02};
-  const auto join = [](Bytes a, const Bytes& b) {
-    a.insert(a.end(), b.begin(), b.end());
-    return a;
-  };
-  const Picture odd = Paint({"....", "pppp", "eeee"});
-  const auto players = EncodeSPUBitmap(odd, Colors, 0, 0, false, Rules::Players);
-  EXPECT_EQ(players->FieldA, join(dots, emphasis));
-  EXPECT_EQ(players->FieldB, pattern);
-  const auto classic = EncodeSPUBitmap(odd, Colors, 0, 0, false, Rules::Classic);
-  EXPECT_EQ(classic->FieldA, pattern);
-  EXPECT_EQ(classic->FieldB, join(dots, emphasis));
-  const Picture even = Paint({"....", "pppp"});
-  EXPECT_EQ(EncodeSPUBitmap(even, Colors, 0, 0, false, Rules::Classic)->FieldA, dots);
-}
-
-TEST(EncodeSPUBitmap, TraditionalWidths) {
-  // Six columns: 18 bytes padded to 20, so the row above the bottom one is read two bytes early, and its
-  // first pixel has two bytes of the fill.
-  const Picture six = Paint({"pppppp", "pppppp"});
-  const auto sheared = EncodeSPUBitmap(six, Colors, 0, 0, false, Rules::Classic);
-  EXPECT_EQ(sheared->FieldB, (Bytes{0x00, 0x01}));        // the bottom row stands
-  EXPECT_EQ(sheared->FieldA, (Bytes{0x40, 0x00, 0x10}));  // one background pixel ahead of the pattern
-  EXPECT_EQ(EncodeSPUBitmap(six, Colors, 0, 0, false, Rules::Players)->FieldA, (Bytes{0x00, 0x01}));
-  // Five columns become four, which four divides: no shear, and the area is one column narrower.
-  const auto narrowed = EncodeSPUBitmap(Paint({"pppp.", "pppp."}), Colors, 0, 0, false, Rules::Classic);
-  EXPECT_EQ(narrowed->Area, (DisplayArea{0, 3, 0, 0}));
-  EXPECT_EQ(narrowed->FieldA, (Bytes{0x00, 0x01}));
-  EXPECT_EQ(EncodeSPUBitmap(Paint({"pppp.", "pppp."}), Colors, 0, 0, false, Rules::Players)->Area.X2, 4);
+// As painted by the players' rules. Traditionally lines of odd heights change places; rows of widths that
+// four does not divide shear (six columns are 18 bytes padded to 20, so the row above the bottom one is read
+// two bytes early); and odd widths are made one column narrower first.
+TEST(EncodeSPUBitmap, OddSizesUnderBothRules) {
+  const std::vector<std::string> three{"....", "pppp", "eeee"};
+  const std::vector<std::string> six{"pppppp", "pppppp"};
+  const std::vector<std::string> five{"pppp.", "pppp."};
+  const struct {
+    std::vector<std::string> Rows;
+    const Rules& Of;
+    Bytes FieldA, FieldB;
+    DisplayArea Area;
+  } cases[] = {{three, Rules::Players, {0, 0, 0, 2}, {0, 1}, {0, 3, 0, 1}},
+               {three, Rules::Classic, {0, 1}, {0, 0, 0, 2}, {0, 3, 0, 1}},
+               {{"....", "pppp"}, Rules::Classic, {0, 0}, {0, 1}, {0, 3, 0, 0}},
+               {six, Rules::Players, {0, 1}, {0, 1}, {0, 5, 0, 0}},
+               {six, Rules::Classic, {0x40, 0x00, 0x10}, {0, 1}, {0, 5, 0, 0}},
+               {five, Rules::Players, {0x11, 0, 0}, {0x11, 0, 0}, {0, 4, 0, 0}},
+               {five, Rules::Classic, {0, 1}, {0, 1}, {0, 3, 0, 0}}};
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.Rows[0] + (test.Of.BitmapsAsPainted ? " as painted" : " traditionally"));
+    const auto encoded = EncodeSPUBitmap(Paint(test.Rows), Colors, 0, 0, false, test.Of);
+    ASSERT_TRUE(encoded);
+    EXPECT_EQ(encoded->FieldA, test.FieldA);
+    EXPECT_EQ(encoded->FieldB, test.FieldB);
+    EXPECT_EQ(encoded->Area, test.Area);
+  }
 }
 
 SPURecord RecordWith(std::uint32_t stopDelay, bool forced) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "subtitle/messages.h"
 #include "subtitle/palettes.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
@@ -23,7 +24,13 @@ const std::string Head =
     "PA without a bracket\n"
     "SP_NUMBER\tSTART\tEND\tFILE_NAME\n";
 
-TEST(SubtitleScript, EntriesTakeTheValuesAheadOfThem) {
+// Palette indexes and contrasts: emphasis 2, emphasis 1, pattern, background.
+std::vector<int> ColorsOf(const SubPicturePlay& play) {
+  return {play.ColorE2,    play.ColorE1,    play.ColorP,    play.ColorBg,
+          play.ContrastE2, play.ContrastE1, play.ContrastP, play.ContrastBg};
+}
+
+TEST(SubtitleScript, EntriesTakeTheValuesBeforeThem) {
   const SubtitleScript script =
       ParseSubtitleScript(Head +
                               "1\t00:00:10:00\t00:00:12;05\ta.bmp\n"
@@ -41,10 +48,7 @@ TEST(SubtitleScript, EntriesTakeTheValuesAheadOfThem) {
   EXPECT_EQ(first.End, "00:00:12:05");
   EXPECT_EQ(first.Duration, "00:00:02:05");
   EXPECT_EQ(first.File, "C:\\subs\\a.bmp");
-  EXPECT_THAT((std::array{first.ColorE2, first.ColorE1, first.ColorP, first.ColorBg}),
-              ElementsAre(0, 1, 2, 3));
-  EXPECT_THAT((std::array{first.ContrastE2, first.ContrastE1, first.ContrastP, first.ContrastBg}),
-              ElementsAre(15, 14, 13, 0));
+  EXPECT_THAT(ColorsOf(first), ElementsAre(0, 1, 2, 3, 15, 14, 13, 0));
   EXPECT_THAT((std::array{first.ConversionBg, first.ConversionP, first.ConversionE1, first.ConversionE2}),
               ElementsAre(0x030201U, 0x1000FFU, 0x808080U, 0x00FF00U));
   EXPECT_THAT((std::array{first.X1, first.Y1, first.X2, first.Y2}), ElementsAre(10, 20, 719, 477));
@@ -52,8 +56,7 @@ TEST(SubtitleScript, EntriesTakeTheValuesAheadOfThem) {
   EXPECT_FALSE(first.Forced);
   const SubPicturePlay& second = script.Entries[1];
   EXPECT_EQ(second.File, "C:\\subs\\Color_01 (2).bmp");
-  EXPECT_THAT((std::array{second.ColorE2, second.ColorE1, second.ColorP, second.ColorBg}),
-              ElementsAre(0, 15, 0, 1));
+  EXPECT_THAT(ColorsOf(second), ElementsAre(0, 15, 0, 1, 15, 14, 13, 0));
   EXPECT_THAT((std::array{second.X1, second.Y1}), ElementsAre(-5, 2));
   EXPECT_EQ(script.Entries[2].Start, "00:00:00:00");
   EXPECT_TRUE(script.Entries[2].Forced);
@@ -62,15 +65,14 @@ TEST(SubtitleScript, EntriesTakeTheValuesAheadOfThem) {
 
 TEST(SubtitleScript, RippedScriptsAreSevenFramesEarlyAndCountColoursFromZero) {
   const std::string list = Head + "1\t00:00:00:05\t00:00:12:00\ta.bmp\n";
-  const auto ripped = ParseSubtitleScript(list, {.SubRipMode = true, .FramesPerSecond = 30}).Entries.at(0);
-  EXPECT_EQ(ripped.Start, "00:00:00:00");
-  EXPECT_EQ(ripped.End, "00:00:11:23");
-  EXPECT_EQ(ripped.Duration, "00:00:11:23");
-  EXPECT_THAT((std::array{ripped.ColorE2, ripped.ColorBg}), ElementsAre(1, 4));
-  const auto named =
-      ParseSubtitleScript("# Generator: SubRip 1.17\n" + list, {.FramesPerSecond = 30}).Entries.at(0);
-  EXPECT_EQ(named.End, ripped.End);
-  EXPECT_EQ(named.ColorBg, 4);
+  for (const bool named : {false, true}) {
+    const auto script = ParseSubtitleScript((named ? "# Generator: SubRip 1.17\n" : "") + list,
+                                            {.SubRipMode = !named, .FramesPerSecond = 30});
+    const SubPicturePlay& ripped = script.Entries.at(0);
+    EXPECT_THAT((std::array{ripped.Start, ripped.End, ripped.Duration}),
+                ElementsAre("00:00:00:00", "00:00:11:23", "00:00:11:23"));
+    EXPECT_THAT((std::array{ripped.ColorE2, ripped.ColorBg}), ElementsAre(1, 4));
+  }
 }
 
 struct ImportTest : testing::Test {
@@ -91,7 +93,7 @@ struct ImportTest : testing::Test {
   RecordingUi ui;
 };
 
-TEST_F(ImportTest, AddsBehindTheListAndCountsRelativeFoldersFromTheScript) {
+TEST_F(ImportTest, AddsToTheListAndCountsRelativeFoldersFromTheScript) {
   const std::string entry = "SP_NUMBER\n1\t00:00:01:00\t00:00:02:00\ta.bmp\n";
   EXPECT_TRUE(Import("a.sst", "Directory\tbitmaps\n" + entry));
   EXPECT_TRUE(Import("subs/b.sst", "Directory\tbitmaps\n" + entry));
@@ -107,13 +109,25 @@ TEST_F(ImportTest, AddsBehindTheListAndCountsRelativeFoldersFromTheScript) {
 }
 
 TEST_F(ImportTest, TellsWhatIsWrongWithTheFile) {
+  const struct {
+    const char* Name;
+    std::string Text;
+    bool Imported;
+    MessageKind Told;
+    const char* Place;
+  } cases[] = {
+      {"empty.sst", std::string("\0\xFF\t\t(", 5), false, message::SubtitlesEmpty, "empty.sst"},
+      {"half.sst", "SP_NUMBER\nnonsense\n1\t1\t2\ta.bmp\n", true, message::SubtitleLinePassedOver,
+       "half.sst:2"},
+      {"large.sst", std::string((16 << 20) + 1, '\n'), false, message::SubtitlesTooLarge, "large.sst"}};
+  for (const auto& test : cases) {
+    EXPECT_EQ(Import(test.Name, test.Text), test.Imported);
+    ASSERT_FALSE(ui.Messages.empty());
+    EXPECT_TRUE(ui.Messages.back().Is(test.Told)) << ui.Messages.back().Text;
+    EXPECT_EQ(ui.Messages.back().Place, folder / test.Place);
+  }
   EXPECT_FALSE(ImportSubtitleScript(project, 0, 0, folder / "none.sst", false, Rules::Players, ui));
-  EXPECT_EQ(ui.Messages.at(0).Text, subtitle_text::CannotOpen);
-  EXPECT_FALSE(Import("empty.sst", std::string("\0\xFF\t\t(", 5)));
-  EXPECT_EQ(ui.Messages.at(1).Text, subtitle_text::NoEntries);
-  EXPECT_TRUE(Import("half.sst", "SP_NUMBER\nnonsense\n1\t1\t2\ta.bmp\n"));
-  EXPECT_EQ(ui.Messages.at(2).Text, subtitle_text::LinePassedOver);
-  EXPECT_EQ(ui.Messages.at(2).Place, (folder / "half.sst") + ":2");
+  EXPECT_TRUE(ui.Messages.back().Is(message::SubtitlesNotOpened));
 }
 
 TEST_F(ImportTest, OffersThePaletteOnce) {
@@ -130,8 +144,7 @@ TEST_F(ImportTest, OffersThePaletteOnce) {
   EXPECT_EQ(ui.Questions[0].Title, "Import Palette");
   EXPECT_EQ(ui.Questions[1].Text, "What is the name of your new Palette?");
   ASSERT_EQ(ui.Messages.size(), 1U);
-  EXPECT_EQ(ui.Messages[0].Text, "This palette name already exists - reselect");
-  EXPECT_EQ(ui.Messages[0].Title, "New Palette Error");
+  EXPECT_TRUE(ui.Messages[0].Is(message::PaletteNameTaken));
   ASSERT_EQ(project.Palettes.Count(), 2U);
   const Palette_P& mine = *project.Palettes.Item("Mine");
   EXPECT_EQ(mine.PaletteColors[0], 0xFF0000U);

@@ -1,4 +1,4 @@
-// The tests' voice: records everything and fails on a question it was not told to expect.
+// The user interface of tests: records everything and fails on a question it was not told to expect.
 #pragma once
 
 #include <gtest/gtest.h>

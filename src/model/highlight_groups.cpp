@@ -1,4 +1,4 @@
-#include "subpicture/highlight_groups.h"
+#include "model/highlight_groups.h"
 
 #include <algorithm>
 

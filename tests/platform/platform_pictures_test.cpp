@@ -1,11 +1,17 @@
-#include "platform/picture_service.h"
+#include "platform/platform_pictures.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QtGlobal>
+#include <atomic>
 #include <cstdlib>
+#include <filesystem>
+#include <thread>
 
 #include "picture/bmp.h"
+#include "support/folders.h"
 #include "support/temp_folder.h"
 
 namespace quorvelant {
@@ -21,11 +27,11 @@ Picture Ramp(int width, int height) {
   return picture;
 }
 
-TEST(PictureService, SavesAndLoadsWithoutADisplay) {
+TEST(PlatformPictures, SavesAndLoadsWithoutADisplay) {
   unsetenv("DISPLAY");
   unsetenv("WAYLAND_DISPLAY");
   const TempFolder folder;
-  const auto service = MakePictureService();
+  const auto service = MakePlatformPictures();
   const Picture picture = Ramp(7, 5);
   for (const char* name : {"a.bmp", "b.PNG"}) {
     service->Save(picture, folder / name);
@@ -39,7 +45,7 @@ TEST(PictureService, SavesAndLoadsWithoutADisplay) {
 }
 
 // Files of other programs: what a photograph and a scan look like.
-TEST(PictureService, LoadsWhatOtherProgramsWrote) {
+TEST(PlatformPictures, LoadsWhatOtherProgramsWrote) {
   const TempFolder folder;
   const std::string make = "ffmpeg -v error -f lavfi -i color=c=0x3060C0:s=64x48,format=rgb24 -frames:v 1 ";
   if (std::system((make + "-y " + (folder / "a.jpg") + " 2> /dev/null").c_str()) != 0) {
@@ -47,7 +53,7 @@ TEST(PictureService, LoadsWhatOtherProgramsWrote) {
   }
   ASSERT_EQ(std::system((make + "-pix_fmt gray16be -y " + (folder / "grey.png")).c_str()), 0);
   ASSERT_EQ(std::system((make + "-pix_fmt rgb555le -y " + (folder / "b.bmp")).c_str()), 0);
-  const auto service = MakePictureService();
+  const auto service = MakePlatformPictures();
   const Picture jpeg = service->Load(folder / "a.jpg");
   EXPECT_EQ(jpeg.Width, 64);
   EXPECT_NEAR(static_cast<int>(jpeg.At(30, 30) & 255), 0x30, 4);
@@ -58,7 +64,7 @@ TEST(PictureService, LoadsWhatOtherProgramsWrote) {
 }
 
 // Four inks as print programs write them, upside down: all of cyan and half of the others.
-TEST(PictureService, LoadsJpegOfFourInks) {
+TEST(PlatformPictures, LoadsJpegOfFourInks) {
   Bytes jpeg{
       0xFF, 0xD8,                                                            //
       0xFF, 0xEE, 0, 14, 'A',  'd', 'o', 'b', 'e', 0, 100, 0,  0, 0, 0,  0,  // no transform
@@ -74,15 +80,15 @@ TEST(PictureService, LoadsJpegOfFourInks) {
   jpeg.insert(jpeg.end(), scan.begin(), scan.end());
   const TempFolder folder;
   folder.Write("inks.jpg", {reinterpret_cast<const char*>(jpeg.data()), jpeg.size()});
-  const std::uint32_t color = MakePictureService()->Load(folder / "inks.jpg").At(4, 4);
+  const std::uint32_t color = MakePlatformPictures()->Load(folder / "inks.jpg").At(4, 4);
   EXPECT_EQ(color & 255, 0U);
   EXPECT_NEAR(static_cast<int>(color >> 8 & 255), 64, 1);
   EXPECT_NEAR(static_cast<int>(color >> 16), 64, 1);
 }
 
-TEST(PictureService, RefusesAndNamesTheFile) {
+TEST(PlatformPictures, RefusesAndNamesTheFile) {
   const TempFolder folder;
-  const auto service = MakePictureService();
+  const auto service = MakePlatformPictures();
   service->Save(Ramp(64, 64), folder / "a.png");
   const std::string png = TempFolder::Read(folder / "a.png");
   folder.Write("cut.png", png.substr(0, png.size() / 2));
@@ -109,11 +115,68 @@ TEST(PictureService, RefusesAndNamesTheFile) {
       EXPECT_THAT(error.what(), HasSubstr(test.Text));
     }
   }
-  EXPECT_THROW(MakePictureService({.MostSide = 63})->Load(folder / "a.png"), PictureError);
+  EXPECT_THROW(MakePlatformPictures({.MostSide = 63})->Load(folder / "a.png"), PictureError);
 }
 
-TEST(PictureService, Scales) {
-  const auto service = MakePictureService();
+// A worker's pictures are the same, and what the program has set for its whole process stays.
+TEST(PlatformPictures, TwoThreadsLoadAtOnceAndTheProgramsMessageHandlerStays) {
+  static std::atomic<int> heard{0};
+  const QtMessageHandler own = [](QtMsgType, const QMessageLogContext&, const QString&) { ++heard; };
+  const TempFolder folder;
+  const auto service = MakePlatformPictures();
+  const Picture picture = Ramp(64, 64);
+  service->Save(picture, folder / "a.png");
+  folder.Write("text.png", "no picture at all");
+  const QtMessageHandler before = qInstallMessageHandler(own);
+  std::atomic<int> right{0};
+  const auto load = [&] {
+    const auto mine = MakePlatformPictures();
+    for (int i = 0; i < 50; ++i) {
+      right += mine->Load(folder / "a.png") == picture ? 1 : 0;
+      EXPECT_THROW(mine->Load(folder / "text.png"), PictureError);
+    }
+  };
+  {
+    const std::jthread one(load);
+    const std::jthread two(load);
+  }
+  heard = 0;
+  qWarning("the program's own");
+  EXPECT_EQ(heard, 1);
+  EXPECT_EQ(qInstallMessageHandler(before), own);
+  EXPECT_EQ(right, 100);
+}
+
+// The program alone in a folder: bitmaps are its own, and for the rest it says what it lacks.
+TEST(PlatformPictures, WithoutItsModuleTheProgramTakesBitmapsAndSaysSo) {
+  const TempFolder folder;
+  const std::string program = folder / "bin/quorvelant";
+  std::filesystem::create_directory(folder / "bin");
+  std::filesystem::copy_file(BuildFile("quorvelant"), program);
+  const auto service = MakePlatformPictures();
+  service->Save(Ramp(720, 576), folder / "a.bmp");
+  service->Save(Ramp(720, 576), folder / "a.png");
+  const auto still = [&](const std::string& input) {
+    return std::system(fmt::format("'{0}' still '{1}/{2}' '{1}/a.m2v' > '{1}/out' 2>&1", program,
+                                   folder.Path().string(), input)
+                           .c_str());
+  };
+  EXPECT_EQ(still("a.bmp"), 0) << TempFolder::Read(folder / "out");
+  EXPECT_NE(still("a.png"), 0);
+  EXPECT_THAT(TempFolder::Read(folder / "out"),
+              HasSubstr("a.png: pictures other than Windows bitmaps need the module quorvelant_pictures.so"));
+  // Where an installation puts it.
+  std::filesystem::create_directories(folder / "lib/quorvelant");
+  std::filesystem::copy_file(BuildFile("quorvelant_pictures.so"),
+                             folder / "lib/quorvelant/quorvelant_pictures.so");
+  EXPECT_EQ(still("a.png"), 0) << TempFolder::Read(folder / "out");
+  folder.Write("cut.png", TempFolder::Read(folder / "a.png").substr(0, 1000));
+  EXPECT_NE(still("cut.png"), 0);  // and the decoder prints nothing besides
+  EXPECT_THAT(TempFolder::Read(folder / "out"), testing::MatchesRegex("Error: [^\n]*cannot be read[^\n]*\n"));
+}
+
+TEST(PlatformPictures, Scales) {
+  const auto service = MakePlatformPictures();
   Picture two(2, 1);
   two.Set(1, 0, 0xFFFFFF);
   const Picture sharp = service->Scale(two, 4, 2, false);
@@ -124,8 +187,8 @@ TEST(PictureService, Scales) {
   EXPECT_THROW(service->Scale(two, 30000, 30000, true), PictureError);
 }
 
-TEST(PictureService, DrawsTextInItsColoursAlone) {
-  const auto service = MakePictureService();
+TEST(PlatformPictures, DrawsTextInItsColoursAlone) {
+  const auto service = MakePlatformPictures();
   Picture page(200, 60);
   std::fill(page.Pixels.begin(), page.Pixels.end(), std::uint8_t{0xFF});
   const Picture blank = page;

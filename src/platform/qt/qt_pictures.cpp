@@ -1,0 +1,126 @@
+// The module of picture services, by Qt. Nothing here changes what is set for the whole process: the program
+// may have a message handler, limits and an application object of its own.
+#include <QBuffer>
+#include <QColor>
+#include <QFont>
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QImage>
+#include <QImageReader>
+#include <QPainter>
+#include <algorithm>
+#include <cstring>
+
+#include "platform/picture_module.h"
+
+namespace quorvelant {
+
+namespace {
+
+// The picture's pixels seen as an image, without a copy; the picture must outlive it.
+QImage ViewOf(const Picture& picture) {
+  return {picture.Pixels.data(), picture.Width, picture.Height, static_cast<qsizetype>(picture.RowBytes()),
+          QImage::Format_RGB888};
+}
+QImage CanvasOf(Picture& picture) {
+  return {picture.Pixels.data(), picture.Width, picture.Height, static_cast<qsizetype>(picture.RowBytes()),
+          QImage::Format_RGB888};
+}
+
+Picture PictureOf(const QImage& image) {
+  const QImage pixels = image.convertToFormat(QImage::Format_RGB888);
+  Picture picture(pixels.width(), pixels.height());
+  for (int row = 0; row < picture.Height; ++row) {
+    std::memcpy(picture.Row(row), pixels.constScanLine(row), picture.RowBytes());
+  }
+  return picture;
+}
+
+// An image with see-through parts, laid on white.
+QImage OnWhite(const QImage& image) {
+  if (!image.hasAlphaChannel()) {
+    return image;
+  }
+  QImage flat(image.size(), QImage::Format_RGB32);
+  flat.fill(Qt::white);
+  QPainter(&flat).drawImage(0, 0, image);
+  return flat;
+}
+
+// Fonts need an application object; one without a window system serves when the program has none.
+void NeedFonts() {
+  if (QGuiApplication::instance() != nullptr) {
+    return;
+  }
+  static char name[] = "quorvelant";     // NOLINT(modernize-avoid-c-arrays): what the constructor takes
+  static char option[] = "-platform";    // NOLINT(modernize-avoid-c-arrays)
+  static char platform[] = "offscreen";  // NOLINT(modernize-avoid-c-arrays)
+  static char* arguments[] = {name, option, platform, nullptr};  // NOLINT(modernize-avoid-c-arrays)
+  static int argumentCount = 3;
+  static const QGuiApplication application(argumentCount, arguments);
+}
+
+DecodedPicture Decode(ByteView file, const SizeJudge& judge) {
+  QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()),
+                                             static_cast<qsizetype>(file.size()));
+  QBuffer buffer(&bytes);
+  QImageReader reader(&buffer);
+  reader.setDecideFormatFromContent(true);
+  reader.setAutoTransform(true);
+  const QSize size = reader.size();
+  if (!reader.canRead()) {
+    return {.Known = false, .Reason = {}, .Pixels = {}};
+  }
+  if (size.isValid()) {  // a format that does not say stays within the reader's own limit, of 256 MiB
+    judge(size.width(), size.height());
+  }
+  QImage image;
+  if (!reader.read(&image)) {
+    return {.Known = true, .Reason = reader.errorString().toStdString(), .Pixels = {}};
+  }
+  judge(image.width(), image.height());
+  return {.Known = true, .Reason = {}, .Pixels = PictureOf(OnWhite(image))};
+}
+
+Picture Scale(const Picture& picture, int width, int height, bool smooth) {
+  return PictureOf(ViewOf(picture).scaled(width, height, Qt::IgnoreAspectRatio,
+                                          smooth ? Qt::SmoothTransformation : Qt::FastTransformation));
+}
+
+Bytes EncodePng(const Picture& picture) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  if (!ViewOf(picture).save(&buffer, "PNG")) {
+    return {};
+  }
+  return {bytes.begin(), bytes.end()};
+}
+
+void DrawText(Picture& picture, int x, int y, std::string_view text, const TextStyle& style) {
+  NeedFonts();
+  QFont font(QString::fromStdString(style.Font));
+  font.setPixelSize(std::max(style.PixelHeight, 1));
+  font.setBold(style.Bold);
+  font.setItalic(style.Italic);
+  font.setUnderline(style.Underline);
+  font.setStyleStrategy(style.Smooth ? QFont::PreferAntialias : QFont::NoAntialias);
+  font.setHintingPreference(QFont::PreferFullHinting);
+  QImage image = CanvasOf(picture);
+  QPainter painter(&image);
+  painter.setFont(font);
+  painter.setPen(QColor(static_cast<int>(style.Color & 255U), static_cast<int>(style.Color >> 8U & 255U),
+                        static_cast<int>(style.Color >> 16U & 255U)));
+  painter.drawText(x, y + QFontMetrics(font).ascent(),
+                   QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+}
+
+constexpr PictureModule Module{PictureModuleRevision, &Decode, &Scale, &EncodePng, &DrawText};
+
+}  // namespace
+
+}  // namespace quorvelant
+
+extern "C" __attribute__((visibility("default"))) const quorvelant::PictureModule* QuorvelantPictureModule() {
+  return &quorvelant::Module;
+}
