@@ -1,44 +1,26 @@
-// AC3 and DTS streams as their first frame tells them (ATSC A/52 5.3, ETSI TS 102 114 5.3), and the
-// numbers of PCM.
+// What the first bytes of a sound file say: AC3, DTS (ETSI TS 102 114 5.3), and the numbers of PCM.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "analysis/audio_channels.h"
 #include "base/bytes.h"
 #include "base/user_interface.h"
 #include "disc/audio_format.h"
 
 namespace quorvelant {
 
-// Presence of left, right, centre, left surround, right surround, single rear, low frequency; and the
-// total number of channels.
-using AudioChannels = std::array<std::uint8_t, 8>;
-inline constexpr std::size_t ChannelTotal = 7;
-
 // Bytes of a first frame that the readers below look at; fewer count as 0.
 inline constexpr std::size_t AudioHeadBytes = 16;
 
-// The first `AudioHeadBytes` bytes of a file, 0 behind its end. Nothing if it cannot be opened, which was
+// The first `AudioHeadBytes` bytes of a file, 0 after its end. Nothing if it cannot be opened, which was
 // told.
 std::optional<Bytes> ReadAudioHead(const std::string& fileName, UserInterface& ui);
 
 // On the first bytes of a file.
-namespace ac3 {
-bool LooksLikeSync(ByteView head);       // weak: either byte of the sync word suffices
-std::int32_t Kbps(unsigned frmsizecod);  // 0 above 37
-std::int32_t FrameBytes(ByteView head);  // kbit/s times 4: a frame lasts 32 ms at 48 kHz; 0 without sync
-std::int32_t SampleRate(ByteView head);  // kHz: 48, else 0
-AudioChannels Channels(ByteView head);
-std::int32_t ServiceMode(ByteView head);  // bsmod
-std::int32_t StreamVersion(
-    ByteView head);                        // bsid: above 8 is no AC3 that players read, 11 to 16 Enhanced AC3
-std::int32_t SampleRateHz(ByteView head);  // of any fscod; 0 when reserved
-}  // namespace ac3
-
 namespace dts {
 inline constexpr std::uint32_t CoreSync = 0x7FFE8001;
 inline constexpr std::uint32_t ExtensionSync = 0x64582025;  // of the substream that HD streams add
@@ -68,15 +50,5 @@ AudioChannels PcmChannels(std::int32_t count);
 // without a standard that of the project.
 std::string FormatDuration(std::int64_t frames, int framesPerSecond, std::optional<std::string_view> standard,
                            bool projectIsNtsc = false);
-
-// What `ScanAc3Frames` found: sync words accepted, and the position of the first (from 1; 0 for none).
-struct Ac3Frames {
-  std::int32_t Count = 0;
-  std::size_t First = 0;
-};
-// The AC3 frames that start in `buffer`. With `expectedKbps` above 0 a sync word counts only at that rate
-// and with `expectedServiceMode`; otherwise at any rate of the table, and its service mode is stored. So a
-// pair 0B 77 within coded data is not taken for a frame.
-Ac3Frames ScanAc3Frames(ByteView buffer, std::int32_t expectedKbps, std::int32_t& expectedServiceMode);
 
 }  // namespace quorvelant

@@ -9,6 +9,8 @@
 
 #include "analysis/messages.h"
 #include "disc/start_code_search.h"
+#include "disc/start_codes.h"
+#include "disc/video_standard.h"
 
 namespace quorvelant {
 
@@ -43,11 +45,9 @@ DiscFit FitOf(const std::vector<Message>& faults) {
 }  // namespace
 
 bool IsDiscSize(std::string_view standard, int width, int height) {
-  const bool ntsc = standard == "NTSC";
-  const int full = ntsc ? 480 : 576;
-  const int half = full / 2;
-  return (height == full && (width == 720 || width == 704 || width == 352)) ||
-         (height == half && width == 352);
+  const int full = FullHeight(standard == "NTSC");
+  return (height == full && (width == FullWidth || width == CroppedWidth || width == HalfWidth)) ||
+         (height == full / 2 && width == HalfWidth);
 }
 
 std::vector<Message> FaultsOf(const VideoInfo& info) {
@@ -111,7 +111,7 @@ DiscFit JudgeVideo(const VideoProbe& probe) {
   if (!probe.StartsWithSequence) {
     fit.Reasons.emplace_back(NoSequenceFirst);
   }
-  const std::int64_t mostFields = probe.Info.Standard == "NTSC" ? 36 : 30;
+  const std::int64_t mostFields = TimingOf(probe.Info.Standard == "NTSC").MostGopFields;
   if (probe.LongestGroupFields > mostFields) {
     fit.Reasons.push_back(fmt::format(LongGroup, probe.LongestGroupFields, mostFields));
   }
@@ -167,10 +167,10 @@ SourceKind SniffSource(ByteView head) {
   for (std::size_t at = FindStartCode(head); at != NoStartCode && at + 3 < head.size();
        at = FindStartCode(head, at + 1)) {
     const unsigned code = head[at + 3];
-    if (code >= 0xBA) {  // pack, system and packet start codes
+    if (code >= start_code::Pack) {
       return SourceKind::ProgramStream;
     }
-    if (code == 0xB3 || code == 0xB8 || code == 0x00) {
+    if (code == start_code::Sequence || code == start_code::Group || code == start_code::Picture) {
       return SourceKind::Video;
     }
   }

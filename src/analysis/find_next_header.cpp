@@ -1,26 +1,21 @@
 #include "analysis/find_next_header.h"
 
 #include "disc/start_code_search.h"
+#include "disc/start_codes.h"
 
 namespace quorvelant {
 
 namespace {
 
-constexpr unsigned PictureCode = 0x00;
-constexpr unsigned SequenceCode = 0xB3;
-constexpr unsigned ExtensionCode = 0xB5;
-constexpr unsigned GroupCode = 0xB8;
-
-// extension_start_code_identifier, ISO/IEC 13818-2 table 6-2
 std::string_view ExtensionWord(unsigned id) {
   switch (id) {
-    case 1:
+    case extension_id::Sequence:
       return headers::SequenceExtension;
-    case 2:
+    case extension_id::SequenceDisplay:
       return headers::SequenceDisplay;
-    case 7:
+    case extension_id::PictureDisplay:
       return headers::PictureDisplay;
-    case 8:
+    case extension_id::PictureCoding:
       return headers::PictureCoding;
     default:
       return headers::Other;
@@ -48,17 +43,17 @@ std::string_view FindNextHeader(ByteView buffer, std::size_t& position, bool ski
     }
     std::string_view word;
     const unsigned code = buffer[start + 3];
-    if (code == PictureCode) {
+    if (code == start_code::Picture) {
       word = headers::Picture;
       if (wantPictureType) {
         pictureType = GetPictureType(buffer, start + 1);
         word = pictureType == 0 ? headers::NoFrametypeRoom : word;
       }
-    } else if (code == SequenceCode) {
+    } else if (code == start_code::Sequence) {
       word = headers::Sequence;
-    } else if (code == GroupCode && !skipNonPictureHeaders) {
+    } else if (code == start_code::Group && !skipNonPictureHeaders) {
       word = headers::Group;
-    } else if (code == ExtensionCode) {
+    } else if (code == start_code::Extension) {
       word = ReadExtension(buffer, start, skipNonPictureHeaders);
     }
     if (!word.empty()) {

@@ -26,7 +26,7 @@ inline constexpr std::string_view NoRoom = "NO_ROOM";
 inline constexpr std::string_view NoFrametypeRoom = "NO_FRAMETYPE_ROOM";
 }  // namespace headers
 
-// Finds the next header at or behind `position`, which counts from 1 and is left at the first 00 of the
+// Finds the next header at or after `position`, which counts from 1 and is left at the first 00 of the
 // start code found (untouched for "NONE"): the code's value is at buffer[position + 2]. With
 // `skipNonPictureHeaders` group headers and all extensions but the picture coding extension are passed
 // over. With `wantPictureType`, `pictureType` is set to 1, 2 or 3 for I, P and B.

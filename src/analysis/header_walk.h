@@ -32,7 +32,7 @@ struct FoundHeader {
 // next window; so the headers found do not depend on the window's size.
 class HeaderWalk {
  public:
-  // Bytes behind a start code that a caller may look at: a sequence header up to its matrices' flags.
+  // Bytes from a start code on that a caller may look at: a sequence header up to its matrices' flags.
   static constexpr std::size_t HeaderBytes = 16;
 
   HeaderWalk(Random& files, int slot, const WalkOptions& options);
@@ -52,7 +52,7 @@ class HeaderWalk {
   WalkOptions options_;
   std::uint64_t fileBytes_;
   // Blocks are read at whole multiples of their size onto a whole page of memory, which copies fastest; the
-  // rest of the block before is moved to just ahead of it.
+  // rest of the block before is moved to just before it.
   Bytes buffer_;
   ByteSpan block_;              // where in `buffer_` blocks are read to
   std::uint64_t readTo_ = 0;    // bytes of the file read

@@ -1,9 +1,16 @@
-// Why no disc can carry a source: reasons, which whoever tells them puts after the file's name.
+// What the analysis of sources tells, and why no disc can carry a source: reasons, which whoever tells them
+// puts after the file's name.
 #pragma once
 
 #include "base/message.h"
 
 namespace quorvelant::message {
+
+inline constexpr MessageKind SourceReadFailed{"source-read-failed", Severity::Error, "Read Error", "{}"};
+inline constexpr MessageKind IndexReadFailed{"index-read-failed", Severity::Error, "Index Error", "{}"};
+inline constexpr MessageKind IndexKeptInMemory{
+    "index-kept-in-memory", Severity::Warning, "Index Warning",
+    "The index of '{}' can't be written ({}). Indexes are kept in memory for this run"};
 
 inline constexpr std::string_view RefusedTitle = "Refused Source";
 

@@ -12,6 +12,7 @@
 
 #include "analysis/find_next_header.h"
 #include "analysis/header_walk.h"
+#include "analysis/messages.h"
 #include "base/file_text.h"
 #include "base/text.h"
 
@@ -19,11 +20,7 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view IndexTitle = "Index Error";
 constexpr std::string_view TooManyLine = "'{}' holds more pictures than a disc can: it is no video stream.";
-constexpr std::string_view KeptTitle = "Index Warning";
-constexpr std::string_view KeptText =
-    "The index of '{}' can't be written ({}). Indexes are kept in memory for this run";
 
 // 25 hours of I pictures alone at 30 frames a second. More is no video, and would fill the memory.
 constexpr std::size_t MostPictures = 2'700'000;
@@ -70,7 +67,7 @@ void Counter::Take(const FoundHeader& header, bool wantLetters) {
   }
 }
 
-// The number behind `key` in `piece` (lower case); 0 where there is none.
+// The number after `key` in `piece` (lower case); 0 where there is none.
 template <class Value>
 void TakeNumber(std::string_view piece, std::string_view key, Value& value) {
   const std::size_t at = piece.find(key);
@@ -86,7 +83,7 @@ std::int64_t HeldFrame(std::int64_t frame) {
 }
 
 bool TellFailure(UserInterface& ui, const FileError& error, const std::string& file) {
-  TellError(ui, IndexTitle, error.OneLine(), file);
+  ui.Tell(MessageOf(message::IndexReadFailed, file, error.OneLine()));
   return false;
 }
 
@@ -113,7 +110,7 @@ bool IndexFile(const std::string& file, bool wantLetters, IndexStore& store, Use
   }
   result.State = refusal == 0 ? IndexState::Built : IndexState::KeptInMemory;
   if (refusal != 0 && store.Keep(file, result.Index)) {
-    TellWarning(ui, KeptTitle, fmt::format(KeptText, file, std::generic_category().message(refusal)), file);
+    ui.Tell(MessageOf(message::IndexKeptInMemory, file, file, std::generic_category().message(refusal)));
   }
   return true;
 }

@@ -7,7 +7,9 @@
 #include <filesystem>
 #include <limits>
 
+#include "analysis/ac3_header.h"
 #include "analysis/wave_file.h"
+#include "disc/video_standard.h"
 #include "picture/bitmap_size.h"
 
 namespace quorvelant {
@@ -24,20 +26,21 @@ bool IsPlainFile(const std::string& file) {
 }
 
 void ScanAc3(ByteView head, AudioAttributes& audio) {
-  if (!ac3::LooksLikeSync(head)) {
+  const Ac3Header header = ReadAc3Header(head);
+  if (!header.LooksLikeSync) {
     audio.Problem = NoAc3;
     return;
   }
-  if (ac3::StreamVersion(head) > 10) {  // 9 and 10 are AC3 at half and quarter rates
+  if (header.StreamVersion > LastAc3Version) {
     audio.Problem = EnhancedAc3;
     return;
   }
-  audio.FrameBytes = ac3::FrameBytes(head);
-  audio.BitRate = audio.FrameBytes / 4;
-  audio.SampleRate = ac3::StreamVersion(head) > 8 ? 0 : ac3::SampleRate(head);
-  audio.SampleRateHz = ac3::SampleRateHz(head);
-  audio.Channels = ac3::Channels(head);
-  audio.ServiceMode = ac3::ServiceMode(head);
+  audio.FrameBytes = header.FrameBytes();
+  audio.BitRate = header.Kbps;
+  audio.SampleRate = header.StreamVersion > MostDiscAc3Version ? 0 : header.SampleRate();
+  audio.SampleRateHz = header.SampleRateHz;
+  audio.Channels = ReadAc3Channels(head);
+  audio.ServiceMode = header.ServiceMode;
   if (audio.FrameBytes == 0) {
     audio.Problem = NoAc3;
   }
@@ -55,7 +58,7 @@ void ScanDts(ByteView head, AudioAttributes& audio) {
   audio.Channels = dts::Channels(head);
 }
 
-// Whether an extension substream stands behind the core frame, which may be padded to four bytes.
+// Whether an extension substream follows the core frame, which may be padded to four bytes.
 bool DtsExtensionFollows(const std::string& file, std::int32_t coreBytes, UserInterface& ui) {
   Random files(ui);
   files.DimFiles(0);
@@ -91,12 +94,12 @@ std::optional<VideoAttributes> StillOf(const BitmapSize& bitmap) {
   if (!IsBitmapSize(bitmap.Width, bitmap.Height)) {
     return std::nullopt;
   }
-  const bool ntsc = bitmap.Height == 480 || bitmap.Height == 240;
+  const bool ntsc = bitmap.Height == FullHeight(true) || bitmap.Height == FullHeight(true) / 2;
   VideoInfo info;
   info.FrameRate = ntsc ? 30 : 25;
   info.Aspect = "4:3";
-  info.Width = 720;
-  info.Height = ntsc ? 480 : 576;
+  info.Width = FullWidth;
+  info.Height = FullHeight(ntsc);
   info.Standard = ntsc ? "NTSC" : "PAL";
   info.PicturesSeen = 1;
   info.Coding = "MPEG2";

@@ -41,7 +41,7 @@ struct AudioAttributes {
   std::string Problem = {};
 
   std::int32_t ChannelCount() const { return Channels[ChannelTotal]; }
-  double Seconds() const;  // from the sizes; 0 when unknown, as behind an HD extension
+  double Seconds() const;  // from the sizes; 0 when unknown, as with an HD extension
 };
 
 // `format` is "AC3", "PCM" or "DTS", or empty to go by the file's name. Nothing when the file is missing or

@@ -4,12 +4,13 @@
 
 #include "analysis/find_next_header.h"
 #include "analysis/header_walk.h"
+#include "analysis/messages.h"
+#include "disc/video_standard.h"
 
 namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view ReadTitle = "Read Error";
 constexpr double FilmRate = 23.976;
 constexpr int PanScanDisplayWidth = 540;
 
@@ -93,10 +94,10 @@ void Take(const FoundHeader& header, bool pulldownHandled, VideoInfo& info) {
 
 // A still is classed by its height, not by its frame rate code.
 void ClassStill(VideoInfo& info) {
-  if (info.Standard == "PAL" && info.Height == 480) {
+  if (info.Standard == "PAL" && info.Height == FullHeight(true)) {
     info.Standard = "NTSC";
     info.FrameRate = 30.0;
-  } else if (info.Standard == "NTSC" && info.Height == 576) {
+  } else if (info.Standard == "NTSC" && info.Height == FullHeight(false)) {
     info.Standard = "PAL";
     info.FrameRate = 25.0;
   }
@@ -130,7 +131,7 @@ std::optional<VideoInfo> GetVideoInfo(const std::string& fileName, bool pulldown
     }
     return ReadVideoInfo(files, 0, pulldownHandled, PlainBlockBytes, nullptr);
   } catch (const FileError& error) {
-    TellError(ui, ReadTitle, error.OneLine(), fileName);
+    ui.Tell(MessageOf(message::SourceReadFailed, fileName, error.OneLine()));
     return std::nullopt;
   }
 }

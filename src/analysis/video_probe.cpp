@@ -4,12 +4,12 @@
 
 #include "analysis/find_next_header.h"
 #include "analysis/header_walk.h"
+#include "analysis/messages.h"
 
 namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view ReadTitle = "Read Error";
 constexpr int FramePictureStructure = 3;
 
 // Bytes over the time they are shown for, in a window of about a second.
@@ -64,7 +64,7 @@ class Walker {
   VideoProbe* probe_;
   RateMeter rate_;
   bool inPicture_ = false;
-  std::uint64_t pictureStart_ = 0;  // with the headers ahead of the picture
+  std::uint64_t pictureStart_ = 0;  // with the headers before the picture
   bool headersAhead_ = false;       // a sequence or group header was seen since the last picture
   std::uint64_t headersStart_ = 0;
   std::int64_t pictureFields_ = 0;
@@ -219,7 +219,7 @@ std::optional<VideoProbe> ProbeVideo(const std::string& file, UserInterface& ui)
     walker.Finish(probe.FileBytes);
     return probe;
   } catch (const FileError& error) {
-    TellError(ui, ReadTitle, error.OneLine(), file);
+    ui.Tell(MessageOf(message::SourceReadFailed, file, error.OneLine()));
     return std::nullopt;
   }
 }

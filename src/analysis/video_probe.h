@@ -28,7 +28,7 @@ struct VideoProbe {
   std::int64_t Sequences = 0;
   std::int64_t Groups = 0;
   std::int64_t ClosedGroups = 0;  // by their flag
-  // Groups in which B pictures are shown ahead of the I picture: closed ones among them predict those
+  // Groups in which B pictures are shown before the I picture: closed ones among them predict those
   // backwards alone, or lie.
   std::int64_t GroupsLedByB = 0;
   std::map<std::int64_t, std::int64_t> GroupLengths;  // frames of a group -> groups of that length

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <string_view>
 
+#include "analysis/messages.h"
+
 namespace quorvelant {
 
 namespace {
-
-constexpr std::string_view ReadTitle = "Read Error";
 
 constexpr std::uint64_t PlainDataOffset = 44;
 constexpr std::size_t HeadBytes = 12;        // RIFF, size, WAVE
@@ -136,7 +136,7 @@ auto WithFile(const std::string& fileName, UserInterface& ui,
   try {
     return files.OpenSource(fileName, 0) ? read(files) : failed;
   } catch (const FileError& error) {
-    TellError(ui, ReadTitle, error.OneLine(), fileName);
+    ui.Tell(MessageOf(message::SourceReadFailed, fileName, error.OneLine()));
     return failed;
   }
 }

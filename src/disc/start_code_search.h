@@ -9,7 +9,7 @@ namespace quorvelant {
 
 inline constexpr std::size_t NoStartCode = static_cast<std::size_t>(-1);
 
-// The offset of the first byte of the first `00 00 01` at or behind `from` (ISO/IEC 13818-2 5.2.3), or
+// The offset of the first byte of the first `00 00 01` at or after `from` (ISO/IEC 13818-2 5.2.3), or
 // `NoStartCode`. The prefix alone counts: the code's value may lie beyond the data.
 std::size_t FindStartCode(ByteView data, std::size_t from = 0);
 

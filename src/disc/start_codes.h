@@ -6,7 +6,8 @@
 
 namespace quorvelant {
 
-inline constexpr std::size_t StartCodeBytes = 4;  // 00 00 01 and the value
+inline constexpr std::uint32_t StartCodePrefix = 0x00000100;  // with the value in its last byte
+inline constexpr std::size_t StartCodeBytes = 4;
 
 namespace start_code {
 

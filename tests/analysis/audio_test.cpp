@@ -1,9 +1,12 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <limits>
 #include <tuple>
 
+#include "analysis/ac3_header.h"
 #include "analysis/audio_headers.h"
 #include "analysis/quick_scan.h"
 #include "analysis/wave_file.h"
@@ -18,34 +21,48 @@ std::string Text(const Bytes& bytes) {
   return {bytes.begin(), bytes.end()};
 }
 
+// A/52 table 5.18: two codes a rate; 16-bit words of a frame at 48 kHz, the only rate of a disc.
+TEST(Ac3Header, EveryRateAndSampleRate) {
+  const struct {
+    std::int32_t Kbps, Words;
+  } rates[] = {{32, 64},   {40, 80},   {48, 96},    {56, 112},   {64, 128},  {80, 160},  {96, 192},
+               {112, 224}, {128, 256}, {160, 320},  {192, 384},  {224, 448}, {256, 512}, {320, 640},
+               {384, 768}, {448, 896}, {512, 1024}, {576, 1152}, {640, 1280}};
+  const std::int32_t hertz[] = {48000, 44100, 32000, 0};
+  for (unsigned byte = 0; byte < 256; ++byte) {
+    const Ac3Header header = ReadAc3Header(Bytes{0x0B, 0x77, 0, 0, static_cast<std::uint8_t>(byte), 0x45});
+    const unsigned row = byte % 64 / 2;
+    EXPECT_EQ(header.Kbps, row < std::size(rates) ? rates[row].Kbps : 0) << byte;
+    EXPECT_EQ(header.FrameBytes(), row < std::size(rates) ? 2 * rates[row].Words : 0) << byte;
+    EXPECT_EQ(header.SampleRateHz, hertz[byte / 64]) << byte;
+    EXPECT_EQ(header.SampleRate(), byte < 64 ? 48 : 0) << byte;
+    EXPECT_TRUE(header.Sync && header.StreamVersion == 8 && header.ServiceMode == 5);
+  }
+  const ByteView noBytes;
+  EXPECT_FALSE(ReadAc3Header(noBytes).LooksLikeSync);
+  EXPECT_FALSE(ReadAc3Header(Bytes{0x77, 0x0B}).LooksLikeSync);
+  for (const Bytes& half : {Bytes{0x0B, 0x00}, Bytes{0x00, 0x77}}) {
+    EXPECT_TRUE(ReadAc3Header(half).LooksLikeSync && !ReadAc3Header(half).Sync);
+  }
+}
+
 // Left, right, centre, left and right surround, single rear, low frequency, total.
 TEST(Ac3Header, ChannelsByMode) {
-  struct Case {
+  const struct {
     std::uint8_t ModeByte;
     AudioChannels Channels;
-  };
-  const Case cases[] = {
-      {0x00, {1, 1, 0, 0, 0, 0, 0, 2}}, {0x10, {1, 1, 0, 0, 0, 0, 1, 3}},  // 000: the bit behind acmod
+  } cases[] = {
+      {0x00, {1, 1, 0, 0, 0, 0, 0, 2}}, {0x10, {1, 1, 0, 0, 0, 0, 1, 3}},  // 000: the bit after acmod
       {0x20, {0, 0, 1, 0, 0, 0, 0, 1}}, {0x30, {0, 0, 1, 0, 0, 0, 1, 2}},  // 001
       {0x58, {1, 1, 0, 0, 0, 0, 0, 2}}, {0x44, {1, 1, 0, 0, 0, 0, 1, 3}},  // 010: two bits between
       {0x60, {1, 1, 1, 0, 0, 0, 0, 3}}, {0x84, {1, 1, 0, 0, 0, 1, 1, 4}},  // 011, 100
       {0xA1, {1, 1, 1, 0, 0, 1, 1, 5}}, {0xC4, {1, 1, 0, 1, 1, 0, 1, 5}},  // 101: four bits, 110
       {0xE1, {1, 1, 1, 1, 1, 0, 1, 6}}, {0xFE, {1, 1, 1, 1, 1, 0, 0, 5}},  // 111
   };
-  for (const Case& given : cases) {
-    EXPECT_EQ(ac3::Channels(Bytes{0x0B, 0x77, 0, 0, 0, 0x40, given.ModeByte}), given.Channels)
+  for (const auto& given : cases) {
+    EXPECT_EQ(ReadAc3Channels(Bytes{0x0B, 0x77, 0, 0, 0, 0x40, given.ModeByte}), given.Channels)
         << int{given.ModeByte};
   }
-}
-
-TEST(Ac3Header, SizesSyncAndRates) {
-  EXPECT_EQ(ac3::FrameBytes(Bytes{0x00, 0x77, 0, 0, 0x1F}), 1792);  // the weak test; code 31: 448
-  EXPECT_EQ(ac3::FrameBytes(Bytes{0x0B, 0x00, 0, 0, 0x25}), 2560);  // code 37: 640
-  EXPECT_EQ(ac3::FrameBytes(Bytes{0x0B, 0x77, 0, 0, 0x26}), 0);     // code 38
-  EXPECT_EQ(ac3::FrameBytes(Bytes{0x77, 0x0B, 0, 0, 0x14}), 0);
-  EXPECT_EQ(ac3::FrameBytes(Bytes{}), 0);
-  EXPECT_EQ(ac3::SampleRate(Bytes{0x0B, 0x77, 0, 0, 0x54}), 0);
-  EXPECT_EQ(ac3::SampleRateHz(Bytes{0x0B, 0x77, 0, 0, 0x54}), 44100);
 }
 
 TEST(DtsHeader, Fields) {
@@ -90,47 +107,6 @@ TEST(Durations, CountByTheRateGivenOrTheStandard) {
   EXPECT_EQ(FormatDuration(61, 0, "anything", true), "00:00:02:11");
   EXPECT_EQ(FormatDuration(61, 0, {}, true), "00:00:02:01");
   EXPECT_EQ(FormatDuration(61, 0, {}), "00:00:02:11");
-}
-
-TEST(Ac3Frames, SyncWordsThatCount) {
-  const Bytes frame{0x0B, 0x77, 1, 2, 0x14, 0x40, 0x40, 9};
-  const auto with = [&](std::size_t offset, std::uint8_t value) {
-    Bytes changed = frame;
-    changed[offset] = value;
-    return changed;
-  };
-  std::int32_t mode = 7;
-  EXPECT_EQ(ScanAc3Frames(frame, 0, mode).Count, 1);
-  EXPECT_EQ(mode, 0);  // stored
-  struct Case {
-    Bytes Buffer;
-    std::int32_t Kbps, Mode;
-    int Count;
-  };
-  const Case cases[] = {
-      {frame, 192, 0, 1},
-      {frame, 224, 0, 0},
-      {frame, 192, 1, 0},
-      {with(5, 0x41), 192, 1, 1},
-      {with(5, 0x48), 0, 0, 0},  // bsid 9
-      {with(4, 0x54), 0, 0, 0},
-      {with(4, 0x26), 0, 0, 0},
-      {Bytes(frame.begin(), frame.begin() + 5), 0, 0, 0},
-      {with(1, 0x0B), 0, 0, 0},
-      {{}, 0, 0, 0},
-      {with(4, 0x26), -1, 0, 0},
-  };
-  for (const Case& given : cases) {
-    std::int32_t expected = given.Mode;
-    EXPECT_EQ(ScanAc3Frames(given.Buffer, given.Kbps, expected).Count, given.Count) << &given - cases;
-  }
-  Bytes three{0x0B, 0x0B};
-  for (int i = 0; i < 3; ++i) {
-    three.insert(three.end(), frame.begin(), frame.end());
-  }
-  const Ac3Frames found = ScanAc3Frames(three, 192, mode);
-  EXPECT_EQ(found.Count, 3);
-  EXPECT_EQ(found.First, 3U);
 }
 
 class AudioFiles : public testing::Test {
@@ -224,6 +200,32 @@ TEST_F(AudioFiles, WavHeadsOfEveryKind) {
   EXPECT_EQ(plain.DataBytes, 72U);
   EXPECT_EQ(ReadWaveFormat(chunks, Ui).Channels, 2);
   EXPECT_EQ(ReadWaveFormat(Folder.Write("z.wav", Wave(Chunk("LIST", "abcd") + format)), Ui), WaveFormat{});
+}
+
+// Files beyond 4 GiB, with nothing in most of their length.
+TEST_F(AudioFiles, WavOfMoreThanFourGigabytes) {
+  constexpr std::uint64_t Samples = 0x1'2345'6780;
+  std::string bytes(8, '\0');  // little-endian
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    bytes[i] = static_cast<char>(Samples >> (8 * i));
+  }
+  const std::string sizes = Chunk("ds64", std::string(8, '\0') + bytes + std::string(12, '\0'));
+  const std::string head =
+      Folder.Write("long.wav", Wave(sizes + Chunk("fmt ", Format(1)) + Chunk("data", "", ~0U), "RF64"));
+  std::filesystem::resize_file(head, Samples + 500);
+  const WaveFile wave = ReadWaveFile(head, Rules::Players, Ui);
+  EXPECT_EQ(wave.DataOffset, 80U);
+  EXPECT_EQ(wave.DataBytes, Samples);
+  EXPECT_EQ(wave.FileBytes, Samples + 500);
+
+  // A chunk of nearly 4 GiB before the samples, whose head stands past them.
+  constexpr std::uint32_t Junk = 0xFFFFFFF0;
+  const std::string late = Folder.Write("late.wav", Wave(Chunk("fmt ", Format(1)) + Chunk("JUNK", "", Junk)));
+  std::filesystem::resize_file(late, 44 + std::uint64_t{Junk});
+  std::ofstream(late, std::ios::binary | std::ios::app) << Chunk("data", std::string(60, 's'));
+  EXPECT_EQ(ReadWaveFile(late, Rules::Players, Ui).DataOffset, 52 + std::uint64_t{Junk});
+  EXPECT_EQ(ReadWaveFile(late, Rules::Players, Ui).DataBytes, 60U);
+  EXPECT_EQ(ReadWaveFile(late, Rules::Classic, Ui).DataBytes, 68 + std::uint64_t{Junk});
 }
 
 TEST_F(AudioFiles, FramesOfWav) {
