@@ -22,7 +22,7 @@ DomainRecords FilmRecords() {
         .CellId = static_cast<std::uint8_t>(chapter + 1), .Scene = chapter, .StartSector = sector};
     for (int i = 0; i < VobusOfChapter; ++i) {
       cell.LastVobuStartSector = sector;
-      vob.TimeMap.push_back({sector, cell.CellId, 12});
+      vob.TimeMap.push_back({sector, cell.CellId, 12 * 3600});
       records.Vobs.VobuAddressList.push_back(sector);
       sector += 200;
     }

@@ -125,7 +125,7 @@ void Multiplex(benchmark::State& state) {
     Random files(ui);
     files.DimFiles(9);
     MuxBuild build{ui, log, files, Rules::Players};
-    VobOutput output(files, folder / "VTS_01");
+    VobOutput output(files, {folder / "VTS_01"});
     VobSetRecords records;
     if (MuxTrack(input, build, output, records) != MuxOutcome::Done) {
       state.SkipWithError("the track failed");

@@ -91,7 +91,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byte
   MuxBuild build{ui, log, files, (switches & 32) != 0 ? Rules::Classic : Rules::Players};
   build.RemoveSeqEnd = (switches & 16) != 0;
   build.DryRun = true;
-  VobOutput output(files, "VTS_01", true);
+  VobOutput output(files, {"VTS_01"}, true);
   VobSetRecords records;
   MuxTrack(input, build, output, records);
   return 0;

@@ -73,12 +73,12 @@ void MakeFolder(const AuthorRun& run) {
   }
 }
 
-// What the log and the status line say of a domain, and the file name its VOBs begin with.
+// What the log and the status line say of a domain, and how its VOB files are named.
 struct DomainWords {
   std::string_view ListKind;
   std::string_view LogLine;
   std::string Status;
-  std::string BaseName;
+  VobFiles Vobs;
 };
 
 void LogTrackList(AuthorRun& run, const DomainPlan& domain, const DomainWords& words, int entryNumber) {
@@ -100,9 +100,8 @@ CarriedStreams StreamsOf(const MuxInput& input) {
   return carried;
 }
 
-void MuxTracks(AuthorRun& run, const DomainPlan& domain, const std::string& baseName,
-               DomainRecords& records) {
-  VobOutput output(run.Files, run.PathOf(baseName), run.Options.DryRun);
+void MuxTracks(AuthorRun& run, const DomainPlan& domain, const VobFiles& vobs, DomainRecords& records) {
+  VobOutput output(run.Files, {run.PathOf(vobs.Name), vobs.OneFile}, run.Options.DryRun);
   for (std::size_t i = 0; i < domain.Inputs.size(); ++i) {
     run.Ui.Status(fmt::format(VobStatus, i + 1, domain.Inputs.size()));
     const MuxOutcome outcome = MuxTrack(domain.Inputs[i], run.Build, output, records.Vobs);
@@ -127,7 +126,7 @@ DomainRecords& WriteDomain(AuthorRun& run, const DomainPlan& domain, const Domai
   LogTrackList(run, domain, words, entryNumber);
   run.RunLog.WriteText(words.LogLine);
   run.Ui.Status(words.Status);
-  MuxTracks(run, domain, words.BaseName, records);
+  MuxTracks(run, domain, words.Vobs, records);
   return records;
 }
 
@@ -153,11 +152,11 @@ void CollectTitles(AuthorRun& run, const EntryRecords& records, int setNumber) {
 
 void WriteTitleSet(AuthorRun& run, const SetPlan& set, int setNumber) {
   const std::string name = fmt::format("VTS_{:02}", setNumber);
-  const DomainRecords& menu =
-      WriteDomain(run, set.Menu, {"MENU", MenuVobLine, fmt::format(MenuStatus, setNumber), name + "_0.VOB"},
-                  set.EntryNumber);
+  const DomainRecords& menu = WriteDomain(
+      run, set.Menu, {"MENU", MenuVobLine, fmt::format(MenuStatus, setNumber), {name + "_0.VOB", true}},
+      set.EntryNumber);
   const DomainRecords& title = WriteDomain(
-      run, set.Title, {"TITLE", TitleVobLine, fmt::format(TitleStatus, setNumber), name}, set.EntryNumber);
+      run, set.Title, {"TITLE", TitleVobLine, fmt::format(TitleStatus, setNumber), {name}}, set.EntryNumber);
   run.RunLog.WriteText(IfoLine);
   const EntryRecords records{*run.Plan.Disc, *set.Menu.Entry, menu, title, run.Plan.Rules, run.Plan.Ntsc};
   WriteIfo(run, name + "_0", BuildTitleSetIfo(records, run.RunLog));
@@ -174,9 +173,9 @@ void CheckThereAreTitles(AuthorRun& run) {
 
 void WriteVideoManager(AuthorRun& run) {
   const SetPlan& manager = run.Plan.Manager;
-  const DomainRecords& menu =
-      WriteDomain(run, manager.Menu, {"MENU", ManagerVobLine, std::string(ManagerStatus), "VIDEO_TS.VOB"},
-                  manager.EntryNumber);
+  const DomainRecords& menu = WriteDomain(
+      run, manager.Menu, {"MENU", ManagerVobLine, std::string(ManagerStatus), {"VIDEO_TS.VOB", true}},
+      manager.EntryNumber);
   const EntryRecords records{*run.Plan.Disc, *manager.Menu.Entry, menu, menu, run.Plan.Rules, run.Plan.Ntsc};
   WriteIfo(run, "VIDEO_TS", BuildVideoManagerIfo(records, run.Sets, RegionMaskOf(run.Options.Regions)));
 }

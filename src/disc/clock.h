@@ -37,18 +37,4 @@ inline constexpr Clock SectorTicks{2048};             // one sector at the mux r
 inline constexpr Clock QuarterSectorTicks{512};       // 2048/56 ticks, the step of a wait for the buffer
 inline constexpr std::int64_t VideoStartPts = 25257;  // ticks: the first picture of a VOB
 
-// What the video standard fixes.
-struct FrameTiming {
-  std::int64_t FramePeriod;   // ticks a frame
-  int FramesPerSecond;        // 25 or 30, as timecodes count
-  int VobuMinFrames;          // least frames in a VOBU
-  int SlideGopFrames;         // frames in one repeat of a slide
-  int MostTemporalReference;  // a GOP may not be longer
-};
-inline constexpr FrameTiming PalTiming{3600, 25, 10, 12, 15};
-inline constexpr FrameTiming NtscTiming{3003, 30, 12, 15, 18};
-inline constexpr const FrameTiming& TimingOf(bool ntsc) {
-  return ntsc ? NtscTiming : PalTiming;
-}
-
 }  // namespace quorvelant

@@ -105,7 +105,7 @@ inline constexpr std::array<std::uint8_t, 24> SystemHeaderBytes{
 };
 
 inline constexpr std::uint32_t PrivateStream2 = 0x000001BF;
-inline constexpr std::uint16_t PciPacketBytes = 980;  // behind the length field
+inline constexpr std::uint16_t PciPacketBytes = 980;  // after the length field
 inline constexpr std::uint16_t DsiPacketBytes = 1018;
 inline constexpr std::uint8_t PciId = 0;
 inline constexpr std::uint8_t DsiId = 1;

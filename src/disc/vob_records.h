@@ -1,8 +1,9 @@
-// What the multiplexer leaves behind for the navigation packs and the IFO tables. The IFO writers read
+// What the multiplexer leaves for the navigation packs and the IFO tables. The IFO writers read
 // these and never open a VOB.
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -24,16 +25,15 @@ struct VobuRecord {
   std::uint8_t CellId = 0;
   bool LastOfCell = false;
   bool HasVideo = false;
-  Clock NavScr;                  // the NAV pack's SCR
-  std::int64_t StartPts = 0;     // VOBU_S_PTM
-  std::int64_t EndPts = 0;       // VOBU_E_PTM: the next record's start, or the end of the last picture
-  std::int64_t SeqEndPts = 0;    // VOBU_SE_E_PTM; 0 without a sequence end code
-  double FramesAtStart = 0;      // frames elapsed in the track at its first picture
-  double CellFramesAtStart = 0;  // frames elapsed in the cell: C_ELTM
-  std::uint32_t UopMask = 0;     // VOBU_UOP_CTL
-  // Sector of each stream's first audio pack whose first frame is due at or behind StartPts; 0 for none.
+  Clock NavScr;                 // the NAV pack's SCR
+  std::int64_t StartPts = 0;    // VOBU_S_PTM
+  std::int64_t EndPts = 0;      // VOBU_E_PTM: the next record's start, or the end of the last picture
+  std::int64_t SeqEndPts = 0;   // VOBU_SE_E_PTM; 0 without a sequence end code
+  std::int64_t CellFields = 0;  // fields of its cell shown before it: C_ELTM
+  std::size_t Mark = 0;         // index of the track's mark that opened the cell
+  // Sector of each stream's first audio pack whose first frame is due at or after StartPts; 0 for none.
   std::array<std::uint32_t, AudioStreamCount> AudioSync{};
-  // Distance in sectors back or on to the unit shown at the start, or NoSubpictureSync.
+  // Distance in sectors back to the unit shown at the start, or NoSubpictureSync.
   std::array<std::uint32_t, SubStreamCount> SubSync{};
   // Last sectors of the first, second and third reference picture; 0 where there are fewer.
   std::array<std::uint32_t, 3> RefEnds{};
@@ -56,7 +56,7 @@ struct CellRecord {
 struct TimeMapRecord {
   std::uint32_t Sector = 0;
   std::uint8_t CellId = 0;
-  double Duration = 0;  // frames
+  std::int64_t LengthTicks = 0;  // 90 kHz
 };
 
 // One VOB: what a single track became.

@@ -10,6 +10,7 @@
 #include "base/timecode.h"
 #include "check/messages.h"
 #include "check/source_judge.h"
+#include "disc/video_standard.h"
 #include "edit/chapter_analysis.h"
 #include "edit/messages.h"
 #include "edit/new_track.h"
@@ -135,7 +136,7 @@ void CreateChapters(Project& project, std::size_t trackIndex, const VideoImportO
     return;
   }
   const auto starts = ChapterStarts(project, trackIndex, store);
-  const std::int64_t end = track.VideoFrames - (ntsc ? 12 : 15);  // a scene cannot start closer to the end
+  const std::int64_t end = track.VideoFrames - TimingOf(ntsc).SceneMarginFrames;
   const int rate = FramesPerSecond(track.Standard);
   for (std::int64_t frame = interval; frame < end; frame += interval) {
     if (!AddScene(track, FramesToTimecode(frame, rate), rate, ui,

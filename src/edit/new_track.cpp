@@ -10,6 +10,7 @@
 
 #include "base/text.h"
 #include "base/timecode.h"
+#include "disc/video_standard.h"
 #include "model/my_dvd.h"
 #include "model/stream_maps.h"
 #include "model/walk.h"
@@ -22,11 +23,6 @@ constexpr std::string_view NotSpecified = "Not Specified";
 constexpr std::string_view OnlyPanScan = "Only PanScan";
 constexpr std::string_view OnlyLetterBox = "Only LetterBox";
 constexpr std::string_view BothModes = "Both PanScan and LetterBox";
-
-// Frames ahead of the end in which no scene can start.
-constexpr std::int64_t PalEndMargin = 15;
-constexpr std::int64_t NtscEndMargin = 12;
-constexpr int NtscFramesPerSecond = 30;
 
 template <class Play>
 Play* AddPlay(std::vector<Play>& plays) {
@@ -154,7 +150,7 @@ NewSubtitleStream AddSubtitleStream(Track& track, UserInterface& ui) {
 bool AddScene(Track& track, std::string_view timecode, int framesPerSecond, UserInterface& ui,
               const FrameCorrection& correct) {
   std::int64_t frame = TimecodeToFrames(timecode, framesPerSecond);
-  const std::int64_t margin = framesPerSecond == NtscFramesPerSecond ? NtscEndMargin : PalEndMargin;
+  const std::int64_t margin = TimingOf(framesPerSecond == NtscTiming.FramesPerSecond).SceneMarginFrames;
   std::string_view refusal = RefuseScene(track, timecode, frame, margin);
   if (refusal.empty() && correct) {
     frame = correct(frame);

@@ -5,6 +5,7 @@
 
 #include "base/timecode.h"
 #include "disc/table_layout.h"
+#include "disc/video_standard.h"
 #include "ifo/pgc_writer.h"
 
 namespace quorvelant {
@@ -35,9 +36,10 @@ std::vector<VobRun> RunsOf(const PGC_P& chain, const DomainRecords& records) {
   return runs;
 }
 
-// The entries at a step of `stepFrames`. The clock counts the frames behind the first; a VOBU makes at
-// most one entry.
-std::vector<std::uint32_t> EntriesOf(const std::vector<VobRun>& runs, int stepFrames) {
+// The entries at a step of `stepFrames`. The clock counts the frames after the first; a VOBU makes at
+// most one entry. Where VOBUs of NTSC begin between two frames, the rounding of these sums decides.
+std::vector<std::uint32_t> EntriesOf(const std::vector<VobRun>& runs, int stepFrames,
+                                     const FrameTiming& timing) {
   std::vector<std::uint32_t> entries;
   double clock = -1.0;
   double threshold = stepFrames;
@@ -45,7 +47,7 @@ std::vector<std::uint32_t> EntriesOf(const std::vector<VobRun>& runs, int stepFr
     const std::size_t before = entries.size();
     for (const auto& cell : run.Cells) {
       for (const TimeMapRecord& vobu : cell) {
-        clock += vobu.Duration;
+        clock += static_cast<double>(vobu.LengthTicks) / static_cast<double>(timing.FramePeriod);
         if (clock >= threshold) {
           entries.push_back(vobu.Sector);
           threshold += stepFrames;
@@ -61,14 +63,14 @@ std::vector<std::uint32_t> EntriesOf(const std::vector<VobRun>& runs, int stepFr
 
 void AppendMap(const PGC_P& chain, const EntryRecords& records, Bytes& bytes) {
   const auto runs = RunsOf(chain, records.Title);
-  const int framesPerSecond = records.Ntsc ? 30 : 25;
+  const FrameTiming& timing = TimingOf(records.Ntsc);
   int step = 1;
-  auto entries = EntriesOf(runs, framesPerSecond);
+  auto entries = EntriesOf(runs, timing.FramesPerSecond, timing);
   while (entries.size() > MostTimeMapEntries) {
     if (++step > MostStepSeconds) {
       throw TimeMapError("a program chain is too long for a time map");
     }
-    entries = EntriesOf(runs, step * framesPerSecond);
+    entries = EntriesOf(runs, step * timing.FramesPerSecond, timing);
   }
   const std::size_t start = bytes.size();
   bytes.resize(start + time_map::Size + 4 * entries.size());

@@ -1,11 +1,9 @@
 // AC3 in private stream 1: frames are found by their headers and run on from pack to pack.
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <array>
-#include <string_view>
 
+#include "analysis/ac3_header.h"
 #include "mux/audio_stream.h"
+#include "mux/messages.h"
 #include "mux/mux_fault.h"
 
 namespace quorvelant {
@@ -13,44 +11,32 @@ namespace {
 
 constexpr std::uint8_t FirstSubstream = 0x80;
 constexpr std::size_t SubHeaderBytes = 4;  // substream id, frame count, first access unit pointer
-constexpr std::size_t HeaderBytes = 6;     // as much of a frame as tells its size
 constexpr std::size_t PackBytes = 2016;    // with or without a frame start
 
-// A/52 table 5.18: kbit/s by frmsizecod / 2.
-constexpr std::array<int, 19> KilobitsOfCode{32,  40,  48,  56,  64,  80,  96,  112, 128, 160,
-                                             192, 224, 256, 320, 384, 448, 512, 576, 640};
-constexpr int BytesPerKilobit = 4;  // a frame lasts 32 ms at 48 kHz
-constexpr int MostStreamId = 8;     // bsid; above it another syntax follows
-
-constexpr std::string_view NoFrame = "The audio file {} holds no AC3 frame of 48 kHz.";
-constexpr std::string_view RateChanges =
-    "The audio file {} changes its sample rate. A disc carries 48 kHz alone.";
-
-struct Ac3Header {
-  bool Sync = false;
-  bool FortyEight = false;
-  std::size_t FrameBytes = 0;  // 0: no frame
+struct FrameStart {
+  bool Found = false;
+  bool FortyEight = false;     // kHz
+  std::size_t FrameBytes = 0;  // 0: no frame that a disc carries
 };
 
-// A/52 5.3.1: syncword, crc1, fscod (2 bits), frmsizecod (6), bsid (5).
-Ac3Header HeaderAt(ByteView bytes, std::size_t at) {
-  Ac3Header header;
-  if (at + HeaderBytes > bytes.size() || bytes[at] != 0x0B || bytes[at + 1] != 0x77) {
-    return header;
+FrameStart FrameAt(ByteView bytes, std::size_t at) {
+  FrameStart frame;
+  if (at + Ac3SizeBytes > bytes.size() || bytes[at] != 0x0B) {
+    return frame;
   }
-  const auto code = static_cast<std::size_t>(bytes[at + 4] & 0x3F) / 2;
-  header.Sync = bytes[at + 5] >> 3 <= MostStreamId && code < KilobitsOfCode.size();
-  header.FortyEight = bytes[at + 4] >> 6 == 0;
-  if (header.Sync && header.FortyEight) {
-    header.FrameBytes = static_cast<std::size_t>(KilobitsOfCode[code]) * BytesPerKilobit;
+  const Ac3Header header = ReadAc3Header(bytes.subspan(at, Ac3SizeBytes));
+  frame.Found = header.Sync && header.StreamVersion <= MostDiscAc3Version && header.Kbps != 0;
+  frame.FortyEight = header.SampleRate() == 48;
+  if (frame.Found && frame.FortyEight) {
+    frame.FrameBytes = static_cast<std::size_t>(header.FrameBytes());
   }
-  return header;
+  return frame;
 }
 
-// The next frame at or behind `from` of the stream's own size, for the case that the chain broke.
+// The next frame at or after `from` of the stream's own size, for the case that the chain broke.
 std::size_t FindFrame(const AudioState& stream, ByteView bytes, std::size_t from) {
-  for (std::size_t at = from; at + HeaderBytes <= bytes.size(); ++at) {
-    const std::size_t frame = HeaderAt(bytes, at).FrameBytes;
+  for (std::size_t at = from; at + Ac3SizeBytes <= bytes.size(); ++at) {
+    const std::size_t frame = FrameAt(bytes, at).FrameBytes;
     if (frame != 0 && (stream.FrameBytes == 0 || frame == static_cast<std::size_t>(stream.FrameBytes))) {
       return at;
     }
@@ -69,17 +55,17 @@ AudioPack WalkFrames(AudioState& stream, ByteView bytes, std::size_t payload,
       pack.PayloadBytes = at;
       break;
     }
-    const Ac3Header header = HeaderAt(bytes, at);
-    if (header.Sync && !header.FortyEight) {
-      throw MuxFault(fmt::format(RateChanges, stream.Input->Paths.back()), stream.Source.Place());
+    const FrameStart frame = FrameAt(bytes, at);
+    if (frame.Found && !frame.FortyEight) {
+      throw MuxFault(message::AudioRateChanges, stream.Source.Place(), stream.Input->Paths.back());
     }
-    if (header.FrameBytes == 0) {
+    if (frame.FrameBytes == 0) {
       at = FindFrame(stream, bytes, at + 1);
       continue;
     }
     pack.FirstFrame = pack.Frames == 0 ? at : pack.FirstFrame;
     ++pack.Frames;
-    at += header.FrameBytes;
+    at += frame.FrameBytes;
   }
   stream.OpenFrameBytes = at - pack.PayloadBytes;
   return pack;
@@ -93,27 +79,27 @@ void FindFirstAc3Frame(AudioState& stream) {
     const ByteView bytes = stream.Source.Peek(Step);
     const std::size_t at = FindFrame(stream, bytes, 0);
     if (at < bytes.size()) {
-      stream.FrameBytes = static_cast<std::int64_t>(HeaderAt(bytes, at).FrameBytes);
+      stream.FrameBytes = static_cast<std::int64_t>(FrameAt(bytes, at).FrameBytes);
       stream.Source.Consume(at);
       return;
     }
     if (bytes.size() < Step) {
       const std::string& path = stream.Input->Paths.empty() ? std::string() : stream.Input->Paths.front();
-      throw MuxFault(fmt::format(NoFrame, path), path);
+      throw MuxFault(message::AudioFrameMissing, path, path);
     }
-    stream.Source.Consume(Step - HeaderBytes);
+    stream.Source.Consume(Step - Ac3SizeBytes);
   }
 }
 
 AudioPack WriteAc3Pack(AudioState& stream, ByteSpan sector, SystemClockReference scr,
                        std::optional<std::int64_t> limit) {
-  PacketHeader header{.StreamId = PrivateStream1Id};
+  PacketHeader header{.StreamId = start_code::PrivateStream1};
   if (stream.PacksSent == 0) {
     header.BufferKib = PrivateBufferKib;
     header.Pts = stream.NextPts;
   }
-  const std::size_t capacity = stream.PacksSent == 0 ? RoomBehind(header) - SubHeaderBytes : PackBytes;
-  const ByteView bytes = stream.Source.Peek(capacity + HeaderBytes);
+  const std::size_t capacity = stream.PacksSent == 0 ? RoomAfter(header) - SubHeaderBytes : PackBytes;
+  const ByteView bytes = stream.Source.Peek(capacity + Ac3SizeBytes);
   const AudioPack pack = WalkFrames(stream, bytes, capacity, limit);
   if (pack.Frames > 0) {
     header.Pts = stream.NextPts;
@@ -121,7 +107,7 @@ AudioPack WriteAc3Pack(AudioState& stream, ByteSpan sector, SystemClockReference
   const std::size_t at = PutPacket(sector, scr, header, SubHeaderBytes + pack.PayloadBytes);
   PutBytes(sector, at, 1, FirstSubstream + static_cast<std::uint64_t>(stream.Input->StreamNumber));
   PutBytes(sector, at + 1, 1, static_cast<std::uint64_t>(pack.Frames));
-  // Counted from the byte behind the field, from 1.
+  // Counted from the byte after the field, from 1.
   PutBytes(sector, at + 2, 2, pack.Frames > 0 ? pack.FirstFrame + 1 : 0);
   std::ranges::copy(bytes.first(pack.PayloadBytes), sector.subspan(at + SubHeaderBytes).begin());
   stream.Source.Consume(pack.PayloadBytes);

@@ -53,9 +53,9 @@ std::string AudioSource::Place() const {
   if (filesOpened_ == 0) {
     return {};
   }
-  const std::uint64_t behind = file_.Position();
+  const std::uint64_t readTo = file_.Position();
   return fmt::format("{}@{}", stream_->Paths[filesOpened_ - 1],
-                     behind - std::min<std::uint64_t>(behind, window_.HeldBytes()));
+                     readTo - std::min<std::uint64_t>(readTo, window_.HeldBytes()));
 }
 
 }  // namespace quorvelant

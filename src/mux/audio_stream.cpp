@@ -1,10 +1,8 @@
 #include "mux/audio_stream.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <string_view>
 
+#include "mux/messages.h"
 #include "mux/mux_fault.h"
 
 namespace quorvelant {
@@ -15,7 +13,7 @@ constexpr std::int64_t PcmFrameTicks = 150;
 constexpr std::int64_t PcmHeaderBytes = 7;
 constexpr std::int64_t Ac3PackBytes = 2016;
 
-// Packs are first sent at fixed times ahead of the first picture: 134 and 153 sectors.
+// Packs are first sent at fixed times before the first picture: 134 and 153 sectors.
 constexpr Clock FirstAudioScr{134 * SectorTicks.Units};
 constexpr Clock SecondAudioScr{153 * SectorTicks.Units};
 // A delay beyond these bounds moves the packs too.
@@ -23,11 +21,6 @@ constexpr std::int64_t LeastDelayMs = -60;
 constexpr std::int64_t MostDelayMs = 300;
 constexpr std::int64_t MostDelayAtAllMs = 24LL * 3600 * 1000;
 constexpr std::int64_t TicksPerMs = 90;
-
-constexpr std::string_view NotPcm =
-    "Audio stream {} of track \"{}\": PCM sound of {} bits, {} kHz and {} channels can't go on a disc.";
-constexpr std::string_view BadDelay =
-    "Audio stream {} of track \"{}\": with a delay of {} ms the sound would begin before the disc does.";
 
 // Sectors that a pack may come late: the step of the grid, a video pack under way, its own arrival, one
 // more to spare, and a pack of each other stream.
@@ -49,7 +42,7 @@ void SetFirstClocks(AudioState& stream, std::size_t index, std::size_t count, co
   stream.Due = stream.FirstScr;
   stream.NextScr = stream.FirstScr;
   if (stream.FirstScr < Steps(index + 1) || delayMs > MostDelayAtAllMs) {
-    throw MuxFault(fmt::format(BadDelay, stream.Input->StreamNumber, input.Name, delayMs));
+    throw MuxFault(message::AudioDelayUnfit, {}, stream.Input->StreamNumber, input.Name, delayMs);
   }
 }
 
@@ -57,7 +50,8 @@ AudioState OpenStream(Random& files, const MuxInput& input, std::size_t index, c
   const MuxAudioStream& from = input.Audio[index];
   PcmFormat pcm;
   if (from.Pcm && !PcmFormatOf(from.Traits, rules, pcm)) {
-    throw MuxFault(fmt::format(NotPcm, from.StreamNumber, input.Name, pcm.Bits, pcm.KiloHertz, pcm.Channels));
+    throw MuxFault(message::PcmUnfit, {}, from.StreamNumber, input.Name, pcm.Bits, pcm.KiloHertz,
+                   pcm.Channels);
   }
   const int slot = slot::FirstAudio + static_cast<int>(index);
   AudioState stream{&from, AudioSource(files, slot, from, from.Pcm ? pcm.SourceSampleBytes() : 1), pcm};
@@ -105,7 +99,7 @@ std::vector<AudioState> OpenAudioStreams(Random& files, const MuxInput& input, c
   return streams;
 }
 
-std::int64_t SoundEndPts(const AudioState& stream) {
+std::int64_t AudioEndPts(const AudioState& stream) {
   const auto sampleBytes =
       stream.Input->Pcm ? static_cast<std::int64_t>(stream.Pcm.SourceSampleBytes()) : stream.FrameBytes;
   std::int64_t samples = 0;

@@ -41,7 +41,7 @@ struct AudioState {
 
   // What the next pack begins with.
   std::int64_t NextPts = 0;        // ticks: of the next frame to start
-  std::size_t OpenFrameBytes = 0;  // AC3: of the frame begun in the former pack, still to come
+  std::size_t OpenFrameBytes = 0;  // AC3: of the frame begun in the previous pack, still to come
   int OpenFrameSamples = 0;        // PCM: samples of it already written
   int FrameNumber = 0;             // PCM: of the next frame, 0 to 19
 
@@ -63,14 +63,14 @@ struct AudioPack {
 };
 
 // Where the sound of a stream just opened ends, in ticks on the VOB's clock, by the length of its files.
-std::int64_t SoundEndPts(const AudioState& stream);
+std::int64_t AudioEndPts(const AudioState& stream);
 
-// Fills `sector` with the stream's next pack. No frame that sounds at or behind `limit` (ticks) is begun.
+// Fills `sector` with the stream's next pack. No frame that sounds at or after `limit` (ticks) is begun.
 // There must be something to send: the claim lies below the limit and the source is not exhausted.
 AudioPack WriteAudioPack(AudioState& stream, ByteSpan sector, SystemClockReference scr,
                          std::optional<std::int64_t> limit);
 
-// The clocks behind a pack of `payloadBytes` sent at `scr`.
+// The clocks after a pack of `payloadBytes` sent at `scr`.
 void AdvanceAudioClock(AudioState& stream, Clock scr, std::size_t payloadBytes);
 
 // Moves the next pack onto the grid of sectors that starts at `scr`, not before it is due.
@@ -81,7 +81,7 @@ AudioPack WriteAc3Pack(AudioState& stream, ByteSpan sector, SystemClockReference
                        std::optional<std::int64_t> limit);
 AudioPack WritePcmPack(AudioState& stream, ByteSpan sector, SystemClockReference scr,
                        std::optional<std::int64_t> limit);
-// Passes what stands ahead of the first AC3 frame and takes the frame size from it.
+// Passes what stands before the first AC3 frame and takes the frame size from it.
 void FindFirstAc3Frame(AudioState& stream);
 
 }  // namespace quorvelant

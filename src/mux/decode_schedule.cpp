@@ -4,59 +4,67 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::size_t MostAhead = 36;  // pictures: the fields of the longest GOP
+constexpr std::size_t MostAhead =
+    std::size_t{NtscTiming.MostGopFields};  // pictures: fields of the longest GOP
+
+// Ticks. A field of NTSC lasts 1501.5; times are written with the fraction cut.
+constexpr std::int64_t NtscFieldTicks = 1501;
+constexpr std::int64_t NearAField = 5;   // ticks about a whole number of fields that are taken for it
+constexpr std::int64_t AfterAFrame = 9;  // ticks after a whole number of frames
+constexpr std::int64_t BeforeAFrame = 9;
 
 }  // namespace
 
-int BetweenHalves(const CodedPicture& reference, const PicturesAhead& ahead) {
-  int halves = 0;
+int BetweenFields(const CodedPicture& reference, const PicturesAfter& after) {
+  int fields = 0;
   for (std::size_t i = 1; i <= MostAhead; ++i) {
-    const CodedPicture* next = ahead(i);
+    const CodedPicture* next = after(i);
     if (next == nullptr) {
       break;
     }
     if (next->Type == PictureType::B) {
-      halves += next->ShownHalves();
-    } else if (!next->Field() || next->Temporal != reference.Temporal || i > 1) {
+      fields += next->ShownFields();
+    } else if (!next->IsField() || next->TemporalReference != reference.TemporalReference || i > 1) {
       break;
     }
   }
-  return halves;
+  return fields;
 }
 
 DecodeSchedule::DecodeSchedule(const FrameTiming& timing)
-    : halfFrame_{timing.FramePeriod * Clock::UnitsPerTick / 2},
+    : fieldPeriod_{timing.FramePeriod * Clock::UnitsPerTick / 2},
       referenceDts_(Clock::FromTicks(VideoStartPts - timing.FramePeriod)) {}
 
-DecodeTimes DecodeSchedule::Reference(const CodedPicture& picture, const PicturesAhead& ahead) {
+DecodeTimes DecodeSchedule::Reference(const CodedPicture& picture, const PicturesAfter& after) {
   if (haveReference_) {
     referenceDts_ = referencePts_;
   }
-  const int between = BetweenHalves(picture, ahead) + referenceRepeat_;
-  referencePts_ = referenceDts_ + Halves(2 + between);
-  formerRepeat_ = referenceRepeat_;
-  referenceRepeat_ = picture.RepeatHalves;
+  const int between = BetweenFields(picture, after) + referenceRepeat_;
+  referencePts_ = referenceDts_ + Fields(2 + between);
+  previousRepeat_ = referenceRepeat_;
+  referenceRepeat_ = picture.RepeatFields;
   haveReference_ = true;
   return {referenceDts_, referencePts_};
 }
 
-DecodeTimes DecodeSchedule::Next(const CodedPicture& picture, const PicturesAhead& ahead) {
-  const bool secondField = picture.Field() && formerOpensPair_ && picture.Temporal == formerPicture_.Temporal;
+DecodeTimes DecodeSchedule::Next(const CodedPicture& picture, const PicturesAfter& after) {
+  const bool secondField = picture.IsField() && previousOpensPair_ &&
+                           picture.TemporalReference == previousPicture_.TemporalReference;
   DecodeTimes times;
   if (secondField) {
-    times.Dts = former_.Dts + Halves(1);
-    times.Pts = picture.Type == PictureType::B ? times.Dts : former_.Pts + Halves(1);
+    times.Dts = previous_.Dts + Fields(1);
+    times.Pts = picture.Type == PictureType::B ? times.Dts : previous_.Pts + Fields(1);
   } else if (picture.Type == PictureType::B) {
-    const int formerHalves = haveReference_ ? formerPicture_.LengthHalves + formerRepeat_ : 2;
-    times.Dts = (haveReference_ ? former_.Dts : referenceDts_) + Halves(formerHalves);
+    const int previousFields = haveReference_ ? previousPicture_.LengthFields + previousRepeat_ : 2;
+    times.Dts = (haveReference_ ? previous_.Dts : referenceDts_) + Fields(previousFields);
     times.Pts = times.Dts;
-    formerRepeat_ = picture.RepeatHalves;
+    previousRepeat_ = picture.RepeatFields;
   } else {
-    times = Reference(picture, ahead);
+    times = Reference(picture, after);
   }
-  formerOpensPair_ = picture.Field() && !secondField;
-  former_ = times;
-  formerPicture_ = picture;
+  previousOpensPair_ = picture.IsField() && !secondField;
+  previous_ = times;
+  previousPicture_ = picture;
   return times;
 }
 
@@ -66,14 +74,15 @@ TimeStamps StampsOf(const DecodeTimes& times, const FrameTiming& timing) {
     return stamps;
   }
   const std::int64_t beyond = (stamps.Pts - stamps.Dts) % timing.FramePeriod;
-  if (beyond >= 1 && beyond <= 9) {
+  const std::int64_t fromField = beyond - NtscFieldTicks;
+  if (beyond >= 1 && beyond <= AfterAFrame) {
     stamps.Pts -= beyond;
-  } else if (beyond >= 1496 && beyond <= 1500) {
-    stamps.Pts += 1501 - beyond;
-  } else if (beyond >= 1502 && beyond <= 1506) {
-    stamps.Dts += beyond - 1501;
-  } else if (beyond >= 2994) {
+  } else if (beyond >= timing.FramePeriod - BeforeAFrame) {
     stamps.Pts += timing.FramePeriod - beyond;
+  } else if (fromField >= -NearAField && fromField < 0) {
+    stamps.Pts -= fromField;
+  } else if (fromField > 0 && fromField <= NearAField) {
+    stamps.Dts += fromField;
   }
   return stamps;
 }

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "disc/clock.h"
+#include "disc/video_standard.h"
 #include "mux/coded_picture.h"
 
 namespace quorvelant {
@@ -22,12 +23,12 @@ struct TimeStamps {
   bool operator==(const TimeStamps&) const = default;
 };
 
-// The picture `ahead` places behind the current one in coded order; null at the end of the track.
-using PicturesAhead = std::function<const CodedPicture*(std::size_t ahead)>;
+// The picture `offset` places after the current one in coded order; null at the end of the track.
+using PicturesAfter = std::function<const CodedPicture*(std::size_t offset)>;
 
-// Half frames of B pictures between a reference picture and the next one: the time by which it is shown
+// Fields of B pictures between a reference picture and the next one: the time by which it is shown
 // later than the reference picture before it would end. The second field of the picture itself is no end.
-int BetweenHalves(const CodedPicture& reference, const PicturesAhead& ahead);
+int BetweenFields(const CodedPicture& reference, const PicturesAfter& after);
 
 // Gives every picture of a VOB its times, in coded order. The decoder holds one reference picture back:
 // it is shown when the next one is decoded, while a B picture is shown as it is decoded. Whatever the
@@ -35,25 +36,25 @@ int BetweenHalves(const CodedPicture& reference, const PicturesAhead& ahead);
 class DecodeSchedule {
  public:
   explicit DecodeSchedule(const FrameTiming& timing);
-  DecodeTimes Next(const CodedPicture& picture, const PicturesAhead& ahead);
+  DecodeTimes Next(const CodedPicture& picture, const PicturesAfter& after);
 
  private:
-  Clock Halves(int halves) const { return {halfFrame_.Units * halves}; }
-  DecodeTimes Reference(const CodedPicture& picture, const PicturesAhead& ahead);
+  Clock Fields(int fields) const { return {fieldPeriod_.Units * fields}; }
+  DecodeTimes Reference(const CodedPicture& picture, const PicturesAfter& after);
 
-  Clock halfFrame_;
-  Clock referenceDts_;  // of the latest reference picture; before it, one frame ahead of the start
+  Clock fieldPeriod_;
+  Clock referenceDts_;  // of the latest reference picture; before it, one frame before the start
   Clock referencePts_;
   bool haveReference_ = false;
-  int referenceRepeat_ = 0;  // half frames by which the latest reference picture is shown longer
-  int formerRepeat_ = 0;     // the same of the picture on screen while the next one is decoded
-  DecodeTimes former_;
-  CodedPicture formerPicture_;
-  bool formerOpensPair_ = false;  // the former picture is a first field
+  int referenceRepeat_ = 0;  // fields by which the latest reference picture is shown longer
+  int previousRepeat_ = 0;   // the same of the picture on screen while the next one is decoded
+  DecodeTimes previous_;
+  CodedPicture previousPicture_;
+  bool previousOpensPair_ = false;  // the previous picture is a first field
 };
 
 // With field times that do not fall on whole ticks (NTSC), a PTS that lies near a whole number of fields
-// behind its DTS is moved there, so that the rounding does not show as drift.
+// after its DTS is moved there, so that the rounding does not show as drift.
 TimeStamps StampsOf(const DecodeTimes& times, const FrameTiming& timing);
 
 }  // namespace quorvelant

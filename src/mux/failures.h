@@ -10,7 +10,7 @@ namespace quorvelant {
 // The GOP of the current picture is longer than players take: ends the build.
 void CheckGopLength(const MuxState& state);
 
-// A navigation pack would come behind the decoding time of the picture it leads: ends the build.
+// A navigation pack would come after the decoding time of the picture it leads: ends the build.
 void CheckBitRate(const MuxState& state, Clock navScr);
 
 // The video buffer is full and nothing can leave it. Asks; returns when the buffer is to be cleared.

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <limits>
 #include <span>
 
@@ -16,20 +15,22 @@ namespace {
 constexpr std::size_t ButtonBytes = 18;
 constexpr std::int64_t Endless = std::numeric_limits<std::int64_t>::max();
 
-// Whether buttons stay while the cell of this VOBU waits: a still track, or a still time of its cell.
+// Whether a picture may wait with its buttons: in a still track, and for players also in a cell with a still
+// time.
+bool ButtonsMayStay(const NavSource& source) {
+  return source.Input.Kind == TrackKind::Still || source.Rules.ButtonsOutlastStillTime;
+}
+
+// Whether the cell of this VOBU waits with its buttons.
 bool ButtonsStay(const NavSource& source, const VobuRecord& record) {
-  if (source.Input.Kind == TrackKind::Still) {
-    return true;
-  }
-  if (!source.Rules.ButtonsOutlastStillTime) {
-    return false;
-  }
-  // The cell is that of the last mark at or ahead of its first picture.
-  const double cellStart = record.FramesAtStart - record.CellFramesAtStart;
-  const auto behind =
-      std::ranges::upper_bound(source.Input.Marks, cellStart + 0.5, {},
-                               [](const MuxMark& mark) { return static_cast<double>(mark.Frame); });
-  return behind != source.Input.Marks.begin() && (behind - 1)->HoldsByStillTime;
+  const MuxMark* mark = MarkOf(source, record);
+  const bool waits = source.Input.Kind == TrackKind::Still || (mark != nullptr && mark->HoldsByStillTime);
+  return waits && ButtonsMayStay(source);
+}
+
+// When the cell of this VOBU starts, in ticks; a tick early where a VOBU of NTSC starts between two frames.
+std::int64_t CellStartPts(const NavSource& source, const VobuRecord& record) {
+  return record.StartPts - (record.CellFields * TimingOf(source.Input.Ntsc).FramePeriod + 1) / 2;
 }
 
 // The set in force in a VOBU and the time at which it ends there.
@@ -40,7 +41,7 @@ struct Candidate {
 
 Candidate SetOf(const NavSource& source, const VobuRecord& record) {
   const auto& sets = source.Input.Highlights;
-  // Behind the last set that may have begun: within this VOBU, or traditionally ahead of it.
+  // After the last set that may have begun: within this VOBU, or traditionally before it.
   const auto next = source.Rules.ButtonsStartInTheirVobu
                         ? std::ranges::lower_bound(sets, record.EndPts, {}, &MuxHighlight::StartPts)
                         : std::ranges::upper_bound(sets, record.StartPts, {}, &MuxHighlight::StartPts);
@@ -50,10 +51,7 @@ Candidate SetOf(const NavSource& source, const VobuRecord& record) {
   const MuxHighlight& set = *(next - 1);
   const std::int64_t following = next == sets.end() ? Endless : next->StartPts;
   const std::int64_t end = std::min(set.EndPts > set.StartPts ? set.EndPts : Endless, following);
-  const std::int64_t frameTicks = TimingOf(source.Input.Ntsc).FramePeriod;
-  const std::int64_t cellStart =
-      record.StartPts - std::llround(record.CellFramesAtStart * static_cast<double>(frameTicks));
-  if (end > cellStart && ButtonsStay(source, record)) {
+  if (end > CellStartPts(source, record) && ButtonsStay(source, record)) {
     return {&set, Endless};
   }
   return record.StartPts < end ? Candidate{&set, end} : Candidate{};
@@ -61,8 +59,7 @@ Candidate SetOf(const NavSource& source, const VobuRecord& record) {
 
 std::uint32_t EndTicksOf(const NavSource& source, std::int64_t endPts) {
   if (endPts == Endless) {
-    const bool still = source.Input.Kind == TrackKind::Still || source.Rules.ButtonsOutlastStillTime;
-    return still ? EndlessHighlight : static_cast<std::uint32_t>(source.VobEndPts);
+    return ButtonsMayStay(source) ? EndlessHighlight : static_cast<std::uint32_t>(source.VobEndPts);
   }
   return static_cast<std::uint32_t>(endPts);
 }
@@ -76,7 +73,7 @@ Number Quad(const ColorQuad& quad) {
   return {static_cast<std::uint64_t>(Nibbles(quad[0], quad[1]) << 8 | Nibbles(quad[2], quad[3]))};
 }
 
-// Two coordinates of ten bits behind two bits of another field.
+// Two coordinates of ten bits after two bits of another field.
 std::uint64_t Span(std::int32_t lead, std::int32_t start, std::int32_t end) {
   const auto coordinate = [](std::int32_t value) {
     return static_cast<std::uint64_t>(std::clamp(value, 0, 1023));

@@ -7,6 +7,7 @@
 
 #include "base/bytes.h"
 #include "disc/clock.h"
+#include "disc/video_standard.h"
 #include "model/highlight_groups.h"
 #include "model/tracks.h"
 #include "mux/mux_track.h"

@@ -36,10 +36,10 @@ void WriteOne(MuxState& state, std::size_t index) {
   }
 }
 
-// Once the end of the track is known, no sound goes on behind it.
+// Once the end of the track is known, no sound goes on after it.
 void LimitToTrackEnd(MuxState& state) {
   if (state.Pictures.AtEnd() && !state.AudioLimit) {
-    state.AudioLimit = state.PtsOfHalves(state.Pictures.ScannedHalves());
+    state.AudioLimit = state.PtsOfFields(state.Pictures.ScannedFields());
   }
 }
 

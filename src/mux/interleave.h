@@ -8,7 +8,7 @@
 namespace quorvelant {
 
 // Writes the audio packs that are due before a video pack at `videoScr`, each at its own clock. Returns
-// the clock at which the video pack may go: never earlier than asked, and one sector behind the last.
+// the clock at which the video pack may go: never earlier than asked, and one sector after the last.
 Clock InterleaveAudio(MuxState& state, Clock videoScr);
 
 // Writes the audio packs due up to a navigation pack wanted at `navScr`, as long as that pack can still

@@ -3,19 +3,19 @@
 
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <utility>
+
+#include "base/message.h"
 
 namespace quorvelant {
 
-inline constexpr std::string_view MuxErrorTitle = "Mux Error";
-
-// A failure that ends the build. `Place` is a file, "file@byte", or empty where the text says it all.
+// A failure that ends the build. The place is a file, "file@byte", or empty where the text says it all.
 struct MuxFault : std::runtime_error {
-  explicit MuxFault(const std::string& text, std::string place = {}, std::string_view title = MuxErrorTitle)
-      : std::runtime_error(text), Title(title), Place(std::move(place)) {}
-  std::string Title;
-  std::string Place;
+  template <class... Values>
+  MuxFault(const MessageKind& kind, std::string place, const Values&... values)
+      : MuxFault(MessageOf(kind, std::move(place), values...)) {}
+  explicit MuxFault(Message message) : std::runtime_error(message.Text), Told(std::move(message)) {}
+  Message Told;
 };
 
 // The user asked to stop.

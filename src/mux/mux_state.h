@@ -8,6 +8,7 @@
 
 #include "base/bytes.h"
 #include "disc/clock.h"
+#include "disc/video_standard.h"
 #include "disc/vob_records.h"
 #include "mux/audio_stream.h"
 #include "mux/decode_schedule.h"
@@ -36,11 +37,11 @@ struct MuxState {
   Clock NavScr = {};                            // of the latest navigation pack
   std::optional<std::int64_t> AudioLimit = {};  // ticks: sound from here on waits; nothing: none does
 
-  // Time shown, in half frames, the current picture included.
-  std::int64_t ElapsedHalves = 0;    // in the VOB
-  std::int64_t CellStartHalves = 0;  // ElapsedHalves when the cell began
-  std::int64_t VobuStartHalves = 0;  // ElapsedHalves when the VOBU began
-  int FormerLengthHalves = 2;        // length of the picture before the current one
+  // Time shown, in fields, the current picture included.
+  std::int64_t ElapsedFields = 0;    // in the VOB
+  std::int64_t CellStartFields = 0;  // ElapsedFields when the cell began
+  std::int64_t VobuStartFields = 0;  // ElapsedFields when the VOBU began
+  int PreviousLengthFields = 2;      // length of the picture before the current one
 
   // Decoding.
   DecodeSchedule Schedule;
@@ -61,7 +62,7 @@ struct MuxState {
   // Records.
   std::vector<VobuRecord> Vobus = {};
   std::vector<CellRecord> Cells = {};
-  std::uint32_t CellUopMask = 0;                // VOBU_UOP_CTL of the cell
+  std::size_t CellMark = 0;                     // index in Input.Marks of the mark that opened the cell
   std::size_t NextMark = 1;                     // index in Input.Marks of the mark that opens the next cell
   std::size_t ReferencesInVobu = 0;             // reference frames ended in the VOBU
   bool ReferencePairOpen = false;               // the last of them is a first field
@@ -69,13 +70,15 @@ struct MuxState {
 
   std::uint64_t BytesSinceProgress = 0;
 
-  std::int64_t HalvesAhead() const { return ElapsedHalves - Picture.ShownHalves(); }  // of the picture
-  Clock TimeOfHalves(std::int64_t halves) const {
-    return {halves * Timing.FramePeriod * Clock::UnitsPerTick / 2};
+  std::int64_t FieldsBeforePicture() const {
+    return ElapsedFields - Picture.ShownFields();
+  }  // of the picture
+  Clock TimeOfFields(std::int64_t fields) const {
+    return {fields * Timing.FramePeriod * Clock::UnitsPerTick / 2};
   }
-  // Presentation time, in whole ticks, of what is shown after so many half frames.
-  std::int64_t PtsOfHalves(std::int64_t halves) const {
-    return VideoStartPts + TimeOfHalves(halves).WholeTicks();
+  // Presentation time, in whole ticks, of what is shown after so many fields.
+  std::int64_t PtsOfFields(std::int64_t fields) const {
+    return VideoStartPts + TimeOfFields(fields).WholeTicks();
   }
 };
 

@@ -1,11 +1,8 @@
 #include "mux/mux_track.h"
 
-#include <fmt/format.h>
-
-#include <string_view>
-
 #include "codec/still_encoder.h"
 #include "mux/failures.h"
+#include "mux/messages.h"
 #include "mux/mux_fault.h"
 #include "mux/mux_state.h"
 #include "mux/still_source.h"
@@ -18,11 +15,9 @@ namespace {
 
 constexpr std::uint64_t BytesPerProgress = std::uint64_t{1} << 20;
 
-constexpr std::string_view NoVideo = "Track \"{}\" has no video.";
-
 MuxState SetUp(const MuxInput& input, MuxBuild& build, VobOutput& output, const VobSetRecords& records) {
   if (input.Video.empty()) {
-    throw MuxFault(fmt::format(NoVideo, input.Name));
+    throw MuxFault(message::MuxTrackEmpty, {}, input.Name);
   }
   const FrameTiming& timing = TimingOf(input.Ntsc);
   MuxState state{.Input = input,
@@ -51,15 +46,15 @@ DecodeTimes TimesOfPicture(MuxState& state) {
     return SlideTimes(state);
   }
   return state.Schedule.Next(
-      state.Picture, [&](std::size_t ahead) -> const CodedPicture* { return state.Pictures.Ahead(ahead); });
+      state.Picture, [&](std::size_t offset) -> const CodedPicture* { return state.Pictures.After(offset); });
 }
 
 // Counts the picture at the front, gives it its times and enters it into the buffer.
 void BeginPicture(MuxState& state) {
-  state.FormerLengthHalves = state.Picture.LengthHalves;
+  state.PreviousLengthFields = state.Picture.LengthFields;
   state.Picture = *state.Pictures.Front();
   CheckGopLength(state);
-  state.ElapsedHalves += state.Picture.ShownHalves();
+  state.ElapsedFields += state.Picture.ShownFields();
   state.Times = TimesOfPicture(state);
   QueuePicture(state.Buffer,
                {state.Times.Dts.WholeTicks(), static_cast<std::int64_t>(state.Picture.UnitBytes)});
@@ -113,9 +108,9 @@ MuxOutcome MuxTrack(const MuxInput& input, MuxBuild& build, VobOutput& output, V
     build.StopRequested = true;
     return MuxOutcome::Stopped;
   } catch (const MuxFault& fault) {
-    TellError(build.Ui, fault.Title, fault.what(), fault.Place);
+    build.Ui.Tell(fault.Told);
   } catch (const FileError& error) {
-    TellError(build.Ui, MuxErrorTitle, error.OneLine());
+    build.Ui.Tell(MessageOf(message::MuxFileFailed, {}, error.OneLine()));
   }
   return MuxOutcome::Failed;
 }

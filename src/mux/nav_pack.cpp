@@ -37,7 +37,8 @@ std::int64_t SequenceEndPts(const NavSource& source, const VobuRecord& record, b
 void PutPresentation(const NavSource& source, const VobuRecord& record, bool lastOfVob, BcdTime elapsed,
                      ByteSpan sector) {
   Put(sector, nav::PciLbn, Sectors{record.StartSector});
-  Put(sector, nav::VobuUopCtl, Number{record.UopMask});
+  const MuxMark* mark = MarkOf(source, record);
+  Put(sector, nav::VobuUopCtl, Number{mark != nullptr ? mark->UopMask : 0});
   Put(sector, nav::VobuSPtm, Stamp(record.StartPts));
   Put(sector, nav::VobuEPtm, Stamp(lastOfVob ? source.VobEndPts : record.EndPts));
   Put(sector, nav::VobuSeEPtm, Stamp(SequenceEndPts(source, record, lastOfVob)));
@@ -67,7 +68,7 @@ Number AudioSyncOf(const VobuRecord& record, std::uint32_t syncSector) {
   return {std::min<std::uint32_t>(distance, nav::NoAudioPack)};
 }
 
-// SP_SYNCA: the distance to the unit shown at the VOBU's start, which lies behind.
+// SP_SYNCA: the distance to the unit shown at the VOBU's start, which lies before it.
 Number SubpictureSyncOf(std::uint32_t distance) {
   return {distance == NoSubpictureSync ? distance : (distance & 0x00FFFFFF) | 0x80000000};
 }
@@ -86,13 +87,16 @@ void PutSync(const MuxInput& input, const VobuRecord& record, ByteSpan sector) {
 
 }  // namespace
 
+const MuxMark* MarkOf(const NavSource& source, const VobuRecord& record) {
+  return record.Mark < source.Input.Marks.size() ? &source.Input.Marks[record.Mark] : nullptr;
+}
+
 void BuildNavPack(const NavSource& source, std::size_t index, ByteSpan sector) {
   const VobuRecord& record = source.Records[index];
   const FrameTiming& timing = TimingOf(source.Input.Ntsc);
   const bool lastOfVob = index + 1 == source.Records.size();
   const SystemClockReference scr = ScrOf(record.NavScr, PackKind::Navigation, source.Rules);
-  const BcdTime elapsed =
-      ToBcdTime(static_cast<std::int64_t>(record.CellFramesAtStart), timing.FramesPerSecond);
+  const BcdTime elapsed = ToBcdTime(record.CellFields / 2, timing.FramesPerSecond);
 
   PutFrame(sector);
   PutPackHeader(sector, scr);

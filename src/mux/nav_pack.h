@@ -9,6 +9,7 @@
 #include "base/bytes.h"
 #include "base/rules.h"
 #include "disc/clock.h"
+#include "disc/video_standard.h"
 #include "disc/vob_records.h"
 #include "mux/mux_track.h"
 
@@ -22,6 +23,9 @@ struct NavSource {
   std::int64_t VobStartPts = VideoStartPts;
   std::int64_t VobEndPts = 0;  // the end of the last picture
 };
+
+// The mark that opened the cell of a VOBU; null in a track without marks.
+const MuxMark* MarkOf(const NavSource& source, const VobuRecord& record);
 
 // Fills the sector of record `index`.
 void BuildNavPack(const NavSource& source, std::size_t index, ByteSpan sector);

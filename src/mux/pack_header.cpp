@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "disc/start_codes.h"
+
 namespace quorvelant {
 namespace {
 
@@ -69,7 +71,7 @@ void PutPackHeader(ByteSpan sector, SystemClockReference scr) {
                              | std::uint64_t{1} << 10             // marker
                              | std::uint64_t{scr.Extension} << 1  // extension
                              | 1;                                 // marker
-  PutBytes(sector, 0, 4, 0x000001BA);                             // pack_start_code
+  PutBytes(sector, 0, 4, StartCodePrefix | start_code::Pack);
   PutBytes(sector, 4, 6, bits);
   PutBytes(sector, 10, 3, ProgramMuxRate << 2 | 0b11);  // program_mux_rate, two markers
   PutBytes(sector, 13, 1, 0xF8);                        // reserved bits, pack_stuffing_length 0

@@ -19,7 +19,7 @@ enum class PackKind { Video, Navigation, AudioOrSubpicture };
 // The system clock reference of a pack (ISO/IEC 13818-1 2.5.3.3).
 struct SystemClockReference {
   std::uint64_t Base = 0;       // whole 90 kHz ticks
-  std::uint32_t Extension = 0;  // 27 MHz ticks behind, 0 to 299
+  std::uint32_t Extension = 0;  // 27 MHz ticks beyond it, 0 to 299
   bool operator==(const SystemClockReference&) const = default;
 };
 
@@ -29,7 +29,7 @@ SystemClockReference ScrOf(Clock clock, PackKind kind, const Rules& rules);
 // Fills bytes 0 to 13 of a sector: pack start code, SCR, mux rate 25200 (10.08 Mbit/s), no stuffing.
 void PutPackHeader(ByteSpan sector, SystemClockReference scr);
 
-// The four bits ahead of a time stamp: a PTS that stands alone, a PTS with a DTS behind it, that DTS.
+// The four bits before a time stamp: a PTS that stands alone, a PTS that a DTS follows, that DTS.
 enum class TimeStampKind : std::uint8_t { LonePts = 0b0010, PairedPts = 0b0011, Dts = 0b0001 };
 
 // Stores the five bytes of a time stamp of 33 bits (ISO/IEC 13818-1 2.4.3.7).

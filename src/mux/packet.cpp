@@ -49,13 +49,13 @@ std::uint64_t PutFields(ByteSpan sector, const PacketHeader& header) {
 
 }  // namespace
 
-std::size_t RoomBehind(const PacketHeader& header) {
+std::size_t RoomAfter(const PacketHeader& header) {
   return SectorBytes - FieldsAt - FieldBytes(header);
 }
 
 std::size_t PutPacket(ByteSpan sector, SystemClockReference scr, const PacketHeader& header,
                       std::size_t dataBytes) {
-  const std::size_t room = RoomBehind(header);
+  const std::size_t room = RoomAfter(header);
   assert(dataBytes <= room);
   const std::size_t spare = room - dataBytes;
   const std::size_t stuffing = spare <= MostStuffing ? spare : 0;
@@ -63,7 +63,7 @@ std::size_t PutPacket(ByteSpan sector, SystemClockReference scr, const PacketHea
   const std::size_t dataAt = FieldsAt + fields + stuffing;
 
   PutPackHeader(sector, scr);
-  PutBytes(sector, PackHeaderBytes, 4, 0x00000100U | header.StreamId);
+  PutBytes(sector, PackHeaderBytes, 4, StartCodePrefix | header.StreamId);
   PutBytes(sector, PackHeaderBytes + 4, 2, dataAt + dataBytes - FlagsAt);  // PES_packet_length
   PutBytes(sector, FlagsAt, 1, FirstFlags);
   PutBytes(sector, FlagsAt + 1, 1, PutFields(sector, header));

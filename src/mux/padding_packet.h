@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "base/bytes.h"
+#include "disc/start_codes.h"
 
 namespace quorvelant {
 
@@ -19,7 +20,7 @@ inline void PutPaddingPacket(ByteSpan sector, std::size_t used) {
     return;
   }
   assert(room >= LeastPaddingBytes);
-  PutBytes(sector, used, 4, 0x000001BE);
+  PutBytes(sector, used, 4, StartCodePrefix | start_code::PaddingStream);
   PutBytes(sector, used + 4, 2, room - 6);
   std::ranges::fill(sector.subspan(used + 6, room - 6), std::uint8_t{0xFF});
 }

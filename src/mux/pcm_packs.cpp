@@ -21,7 +21,7 @@ std::uint64_t AudioBits(const AudioState& stream) {
          static_cast<std::uint64_t>(stream.Pcm.Channels - 1);
 }
 
-// Samples of the frame begun in the former pack that are still to come.
+// Samples of the frame begun in the previous pack that are still to come.
 int HeadSamples(const AudioState& stream) {
   return stream.OpenFrameSamples == 0 ? 0 : stream.Pcm.SamplesPerFrame() - stream.OpenFrameSamples;
 }
@@ -39,7 +39,7 @@ int SamplesThatGo(const AudioState& stream, std::size_t capacity, std::optional<
   return samples;
 }
 
-// Counts the frames of the pack, and moves the frame state behind it.
+// Counts the frames of the pack, and moves the frame state past it.
 AudioPack TakeSamples(AudioState& stream, int samples) {
   const int frame = stream.Pcm.SamplesPerFrame();
   const int head = HeadSamples(stream);
@@ -58,13 +58,13 @@ AudioPack TakeSamples(AudioState& stream, int samples) {
 
 AudioPack WritePcmPack(AudioState& stream, ByteSpan sector, SystemClockReference scr,
                        std::optional<std::int64_t> limit) {
-  PacketHeader header{.StreamId = PrivateStream1Id, .Pts = stream.NextPts};
+  PacketHeader header{.StreamId = start_code::PrivateStream1, .Pts = stream.NextPts};
   if (stream.PacksSent == 0) {
     header.BufferKib = PrivateBufferKib;
   }
   const PcmFormat& pcm = stream.Pcm;
   const int group = pcm.GroupSamples();
-  const int wanted = SamplesThatGo(stream, RoomBehind(header) - SubHeaderBytes, limit);
+  const int wanted = SamplesThatGo(stream, RoomAfter(header) - SubHeaderBytes, limit);
   ByteView bytes = stream.Source.Peek(pcm.SourceBytes(wanted));
   const std::size_t present = bytes.size();
   const int samples =

@@ -7,22 +7,14 @@
 #include <utility>
 
 #include "disc/start_code_search.h"
+#include "disc/start_codes.h"
+#include "mux/messages.h"
 #include "mux/mux_fault.h"
 
 namespace quorvelant {
 namespace {
 
-// Start code values of ISO/IEC 13818-2 table 6-1.
-constexpr std::uint8_t PictureCode = 0x00;
-constexpr std::uint8_t LastSliceCode = 0xAF;
-constexpr std::uint8_t SequenceHeaderCode = 0xB3;
-constexpr std::uint8_t ExtensionCode = 0xB5;
-constexpr std::uint8_t SequenceEndCode = 0xB7;
-constexpr std::uint8_t GroupCode = 0xB8;
-
-constexpr unsigned PictureCodingExtension = 8;
-constexpr unsigned FramePicture = 3;
-constexpr std::uint64_t StartCodeBytes = 4;
+constexpr unsigned FramePicture = 3;     // picture_structure
 constexpr std::size_t HeaderBytes = 12;  // as many of a header as anything here looks at
 
 constexpr std::size_t ReadBytes = std::size_t{128} << 10;
@@ -30,32 +22,22 @@ constexpr std::size_t WindowBytes = std::size_t{2} << 20;
 constexpr std::size_t MostUnitBytes = std::size_t{4} << 20;  // the player's buffer is 232 KiB
 constexpr std::size_t MostWindowBytes = std::size_t{24} << 20;
 
-constexpr std::string_view NoName = "oops";
-constexpr std::string_view NoPicture = "The video file {} holds no coded picture.";
-constexpr std::string_view NoSequenceHeader =
-    "The video file {} has no sequence header ahead of its first picture.";
-constexpr std::string_view NoFirstIntra = "The first picture of the video file {} is no I picture.";
-constexpr std::string_view TooLong =
-    "The video file {} holds a picture of more than {} bytes. It is damaged, or no MPEG video.";
-constexpr std::string_view TwoSizes =
-    "The picture size changes from {}x{} to {}x{} in the video file {}. A track has one picture size.";
-
 }  // namespace
 
 PictureSource::PictureSource(Random& files, const std::vector<MuxVideoFile>& list, Options options)
     : list_(&list), options_(std::move(options)), file_(files, 0), window_(WindowBytes) {
   if (std::ranges::any_of(list, [](const MuxVideoFile& file) { return file.Path.empty(); })) {
-    throw MuxFault(std::string(NoName), {}, {});
+    throw MuxFault(message::MuxVideoUnnamed, {});
   }
 }
 
-const PictureUnit* PictureSource::Ahead(std::size_t index) {
-  while (index >= units_.size()) {
+const PictureUnit* PictureSource::After(std::size_t offset) {
+  while (offset >= units_.size()) {
     if (!ReadUnit()) {
       return nullptr;
     }
   }
-  return &units_[index];
+  return &units_[offset];
 }
 
 ByteView PictureSource::BytesOf(const PictureUnit& unit) {
@@ -105,8 +87,8 @@ bool PictureSource::ReadMore() {
     base_ = scan_;
   }
   if ((inUnit_ && end_ - coming_.Offset > MostUnitBytes) || window_.HeldBytes() > MostWindowBytes) {
-    throw MuxFault(fmt::format(TooLong, (*list_)[filesOpened_ - 1].Path, MostUnitBytes),
-                   PlaceAt(filesOpened_ - 1, inUnit_ ? coming_.Offset : scan_));
+    throw MuxFault(message::PictureTooLong, PlaceAt(filesOpened_ - 1, inUnit_ ? coming_.Offset : scan_),
+                   (*list_)[filesOpened_ - 1].Path, MostUnitBytes);
   }
   const std::size_t got = file_.Read(window_.Room(ReadBytes).first(ReadBytes));
   window_.Added(got);
@@ -114,7 +96,7 @@ bool PictureSource::ReadMore() {
   return true;
 }
 
-// The offset of the next start code at or behind the scan position, its header in the window.
+// The offset of the next start code at or after the scan position, its header in the window.
 std::optional<std::uint64_t> PictureSource::NextStartCode() {
   for (;;) {
     const std::size_t at = FindStartCode(window_.Held(), static_cast<std::size_t>(scan_ - base_));
@@ -131,7 +113,7 @@ std::optional<std::uint64_t> PictureSource::NextStartCode() {
   }
 }
 
-// Bytes behind the end of a cut file read as zero.
+// Bytes past the end of a cut file read as zero.
 std::uint8_t PictureSource::ByteAt(std::uint64_t offset) {
   return offset < end_ ? window_.Held()[static_cast<std::size_t>(offset - base_)] : std::uint8_t{0};
 }
@@ -156,8 +138,8 @@ bool PictureSource::ReadUnit() {
       continue;
     }
     if (firstUnitOfFile_ && !pictureSeen_) {
-      throw MuxFault(fmt::format(NoPicture, (*list_)[filesOpened_ - 1].Path),
-                     (*list_)[filesOpened_ - 1].Path);
+      const std::string& path = (*list_)[filesOpened_ - 1].Path;
+      throw MuxFault(message::CodedPictureMissing, path, path);
     }
     if (pictureSeen_) {
       EndFile();
@@ -176,19 +158,20 @@ bool PictureSource::ReadUnit() {
 // True when the code ends the coming unit and begins another: it is to be taken once more.
 bool PictureSource::TakeStartCode(std::uint64_t at) {
   const std::uint8_t code = ByteAt(at + 3);
-  if (code > PictureCode && code <= LastSliceCode) {
+  if (start_code::IsSlice(code)) {
     lastSlice_ = code;
     return false;
   }
-  const bool header = code == SequenceHeaderCode || code == GroupCode || code == PictureCode;
+  const bool header =
+      code == start_code::Sequence || code == start_code::Group || code == start_code::Picture;
   if (header && pictureSeen_) {
     EndUnit(at);
     return true;
   }
-  if (header && !inUnit_ && firstUnitOfFile_ && code != SequenceHeaderCode) {
-    if (code == PictureCode) {
-      throw MuxFault(fmt::format(NoSequenceHeader, (*list_)[filesOpened_ - 1].Path),
-                     PlaceAt(filesOpened_ - 1, at));
+  if (header && !inUnit_ && firstUnitOfFile_ && code != start_code::Sequence) {
+    if (code == start_code::Picture) {
+      throw MuxFault(message::SequenceHeaderMissing, PlaceAt(filesOpened_ - 1, at),
+                     (*list_)[filesOpened_ - 1].Path);
     }
     return false;
   }
@@ -197,15 +180,15 @@ bool PictureSource::TakeStartCode(std::uint64_t at) {
     coming_ = {};
     coming_.Offset = at;
     coming_.File = filesOpened_ - 1;
-    coming_.SequenceHeader = code == SequenceHeaderCode;
+    coming_.SequenceHeader = code == start_code::Sequence;
   }
-  if (code == SequenceHeaderCode) {
+  if (code == start_code::Sequence) {
     TakeSequenceHeader(at);
-  } else if (code == PictureCode) {
+  } else if (code == start_code::Picture) {
     TakePictureHeader(at);
-  } else if (code == ExtensionCode) {
+  } else if (code == start_code::Extension) {
     TakeExtension(at);
-  } else if (code == SequenceEndCode) {
+  } else if (code == start_code::SequenceEnd) {
     TakeEndCode(at);
   }
   return false;
@@ -214,9 +197,8 @@ bool PictureSource::TakeStartCode(std::uint64_t at) {
 void PictureSource::TakeSequenceHeader(std::uint64_t at) {
   const auto size = static_cast<std::uint32_t>(ByteAt(at + 4) << 16 | ByteAt(at + 5) << 8 | ByteAt(at + 6));
   if (pictureSize_ != 0 && size != pictureSize_) {
-    throw MuxFault(fmt::format(TwoSizes, pictureSize_ >> 12, pictureSize_ & 0xFFF, size >> 12, size & 0xFFF,
-                               (*list_)[coming_.File].Path),
-                   PlaceAt(coming_.File, at));
+    throw MuxFault(message::PictureSizeChanges, PlaceAt(coming_.File, at), pictureSize_ >> 12,
+                   pictureSize_ & 0xFFF, size >> 12, size & 0xFFF, (*list_)[coming_.File].Path);
   }
   pictureSize_ = size;
 }
@@ -226,12 +208,12 @@ void PictureSource::TakePictureHeader(std::uint64_t at) {
   pictureSeen_ = true;
   extensionSeen_ = false;
   lastSlice_ = 0;
-  coming_.Temporal = ByteAt(at + 4) << 2 | ByteAt(at + 5) >> 6;
+  coming_.TemporalReference = ByteAt(at + 4) << 2 | ByteAt(at + 5) >> 6;
   const int type = (ByteAt(at + 5) >> 3) & 7;
   // A type that the format does not know is damage; it is carried as what it least disturbs.
   coming_.Type = type == 1 ? PictureType::I : type == 3 ? PictureType::B : PictureType::P;
-  if (scannedHalves_ == 0 && coming_.Type != PictureType::I) {
-    throw MuxFault(fmt::format(NoFirstIntra, (*list_)[coming_.File].Path), PlaceAt(coming_.File, at));
+  if (scannedFields_ == 0 && coming_.Type != PictureType::I) {
+    throw MuxFault(message::FirstPictureNotIntra, PlaceAt(coming_.File, at), (*list_)[coming_.File].Path);
   }
   if (at == coming_.Offset && at + 7 < end_) {
     SetByte(at + 5, ByteAt(at + 5) | 0x07U);
@@ -242,12 +224,12 @@ void PictureSource::TakePictureHeader(std::uint64_t at) {
 
 void PictureSource::TakeExtension(std::uint64_t at) {
   const unsigned id = ByteAt(at + 4) >> 4;
-  if (!options_.Mpeg2 || !pictureSeen_ || extensionSeen_ || id != PictureCodingExtension) {
+  if (!options_.Mpeg2 || !pictureSeen_ || extensionSeen_ || id != extension_id::PictureCoding) {
     return;
   }
   extensionSeen_ = true;
-  coming_.LengthHalves = (ByteAt(at + 6) & 3U) == FramePicture ? 2 : 1;
-  coming_.RepeatHalves = (ByteAt(at + 7) >> 1) & 1;
+  coming_.LengthFields = (ByteAt(at + 6) & 3U) == FramePicture ? 2 : 1;
+  coming_.RepeatFields = (ByteAt(at + 7) >> 1) & 1;
 }
 
 void PictureSource::TakeEndCode(std::uint64_t at) {
@@ -268,7 +250,7 @@ void PictureSource::RemoveEndCode() {
 
 // Gives the last picture of a file its end code, where it has none of its own.
 void PictureSource::EndFile() {
-  constexpr std::array<std::uint8_t, StartCodeBytes> EndCode{0, 0, 1, SequenceEndCode};
+  constexpr std::array<std::uint8_t, StartCodeBytes> EndCode{0, 0, 1, start_code::SequenceEnd};
   if (options_.EndEachFile && !endCode_) {
     endCode_ = end_;
     std::ranges::copy(EndCode, window_.Room(EndCode.size()).begin());
@@ -285,11 +267,11 @@ void PictureSource::EndUnit(std::uint64_t at) {
   }
   coming_.UnitBytes = static_cast<std::size_t>(at - coming_.Offset);
   coming_.EndCode = endCode_.has_value();
-  unsigned& lowest = coming_.Field() ? lowestFieldSlice_ : lowestFrameSlice_;
+  unsigned& lowest = coming_.IsField() ? lowestFieldSlice_ : lowestFrameSlice_;
   coming_.Cut = at == end_ && file_.Left() == 0 && lastSlice_ < lowest;
   lowest = std::max(lowest, lastSlice_);
   endCode_.reset();
-  scannedHalves_ += coming_.ShownHalves();
+  scannedFields_ += coming_.ShownFields();
   units_.push_back(coming_);
   inUnit_ = false;
   pictureSeen_ = false;

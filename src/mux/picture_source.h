@@ -16,7 +16,7 @@
 
 namespace quorvelant {
 
-// One coded picture with all the headers ahead of it: sequence header and extensions, GOP header, user
+// One coded picture with all the headers before it: sequence header and extensions, GOP header, user
 // data, the picture and what follows its slices up to the next such header.
 struct PictureUnit : CodedPicture {
   std::uint64_t Offset = 0;  // of its first byte, counted through all files
@@ -31,7 +31,7 @@ struct PictureUnit : CodedPicture {
 // Reads the files once, in large steps, and cuts them into units as far ahead as is asked for.
 //
 // On the way it makes what is read fit for the disc: sequence end codes are overwritten with zero bytes,
-// but for the one behind the last picture (when they are to be removed), and pictures that open no GOP get
+// but for the one after the last picture (when they are to be removed), and pictures that open no GOP get
 // the vbv_delay of a variable bit rate.
 class PictureSource {
  public:
@@ -44,17 +44,17 @@ class PictureSource {
   };
   PictureSource(Random& files, const std::vector<MuxVideoFile>& list, Options options);
 
-  // The unit `index` places behind the front one; null at the end of the track. May move the bytes.
-  const PictureUnit* Ahead(std::size_t index);
-  const PictureUnit* Front() { return Ahead(0); }
-  // The bytes of a unit that is not yet passed; they stay until Ahead or Next is called.
+  // The unit `offset` places after the front one; null at the end of the track. May move the bytes.
+  const PictureUnit* After(std::size_t offset);
+  const PictureUnit* Front() { return After(0); }
+  // The bytes of a unit that is not yet passed; they stay until After or Next is called.
   ByteView BytesOf(const PictureUnit& unit);
   // Passes the front unit.
   void Next();
 
-  // All units were read. Then ScannedHalves is the length of the track.
+  // All units were read. Then ScannedFields is the length of the track.
   bool AtEnd() const { return atEnd_; }
-  std::int64_t ScannedHalves() const { return scannedHalves_; }
+  std::int64_t ScannedFields() const { return scannedFields_; }
   // Where a unit stands, for messages: "file@byte".
   std::string PlaceOf(const PictureUnit& unit) const;
 
@@ -82,12 +82,12 @@ class PictureSource {
   std::deque<PictureUnit> units_;
 
   std::uint64_t base_ = 0;                // offset of the window's first byte
-  std::uint64_t end_ = 0;                 // behind its last one
+  std::uint64_t end_ = 0;                 // after its last byte
   std::uint64_t scan_ = 0;                // where the search goes on
   std::size_t filesOpened_ = 0;           // the last of them is the one being read
   std::vector<std::uint64_t> fileStart_;  // offset of each file's first byte
   bool atEnd_ = false;
-  std::int64_t scannedHalves_ = 0;
+  std::int64_t scannedFields_ = 0;
 
   PictureUnit coming_;
   bool inUnit_ = false;         // a header of the coming unit was met

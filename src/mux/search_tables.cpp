@@ -68,7 +68,7 @@ Number Address(const Walk& walk, const VobuRecord* there, std::uint32_t none) {
   return {walk.Distance(*there) | (there->HasVideo ? nav::HasVideoBit : 0)};
 }
 
-// Whether a VOBU with video stands on the way, from `first` on and ahead of `end`.
+// Whether a VOBU with video stands on the way, from `first` on and before `end`.
 bool VideoBetween(const Walk& walk, std::size_t first, std::size_t end) {
   for (std::size_t i = first; i < end; ++i) {
     if (walk.At(i)->HasVideo) {
@@ -83,22 +83,22 @@ std::array<std::uint32_t, StepHalfSeconds.size()> Jumps(const Walk& walk, const 
   std::array<std::uint32_t, StepHalfSeconds.size()> rows{};
   rows.fill(nav::NoVobu);
   const std::int64_t halfSecond = timing.FramesPerSecond * timing.FramePeriod / 2;
-  std::size_t former = 0;  // the VOBU of the row before
+  std::size_t previous = 0;  // the VOBU of the row before
   for (std::size_t row = 0; row < rows.size(); ++row) {
     const std::int64_t target = walk.At(0)->StartPts + walk.Sign() * StepHalfSeconds[row] * halfSecond;
-    std::size_t count = former;
+    std::size_t count = previous;
     while (walk.At(count) != nullptr && walk.Beyond(*walk.At(count), target)) {
       ++count;
     }
     const VobuRecord* hit = walk.At(count);
     const bool found = hit != nullptr && Walk::Within(*hit, target);
-    const bool between = StepHalfSeconds[row] >= LongStep && VideoBetween(walk, former + 1, count);
+    const bool between = StepHalfSeconds[row] >= LongStep && VideoBetween(walk, previous + 1, count);
     rows[row] = (found ? static_cast<std::uint32_t>(Address(walk, hit, 0).Value) : nav::NoVobu) |
                 (between ? nav::VideoBetweenBit : 0);
     if (!found) {
       break;
     }
-    former = count;
+    previous = count;
   }
   return rows;
 }
@@ -113,11 +113,11 @@ void PutSearchTables(std::span<const VobuRecord> records, std::size_t index, con
   Put(sector, nav::NextVobu, Address(forward, forward.At(1), nav::NoVobu));
   Put(sector, nav::PreviousVobu, Address(backward, backward.At(1), nav::NoVobu));
   Put(sector, nav::PreviousVideo, Address(backward, backward.VideoFrom(1), nav::NoVideoVobu));
-  const auto ahead = Jumps(forward, timing);
-  const auto behind = Jumps(backward, timing);
-  for (std::size_t row = 0; row < ahead.size(); ++row) {
-    Put(sector, nav::ForwardJumps, Number{ahead[row]}, ahead.size() - 1 - row);
-    Put(sector, nav::BackwardJumps, Number{behind[row]}, row);
+  const auto onward = Jumps(forward, timing);
+  const auto back = Jumps(backward, timing);
+  for (std::size_t row = 0; row < onward.size(); ++row) {
+    Put(sector, nav::ForwardJumps, Number{onward[row]}, onward.size() - 1 - row);
+    Put(sector, nav::BackwardJumps, Number{back[row]}, row);
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include "base/bytes.h"
 #include "disc/clock.h"
+#include "disc/video_standard.h"
 #include "disc/vob_records.h"
 
 namespace quorvelant {

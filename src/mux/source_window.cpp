@@ -6,17 +6,10 @@
 #include <cstring>
 #include <utility>
 
+#include "mux/messages.h"
 #include "mux/mux_fault.h"
 
 namespace quorvelant {
-namespace {
-
-constexpr std::string_view NotOpened = "The source file {} could not be opened.";
-constexpr std::string_view Shrunk =
-    "The source file {} became shorter while it was read: it ends at byte {}, and {} more were announced.";
-
-}  // namespace
-
 ByteSpan SlidingWindow::Room(std::size_t bytes) {
   if (buffer_.size() - end_ < bytes) {
     std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
@@ -41,7 +34,7 @@ SourceFile::SourceFile(SourceFile&& other) noexcept
 void SourceFile::Open(const std::string& path, std::uint64_t from, std::uint64_t bytes) {
   Close();
   if (!files_->OpenSource(path, slot_)) {
-    throw MuxFault(fmt::format(NotOpened, path), path);
+    throw MuxFault(message::MuxSourceNotOpened, path, path);
   }
   open_ = true;
   path_ = path;
@@ -78,8 +71,8 @@ std::size_t SourceFile::Read(ByteSpan target) {
   }
   const std::size_t got = files_->ReadInto(target.first(wanted), slot_);
   if (got < wanted) {
-    throw MuxFault(fmt::format(Shrunk, path_, position_ + got, left_ - got),
-                   fmt::format("{}@{}", path_, position_ + got));
+    throw MuxFault(message::MuxSourceShrunk, fmt::format("{}@{}", path_, position_ + got), path_,
+                   position_ + got, left_ - got);
   }
   position_ += got;
   left_ -= got;

@@ -19,7 +19,7 @@ class SlidingWindow {
   std::size_t HeldBytes() const { return end_ - begin_; }
   std::size_t Capacity() const { return buffer_.size(); }
   void Drop(std::size_t bytes) { begin_ += bytes; }
-  // Room for at least `bytes` behind what is held, which may move; the window grows if it must.
+  // Room for at least `bytes` after what is held, which may move; the window grows if it must.
   ByteSpan Room(std::size_t bytes);
   void Added(std::size_t bytes) { end_ += bytes; }
 
@@ -40,7 +40,7 @@ class SourceFile {
   SourceFile& operator=(SourceFile&&) = delete;
   ~SourceFile() { Close(); }
 
-  // The stretch of `bytes` from `from`; the whole file behind `from` for WholeFile.
+  // The stretch of `bytes` from `from`; the rest of the file from there for WholeFile.
   static constexpr std::uint64_t WholeFile = ~std::uint64_t{0};
   void Open(const std::string& path, std::uint64_t from, std::uint64_t bytes);
   // What was made of the file at `path`, to be read in its place.

@@ -1,30 +1,21 @@
 #include "mux/still_source.h"
 
-#include <fmt/format.h>
-
-#include <string>
-
 #include "codec/still_encoder.h"
+#include "disc/video_standard.h"
+#include "mux/messages.h"
 #include "mux/mux_fault.h"
 #include "picture/picture_loader.h"
 
 namespace quorvelant {
 namespace {
 
-constexpr int FullWidth = 720;
-
-int FullHeight(const MuxInput& input) {
-  return input.Ntsc ? 480 : 576;
-}
-
 void CheckSize(const MuxInput& input, const MuxVideoFile& file, const Picture& picture) {
-  const int height = FullHeight(input);
+  const int height = FullHeight(input.Ntsc);
   const bool full = picture.Width == FullWidth && picture.Height == height;
   const bool half = picture.Width == FullWidth / 2 && picture.Height == height / 2;
   if (!full && !half) {
-    throw MuxFault(fmt::format(StillSizeText, FullWidth, height, FullWidth / 2, height / 2, input.Name,
-                               file.Path, picture.Width, picture.Height),
-                   file.Path, StillSizeTitle);
+    throw MuxFault(message::StillSizeUnfit, file.Path, FullWidth, height, FullWidth / 2, height / 2,
+                   input.Name, file.Path, picture.Width, picture.Height);
   }
 }
 
@@ -35,7 +26,7 @@ Picture LoadStill(const MuxInput& input, const MuxVideoFile& file, PictureLoader
     CheckSize(input, file, picture);
     return picture;
   } catch (const PictureError& error) {
-    throw MuxFault(error.what(), file.Path);
+    throw MuxFault(message::StillUnreadable, file.Path, error.what());
   }
 }
 
@@ -54,7 +45,7 @@ std::optional<Message> FaultOfStill(const MuxInput& input, const MuxVideoFile& f
     LoadStill(input, file, &platform);
     return std::nullopt;
   } catch (const MuxFault& fault) {
-    return Message{Severity::Error, fault.Title, fault.what(), fault.Place};
+    return fault.Told;
   }
 }
 

@@ -3,16 +3,11 @@
 
 #include <functional>
 #include <optional>
-#include <string_view>
 
 #include "base/bytes.h"
 #include "mux/mux_track.h"
 
 namespace quorvelant {
-
-inline constexpr std::string_view StillSizeTitle = "Image size error";
-inline constexpr std::string_view StillSizeText =
-    "Image sizes must be {0}*{1} or {2}*{3} in track \"{4}\": {5} has {6}*{7}";
 
 // Makes the stream of one picture, without a sequence end code, of a bitmap of the track's video list. What
 // it returns raises MuxFault where the bitmap can't be read or has no size of the track's standard. `input`

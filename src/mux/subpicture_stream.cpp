@@ -1,14 +1,13 @@
 #include "mux/subpicture_stream.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <string_view>
+#include <exception>
 
 #include "mux/interleave.h"
+#include "mux/messages.h"
 #include "mux/mux_fault.h"
 #include "mux/mux_state.h"
-#include "mux/subpicture_packs.h"
+#include "mux/packet.h"
 #include "picture/picture_loader.h"
 #include "subpicture/coded_bitmaps.h"
 #include "subpicture/spu_encoder.h"
@@ -17,11 +16,11 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::string_view NoUnit = "Track \"{}\", subtitle stream {}, entry {}: {}";
+constexpr std::uint8_t FirstSubstream = 0x20;
 constexpr std::int64_t StopStepTicks = 1024;
 constexpr std::uint32_t NoStop = 65535;
 
-// While a picture is held, a unit may reach the player so much ahead of its time, as a picture may.
+// While a picture is held, a unit may reach the player as much before its time as a picture may.
 constexpr Clock MostLead = Clock::FromTicks(63000);
 
 std::int64_t StopPtsOf(const SPURecord& unit) {
@@ -30,6 +29,10 @@ std::int64_t StopPtsOf(const SPURecord& unit) {
 }
 
 Bytes MakeUnitOf(MuxState& state, const SubpictureState& stream, const SPURecord& unit) {
+  const auto notMade = [&](const std::exception& error) {
+    return MuxFault(message::SubtitleNotMade, unit.File, state.Input.Name, stream.Input->StreamNumber,
+                    unit.Entry + 1, error.what());
+  };
   try {
     const MuxBuild& build = state.Build;
     if (build.Coded != nullptr) {
@@ -40,27 +43,39 @@ Bytes MakeUnitOf(MuxState& state, const SubpictureState& stream, const SPURecord
     BmpLoader pictures(build.Pictures);
     return MakeUnit(unit, LoadSPUBitmap(pictures, unit, state.Input.Ntsc, build.Rules));
   } catch (const PictureError& error) {
-    throw MuxFault(
-        fmt::format(NoUnit, state.Input.Name, stream.Input->StreamNumber, unit.Entry + 1, error.what()),
-        unit.File);
+    throw notMade(error);
   } catch (const SubpictureError& error) {
-    throw MuxFault(
-        fmt::format(NoUnit, state.Input.Name, stream.Input->StreamNumber, unit.Entry + 1, error.what()),
-        unit.File);
+    throw notMade(error);
   }
 }
 
-// The clock of a unit's next pack. Sound that is due goes ahead of it, where the rules let it.
+// The clock of a unit's next pack. Sound that is due goes before it, where the rules let it.
 Clock ScrOfNextPack(MuxState& state, Clock earliest) {
   const Clock next = std::max(earliest, state.LastScr + SectorTicks);
   return state.Build.Rules.AudioBetweenUnitPacks ? InterleaveAudio(state, next) : next;
 }
 
+// The header of a unit's first pack.
+PacketHeader HeaderOf(const SPURecord& unit, bool firstOfVob) {
+  return {.StreamId = start_code::PrivateStream1,
+          .Pts = unit.StartPTS,
+          .BufferKib = firstOfVob ? PrivateBufferKib : std::uint16_t{0}};
+}
+
+// Fills a sector with the next bytes of a unit, each packet's after the substream number; returns the rest.
+ByteView PutUnitPack(ByteSpan sector, SystemClockReference scr, const PacketHeader& header, int streamNumber,
+                     ByteView rest) {
+  const std::size_t taken = std::min(rest.size(), RoomAfter(header) - 1);
+  const std::size_t at = PutPacket(sector, scr, header, 1 + taken);
+  PutBytes(sector, at, 1, FirstSubstream + static_cast<std::uint64_t>(streamNumber));
+  std::ranges::copy(rest.first(taken), sector.subspan(at + 1).begin());
+  return rest.subspan(taken);
+}
+
 void SendUnit(MuxState& state, SubpictureState& stream) {
   const SPURecord& unit = stream.Units[stream.Next++];
   const Bytes bytes = MakeUnitOf(state, stream, unit);
-  const bool first = stream.Next == 1;
-  auto form = first ? SubpicturePackForm::FirstOfVob : SubpicturePackForm::FirstOfUnit;
+  PacketHeader header = HeaderOf(unit, stream.Next == 1);
   SentUnit sent{unit.StartPTS, StopPtsOf(unit)};
   Clock earliest;
   if (state.Input.Kind != TrackKind::Motion) {
@@ -77,11 +92,9 @@ void SendUnit(MuxState& state, SubpictureState& stream) {
     if (rest.size() == bytes.size()) {
       sent.Sector = state.Output.TotalSectors();
     }
-    const ByteSpan sector = state.Output.NextSector();
-    std::ranges::fill(sector, std::uint8_t{0});
-    PutPackHeader(sector, ScrOf(scr, PackKind::AudioOrSubpicture, state.Build.Rules));
-    rest = rest.subspan(PutSubpicturePacket(sector, rest, form, stream.Input->StreamNumber, unit.StartPTS));
-    form = SubpicturePackForm::Following;
+    rest = PutUnitPack(state.Output.NextSector(), ScrOf(scr, PackKind::AudioOrSubpicture, state.Build.Rules),
+                       header, stream.Input->StreamNumber, rest);
+    header = {.StreamId = start_code::PrivateStream1};
     state.LastScr = scr;
   }
   stream.Sent.push_back(sent);
@@ -123,13 +136,13 @@ std::array<std::uint32_t, SubStreamCount> SubpictureSync(std::vector<SubpictureS
   std::array<std::uint32_t, SubStreamCount> sync{};
   sync.fill(NoSubpictureSync);
   for (SubpictureState& stream : streams) {
-    const auto behind = std::ranges::upper_bound(stream.Sent, startPts, {}, &SentUnit::StartPts);
-    if (behind == stream.Sent.begin()) {
+    const auto following = std::ranges::upper_bound(stream.Sent, startPts, {}, &SentUnit::StartPts);
+    if (following == stream.Sent.begin()) {
       continue;
     }
-    stream.Sent.erase(stream.Sent.begin(), behind - 1);
+    stream.Sent.erase(stream.Sent.begin(), following - 1);
     const SentUnit& shown = stream.Sent.front();
-    // A unit that starts with the VOBU comes behind its navigation pack and takes this one's place.
+    // A unit that starts with the VOBU comes after its navigation pack and takes this one's place.
     const bool replaced = stream.Next < stream.Units.size() && stream.Units[stream.Next].StartPTS <= startPts;
     if (startPts < shown.StopPts && !replaced) {
       sync.at(static_cast<std::size_t>(stream.Input->StreamNumber)) = sector - shown.Sector;

@@ -27,13 +27,13 @@ struct SubpictureState {
   const MuxSubStream* Input = nullptr;
   std::vector<SPURecord> Units;     // of the whole track; their bitmaps are read when they are due
   std::size_t Next = 0;             // index of the next to go
-  std::vector<SentUnit> Sent = {};  // the one showing and those behind it
+  std::vector<SentUnit> Sent = {};  // the one showing and those after it
 };
 
 // The streams of a track, their units timed.
 std::vector<SubpictureState> OpenSubpictures(const MuxInput& input, const Rules& rules);
 
-// Sends the units that start at or ahead of `duePts` (ticks), stream by stream, behind the sector written
+// Sends the units that start at or before `duePts` (ticks), stream by stream, after the sector written
 // last. No video pack may be open. Raises MuxFault where a unit can't be made.
 void SendDueUnits(MuxState& state, std::int64_t duePts);
 

@@ -11,7 +11,7 @@
 namespace quorvelant {
 namespace {
 
-// The navigation packs hold addresses of VOBUs far ahead, so they are written when all are known.
+// The navigation packs hold addresses of VOBUs much later, so they are written when all are known.
 void WriteNavPacks(const MuxState& state, std::int64_t endPts) {
   const NavSource source{state.Vobus, state.Input, state.Build.Rules, VideoStartPts, endPts};
   std::array<std::uint8_t, SectorBytes> sector{};
@@ -32,9 +32,7 @@ VobRecord RecordOf(const MuxState& state) {
                 .Cells = state.Cells,
                 .TimeMap = {}};
   for (const VobuRecord& vobu : state.Vobus) {
-    const auto ticks = static_cast<double>(vobu.EndPts - vobu.StartPts);
-    vob.TimeMap.push_back(
-        {vobu.StartSector, vobu.CellId, ticks / static_cast<double>(state.Timing.FramePeriod)});
+    vob.TimeMap.push_back({vobu.StartSector, vobu.CellId, vobu.EndPts - vobu.StartPts});
   }
   return vob;
 }
@@ -42,7 +40,7 @@ VobRecord RecordOf(const MuxState& state) {
 }  // namespace
 
 void EndTrack(MuxState& state, VobSetRecords& records) {
-  const std::int64_t endPts = state.PtsOfHalves(state.ElapsedHalves);
+  const std::int64_t endPts = state.PtsOfFields(state.ElapsedFields);
   SendDueUnits(state, state.LatestPts);
   DrainAudio(state, endPts);
   CloseRecords(state, endPts);

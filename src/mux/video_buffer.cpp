@@ -22,8 +22,8 @@ std::int64_t EndOf(Clock scr, std::int64_t bytes) {
 }  // namespace
 
 void QueuePicture(VideoBuffer& buffer, QueuedPicture picture) {
-  const auto behind = [](std::int64_t dts, const QueuedPicture& other) { return dts < other.Dts; };
-  buffer.Queue.insert(std::upper_bound(buffer.Queue.begin(), buffer.Queue.end(), picture.Dts, behind),
+  const auto earlier = [](std::int64_t dts, const QueuedPicture& other) { return dts < other.Dts; };
+  buffer.Queue.insert(std::upper_bound(buffer.Queue.begin(), buffer.Queue.end(), picture.Dts, earlier),
                       picture);
 }
 
@@ -60,10 +60,10 @@ std::int64_t ChargeVideoBuffer(VideoBuffer& buffer, Clock scr, std::size_t paylo
   const std::int64_t missing = std::max(-buffer.Fill, std::int64_t{0});
   if (missing > 0) {
     buffer.Fill = 0;
-    buffer.Owed += missing;
+    buffer.Deficit += missing;
   }
-  const std::int64_t late = std::min(buffer.Owed, bytes);
-  buffer.Owed -= late;
+  const std::int64_t late = std::min(buffer.Deficit, bytes);
+  buffer.Deficit -= late;
   buffer.Fill += bytes - late;
   return missing;
 }

@@ -20,7 +20,7 @@ struct QueuedPicture {
 // Time in the model is in units of 100 microseconds (nine ticks); data arrives at 1008 bits a unit.
 struct VideoBuffer {
   std::int64_t Fill = 0;            // bytes; below 0 a picture was due before its data
-  std::int64_t Owed = 0;            // bytes yet to come of pictures that left before they were complete
+  std::int64_t Deficit = 0;         // bytes still to arrive for pictures already decoded
   std::deque<QueuedPicture> Queue;  // in decoding order; the last one is the one being sent
 };
 

@@ -13,7 +13,7 @@ namespace {
 // A picture may not be decoded 0.7 seconds or more after the clock of a pack that carries it.
 constexpr Clock MostLag = Clock::FromTicks(63000);
 
-// Bytes of video for a pack with `room`: the rest of the picture and the pictures behind it, up to the next
+// Bytes of video for a pack with `room`: the rest of the picture and the pictures after it, up to the next
 // sequence header or the end of the track.
 std::size_t PayloadOf(MuxState& state, std::size_t room) {
   std::size_t payload = state.Picture.UnitBytes - state.Written;
@@ -21,7 +21,7 @@ std::size_t PayloadOf(MuxState& state, std::size_t room) {
     return std::min(payload, room);  // the next slide stands alone, and isn't needed yet
   }
   for (std::size_t i = 1; payload < room; ++i) {
-    const PictureUnit* next = state.Pictures.Ahead(i);
+    const PictureUnit* next = state.Pictures.After(i);
     if (next == nullptr || next->SequenceHeader) {
       break;
     }
@@ -87,7 +87,7 @@ void WriteVideoPack(MuxState& state) {
   }
   SendDueUnits(state, state.LatestPts);
   const PacketHeader header = HeaderOf(state);
-  const std::size_t payload = PayloadOf(state, RoomBehind(header));
+  const std::size_t payload = PayloadOf(state, RoomAfter(header));
   state.LastScr = InterleaveAudio(state, WaitToSend(state, payload));
   const ByteSpan sector = state.Output.NextSector();
   const SystemClockReference scr = ScrOf(state.LastScr, PackKind::Video, state.Build.Rules);

@@ -5,22 +5,18 @@
 #include <algorithm>
 #include <utility>
 
+#include "mux/messages.h"
 #include "mux/mux_fault.h"
 
 namespace quorvelant {
 namespace {
 
 constexpr std::string_view OpenLine = "Error opening '{}'.";
-constexpr std::string_view TitleSetFull =
-    "The title set fills {} VOB files of 1 GB, and the format allows no more. Spread its tracks over more "
-    "title sets.";
-constexpr std::string_view MenuFull =
-    "The menu fills the one VOB file that the format allows it (1 GB). Use shorter menu tracks.";
 
 }  // namespace
 
-VobOutput::VobOutput(Random& files, std::string baseName, bool dryRun, std::uint32_t splitSectors)
-    : files_(&files), baseName_(std::move(baseName)), dryRun_(dryRun), splitSectors_(splitSectors) {
+VobOutput::VobOutput(Random& files, VobFiles names, bool dryRun, std::uint32_t splitSectors)
+    : files_(&files), names_(std::move(names)), dryRun_(dryRun), splitSectors_(splitSectors) {
   buffers_[0].resize(SectorBytes * (dryRun ? 1 : BufferSectors));
 }
 
@@ -31,12 +27,8 @@ VobOutput::~VobOutput() {
   }
 }
 
-bool VobOutput::OneFile() const {
-  return baseName_.find("VOB", baseName_.find_last_of("/\\") + 1) != std::string::npos;
-}
-
 std::string VobOutput::NameOf(int fileNumber) const {
-  return OneFile() ? baseName_ : fmt::format("{}_{}.VOB", baseName_, fileNumber);
+  return names_.OneFile ? names_.Name : fmt::format("{}_{}.VOB", names_.Name, fileNumber);
 }
 
 ByteSpan VobOutput::NextSector() {
@@ -58,11 +50,11 @@ ByteSpan VobOutput::NextSector() {
 }
 
 void VobOutput::StartNextFile() {
-  if (OneFile()) {
-    throw MuxFault(std::string(MenuFull), NameOf(1));
+  if (names_.OneFile) {
+    throw MuxFault(message::MenuFull, NameOf(1));
   }
   if (fileNumber_ == MostVobFiles) {
-    throw MuxFault(fmt::format(TitleSetFull, MostVobFiles), NameOf(fileNumber_));
+    throw MuxFault(message::TitleSetFull, NameOf(fileNumber_), MostVobFiles);
   }
   Submit();
   CloseOpen();
@@ -175,11 +167,11 @@ void VobOutput::Rewrite(std::uint32_t sector, ByteView bytes) {
     return;
   }
   WaitForWriter();
-  const int number = OneFile() ? 1 : static_cast<int>(sector / splitSectors_) + 1;
+  const int number = names_.OneFile ? 1 : static_cast<int>(sector / splitSectors_) + 1;
   if (openNumber_ != number) {
     OpenForWriting(number, false);
   }
-  WriteAt(OneFile() ? sector : sector % splitSectors_, bytes);
+  WriteAt(names_.OneFile ? sector : sector % splitSectors_, bytes);
 }
 
 void VobOutput::Finish() {

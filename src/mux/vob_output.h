@@ -18,6 +18,13 @@ namespace quorvelant {
 inline constexpr std::uint32_t SplitSectors = 524287;  // sectors a VOB file
 inline constexpr int MostVobFiles = 9;                 // numbered files of a title set
 
+// How the files of a domain are named: a title set's Name_1.VOB, Name_2.VOB and so on; a menu's is one file
+// of the whole name.
+struct VobFiles {
+  std::string Name;
+  bool OneFile = false;
+};
+
 // Sectors are assembled in one buffer while a thread of its own writes the others: filling and writing cost
 // about the same, so side by side they take the time of a copy. At a multiple of SplitSectors a title set
 // goes on in its next numbered file. A sector can be written over later (navigation packs).
@@ -27,12 +34,9 @@ inline constexpr int MostVobFiles = 9;                 // numbered files of a ti
 // them.
 class VobOutput {
  public:
-  // `baseName` with "VOB" in its last part is the one file's whole name (a menu); otherwise the files are
-  // baseName_1.VOB, baseName_2.VOB and so on. Nothing is created before the first sector; a file that is
-  // there already is replaced. With `dryRun` sectors are counted and nothing is written. `splitSectors`
-  // is for tests.
-  VobOutput(Random& files, std::string baseName, bool dryRun = false,
-            std::uint32_t splitSectors = SplitSectors);
+  // Nothing is created before the first sector; a file that is there already is replaced. With `dryRun`
+  // sectors are counted and nothing is written. `splitSectors` is for tests.
+  VobOutput(Random& files, VobFiles names, bool dryRun = false, std::uint32_t splitSectors = SplitSectors);
   VobOutput(const VobOutput&) = delete;
   VobOutput& operator=(const VobOutput&) = delete;
   // Gives up what was not finished: waits for the writing thread, closes the file.
@@ -62,7 +66,6 @@ class VobOutput {
     std::uint32_t FileSector = 0;  // of the first one
   };
 
-  bool OneFile() const;
   std::string NameOf(int fileNumber) const;
   void OpenForWriting(int fileNumber, bool fresh);
   void CloseOpen();
@@ -76,7 +79,7 @@ class VobOutput {
   void StopWriter();
 
   Random* files_;
-  std::string baseName_;
+  VobFiles names_;
   bool dryRun_;
   std::uint32_t splitSectors_;
   std::uint32_t totalSectors_ = 0;

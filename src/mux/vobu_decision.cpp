@@ -3,25 +3,25 @@
 namespace quorvelant {
 namespace {
 
-std::int64_t LeastHalves(const FrameTiming& timing) {
+std::int64_t LeastFields(const FrameTiming& timing) {
   return 2 * std::int64_t{timing.VobuMinFrames};
 }
 
 }  // namespace
 
-std::int64_t MostVobuHalves(const FrameTiming& timing) {
+std::int64_t MostVobuFields(const FrameTiming& timing) {
   return 2 * VobuMostTicks / timing.FramePeriod;
 }
 
 bool MarkIsNear(const VobuQuestion& question, const FrameTiming& timing) {
   return question.NextMark && question.Elapsed < *question.NextMark &&
-         *question.NextMark <= question.Elapsed + LeastHalves(timing);
+         *question.NextMark <= question.Elapsed + LeastFields(timing);
 }
 
 VobuDecision DecideVobu(const VobuQuestion& question, const FrameTiming& timing, const Rules& rules) {
-  const std::int64_t least = LeastHalves(timing);
-  const auto fits = [&](std::int64_t halves) {
-    return !rules.LimitVobuLength || question.InVobu + halves <= MostVobuHalves(timing);
+  const std::int64_t least = LeastFields(timing);
+  const auto fits = [&](std::int64_t fields) {
+    return !rules.LimitVobuLength || question.InVobu + fields <= MostVobuFields(timing);
   };
   const bool enough = question.InVobu >= least;
   const bool markMet = question.NextMark && question.Elapsed >= *question.NextMark;

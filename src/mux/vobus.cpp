@@ -1,13 +1,11 @@
 #include "mux/vobus.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <limits>
-#include <string_view>
 
 #include "mux/failures.h"
 #include "mux/interleave.h"
+#include "mux/messages.h"
 #include "mux/pack_header.h"
 #include "mux/padding_packet.h"
 #include "mux/vobu_decision.h"
@@ -15,78 +13,72 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::string_view MissedMarkTitle = "Chapter Mark";
-constexpr std::string_view MissedMark =
-    "Scene \"{}\" of track \"{}\" opens no cell: its mark at frame {} has no sequence header of its own "
-    "behind "
-    "it. Players can't jump to it.";
-
-std::optional<std::int64_t> NextMarkHalves(const MuxState& state) {
+std::optional<std::int64_t> NextMarkFields(const MuxState& state) {
   if (state.NextMark >= state.Input.Marks.size()) {
     return {};
   }
   return 2 * state.Input.Marks[state.NextMark].Frame;
 }
 
-// Lengths of the current picture and those behind it, up to the least frames of a VOBU.
+// Lengths of the current picture and those after it, up to the least frames of a VOBU.
 std::int64_t LengthAhead(MuxState& state) {
-  std::int64_t halves = 0;
-  for (std::size_t i = 0; halves < 2 * std::int64_t{state.Timing.VobuMinFrames}; ++i) {
-    const PictureUnit* unit = state.Pictures.Ahead(i);
+  std::int64_t fields = 0;
+  for (std::size_t i = 0; fields < 2 * std::int64_t{state.Timing.VobuMinFrames}; ++i) {
+    const PictureUnit* unit = state.Pictures.After(i);
     if (unit == nullptr) {
       break;
     }
-    halves += unit->LengthHalves;
+    fields += unit->LengthFields;
   }
-  return halves;
+  return fields;
 }
 
-// Half frames from the current picture to the first sequence header at or behind `mark`, or to the end of
+// Fields from the current picture to the first sequence header at or after `mark`, or to the end of
 // the track; no further than a VOBU may reach.
-std::int64_t HalvesToMarked(MuxState& state, std::int64_t mark) {
-  std::int64_t halves = state.Picture.ShownHalves();
-  for (std::size_t i = 1; halves <= MostVobuHalves(state.Timing); ++i) {
-    const PictureUnit* unit = state.Pictures.Ahead(i);
-    if (unit == nullptr || (unit->SequenceHeader && state.HalvesAhead() + halves >= mark)) {
+std::int64_t FieldsToMarked(MuxState& state, std::int64_t mark) {
+  std::int64_t fields = state.Picture.ShownFields();
+  for (std::size_t i = 1; fields <= MostVobuFields(state.Timing); ++i) {
+    const PictureUnit* unit = state.Pictures.After(i);
+    if (unit == nullptr || (unit->SequenceHeader && state.FieldsBeforePicture() + fields >= mark)) {
       break;
     }
-    halves += unit->ShownHalves();
+    fields += unit->ShownFields();
   }
-  return halves;
+  return fields;
 }
 
 VobuDecision DecideAtPicture(MuxState& state) {
-  VobuQuestion question{.Elapsed = state.HalvesAhead(),
-                        .InVobu = state.HalvesAhead() - state.VobuStartHalves,
-                        .NextMark = NextMarkHalves(state),
+  VobuQuestion question{.Elapsed = state.FieldsBeforePicture(),
+                        .InVobu = state.FieldsBeforePicture() - state.VobuStartFields,
+                        .NextMark = NextMarkFields(state),
                         .Ahead = LengthAhead(state),
                         .EndsSequence = state.Picture.EndCode,
                         .Still = state.Input.Kind == TrackKind::Still};
   if (MarkIsNear(question, state.Timing)) {
-    question.ToMarked = HalvesToMarked(state, *question.NextMark);
+    question.ToMarked = FieldsToMarked(state, *question.NextMark);
   }
   return DecideVobu(question, state.Timing, state.Build.Rules);
 }
 
-// Begins the cell behind the half frames `halves`.
-void BeginCell(MuxState& state, std::size_t mark, std::int64_t halves) {
+// Begins the cell after `fields` fields.
+void BeginCell(MuxState& state, std::size_t mark, std::int64_t fields) {
   const bool known = mark < state.Input.Marks.size();
   state.Cells.push_back({.CellId = static_cast<std::uint8_t>(state.Cells.size() + 1),
                          .Scene = known ? state.Input.Marks[mark].Scene : 0,
                          .StartSector = state.Output.TotalSectors(),
-                         .StartPts = state.PtsOfHalves(halves)});
-  state.CellUopMask = known ? state.Input.Marks[mark].UopMask : 0;
-  state.CellStartHalves = halves;
+                         .StartPts = state.PtsOfFields(fields)});
+  state.CellMark = mark;
+  state.CellStartFields = fields;
 }
 
-void EndCell(MuxState& state, std::int64_t endPts, std::int64_t endHalves) {
+void EndCell(MuxState& state, std::int64_t endPts, std::int64_t endFields) {
   VobuRecord& last = state.Vobus.back();
   last.LastOfCell = true;
   CellRecord& cell = state.Cells.back();
   cell.EndSector = last.EndSector;
   cell.LastVobuStartSector = last.StartSector;
   cell.EndPts = endPts;
-  cell.Frames = static_cast<int>((endHalves - state.CellStartHalves + 1) / 2);
+  cell.Frames = static_cast<int>((endFields - state.CellStartFields + 1) / 2);
 }
 
 void EndVobu(MuxState& state, std::int64_t endPts) {
@@ -95,24 +87,23 @@ void EndVobu(MuxState& state, std::int64_t endPts) {
   last.EndPts = endPts;
 }
 
-// Takes the sector of the navigation pack and begins its record behind the half frames `halves`.
-void BeginVobu(MuxState& state, Clock navScr, std::int64_t halves, bool hasVideo) {
+// Takes the sector of the navigation pack and begins its record after `fields` fields.
+void BeginVobu(MuxState& state, Clock navScr, std::int64_t fields, bool hasVideo) {
   VobuRecord record{.StartSector = state.Output.TotalSectors(),
                     .VobId = state.VobId,
                     .CellId = state.Cells.back().CellId,
                     .HasVideo = hasVideo,
                     .NavScr = navScr,
-                    .StartPts = state.PtsOfHalves(halves),
-                    .FramesAtStart = static_cast<double>(halves) / 2,
-                    .CellFramesAtStart = static_cast<double>(halves - state.CellStartHalves) / 2,
-                    .UopMask = state.CellUopMask};
+                    .StartPts = state.PtsOfFields(fields),
+                    .CellFields = fields - state.CellStartFields,
+                    .Mark = state.CellMark};
   record.SubSync = SubpictureSync(state.Subpictures, record.StartPts, record.StartSector);
   // Written when the addresses of later VOBUs are known.
   std::ranges::fill(state.Output.NextSector(), std::uint8_t{0});
   record.FileNumber = state.Output.FileNumber();
   record.FileSector = state.Output.FileSectors() - 1;
   state.Vobus.push_back(record);
-  state.VobuStartHalves = halves;
+  state.VobuStartFields = fields;
   state.ReferencesInVobu = 0;
   state.ReferencePairOpen = false;
   state.NavScr = navScr;
@@ -123,15 +114,15 @@ void BeginVobu(MuxState& state, Clock navScr, std::int64_t halves, bool hasVideo
 }
 
 // Opens the cell of the mark that was met; further marks met with it are missed.
-void BeginMarkedCell(MuxState& state, std::int64_t halves) {
+void BeginMarkedCell(MuxState& state, std::int64_t fields) {
   const std::size_t mark = state.NextMark++;
   const std::size_t missed = state.NextMark;
-  while (NextMarkHalves(state) && *NextMarkHalves(state) <= halves) {
+  while (NextMarkFields(state) && *NextMarkFields(state) <= fields) {
     ++state.NextMark;
   }
   WarnOfMissedMarks(state, missed, state.NextMark);
-  EndCell(state, state.Vobus.back().EndPts, halves);
-  BeginCell(state, mark, halves);
+  EndCell(state, state.Vobus.back().EndPts, fields);
+  BeginCell(state, mark, fields);
 }
 
 bool RoomForCell(const MuxState& state) {
@@ -153,7 +144,7 @@ void PadLoneNavPack(MuxState& state) {
 }  // namespace
 
 void OpenVob(MuxState& state) {
-  while (NextMarkHalves(state) && *NextMarkHalves(state) <= 0) {
+  while (NextMarkFields(state) && *NextMarkFields(state) <= 0) {
     ++state.NextMark;
   }
   WarnOfMissedMarks(state, 1, state.NextMark);
@@ -170,42 +161,42 @@ void OpenVobuIfDue(MuxState& state) {
     return;
   }
   SendDueUnits(state, state.LatestPts);  // of the VOBU that ends here
-  const Clock wanted = state.TimeOfHalves(state.HalvesAhead() - state.FormerLengthHalves);
+  const Clock wanted = state.TimeOfFields(state.FieldsBeforePicture() - state.PreviousLengthFields);
   SendAudioAhead(state, wanted, state.Times.Dts);
   const Clock navScr = std::max(wanted, state.LastScr + SectorTicks);
   CheckBitRate(state, navScr);
-  EndVobu(state, state.PtsOfHalves(state.HalvesAhead()));
+  EndVobu(state, state.PtsOfFields(state.FieldsBeforePicture()));
   if (decision.OpensCell && RoomForCell(state)) {
-    BeginMarkedCell(state, state.HalvesAhead());
+    BeginMarkedCell(state, state.FieldsBeforePicture());
   }
-  BeginVobu(state, navScr, state.HalvesAhead(), true);
+  BeginVobu(state, navScr, state.FieldsBeforePicture(), true);
 }
 
 void OpenHeldVobu(MuxState& state, Clock wanted) {
-  const std::int64_t halves = state.ElapsedHalves;
-  const bool marked = NextMarkHalves(state) && *NextMarkHalves(state) <= halves && RoomForCell(state);
+  const std::int64_t fields = state.ElapsedFields;
+  const bool marked = NextMarkFields(state) && *NextMarkFields(state) <= fields && RoomForCell(state);
   if (marked) {
     PadLoneNavPack(state);
   }
   const Clock navScr = std::max(wanted, state.LastScr + SectorTicks);
-  EndVobu(state, state.PtsOfHalves(halves));
+  EndVobu(state, state.PtsOfFields(fields));
   if (marked) {
-    BeginMarkedCell(state, halves);
+    BeginMarkedCell(state, fields);
   }
-  BeginVobu(state, navScr, halves, false);
+  BeginVobu(state, navScr, fields, false);
 }
 
 void NotePictureEnd(MuxState& state) {
   const PictureUnit& picture = state.Picture;
   VobuRecord& record = state.Vobus.back();
   if (picture.EndCode) {
-    record.SeqEndPts = state.PtsOfHalves(state.ElapsedHalves);
+    record.SeqEndPts = state.PtsOfFields(state.ElapsedFields);
   }
   if (picture.Type == PictureType::B) {
     return;
   }
-  const bool second = picture.Field() && state.ReferencePairOpen;
-  state.ReferencePairOpen = picture.Field() && !second;
+  const bool second = picture.IsField() && state.ReferencePairOpen;
+  state.ReferencePairOpen = picture.IsField() && !second;
   if (!second) {
     ++state.ReferencesInVobu;
   }
@@ -228,14 +219,13 @@ void NoteAudioPack(MuxState& state, std::size_t index, std::uint32_t sector, std
 void CloseRecords(MuxState& state, std::int64_t endPts) {
   PadLoneNavPack(state);
   EndVobu(state, endPts);
-  EndCell(state, endPts, state.ElapsedHalves);
+  EndCell(state, endPts, state.ElapsedFields);
 }
 
 void WarnOfMissedMarks(const MuxState& state, std::size_t first, std::size_t last) {
   for (std::size_t i = first; i < last && i < state.Input.Marks.size(); ++i) {
     const MuxMark& mark = state.Input.Marks[i];
-    TellWarning(state.Build.Ui, MissedMarkTitle,
-                fmt::format(MissedMark, mark.Name, state.Input.Name, mark.Frame));
+    state.Build.Ui.Tell(MessageOf(message::MarkOpensNoCell, {}, mark.Name, state.Input.Name, mark.Frame));
   }
 }
 

@@ -13,7 +13,7 @@ void OpenVob(MuxState& state);
 // Opens a VOBU, and a cell, with the current picture if the time has come.
 void OpenVobuIfDue(MuxState& state);
 
-// Opens a VOBU, and a cell where a mark was met, behind all that was shown so far: while a picture is held.
+// Opens a VOBU, and a cell where a mark was met, after all that was shown so far: while a picture is held.
 // It has no video until a picture goes into it. Its navigation pack goes at `wanted` or later.
 void OpenHeldVobu(MuxState& state, Clock wanted);
 

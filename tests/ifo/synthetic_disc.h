@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "disc/video_standard.h"
 #include "ifo/domain_records.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
@@ -13,7 +14,7 @@ namespace quorvelant {
 // VOBs of one track each. A cell is `framesPerCell` frames in VOBUs of 12 frames and 100 sectors; scene
 // i of the track is cell i + 1.
 inline void AddVob(DomainRecords& domain, int track, std::vector<int> framesPerCell,
-                   CarriedStreams carried = {}) {
+                   CarriedStreams carried = {}, const FrameTiming& timing = PalTiming) {
   VobSetRecords& set = domain.Vobs;
   VobRecord vob;
   vob.VobId = static_cast<std::uint16_t>(set.Vobs.size() + 1);
@@ -29,7 +30,7 @@ inline void AddVob(DomainRecords& domain, int track, std::vector<int> framesPerC
     for (int left = frames; left > 0; left -= 12) {
       cell.LastVobuStartSector = set.TotalSectors;
       set.VobuAddressList.push_back(set.TotalSectors);
-      vob.TimeMap.push_back({set.TotalSectors, cell.CellId, static_cast<double>(std::min(left, 12))});
+      vob.TimeMap.push_back({set.TotalSectors, cell.CellId, std::min(left, 12) * timing.FramePeriod});
       set.TotalSectors += 100;
     }
     cell.EndSector = set.TotalSectors - 1;

@@ -60,7 +60,7 @@ TEST(TimeMaps, StepGrowsBeyond2048Entries) {
   for (const auto& [seconds, step, entries] : {std::tuple{2048, 1U, 2048U}, {2050, 2U, 1025U}}) {
     SyntheticDisc disc;
     disc.Ntsc = true;
-    AddVob(disc.Titles, 0, {seconds * 30 + 12});
+    AddVob(disc.Titles, 0, {seconds * 30 + 12}, {}, NtscTiming);
     disc.AddTitle({ChainOf("A", {ProgramOf(0, {0})})});
     const Bytes bytes = BuildTimeMaps(disc.Records());
     EXPECT_EQ(At(bytes, 12, 1), step);

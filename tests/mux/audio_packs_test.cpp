@@ -8,6 +8,7 @@
 #include "mux/audio_stream.h"
 #include "mux_run.h"
 #include "support/media.h"
+#include "support/stream_builder.h"
 
 namespace quorvelant {
 namespace {
@@ -177,6 +178,49 @@ TEST(AudioPacks, SoundRunsOnAcrossFilesAndEndsWithThePicture) {
   // 50 frames are 180000 ticks: 62.5 frames of sound, the one that has begun to its end.
   EXPECT_EQ(sent.size(), 63U * 768U);
   EXPECT_THAT(run.Complaints(), testing::IsEmpty());
+}
+
+// What looks like a frame and is none, before the first frame and within the sound: every frame is counted,
+// and the pointers lead to frames.
+TEST(AudioPacks, FramesAreFoundAgainAfterDamage) {
+  const auto frame = [](std::uint8_t rate, std::uint8_t version, std::size_t bytes) {
+    Bytes made(bytes, 0x55);
+    PutBytes(made, 0, 6, std::uint64_t{0x0B770102} << 16 | rate << 8 | version);
+    return made;
+  };
+  StreamBuilder noise;
+  noise.Raw(Bytes{0x55, 0x0B})
+      .Raw(frame(0x14, 0x48, 100))  // bsid 9
+      .Raw(frame(0x26, 0x40, 100))  // a size code beyond the table
+      .Raw(frame(0x54, 0x40, 100))  // 44.1 kHz
+      .Raw(Bytes{0x0B, 0x78, 1, 2, 0x14, 0x40});
+  StreamBuilder stream;
+  stream.Raw(noise.Data());
+  for (int i = 0; i < 30; ++i) {
+    stream.Raw(frame(0x14, 0x40, 768));
+    if (i % 7 == 3) {
+      stream.Raw(noise.Data()).Raw(frame(0x1E, 0x40, 100));  // the last: of another size
+    }
+  }
+  MuxRun run;
+  MuxInput input = MotionTrack({SampleVideo({.Frames = 25})});
+  input.Audio = {Ac3Stream(Saved(run.Folder, stream.Data(), "damaged.ac3"))};
+  ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+  Bytes expected(stream.Data().begin() + static_cast<std::ptrdiff_t>(noise.Size()), stream.Data().end());
+  const Bytes sent = run.Stream(0x80);
+  ASSERT_GE(sent.size(), 29 * 768U);
+  expected.resize(sent.size());
+  EXPECT_EQ(sent, expected);
+  int frames = 0;
+  for (const ReadPack& pack : run.PacksOf(0x80)) {
+    frames += pack.Frames;
+    if (pack.Frames > 0) {
+      const auto at = static_cast<std::size_t>(pack.Pointer) - 1;
+      EXPECT_EQ(pack.Payload.at(at), 0x0B);
+      EXPECT_EQ(at + 4 < pack.Payload.size() ? pack.Payload[at + 4] : 0x14, 0x14);
+    }
+  }
+  EXPECT_EQ(frames, 30);
 }
 
 TEST(AudioPacks, BadSoundIsRefusedByName) {

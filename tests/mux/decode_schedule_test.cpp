@@ -13,9 +13,9 @@ std::vector<CodedPicture> Pictures(std::string_view text) {
   std::vector<CodedPicture> pictures;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '*') {
-      pictures.back().RepeatHalves = 1;
+      pictures.back().RepeatFields = 1;
     } else if (text[i] >= '0' && text[i] <= '9') {
-      pictures.back().Temporal = pictures.back().Temporal * 10 + (text[i] - '0');
+      pictures.back().TemporalReference = pictures.back().TemporalReference * 10 + (text[i] - '0');
     } else if (text[i] != ' ') {
       const bool field = text[i] >= 'a';
       const char type = field ? static_cast<char>(text[i] - 'a' + 'A') : text[i];
@@ -31,8 +31,8 @@ std::vector<TimeStamps> Schedule(const std::vector<CodedPicture>& pictures, cons
   DecodeSchedule schedule(timing);
   std::vector<TimeStamps> times;
   for (std::size_t i = 0; i < pictures.size(); ++i) {
-    const DecodeTimes t = schedule.Next(pictures[i], [&](std::size_t ahead) {
-      return i + ahead < pictures.size() ? &pictures[i + ahead] : nullptr;
+    const DecodeTimes t = schedule.Next(pictures[i], [&](std::size_t offset) {
+      return i + offset < pictures.size() ? &pictures[i + offset] : nullptr;
     });
     times.push_back({t.Pts.WholeTicks() - VideoStartPts, t.Dts.WholeTicks() - VideoStartPts});
   }

@@ -16,7 +16,7 @@ MuxRun::MuxRun(Rules rules) : Files(Ui), Build{Ui, RunLog, Files, rules} {
 }
 
 MuxOutcome MuxRun::Mux(const std::vector<MuxInput>& tracks) {
-  VobOutput output(Files, Base(), Build.DryRun, Split);
+  VobOutput output(Files, {Base()}, Build.DryRun, Split);
   for (const MuxInput& track : tracks) {
     const MuxOutcome outcome = MuxTrack(track, Build, output, Records);
     if (outcome != MuxOutcome::Done) {

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "mux/mux_track.h"
-#include "support/pack_reader.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
+#include "support/vob_walk.h"
 
 namespace quorvelant {
 

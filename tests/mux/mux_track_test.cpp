@@ -140,6 +140,43 @@ TEST(MuxTrack, MarksOpenCellsAtSequenceHeaders) {
   }
 }
 
+// A rest below the least VOBU joins the one before it; a mark that is near is waited for, by players within
+// 30 frames.
+TEST(MuxTrack, VobusLookAheadToTheEndAndToTheNextMark) {
+  struct Case {
+    std::vector<GopPlan> Parts;
+    std::vector<std::int64_t> Marks, Players, Classic;  // frames of each VOBU
+  };
+  const Case cases[] = {
+      {{{.Gops = 3}, {.Gops = 1, .GopLength = 9}}, {}, {12, 12, 21}, {12, 12, 21}},
+      {{{.Gops = 3}, {.Gops = 1, .GopLength = 10}}, {}, {12, 12, 12, 10}, {12, 12, 12, 10}},
+      {{{.Gops = 3}, {.Gops = 2, .GopLength = 5}}, {}, {12, 12, 12, 10}, {12, 12, 12, 10}},
+      {{{.Gops = 3}, {.Gops = 1, .GopLength = 9, .FieldPictures = true}}, {}, {12, 12, 21}, {12, 12, 21}},
+      {{{.Gops = 2}, {.Gops = 1, .GopLength = 10, .FieldPictures = true}}, {}, {12, 12, 10}, {12, 12, 10}},
+      {{{.Gops = 4, .GopLength = 15}}, {16}, {30, 15, 15}, {30, 15, 15}},
+      {{{.Gops = 1, .GopLength = 15}, {.Gops = 3, .GopLength = 16}}, {16}, {15, 16, 16, 16}, {31, 16, 16}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    StreamBuilder stream;
+    for (GopPlan part : c.Parts) {
+      part.EndCode = false;
+      stream.Raw(BuildStream(part));
+    }
+    for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+      MuxRun run(rules);
+      MuxInput input = MotionTrack({Saved(run.Folder, stream.Data())});
+      input.Marks = MarksAt(c.Marks);
+      ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+      std::vector<std::int64_t> frames;
+      for (const TimeMapRecord& vobu : run.Records.Vobs.at(0).TimeMap) {
+        frames.push_back(vobu.LengthTicks / 3600);
+      }
+      EXPECT_EQ(frames, rules.LimitVobuLength ? c.Players : c.Classic);
+    }
+  }
+}
+
 TEST(MuxTrack, EndCodesStayBehindTheLastPictureAlone) {
   const TempFolder folder;
   const Bytes one = BuildStream({.Gops = 2});

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <vector>
 
+#include "disc/video_standard.h"
 #include "support/folders.h"
 #include "support/temp_folder.h"
 
@@ -44,7 +45,7 @@ TEST(PackHeader, FieldsOfManyBitsAreCutByMarkers) {
 }
 
 // What each kind of header holds and how a packet that does not fill the sector is filled: seven bytes or
-// fewer within the header, behind the stamps, more by a padding packet.
+// fewer within the header, after the stamps, more by a padding packet.
 TEST(Packet, FormsAndFilling) {
   struct Case {
     PacketHeader Header;
@@ -53,7 +54,8 @@ TEST(Packet, FormsAndFilling) {
     Bytes Tail;        // the last bytes of the sector, data is AA
   };
   const PacketHeader timed{.Pts = 1, .Dts = 1};
-  const PacketHeader sound{.StreamId = PrivateStream1Id, .Pts = 25257, .BufferKib = PrivateBufferKib};
+  const PacketHeader sound{
+      .StreamId = start_code::PrivateStream1, .Pts = 25257, .BufferKib = PrivateBufferKib};
   const Case cases[] = {
       {timed, 2015, 0, {0x07, 0xEC, 0x81, 0xC0, 0x0A}, {0xAA}},
       {{}, 2025, 0, {0x07, 0xEC, 0x81, 0x00, 0x00}, {0xAA}},
@@ -73,7 +75,7 @@ TEST(Packet, FormsAndFilling) {
   for (const Case& c : cases) {
     SCOPED_TRACE(&c - cases);
     Bytes sector(SectorBytes, 0xAA);
-    ASSERT_EQ(RoomBehind(c.Header), c.Room);
+    ASSERT_EQ(RoomAfter(c.Header), c.Room);
     const std::size_t at = PutPacket(sector, {0, 0}, c.Header, c.Room - c.Spare);
     EXPECT_EQ(sector[17], c.Header.StreamId);
     EXPECT_TRUE(std::ranges::equal(ByteView(sector).subspan(18, c.FromLength.size()), c.FromLength));

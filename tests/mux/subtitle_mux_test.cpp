@@ -8,7 +8,8 @@
 #include <filesystem>
 #include <map>
 
-#include "check/subtitle_check.h"
+#include "subpicture/coded_bitmaps.h"
+#include "subpicture/spu_timing.h"
 #include "subtitled_track.h"
 #include "support/media.h"
 #include "support/stream_builder.h"
@@ -151,89 +152,51 @@ TEST(SubtitleMux, EveryBitmapShowsAsPaintedButForItsLastLine) {
   }
 }
 
-// All streams that there can be, due with one picture: each in time and none mixed with another.
-TEST(SubtitleMux, ThirtyTwoStreamsAtOnce) {
-  const TempFolder folder;
-  std::vector<SubtitleStream> streams;
-  std::vector<TestSubtitle> subtitles;
-  MuxInput input = MotionTrack({SampleVideo({.Frames = Frames})});
-  for (int number = 0; number < 32; ++number) {
-    TestSubtitle first{40 + 2 * number, 24, 20 * number, 8 * number, 0, 10};
-    subtitles.push_back(first);
-    subtitles.back().Start = 30;
-    subtitles.back().End = 60;
-    streams.push_back(StreamOf(folder, fmt::format("s{}_", number), {first, subtitles.back()}, false));
-  }
-  for (int number = 0; number < 32; ++number) {
-    input.Subpictures.push_back({number, &streams.at(static_cast<std::size_t>(number)), {}});
-  }
-  MuxRun run;
-  ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
-  EXPECT_THAT(run.Complaints(), testing::IsEmpty());
-  for (const std::size_t index : {0U, 17U, 31U}) {
-    const auto frames = Render(run, static_cast<int>(index), false, {29, 30, 59, 60});
-    for (const auto& [number, frame] : frames) {
-      EXPECT_EQ(WrongPixels(frame, number == 30 || number == 59 ? &subtitles[index] : nullptr), 0) << number;
-    }
-  }
-  for (const ReadPack& pack : run.Packs()) {
-    if (pack.Substream >= 0 && pack.Substream < 0x80) {
-      EXPECT_LT(pack.Scr / 300 + 146, 25257 + 30 * 3600) << pack.Substream;
-    }
-  }
-}
-
 std::uint64_t NavField(const MuxRun& run, std::size_t vobu, std::size_t offset) {
   const Bytes sectors = run.Sectors();
   return GetBytes(sectors, run.Records.VobuAddressList[vobu] * SectorBytes + offset, 4);
 }
 
-// Four large units due with the picture that opens the third VOBU, beside sound.
+// All streams that there can be, four of them with large units, due with the picture that opens the third
+// VOBU, beside sound.
 TEST(SubtitleMux, UnitsFollowTheirNavigationPackAndLetSoundThroughForPlayers) {
   const TempFolder folder;
-  const TestSubtitle large{720, 240, 0, 100, 24, 45};
-  const SubtitleStream stream = StreamOf(folder, "a", {large}, false);
+  const SubtitleStream large = StreamOf(folder, "l", {{720, 240, 0, 100, 24, 45}}, false);
+  const SubtitleStream small = StreamOf(folder, "s", {{64, 24, 20, 100, 24, 45}}, false);
   MuxInput input = MotionTrack({Saved(folder, BuildStream({.Gops = 6}))});
   input.Audio = {Ac3Stream(SampleAc3({.Seconds = 3}))};
-  for (int number = 0; number < 4; ++number) {
-    input.Subpictures.push_back({number, &stream, {}});
+  for (int number = 0; number < 32; ++number) {
+    input.Subpictures.push_back({number, number < 4 ? &large : &small, {}});
   }
   for (const Rules& rules : {Rules::Players, Rules::Classic}) {
     MuxRun run(rules);
     ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
     const std::vector<ReadPack> packs = run.Packs();
-    const std::uint32_t nav = run.Records.VobuAddressList.at(2);
+    const auto& navs = run.Records.VobuAddressList;
     int sound = 0;
-    int next = 0;
-    std::size_t lastPack = nav;
-    std::array<std::size_t, 4> firstPack{};
-    for (std::size_t at = nav + 1; at < packs.size() && packs[at].StreamId == 0xBD; ++at) {
+    int soundBetween = 0;
+    std::vector<std::size_t> firstPacks;
+    for (std::size_t at = navs.at(2) + 1; at < packs.size() && packs[at].StreamId == 0xBD; ++at) {
       if (packs[at].Substream >= 0x80) {
         ++sound;
-      } else if (packs[at].Pts) {
-        ASSERT_EQ(packs[at].Substream, 0x20 + next) << "the lower stream goes first";
+        continue;
+      }
+      soundBetween = sound;
+      EXPECT_LT(packs[at].Scr / 300 + 146, 25257 + 24 * 3600) << "all there in time";
+      if (packs[at].Pts) {
+        ASSERT_EQ(packs[at].Substream, 0x20 + static_cast<int>(firstPacks.size()))
+            << "the lower stream first";
         EXPECT_EQ(*packs[at].Pts, 25257 + 24 * 3600);
         EXPECT_EQ(packs[at].BufferKib, 58);
-        firstPack.at(static_cast<std::size_t>(next++)) = at;
-        lastPack = at;
-      } else {
-        lastPack = at;
+        firstPacks.push_back(at);
       }
     }
-    EXPECT_EQ(next, 4);
-    EXPECT_LT(packs[lastPack].Scr / 300 + 146, 25257 + 24 * 3600) << "all there in time";
-    sound -=
-        static_cast<int>(std::ranges::count_if(packs.begin() + static_cast<std::ptrdiff_t>(lastPack),
-                                               packs.end(), [&, done = false](const ReadPack& pack) mutable {
-                                                 done = done || pack.StreamId != 0xBD;
-                                                 return !done && pack.Substream >= 0x80;
-                                               }));
-    EXPECT_EQ(sound > 0, rules.AudioBetweenUnitPacks);
-    for (std::size_t number = 0; number < 4; ++number) {
+    EXPECT_EQ(firstPacks.size(), 32U);
+    EXPECT_EQ(soundBetween > 0, rules.AudioBetweenUnitPacks);
+    for (std::size_t number = 0; number < firstPacks.size(); ++number) {
       EXPECT_EQ(NavField(run, 0, 1449 + 4 * number), 0x7FFFFFFFU);
-      EXPECT_EQ(NavField(run, 2, 1449 + 4 * number), 0x7FFFFFFFU) << "it starts behind this pack";
-      EXPECT_EQ(NavField(run, 3, 1449 + 4 * number),
-                0x80000000U | (run.Records.VobuAddressList.at(3) - firstPack.at(number)));
+      EXPECT_EQ(NavField(run, 2, 1449 + 4 * number), 0x7FFFFFFFU) << "it starts after this pack";
+      EXPECT_EQ(NavField(run, 3, 1449 + 4 * number), 0x80000000U | (navs.at(3) - firstPacks[number]));
       EXPECT_EQ(NavField(run, 4, 1449 + 4 * number), 0x7FFFFFFFU) << "it has ended";
     }
   }
@@ -257,11 +220,8 @@ TEST(SubtitleMux, AUnitThatCannotBeMadeIsToldWithItsPlace) {
   stream.SubPlays[1].File = stream.SubPlays[0].File;
   ASSERT_EQ(whole.Mux(input), MuxOutcome::Done);
   CodedBitmaps coded;
-  BmpLoader loader;
-  Track track;
-  track.SubStreams = {stream};
-  RecordingUi ui;
-  CheckSubtitles(track, 0, {.Rules = Rules::Players, .Pictures = loader, .Ui = ui, .Coded = &coded});
+  const TrackClock clock{3600, 25, VideoStartPts};
+  CodeAhead(PrepareSPURecords(stream, {}, clock, {}), false, Rules::Players, whole.Ui, coded);
   std::filesystem::remove(stream.SubPlays[0].File);
   MuxRun again;
   again.Build.Coded = &coded;

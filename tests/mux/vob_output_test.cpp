@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "support/pack_reader.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
+#include "support/vob_walk.h"
 
 namespace quorvelant {
 namespace {
@@ -32,7 +32,7 @@ class VobOutputTest : public testing::Test {
 
 TEST_F(VobOutputTest, RewritesWhereverTheSectorHasGone) {
   folder_.Write("VTS_01_1.VOB", std::string(5 << 20, 'o'));  // an old file, longer than what comes
-  VobOutput output(files_, folder_ / "VTS_01", false, 700);
+  VobOutput output(files_, {folder_ / "VTS_01"}, false, 700);
   Fill(output, 1000);
   EXPECT_EQ(output.FileNumber(), 2);
   EXPECT_EQ(output.FileSectors(), 300U);
@@ -57,9 +57,9 @@ TEST_F(VobOutputTest, RewritesWhereverTheSectorHasGone) {
 
 TEST_F(VobOutputTest, AMenuIsOneFileAndNothingIsMadeAheadOfTime) {
   const std::string name = folder_ / "VIDEO_TS.VOB";
-  VobOutput(files_, name).Finish();
+  VobOutput(files_, {name, true}).Finish();
   EXPECT_FALSE(std::filesystem::exists(name));
-  VobOutput output(files_, name, false, 10);
+  VobOutput output(files_, {name, true}, false, 10);
   Fill(output, 10);
   EXPECT_ANY_THROW(output.NextSector()) << "a menu has one file";
   output.Finish();

@@ -5,7 +5,7 @@
 namespace quorvelant {
 namespace {
 
-// In frames: the decision counts half frames.
+// In frames: the decision counts fields.
 struct Case {
   std::int64_t InVobu;
   std::int64_t Ahead = 100;     // to the end of the track

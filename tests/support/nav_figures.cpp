@@ -78,7 +78,7 @@ void CheckTimes(const WalkedVobu& vobu, const WalkedVobu& lastOfVob, const InCel
 }
 
 // One row of the jump tables, by the plain definition.
-std::uint64_t Jump(const InCell& place, int halfSeconds, int former, int sign, const NavTiming& timing) {
+std::uint64_t Jump(const InCell& place, int halfSeconds, int previous, int sign, const NavTiming& timing) {
   const std::int64_t halfSecond = timing.FramesPerSecond * timing.FrameTicks / 2;
   const std::int64_t target = StartPtm(place.Vobu()) + sign * halfSeconds * halfSecond;
   bool between = false;
@@ -93,22 +93,23 @@ std::uint64_t Jump(const InCell& place, int halfSeconds, int former, int sign, c
       return 0x3FFFFFFF | flag;
     }
     between =
-        between || (there->HasVideo && Distance(*there, place.Vobu()) > static_cast<std::uint32_t>(former));
+        between || (there->HasVideo && Distance(*there, place.Vobu()) > static_cast<std::uint32_t>(previous));
   }
 }
 
 void CheckJumps(const InCell& place, const NavTiming& timing) {
   constexpr std::array<int, 19> Steps{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 20, 60, 120, 240};
   for (const int sign : {1, -1}) {
-    std::uint64_t former = 0;
+    std::uint64_t previous = 0;
     bool failed = false;
     for (std::size_t row = 0; row < Steps.size(); ++row) {
       const std::size_t offset = sign > 0 ? 1341 - 4 * row : 1353 + 4 * row;
       const std::uint64_t want =
-          failed ? 0x3FFFFFFF : Jump(place, Steps[row], static_cast<int>(former & 0x3FFFFFFF), sign, timing);
+          failed ? 0x3FFFFFFF
+                 : Jump(place, Steps[row], static_cast<int>(previous & 0x3FFFFFFF), sign, timing);
       EXPECT_EQ(place.Vobu().Field(offset, 4), want) << "jump of " << sign * Steps[row] << " half seconds";
       failed = failed || (want & 0x3FFFFFFF) == 0x3FFFFFFF;
-      former = want;
+      previous = want;
     }
     const WalkedVobu* next = place.At(sign);
     const std::uint64_t address =
@@ -125,10 +126,10 @@ void CheckJumps(const InCell& place, const NavTiming& timing) {
 }
 
 // The VOB and the cell count on, or begin anew with the clock.
-void CheckIds(const WalkedVobu& vobu, const WalkedVobu* former) {
+void CheckIds(const WalkedVobu& vobu, const WalkedVobu* previous) {
   const bool newVob = vobu.ScrBase == 0;
-  const std::uint64_t vob = former == nullptr ? 0 : former->Field(1055, 2);
-  const std::uint64_t cell = former == nullptr || newVob ? 1 : former->Field(1058, 1);
+  const std::uint64_t vob = previous == nullptr ? 0 : previous->Field(1055, 2);
+  const std::uint64_t cell = previous == nullptr || newVob ? 1 : previous->Field(1058, 1);
   EXPECT_EQ(vobu.Field(1055, 2), vob + (newVob ? 1 : 0)) << "VOBU_VOB_IDN";
   EXPECT_GE(vobu.Field(1058, 1), cell) << "VOBU_C_IDN";
   EXPECT_LE(vobu.Field(1058, 1), newVob ? 1 : cell + 1) << "VOBU_C_IDN";

@@ -4,10 +4,33 @@
 
 #include <algorithm>
 
-#include "support/pack_reader.h"
+#include "support/temp_folder.h"
 
 namespace quorvelant {
 namespace {
+
+std::int64_t StampAt(ByteView sector, std::size_t at) {
+  const std::uint64_t bits = GetBytes(sector, at, 5);
+  return static_cast<std::int64_t>((bits >> 33 & 7) << 30 | (bits >> 17 & 0x7FFF) << 15 |
+                                   (bits >> 1 & 0x7FFF));
+}
+
+void Cut(Bytes& data, std::size_t count) {
+  data.erase(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(count));
+}
+
+void ReadPrivateHeader(ReadPack& pack) {
+  pack.Substream = pack.Payload.at(0);
+  if (pack.Substream < 0x80) {
+    Cut(pack.Payload, 1);
+    return;
+  }
+  const std::size_t header = pack.Substream >= 0xA0 ? 7 : 4;
+  pack.Frames = pack.Payload.at(1);
+  pack.Pointer = pack.Payload.at(2) << 8 | pack.Payload.at(3);
+  pack.AudioBits = {pack.Payload.begin() + 4, pack.Payload.begin() + static_cast<std::ptrdiff_t>(header)};
+  Cut(pack.Payload, header);
+}
 
 // The video of one VOBU as one run of bytes, with the sector of each.
 struct VideoRun {
@@ -30,7 +53,7 @@ bool EndsPicture(std::uint8_t code) {
 struct CodedPicture {
   int Type = 0;  // 1 I, 2 P, 3 B
   int TemporalReference = 0;
-  int Halves = 2;  // half frames that it is shown
+  int Fields = 2;  // fields that it is shown
   int Group = 0;
 };
 
@@ -58,7 +81,7 @@ void FindPictures(const VideoRun& run, WalkedVobu& vobu) {
     if (code == 0x00) {
       pictures.push_back({at(5) >> 3 & 7, at(4) << 2 | at(5) >> 6, 2, group});
     } else if (code == 0xB5 && at(4) >> 4 == 8 && !pictures.empty()) {
-      pictures.back().Halves = ((at(6) & 3) == 3 ? 2 : 1) + ((at(7) & 2) != 0 ? 1 : 0);
+      pictures.back().Fields = ((at(6) & 3) == 3 ? 2 : 1) + ((at(7) & 2) != 0 ? 1 : 0);
     }
   }
   if (open && pictures.back().Type != 3) {
@@ -67,12 +90,52 @@ void FindPictures(const VideoRun& run, WalkedVobu& vobu) {
   for (const CodedPicture& picture : pictures) {
     const CodedPicture& first = pictures.front();
     const bool ahead = picture.Group == first.Group && picture.TemporalReference < first.TemporalReference;
-    vobu.Halves += picture.Halves;
-    vobu.HalvesAheadOfFirst += ahead ? picture.Halves : 0;
+    vobu.Fields += picture.Fields;
+    vobu.FieldsBeforeFirst += ahead ? picture.Fields : 0;
   }
 }
 
 }  // namespace
+
+ReadPack ReadPackOf(ByteView sector) {
+  EXPECT_EQ(GetBytes(sector, 0, 4), 0x1BAU);
+  ReadPack pack;
+  const std::uint64_t clock = GetBytes(sector, 4, 6);
+  const std::uint64_t base = (clock >> 43 & 7) << 30 | (clock >> 27 & 0x7FFF) << 15 | (clock >> 11 & 0x7FFF);
+  pack.Scr = static_cast<std::int64_t>(base * 300 + (clock >> 1 & 0x1FF));
+  pack.StreamId = sector[17];
+  if (pack.StreamId != VideoPack && pack.StreamId != 0xBD) {
+    return pack;
+  }
+  const std::size_t end = 20 + GetBytes(sector, 18, 2);
+  const unsigned flags = sector[21];
+  std::size_t at = 23;
+  for (const auto& [flag, stamp] : {std::pair{0x80U, &pack.Pts}, {0x40U, &pack.Dts}}) {
+    if ((flags & flag) != 0) {
+      *stamp = StampAt(sector, at);
+      at += 5;
+    }
+  }
+  if ((flags & 1) != 0) {
+    pack.BufferKib = static_cast<int>(GetBytes(sector, at + 1, 2) & 0x1FFF);
+  }
+  const ByteView data = sector.first(end).subspan(23U + sector[22]);
+  pack.Payload = {data.begin(), data.end()};
+  if (pack.StreamId == 0xBD) {
+    ReadPrivateHeader(pack);
+  }
+  return pack;
+}
+
+Bytes SectorsOf(const std::vector<std::string>& files) {
+  Bytes sectors;
+  for (const std::string& name : files) {
+    const std::string file = TempFolder::Read(name);
+    EXPECT_EQ(file.size() % SectorBytes, 0U) << name;
+    sectors.insert(sectors.end(), file.begin(), file.end());
+  }
+  return sectors;
+}
 
 std::vector<WalkedVobu> WalkVobs(const std::vector<std::string>& files) {
   const Bytes sectors = SectorsOf(files);

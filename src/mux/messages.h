@@ -1,0 +1,109 @@
+// Every message of the multiplexer.
+#pragma once
+
+#include "base/message.h"
+
+namespace quorvelant::message {
+
+inline constexpr std::string_view MuxErrorTitle = "Mux Error";
+inline constexpr std::string_view ChapterMarkTitle = "Chapter Mark";
+inline constexpr std::string_view AudioLengthTitle = "Audio Length";
+inline constexpr std::string_view UnderflowTitle = "Buffer Underflow Error";
+
+// Files.
+inline constexpr MessageKind MuxFileFailed{"mux-file-failed", Severity::Error, MuxErrorTitle, "{}"};
+inline constexpr MessageKind MuxSourceNotOpened{"mux-source-not-opened", Severity::Error, MuxErrorTitle,
+                                                "The source file {} could not be opened."};
+inline constexpr MessageKind MuxSourceShrunk{
+    "mux-source-shrunk", Severity::Error, MuxErrorTitle,
+    "The source file {} became shorter while it was read: it ends at byte {}, and {} more were announced."};
+inline constexpr MessageKind TitleSetFull{
+    "title-set-full", Severity::Error, MuxErrorTitle,
+    "The title set fills {} VOB files of 1 GB, and the format allows no more. Spread its tracks over more "
+    "title sets."};
+inline constexpr MessageKind MenuFull{
+    "menu-full", Severity::Error, MuxErrorTitle,
+    "The menu fills the one VOB file that the format allows it (1 GB). Use shorter menu tracks."};
+
+// Video.
+inline constexpr MessageKind MuxTrackEmpty{"mux-track-empty", Severity::Error, MuxErrorTitle,
+                                           "Track \"{}\" has no video."};
+inline constexpr MessageKind MuxVideoUnnamed{"mux-video-unnamed", Severity::Error, "", "oops"};
+inline constexpr MessageKind CodedPictureMissing{"coded-picture-missing", Severity::Error, MuxErrorTitle,
+                                                 "The video file {} holds no coded picture."};
+inline constexpr MessageKind SequenceHeaderMissing{
+    "sequence-header-missing", Severity::Error, MuxErrorTitle,
+    "The video file {} has no sequence header ahead of its first picture."};
+inline constexpr MessageKind FirstPictureNotIntra{"first-picture-not-intra", Severity::Error, MuxErrorTitle,
+                                                  "The first picture of the video file {} is no I picture."};
+inline constexpr MessageKind PictureTooLong{
+    "picture-too-long", Severity::Error, MuxErrorTitle,
+    "The video file {} holds a picture of more than {} bytes. It is damaged, or no MPEG video."};
+inline constexpr MessageKind PictureSizeChanges{
+    "picture-size-changes", Severity::Error, MuxErrorTitle,
+    "The picture size changes from {}x{} to {}x{} in the video file {}. A track has one picture size."};
+inline constexpr MessageKind LastPictureCut{
+    "last-picture-cut", Severity::Warning, "Video Source",
+    "The video file {} ends within a picture: its last picture is incomplete."};
+
+// Stills and slides.
+inline constexpr MessageKind StillUnreadable{"still-unreadable", Severity::Error, MuxErrorTitle, "{}"};
+inline constexpr MessageKind StillSizeUnfit{
+    "still-size-unfit", Severity::Error, "Image size error",
+    "Image sizes must be {0}*{1} or {2}*{3} in track \"{4}\": {5} has {6}*{7}"};
+inline constexpr MessageKind SlideOfSeveralPictures{
+    "slide-of-several-pictures", Severity::Error, MuxErrorTitle,
+    "The file {} of track \"{}\" holds more than one picture. A still or a slide is a single one."};
+inline constexpr MessageKind SlideNotIntra{"slide-not-intra", Severity::Error, MuxErrorTitle,
+                                           "The picture of the video file {} is no I picture."};
+
+// Audio and subtitles.
+inline constexpr MessageKind AudioFrameMissing{"audio-frame-missing", Severity::Error, MuxErrorTitle,
+                                               "The audio file {} holds no AC3 frame of 48 kHz."};
+inline constexpr MessageKind AudioRateChanges{
+    "audio-rate-changes", Severity::Error, MuxErrorTitle,
+    "The audio file {} changes its sample rate. A disc carries 48 kHz alone."};
+inline constexpr MessageKind PcmUnfit{
+    "pcm-unfit", Severity::Error, MuxErrorTitle,
+    "Audio stream {} of track \"{}\": PCM sound of {} bits, {} kHz and {} channels can't go on a disc."};
+inline constexpr MessageKind AudioDelayUnfit{
+    "audio-delay-unfit", Severity::Error, MuxErrorTitle,
+    "Audio stream {} of track \"{}\": with a delay of {} ms the sound would begin before the disc does."};
+inline constexpr MessageKind AudioTooShort{
+    "audio-too-short", Severity::Warning, AudioLengthTitle,
+    "Audio stream {} of track \"{}\" ends {:.1f} seconds before the picture does."};
+inline constexpr MessageKind AudioTooLong{
+    "audio-too-long", Severity::Warning, AudioLengthTitle,
+    "Audio stream {} of track \"{}\" is {:.1f} seconds longer than the picture: the rest is left out."};
+inline constexpr MessageKind SubtitleNotMade{"subtitle-not-made", Severity::Error, MuxErrorTitle,
+                                             "Track \"{}\", subtitle stream {}, entry {}: {}"};
+
+// Chapter marks.
+inline constexpr MessageKind MarkOpensNoCell{
+    "mark-opens-no-cell", Severity::Warning, ChapterMarkTitle,
+    "Scene \"{}\" of track \"{}\" opens no cell: its mark at frame {} has no sequence header of its own "
+    "behind it. Players can't jump to it."};
+inline constexpr MessageKind MarkWithinSlide{
+    "mark-within-slide", Severity::Warning, ChapterMarkTitle,
+    "Scene \"{}\" of track \"{}\" begins within a slide, at frame {}: its cell opens at frame {}, and no "
+    "picture shows there until the next slide."};
+
+// The player's buffers. The two of severity Warning are asked, not told.
+inline constexpr MessageKind GopTooLong{"gop-too-long", Severity::Error, "Gop Error",
+                                        "GOP length has exceeded 36 fields (18 frames) - Aborting"};
+inline constexpr MessageKind BitRateTooHigh{"bit-rate-too-high", Severity::Error, "Excessive Bitrate Error",
+                                            "Unrecoverable Excessive Bitrate Error - Aborting\n"
+                                            "Try reducing the quantity of audio streams or Video bitrate"};
+inline constexpr MessageKind BufferFull{
+    "buffer-full", Severity::Warning, "Serious Buffer Fault",
+    "A serious buffer error has occured. Would you like to reset the buffer - THIS MAY CAUSE A STUTTER IN "
+    "THE PLAYBACK!"};
+inline constexpr MessageKind BufferUnderflow{
+    "buffer-underflow", Severity::Warning, UnderflowTitle,
+    "A Buffer Underflow has been noted (probably due to excessive bitrate) at sector {}.\n"
+    "The DVD may not play smoothly. Do you want to continue mux (This error will not be reported again)?"};
+inline constexpr MessageKind BufferUnderflowRefused{"buffer-underflow-refused", Severity::Error,
+                                                    UnderflowTitle,
+                                                    "The build was ended at the first buffer underflow."};
+
+}  // namespace quorvelant::message
