@@ -33,7 +33,6 @@ class BitRun {
 
 constexpr unsigned PictureCode = 0x00;
 constexpr unsigned FirstSliceCode = 0x01;
-constexpr unsigned UserDataCode = 0xB2;
 constexpr unsigned SequenceCode = 0xB3;
 constexpr unsigned ExtensionCode = 0xB5;
 constexpr unsigned SequenceEndCode = 0xB7;
@@ -66,20 +65,17 @@ StreamBuilder& StreamBuilder::Sequence(const SequenceFields& fields) {
       .Put(4, fields.FrameRateCode)
       .Put(18, fields.BitRate / 400)
       .Flag(true)
-      .Put(10, fields.VbvBufferSize)
+      .Put(10, 112)
       .Put(3, 0);  // constrained_parameters_flag, no matrices
   if (fields.Mpeg2) {
     StartCode(ExtensionCode);
     BitRun(bytes_)
         .Put(4, SequenceExtensionId)
         .Put(8, 0x48)  // main profile at main level
-        .Flag(fields.Progressive)
-        .Put(2, 1)   // 4:2:0
-        .Put(16, 0)  // upper bits of the sizes and of the bit rate
+        .Put(3, 1)     // interlaced, 4:2:0
+        .Put(16, 0)    // upper bits of the sizes and of the bit rate
         .Flag(true)
-        .Put(8, 0)
-        .Flag(fields.LowDelay)
-        .Put(7, 0);
+        .Put(16, 0);
   }
   if (fields.DisplayWidth) {
     StartCode(ExtensionCode);
@@ -96,14 +92,14 @@ StreamBuilder& StreamBuilder::Sequence(const SequenceFields& fields) {
 StreamBuilder& StreamBuilder::Group(const GroupFields& fields) {
   StartCode(GroupCode);
   BitRun(bytes_)
-      .Flag(fields.DropFrame)
+      .Flag(false)  // no drop frames
       .Put(5, fields.Hours)
       .Put(6, fields.Minutes)
       .Flag(true)
       .Put(6, fields.Seconds)
       .Put(6, fields.Pictures)
       .Flag(fields.Closed)
-      .Flag(fields.BrokenLink);
+      .Flag(false);
   return *this;
 }
 
@@ -113,7 +109,7 @@ StreamBuilder& StreamBuilder::Picture(const PictureFields& fields) {
   const unsigned type = fields.Type == 'I' ? 1U : fields.Type == 'P' ? 2U : 3U;
   StartCode(PictureCode);
   BitRun header(bytes_);
-  header.Put(10, fields.TemporalReference).Put(3, type).Put(16, fields.VbvDelay);
+  header.Put(10, fields.TemporalReference).Put(3, type).Put(16, 0xFFFF);
   for (unsigned direction = 1; direction < type; ++direction) {
     header.Flag(false).Put(3, motionCode);
   }
@@ -141,12 +137,6 @@ StreamBuilder& StreamBuilder::Picture(const PictureFields& fields) {
   StartCode(FirstSliceCode);
   const std::size_t sofar = bytes_.size() - start;
   Filler(std::max<std::size_t>(fields.TotalBytes, sofar + 2) - sofar);
-  return *this;
-}
-
-StreamBuilder& StreamBuilder::UserData(std::size_t bytes) {
-  StartCode(UserDataCode);
-  Filler(bytes);
   return *this;
 }
 

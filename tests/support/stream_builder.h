@@ -15,13 +15,10 @@ namespace quorvelant {
 struct SequenceFields {
   int Width = 720;
   int Height = 576;
-  int AspectCode = 2;       // 2: 4:3, 3: 16:9
-  int FrameRateCode = 3;    // 1: 23.976, 3: 25, 4: 29.97
-  int BitRate = 9800000;    // bit/s, held in units of 400
-  int VbvBufferSize = 112;  // units of 2048 bytes
-  bool Mpeg2 = true;        // a sequence extension follows
-  bool Progressive = false;
-  bool LowDelay = false;
+  int AspectCode = 2;                              // 2: 4:3, 3: 16:9
+  int FrameRateCode = 3;                           // 1: 23.976, 3: 25, 4: 29.97
+  int BitRate = 9800000;                           // bit/s, held in units of 400
+  bool Mpeg2 = true;                               // a sequence extension follows
   std::optional<int> DisplayWidth = std::nullopt;  // a sequence display extension follows
   bool ColourDescription = false;                  // ... with its three colour bytes
 };
@@ -31,9 +28,7 @@ struct GroupFields {
   int Minutes = 0;
   int Seconds = 0;
   int Pictures = 0;
-  bool DropFrame = false;
   bool Closed = true;
-  bool BrokenLink = false;
 };
 
 enum class PictureStructure { TopField = 1, BottomField = 2, Frame = 3 };
@@ -46,7 +41,6 @@ struct PictureFields {
   bool TopFieldFirst = true;
   bool RepeatFirstField = false;
   bool ProgressiveFrame = true;
-  int VbvDelay = 0xFFFF;
   bool Mpeg2 = true;              // a picture coding extension follows
   bool DisplayExtension = false;  // a picture display extension follows
 };
@@ -56,7 +50,6 @@ class StreamBuilder {
   StreamBuilder& Sequence(const SequenceFields& fields = {});
   StreamBuilder& Group(const GroupFields& fields = {});
   StreamBuilder& Picture(const PictureFields& fields = {});
-  StreamBuilder& UserData(std::size_t bytes);
   StreamBuilder& SequenceEnd();
   StreamBuilder& Raw(ByteView bytes);
 
