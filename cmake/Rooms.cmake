@@ -31,10 +31,11 @@ function(quorvelant_room name)
   target_link_libraries(${name} ${scope} ${ARG_ROOMS} ${ARG_LIBRARIES})
 endfunction()
 
-# quorvelant_tests(ROOM [SHARDS n]): one test program a room, from every *_test.cpp beside. A process a case
-# would start a thousand; ctest runs the program whole, or in n processes that deal its cases among them.
+# quorvelant_tests(ROOM [LINK room...] [SHARDS n]): one test program a room, from every *_test.cpp beside, with
+# the rooms that the tests alone use. A process a case would start a thousand; ctest runs the program whole, or
+# in n processes that deal its cases among them.
 function(quorvelant_tests room)
-  cmake_parse_arguments(ARG "" "SHARDS" "" ${ARGN})
+  cmake_parse_arguments(ARG "" "SHARDS" "LINK" ${ARGN})
   if(NOT ARG_SHARDS)
     set(ARG_SHARDS 1)
   endif()
@@ -43,7 +44,7 @@ function(quorvelant_tests room)
     return()
   endif()
   add_executable(${room}_tests ${sources})
-  target_link_libraries(${room}_tests PRIVATE quorvelant_flags ${room} testing GTest::gmock_main)
+  target_link_libraries(${room}_tests PRIVATE quorvelant_flags ${room} testing ${ARG_LINK} GTest::gmock_main)
   target_precompile_headers(${room}_tests PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
   foreach(shard RANGE 1 ${ARG_SHARDS})
     math(EXPR index "${shard} - 1")

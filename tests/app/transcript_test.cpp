@@ -1,19 +1,19 @@
-// The program as a user runs it. Each file of transcripts/ is a case: command lines, what each prints, and how
-// it ends. The command lines of README and docs/ run too, and print what stands below them there.
+// The program as a user runs it. Each file of transcripts/ is a case: command lines, what each prints, and
+// how it ends. The command lines of README and docs/ run too, and print what stands below them there.
 //
-//     $ quorvelant check project.qvp     a line for bash, in a folder of its own with the example and its media
-//     > goes on with the command
-//     what it prints                     "*" stands for any letters, a line "..." for any lines
-//     ! what it says on standard error   after the output; without the words that tell how far it is
-//     [1]                                its exit status where that is not 0
-//     # a comment
+//     $ quorvelant check project.qvp     a line for bash, in a folder of its own with the example and its
+//     media > goes on with the command what it prints                     "*" stands for any letters, a line
+//     "..." for any lines ! what it says on standard error   after the output; without the words that tell
+//     how far it is [1]                                its exit status where that is not 0 # a comment
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <regex>
+#include <span>
 #include <sstream>
 
 #include "support/folders.h"
@@ -60,7 +60,7 @@ std::vector<Step> StepsOf(const fs::path& file) {
     if (line.starts_with("$ ")) {
       steps.push_back({number, line.substr(2), Lines{}});
     } else if (line.starts_with("> ")) {
-      steps.back().Command += "\n" + line.substr(2);
+      steps.back().Command.append("\n").append(line, 2);
     } else if (!line.empty() && !line.starts_with("#")) {
       steps.back().Expected->push_back(line);
     }
@@ -124,7 +124,8 @@ bool Matches(std::span<const std::string> expected, std::span<const std::string>
     return printed.empty();
   }
   if (expected[0] == "...") {
-    return Matches(expected.subspan(1), printed) || (!printed.empty() && Matches(expected, printed.subspan(1)));
+    return Matches(expected.subspan(1), printed) ||
+           (!printed.empty() && Matches(expected, printed.subspan(1)));
   }
   return !printed.empty() && LineMatches(expected[0], printed[0]) &&
          Matches(expected.subspan(1), printed.subspan(1));
@@ -156,7 +157,8 @@ class Transcripts : public testing::TestWithParam<Transcript> {
                     "PATH='{1}':\"$PATH\" bash '{2}' >'{0}/out' 2>'{0}/err' </dev/null",
                     folder_.Path().string(), fs::canonical(bin).string(), script)
             .c_str());
-    static const std::regex Stage("! (Creating|DVD Completed|Generating|Import Complete|Indexing|Reading|Writing).*");
+    static const std::regex Stage(
+        R"(! (Creating|DVD Completed|Generating|Import Complete|Import Failed|Indexing|Reading|Writing).*|!  \d+ %)");
     Lines lines = LinesIn(TempFolder::Read(folder_ / "out"));
     for (const std::string& line : LinesIn(TempFolder::Read(folder_ / "err"), "! ")) {
       if (!std::regex_match(line, Stage)) {
