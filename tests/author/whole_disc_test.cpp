@@ -11,6 +11,7 @@
 #include "support/disc_judges.h"
 #include "support/disc_walk.h"
 #include "support/nav_figures.h"
+#include "support/trial.h"
 #include "support/vob_walk.h"
 #include "verify/read_back.h"
 
@@ -178,7 +179,7 @@ TEST_F(SmallDisc, StopsWhereverItIsAsked) {
   const auto former = FilesOf(destination);
   AuthorOutcome outcome = AuthorOutcome::Stopped;
   int allowed = 0;
-  for (; outcome == AuthorOutcome::Stopped; ++allowed) {
+  for (; outcome == AuthorOutcome::Stopped; allowed += TrialCount(7, 1)) {
     const auto aside = OutputFolder::Prepare(destination, true, maker_.Ui);
     ASSERT_TRUE(aside);
     maker_.Folder = aside->Path();
