@@ -52,7 +52,7 @@ CommandLineResult Encode(const std::string& text, NameIndex* names, const Resolv
   TellAll(result, resolved.Faults);
   const bool stands = names == nullptr && !Has(resolved.Faults, TextFault::UnknownLink);
   for (const std::string& name : resolved.MissingNames) {
-    const MessageKind& kind = stands ? message::CommandTargetUnnumbered : message::CommandTargetMissing;
+    const MessageKind& kind = stands ? message::CommandNameUnnumbered : message::CommandNameMissing;
     result.Messages.push_back(MessageOf(kind, {}, text, name));
   }
   result.Good = !Has(resolved.Faults, TextFault::UnknownText) && (stands || !resolved.TargetMissing);

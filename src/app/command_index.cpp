@@ -65,7 +65,7 @@ bool IndexOne(const std::string& file, const IndexCommandOptions& options, Comma
   }
   const FileIndex& result = run.Files.front();
   if (result.State == IndexState::Reused && IndexIsOlder(file)) {
-    context.Ui.Tell(MessageOf(message::IndexOlder, file));
+    context.Ui.Tell(MessageOf(message::IndexNotCurrent, file));
   }
   context.Out << fmt::format("{}: {}, {} frames, {} entries\n", IndexName(file), StateText(result.State),
                              result.Index.TotalFrames, result.Index.Entries.size());

@@ -6,10 +6,10 @@
 namespace quorvelant::message {
 
 // `command`
-inline constexpr MessageKind CommandTargetMissing{"command-target-missing", Severity::Error, "Command Error",
-                                                  R"("{}": nothing in the project is named "{}")"};
-inline constexpr MessageKind CommandTargetUnnumbered{
-    "command-target-unnumbered", Severity::Warning, "Command Warning",
+inline constexpr MessageKind CommandNameMissing{"command-name-missing", Severity::Error, "Command Error",
+                                                R"("{}": nothing in the project is named "{}")"};
+inline constexpr MessageKind CommandNameUnnumbered{
+    "command-name-unnumbered", Severity::Warning, "Command Warning",
     R"("{}": the number of "{}" is not known without a project (--project); 1 stands for it)"};
 inline constexpr MessageKind CommandNotDigits{"command-not-digits", Severity::Error, "Command Error",
                                               "\"{}\" is not 16 hexadecimal digits"};
@@ -26,8 +26,8 @@ inline constexpr MessageKind IndexWithoutVideo{"index-without-video", Severity::
                                                "it holds no MPEG video to index"};
 inline constexpr MessageKind IndexOfBitmap{"index-of-bitmap", Severity::Error, "Index Error",
                                            "a bitmap has no index"};
-inline constexpr MessageKind IndexOlder{"index-older", Severity::Warning, "Index Warning",
-                                        "the index is older than the file; --force rebuilds it"};
+inline constexpr MessageKind IndexNotCurrent{"index-not-current", Severity::Warning, "Index Warning",
+                                             "the index is older than the file; --force rebuilds it"};
 
 // `picture` and `still`
 inline constexpr MessageKind PictureWithoutVideo{"picture-without-video", Severity::Error, "Picture",
