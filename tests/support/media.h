@@ -59,5 +59,6 @@ FlashAndBeep SampleFlashAndBeep(std::string_view standard, int seconds);
 // A file of the folder of real streams, nothing where that is missing (the test then skips, saying so).
 // The folder is "../shared" beside the sources or what the environment's QUORVELANT_SHARED names.
 std::optional<std::string> SharedFile(std::string_view name);
+inline constexpr std::string_view StreamsMissing = "a real stream is not at hand: no samples/ in ../shared";
 
 }  // namespace quorvelant
