@@ -196,36 +196,6 @@ TEST_F(SmallDisc, StopsWhereverItIsAsked) {
   EXPECT_THAT(maker_.Ui.Messages, IsEmpty());
 }
 
-// Packs differ in the fraction of their clock alone; tables where a cell's clock starts again and in the
-// links of the second title.
-TEST_F(SmallDisc, ClassicDiffersInTheNamedRulesAlone) {
-  PGC_P& second = maker_.AddTitle(*maker_.Disc.Disc.Item(2), 0);
-  second.NextPGC = second.PGCName;
-  ASSERT_EQ(maker_.Author().Outcome, AuthorOutcome::Done);
-  const auto players = FilesOf(maker_.Folder);
-  Rules named = Rules::Classic;
-  named.OneScrRounding = named.MarkClockRestart = named.PgcLinksThroughTable = true;
-  ASSERT_EQ(maker_.Author(named).Outcome, AuthorOutcome::Done);
-  EXPECT_TRUE(FilesOf(maker_.Folder) == players);
-  ASSERT_EQ(maker_.Author(Rules::Classic).Outcome, AuthorOutcome::Done);
-  std::vector<std::pair<int, int>> changes;  // bytes of the tables: classic, players
-  for (const auto& [name, classic] : FilesOf(maker_.Folder)) {
-    const std::string& other = players.at(name);
-    ASSERT_EQ(classic.size(), other.size()) << name;
-    for (std::size_t i = 0; i < classic.size(); ++i) {
-      if (classic[i] != other[i] && !name.ends_with("VOB")) {
-        changes.emplace_back(classic[i], other[i]);
-      } else if (classic[i] != other[i]) {
-        EXPECT_TRUE(i % SectorBytes == 8 || i % SectorBytes == 9) << name << " byte " << i;
-      }
-    }
-  }
-  const std::vector<std::pair<int, int>> once{{8, 2}, {1, 2}, {8, 2}};
-  EXPECT_EQ(changes.size(), 2 * once.size());  // IFO and BUP
-  EXPECT_TRUE(
-      std::ranges::is_permutation(std::vector(changes.begin(), changes.begin() + std::ssize(once)), once));
-}
-
 // The commands of a menu's cell are dealt to the buttons of all sets that start within its scene, those of
 // the next scene anew.
 TEST_F(SmallDisc, CommandsAreDealtToButtonsInTheirOrder) {
