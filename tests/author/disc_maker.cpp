@@ -8,6 +8,7 @@
 
 #include "analysis/quick_scan.h"
 #include "base/timecode.h"
+#include "edit/file_scanner.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "picture/bmp.h"
