@@ -31,9 +31,14 @@ function(quorvelant_room name)
   target_link_libraries(${name} ${scope} ${ARG_ROOMS} ${ARG_LIBRARIES})
 endfunction()
 
-# quorvelant_tests(ROOM [LINK target...]): one test program a room, from every *_test.cpp beside.
+# quorvelant_tests(ROOM [LINK room...] [SHARDS n]): one test program a room, from every *_test.cpp beside, with
+# the rooms that the tests alone use. A process a case would start a thousand; ctest runs the program whole, or
+# in n processes that deal its cases among them.
 function(quorvelant_tests room)
-  cmake_parse_arguments(ARG "" "" "LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "SHARDS" "LINK" ${ARGN})
+  if(NOT ARG_SHARDS)
+    set(ARG_SHARDS 1)
+  endif()
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   if(NOT sources)
     return()
@@ -41,5 +46,11 @@ function(quorvelant_tests room)
   add_executable(${room}_tests ${sources})
   target_link_libraries(${room}_tests PRIVATE quorvelant_flags ${room} testing ${ARG_LINK} GTest::gmock_main)
   target_precompile_headers(${room}_tests PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
-  gtest_discover_tests(${room}_tests DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 900)
+  foreach(shard RANGE 1 ${ARG_SHARDS})
+    math(EXPR index "${shard} - 1")
+    add_test(NAME ${room}_${shard}_of_${ARG_SHARDS} COMMAND ${room}_tests --gtest_brief=1)
+    # The rooms with many shards take longest: they start first.
+    set_tests_properties(${room}_${shard}_of_${ARG_SHARDS} PROPERTIES TIMEOUT 900 COST ${ARG_SHARDS}
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${index}")
+  endforeach()
 endfunction()

@@ -1,7 +1,5 @@
 #include "app/command_command.h"
 
-#include <fmt/format.h>
-
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -9,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "app/messages.h"
 #include "app/rules_option.h"
 #include "base/passing_ui.h"
 #include "base/rules.h"
@@ -23,11 +22,6 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view WarningTitle = "Command Warning";
-constexpr std::string_view NoSuchName = R"("{}": nothing in the project is named "{}")";
-constexpr std::string_view NoProject =
-    R"("{}": the number of "{}" is not known without a project (--project); 1 stands for it)";
-constexpr std::string_view NotDigits = "\"{}\" is not 16 hexadecimal digits";
 constexpr std::string_view UnknownCommand = "unknown command";
 
 struct CommandOptions {
@@ -58,10 +52,8 @@ CommandLineResult Encode(const std::string& text, NameIndex* names, const Resolv
   TellAll(result, resolved.Faults);
   const bool stands = names == nullptr && !Has(resolved.Faults, TextFault::UnknownLink);
   for (const std::string& name : resolved.MissingNames) {
-    result.Messages.push_back({stands ? Severity::Warning : Severity::Error,
-                               std::string(stands ? WarningTitle : message::CommandErrorsNoted.Title),
-                               fmt::format(fmt::runtime(stands ? NoProject : NoSuchName), text, name),
-                               {}});
+    const MessageKind& kind = stands ? message::CommandNameUnnumbered : message::CommandNameMissing;
+    result.Messages.push_back(MessageOf(kind, {}, text, name));
   }
   result.Good = !Has(resolved.Faults, TextFault::UnknownText) && (stands || !resolved.TargetMissing);
   return result;
@@ -71,10 +63,7 @@ CommandLineResult Decode(const std::string& hex) {
   CommandLineResult result{.Text = {}, .Hex = hex};
   if (!IsCommandHex(hex)) {
     result.Good = false;
-    result.Messages.push_back({Severity::Error,
-                               std::string(message::CommandErrorsNoted.Title),
-                               fmt::format(fmt::runtime(NotDigits), hex),
-                               {}});
+    result.Messages.push_back(MessageOf(message::CommandNotDigits, {}, hex));
     return result;
   }
   const DecodedCommand decoded = DecodeCommand(hex);

@@ -1,11 +1,10 @@
 #include "app/command_convert.h"
 
-#include <fmt/format.h>
-
 #include <filesystem>
 #include <memory>
 #include <string>
 
+#include "app/messages.h"
 #include "app/open_project.h"
 #include "base/random.h"
 #include "check/findings.h"
@@ -15,10 +14,6 @@
 namespace quorvelant {
 
 namespace {
-
-constexpr std::string_view MovedTitle = "Sources Not Found";
-constexpr std::string_view MovedText =
-    R"(Relative paths count from the script's folder: from "{}" on {} source files are looked for in "{}")";
 
 struct ConvertOptions {
   std::string In;
@@ -54,17 +49,16 @@ std::filesystem::path FolderOf(const std::string& file) {
   return std::filesystem::weakly_canonical(std::filesystem::path(SystemPath(file)), failed).parent_path();
 }
 
-// A script that moves to another folder leaves the files behind that it names by relative paths.
+// A script that moves to another folder no longer finds the files that it names by relative paths.
 void TellMovedSources(const ConvertOptions& options, const Project& project, UserInterface& ui) {
   const std::size_t count = CountRelative(project);
   if (count > 0 && FolderOf(options.In) != FolderOf(options.Out)) {
-    TellWarning(ui, MovedTitle,
-                fmt::format(fmt::runtime(MovedText), options.Out, count, FolderOf(options.Out).string()),
-                options.Out);
+    ui.Tell(
+        MessageOf(message::SourcesMoved, options.Out, options.Out, count, FolderOf(options.Out).string()));
   }
 }
 
-// Lines that are passed over and commands without a target are told; what could be read is saved.
+// Lines that are passed over and commands without a target are reported; what could be read is saved.
 int Run(const ConvertOptions& options, CommandContext& context) {
   Project project;
   SilentBoxes quiet(context.Ui);

@@ -15,6 +15,7 @@
 #include "app/command_probe.h"
 #include "app/command_still.h"
 #include "app/command_subtitles.h"
+#include "app/messages.h"
 #include "app/version.h"
 #include "base/message_error.h"
 
@@ -84,13 +85,13 @@ int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, st
   try {
     return Run(program, arguments, context, err);
   } catch (const std::bad_alloc&) {
-    TellError(ui, "Error", "There is not enough memory for this");
+    ui.Tell(MessageOf(message::OutOfMemory, {}));
   } catch (const MessageError& fault) {
     Message message = fault.What();
     message.Title = "Error";
     ui.Tell(message);
   } catch (const std::exception& fault) {
-    TellError(ui, "Error", fault.what());
+    ui.Tell(MessageOf(message::UnexpectedFault, {}, fault.what()));
   }
   return ExitFailed;
 }

@@ -4,23 +4,19 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include "analysis/picture_index.h"
 #include "analysis/quick_scan.h"
+#include "app/messages.h"
 #include "base/file_text.h"
 
 namespace quorvelant {
 
 namespace {
-
-constexpr std::string_view IndexTitle = "Index Error";
-constexpr std::string_view NoVideo = "it holds no MPEG video to index";
-constexpr std::string_view BitmapText = "a bitmap has no index";
-constexpr std::string_view OlderTitle = "Index Warning";
-constexpr std::string_view OlderText = "the index is older than the file; --force rebuilds it";
 
 struct IndexCommandOptions {
   std::vector<std::string> Files;
@@ -42,21 +38,21 @@ std::string_view StateText(IndexState state) {
   return "not indexed";
 }
 
-// Why the file has no index; empty when it can have one.
-std::string_view Refusal(const std::string& file, UserInterface& ui) {
+// Why the file has no index; nothing when it can have one.
+std::optional<Message> WhyRefused(const std::string& file, UserInterface& ui) {
   if (const std::string_view fault = WhyNotPlainFile(file); !fault.empty()) {
-    return fault;
+    return MessageOf(message::IndexRefused, file, fault);
   }
   const auto seen = QuickScanVideo(file, ui);
   if (!seen) {
-    return NoVideo;
+    return MessageOf(message::IndexWithoutVideo, file);
   }
-  return seen->Bitmap ? BitmapText : std::string_view();
+  return seen->Bitmap ? std::optional(MessageOf(message::IndexOfBitmap, file)) : std::nullopt;
 }
 
 bool IndexOne(const std::string& file, const IndexCommandOptions& options, CommandContext& context) {
-  if (const std::string_view refusal = Refusal(file, context.Ui); !refusal.empty()) {
-    TellError(context.Ui, IndexTitle, refusal, file);
+  if (const auto refusal = WhyRefused(file, context.Ui)) {
+    context.Ui.Tell(*refusal);
     return false;
   }
   context.Ui.Status("Indexing " + file);
@@ -69,7 +65,7 @@ bool IndexOne(const std::string& file, const IndexCommandOptions& options, Comma
   }
   const FileIndex& result = run.Files.front();
   if (result.State == IndexState::Reused && IndexIsOlder(file)) {
-    TellWarning(context.Ui, OlderTitle, OlderText, file);
+    context.Ui.Tell(MessageOf(message::IndexNotCurrent, file));
   }
   context.Out << fmt::format("{}: {}, {} frames, {} entries\n", IndexName(file), StateText(result.State),
                              result.Index.TotalFrames, result.Index.Entries.size());

@@ -11,6 +11,7 @@
 
 #include "analysis/picture_index.h"
 #include "analysis/video_info.h"
+#include "app/messages.h"
 #include "base/random.h"
 #include "base/text.h"
 #include "base/timecode.h"
@@ -22,13 +23,10 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view Title = "Picture";
-constexpr std::string_view NoVideo = "this is no MPEG video";
-constexpr std::string_view NoPicture = "there is no picture that stands on its own";
 constexpr std::string_view NotAPicture = "is no picture that can be written: its name ends in .png or .bmp";
 constexpr std::string_view NotATime = "is no time: hours, minutes, seconds and frames as in 00:01:30:00";
 
-// Behind the first picture, which is where an index entry ends, its second field may follow.
+// After the first picture, which is where an index entry ends, its second field may follow.
 constexpr std::uint64_t SecondFieldBytes = std::uint64_t{512} << 10;
 // No intra picture of a usable size takes more.
 constexpr std::uint64_t MostBytes = std::uint64_t{16} << 20;
@@ -45,7 +43,7 @@ std::string TimeFault(const std::string& text) {
   return digits && marks == 3 ? std::string() : fmt::format("{} {}", text, NotATime);
 }
 
-// Told ahead of the walk through the film.
+// Checked before the walk through the film.
 std::string OutputFault(const std::string& path) {
   const std::string lower = Lower(path);
   return lower.ends_with(".png") || lower.ends_with(".bmp") ? std::string()
@@ -53,7 +51,7 @@ std::string OutputFault(const std::string& path) {
 }
 
 // The index beside the file while it is no older than the file, otherwise a walk through the file. Nothing
-// is written: looking at a picture leaves nothing behind.
+// is written: looking at a picture leaves no file.
 std::optional<PictureIndex> IndexOf(const std::string& file, Random& files, int slot, UserInterface& ui) {
   const IndexStore none;
   if (!IndexIsOlder(file)) {
@@ -92,7 +90,7 @@ int Run(const PictureOptions& options, CommandContext& context) {
   }
   const auto info = GetVideoInfo(options.File, true, ui);
   if (!info || info->Coding == "NO") {
-    TellError(ui, Title, NoVideo, options.File);
+    ui.Tell(MessageOf(message::PictureWithoutVideo, options.File));
     return ExitFailed;
   }
   const auto index = IndexOf(options.File, files, Slot, ui);
@@ -100,14 +98,14 @@ int Run(const PictureOptions& options, CommandContext& context) {
     return ExitFailed;  // stopped
   }
   if (index->Entries.empty()) {
-    TellError(ui, Title, NoPicture, options.File);
+    ui.Tell(MessageOf(message::PictureNotIntra, options.File));
     return ExitFailed;
   }
   const int rate = FramesPerSecond(info->Standard);
   const PictureIndex::Entry& entry = Nearest(*index, TimecodeToFrames(options.At, rate));
   const auto planes = DecodeIntraPicture(ReadEntry(entry, files, Slot), info->Coding == "MPEG2");
   if (!planes) {
-    TellError(ui, Title, NoPicture, fmt::format("{}@{}", options.File, entry.Offset));
+    ui.Tell(MessageOf(message::PictureNotIntra, fmt::format("{}@{}", options.File, entry.Offset)));
     return ExitFailed;
   }
   MakePlatformPictures()->Save(PictureFromPlanes(*planes), options.Output);

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "app/messages.h"
 #include "app/rules_option.h"
 #include "base/file_text.h"
 #include "base/rules.h"
@@ -18,9 +19,6 @@
 namespace quorvelant {
 
 namespace {
-
-constexpr std::string_view WriteTitle = "Still";
-constexpr std::string_view WriteText = "the stream cannot be written: {}";
 
 constexpr std::string_view SequenceEndCode{"\x00\x00\x01\xB7", 4};
 
@@ -44,7 +42,7 @@ int Run(const StillOptions& options, CommandContext& context) {
   stream += SequenceEndCode;
   if (const int refused = WriteAside(options.Output, stream); refused != 0) {
     const std::string reason = std::generic_category().message(refused);
-    TellError(ui, WriteTitle, fmt::format(fmt::runtime(WriteText), reason), options.Output);
+    ui.Tell(MessageOf(message::StillNotWritten, options.Output, reason));
     return ExitFailed;
   }
   context.Out << fmt::format("{} bytes, written to {}\n", stream.size(), options.Output);

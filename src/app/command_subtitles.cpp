@@ -12,6 +12,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "app/messages.h"
 #include "app/rules_option.h"
 #include "base/random.h"
 #include "base/rules.h"
@@ -28,17 +29,7 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view Title = "Subtitles";
-constexpr std::string_view NoSuchTrack = "the project has no track {} (a number from 1, or a name)";
-constexpr std::string_view NoSuchStream = "track {} has no subtitle stream {}";
-constexpr std::string_view NoFreeNumber = "track {} has all 32 subtitle streams already";
-constexpr std::string_view OtherDialect =
-    "this script is not of the project's own kind: name the file to write with --output";
-constexpr std::string_view LinesWouldBeLost =
-    "{} lines of this script are not understood and would be lost: name another file to write with --output";
-
 constexpr std::string_view NoLanguage = "{} is no language: its English name is expected, or its two letters";
-constexpr std::string_view BitmapsMissing = "{} of the bitmaps do not exist, the first of them here";
 
 struct SubtitlesOptions {
   std::string Project;
@@ -88,7 +79,7 @@ void WarnOfMissingBitmaps(const Project& project, std::span<const SubPicturePlay
     }
   }
   if (missing > 0) {
-    TellWarning(ui, Title, fmt::format(fmt::runtime(BitmapsMissing), missing), first);
+    ui.Tell(MessageOf(message::BitmapsMissing, first, missing));
   }
 }
 
@@ -96,14 +87,14 @@ void WarnOfMissingBitmaps(const Project& project, std::span<const SubPicturePlay
 std::optional<std::size_t> StreamToFill(Track& track, std::size_t wanted, UserInterface& ui) {
   if (wanted > 0) {
     if (wanted > track.SubStreams.size() || !IsLive(track.SubStreams[wanted - 1])) {
-      TellError(ui, Title, fmt::format(fmt::runtime(NoSuchStream), track.TrackName, wanted));
+      ui.Tell(MessageOf(message::SubtitleStreamNotFound, {}, track.TrackName, wanted));
       return std::nullopt;
     }
     return wanted - 1;
   }
   if (AddEmptySubtitleStream(track, ui) == nullptr) {
     if (!track.SubStreams.empty()) {
-      TellError(ui, Title, fmt::format(fmt::runtime(NoFreeNumber), track.TrackName));
+      ui.Tell(MessageOf(message::SubtitleStreamsFull, {}, track.TrackName));
     }
     return std::nullopt;
   }
@@ -113,11 +104,11 @@ std::optional<std::size_t> StreamToFill(Track& track, std::size_t wanted, UserIn
 // Whether the project's own file can take the changed project without losing anything.
 bool MayReplace(const LoadResult& load, const std::string& file, UserInterface& ui) {
   if (load.IsScenarist) {
-    TellError(ui, Title, OtherDialect, file);
+    ui.Tell(MessageOf(message::OtherDialect, file));
     return false;
   }
   if (load.SkippedCount > 0) {
-    TellError(ui, Title, fmt::format(fmt::runtime(LinesWouldBeLost), load.SkippedCount), file);
+    ui.Tell(MessageOf(message::LinesWouldBeLost, file, load.SkippedCount));
     return false;
   }
   return true;
@@ -134,7 +125,7 @@ int Run(const SubtitlesOptions& options, CommandContext& context) {
   }
   const auto trackIndex = FindTrack(project, options.Track);
   if (!trackIndex) {
-    TellError(ui, Title, fmt::format(fmt::runtime(NoSuchTrack), options.Track), options.Project);
+    ui.Tell(MessageOf(message::TrackNotFound, options.Project, options.Track));
     return ExitFailed;
   }
   Track& track = project.Tracks[*trackIndex];

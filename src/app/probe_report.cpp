@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "analysis/picture_index.h"
+#include "app/messages.h"
 #include "base/file_text.h"
 #include "base/timecode.h"
 
@@ -15,7 +16,6 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view ProbeTitle = "Probe Error";
 constexpr std::string_view OtherName = "its name does not end in \"{}\": sources are taken by their names";
 constexpr std::string_view BadBitmap = "its size is none of 720x576, 360x288, 720x480 and 360x240";
 constexpr std::string_view NotElementary = "it is {}: take the elementary stream out of it first";
@@ -200,7 +200,7 @@ nlohmann::ordered_json AudioJson(const AudioAttributes& audio) {
 
 std::optional<ProbeReport> ProbeFile(const std::string& file, const Rules& rules, UserInterface& ui) {
   if (const std::string_view fault = WhyNotPlainFile(file); !fault.empty()) {
-    TellError(ui, ProbeTitle, fault, file);
+    ui.Tell(MessageOf(message::ProbeRefused, file, fault));
     return std::nullopt;
   }
   ProbeReport report;

@@ -30,7 +30,7 @@ struct ProbeReport {
 };
 
 // Goes by the file's content, and by its name where the content says nothing. Reads video whole. Nothing for
-// a file that is missing or cannot be read, which is told, and when the user stopped it.
+// a file that is missing or cannot be read, which is reported, and when the user stopped it.
 std::optional<ProbeReport> ProbeFile(const std::string& file, const Rules& rules, UserInterface& ui);
 
 std::string ProbeText(const ProbeReport& report);

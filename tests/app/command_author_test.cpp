@@ -90,7 +90,14 @@ TEST_F(AuthorCommand, AnnouncesWritesAndSums) {
                                        {{3, 4, 3, 3}, "title 1 chapter 3"}}) {
     EXPECT_EQ(PressButtons(disc, 0, buttons), leads);
   }
-  EXPECT_THAT(CheckerErrors(disc).value_or(std::vector<std::string>{}), IsEmpty());
+}
+
+TEST_F(AuthorCommand, TheCheckerFindsNothing) {
+  if (!HasChecker()) {
+    GTEST_SKIP() << CheckerMissing;
+  }
+  ASSERT_EQ(Author({demo, "-o", disc}), ExitDone);
+  EXPECT_THAT(CheckerErrors(disc), IsEmpty());
 }
 
 TEST_F(AuthorCommand, JsonIsOneEventALine) {

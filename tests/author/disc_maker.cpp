@@ -3,10 +3,17 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <sstream>
+
 #include "analysis/quick_scan.h"
+#include "base/timecode.h"
+#include "edit/file_scanner.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "picture/bmp.h"
+#include "script/script_reader.h"
+#include "support/folders.h"
 #include "vm/check_commands.h"
 
 namespace quorvelant {
@@ -35,6 +42,40 @@ DiscMaker::DiscMaker(VideoSample video) : Video(std::move(video)) {
   manager.Key = EntryKey(1);
   manager.Lang.Add(English(MenuChain("Top", "TitleMenu", "LinkPGCN Top")));
   Disc.Disc.Add(manager);
+}
+
+void DiscMaker::Load(const std::string& script, const std::map<std::string, std::string>& words) {
+  const bool pal = Video.Standard == "PAL";
+  std::istringstream lines(TempFolder::Read(SourceFile("tests/author/data/" + script)));
+  std::string text;
+  for (std::string line; std::getline(lines, line); text += line + "\n") {
+    if (const auto mark = line.find("@PAL "); mark != std::string::npos) {
+      line = pal ? line.substr(mark + 5) : "";
+    } else if (const auto value = line.find("=@"); value != std::string::npos) {
+      const std::string word = line.substr(value + 2);
+      line.replace(value + 1, std::string::npos,
+                   words.contains(word) ? words.at(word) : FramesToTimecode(std::stoi(word), pal ? 25 : 30));
+    }
+  }
+  const FileScanner scanner(Rules::Players, Ui);
+  EXPECT_TRUE(
+      LoadScriptFile(Temp.Write(script, text), Disc, {.Rules = Rules::Players, .Scanner = &scanner}, Ui)
+          .MayAuthor());
+}
+
+void DiscMaker::Link(const std::string& name, const std::string& sample) const {
+  std::filesystem::create_symlink(sample, Temp.Path() / name);
+}
+
+void DiscMaker::Paint(const std::string& name, int width, int height, std::uint32_t colour) const {
+  Picture picture(width, height);
+  for (int i = 0; i < width * height; ++i) {
+    const int x = i % width;
+    const int y = i / width;
+    picture.Set(x, y, (x / 8 + y / 8) % 2 == 0 ? colour : 0xFFFFFF);
+  }
+  const Bytes bmp = WriteBmp(picture);
+  Temp.Write(name, std::string(bmp.begin(), bmp.end()));
 }
 
 int DiscMaker::AddTrack(const std::string& name, const std::string& video,

@@ -34,6 +34,10 @@ struct Mode {
   unsigned Down = 2;
 };
 
+void PrintTo(const Mode& mode, std::ostream* out) {
+  *out << mode.Name;
+}
+
 class EveryMode : public testing::TestWithParam<Mode> {};
 
 TEST_P(EveryMode, EqualsFfmpegWithinOneStep) {
@@ -69,7 +73,7 @@ TEST_P(Film, EqualsFfmpegWithinOneStep) {
       : isMpeg1        ? SampleVideo({.Width = 352, .Height = 288, .Frames = 26, .Mpeg1 = true})
                        : SharedFile("samples/broadcast-pal-169-interlaced.m2v");
   if (!file) {
-    GTEST_SKIP() << "the folder of real streams is missing";
+    GTEST_SKIP() << StreamsMissing;
   }
   const Bytes stream = ReadBytes(*file);
   const Bytes header{0, 0, 1, start_code::Sequence};

@@ -49,7 +49,7 @@ TEST(PlatformPictures, LoadsWhatOtherProgramsWrote) {
   const TempFolder folder;
   const std::string make = "ffmpeg -v error -f lavfi -i color=c=0x3060C0:s=64x48,format=rgb24 -frames:v 1 ";
   if (std::system((make + "-y " + (folder / "a.jpg") + " 2> /dev/null").c_str()) != 0) {
-    GTEST_SKIP() << "ffmpeg is not installed";
+    GTEST_SKIP() << "ffmpeg is not at hand";
   }
   ASSERT_EQ(std::system((make + "-pix_fmt gray16be -y " + (folder / "grey.png")).c_str()), 0);
   ASSERT_EQ(std::system((make + "-pix_fmt rgb555le -y " + (folder / "b.bmp")).c_str()), 0);

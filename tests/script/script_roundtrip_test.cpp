@@ -5,6 +5,7 @@
 #include "script/script_reader.h"
 #include "script/script_writer.h"
 #include "support/recording_ui.h"
+#include "support/trial.h"
 
 namespace quorvelant {
 namespace {
@@ -16,7 +17,8 @@ LoadResult Load(const std::string& text, Project& project) {
 }
 
 TEST(ScriptRoundTrip, GeneratedProjectsComeBackEqual) {
-  for (std::uint32_t seed = 0; seed < 400; ++seed) {
+  const auto seeds = static_cast<std::uint32_t>(TrialCount(100, 2000));
+  for (std::uint32_t seed = 0; seed < seeds; ++seed) {
     SCOPED_TRACE(seed);
     const std::string text = WriteScript(GeneratedProject(seed));
     Project loaded;

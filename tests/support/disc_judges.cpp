@@ -13,6 +13,12 @@
 
 namespace quorvelant {
 
+namespace {
+
+constexpr std::string_view Checker = "dvdcheck/dvdcheck.py";
+
+}  // namespace
+
 std::vector<std::string> LinesOf(const std::string& command) {
   const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen((command + " 2>&1").c_str(), "r"), &pclose);
   if (!pipe) {
@@ -26,14 +32,15 @@ std::vector<std::string> LinesOf(const std::string& command) {
   return lines;
 }
 
-std::optional<std::vector<std::string>> CheckerErrors(const std::string& folder) {
-  const auto checker = SharedFile("dvdcheck/dvdcheck.py");
-  if (!checker) {
-    return std::nullopt;
-  }
+bool HasChecker() {
+  return SharedFile(Checker).has_value();
+}
+
+std::vector<std::string> CheckerErrors(const std::string& folder) {
+  const std::string checker = SharedFile(Checker).value();
   std::vector<std::string> errors;
   bool finished = false;
-  for (const std::string& line : LinesOf(fmt::format("python3 '{}' '{}'", *checker, folder))) {
+  for (const std::string& line : LinesOf(fmt::format("python3 '{}' '{}'", checker, folder))) {
     if (line.starts_with("ERROR ")) {
       errors.push_back(line);
     }

@@ -1,8 +1,8 @@
 // Programs that judge a finished folder.
 #pragma once
 
-#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace quorvelant {
@@ -10,8 +10,11 @@ namespace quorvelant {
 // The lines of what a shell command prints on both its outputs.
 std::vector<std::string> LinesOf(const std::string& command);
 
-// The ERROR lines of the folder's checker; nothing where it is not at hand.
-std::optional<std::vector<std::string>> CheckerErrors(const std::string& folder);
+// The ERROR lines of the folder's checker. A test of its own asks it, and is skipped where it is missing.
+std::vector<std::string> CheckerErrors(const std::string& folder);
+bool HasChecker();
+inline constexpr std::string_view CheckerMissing =
+    "dvdcheck is not at hand: no dvdcheck/dvdcheck.py in ../shared";
 
 // What ffmpeg says when it decodes these VOB files, taken as one, to their end.
 struct Decoded {

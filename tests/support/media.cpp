@@ -37,7 +37,7 @@ std::string WithOutput(std::string command, const std::string& file) {
 std::string Cached(const std::string& command, std::string_view kind, std::string_view extension) {
   namespace fs = std::filesystem;
   static std::atomic<int> counter{0};
-  const fs::path folder = fs::path(BuildFile("media"));
+  const fs::path folder = fs::path(SourceFile("build/media"));
   const fs::path wanted = folder / fmt::format("{}-{:016x}.{}", kind, Fingerprint(command), extension);
   if (fs::exists(wanted)) {
     return wanted.string();

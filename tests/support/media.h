@@ -1,5 +1,5 @@
 // Sample media for every test program, made when it is first asked for by ffmpeg and mpeg2enc and kept in
-// a cache folder of the build tree. Two calls with equal parameters give the same file; a file is
+// build/media, for all builds of a checkout. Two calls with equal parameters give the same file; a file is
 // written aside and renamed, so programs that run side by side never see half of one.
 #pragma once
 
@@ -59,5 +59,6 @@ FlashAndBeep SampleFlashAndBeep(std::string_view standard, int seconds);
 // A file of the folder of real streams, nothing where that is missing (the test then skips, saying so).
 // The folder is "../shared" beside the sources or what the environment's QUORVELANT_SHARED names.
 std::optional<std::string> SharedFile(std::string_view name);
+inline constexpr std::string_view StreamsMissing = "a real stream is not at hand: no samples/ in ../shared";
 
 }  // namespace quorvelant

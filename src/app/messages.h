@@ -1,0 +1,61 @@
+// What the two command lines tell by themselves.
+#pragma once
+
+#include "base/message.h"
+
+namespace quorvelant::message {
+
+// `command`
+inline constexpr MessageKind CommandNameMissing{"command-name-missing", Severity::Error, "Command Error",
+                                                R"("{}": nothing in the project is named "{}")"};
+inline constexpr MessageKind CommandNameUnnumbered{
+    "command-name-unnumbered", Severity::Warning, "Command Warning",
+    R"("{}": the number of "{}" is not known without a project (--project); 1 stands for it)"};
+inline constexpr MessageKind CommandNotDigits{"command-not-digits", Severity::Error, "Command Error",
+                                              "\"{}\" is not 16 hexadecimal digits"};
+
+// `convert`
+inline constexpr MessageKind SourcesMoved{
+    "sources-moved", Severity::Warning, "Sources Not Found",
+    R"(Relative paths count from the script's folder: from "{}" on {} source files are looked for in "{}")"};
+
+// `probe` and `index`; the first two take why a file cannot be read.
+inline constexpr MessageKind ProbeRefused{"probe-refused", Severity::Error, "Probe Error", "{}"};
+inline constexpr MessageKind IndexRefused{"index-refused", Severity::Error, "Index Error", "{}"};
+inline constexpr MessageKind IndexWithoutVideo{"index-without-video", Severity::Error, "Index Error",
+                                               "it holds no MPEG video to index"};
+inline constexpr MessageKind IndexOfBitmap{"index-of-bitmap", Severity::Error, "Index Error",
+                                           "a bitmap has no index"};
+inline constexpr MessageKind IndexNotCurrent{"index-not-current", Severity::Warning, "Index Warning",
+                                             "the index is older than the file; --force rebuilds it"};
+
+// `picture` and `still`
+inline constexpr MessageKind PictureWithoutVideo{"picture-without-video", Severity::Error, "Picture",
+                                                 "this is no MPEG video"};
+inline constexpr MessageKind PictureNotIntra{"picture-not-intra", Severity::Error, "Picture",
+                                             "there is no picture that stands on its own"};
+inline constexpr MessageKind StillNotWritten{"still-not-written", Severity::Error, "Still",
+                                             "the stream cannot be written: {}"};
+
+// `subtitles`
+inline constexpr MessageKind TrackNotFound{"track-not-found", Severity::Error, "Subtitles",
+                                           "the project has no track {} (a number from 1, or a name)"};
+inline constexpr MessageKind SubtitleStreamNotFound{"subtitle-stream-not-found", Severity::Error, "Subtitles",
+                                                    "track {} has no subtitle stream {}"};
+inline constexpr MessageKind SubtitleStreamsFull{"subtitle-streams-full", Severity::Error, "Subtitles",
+                                                 "track {} has all 32 subtitle streams already"};
+inline constexpr MessageKind OtherDialect{
+    "other-dialect", Severity::Error, "Subtitles",
+    "this script is not of the project's own kind: name the file to write with --output"};
+inline constexpr MessageKind LinesWouldBeLost{
+    "lines-would-be-lost", Severity::Error, "Subtitles",
+    "{} lines of this script are not understood and would be lost: name another file to write with --output"};
+inline constexpr MessageKind BitmapsMissing{"bitmaps-missing", Severity::Warning, "Subtitles",
+                                            "{} of the bitmaps do not exist, the first of them here"};
+
+// Any command: a fault that no room knew.
+inline constexpr MessageKind OutOfMemory{"out-of-memory", Severity::Error, "Error",
+                                         "There is not enough memory for this"};
+inline constexpr MessageKind UnexpectedFault{"unexpected-fault", Severity::Error, "Error", "{}"};
+
+}  // namespace quorvelant::message
