@@ -1,25 +1,19 @@
 #include "author/ifo_files.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
 #include <filesystem>
+
+#include "disc/disc_files.h"
 
 namespace quorvelant {
 namespace {
 
 constexpr int OutputSlot = 1;
-constexpr std::string_view NotOpenedLine = "The file '{}' could not be opened.";
-
-[[noreturn]] void NotOpened(const std::string& path) {
-  throw FileError(FileError::OpenNumber, fmt::format(NotOpenedLine, path));
-}
 
 void WriteWhole(const std::string& path, ByteView bytes, Random& files) {
   std::error_code notThere;
   std::filesystem::remove(path, notThere);
   if (!files.OpenFile(path, OutputSlot)) {
-    NotOpened(path);
+    throw NotOpened(path);
   }
   files.WriteBytes(bytes);
   files.CloseFile(OutputSlot);

@@ -8,7 +8,7 @@
 namespace quorvelant {
 
 // Appends lines to a text file. The file is opened and closed on each call, so that a crash loses
-// nothing; a log that cannot be written costs the line and never the run.
+// nothing; a log that cannot be written loses the line, never the run.
 class Log {
  public:
   Log() = default;
@@ -21,7 +21,7 @@ class Log {
   int Options = 3;        // has no effect
   int SeverityLevel = 0;  // lines below it are not written; -1 writes none
 
-  // One line behind `tabs` tab characters (0 or less none, at most 3; any other count writes nothing).
+  // One line after `tabs` tab characters (0 or less none, at most 3; any other count writes nothing).
   void Output(std::string_view text, int severity, int tabs);
   // Deletes the file if it exists.
   void Reset();
@@ -33,5 +33,8 @@ class Log {
   std::string file_;
   bool active_ = false;
 };
+
+// An empty log at `file`, whose folder is made where needed; one that writes nothing for an empty path.
+Log StartLog(const std::string& file);
 
 }  // namespace quorvelant
