@@ -7,7 +7,7 @@
 
 #include "author/size_text.h"
 #include "base/timecode.h"
-#include "ifo/domain_records.h"
+#include "model/walk.h"
 
 namespace quorvelant {
 

@@ -44,6 +44,7 @@ bool WriteFails(int file) {
 
 // Takes the place of the C library's: files whose path holds `failingPath` are on a disk that has room for
 // `writesLeft` writes more.
+// NOLINTNEXTLINE(readability-identifier-naming,misc-use-internal-linkage): its name there
 extern "C" ssize_t write(int file, const void* bytes, size_t count) {
   if (!quorvelant::failingPath.empty() && quorvelant::WriteFails(file)) {
     errno = ENOSPC;
