@@ -5,8 +5,9 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "author/size_text.h"
 #include "base/timecode.h"
-#include "ifo/domain_records.h"
+#include "model/walk.h"
 
 namespace quorvelant {
 
@@ -59,8 +60,8 @@ std::string_view OutcomeWord(AuthorOutcome outcome) {
   return "failed";
 }
 
-std::string Duration(std::int64_t frames, const DiscPlan& plan) {
-  return FramesToTimecode(frames, plan.Ntsc ? 30 : 25);
+std::string Duration(const TitleFigures& title, const AuthorResult& result) {
+  return FramesToTimecode(title.Frames, result.Ntsc ? 30 : 25);
 }
 
 Json DomainJson(const DomainPlan& domain) {
@@ -84,16 +85,6 @@ Json DomainJson(const DomainPlan& domain) {
 
 std::string JsonLine(const Json& object) {
   return object.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
-std::string SizeText(std::uint64_t bytes) {
-  if (bytes < 1000) {
-    return fmt::format("{} bytes", bytes);
-  }
-  const auto value = static_cast<double>(bytes);
-  return value < 1e6   ? fmt::format("{:.1f} kB", value / 1e3)
-         : value < 1e9 ? fmt::format("{:.1f} MB", value / 1e6)
-                       : fmt::format("{:.2f} GB", value / 1e9);
 }
 
 std::string PlanText(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes) {
@@ -127,13 +118,11 @@ std::string PlanJson(const DiscPlan& plan, std::optional<std::uint64_t> freeByte
   return JsonLine(json);
 }
 
-std::string ResultText(const AuthorResult& result, const DiscPlan& plan, const std::string& folder,
-                       bool dryRun) {
+std::string ResultText(const AuthorResult& result, const std::string& folder, bool dryRun) {
   std::string text;
   for (const TitleFigures& title : result.Titles) {
-    text +=
-        fmt::format("Title {}.{}  {}  {} chapter{}  {}\n", title.TitleSet, title.Title,
-                    Duration(title.Frames, plan), title.Chapters, title.Chapters == 1 ? "" : "s", title.Name);
+    text += fmt::format("Title {}.{}  {}  {} chapter{}  {}\n", title.TitleSet, title.Title,
+                        Duration(title, result), title.Chapters, title.Chapters == 1 ? "" : "s", title.Name);
   }
   if (result.Underflows > 0) {
     text += fmt::format("{} buffer underflow{}: the disc may not play smoothly\n", result.Underflows,
@@ -146,8 +135,7 @@ std::string ResultText(const AuthorResult& result, const DiscPlan& plan, const s
   return text + fmt::format("{} {} ({})\n", dryRun ? "Would write" : "Wrote", folder, SizeText(result.Bytes));
 }
 
-std::string ResultJson(const AuthorResult& result, const DiscPlan& plan, const std::string& folder,
-                       bool dryRun) {
+std::string ResultJson(const AuthorResult& result, const std::string& folder, bool dryRun) {
   Json json{{"event", "done"},
             {"outcome", OutcomeWord(result.Outcome)},
             {"folder", folder},
@@ -162,7 +150,7 @@ std::string ResultJson(const AuthorResult& result, const DiscPlan& plan, const s
                               {"name", title.Name},
                               {"chapters", title.Chapters},
                               {"frames", title.Frames},
-                              {"duration", Duration(title.Frames, plan)}});
+                              {"duration", Duration(title, result)}});
   }
   return JsonLine(json);
 }

@@ -1,4 +1,4 @@
-// What `quorvelant author` prints: the run ahead and what came of it.
+// What `quorvelant author` prints: the run to come and what came of it.
 #pragma once
 
 #include <cstdint>
@@ -6,25 +6,20 @@
 #include <optional>
 #include <string>
 
-#include "author/author.h"
+#include "author/author_result.h"
 #include "author/disc_plan.h"
 
 namespace quorvelant {
 
 // One JSON object on one line. Bytes that are no UTF-8 become the replacement character.
-std::string JsonLine(const nlohmann::ordered_json& object);
+[[nodiscard]] std::string JsonLine(const nlohmann::ordered_json& object);
 
-// The run ahead: titles with their tracks and streams, source sizes, the space needed and free.
-std::string PlanText(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes);
-std::string PlanJson(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes);
+// The run to come: titles with their tracks and streams, source sizes, the space needed and free.
+[[nodiscard]] std::string PlanText(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes);
+[[nodiscard]] std::string PlanJson(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes);
 
 // The finished run: a line a title, sizes, underflows.
-std::string ResultText(const AuthorResult& result, const DiscPlan& plan, const std::string& folder,
-                       bool dryRun);
-std::string ResultJson(const AuthorResult& result, const DiscPlan& plan, const std::string& folder,
-                       bool dryRun);
-
-// "4.37 GB", "1.2 MB", "512 bytes"; a GB is 10^9 bytes.
-std::string SizeText(std::uint64_t bytes);
+[[nodiscard]] std::string ResultText(const AuthorResult& result, const std::string& folder, bool dryRun);
+[[nodiscard]] std::string ResultJson(const AuthorResult& result, const std::string& folder, bool dryRun);
 
 }  // namespace quorvelant

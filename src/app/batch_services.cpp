@@ -1,10 +1,8 @@
 #include "app/batch_services.h"
 
 #include "analysis/picture_index.h"
-#include "app/command_author.h"
+#include "app/messages.h"
 #include "author/author.h"
-#include "base/random.h"
-#include "base/rules.h"
 #include "edit/chapter_analysis.h"
 #include "edit/file_scanner.h"
 #include "platform/platform_pictures.h"
@@ -15,22 +13,19 @@ namespace quorvelant {
 
 namespace {
 
-// The switch form keeps every traditional number.
-constexpr const Rules& BatchRules = Rules::Classic;
-
 bool Load(const std::string& script, bool analyse, Project& project, UserInterface& ui) {
-  const FileScanner scanner(BatchRules, ui);
+  const FileScanner scanner(SwitchFormRules, ui);
   IndexStore store;
-  LoadOptions options{.Rules = BatchRules, .Scanner = &scanner};
+  LoadOptions options{.Rules = SwitchFormRules, .Scanner = &scanner};
   if (analyse) {
-    // A track that cannot be analysed is told and keeps its times; it surfaces again when it is authored.
+    // A track that cannot be analysed is told and keeps its times; it is met again when it is authored.
     options.AnalyseChapters = [&store, &ui](Project& whole, std::size_t track) {
       AnalyseChapters(whole, track, store, ui);
     };
   }
   const LoadResult result = LoadScriptFile(script, project, options, ui);
   for (const CommandError& row : result.Commands.Errors) {
-    ui.Tell({Severity::Error, {}, ErrorLine(row), {}});
+    ui.Tell(MessageOf(message::CommandErrorRow, {}, ErrorLine(row)));
   }
   return result.MayAuthor();
 }
@@ -42,14 +37,10 @@ BatchServices MakeBatchServices(UserInterface& ui) {
   services.LoadScriptFile = [&ui](const std::string& script, bool analyse, Project& project) {
     return Load(script, analyse, project, ui);
   };
-  services.Author = [&ui](Project& project, const Settings& settings, bool exitOnFinish, Log& log) {
+  services.Author = [&ui](const Project& project, AuthorOrder order) {
     const auto pictures = MakePlatformPictures();
-    const DiscPlan plan = PlanDisc(project, BatchRules, ui, pictures.get());
-    AuthorOptions options = OptionsOf(settings, BatchRules);
-    options.Folder = SystemPath(project.DestinationFolder, project.SourceFolder());
-    options.TellSuccess = !exitOnFinish;
-    options.Pictures = pictures.get();
-    return AuthorDisc(plan, options, ui, log).Outcome == AuthorOutcome::Done;
+    order.Pictures = pictures.get();
+    return Author(project, order, ui);
   };
   return services;
 }

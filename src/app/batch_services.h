@@ -1,4 +1,4 @@
-// The rooms behind the switch form, wired for a real run.
+// The rooms that the switch form calls, wired for a real run.
 #pragma once
 
 #include "app/switch_form.h"
@@ -7,6 +7,6 @@
 namespace quorvelant {
 
 // Everything is told through `ui`, which must outlive the services.
-BatchServices MakeBatchServices(UserInterface& ui);
+[[nodiscard]] BatchServices MakeBatchServices(UserInterface& ui);
 
 }  // namespace quorvelant

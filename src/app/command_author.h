@@ -4,7 +4,7 @@
 #include <CLI/CLI.hpp>
 
 #include "app/command_form.h"
-#include "author/author.h"
+#include "author/author_order.h"
 #include "base/rules.h"
 
 namespace quorvelant {
@@ -14,6 +14,6 @@ namespace quorvelant {
 void AddAuthorCommand(CLI::App& program, CommandContext& context);
 
 // What the settings, or what the rules take in their place, say of a run.
-AuthorOptions OptionsOf(const Settings& settings, const Rules& rules);
+[[nodiscard]] AuthorOrder OrderOf(const Settings& settings, const Rules& rules);
 
 }  // namespace quorvelant

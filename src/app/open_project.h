@@ -20,8 +20,8 @@ class SilentBoxes : public PassingUi {
 };
 
 // Loads a script with a look at the first file of each track and stream.
-inline LoadResult OpenProject(const std::string& script, Project& project, const Rules& rules,
-                              UserInterface& ui) {
+[[nodiscard]] inline LoadResult OpenProject(const std::string& script, Project& project, const Rules& rules,
+                                            UserInterface& ui) {
   SilentBoxes quiet(ui);
   const FileScanner scanner(rules, quiet);
   return LoadScriptFile(script, project, {.Rules = rules, .Scanner = &scanner}, ui);

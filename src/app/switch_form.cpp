@@ -7,8 +7,12 @@
 #include <system_error>
 #include <vector>
 
+#include "app/command_author.h"
 #include "app/command_form.h"
+#include "app/messages.h"
+#include "app/settings.h"
 #include "app/version.h"
+#include "base/log.h"
 #include "base/random.h"
 #include "base/text.h"
 
@@ -26,7 +30,7 @@ constexpr std::string_view CompilingWords = "Quorvelant Compiling....";
 constexpr std::string_view InitialisingWords = "Initialising Database...";
 constexpr std::string_view ReadyWords = "Ready";
 
-// The path in quotes directly behind "<name> ": empty without the switch, nothing without the quotes.
+// The path in quotes directly after "<name> ": empty without the switch, nothing without the quotes.
 std::optional<std::string> QuotedPath(std::string_view line, std::string_view name) {
   const std::string spaced = std::string(name) + " ";
   if (!Contains(line, spaced)) {
@@ -56,24 +60,32 @@ std::string FromHere(const std::string& folder) {
   return absolute ? folder : SystemPath(folder, std::filesystem::current_path(failed).string());
 }
 
-bool AuthorBatch(const Switches& switches, Project& project, UserInterface& ui,
-                 const EnvironmentLookup& environment, const BatchServices& services, Log& log) {
+bool AuthorBatch(const Switches& switches, const Project& project, UserInterface& ui,
+                 const EnvironmentLookup& environment, const BatchServices& services) {
   ui.Status(CompilingWords);
   Settings settings;
   settings.DestinationFolder = project.DestinationFolder;
-  const bool done = services.Author(project, settings, switches.ExitOnFinish, log);
+  AuthorOrder order = OrderOf(settings, SwitchFormRules);
+  order.Folder = SystemPath(project.DestinationFolder, project.SourceFolder());
+  order.InPlace = true;
+  order.ReadBack = false;
+  order.LogFile = LogFile(environment);
+  const bool done = services.Author(project, std::move(order)).Outcome == AuthorOutcome::Done;
   if (!switches.ExitOnFinish) {
+    if (done) {
+      ui.Tell(MessageOf(message::DiscComplete, {}));
+    }
     ui.Status(VersionCaption());
   } else if (const std::string file = SettingsFile(environment);
              !file.empty() && !WriteSettings(file, settings)) {
-    TellWarning(ui, "Settings", "The settings could not be written", file);
+    ui.Tell(MessageOf(message::SettingsNotWritten, file));
   }
   return done;
 }
 
-int Run(const Switches& switches, UserInterface& ui, const EnvironmentLookup& environment,
-        const BatchServices& services) {
-  Log log = StartLog(LogFile(environment));
+int RunSwitches(const Switches& switches, UserInterface& ui, const EnvironmentLookup& environment,
+                const BatchServices& services) {
+  StartLog(LogFile(environment));
   Project project;
   project.DestinationFolder = FromHere(switches.DestinationFolder);
   const bool loaded = services.LoadScriptFile(switches.ScriptPath, switches.AnalyseOnLoad, project);
@@ -81,7 +93,7 @@ int Run(const Switches& switches, UserInterface& ui, const EnvironmentLookup& en
     project.DestinationFolder = FromHere(switches.DestinationFolder);
   }
   if (switches.CreateOnStart && loaded) {
-    return AuthorBatch(switches, project, ui, environment, services, log) ? ExitDone : ExitFailed;
+    return AuthorBatch(switches, project, ui, environment, services) ? ExitDone : ExitFailed;
   }
   ui.Status(InitialisingWords);
   ui.Status(ReadyWords);
@@ -132,15 +144,17 @@ std::optional<Switches> ParseSwitches(std::string_view commandLine) {
                   .AnalyseOnLoad = Contains(commandLine, AnalyseSwitch)};
 }
 
-std::string RefuseSwitches(const Switches& switches) {
+std::optional<Message> WhyRefused(const Switches& switches) {
   if (switches.ScriptPath.empty()) {
-    return std::string(NoScript);
+    return MessageOf(message::NoScript, {});
   }
   if (switches.DestinationFolder.empty()) {
-    return std::string(NoDestination);
+    return MessageOf(message::NoDestination, {});
   }
-  return ScriptExists(switches.ScriptPath) ? std::string()
-                                           : std::string(ScriptNotFound) + switches.ScriptPath;
+  if (!ScriptExists(switches.ScriptPath)) {
+    return MessageOf(message::ScriptNotFound, {}, switches.ScriptPath);
+  }
+  return std::nullopt;
 }
 
 int RunSwitchForm(std::span<const std::string> arguments, UserInterface& ui,
@@ -149,14 +163,14 @@ int RunSwitchForm(std::span<const std::string> arguments, UserInterface& ui,
   if (!switches) {
     return ExitFailed;
   }
-  if (const std::string refusal = RefuseSwitches(*switches); !refusal.empty()) {
-    ui.Tell({Severity::Information, {}, refusal, {}});
+  if (const auto refusal = WhyRefused(*switches)) {
+    ui.Tell(*refusal);
     return ExitFailed;
   }
   try {
-    return Run(*switches, ui, environment, services);
+    return RunSwitches(*switches, ui, environment, services);
   } catch (const std::exception& fault) {
-    TellError(ui, "Error", fault.what());
+    ui.Tell(MessageOf(message::UnexpectedFault, {}, fault.what()));
     return ExitFailed;
   }
 }

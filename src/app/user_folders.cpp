@@ -37,15 +37,4 @@ std::string LogFile(const EnvironmentLookup& environment) {
   return UserFile(environment, "XDG_STATE_HOME", ".local/state", "Quorvelant.LOG");
 }
 
-Log StartLog(const std::string& file) {
-  if (file.empty()) {
-    return {};
-  }
-  std::error_code ignored;
-  std::filesystem::create_directories(std::filesystem::path(file).parent_path(), ignored);
-  Log log(file);
-  log.Reset();
-  return log;
-}
-
 }  // namespace quorvelant

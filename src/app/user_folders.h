@@ -4,8 +4,6 @@
 #include <functional>
 #include <string>
 
-#include "base/log.h"
-
 namespace quorvelant {
 
 // The value of an environment variable, empty where it is not set.
@@ -17,8 +15,5 @@ std::string ProcessEnvironment(const std::string& name);
 // below HOME. Empty where neither is set.
 std::string SettingsFile(const EnvironmentLookup& environment);
 std::string LogFile(const EnvironmentLookup& environment);
-
-// An empty log at `file`, whose folder is made where needed; one that writes nothing for an empty path.
-Log StartLog(const std::string& file);
 
 }  // namespace quorvelant

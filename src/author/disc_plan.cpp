@@ -11,7 +11,6 @@
 #include "check/source_judge.h"
 #include "check/subtitle_check.h"
 #include "codec/still_encoder.h"
-#include "ifo/domain_records.h"
 #include "mux/still_source.h"
 
 namespace quorvelant {

@@ -1,12 +1,10 @@
 #include "author/fix_up.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <cctype>
-#include <filesystem>
+#include <string_view>
 
 #include "author/ifo_files.h"
+#include "base/random.h"
 #include "base/text.h"
 #include "disc/table_layout.h"
 #include "disc/vmgi_layout.h"
@@ -14,6 +12,14 @@
 
 namespace quorvelant {
 namespace {
+
+// The set a file counts for; nothing for a name that no disc file has.
+std::optional<std::size_t> SetOf(std::string_view upperName) {
+  if (upperName.starts_with("VTS_")) {
+    return static_cast<std::size_t>(std::max(LeadingNumber(upperName.substr(4, 2)), 0));
+  }
+  return upperName.starts_with("VIDE") ? std::optional<std::size_t>(0) : std::nullopt;
+}
 
 // The start sector of each title's set goes into TT_SRPT, which lies at a sector of the same file.
 void PatchTitleSearch(ByteSpan ifo, std::span<const SetSectors> rows) {
@@ -39,6 +45,30 @@ void PatchTitleSearch(ByteSpan ifo, std::span<const SetSectors> rows) {
 
 }  // namespace
 
+DiscSectors SumSectors(std::span<const DiscFile> files) {
+  DiscSectors sums;
+  sums.Rows.resize(1);
+  for (const DiscFile& file : files) {
+    const std::string name = Upper(file.Name);
+    const auto row = SetOf(name);
+    if (!row) {
+      sums.Foreign = sums.Foreign.empty() ? file.Name : sums.Foreign;
+      continue;
+    }
+    sums.Rows.resize(std::max(sums.Rows.size(), *row + 1));
+    SetSectors& set = sums.Rows[*row];
+    const auto sectors = static_cast<std::uint32_t>((file.Size + SectorBytes / 2) / SectorBytes);
+    set.Total += sectors;
+    if (name.ends_with("0.VOB") || name.ends_with("S.VOB")) {
+      set.MenuVob = sectors;
+    }
+    if (name.ends_with(".IFO")) {
+      set.Ifo = sectors;
+    }
+  }
+  return sums;
+}
+
 void PatchIfo(Bytes& ifo, std::size_t row, std::span<const SetSectors> rows) {
   if (ifo.size() < SectorBytes) {
     return;
@@ -58,21 +88,23 @@ void PatchIfo(Bytes& ifo, std::size_t row, std::span<const SetSectors> rows) {
   }
 }
 
-bool FixUp(const std::string& folder, Random& files) {
+std::optional<std::string> FixUp(const std::string& folder, UserInterface& ui) {
   const DiscSectors sums = SumSectors(ListFiles(folder));
-  if (!sums.OnlyDiscFiles) {
-    return false;
+  if (!sums.Foreign.empty()) {
+    return sums.Foreign;
   }
+  Random files(ui);
+  files.DimFiles(1);
   for (std::size_t row = 0; row < sums.Rows.size(); ++row) {
-    const std::string base = folder + "/" + IfoBaseName(row);
     if (sums.Rows[row].Ifo == 0) {
       continue;
     }
+    const std::string base = folder + "/" + IfoBaseName(row);
     Bytes ifo = ReadWhole(base + ".IFO", files);
     PatchIfo(ifo, row, sums.Rows);
     WriteIfoAndBackup(base, ifo, files);
   }
-  return true;
+  return std::nullopt;
 }
 
 }  // namespace quorvelant

@@ -1,19 +1,13 @@
 #include "author/ifo_files.h"
 
-#include <fmt/format.h>
+#include "disc/disc_files.h"
 
 namespace quorvelant {
 namespace {
 
-constexpr std::string_view NotOpenedLine = "The file '{}' could not be opened.";
-
-[[noreturn]] void NotOpened(const std::string& path) {
-  throw FileError(FileError::OpenNumber, fmt::format(NotOpenedLine, path));
-}
-
 void WriteWhole(const std::string& path, ByteView bytes, Random& files) {
   if (!files.CreateFile(path, slot::Output)) {
-    NotOpened(path);
+    throw NotOpened(path);
   }
   files.WriteBytes(bytes);
   files.CloseFile(slot::Output);

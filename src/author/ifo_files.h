@@ -1,4 +1,4 @@
-// The information files on disk: small, read and written whole.
+// The information files on disk: small, written whole.
 #pragma once
 
 #include <string>

@@ -1,13 +1,12 @@
 #include "author/output_folder.h"
 
-#include <fmt/format.h>
 #include <sys/stat.h>
 
-#include <cctype>
 #include <system_error>
 #include <utility>
 
-#include "base/text.h"
+#include "author/messages.h"
+#include "disc/disc_files.h"
 
 namespace quorvelant {
 namespace {
@@ -76,55 +75,47 @@ bool IsMounted(const fs::path& folder) {
          there.st_dev != around.st_dev;
 }
 
-bool Refuse(UserInterface& ui, const fs::path& destination, std::string_view text) {
-  TellError(ui, FolderErrorTitle, text, destination.string());
-  return false;
-}
-
-bool JudgeTarget(const fs::path& destination, bool force, UserInterface& ui) {
+// Why the destination is not taken; nothing where it is.
+std::optional<Message> WhyRefused(const fs::path& destination, bool force) {
   std::error_code failed;
   const auto status = fs::status(destination, failed);
   if (!fs::exists(status)) {
-    return true;
+    return std::nullopt;
   }
   if (!fs::is_directory(status)) {
-    return Refuse(ui, destination, DestinationIsNoFolder);
+    return MessageOf(message::DestinationIsNoFolder, destination.string());
   }
   const FolderContent content = ContentOf(destination);
   if (!content.Foreign.empty()) {
-    return Refuse(ui, destination, fmt::format(ForeignFile, content.Foreign));
+    return MessageOf(message::DestinationHoldsForeignFile, destination.string(), content.Foreign);
   }
   if (content.HasDiscFiles && !force) {
-    return Refuse(ui, destination, HoldsDisc);
+    return MessageOf(message::DestinationHoldsDisc, destination.string());
   }
   if (IsMounted(destination)) {
-    return Refuse(ui, destination, IsMountPoint);
+    return MessageOf(message::DestinationIsMountPoint, destination.string());
   }
-  return true;
+  return std::nullopt;
+}
+
+bool Accept(const fs::path& destination, bool force, UserInterface& ui) {
+  const auto refusal = WhyRefused(destination, force);
+  if (refusal) {
+    ui.Tell(*refusal);
+  }
+  return !refusal;
 }
 
 }  // namespace
 
-bool IsDiscFileName(std::string_view name) {
-  const std::string upper = Upper(name);
-  const std::string_view text = upper;
-  if (text.size() < 4 || (!text.ends_with(".IFO") && !text.ends_with(".BUP") && !text.ends_with(".VOB"))) {
-    return false;
-  }
-  const std::string_view stem = text.substr(0, text.size() - 4);
-  const auto digit = [&](std::size_t at) { return std::isdigit(static_cast<unsigned char>(stem[at])) != 0; };
-  return stem == "VIDEO_TS" ||
-         (stem.size() == 8 && stem.starts_with("VTS_") && stem[6] == '_' && digit(4) && digit(5) && digit(7));
-}
-
 bool OutputFolder::Judge(const std::string& destination, bool force, UserInterface& ui) {
-  return JudgeTarget(Target(destination), force, ui);
+  return Accept(Target(destination), force, ui);
 }
 
 std::optional<OutputFolder> OutputFolder::Prepare(const std::string& destination, bool force,
                                                   UserInterface& ui) {
   const fs::path target = Target(destination);
-  if (!JudgeTarget(target, force, ui)) {
+  if (!Accept(target, force, ui)) {
     return std::nullopt;
   }
   const fs::path aside = Neighbour(target, AsideSuffix);
@@ -135,7 +126,7 @@ std::optional<OutputFolder> OutputFolder::Prepare(const std::string& destination
     failed = std::make_error_code(std::errc::file_exists);
   }
   if (failed) {
-    TellError(ui, FolderErrorTitle, fmt::format(FolderNotMade, failed.message()), aside.string());
+    ui.Tell(MessageOf(message::FolderNotMade, aside.string(), failed.message()));
     return std::nullopt;
   }
   return OutputFolder(target, aside);
@@ -169,8 +160,7 @@ bool OutputFolder::Place(UserInterface& ui) {
     }
   }
   if (failed) {
-    TellError(ui, FolderErrorTitle, fmt::format(FolderNotPlaced, failed.message(), aside_.string()),
-              destination_.string());
+    ui.Tell(MessageOf(message::FolderNotPlaced, destination_.string(), failed.message(), aside_.string()));
     aside_.clear();  // what is complete is not thrown away
     return false;
   }

@@ -1,37 +1,15 @@
 #include "author/track_cells.h"
 
-#include "ifo/domain_records.h"
+#include <utility>
+
+#include "model/walk.h"
 
 namespace quorvelant {
-namespace {
-
-std::vector<const PGC_P*> ChainsOf(const VTS_P& entry, Domain domain) {
-  std::vector<const PGC_P*> chains;
-  const auto add = [&](const auto& owners) {
-    for (const auto* owner : Live(owners)) {
-      const auto live = Live(owner->PGC);
-      chains.insert(chains.end(), live.begin(), live.end());
-    }
-  };
-  if (domain == Domain::Menu) {
-    add(entry.Lang);
-  } else {
-    add(entry.Title);
-  }
-  return chains;
-}
-
-}  // namespace
 
 TrackCells::TrackCells(const VTS_P& entry, Domain domain, std::size_t trackIndex) {
-  for (const PGC_P* chain : ChainsOf(entry, domain)) {
-    for (const PG_P* program : Live(chain->PG)) {
-      for (const Cell_P* cell : Live(program->Cell)) {
-        if (cell->SegmentUsed >= 0 && static_cast<std::size_t>(cell->SegmentUsed) == trackIndex &&
-            cell->pScene >= 0) {
-          cells_[static_cast<std::size_t>(cell->pScene)].push_back(cell);
-        }
-      }
+  for (const Cell_P* cell : LiveCells(entry, domain)) {
+    if (std::cmp_equal(cell->SegmentUsed, trackIndex) && cell->pScene >= 0) {
+      cells_[static_cast<std::size_t>(cell->pScene)].push_back(cell);
     }
   }
 }

@@ -46,4 +46,15 @@ void Log::WriteText(std::string_view text, int tabs) {
   Output(text, ApplicationSeverity, tabs);
 }
 
+Log StartLog(const std::string& file) {
+  if (file.empty()) {
+    return {};
+  }
+  std::error_code ignored;
+  std::filesystem::create_directories(std::filesystem::path(file).parent_path(), ignored);
+  Log log(file);
+  log.Reset();
+  return log;
+}
+
 }  // namespace quorvelant

@@ -34,4 +34,7 @@ class Log {
   bool active_ = false;
 };
 
+// An empty log at `file`, whose folder is made where needed; one that writes nothing for an empty path.
+Log StartLog(const std::string& file);
+
 }  // namespace quorvelant

@@ -5,7 +5,6 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace quorvelant {
 
@@ -35,11 +34,11 @@ struct Message {
 
 // A message of a kind with the values of its text.
 template <class... Values>
-[[nodiscard]] Message MessageOf(const MessageKind& kind, std::string place, const Values&... values) {
+[[nodiscard]] Message MessageOf(const MessageKind& kind, std::string_view place, const Values&... values) {
   return {.Level = kind.Level,
           .Title = std::string(kind.Title),
           .Text = fmt::format(fmt::runtime(kind.Text), values...),
-          .Place = std::move(place),
+          .Place = std::string(place),
           .Code = kind.Code};
 }
 

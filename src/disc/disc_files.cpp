@@ -3,8 +3,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
+#include <cctype>
 #include <filesystem>
-#include <string_view>
 #include <system_error>
 
 #include "base/text.h"
@@ -12,46 +13,25 @@
 namespace quorvelant {
 namespace {
 
+constexpr std::array<std::string_view, 3> Extensions{".IFO", ".BUP", ".VOB"};
 constexpr std::string_view NotOpenedLine = "The file '{}' could not be opened.";
-
-// The row a file counts for; nothing for a name that no disc file has.
-bool RowOf(std::string_view upperName, std::size_t& row) {
-  if (upperName.starts_with("VTS_")) {
-    row = static_cast<std::size_t>(std::max(LeadingNumber(upperName.substr(4, 2)), 0));
-    return true;
-  }
-  row = 0;
-  return upperName.starts_with("VIDE");
-}
 
 }  // namespace
 
-std::string IfoBaseName(std::size_t row) {
-  return row == 0 ? "VIDEO_TS" : fmt::format("VTS_{:02}_0", row);
+bool IsDiscFileName(std::string_view name) {
+  const std::string upper = Upper(name);
+  const std::string_view text = upper;
+  if (std::ranges::none_of(Extensions, [&](std::string_view end) { return text.ends_with(end); })) {
+    return false;
+  }
+  const std::string_view stem = text.substr(0, text.size() - 4);
+  const auto digit = [&](std::size_t at) { return std::isdigit(static_cast<unsigned char>(stem[at])) != 0; };
+  return stem == "VIDEO_TS" ||
+         (stem.size() == 8 && stem.starts_with("VTS_") && stem[6] == '_' && digit(4) && digit(5) && digit(7));
 }
 
-DiscSectors SumSectors(std::span<const DiscFile> files) {
-  DiscSectors sums;
-  sums.Rows.resize(1);
-  for (const DiscFile& file : files) {
-    const std::string name = Upper(file.Name);
-    std::size_t row = 0;
-    if (!RowOf(name, row)) {
-      sums.OnlyDiscFiles = false;
-      continue;
-    }
-    sums.Rows.resize(std::max(sums.Rows.size(), row + 1));
-    SetSectors& set = sums.Rows[row];
-    const auto sectors = static_cast<std::uint32_t>((file.Size + SectorBytes / 2) / SectorBytes);
-    set.Total += sectors;
-    if (name.ends_with("0.VOB") || name.ends_with("S.VOB")) {
-      set.MenuVob = sectors;
-    }
-    if (name.ends_with(".IFO")) {
-      set.Ifo = sectors;
-    }
-  }
-  return sums;
+std::string IfoBaseName(std::size_t set) {
+  return set == 0 ? "VIDEO_TS" : fmt::format("VTS_{:02}_0", set);
 }
 
 std::vector<DiscFile> ListFiles(const std::string& folder) {
@@ -69,11 +49,15 @@ std::vector<DiscFile> ListFiles(const std::string& folder) {
 
 Bytes ReadWhole(const std::string& path, Random& files) {
   if (!files.OpenSource(path, slot::Source)) {
-    throw FileError(FileError::OpenNumber, fmt::format(NotOpenedLine, path));
+    throw NotOpened(path);
   }
   Bytes bytes = files.ReadBytes(static_cast<std::size_t>(files.FileBytes(slot::Source)), slot::Source);
   files.CloseFile(slot::Source);
   return bytes;
+}
+
+FileError NotOpened(const std::string& path) {
+  return {FileError::OpenNumber, fmt::format(NotOpenedLine, path)};
 }
 
 }  // namespace quorvelant

@@ -1,124 +1,151 @@
 #include "verify/read_back.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <numeric>
+#include <optional>
+#include <span>
+#include <string_view>
 #include <utility>
 
+#include "base/random.h"
+#include "base/text.h"
 #include "disc/disc_files.h"
 #include "disc/nav_layout.h"
 #include "disc/record.h"
 #include "disc/table_layout.h"
 #include "disc/vmgi_layout.h"
 #include "disc/vtsi_layout.h"
+#include "verify/messages.h"
 
 namespace quorvelant {
 namespace {
 
 constexpr int ReadSlot = 0;
 
-// Pointers of an IFO's head: a sector where a table starts, whose end stands in its head at this offset.
+constexpr std::string_view ManagerId = "DVDVIDEO-VMG";
+constexpr std::string_view TitleSetId = "DVDVIDEO-VTS";
+
+// A sector address in the head of an IFO, and where the table there says which byte is its last.
 struct TablePointer {
   const Field<Sectors, 4>* Pointer;
-  std::size_t EndOffset;
+  std::size_t LastAt = table_head::Last.Offset;
 };
-constexpr std::array<TablePointer, 5> ManagerTables{{{&vmgi::TitleSearch, 4},
-                                                     {&vmgi::MenuUnits, 4},
-                                                     {&vmgi::SetAttributes, 4},
-                                                     {&vmgi::MenuCells, 4},
-                                                     {&vmgi::MenuVobus, 0}}};
-constexpr std::array<TablePointer, 8> SetTables{{{&vtsi::Chapters, 4},
-                                                 {&vtsi::TitlePgcs, 4},
-                                                 {&vtsi::MenuUnits, 4},
-                                                 {&vtsi::TimeMaps, 4},
-                                                 {&vtsi::MenuCells, 4},
-                                                 {&vtsi::MenuVobus, 0},
-                                                 {&vtsi::TitleCells, 4},
-                                                 {&vtsi::TitleVobus, 0}}};
+constexpr std::size_t VobuMapLastAt = 0;  // a VOBU map has no count: its addresses follow at once
+constexpr std::size_t VobuMapHead = 4;
+constexpr std::array ManagerTables{TablePointer{&vmgi::TitleSearch}, TablePointer{&vmgi::MenuUnits},
+                                   TablePointer{&vmgi::SetAttributes}, TablePointer{&vmgi::MenuCells},
+                                   TablePointer{&vmgi::MenuVobus, VobuMapLastAt}};
+constexpr std::array SetTables{
+    TablePointer{&vtsi::Chapters},   TablePointer{&vtsi::TitlePgcs},
+    TablePointer{&vtsi::MenuUnits},  TablePointer{&vtsi::TimeMaps},
+    TablePointer{&vtsi::MenuCells},  TablePointer{&vtsi::MenuVobus, VobuMapLastAt},
+    TablePointer{&vtsi::TitleCells}, TablePointer{&vtsi::TitleVobus, VobuMapLastAt}};
 
-class Reader {
+// The set that a disc file belongs to: 0 is the Video Manager, n title set n.
+std::size_t SetOf(const std::string& fileName) {
+  const std::string name = Upper(fileName);
+  const auto digit = [&](std::size_t at) { return static_cast<std::size_t>(name[at] - '0'); };
+  return name.starts_with("VTS_") ? 10 * digit(4) + digit(5) : 0;
+}
+
+class FolderReader {
  public:
-  Reader(std::string folder, UserInterface& ui) : folder_(std::move(folder)), files_(ui) {
+  FolderReader(std::string folder, UserInterface& ui) : folder_(std::move(folder)), files_(ui) {
     files_.DimFiles(1);
   }
 
-  std::vector<Message> Run() {
-    const auto listed = ListFiles(folder_);
-    for (const DiscFile& file : listed) {
-      if (file.Size % SectorBytes != 0) {
-        Fault(ReadBackPartSector, file.Name);
-      }
-    }
-    const DiscSectors sums = SumSectors(listed);
-    for (std::size_t row = 0; row < sums.Rows.size(); ++row) {
-      CheckSet(row, sums.Rows);
+  std::vector<Message> Faults() {
+    CheckSizes();
+    for (std::size_t set = 0; set < sectors_.size(); ++set) {
+      CheckSet(set);
     }
     return std::move(faults_);
   }
 
  private:
-  void Fault(std::string_view text, const std::string& name) {
-    faults_.push_back({Severity::Error, std::string(ReadBackTitle), std::string(text), folder_ + "/" + name});
-  }
   template <class... Values>
-  void FaultWith(std::string_view text, const std::string& name, Values... values) {
-    Fault(fmt::format(fmt::runtime(text), values...), name);
+  void Fault(const MessageKind& kind, const std::string& name, const Values&... values) {
+    faults_.push_back(MessageOf(kind, folder_ + "/" + name, values...));
   }
   bool IsThere(const std::string& name) const { return std::filesystem::exists(folder_ + "/" + name); }
+  std::uint32_t StartOf(std::size_t set) const {
+    return std::accumulate(sectors_.begin(), sectors_.begin() + static_cast<std::ptrdiff_t>(set), 0U);
+  }
 
-  void CheckSet(std::size_t row, const std::vector<SetSectors>& rows) {
-    const std::string base = IfoBaseName(row);
-    for (const char* extension : {".IFO", ".BUP"}) {
-      if (!IsThere(base + extension)) {
-        Fault(ReadBackMissing, base + extension);
-        return;
+  void CheckSizes() {
+    for (const DiscFile& file : ListFiles(folder_)) {
+      if (file.Size % SectorBytes != 0) {
+        Fault(message::PartSector, file.Name);
       }
-    }
-    const std::string name = base + ".IFO";
-    const Bytes ifo = ReadWhole(folder_ + "/" + name, files_);
-    if (ReadWhole(folder_ + "/" + base + ".BUP", files_) != ifo) {
-      Fault(ReadBackDiffers, base + ".BUP");
-    }
-    const std::string_view id = row == 0 ? "DVDVIDEO-VMG" : "DVDVIDEO-VTS";
-    if (ifo.size() < SectorBytes || !std::equal(id.begin(), id.end(), ifo.begin())) {
-      Fault(ReadBackNoIfo, name);
-      return;
-    }
-    const std::uint32_t said = Get(ifo, vtsi::SetLast).Value + 1;
-    if (said != rows[row].Total) {
-      FaultWith(ReadBackSectors, name, rows[row].Total, said);
-    }
-    if (row == 0) {
-      CheckTables(ifo, ManagerTables, name);
-      CheckTitleStarts(ifo, rows, name);
-      CheckVobus(ifo, vmgi::MenuVobus, "VIDEO_TS.VOB");
-    } else {
-      CheckTables(ifo, SetTables, name);
-      CheckVobus(ifo, vtsi::MenuVobus, base + ".VOB");
-      CheckVobus(ifo, vtsi::TitleVobus, base.substr(0, base.size() - 1) + "1.VOB");
+      if (IsDiscFileName(file.Name)) {
+        const std::size_t set = SetOf(file.Name);
+        sectors_.resize(std::max(sectors_.size(), set + 1));
+        sectors_[set] += static_cast<std::uint32_t>(file.Size / SectorBytes);
+      }
     }
   }
 
-  template <std::size_t N>
-  void CheckTables(const Bytes& ifo, const std::array<TablePointer, N>& tables, const std::string& name) {
+  void CheckSet(std::size_t set) {
+    const std::string base = IfoBaseName(set);
+    const std::string name = base + ".IFO";
+    const auto ifo = ReadIfo(base, set == 0 ? ManagerId : TitleSetId);
+    if (!ifo) {
+      return;
+    }
+    // The Video Manager has its own size at the same place.
+    const std::uint32_t said = Get(*ifo, vtsi::SetLast).Value + 1;
+    if (said != sectors_[set]) {
+      Fault(message::SetSizeWrong, name, sectors_[set], said);
+    }
+    if (set == 0) {
+      CheckTables(*ifo, ManagerTables, name);
+      CheckTitleStarts(*ifo, name);
+      CheckVobus(*ifo, vmgi::MenuVobus, "VIDEO_TS.VOB");
+    } else {
+      CheckTables(*ifo, SetTables, name);
+      CheckVobus(*ifo, vtsi::MenuVobus, base + ".VOB");
+      CheckVobus(*ifo, vtsi::TitleVobus, base.substr(0, base.size() - 1) + "1.VOB");
+    }
+  }
+
+  // An IFO with a backup like it; nothing for what is missing or none.
+  std::optional<Bytes> ReadIfo(const std::string& base, std::string_view id) {
+    for (const char* extension : {".IFO", ".BUP"}) {
+      if (!IsThere(base + extension)) {
+        Fault(message::FileMissing, base + extension);
+        return std::nullopt;
+      }
+    }
+    Bytes ifo = ReadWhole(folder_ + "/" + base + ".IFO", files_);
+    if (ReadWhole(folder_ + "/" + base + ".BUP", files_) != ifo) {
+      Fault(message::BackupDiffers, base + ".BUP");
+    }
+    if (ifo.size() < SectorBytes || !std::equal(id.begin(), id.end(), ifo.begin())) {
+      Fault(message::NotAnIfo, base + ".IFO");
+      return std::nullopt;
+    }
+    return ifo;
+  }
+
+  void CheckTables(const Bytes& ifo, std::span<const TablePointer> tables, const std::string& name) {
     for (const TablePointer& table : tables) {
       const std::size_t sector = Get(ifo, *table.Pointer).Value;
       const std::size_t start = sector * SectorBytes;
       if (start + table_head::Size > ifo.size()) {
-        FaultWith(ReadBackPointer, name, table.Pointer->Offset);
-      } else if (sector != 0 && start + GetBytes(ifo, start + table.EndOffset, 4) >= ifo.size()) {
-        FaultWith(ReadBackTable, name, sector);
+        Fault(message::PointerOutside, name, table.Pointer->Offset);
+      } else if (sector != 0 && start + GetBytes(ifo, start + table.LastAt, 4) >= ifo.size()) {
+        Fault(message::TableOutside, name, sector);
       }
     }
   }
 
-  void CheckTitleStarts(const Bytes& ifo, const std::vector<SetSectors>& rows, const std::string& name) {
+  void CheckTitleStarts(const Bytes& ifo, const std::string& name) {
     const std::size_t table = std::size_t{Get(ifo, vmgi::TitleSearch).Value} * SectorBytes;
     if (table == 0 || table + table_head::Size > ifo.size()) {
-      return;  // told
+      return;  // a pointer outside is a fault already
     }
     const std::uint64_t titles = Get(ByteView(ifo).subspan(table), table_head::Count).Value;
     for (std::size_t i = 0; i < titles; ++i) {
@@ -127,13 +154,11 @@ class Reader {
         return;
       }
       const ByteView entry = ByteView(ifo).subspan(at, title_entry::Size);
-      const std::uint64_t set = Get(entry, title_entry::TitleSet).Value;
-      std::uint32_t start = 0;
-      for (std::size_t row = 0; row < std::min<std::uint64_t>(set, rows.size()); ++row) {
-        start += rows[row].Total;
-      }
-      if (set == 0 || set >= rows.size() || Get(entry, title_entry::SetStart).Value != start) {
-        FaultWith(ReadBackStart, name, i + 1, Get(entry, title_entry::SetStart).Value, start);
+      const auto set = static_cast<std::size_t>(Get(entry, title_entry::TitleSet).Value);
+      const std::uint32_t said = Get(entry, title_entry::SetStart).Value;
+      const std::uint32_t start = StartOf(std::min(set, sectors_.size()));
+      if (set == 0 || set >= sectors_.size() || said != start) {
+        Fault(message::TitleStartWrong, name, i + 1, said, start);
       }
     }
   }
@@ -141,15 +166,16 @@ class Reader {
   // Every address of a VOBU map, in the VOB files that go on from `firstFile` ("..._1.VOB").
   void CheckVobus(const Bytes& ifo, const Field<Sectors, 4>& pointer, const std::string& firstFile) {
     const std::size_t table = std::size_t{Get(ifo, pointer).Value} * SectorBytes;
-    if (table == 0 || table + 4 > ifo.size()) {
+    if (table == 0 || table + VobuMapHead > ifo.size()) {
       return;
     }
-    const std::size_t end = std::min<std::size_t>(table + GetBytes(ifo, table, 4) + 1, ifo.size());
+    const std::size_t end =
+        std::min<std::size_t>(table + GetBytes(ifo, table + VobuMapLastAt, 4) + 1, ifo.size());
     std::uint64_t fileStart = 0;  // sectors
     std::uint64_t fileSectors = 0;
     std::string name = firstFile;
     bool open = Open(name, fileSectors);
-    for (std::size_t at = table + 4; open && at + 4 <= end; at += 4) {
+    for (std::size_t at = table + VobuMapHead; at + 4 <= end; at += 4) {
       const std::uint64_t sector = GetBytes(ifo, at, 4);
       while (open && sector >= fileStart + fileSectors) {
         fileStart += fileSectors;
@@ -157,7 +183,7 @@ class Reader {
         open = Open(name, fileSectors);
       }
       if (!open || sector < fileStart) {
-        FaultWith(ReadBackNav, firstFile, sector);
+        Fault(message::NavPackMissing, firstFile, sector);
         break;
       }
       CheckNav(sector, sector - fileStart, name);
@@ -179,21 +205,22 @@ class Reader {
     files_.SeekAbsolute(fileSector * SectorBytes, ReadSlot);
     const bool whole = files_.ReadInto(head, ReadSlot) == head.size();
     if (!whole || Get(head, nav::PciStartCode).Value != nav::PrivateStream2) {
-      FaultWith(ReadBackNav, name, sector);
+      Fault(message::NavPackMissing, name, sector);
     } else if (const std::uint32_t lbn = Get(head, nav::PciLbn).Value; lbn != sector) {
-      FaultWith(ReadBackLbn, name, sector, lbn);
+      Fault(message::NavPackAddressWrong, name, sector, lbn);
     }
   }
 
   std::string folder_;
   Random files_;
+  std::vector<std::uint32_t> sectors_ = {0};  // of all files of each set
   std::vector<Message> faults_;
 };
 
 }  // namespace
 
 std::vector<Message> ReadBack(const std::string& folder, UserInterface& ui) {
-  return Reader(folder, ui).Run();
+  return FolderReader(folder, ui).Faults();
 }
 
 }  // namespace quorvelant

@@ -1,9 +1,10 @@
 #include "app/batch_services.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
+#include "app/command_form.h"
+#include "author/messages.h"
 #include "model/default_structure.h"
 #include "script/messages.h"
 #include "script/script_reader.h"
@@ -31,20 +32,22 @@ TEST(BatchServices, ACommandErrorStopsTheRunAndIsListed) {
       << ui.Messages[1].Text;
 }
 
-TEST(BatchServices, SuccessIsToldUnlessTheRunEndsWithIt) {
+TEST(BatchServices, AForeignFileFailsTheRun) {
   const TempFolder folder;
-  RecordingUi ui;
-  const BatchServices services = MakeBatchServices(ui);
-  for (const bool exitOnFinish : {true, false}) {
-    Project project;
-    ASSERT_TRUE(services.LoadScriptFile(SourceFile("examples/demo.qvp"), false, project));
-    project.DestinationFolder = folder / "disc";
-    Log log;
-    EXPECT_TRUE(services.Author(project, {}, exitOnFinish, log));
-    const auto told = std::count_if(ui.Messages.begin(), ui.Messages.end(), [](const Message& message) {
-      return message.Title == "Author Success" && message.Text == "DVD Authoring Complete";
-    });
-    EXPECT_EQ(told, exitOnFinish ? 0 : 1);
+  folder.Write("disc/notes.txt", "mine");
+  for (const bool exits : {true, false}) {
+    RecordingUi ui;
+    std::vector<std::string> line{"-i", SourceFile("examples/demo.qvp"), "-d", folder / "disc", "-create"};
+    line.resize(line.size() + (exits ? 1 : 0), "-exit");
+    const auto environment = [&](const std::string&) { return folder.Path().string(); };
+    EXPECT_EQ(RunSwitchForm(line, ui, environment, MakeBatchServices(ui)), ExitFailed);
+    ASSERT_EQ(ui.Messages.size(), 1U);
+    EXPECT_TRUE(ui.Messages[0].Is(message::ForeignFile));
+    EXPECT_THAT(ui.Messages[0].Text, testing::HasSubstr("\"notes.txt\""));
+    EXPECT_EQ(ui.Messages[0].Place, folder / "disc");
+    EXPECT_THAT(ui.StatusWords, testing::Not(testing::Contains("DVD Completed")));
+    // Nothing is entered: the first title of TT_SRPT starts at sector 0.
+    EXPECT_EQ(TempFolder::Read(folder / "disc/VIDEO_TS.IFO").substr(2048 + 8 + 8, 4), std::string(4, '\0'));
   }
 }
 

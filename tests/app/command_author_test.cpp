@@ -1,7 +1,11 @@
 // `quorvelant author` and the switch form, as a user runs them, over the example disc.
-#include <sys/resource.h>
+#include <fmt/format.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
-#include <csignal>
+#include <atomic>
+#include <cerrno>
+#include <climits>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -13,13 +17,41 @@
 #include "app/command_form.h"
 #include "app/settings.h"
 #include "app/switch_form.h"
-#include "author/output_folder.h"
+#include "author/messages.h"
+#include "base/text.h"
+#include "disc/disc_files.h"
 #include "support/disc_judges.h"
 #include "support/disc_walk.h"
 #include "support/folders.h"
 #include "support/media.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+std::string failingPath;  // empty while nothing fails
+std::atomic<int> writesLeft;
+
+bool WriteFails(int file) {
+  std::error_code unknown;
+  const auto path = std::filesystem::read_symlink(fmt::format("/proc/self/fd/{}", file), unknown);
+  return Contains(path.string(), failingPath) && --writesLeft < 0;
+}
+
+}  // namespace
+}  // namespace quorvelant
+
+// Takes the place of the C library's: files whose path holds `failingPath` are on a disk that has room for
+// `writesLeft` writes more.
+// NOLINTNEXTLINE(readability-identifier-naming,misc-use-internal-linkage): its name there
+extern "C" ssize_t write(int file, const void* bytes, size_t count) {
+  if (!quorvelant::failingPath.empty() && quorvelant::WriteFails(file)) {
+    errno = ENOSPC;
+    return -1;
+  }
+  return syscall(SYS_write, file, bytes, count);
+}
 
 namespace quorvelant {
 namespace {
@@ -40,6 +72,7 @@ Files FilesOf(const fs::path& folder) {
 class AuthorCommand : public testing::Test {
  protected:
   AuthorCommand() { ui.Unattended = true; }
+  ~AuthorCommand() override { failingPath.clear(); }
 
   int Author(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), "author");
@@ -144,17 +177,11 @@ TEST_F(AuthorCommand, StrictMakesWarningsFail) {
   const std::string file = temp.Write("p.qvp", script);
   EXPECT_EQ(Author({file, "-o", disc, "--strict"}), ExitFailed);
   EXPECT_FALSE(fs::exists(disc));
-  EXPECT_EQ(ui.Messages.back().Title, "Strict");
+  EXPECT_TRUE(ui.Messages.back().Is(message::WarningsForbidDisc));
+  EXPECT_EQ(Author({file, "-o", disc, "--strict", "--json"}), ExitFailed);
+  EXPECT_THAT(out.str(), testing::EndsWith("\"place\":\"\"}\n"));  // no disc was begun, none is summed up
+  EXPECT_THAT(out.str(), HasSubstr(R"({"event":"error","code":"warnings-forbid-disc","title":"Strict",)"));
   EXPECT_EQ(Author({file, "-o", disc}), ExitDone);
-}
-
-TEST_F(AuthorCommand, AStoppedRunLeavesTheDestinationAsItWas) {
-  for (const int allowed : {0, 1, 7, 500}) {
-    int asked = 0;
-    ui.StopWhen = [&] { return ++asked > allowed; };
-    EXPECT_EQ(Author({demo, "-o", disc}), ExitFailed) << allowed;
-    EXPECT_FALSE(fs::exists(disc) || fs::exists(temp / ".VIDEO_TS.making"));
-  }
 }
 
 TEST_F(AuthorCommand, PathsWithBlanksQuotesAndOtherLetters) {
@@ -168,27 +195,57 @@ TEST_F(AuthorCommand, PathsWithBlanksQuotesAndOtherLetters) {
   EXPECT_THAT(ui.Messages, IsEmpty());
 }
 
-// A file size limit stands in for a disk that is full midway.
-TEST_F(AuthorCommand, ADiskFullMidwayLeavesNothing) {
-  struct sigaction ignore = {};
-  struct sigaction former = {};
-  ignore.sa_handler = SIG_IGN;
-  sigaction(SIGXFSZ, &ignore, &former);
-  rlimit unlimited{};
-  getrlimit(RLIMIT_FSIZE, &unlimited);
-  for (const rlim_t bytes : {1000U, 10000U, 100000U, 1000000U}) {
-    const rlimit limit{bytes, unlimited.rlim_max};
+// One write of the run after the other is the first for which there is no room: all of the first and of the
+// last ones (the tables, and the sums entered into them), every eighth in between.
+TEST_F(AuthorCommand, AFullDiskIsToldOnceAndLeavesTheDestinationAsItWas) {
+  failingPath = ".VIDEO_TS.making/";
+  writesLeft = INT_MAX;
+  ASSERT_EQ(Author({demo, "-o", disc}), ExitDone);
+  const int writes = INT_MAX - writesLeft;
+  ASSERT_EQ(Author({demo, "-o", disc, "--force", "--rules", "classic"}), ExitDone);
+  const Files before = FilesOf(disc);
+  for (int allowed = 0; allowed < writes; allowed += allowed < 8 || allowed + 16 >= writes ? 1 : 8) {
     ui.Messages.clear();
-    setrlimit(RLIMIT_FSIZE, &limit);
-    EXPECT_EQ(Author({demo, "-o", disc}), ExitFailed) << bytes;
-    setrlimit(RLIMIT_FSIZE, &unlimited);
-    ASSERT_EQ(ui.Messages.size(), 1U) << bytes;
-    EXPECT_THAT(ui.Messages[0].Text, HasSubstr(".VIDEO_TS.making/V")) << bytes;
-    EXPECT_THAT(ui.Messages[0].Text, HasSubstr("File too large"));
-    EXPECT_FALSE(fs::exists(disc));
+    writesLeft = allowed;
+    EXPECT_EQ(Author({demo, "-o", disc, "--force"}), ExitFailed) << allowed;
+    ASSERT_EQ(ui.Messages.size(), 1U) << allowed;
+    EXPECT_THAT(ui.Messages[0].Text, testing::ContainsRegex("making/V.*: No space left on device"));
     EXPECT_FALSE(fs::exists(temp / ".VIDEO_TS.making"));
+    ASSERT_TRUE(FilesOf(disc) == before) << allowed;
   }
-  sigaction(SIGXFSZ, &former, nullptr);
+}
+
+// The program is asked to stop between the two titles of a set: it waits at its warning of the first one's
+// sound, since the pipe of what it says is full.
+constexpr std::string_view TerminatedRun = R"(cd '{0}' && mkfifo pipe && exec 3<>pipe && touch events
+timeout 0.2 cat /dev/zero >&3
+XDG_CONFIG_HOME='{0}' XDG_STATE_HOME='{0}' {1} author p.qvp -o VIDEO_TS --force --json >events 2>&3 3>&- &
+program=$!
+while kill -0 $program && ! grep -q '"event":"warning"' events; do sleep 0.01; done
+kill -TERM $program
+tr -d '\0' <pipe >said 3>&- &
+wait $program
+echo $?
+exec 3>&-
+wait
+)";
+
+TEST_F(AuthorCommand, ATerminatedRunLeavesTheDestinationAsItWas) {
+  ASSERT_EQ(Author({demo, "-o", disc}), ExitDone);
+  const Files before = FilesOf(disc);
+  fs::copy(SourceFile("examples/media"), temp.Path() / "media");
+  temp.Write("media/first_de.ac3", TempFolder::Read(SampleAc3({.Seconds = 5})));
+  temp.Write("p.qvp", TempFolder::Read(demo));
+  temp.Write("run", fmt::format(TerminatedRun, temp.Path().string(), BuildFile("quorvelant")));
+  EXPECT_THAT(LinesOf("bash " + temp / "run"), testing::ElementsAre("1\n"));
+  const std::string events = TempFolder::Read(temp / "events");
+  EXPECT_THAT(events, HasSubstr("Writing VOBID: 1 of 2"));
+  EXPECT_THAT(events, testing::Not(HasSubstr("Writing VOBID: 2 of 2")));
+  EXPECT_THAT(events, HasSubstr(R"("outcome":"stopped")"));
+  EXPECT_THAT(TempFolder::Read(temp / "said"),
+              testing::EndsWith("Stopped: The run was stopped; the destination is as it was\n"));
+  EXPECT_FALSE(fs::exists(temp / ".VIDEO_TS.making"));
+  EXPECT_TRUE(FilesOf(disc) == before);
 }
 
 TEST_F(AuthorCommand, IndexesAreReusedUnlessTheyAreToBeBuiltAnew) {

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "app/command_form.h"
+#include "app/messages.h"
 #include "app/version.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
@@ -75,12 +76,15 @@ class SwitchRun : public testing::Test {
       }
       return LoadResult;
     };
-    Services.Author = [this](Project& project, const Settings& settings, bool exitOnFinish, Log& log) {
-      Calls.push_back("author " + project.DestinationFolder + (exitOnFinish ? " exit" : ""));
-      EXPECT_EQ(settings.PalChapters, 0);
-      EXPECT_FALSE(settings.RemoveSeqEnd);
-      log.WriteText("a line");
-      return AuthorResult;
+    Services.Author = [this](const Project& project, const AuthorOrder& order) {
+      Calls.push_back("author " + order.Folder);
+      EXPECT_TRUE(order.InPlace && !order.Rules.GoesBySettings && !order.ReadBack && !order.RemoveSeqEnd);
+      EXPECT_EQ(order.Regions, AllowedRegions{});
+      EXPECT_EQ(project.Tracks.Count(), 0U);
+      Log(order.LogFile).WriteText("a line");
+      AuthorResult result;
+      result.Outcome = Outcome;
+      return result;
     };
   }
   int Run(const std::vector<std::string>& arguments) {
@@ -105,7 +109,7 @@ class SwitchRun : public testing::Test {
   std::vector<std::string> Calls;
   std::string ScriptFolder;
   bool LoadResult = true;
-  bool AuthorResult = true;
+  AuthorOutcome Outcome = AuthorOutcome::Done;
 };
 
 TEST_F(SwitchRun, EveryRefusalEndsTheProgramAndTouchesNothing) {
@@ -136,7 +140,7 @@ TEST_F(SwitchRun, ACleanBatchRunSaysNothingAndLeavesItsSettings) {
   Folder.Write(".local/state/quorvelant/Quorvelant.LOG", "the run before");
   Folder.Write(".config/quorvelant/Quorvelant.ini", "Subrip=1\r\n");
   EXPECT_EQ(Run({"-i", script, "-d", "/out/", "-create", "-exit", "-analyse"}), ExitDone);
-  EXPECT_THAT(Calls, ElementsAre("load " + script + " analyse", "author /out/ exit"));
+  EXPECT_THAT(Calls, ElementsAre("load " + script + " analyse", "author /out/"));
   EXPECT_TRUE(Ui.Messages.empty());
   EXPECT_THAT(Ui.StatusWords, ElementsAre("Quorvelant Compiling...."));
   EXPECT_EQ(TempFolder::Read(Folder / ".local/state/quorvelant/Quorvelant.LOG"), "a line\r\n");
@@ -149,32 +153,46 @@ TEST_F(SwitchRun, WhatTheScriptAndTheSwitchesSayOfTheRun) {
   struct Case {
     std::vector<std::string> Switches;
     const char* ScriptFolder;
-    bool Loads, Authors;
+    bool Loads;
+    AuthorOutcome Outcome;
     int Status;
     std::string LastCall, LastWords;
+    bool TellsSuccess;
   };
   const std::string script = Folder.Write("a.qvp", "");
   const std::string loaded = "load " + script;
+  constexpr AuthorOutcome Done = AuthorOutcome::Done;
   for (const Case& c : {
            // The script's folder wins; without -exit the window's caption comes back.
-           Case{{"-create"}, "C:\\disc", true, false, ExitFailed, "author C:\\disc", VersionCaption()},
-           Case{{"-create", "-exit"}, "", false, true, ExitFailed, loaded, "Ready"},  // a faulty script
-           Case{{"-exit"}, "", true, true, ExitDone, loaded, "Ready"},                // loaded alone
+           Case{{"-create"}, "C:\\disc", true, Done, ExitDone, "author C:/disc", VersionCaption(), true},
+           Case{{"-create"},
+                "",
+                true,
+                AuthorOutcome::Failed,
+                ExitFailed,
+                "author /out",
+                VersionCaption(),
+                false},
+           Case{
+               {"-create", "-exit"}, "", false, Done, ExitFailed, loaded, "Ready", false},  // a faulty script
+           Case{{"-exit"}, "", true, Done, ExitDone, loaded, "Ready", false},               // loaded alone
        }) {
     ScriptFolder = c.ScriptFolder;
     LoadResult = c.Loads;
-    AuthorResult = c.Authors;
+    Outcome = c.Outcome;
+    Ui.Messages.clear();
     std::vector<std::string> arguments{"-i", script, "-d", "/out"};
     arguments.insert(arguments.end(), c.Switches.begin(), c.Switches.end());
     EXPECT_EQ(Run(arguments), c.Status) << c.LastCall;
     EXPECT_EQ(Calls.back(), c.LastCall);
     EXPECT_EQ(Ui.StatusWords.back(), c.LastWords);
+    EXPECT_EQ(!Ui.Messages.empty() && Ui.Messages[0].Is(message::DiscComplete), c.TellsSuccess);
     EXPECT_FALSE(std::filesystem::exists(SettingsPath()));
   }
 }
 
 TEST_F(SwitchRun, AFaultInARoomIsTold) {
-  Services.Author = [](Project&, const Settings&, bool, Log&) -> bool {
+  Services.Author = [](const Project&, const AuthorOrder&) -> AuthorResult {
     throw std::runtime_error("the disk is gone");
   };
   EXPECT_EQ(Run({"-i", Folder.Write("a.qvp", ""), "-d", "out", "-create", "-exit"}), ExitFailed);

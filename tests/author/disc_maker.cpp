@@ -151,15 +151,15 @@ AuthorResult DiscMaker::Author(const Rules& rules, bool dryRun) {
   const CommandCheck commands = CheckCommands(Disc, rules);
   EXPECT_TRUE(commands.Errors.empty()) << commands.Errors.front().Command;
   BmpLoader bitmaps;
-  const DiscPlan plan = PlanDisc(Disc, rules, Ui, &bitmaps);
-  AuthorOptions options;
-  options.Folder = Folder;
-  options.Regions = AllRegions;
-  options.RemoveSeqEnd = true;
-  options.TellSuccess = false;
-  options.DryRun = dryRun;
-  Log log;
-  return AuthorDisc(plan, options, Ui, log);
+  const AuthorOrder order{.Folder = Folder,
+                          .Rules = rules,
+                          .Regions = AllRegions,
+                          .RemoveSeqEnd = true,
+                          .Pictures = &bitmaps,
+                          .DryRun = dryRun,
+                          .InPlace = true,
+                          .ReadBack = false};
+  return quorvelant::Author(Disc, order, Ui);
 }
 
 }  // namespace quorvelant

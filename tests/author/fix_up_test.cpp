@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "base/random.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 #include "synthetic_disc.h"
@@ -19,19 +18,18 @@ TEST(FixUp, SumsByNameInAnyCase) {
                                                             {"VTS_02_1.VOB", kib(100)},
                                                             {"VTS_02_0.BUP", kib(4)}});
   ASSERT_EQ(sums.Rows.size(), 3U);
-  EXPECT_TRUE(sums.OnlyDiscFiles);
+  EXPECT_EQ(sums.Foreign, "");
   EXPECT_EQ(sums.Rows[0].Ifo, 3U);
   EXPECT_EQ(sums.Rows[0].MenuVob, 10U);
   EXPECT_EQ(sums.Rows[1].Total, 0U);
   EXPECT_EQ(sums.Rows[2].Total, 115U);
   EXPECT_EQ(sums.Rows[2].MenuVob, 7U);
-  EXPECT_FALSE(SumSectors(std::vector<DiscFile>{{"notes.txt", 5}}).OnlyDiscFiles);
+  EXPECT_EQ(SumSectors(std::vector<DiscFile>{{"a.txt", 5}, {"VTS_01_0.IFO", 5}, {"b.txt", 5}}).Foreign,
+            "a.txt");
 }
 
 class FixUpFolder : public testing::Test {
  protected:
-  FixUpFolder() : files(ui) { files.DimFiles(1); }
-
   // A Video Manager of two sectors with titles of the sets named, and title sets of one sector each.
   void WriteDisc(const std::vector<int>& setOfTitle) {
     Bytes vmg(4096);
@@ -57,18 +55,17 @@ class FixUpFolder : public testing::Test {
 
   TempFolder folder;
   RecordingUi ui;
-  Random files;
 };
 
 TEST_F(FixUpFolder, PutsSumsIntoEveryIfoAndBackup) {
   WriteDisc({1, 2});
-  ASSERT_TRUE(FixUp(folder.Path().string(), files));
+  ASSERT_EQ(FixUp(folder.Path().string(), ui), std::nullopt);
   for (const char* name : {"VIDEO_TS.IFO", "VIDEO_TS.BUP"}) {
     EXPECT_EQ(Field(name, 0x0C), 3U);
     EXPECT_EQ(Field(name, 0x1C), 1U);
     EXPECT_EQ(Field(name, 0xC0), 0U);            // no menu VOB
-    EXPECT_EQ(Field(name, 2048 + 16), 4U);       // behind the Video Manager
-    EXPECT_EQ(Field(name, 2048 + 28), 4U + 10);  // behind title set 1
+    EXPECT_EQ(Field(name, 2048 + 16), 4U);       // after the Video Manager
+    EXPECT_EQ(Field(name, 2048 + 28), 4U + 10);  // after title set 1
   }
   EXPECT_EQ(Field("VTS_01_0.BUP", 0x0C), 9U);
   EXPECT_EQ(Field("VTS_01_0.IFO", 0xC0), 1U);
@@ -77,10 +74,10 @@ TEST_F(FixUpFolder, PutsSumsIntoEveryIfoAndBackup) {
   EXPECT_EQ(Field("VTS_02_0.IFO", 0xC4), 0U);  // stays as the tables were written
 }
 
-TEST_F(FixUpFolder, AForeignFileStopsItAndALeftSetCounts) {
+TEST_F(FixUpFolder, AForeignFileStopsIt) {
   WriteDisc({2});
   folder.Write("notes.txt", "x");
-  EXPECT_FALSE(FixUp(folder.Path().string(), files));
+  EXPECT_EQ(FixUp(folder.Path().string(), ui), "notes.txt");
   EXPECT_EQ(Field("VIDEO_TS.IFO", 0x0C), 0U);
 }
 
@@ -90,7 +87,7 @@ TEST_F(FixUpFolder, TakesAnyBytesForATitleTable) {
   PutBytes(vmg, 0xC4, 4, 1);
   PutBytes(vmg, 2048, 2, 0xFFFF);  // more titles than the file holds
   PatchIfo(vmg, 0, SumSectors(std::vector<DiscFile>{{"VIDEO_TS.IFO", 4096}}).Rows);
-  EXPECT_TRUE(FixUp(folder.Path().string(), files));
+  EXPECT_EQ(FixUp(folder.Path().string(), ui), std::nullopt);
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 
 #include <filesystem>
 
+#include "author/messages.h"
+#include "disc/disc_files.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -33,7 +35,7 @@ class Destination : public testing::Test {
     std::ofstream(folder->Path() + "/VIDEO_TS.IFO") << content;
     return folder->Place(ui);
   }
-  std::string LastText() const { return ui.Messages.empty() ? "" : ui.Messages.back().Text; }
+  bool Told(const MessageKind& kind) const { return !ui.Messages.empty() && ui.Messages.back().Is(kind); }
 
   TempFolder temp;
   RecordingUi ui;
@@ -60,9 +62,9 @@ TEST_F(Destination, IsMadeWithItsParentsWhateverItsName) {
 
 TEST_F(Destination, IsReplacedByForceAlone) {
   ASSERT_TRUE(Run(temp / "disc", false, "old"));
-  std::ofstream(temp.Path() / "disc" / "VTS_07_1.VOB") << "of the former disc";
+  std::ofstream(temp.Path() / "disc" / "VTS_07_1.VOB") << "of the old disc";
   EXPECT_FALSE(Run(temp / "disc", false));
-  EXPECT_EQ(LastText(), HoldsDisc);
+  EXPECT_TRUE(Told(message::DestinationHoldsDisc));
   EXPECT_TRUE(Run(temp / "disc", true));
   EXPECT_THAT(NamesIn(temp / "disc"), testing::ElementsAre("VIDEO_TS.IFO"));
   EXPECT_EQ(TempFolder::Read(temp.Path() / "disc" / "VIDEO_TS.IFO"), "new");
@@ -74,7 +76,7 @@ TEST_F(Destination, WithForeignFilesIsRefusedAndNeverCleared) {
   temp.Write("disc/VIDEO_TS.IFO", "old");
   for (const bool force : {false, true}) {
     EXPECT_FALSE(Run(temp / "disc", force));
-    EXPECT_EQ(LastText(), "The destination holds \"notes.txt\", which is not part of a disc");
+    EXPECT_EQ(ui.Messages.back().Text, "The destination holds \"notes.txt\", which is not part of a disc");
   }
   EXPECT_THAT(NamesIn(temp / "disc"), testing::ElementsAre("VIDEO_TS.IFO", "notes.txt"));
 }
@@ -98,9 +100,9 @@ TEST_F(Destination, StaysAsItWasWhenTheRunEndsEarly) {
 TEST_F(Destination, ThatCannotBeAFolderIsRefused) {
   temp.Write("file", "x");
   EXPECT_FALSE(Run(temp / "file", true));
-  EXPECT_EQ(LastText(), DestinationIsNoFolder);
+  EXPECT_TRUE(Told(message::DestinationIsNoFolder));
   EXPECT_FALSE(Run(temp / "file/disc", true));
-  EXPECT_THAT(LastText(), testing::StartsWith("The folder for the new disc cannot be made: "));
+  EXPECT_TRUE(Told(message::FolderNotMade));
   temp.Write(".disc.making/mine.txt", "x");  // not ours to clear
   EXPECT_FALSE(Run(temp / "disc", true));
   EXPECT_TRUE(fs::exists(temp.Path() / ".disc.making/mine.txt"));

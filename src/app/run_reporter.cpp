@@ -1,4 +1,4 @@
-#include "app/run_voice.h"
+#include "app/run_reporter.h"
 
 #include <nlohmann/json.hpp>
 #include <ostream>
@@ -23,39 +23,38 @@ std::string_view EventOf(Severity level) {
 
 }  // namespace
 
-void RunVoice::Write(const std::string& event) {
+void RunReporter::WriteEvent(const std::string& event) {
   *out_ << event << '\n' << std::flush;
 }
 
-void RunVoice::Tell(const Message& message) {
-  warnings_ += message.Level == Severity::Warning ? 1 : 0;
-  errors_ += message.Level == Severity::Error ? 1 : 0;
+void RunReporter::Tell(const Message& message) {
   if (events_) {
-    Write(JsonLine({{"event", EventOf(message.Level)},
-                    {"title", message.Title},
-                    {"text", message.Text},
-                    {"place", message.Place}}));
+    WriteEvent(JsonLine({{"event", EventOf(message.Level)},
+                         {"code", message.Code},
+                         {"title", message.Title},
+                         {"text", message.Text},
+                         {"place", message.Place}}));
   }
   PassingUi::Tell(message);
 }
 
-bool RunVoice::Ask(std::string_view title, std::string_view text, bool unattended) {
+bool RunReporter::Ask(std::string_view title, std::string_view text, bool unattended) {
   const bool answer = PassingUi::Ask(title, text, unattended);
   if (events_) {
-    Write(JsonLine({{"event", "question"}, {"title", title}, {"text", text}, {"answer", answer}}));
+    WriteEvent(JsonLine({{"event", "question"}, {"title", title}, {"text", text}, {"answer", answer}}));
   }
   return answer;
 }
 
-void RunVoice::Status(std::string_view words) {
+void RunReporter::Status(std::string_view words) {
   if (events_) {
-    Write(JsonLine({{"event", "phase"}, {"text", words}}));
+    WriteEvent(JsonLine({{"event", "phase"}, {"text", words}}));
   } else {
     PassingUi::Status(words);
   }
 }
 
-void RunVoice::Progress(double done, double total) {
+void RunReporter::Progress(double done, double total) {
   if (!events_) {
     PassingUi::Progress(done, total);
     return;
@@ -63,7 +62,7 @@ void RunVoice::Progress(double done, double total) {
   const int percent = total > 0 ? static_cast<int>(100 * done / total) : 0;
   if (percent != percent_) {
     percent_ = percent;
-    Write(JsonLine({{"event", "progress"}, {"done", done}, {"total", total}}));
+    WriteEvent(JsonLine({{"event", "progress"}, {"done", done}, {"total", total}}));
   }
 }
 

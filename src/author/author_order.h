@@ -1,0 +1,40 @@
+// What a run of authoring is asked for.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "author/disc_plan.h"
+#include "base/rules.h"
+#include "ifo/vmg_ifo.h"
+#include "picture/picture_loader.h"
+
+namespace quorvelant {
+
+struct AuthorOrder {
+  std::string Folder = {};  // becomes the disc; a path of this system
+  quorvelant::Rules Rules = {};
+  AllowedRegions Regions{};           // none allowed, as in a run without settings
+  bool RemoveSeqEnd = false;          // overwrite sequence end codes in the middle of a track
+  PictureLoader* Pictures = nullptr;  // for bitmaps of other formats than ".bmp"
+
+  bool Force = false;         // replace the disc that stands in the folder
+  bool Strict = false;        // make no disc when there are warnings
+  bool WarnedBefore = false;  // there were warnings before the run already, which count for `Strict`
+  bool DryRun = false;        // everything but writing
+
+  // Straight into the folder, whatever it holds and however much room there is: what existing schedulers
+  // count on. Otherwise the disc is made aside and takes its place when it is complete.
+  bool InPlace = false;
+  bool ReadBack = true;  // look at the finished files once more
+
+  std::string LogFile = {};  // begun anew with the first file of the disc; empty for none
+  bool MustLog = false;      // warn when that file could not be written
+
+  // Told the plan, with its findings told before, and the bytes free where the folder is to be.
+  std::function<void(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes)> Announce = {};
+};
+
+}  // namespace quorvelant
