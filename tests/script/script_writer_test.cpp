@@ -259,7 +259,7 @@ TEST(ScriptWriter, SavingAsksReportsAndKeepsTheOldFile) {
   EXPECT_FALSE(SaveDataPath(project, ui));
   EXPECT_EQ(ui.Messages.size(), 1U);
   // Where the new file cannot be made the old one stays.
-  std::filesystem::create_directory(path + ".new");
+  std::filesystem::create_directory(fmt::format("{}.{}.part", path, getpid()));
   EXPECT_FALSE(SaveData(Project(), path, ui));
   EXPECT_EQ(ui.Messages.back().Text, "Unable to write script file: " + path);
   EXPECT_EQ(TempFolder::Read(path), WriteScript(project));
