@@ -34,7 +34,7 @@ void EncodeOneText(benchmark::State& state) {
 BENCHMARK(EncodeOneText)->DenseRange(0, Texts.size() - 1);
 
 void DecodeOne(benchmark::State& state) {
-  const CommandBytes bytes = BytesOfCommand("B123000701020005");
+  const CommandBytes bytes = ParseCommandHex("B123000701020005");
   for (auto _ : state) {
     benchmark::DoNotOptimize(DecodeCommand(bytes));
   }

@@ -39,7 +39,7 @@ void PatchTitleSearch(ByteSpan ifo, std::span<const SetSectors> rows) {
     }
     const ByteSpan entry = ifo.subspan(at, title_entry::Size);
     const std::size_t set = Get(entry, title_entry::TitleSet).Value;
-    Put(entry, title_entry::SetStart, Sectors{starts[std::min(set, rows.size())]});
+    Put(entry, title_entry::SetStart, disc::Sectors{starts[std::min(set, rows.size())]});
   }
 }
 
@@ -73,18 +73,18 @@ void PatchIfo(Bytes& ifo, std::size_t row, std::span<const SetSectors> rows) {
   if (ifo.size() < SectorBytes) {
     return;
   }
-  const auto last = [](std::uint32_t sectors) { return Sectors{sectors == 0 ? 0 : sectors - 1}; };
+  const auto last = [](std::uint32_t sectors) { return disc::Sectors{sectors == 0 ? 0 : sectors - 1}; };
   const SetSectors& set = rows[row];
   // These two stand at the same place in both kinds of file.
   Put(ifo, vtsi::SetLast, last(set.Total));
   Put(ifo, vtsi::IfoLast, last(set.Ifo));
   if (set.MenuVob != 0) {
-    Put(ifo, vtsi::MenuVobs, Sectors{set.Ifo});
+    Put(ifo, vtsi::MenuVobs, disc::Sectors{set.Ifo});
   }
   if (row == 0) {
     PatchTitleSearch(ifo, rows);
   } else if (set.MenuVob != 0) {
-    Put(ifo, vtsi::TitleVobs, Sectors{set.Ifo + set.MenuVob});
+    Put(ifo, vtsi::TitleVobs, disc::Sectors{set.Ifo + set.MenuVob});
   }
 }
 

@@ -10,7 +10,7 @@ namespace quorvelant {
 
 // Four BCD bytes; the two top bits of the last name the rate, 01 for 25 and 11 for 30 frames a second.
 // Negative counts as 0; beyond 99 hours the hours stay at 99. There is no drop-frame handling.
-constexpr BcdTime ToBcdTime(std::int64_t frames, int framesPerSecond) {
+constexpr disc::BcdTime ToBcdTime(std::int64_t frames, int framesPerSecond) {
   const auto bcd = [](std::int64_t value) {
     return static_cast<std::uint32_t>(value / 10 << 4 | value % 10);
   };

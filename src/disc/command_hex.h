@@ -8,19 +8,19 @@
 
 namespace quorvelant {
 
-inline constexpr std::size_t CommandBytes = 8;
+using CommandBytes = std::array<std::uint8_t, 8>;
 
 // Eight pairs of digits. A pair that is missing or holds another character counts as 00, so that an
 // empty text is a NOP.
-constexpr std::array<std::uint8_t, CommandBytes> ParseCommandHex(std::string_view digits) {
+constexpr CommandBytes ParseCommandHex(std::string_view digits) {
   const auto nibble = [](char c) {
     return c >= '0' && c <= '9'   ? c - '0'
            : c >= 'a' && c <= 'f' ? c - 'a' + 10
            : c >= 'A' && c <= 'F' ? c - 'A' + 10
                                   : -1;
   };
-  std::array<std::uint8_t, CommandBytes> bytes{};
-  for (std::size_t i = 0; i < CommandBytes && 2 * i + 1 < digits.size(); ++i) {
+  CommandBytes bytes{};
+  for (std::size_t i = 0; i < bytes.size() && 2 * i + 1 < digits.size(); ++i) {
     const int high = nibble(digits[2 * i]);
     const int low = nibble(digits[2 * i + 1]);
     bytes[i] = high < 0 || low < 0 ? std::uint8_t{0} : static_cast<std::uint8_t>(high * 16 + low);

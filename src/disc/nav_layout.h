@@ -10,6 +10,8 @@
 
 namespace quorvelant::nav {
 
+using namespace disc;  // rows and units
+
 // Offsets count from the start of the sector. Times are 90 kHz ticks; addresses of search tables,
 // references and sync fields are distances in sectors from this pack.
 inline constexpr Field<Number, 1, 14> PackHeader{"pack_header", 0};

@@ -7,6 +7,7 @@ namespace quorvelant {
 
 // PGC_GI. Offsets of the tables behind it count from the start of the program chain.
 namespace pgc {
+using namespace disc;  // rows and units
 inline constexpr std::size_t Size = 236;
 
 inline constexpr Reserved<2> Reserved00{"reserved", 0x00};
@@ -37,6 +38,7 @@ inline constexpr std::uint16_t GoUpResumes = 0xFFFF;
 
 // PGC_CMDTI: the head of the command table. Eight bytes a command follow.
 namespace pgc_commands {
+using namespace disc;  // rows and units
 inline constexpr std::size_t Size = 8;
 
 inline constexpr Field<Number, 2> PreCount{"PRE_CMD_Ns", 0};
@@ -49,6 +51,7 @@ inline constexpr auto Rows = Layout<Size>(PreCount, PostCount, CellCount, Last);
 
 // C_PBI: how a cell plays. Sectors count through the VOB set.
 namespace cell_playback {
+using namespace disc;  // rows and units
 inline constexpr std::size_t Size = 24;
 
 inline constexpr Field<Number, 1> Category{"C_CAT", 0};
@@ -71,6 +74,7 @@ inline constexpr std::uint8_t ClockRestarts = 0x02;
 
 // C_POSI: which cell of which VOB it is.
 namespace cell_position {
+using namespace disc;  // rows and units
 inline constexpr std::size_t Size = 4;
 
 inline constexpr Field<Number, 2> VobId{"C_VOB_IDN", 0};

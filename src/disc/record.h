@@ -11,7 +11,7 @@
 
 #include "base/bytes.h"
 
-namespace quorvelant {
+namespace quorvelant::disc {
 
 // Units. A plain count, index, flag or code is a `Number`.
 struct Number {
@@ -96,4 +96,4 @@ Unit Get(ByteView record, const Field<Unit, Width, Count>& row, std::size_t inde
   return Unit{static_cast<decltype(Unit::Value)>(GetBytes(record, row.Offset + index * Width, Width))};
 }
 
-}  // namespace quorvelant
+}  // namespace quorvelant::disc

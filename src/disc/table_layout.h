@@ -7,6 +7,7 @@ namespace quorvelant {
 
 // What most tables begin with: the number of items, then the offset of the table's last byte.
 namespace table_head {
+using namespace disc;  // rows and units
 inline constexpr std::size_t Size = 8;
 
 inline constexpr Field<Number, 2> Count{"count", 0};
@@ -18,6 +19,7 @@ inline constexpr auto Rows = Layout<Size>(Count, Reserved2, Last);
 
 // TT_SRP: one title of the disc.
 namespace title_entry {
+using namespace disc;  // rows and units
 inline constexpr std::size_t Size = 12;
 
 inline constexpr Field<Number, 1> PlaybackType{"TT_PB_TY", 0};
@@ -44,6 +46,7 @@ inline constexpr std::uint8_t NoTimePlay = 0x01;
 
 // PGCI_SRP: one program chain of a PGC table.
 namespace pgc_entry {
+using namespace disc;  // rows and units
 inline constexpr std::size_t Size = 8;
 
 inline constexpr Field<Number, 1> Category{"PGC_CAT", 0};
@@ -58,6 +61,7 @@ inline constexpr std::uint8_t EntryPgc = 0x80;
 
 // LU: one language unit of a menu table.
 namespace language_unit {
+using namespace disc;  // rows and units
 inline constexpr std::size_t Size = 8;
 
 inline constexpr Field<LanguageCode, 2> Language{"PGCI_LU_LCD", 0};
@@ -70,6 +74,7 @@ inline constexpr auto Rows = Layout<Size>(Language, Reserved2, Existence, Start)
 
 // VTS_ATR: the attributes of one title set as the Video Manager repeats them.
 namespace set_attributes {
+using namespace disc;  // rows and units
 inline constexpr std::size_t Size = 776;
 
 inline constexpr Field<ByteOffset, 4> Last{"VTS_ATR_EA", 0};
@@ -99,6 +104,7 @@ inline constexpr auto Rows =
 
 // C_ADT entry: where one cell of one VOB lies. Sectors count through the VOB set.
 namespace cell_address {
+using namespace disc;  // rows and units
 inline constexpr std::size_t Size = 12;
 
 inline constexpr Field<Number, 2> VobId{"VOB_IDN", 0};
@@ -112,6 +118,7 @@ inline constexpr auto Rows = Layout<Size>(VobId, CellId, Reserved3, Start, Last)
 
 // VTS_TMAP: the head of one time map; its entries follow.
 namespace time_map {
+using namespace disc;  // rows and units
 inline constexpr std::size_t Size = 4;
 
 inline constexpr Field<Number, 1> UnitSeconds{"TMU", 0};

@@ -5,6 +5,8 @@
 
 namespace quorvelant::vmgi {
 
+using namespace disc;  // rows and units
+
 inline constexpr std::size_t Size = 1024;
 
 inline constexpr Field<Number, 1, 12> Id{"VMG_ID", 0x00};  // "DVDVIDEO-VMG"

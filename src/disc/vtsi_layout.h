@@ -5,6 +5,8 @@
 
 namespace quorvelant::vtsi {
 
+using namespace disc;  // rows and units
+
 inline constexpr std::size_t Size = 2048;
 
 inline constexpr Field<Number, 1, 12> Id{"VTS_ID", 0x00};  // "DVDVIDEO-VTS"

@@ -14,7 +14,7 @@ constexpr std::array<std::uint8_t, CLsDVD::SubExtensionCount> SubExtensionCodes{
 
 // The two letters of a language of the vocabulary, 0 where it has none.
 std::uint64_t LanguageLetters(std::string_view language) {
-  return LanguageCodeOf(CLsDVD::LangNameToLangCode(language)).Value;
+  return disc::LanguageCodeOf(CLsDVD::LangNameToLangCode(language)).Value;
 }
 
 std::uint64_t PictureSizeBits(std::string_view resolution) {
@@ -45,7 +45,7 @@ std::int32_t RoundThousandths(std::int32_t value) {
 
 }  // namespace
 
-Number VideoAttributes(const VTS_P& entry, Domain domain, std::string_view projectStandard) {
+disc::Number VideoAttributes(const VTS_P& entry, Domain domain, std::string_view projectStandard) {
   const bool title = domain == Domain::Title;
   const VideoInfo_P& info = title ? entry.VTSTitleInfo : entry.VTSMenuInfo;
   if (!info.Set) {
@@ -62,7 +62,7 @@ Number VideoAttributes(const VTS_P& entry, Domain domain, std::string_view proje
           bit(letterboxed, 2) | bit(title && pal && entry.TitleCameraMode, 0)};  // source, film mode
 }
 
-Number AudioAttributes(const AudioMapRow& row, Domain domain) {
+disc::Number AudioAttributes(const AudioMapRow& row, Domain domain) {
   const bool title = domain == Domain::Title;
   const bool language = title && !row.Language.empty();
   const std::int32_t channels = row.ChannelCount - 1;
@@ -73,12 +73,12 @@ Number AudioAttributes(const AudioMapRow& row, Domain domain) {
           channelBits << 48 | (language ? LanguageLetters(row.Language) : 0) << 32 | extension << 16};
 }
 
-Number SubpictureAttributes(const SubMapRow& row) {
+disc::Number SubpictureAttributes(const SubMapRow& row) {
   return {std::uint64_t{1} << 40 | LanguageLetters(row.Language) << 16 |
           SubExtensionCodes.at(CLsDVD::SubExtensionIndex(row.Extension))};
 }
 
-Number PaletteEntry(Color color) {
+disc::Number PaletteEntry(Color color) {
   const auto red = static_cast<std::int32_t>(color & 0xFF);
   const auto green = static_cast<std::int32_t>(color >> 8 & 0xFF);
   const auto blue = static_cast<std::int32_t>(color >> 16 & 0xFF);

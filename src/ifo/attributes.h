@@ -12,15 +12,15 @@ namespace quorvelant {
 
 // V_ATR, two bytes. A domain in which no track was placed has those of a 4:3 picture of full size in
 // the project's standard.
-Number VideoAttributes(const VTS_P& entry, Domain domain, std::string_view projectStandard);
+disc::Number VideoAttributes(const VTS_P& entry, Domain domain, std::string_view projectStandard);
 
 // AST_ATR, eight bytes. A menu stream has neither language nor extension.
-Number AudioAttributes(const AudioMapRow& row, Domain domain);
+disc::Number AudioAttributes(const AudioMapRow& row, Domain domain);
 
 // SPST_ATR, six bytes.
-Number SubpictureAttributes(const SubMapRow& row);
+disc::Number SubpictureAttributes(const SubMapRow& row);
 
 // A palette entry: 0, Y, Cr, Cb, a byte each (ITU-R BT.601, studio range).
-Number PaletteEntry(Color color);
+disc::Number PaletteEntry(Color color);
 
 }  // namespace quorvelant

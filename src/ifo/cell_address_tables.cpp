@@ -16,14 +16,14 @@ Bytes BuildCellAddressTable(const VobSetRecords& records) {
     for (const CellRecord& cell : vob.Cells) {
       bytes.resize(bytes.size() + cell_address::Size);
       const ByteSpan entry = ByteSpan(bytes).last(cell_address::Size);
-      Put(entry, cell_address::VobId, Number{vob.VobId});
-      Put(entry, cell_address::CellId, Number{cell.CellId});
-      Put(entry, cell_address::Start, Sectors{cell.StartSector});
-      Put(entry, cell_address::Last, Sectors{cell.EndSector});
+      Put(entry, cell_address::VobId, disc::Number{vob.VobId});
+      Put(entry, cell_address::CellId, disc::Number{cell.CellId});
+      Put(entry, cell_address::Start, disc::Sectors{cell.StartSector});
+      Put(entry, cell_address::Last, disc::Sectors{cell.EndSector});
     }
   }
-  Put(bytes, table_head::Count, Number{records.Vobs.size()});
-  Put(bytes, table_head::Last, ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
+  Put(bytes, table_head::Count, disc::Number{records.Vobs.size()});
+  Put(bytes, table_head::Last, disc::ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
   return bytes;
 }
 

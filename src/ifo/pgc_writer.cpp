@@ -58,14 +58,14 @@ void AppendCommands(const PGC_P& chain, Bytes& bytes) {
     return;
   }
   const std::size_t start = bytes.size();
-  const std::size_t length = pgc_commands::Size + count * CommandBytes;
-  Put(bytes, pgc::Commands, ByteOffset{static_cast<std::uint32_t>(start)});
+  const std::size_t length = pgc_commands::Size + count * sizeof(CommandBytes);
+  Put(bytes, pgc::Commands, disc::ByteOffset{static_cast<std::uint32_t>(start)});
   bytes.resize(start + pgc_commands::Size);
   const ByteSpan head = ByteSpan(bytes).subspan(start);
-  Put(head, pgc_commands::PreCount, Number{lists[0].size()});
-  Put(head, pgc_commands::PostCount, Number{lists[1].size()});
-  Put(head, pgc_commands::CellCount, Number{lists[2].size()});
-  Put(head, pgc_commands::Last, ByteOffset{static_cast<std::uint32_t>(length - 1)});
+  Put(head, pgc_commands::PreCount, disc::Number{lists[0].size()});
+  Put(head, pgc_commands::PostCount, disc::Number{lists[1].size()});
+  Put(head, pgc_commands::CellCount, disc::Number{lists[2].size()});
+  Put(head, pgc_commands::Last, disc::ByteOffset{static_cast<std::uint32_t>(length - 1)});
   for (const auto& list : lists) {
     for (const VMICommand_P* command : list) {
       const auto code = ParseCommandHex(command->CommandHex);
@@ -91,28 +91,28 @@ std::uint8_t CellCategory(const Content& content, std::size_t index, const Rules
 }
 
 void AppendPlayback(const Content& content, const Rules& rules, bool ntsc, Bytes& bytes) {
-  Put(bytes, pgc::CellPlayback, ByteOffset{static_cast<std::uint32_t>(bytes.size())});
+  Put(bytes, pgc::CellPlayback, disc::ByteOffset{static_cast<std::uint32_t>(bytes.size())});
   for (std::size_t i = 0; i < content.Cells.size(); ++i) {
     const auto& [cell, written] = content.Cells[i];
     bytes.resize(bytes.size() + cell_playback::Size);
     const ByteSpan entry = ByteSpan(bytes).last(cell_playback::Size);
-    Put(entry, cell_playback::Category, Number{CellCategory(content, i, rules)});
-    Put(entry, cell_playback::StillTime, Number{static_cast<std::uint8_t>(cell->StillTime)});
-    Put(entry, cell_playback::Command, Number{static_cast<std::uint8_t>(cell->CellCommand)});
+    Put(entry, cell_playback::Category, disc::Number{CellCategory(content, i, rules)});
+    Put(entry, cell_playback::StillTime, disc::Number{static_cast<std::uint8_t>(cell->StillTime)});
+    Put(entry, cell_playback::Command, disc::Number{static_cast<std::uint8_t>(cell->CellCommand)});
     Put(entry, cell_playback::PlaybackTime, ToBcdTime(FramesOf(*written.Cell, ntsc), ntsc ? 30 : 25));
-    Put(entry, cell_playback::FirstVobu, Sectors{written.Cell->StartSector});
-    Put(entry, cell_playback::LastVobu, Sectors{written.Cell->LastVobuStartSector});
-    Put(entry, cell_playback::LastSector, Sectors{written.Cell->EndSector});
+    Put(entry, cell_playback::FirstVobu, disc::Sectors{written.Cell->StartSector});
+    Put(entry, cell_playback::LastVobu, disc::Sectors{written.Cell->LastVobuStartSector});
+    Put(entry, cell_playback::LastSector, disc::Sectors{written.Cell->EndSector});
   }
 }
 
 void AppendPositions(const Content& content, Bytes& bytes) {
-  Put(bytes, pgc::CellPosition, ByteOffset{static_cast<std::uint32_t>(bytes.size())});
+  Put(bytes, pgc::CellPosition, disc::ByteOffset{static_cast<std::uint32_t>(bytes.size())});
   for (const auto& [cell, written] : content.Cells) {
     bytes.resize(bytes.size() + cell_position::Size);
     const ByteSpan entry = ByteSpan(bytes).last(cell_position::Size);
-    Put(entry, cell_position::VobId, Number{written.Vob->VobId});
-    Put(entry, cell_position::CellId, Number{written.Cell->CellId});
+    Put(entry, cell_position::VobId, disc::Number{written.Vob->VobId});
+    Put(entry, cell_position::CellId, disc::Number{written.Cell->CellId});
   }
 }
 
@@ -120,10 +120,10 @@ void AppendContent(const Content& content, const Rules& rules, bool ntsc, Bytes&
   if (content.Cells.empty()) {
     return;
   }
-  Put(bytes, pgc::Programs, Number{content.FirstCells.size()});
-  Put(bytes, pgc::Cells, Number{content.Cells.size()});
+  Put(bytes, pgc::Programs, disc::Number{content.FirstCells.size()});
+  Put(bytes, pgc::Cells, disc::Number{content.Cells.size()});
   Put(bytes, pgc::PlaybackTime, ToBcdTime(content.Frames, ntsc ? 30 : 25));
-  Put(bytes, pgc::ProgramMap, ByteOffset{static_cast<std::uint32_t>(bytes.size())});
+  Put(bytes, pgc::ProgramMap, disc::ByteOffset{static_cast<std::uint32_t>(bytes.size())});
   bytes.insert(bytes.end(), content.FirstCells.begin(), content.FirstCells.end());
   bytes.resize(bytes.size() + bytes.size() % 2);  // the cell table stands on an even offset
   AppendPlayback(content, rules, ntsc, bytes);
@@ -165,7 +165,7 @@ void PutAudioControl(const PGC_P& chain, const PgcPlace& place, const DomainReco
     const auto stream = static_cast<std::size_t>(records.Audio[i].StreamNumber);
     if (stream < AudioStreamCount && used.Audio[stream]) {
       const std::uint64_t number = StreamNumber(chain.AudioAssignments.at(stream), AudioStreamCount - 1);
-      Put(bytes, pgc::AudioControl, Number{(pgc::StreamAvailable | number) << 8}, i);
+      Put(bytes, pgc::AudioControl, disc::Number{(pgc::StreamAvailable | number) << 8}, i);
     }
   }
 }
@@ -192,19 +192,19 @@ void PutSubControl(const PGC_P& chain, const PgcPlace& place, const DomainRecord
   for (std::size_t i = 0; i < EntriesOf(records.Subs, place.Domain, SubStreamCount); ++i) {
     const auto stream = static_cast<std::size_t>(records.Subs[i].StreamNumber);
     if (stream < SubStreamCount && used.Subs[stream]) {
-      Put(bytes, pgc::SubControl, Number{SubControl(chain, stream, video)}, i);
+      Put(bytes, pgc::SubControl, disc::Number{SubControl(chain, stream, video)}, i);
     }
   }
 }
 
 void PutLinks(const PGC_P& chain, const PgcPlace& place, ByteSpan bytes) {
   const bool menu = place.Domain == Domain::Menu;
-  Put(bytes, pgc::Next, Number{place.Numbers.Of(chain.NextPGC)});
+  Put(bytes, pgc::Next, disc::Number{place.Numbers.Of(chain.NextPGC)});
   if (!menu) {
-    Put(bytes, pgc::Previous, Number{place.Numbers.Of(chain.PrevPGC)});
+    Put(bytes, pgc::Previous, disc::Number{place.Numbers.Of(chain.PrevPGC)});
   }
   const bool resumes = menu && Contains(Lower(chain.GoUpPGC), "resume");
-  Put(bytes, pgc::GoUp, Number{resumes ? pgc::GoUpResumes : place.Numbers.Of(chain.GoUpPGC)});
+  Put(bytes, pgc::GoUp, disc::Number{resumes ? pgc::GoUpResumes : place.Numbers.Of(chain.GoUpPGC)});
 }
 
 // Bit 7 shuffles; the rest is the number of programs to play, less one.
@@ -246,14 +246,14 @@ Bytes BuildPgc(const PGC_P& chain, const PgcPlace& place) {
   const CarriedStreams used = UsedStreams(chain, place, domain);
 
   Bytes bytes(pgc::Size);
-  Put(bytes, pgc::UserOperations, Number{chain.Uops.to_ulong()});
+  Put(bytes, pgc::UserOperations, disc::Number{chain.Uops.to_ulong()});
   PutAudioControl(chain, place, domain, used, bytes);
   PutSubControl(chain, place, domain, used, bytes);
   PutLinks(chain, place, bytes);
   if (title) {
-    Put(bytes, pgc::PlaybackMode, Number{PlaybackMode(chain)});
+    Put(bytes, pgc::PlaybackMode, disc::Number{PlaybackMode(chain)});
   }
-  Put(bytes, pgc::StillTime, Number{static_cast<std::uint8_t>(chain.StillTime)});
+  Put(bytes, pgc::StillTime, disc::Number{static_cast<std::uint8_t>(chain.StillTime)});
   PutPalette(chain, records.Disc, bytes);
   AppendCommands(chain, bytes);
   AppendContent(ContentOf(chain, domain, records.Ntsc), records.Rules, records.Ntsc, bytes);
@@ -262,8 +262,8 @@ Bytes BuildPgc(const PGC_P& chain, const PgcPlace& place) {
 
 Bytes BuildFirstPlayPgc(const PGC_P& chain) {
   Bytes bytes(pgc::Size);
-  Put(bytes, pgc::UserOperations, Number{chain.Uops.to_ulong()});
-  Put(bytes, pgc::StillTime, Number{static_cast<std::uint8_t>(chain.StillTime)});
+  Put(bytes, pgc::UserOperations, disc::Number{chain.Uops.to_ulong()});
+  Put(bytes, pgc::StillTime, disc::Number{static_cast<std::uint8_t>(chain.StillTime)});
   AppendCommands(chain, bytes);
   return bytes;
 }

@@ -10,22 +10,22 @@ void PutStreams(const MenuStreamRows& rows, const VTS_P& entry, const DomainReco
                 std::string_view standard, ByteSpan head) {
   Put(head, rows.Video, VideoAttributes(entry, Domain::Menu, standard));
   if (!menu.Audio.empty()) {
-    Put(head, rows.AudioCount, Number{1});
+    Put(head, rows.AudioCount, disc::Number{1});
     Put(head, rows.Audio, AudioAttributes(menu.Audio.front(), Domain::Menu));
   }
-  Put(head, rows.SubCount, Number{menu.Subs.empty() ? 0U : 1U});
+  Put(head, rows.SubCount, disc::Number{menu.Subs.empty() ? 0U : 1U});
 }
 
 void PutStreams(const TitleStreamRows& rows, const VTS_P& entry, const DomainRecords& titles,
                 std::string_view standard, ByteSpan head) {
   Put(head, rows.Video, VideoAttributes(entry, Domain::Title, standard));
   const std::size_t audio = std::min(titles.Audio.size(), AudioStreamCount);
-  Put(head, rows.AudioCount, Number{audio});
+  Put(head, rows.AudioCount, disc::Number{audio});
   for (std::size_t i = 0; i < audio; ++i) {
     Put(head, rows.Audio, AudioAttributes(titles.Audio[i], Domain::Title), i);
   }
   const std::size_t subs = std::min(titles.Subs.size(), SubStreamCount);
-  Put(head, rows.SubCount, Number{subs});
+  Put(head, rows.SubCount, disc::Number{subs});
   for (std::size_t i = 0; i < subs; ++i) {
     Put(head, rows.Subs, SubpictureAttributes(titles.Subs[i]), i);
   }

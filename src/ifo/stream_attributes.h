@@ -11,18 +11,18 @@ namespace quorvelant {
 
 // A menu has one stream of each kind at most.
 struct MenuStreamRows {
-  const Field<Number, 2>& Video;
-  const Field<Number, 1>& AudioCount;
-  const Field<Number, 8>& Audio;
-  const Field<Number, 1>& SubCount;
+  const disc::Field<disc::Number, 2>& Video;
+  const disc::Field<disc::Number, 1>& AudioCount;
+  const disc::Field<disc::Number, 8>& Audio;
+  const disc::Field<disc::Number, 1>& SubCount;
 };
 
 struct TitleStreamRows {
-  const Field<Number, 2>& Video;
-  const Field<Number, 1>& AudioCount;
-  const Field<Number, 8, 8>& Audio;
-  const Field<Number, 1>& SubCount;
-  const Field<Number, 6, 32>& Subs;
+  const disc::Field<disc::Number, 2>& Video;
+  const disc::Field<disc::Number, 1>& AudioCount;
+  const disc::Field<disc::Number, 8, 8>& Audio;
+  const disc::Field<disc::Number, 1>& SubCount;
+  const disc::Field<disc::Number, 6, 32>& Subs;
 };
 
 // `standard` is the project's, for a domain without any picture.

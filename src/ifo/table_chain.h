@@ -12,7 +12,7 @@ class TableChain {
 
   // Appends a table and stores its sector in the head. A table without bytes takes no room and leaves
   // its pointer 0.
-  void Add(const Field<Sectors, 4>& pointer, const Bytes& table) {
+  void Add(const disc::Field<disc::Sectors, 4>& pointer, const Bytes& table) {
     if (table.empty()) {
       return;
     }
@@ -20,7 +20,7 @@ class TableChain {
     bytes_.insert(bytes_.end(), table.begin(), table.end());
     Pad();
   }
-  Sectors SectorCount() const { return {static_cast<std::uint32_t>(bytes_.size() / SectorBytes)}; }
+  disc::Sectors SectorCount() const { return {static_cast<std::uint32_t>(bytes_.size() / SectorBytes)}; }
   ByteSpan Head() { return bytes_; }
   Bytes Take() { return std::move(bytes_); }
 

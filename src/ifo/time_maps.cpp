@@ -78,8 +78,8 @@ void AppendMap(const PGC_P& chain, const EntryRecords& records, Bytes& bytes) {
   if (entries.empty()) {
     return;  // four zero bytes
   }
-  Put(map, time_map::UnitSeconds, Number{static_cast<std::uint64_t>(step)});
-  Put(map, time_map::Entries, Number{entries.size()});
+  Put(map, time_map::UnitSeconds, disc::Number{static_cast<std::uint64_t>(step)});
+  Put(map, time_map::Entries, disc::Number{entries.size()});
   for (std::size_t i = 0; i < entries.size(); ++i) {
     PutBytes(map, time_map::Size + 4 * i, 4, entries[i]);
   }
@@ -99,7 +99,7 @@ Bytes BuildTimeMaps(const EntryRecords& records) {
     }
   }
   Bytes bytes(table_head::Size + 4 * chains.size());
-  Put(bytes, table_head::Count, Number{chains.size()});
+  Put(bytes, table_head::Count, disc::Number{chains.size()});
   for (std::size_t i = 0; i < chains.size(); ++i) {
     PutBytes(bytes, table_head::Size + 4 * i, 4, bytes.size());
     if (chains[i] == nullptr) {
@@ -108,7 +108,7 @@ Bytes BuildTimeMaps(const EntryRecords& records) {
       AppendMap(*chains[i], records, bytes);
     }
   }
-  Put(bytes, table_head::Last, ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
+  Put(bytes, table_head::Last, disc::ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
   return bytes;
 }
 

@@ -52,16 +52,16 @@ Bytes BuildTitleSearch(std::span<const WrittenSet> sets) {
     for (std::size_t i = 0; i < titles.size(); ++i) {
       bytes.resize(bytes.size() + title_entry::Size);
       const ByteSpan entry = ByteSpan(bytes).last(title_entry::Size);
-      Put(entry, title_entry::PlaybackType, Number{PlaybackTypeOf(*titles[i])});
-      Put(entry, title_entry::Angles, Number{1});
-      Put(entry, title_entry::Chapters, Number{chapters[i].size()});
-      Put(entry, title_entry::TitleSet, Number{set + 1});
-      Put(entry, title_entry::TitleInSet, Number{i + 1});
+      Put(entry, title_entry::PlaybackType, disc::Number{PlaybackTypeOf(*titles[i])});
+      Put(entry, title_entry::Angles, disc::Number{1});
+      Put(entry, title_entry::Chapters, disc::Number{chapters[i].size()});
+      Put(entry, title_entry::TitleSet, disc::Number{set + 1});
+      Put(entry, title_entry::TitleInSet, disc::Number{i + 1});
       ++count;
     }
   }
-  Put(bytes, table_head::Count, Number{count});
-  Put(bytes, table_head::Last, ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
+  Put(bytes, table_head::Count, disc::Number{count});
+  Put(bytes, table_head::Last, disc::ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
   return bytes;
 }
 

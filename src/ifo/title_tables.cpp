@@ -29,7 +29,7 @@ Bytes BuildChapterTable(const EntryRecords& records) {
     return {};
   }
   Bytes bytes(table_head::Size + 4 * titles.size());
-  Put(bytes, table_head::Count, Number{titles.size()});
+  Put(bytes, table_head::Count, disc::Number{titles.size()});
   for (std::size_t i = 0; i < titles.size(); ++i) {
     PutBytes(bytes, table_head::Size + 4 * i, 4, bytes.size());
     for (const Chapter& chapter : titles[i]) {
@@ -38,7 +38,7 @@ Bytes BuildChapterTable(const EntryRecords& records) {
       PutBytes(bytes, bytes.size() - 2, 2, chapter.Program);
     }
   }
-  Put(bytes, table_head::Last, ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
+  Put(bytes, table_head::Last, disc::ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
   return bytes;
 }
 
@@ -63,15 +63,15 @@ Bytes BuildTitlePgcTable(const EntryRecords& records) {
   }
   const PgcNumbers numbers = PgcNumbers::OfTitles(records.Entry, records.Rules);
   Bytes bytes(table_head::Size + pgc_entry::Size * rows.size());
-  Put(bytes, table_head::Count, Number{rows.size()});
+  Put(bytes, table_head::Count, disc::Number{rows.size()});
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const ByteSpan entry = ByteSpan(bytes).subspan(table_head::Size + pgc_entry::Size * i);
-    Put(entry, pgc_entry::Category, Number{rows[i].Category});
-    Put(entry, pgc_entry::Start, ByteOffset{static_cast<std::uint32_t>(bytes.size())});
+    Put(entry, pgc_entry::Category, disc::Number{rows[i].Category});
+    Put(entry, pgc_entry::Start, disc::ByteOffset{static_cast<std::uint32_t>(bytes.size())});
     const Bytes chain = BuildPgc(*rows[i].Chain, {records, Domain::Title, numbers, rows[i].Title});
     bytes.insert(bytes.end(), chain.begin(), chain.end());
   }
-  Put(bytes, table_head::Last, ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
+  Put(bytes, table_head::Last, disc::ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
   return bytes;
 }
 

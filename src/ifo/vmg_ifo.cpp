@@ -23,18 +23,18 @@ Bytes BuildHead(const EntryRecords& menu, std::size_t titleSets, std::uint8_t re
   Bytes head(vmgi::Size);
   std::ranges::copy(FileId, head.begin());
   std::ranges::copy(ProviderId, head.begin() + vmgi::Provider.Offset);
-  Put(head, vmgi::Version, Number{FormatVersion});
-  Put(head, vmgi::RegionMask, Number{regionMask});
-  Put(head, vmgi::Volumes, Number{1});
-  Put(head, vmgi::VolumeNumber, Number{1});
-  Put(head, vmgi::Side, Number{1});
-  Put(head, vmgi::TitleSets, Number{titleSets});
+  Put(head, vmgi::Version, disc::Number{FormatVersion});
+  Put(head, vmgi::RegionMask, disc::Number{regionMask});
+  Put(head, vmgi::Volumes, disc::Number{1});
+  Put(head, vmgi::VolumeNumber, disc::Number{1});
+  Put(head, vmgi::Side, disc::Number{1});
+  Put(head, vmgi::TitleSets, disc::Number{titleSets});
   PutStreams(MenuStreamRows{vmgi::MenuVideo, vmgi::MenuAudioCount, vmgi::MenuAudio, vmgi::MenuSubCount},
              menu.Entry, menu.Menu, menu.Standard(), head);
 
   const Bytes firstPlay = BuildFirstPlayPgc(menu.Disc.FirstPlay);
-  Put(head, vmgi::FirstPlayPgc, ByteOffset{vmgi::Size});
-  Put(head, vmgi::MatLast, ByteOffset{static_cast<std::uint32_t>(head.size() + firstPlay.size() - 1)});
+  Put(head, vmgi::FirstPlayPgc, disc::ByteOffset{vmgi::Size});
+  Put(head, vmgi::MatLast, disc::ByteOffset{static_cast<std::uint32_t>(head.size() + firstPlay.size() - 1)});
   head.insert(head.end(), firstPlay.begin(), firstPlay.end());
   return head;
 }
@@ -59,8 +59,8 @@ Bytes BuildVideoManagerIfo(const EntryRecords& menu, std::span<const WrittenSet>
   file.Add(vmgi::MenuCells, BuildCellAddressTable(menu.Menu.Vobs));
   file.Add(vmgi::MenuVobus, BuildVobuMap(menu.Menu.Vobs));
   const std::uint32_t sectors = file.SectorCount().Value;
-  Put(file.Head(), vmgi::SetLast, Sectors{2 * sectors - 1});
-  Put(file.Head(), vmgi::IfoLast, Sectors{sectors - 1});
+  Put(file.Head(), vmgi::SetLast, disc::Sectors{2 * sectors - 1});
+  Put(file.Head(), vmgi::IfoLast, disc::Sectors{sectors - 1});
   return file.Take();
 }
 

@@ -7,7 +7,7 @@ namespace {
 
 void PutRecord(const WrittenSet& set, std::string_view standard, ByteSpan record) {
   using namespace set_attributes;  // NOLINT(google-build-using-namespace): the rows below
-  Put(record, Last, ByteOffset{Size - 1});
+  Put(record, Last, disc::ByteOffset{Size - 1});
   PutStreams(MenuStreamRows{MenuVideo, MenuAudioCount, MenuAudio, MenuSubCount}, *set.Entry, *set.Menu,
              standard, record);
   PutStreams(TitleStreamRows{TitleVideo, TitleAudioCount, TitleAudio, TitleSubCount, TitleSub}, *set.Entry,
@@ -19,8 +19,8 @@ void PutRecord(const WrittenSet& set, std::string_view standard, ByteSpan record
 Bytes BuildSetAttributes(std::span<const WrittenSet> sets, std::string_view projectStandard) {
   const std::size_t records = table_head::Size + 4 * sets.size();
   Bytes bytes(records + set_attributes::Size * sets.size());
-  Put(bytes, table_head::Count, Number{sets.size()});
-  Put(bytes, table_head::Last, ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
+  Put(bytes, table_head::Count, disc::Number{sets.size()});
+  Put(bytes, table_head::Last, disc::ByteOffset{static_cast<std::uint32_t>(bytes.size() - 1)});
   for (std::size_t i = 0; i < sets.size(); ++i) {
     const std::size_t start = records + set_attributes::Size * i;
     PutBytes(bytes, table_head::Size + 4 * i, 4, start);

@@ -21,8 +21,8 @@ Bytes BuildHead(const EntryRecords& records) {
   using namespace vtsi;  // NOLINT(google-build-using-namespace): the rows below
   Bytes head(Size);
   std::ranges::copy(FileId, head.begin());
-  Put(head, Version, Number{FormatVersion});
-  Put(head, MatLast, ByteOffset{Size - 1});
+  Put(head, Version, disc::Number{FormatVersion});
+  Put(head, MatLast, disc::ByteOffset{Size - 1});
   PutStreams(MenuStreamRows{MenuVideo, MenuAudioCount, MenuAudio, MenuSubCount}, records.Entry, records.Menu,
              records.Standard(), head);
   PutStreams(TitleStreamRows{TitleVideo, TitleAudioCount, TitleAudio, TitleSubCount, TitleSub}, records.Entry,
@@ -51,7 +51,7 @@ Bytes BuildTitleSetIfo(const EntryRecords& records, Log& log) {
   file.Add(vtsi::MenuVobus, BuildVobuMap(records.Menu.Vobs));
   file.Add(vtsi::TitleCells, BuildCellAddressTable(records.Title.Vobs));
   file.Add(vtsi::TitleVobus, BuildVobuMap(records.Title.Vobs));
-  Put(file.Head(), vtsi::IfoLast, Sectors{file.SectorCount().Value - 1});
+  Put(file.Head(), vtsi::IfoLast, disc::Sectors{file.SectorCount().Value - 1});
   Put(file.Head(), vtsi::TitleVobs, file.SectorCount());
   return file.Take();
 }

@@ -69,7 +69,7 @@ std::uint8_t Nibbles(std::int32_t high, std::int32_t low) {
 }
 
 // Two bytes in the order emphasis 2, emphasis 1, pattern, background.
-Number Quad(const ColorQuad& quad) {
+disc::Number Quad(const ColorQuad& quad) {
   return {static_cast<std::uint64_t>(Nibbles(quad[0], quad[1]) << 8 | Nibbles(quad[2], quad[3]))};
 }
 
@@ -104,7 +104,7 @@ void PutButton(const MuxHighlight& set, std::size_t own, std::size_t count, std:
 }
 
 // BTN_MD: the number of groups, then the display of each.
-Number ButtonMode(const std::vector<ButtonGroup>& groups) {
+disc::Number ButtonMode(const std::vector<ButtonGroup>& groups) {
   std::uint64_t mode = groups.size() << 12;
   for (std::size_t i = 0; i < groups.size(); ++i) {
     mode |= std::uint64_t{groups[i].DisplayType} << (8 - 4 * i);
@@ -158,20 +158,21 @@ void PutHighlight(const ShownHighlight& shown, const std::vector<ButtonGroup>& g
   const std::size_t count = std::min(play.Buttons.size(), places);
   const std::int64_t selectionEnd = set.SelectionEndPts == 0 ? shown.EndTicks : set.SelectionEndPts;
   const auto within = [count](std::int32_t button) {
-    return Number{
+    return disc::Number{
         button >= 0 && static_cast<std::size_t>(button) <= count ? static_cast<std::uint64_t>(button) : 0};
   };
 
-  Put(sector, nav::HliSs, Number{shown.Repeated ? 2U : 1U});
-  Put(sector, nav::HliSPtm, Ticks{static_cast<std::uint32_t>(set.StartPts)});
-  Put(sector, nav::HliEPtm, Ticks{shown.EndTicks});
+  Put(sector, nav::HliSs, disc::Number{shown.Repeated ? 2U : 1U});
+  Put(sector, nav::HliSPtm, disc::Ticks{static_cast<std::uint32_t>(set.StartPts)});
+  Put(sector, nav::HliEPtm, disc::Ticks{shown.EndTicks});
   Put(sector, nav::BtnSlEPtm,
-      Ticks{static_cast<std::uint32_t>(std::min<std::int64_t>(selectionEnd, shown.EndTicks))});
+      disc::Ticks{static_cast<std::uint32_t>(std::min<std::int64_t>(selectionEnd, shown.EndTicks))});
   Put(sector, nav::BtnMd, ButtonMode(groups));
-  Put(sector, nav::BtnOfn, Number{static_cast<std::uint8_t>(play.Offset)});
-  Put(sector, nav::BtnNs, Number{count});
+  Put(sector, nav::BtnOfn, disc::Number{static_cast<std::uint8_t>(play.Offset)});
+  Put(sector, nav::BtnNs, disc::Number{count});
   Put(sector, nav::NslBtnNs,
-      Number{std::min<std::uint64_t>(count, static_cast<std::uint32_t>(std::max(play.NumericalButtons, 0)))});
+      disc::Number{
+          std::min<std::uint64_t>(count, static_cast<std::uint32_t>(std::max(play.NumericalButtons, 0)))});
   Put(sector, nav::FoslBtn, within(play.ForcedSelect));
   Put(sector, nav::FoacBtn, within(play.ForcedAction));
   PutColours(play, sector);

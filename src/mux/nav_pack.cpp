@@ -11,7 +11,7 @@
 namespace quorvelant {
 namespace {
 
-Ticks Stamp(std::int64_t ticks) {
+disc::Ticks Stamp(std::int64_t ticks) {
   return {static_cast<std::uint32_t>(ticks)};
 }
 
@@ -19,12 +19,12 @@ Ticks Stamp(std::int64_t ticks) {
 void PutFrame(ByteSpan sector) {
   std::ranges::fill(sector, std::uint8_t{0});
   std::ranges::copy(nav::SystemHeaderBytes, sector.begin() + nav::SystemHeader.Offset);
-  Put(sector, nav::PciStartCode, Number{nav::PrivateStream2});
-  Put(sector, nav::PciLength, Number{nav::PciPacketBytes});
-  Put(sector, nav::PciSubstream, Number{nav::PciId});
-  Put(sector, nav::DsiStartCode, Number{nav::PrivateStream2});
-  Put(sector, nav::DsiLength, Number{nav::DsiPacketBytes});
-  Put(sector, nav::DsiSubstream, Number{nav::DsiId});
+  Put(sector, nav::PciStartCode, disc::Number{nav::PrivateStream2});
+  Put(sector, nav::PciLength, disc::Number{nav::PciPacketBytes});
+  Put(sector, nav::PciSubstream, disc::Number{nav::PciId});
+  Put(sector, nav::DsiStartCode, disc::Number{nav::PrivateStream2});
+  Put(sector, nav::DsiLength, disc::Number{nav::DsiPacketBytes});
+  Put(sector, nav::DsiSubstream, disc::Number{nav::DsiId});
 }
 
 // VOBU_SE_E_PTM. In motion video only the VOB's last picture can carry a sequence end code, and its
@@ -34,42 +34,42 @@ std::int64_t SequenceEndPts(const NavSource& source, const VobuRecord& record, b
   return motionEnd ? source.VobEndPts : record.SeqEndPts;
 }
 
-void PutPresentation(const NavSource& source, const VobuRecord& record, bool lastOfVob, BcdTime elapsed,
+void PutPresentation(const NavSource& source, const VobuRecord& record, bool lastOfVob, disc::BcdTime elapsed,
                      ByteSpan sector) {
-  Put(sector, nav::PciLbn, Sectors{record.StartSector});
+  Put(sector, nav::PciLbn, disc::Sectors{record.StartSector});
   const MuxMark* mark = MarkOf(source, record);
-  Put(sector, nav::VobuUopCtl, Number{mark != nullptr ? mark->UopMask : 0});
+  Put(sector, nav::VobuUopCtl, disc::Number{mark != nullptr ? mark->UopMask : 0});
   Put(sector, nav::VobuSPtm, Stamp(record.StartPts));
   Put(sector, nav::VobuEPtm, Stamp(lastOfVob ? source.VobEndPts : record.EndPts));
   Put(sector, nav::VobuSeEPtm, Stamp(SequenceEndPts(source, record, lastOfVob)));
   Put(sector, nav::PciElapsed, elapsed);
 }
 
-void PutDataSearch(const NavSource& source, const VobuRecord& record, std::uint64_t scrBase, BcdTime elapsed,
-                   ByteSpan sector) {
-  Put(sector, nav::NvPckScr, Ticks{static_cast<std::uint32_t>(scrBase)});
-  Put(sector, nav::DsiLbn, Sectors{record.StartSector});
-  Put(sector, nav::VobuEa, Sectors{record.EndSector - record.StartSector});
+void PutDataSearch(const NavSource& source, const VobuRecord& record, std::uint64_t scrBase,
+                   disc::BcdTime elapsed, ByteSpan sector) {
+  Put(sector, nav::NvPckScr, disc::Ticks{static_cast<std::uint32_t>(scrBase)});
+  Put(sector, nav::DsiLbn, disc::Sectors{record.StartSector});
+  Put(sector, nav::VobuEa, disc::Sectors{record.EndSector - record.StartSector});
   for (std::size_t i = 0; i < record.RefEnds.size(); ++i) {
     if (record.RefEnds[i] > record.StartSector) {
-      Put(sector, nav::ReferenceEa, Sectors{record.RefEnds[i] - record.StartSector}, i);
+      Put(sector, nav::ReferenceEa, disc::Sectors{record.RefEnds[i] - record.StartSector}, i);
     }
   }
-  Put(sector, nav::VobIdn, Number{record.VobId});
-  Put(sector, nav::CellIdn, Number{record.CellId});
+  Put(sector, nav::VobIdn, disc::Number{record.VobId});
+  Put(sector, nav::CellIdn, disc::Number{record.CellId});
   Put(sector, nav::DsiElapsed, elapsed);
   Put(sector, nav::VobVSPtm, Stamp(source.VobStartPts));
   Put(sector, nav::VobVEPtm, Stamp(source.VobEndPts));
 }
 
 // A_SYNCA: the distance to the pack of the first frame that sounds from the VOBU's start on.
-Number AudioSyncOf(const VobuRecord& record, std::uint32_t syncSector) {
+disc::Number AudioSyncOf(const VobuRecord& record, std::uint32_t syncSector) {
   const std::uint32_t distance = syncSector == 0 ? nav::NoAudioPack : syncSector - record.StartSector;
   return {std::min<std::uint32_t>(distance, nav::NoAudioPack)};
 }
 
 // SP_SYNCA: the distance to the unit shown at the VOBU's start, which lies before it.
-Number SubpictureSyncOf(std::uint32_t distance) {
+disc::Number SubpictureSyncOf(std::uint32_t distance) {
   return {distance == NoSubpictureSync ? distance : (distance & 0x00FFFFFF) | 0x80000000};
 }
 
@@ -96,7 +96,7 @@ void BuildNavPack(const NavSource& source, std::size_t index, ByteSpan sector) {
   const FrameTiming& timing = TimingOf(source.Input.Ntsc);
   const bool lastOfVob = index + 1 == source.Records.size();
   const SystemClockReference scr = ScrOf(record.NavScr, PackKind::Navigation, source.Rules);
-  const BcdTime elapsed = ToBcdTime(record.CellFields / 2, timing.FramesPerSecond);
+  const disc::BcdTime elapsed = ToBcdTime(record.CellFields / 2, timing.FramesPerSecond);
 
   PutFrame(sector);
   PutPackHeader(sector, scr);

@@ -61,7 +61,7 @@ class Walk {
 };
 
 // Distance with the video flag; `none` where there is no such VOBU.
-Number Address(const Walk& walk, const VobuRecord* there, std::uint32_t none) {
+disc::Number Address(const Walk& walk, const VobuRecord* there, std::uint32_t none) {
   if (there == nullptr) {
     return {none};
   }
@@ -116,8 +116,8 @@ void PutSearchTables(std::span<const VobuRecord> records, std::size_t index, con
   const auto onward = Jumps(forward, timing);
   const auto back = Jumps(backward, timing);
   for (std::size_t row = 0; row < onward.size(); ++row) {
-    Put(sector, nav::ForwardJumps, Number{onward[row]}, onward.size() - 1 - row);
-    Put(sector, nav::BackwardJumps, Number{back[row]}, row);
+    Put(sector, nav::ForwardJumps, disc::Number{onward[row]}, onward.size() - 1 - row);
+    Put(sector, nav::BackwardJumps, disc::Number{back[row]}, row);
   }
 }
 

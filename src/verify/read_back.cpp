@@ -30,7 +30,7 @@ constexpr std::string_view TitleSetId = "DVDVIDEO-VTS";
 
 // A sector address in the head of an IFO, and where the table there says which byte is its last.
 struct TablePointer {
-  const Field<Sectors, 4>* Pointer;
+  const disc::Field<disc::Sectors, 4>* Pointer;
   std::size_t LastAt = table_head::Last.Offset;
 };
 constexpr std::size_t VobuMapLastAt = 0;  // a VOBU map has no count: its addresses follow at once
@@ -164,7 +164,8 @@ class FolderReader {
   }
 
   // Every address of a VOBU map, in the VOB files that go on from `firstFile` ("..._1.VOB").
-  void CheckVobus(const Bytes& ifo, const Field<Sectors, 4>& pointer, const std::string& firstFile) {
+  void CheckVobus(const Bytes& ifo, const disc::Field<disc::Sectors, 4>& pointer,
+                  const std::string& firstFile) {
     const std::size_t table = std::size_t{Get(ifo, pointer).Value} * SectorBytes;
     if (table == 0 || table + VobuMapHead > ifo.size()) {
       return;

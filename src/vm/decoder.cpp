@@ -282,7 +282,7 @@ DecodedCommand DecodeCommand(const CommandBytes& bytes) {
 }
 
 DecodedCommand DecodeCommand(std::string_view hex) {
-  return IsCommandHex(hex) ? DecodeCommand(BytesOfCommand(hex)) : DecodedCommand{};
+  return IsCommandHex(hex) ? DecodeCommand(ParseCommandHex(hex)) : DecodedCommand{};
 }
 
 }  // namespace quorvelant

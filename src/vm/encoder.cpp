@@ -340,14 +340,4 @@ bool IsCommandHex(std::string_view hex) {
   return hex.size() == 16 && std::all_of(hex.begin(), hex.end(), [](char c) { return DigitValue(c) < 16; });
 }
 
-CommandBytes BytesOfCommand(std::string_view hex) {
-  CommandBytes bytes{};
-  if (IsCommandHex(hex)) {
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-      bytes[i] = static_cast<std::uint8_t>(DigitValue(hex[2 * i]) * 16 + DigitValue(hex[2 * i + 1]));
-    }
-  }
-  return bytes;
-}
-
 }  // namespace quorvelant

@@ -1,16 +1,13 @@
 // A command as the eight bytes of the disc.
 #pragma once
 
-#include <array>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "disc/command_hex.h"
 #include "vm/parsed_command.h"
 
 namespace quorvelant {
-
-using CommandBytes = std::array<std::uint8_t, 8>;
 
 // The eight bytes of a no-operation, as digits.
 inline constexpr std::string_view NopHex = "0000000000000000";
@@ -20,10 +17,9 @@ inline constexpr std::string_view NopHex = "0000000000000000";
 std::string EncodeCommand(const ParsedCommand& command);
 CommandBytes EncodeCommandBytes(const ParsedCommand& command);
 
-// Digits and bytes, back and forth. Text that is not 16 hexadecimal digits stands for a no-operation, so
-// that a command never resolved does nothing on the disc; `IsCommandHex` tells it apart.
+// The digits of eight bytes; `ParseCommandHex` is the way back.
 std::string HexOfCommand(const CommandBytes& bytes);
-CommandBytes BytesOfCommand(std::string_view hex);
+// Whether a text is 16 hexadecimal digits.
 bool IsCommandHex(std::string_view hex);
 
 }  // namespace quorvelant

@@ -25,23 +25,23 @@ struct SmallestDisc {
   SmallestDisc() {
     const auto begin = [](Bytes& ifo, std::string_view id, std::uint32_t sectors) {
       std::ranges::copy(id, ifo.begin());
-      Put(ifo, vtsi::SetLast, Sectors{sectors - 1});
+      Put(ifo, vtsi::SetLast, disc::Sectors{sectors - 1});
     };
     begin(Manager, "DVDVIDEO-VMG", 4);
-    Put(Manager, vmgi::TitleSearch, Sectors{1});
+    Put(Manager, vmgi::TitleSearch, disc::Sectors{1});
     const ByteSpan titles = ByteSpan(Manager).subspan(SectorBytes);
-    Put(titles, table_head::Count, Number{1});
-    Put(titles, table_head::Last, ByteOffset{table_head::Size + title_entry::Size - 1});
-    Put(titles.subspan(table_head::Size), title_entry::TitleSet, Number{1});
-    Put(titles.subspan(table_head::Size), title_entry::SetStart, Sectors{4});
+    Put(titles, table_head::Count, disc::Number{1});
+    Put(titles, table_head::Last, disc::ByteOffset{table_head::Size + title_entry::Size - 1});
+    Put(titles.subspan(table_head::Size), title_entry::TitleSet, disc::Number{1});
+    Put(titles.subspan(table_head::Size), title_entry::SetStart, disc::Sectors{4});
     begin(Set, "DVDVIDEO-VTS", 7);
-    Put(Set, vtsi::TitleVobus, Sectors{1});
+    Put(Set, vtsi::TitleVobus, disc::Sectors{1});
     PutBytes(Set, SectorBytes, 4, 4 + 2 * 4 - 1);  // the last byte of a map of two
     PutBytes(Set, SectorBytes + 8, 4, 2);
     for (const std::uint32_t sector : {0U, 2U}) {
       const ByteSpan pack = ByteSpan(Vob).subspan(sector * SectorBytes);
-      Put(pack, nav::PciStartCode, Number{nav::PrivateStream2});
-      Put(pack, nav::PciLbn, Sectors{sector});
+      Put(pack, nav::PciStartCode, disc::Number{nav::PrivateStream2});
+      Put(pack, nav::PciLbn, disc::Sectors{sector});
     }
   }
 };
@@ -75,11 +75,11 @@ TEST(ReadBack, NamesEachFaultOfTheContents) {
   for (const Case& c : {
            Case{[](SmallestDisc&) {}, {}},
            Case{[](SmallestDisc& disc) { disc.Manager[9] = 'X'; }, {"read-back-no-ifo VIDEO_TS.IFO"}},
-           Case{[](SmallestDisc& disc) { Put(disc.Set, vtsi::Chapters, Sectors{2}); },
+           Case{[](SmallestDisc& disc) { Put(disc.Set, vtsi::Chapters, disc::Sectors{2}); },
                 {"read-back-pointer VTS_01_0.IFO"}},
            Case{[](SmallestDisc& disc) { PutBytes(disc.Manager, SectorBytes + 4, 4, SectorBytes); },
                 {"read-back-table VIDEO_TS.IFO"}},
-           Case{[](SmallestDisc& disc) { Put(disc.Set, vtsi::SetLast, Sectors{7}); },
+           Case{[](SmallestDisc& disc) { Put(disc.Set, vtsi::SetLast, disc::Sectors{7}); },
                 {"read-back-set-size VTS_01_0.IFO"}},
            Case{[](SmallestDisc& disc) { disc.Manager[SectorBytes + 8 + 11] = 0; },
                 {"read-back-title-start VIDEO_TS.IFO"}},

@@ -190,8 +190,7 @@ TEST(Decoder, BytesNoTextMakesAreUnknown) {
 }
 
 TEST(Encoder, DigitsAndBytes) {
-  EXPECT_EQ(HexOfCommand(BytesOfCommand("30080000014200fF")), "30080000014200FF");
-  EXPECT_EQ(BytesOfCommand("3008"), CommandBytes{});
+  EXPECT_EQ(HexOfCommand(ParseCommandHex("30080000014200fF")), "30080000014200FF");
 }
 
 }  // namespace
