@@ -38,14 +38,4 @@ class UserInterface {
   virtual bool StopRequested() = 0;
 };
 
-// Shorthands for the two commonest calls.
-inline void TellError(UserInterface& ui, std::string_view title, std::string_view text,
-                      std::string_view place = {}) {
-  ui.Tell({Severity::Error, std::string(title), std::string(text), std::string(place)});
-}
-inline void TellWarning(UserInterface& ui, std::string_view title, std::string_view text,
-                        std::string_view place = {}) {
-  ui.Tell({Severity::Warning, std::string(title), std::string(text), std::string(place)});
-}
-
 }  // namespace quorvelant

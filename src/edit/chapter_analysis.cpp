@@ -69,7 +69,7 @@ bool AnalyseChapters(Project& project, std::size_t trackIndex, IndexStore& store
   Track& track = project.Tracks[trackIndex];
   const std::vector<IndexSource> files = VideoFiles(project, track);
   if (files.empty()) {
-    TellError(ui, AnalysisTitle, NoFileForAnalysis, TrackKey(trackIndex));
+    ui.Tell(MessageOf(message::AnalysisWithoutFile, TrackKey(trackIndex)));
     return false;
   }
   if (std::all_of(files.begin(), files.end(), [](const IndexSource& file) { return file.IsImage; })) {
@@ -89,7 +89,7 @@ bool AnalyseChapters(Project& project, std::size_t trackIndex, IndexStore& store
   track.VideoFrames =
       static_cast<std::int32_t>(std::min<std::int64_t>(frames, std::numeric_limits<std::int32_t>::max()));
   if (RemoveScenesPastEnd(project, trackIndex)) {
-    TellError(ui, ScenesRemovedTitle, ScenesRemoved, TrackKey(trackIndex));
+    ui.Tell(MessageOf(message::ScenesRemoved, TrackKey(trackIndex)));
   }
   const std::vector<ChapterStart> starts = ChapterStarts(project, trackIndex, store);
   for (std::size_t i = 1; i < track.Scenes.size(); ++i) {

@@ -12,13 +12,6 @@
 
 namespace quorvelant {
 
-inline constexpr std::string_view AnalysisTitle = "Analysis Error";
-inline constexpr std::string_view NoFileForAnalysis =
-    "You must specify a Video/Still file before analysis can be completed";
-inline constexpr std::string_view ScenesRemovedTitle = "Scene Error";
-inline constexpr std::string_view ScenesRemoved =
-    "One or more Scene times were greater than the Video length, and have been removed";
-
 // Builds the indexes that the track's files lack, stores its length, removes the scenes past its end (told
 // once; cells that showed them lose their scene) and moves every other one to the nearest preceding chapter
 // start. The first scene stays. False when a file is missing or cannot be indexed, which was told. Bitmaps

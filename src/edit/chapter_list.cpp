@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "base/timecode.h"
 #include "edit/chapter_analysis.h"
+#include "edit/messages.h"
 #include "edit/new_track.h"
 
 namespace quorvelant {
@@ -62,12 +63,12 @@ bool ImportChapterList(Project& project, std::size_t trackIndex, const std::stri
                        const IndexStore& store, UserInterface& ui) {
   const auto text = ReadWhole(SystemPath(file), MostListBytes);
   if (!text) {
-    TellError(ui, ChapterListTitle, fmt::format(ChapterListUnreadable, file), file);
+    ui.Tell(MessageOf(message::ChapterListUnreadable, file, file));
     return false;
   }
   const std::vector<ChapterLine> lines = ParseChapterList(*text);
   if (lines.empty()) {
-    TellError(ui, ChapterListTitle, fmt::format(ChapterListEmpty, file), file);
+    ui.Tell(MessageOf(message::ChapterListEmpty, file, file));
     return false;
   }
   Track& track = project.Tracks[trackIndex];

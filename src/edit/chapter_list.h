@@ -12,11 +12,6 @@
 
 namespace quorvelant {
 
-inline constexpr std::string_view ChapterListTitle = "Chapter List Error";
-inline constexpr std::string_view ChapterListUnreadable =
-    "The chapter list '{}' cannot be read or is larger than 1 MB";
-inline constexpr std::string_view ChapterListEmpty = "The chapter list '{}' holds no line with \"chapter=\"";
-
 struct ChapterLine {
   std::size_t Number = 0;  // of the line, from 1
   std::string Timecode;

@@ -44,6 +44,45 @@ inline constexpr MessageKind AskPcmRate{
     "PCM Data Rate is non-dvd standard. Continuing will result in non-standard DVD and will probably fail. "
     "Do you want to continue?"};
 
+// --- scenes, chapters and subtitle streams ---
+
+inline constexpr MessageKind TooManyScenes{"too-many-scenes", Severity::Error, "New Scene Error",
+                                           "Max Number of Scenes reached (99)"};
+inline constexpr MessageKind SceneTimeMissing{"scene-time-missing", Severity::Error, "New Scene Error",
+                                              "Please set a valid Timestamp"};
+inline constexpr MessageKind SceneTimeTooLate{"scene-time-too-late", Severity::Error, "New Scene Error",
+                                              "Timestamp exceeds Video Length"};
+inline constexpr MessageKind SceneTimeNearEnd{"scene-time-near-end", Severity::Error, "New Scene Error",
+                                              "Timestamp is too close to end of Video Stream"};
+inline constexpr MessageKind SceneTimeTaken{"scene-time-taken", Severity::Error, "New Scene Error",
+                                            "This Timestamp already exists, please select another"};
+inline constexpr MessageKind CorrectedSceneTimeTaken{
+    "corrected-scene-time-taken", Severity::Error, "New Scene Error",
+    "This Corrected Timestamp already exists, please select another"};
+inline constexpr MessageKind AnalysisWithoutFile{
+    "analysis-without-file", Severity::Error, "Analysis Error",
+    "You must specify a Video/Still file before analysis can be completed"};
+inline constexpr MessageKind ScenesRemoved{
+    "scenes-removed", Severity::Error, "Scene Error",
+    "One or more Scene times were greater than the Video length, and have been removed"};
+inline constexpr MessageKind ChapterListUnreadable{
+    "chapter-list-unreadable", Severity::Error, "Chapter List Error",
+    "The chapter list '{}' cannot be read or is larger than 1 MB"};
+inline constexpr MessageKind ChapterListEmpty{"chapter-list-empty", Severity::Error, "Chapter List Error",
+                                              "The chapter list '{}' holds no line with \"chapter=\""};
+inline constexpr MessageKind SubtitlesNeedVideo{
+    "subtitles-need-video", Severity::Error, "Sub Import Error",
+    "Please select a video/still file first, so that the correct subtitle display modes can be set"};
+inline constexpr MessageKind StreamIDsLocked{
+    "stream-ids-locked", Severity::Information, "",
+    "This track is part of a PGC, so existing Audio / Subpicture IDs have been locked"};
+// The title reads as it always did.
+inline constexpr MessageKind BitmapDeselected{"bitmap-deselected", Severity::Error, "Bitamp View Error",
+                                              "Requested Bitmap does not exist - deselecting this SPU"};
+inline constexpr MessageKind ForcedNeeded{
+    "forced-needed", Severity::Error, "",
+    "Subtitles must always be set to Forced when highlight buttons exist"};
+
 // --- the list of command errors ---
 
 inline constexpr MessageKind AskErrorListFile{"ask-error-list-file", Severity::Information,

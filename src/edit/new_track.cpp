@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "base/timecode.h"
 #include "disc/video_standard.h"
+#include "edit/messages.h"
 #include "model/my_dvd.h"
 #include "model/stream_maps.h"
 #include "model/walk.h"
@@ -56,23 +57,23 @@ std::string NextSceneName(const Track& track) {
   }
 }
 
-// Why a timecode cannot be a scene; empty where it can.
-std::string_view RefuseScene(const Track& track, std::string_view timecode, std::int64_t frame,
-                             std::int64_t endMargin) {
+// Why a timecode cannot be a scene; nullptr where it can.
+const MessageKind* WhyNoScene(const Track& track, std::string_view timecode, std::int64_t frame,
+                              std::int64_t endMargin) {
   if (Trim(timecode).empty() || frame < 0) {
-    return NoTimestamp;
+    return &message::SceneTimeMissing;
   }
   const bool unheld = frame > std::numeric_limits<std::int32_t>::max();
   if (unheld || (track.VideoFrames > 0 && frame >= track.VideoFrames)) {
-    return TimestampTooLate;
+    return &message::SceneTimeTooLate;
   }
   if (track.VideoFrames > 0 && frame >= track.VideoFrames - endMargin) {
-    return TimestampTooCloseToEnd;
+    return &message::SceneTimeNearEnd;
   }
   if (HasSceneAt(track, frame)) {
-    return TimestampExists;
+    return &message::SceneTimeTaken;
   }
-  return track.Scenes.size() >= MostScenes ? TooManyScenes : std::string_view();
+  return track.Scenes.size() >= MostScenes ? &message::TooManyScenes : nullptr;
 }
 
 }  // namespace
@@ -124,7 +125,7 @@ AudioStream* AddAudioStream(Track& track) {
 
 SubtitleStream* AddEmptySubtitleStream(Track& track, UserInterface& ui) {
   if (!HasVideo(track)) {
-    TellError(ui, SubImportErrorTitle, NoVideoForSubtitles);
+    ui.Tell(MessageOf(message::SubtitlesNeedVideo, {}));
     return nullptr;
   }
   const std::vector<std::int32_t> free = GetSubStreamID(track);
@@ -151,13 +152,13 @@ bool AddScene(Track& track, std::string_view timecode, int framesPerSecond, User
               const FrameCorrection& correct) {
   std::int64_t frame = TimecodeToFrames(timecode, framesPerSecond);
   const std::int64_t margin = TimingOf(framesPerSecond == NtscTiming.FramesPerSecond).SceneMarginFrames;
-  std::string_view refusal = RefuseScene(track, timecode, frame, margin);
-  if (refusal.empty() && correct) {
+  const MessageKind* refusal = WhyNoScene(track, timecode, frame, margin);
+  if (refusal == nullptr && correct) {
     frame = correct(frame);
-    refusal = HasSceneAt(track, frame) ? CorrectedTimestampExists : std::string_view();
+    refusal = HasSceneAt(track, frame) ? &message::CorrectedSceneTimeTaken : nullptr;
   }
-  if (!refusal.empty()) {
-    TellError(ui, SceneErrorTitle, refusal);
+  if (refusal != nullptr) {
+    ui.Tell(MessageOf(*refusal, {}));
     return false;
   }
   Scene scene;
@@ -171,7 +172,7 @@ bool AddScene(Track& track, std::string_view timecode, int framesPerSecond, User
 
 bool StreamIDsMayChange(const Track& track, UserInterface& ui) {
   if (track.IDsLocked) {
-    ui.Tell({Severity::Information, {}, std::string(StreamIDsLocked), {}});
+    ui.Tell(MessageOf(message::StreamIDsLocked, {}));
   }
   return !track.IDsLocked;
 }

@@ -16,23 +16,9 @@ namespace quorvelant {
 // Live tracks that a user can add one by one; tracks that are made with a name are not counted against it.
 inline constexpr std::size_t MostTracksByHand = 4;
 
-inline constexpr std::string_view SceneErrorTitle = "New Scene Error";
-inline constexpr std::string_view TooManyScenes = "Max Number of Scenes reached (99)";
-inline constexpr std::string_view NoTimestamp = "Please set a valid Timestamp";
-inline constexpr std::string_view TimestampTooLate = "Timestamp exceeds Video Length";
-inline constexpr std::string_view TimestampTooCloseToEnd = "Timestamp is too close to end of Video Stream";
-inline constexpr std::string_view TimestampExists = "This Timestamp already exists, please select another";
-inline constexpr std::string_view CorrectedTimestampExists =
-    "This Corrected Timestamp already exists, please select another";
-
-inline constexpr std::string_view SubImportErrorTitle = "Sub Import Error";
-inline constexpr std::string_view NoVideoForSubtitles =
-    "Please select a video/still file first, so that the correct subtitle display modes can be set";
 inline constexpr std::string_view AskImportScript =
     "Would you like to import an sst subtitle file (if NO then a blank stream will be created for individual "
     "sub import in the track Viewer";
-inline constexpr std::string_view StreamIDsLocked =
-    "This track is part of a PGC, so existing Audio / Subpicture IDs have been locked";
 
 // A track's only scene when it is new: "<name>_Scene1" at frame 0.
 Scene DefaultScene(std::string_view trackName);

@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "base/random.h"
+#include "edit/messages.h"
 #include "subpicture/spu_timing.h"
 
 namespace quorvelant {
@@ -13,7 +14,7 @@ bool KeepIfBitmapExists(SubPicturePlay& play, std::string_view sourceFolder, Use
   const std::string path = SystemPath(play.File, sourceFolder);
   std::error_code error;
   if (!std::filesystem::is_regular_file(path, error)) {
-    TellError(ui, subtitle_tick_text::NoBitmapTitle, subtitle_tick_text::NoBitmap, path);
+    ui.Tell(MessageOf(message::BitmapDeselected, path));
     play.Used = false;
     return false;
   }
@@ -30,7 +31,7 @@ bool SetForced(SubPicturePlay& play, bool forced, std::span<const HighlightPlay>
                int framesPerSecond, UserInterface& ui) {
   const auto together = [&](const HighlightPlay& set) { return ShowTogether(play, set, framesPerSecond); };
   if (!forced && std::ranges::any_of(highlights, together)) {
-    TellError(ui, {}, subtitle_tick_text::ForcedNeeded);
+    ui.Tell(MessageOf(message::ForcedNeeded, {}));
     return false;
   }
   play.Forced = forced;

@@ -9,13 +9,6 @@
 
 namespace quorvelant {
 
-namespace subtitle_tick_text {
-inline constexpr std::string_view NoBitmapTitle = "Bitamp View Error";  // as it always read
-inline constexpr std::string_view NoBitmap = "Requested Bitmap does not exist - deselecting this SPU";
-inline constexpr std::string_view ForcedNeeded =
-    "Subtitles must always be set to Forced when highlight buttons exist";
-}  // namespace subtitle_tick_text
-
 // Whether the subtitle's bitmap is there to be shown; otherwise the subtitle is no longer used, which is
 // told. A relative path counts from `sourceFolder`.
 bool KeepIfBitmapExists(SubPicturePlay& play, std::string_view sourceFolder, UserInterface& ui);

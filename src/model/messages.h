@@ -19,4 +19,12 @@ inline constexpr MessageKind TooManyStreams{
     "The quantity of subpicture streams exceeds 32, and audio streams exceeds 8.\nTry altering the languages "
     "/ extensions across the tracks to match"};
 
+// The track that is to join a PGC against its first; the differences and the stream's number.
+inline constexpr MessageKind SubStreamsUnlike{
+    "subpicture-streams-unlike", Severity::Error, "SubStream ID Error",
+    "New track subtitle information does not match the source PGC [{}] for Stream ID {}"};
+inline constexpr MessageKind AudioStreamsUnlike{
+    "audio-streams-unlike", Severity::Error, "Audio ID Error",
+    "New track audio information does not match the source PGC [{}] for Stream ID {}"};
+
 }  // namespace quorvelant::message

@@ -6,15 +6,12 @@
 #include <vector>
 
 #include "model/keys.h"
+#include "model/messages.h"
 #include "model/walk.h"
 
 namespace quorvelant {
 
 namespace {
-
-constexpr std::string_view SubStreamErrorHead =
-    "New track subtitle information does not match the source PGC [";
-constexpr std::string_view AudioErrorHead = "New track audio information does not match the source PGC [";
 
 // A domain's picture follows the track placed last; the 4:3 displays, once possible, stay possible.
 void TakeVideoAttributes(VideoInfo_P& info, const Track& track) {
@@ -100,7 +97,7 @@ std::string Differences(const AudioStream& source, const AudioStream& added) {
 
 template <class Stream>
 std::optional<Message> Compare(const std::vector<Stream>& source, const std::vector<Stream>& added,
-                               std::string_view title, std::string_view head) {
+                               const MessageKind& kind) {
   for (const Stream* stream : Live(source)) {
     if (LiveStream(source, stream->StreamNumber) != stream) {
       continue;
@@ -108,10 +105,7 @@ std::optional<Message> Compare(const std::vector<Stream>& source, const std::vec
     const Stream* other = LiveStream(added, stream->StreamNumber);
     const std::string differences = other == nullptr ? std::string() : Differences(*stream, *other);
     if (!differences.empty()) {
-      return Message{Severity::Error,
-                     std::string(title),
-                     fmt::format("{}{}] for Stream ID {}", head, differences, stream->StreamNumber),
-                     {}};
+      return MessageOf(kind, {}, differences, stream->StreamNumber);
     }
   }
   return std::nullopt;
@@ -155,11 +149,11 @@ std::string SceneName(const Track& track, std::int32_t scene) {
 }
 
 std::optional<Message> CompareSubStreams(const Track& source, const Track& added) {
-  return Compare(source.SubStreams, added.SubStreams, SubStreamErrorTitle, SubStreamErrorHead);
+  return Compare(source.SubStreams, added.SubStreams, message::SubStreamsUnlike);
 }
 
 std::optional<Message> CompareAudioStreams(const Track& source, const Track& added) {
-  return Compare(source.AudioStreams, added.AudioStreams, AudioErrorTitle, AudioErrorHead);
+  return Compare(source.AudioStreams, added.AudioStreams, message::AudioStreamsUnlike);
 }
 
 const Track* FirstTrackOf(const PGC_P& pgc, const Tracks& tracks) {

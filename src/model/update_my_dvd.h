@@ -38,8 +38,6 @@ Cell_P* UpdateMyDVD(Project& project, const DiscUpdate& update);
 // name it would be given.
 std::string SceneName(const Track& track, std::int32_t scene);
 
-inline constexpr std::string_view SubStreamErrorTitle = "SubStream ID Error";
-inline constexpr std::string_view AudioErrorTitle = "Audio ID Error";
 // All cells of a PGC share its streams. Compares a track that is to join with the track of the PGC's first
 // cell, stream number by stream number; a number that only one of them uses is no conflict. Gives the box
 // of the first number in conflict.
