@@ -39,9 +39,8 @@ TEST(StartCodeSearch, AgreesWithThePlainLoop) {
   std::mt19937 random(1);
   for (int round = 0; round < 300; ++round) {
     const Bytes data = RandomStream(random, random() % 400);
-    std::size_t from = 0;
-    while (true) {
-      const std::size_t found = FindStartCode(data, from);
+    for (std::size_t from = 0, found = 0; found != NoStartCode; from = found + 1) {
+      found = FindStartCode(data, from);
       ASSERT_EQ(found, FindStartCodePlainly(data, from)) << round << " from " << from;
       ASSERT_EQ(found, FindStartCodeNarrow(data, from));
       std::size_t header = found;
@@ -50,10 +49,6 @@ TEST(StartCodeSearch, AgreesWithThePlainLoop) {
         header = FindStartCodePlainly(data, header + 1);
       }
       ASSERT_EQ(FindHeaderStartCode(data, from), header) << round << " from " << from;
-      if (found == NoStartCode) {
-        break;
-      }
-      from = found + 1;
     }
   }
   // One code at every offset of a quiet buffer, so every lane of a vector is a hit once.
@@ -70,8 +65,7 @@ TEST(FindNextHeader, Words) {
     Bytes Data;
     std::string_view Word;
     std::size_t Position;
-    bool Skip;
-    bool WantType;
+    bool Skip, WantType;
     int Type;
   };
   const Case cases[] = {
@@ -208,10 +202,11 @@ TEST_F(VideoFiles, SingleAndRepeatedPictures) {
   const Bytes still = StreamBuilder().Sequence().Group().Picture({.TotalBytes = 3000}).SequenceEnd().Data();
   EXPECT_EQ(WritePictureIndex(Scan(Folder.Write("s", still), 0, false)),
             fmt::format("Frame=0;Offset=0;Size={}\r\nTotalFrames=1\r\n", still.size()));
-  GopPlan film;
-  film.Gops = 2;
-  film.Pulldown = true;
-  EXPECT_EQ(Scan(Folder.Write("f", BuildStream(film)), 0, true).TotalFrames, 30);
+  EXPECT_EQ(Scan(Folder.Write("f", BuildStream({.Gops = 2, .Pulldown = true})), 0, true).TotalFrames, 30);
+  // Pictures of types 1, 2, 0 (none), 4 and 3, each cut by the next start code.
+  const Bytes cut{0, 0, 1, 0x00, 0, 0x08, 0, 0, 1, 0x00, 0, 0x10, 0,    0, 1, 0x00, 0, 0x00,
+                  0, 0, 1, 0x00, 0, 0x20, 0, 0, 1, 0x00, 0, 0x18, 0x80, 0, 0, 1,    0, 0};
+  EXPECT_EQ(Scan(Folder.Write("c", cut), 0, true).Letters, "IP?B");
 }
 
 TEST_F(VideoFiles, IndexIsReusedWhateverItHoldsUnlessForced) {
