@@ -17,19 +17,17 @@
 namespace quorvelant {
 namespace {
 
-// A/52 table 5.18: two codes a rate; 16-bit words of a frame at 48 kHz, the only rate of a disc.
+// A/52 table 5.18: two codes a rate. At 48 kHz, the only rate of a disc, a frame lasts 32 ms.
 TEST(Ac3Header, EveryRateAndSampleRate) {
-  const struct {
-    std::int32_t Kbps, Words;
-  } rates[] = {{32, 64},   {40, 80},   {48, 96},    {56, 112},   {64, 128},  {80, 160},  {96, 192},
-               {112, 224}, {128, 256}, {160, 320},  {192, 384},  {224, 448}, {256, 512}, {320, 640},
-               {384, 768}, {448, 896}, {512, 1024}, {576, 1152}, {640, 1280}};
+  const std::int32_t rates[] = {32,  40,  48,  56,  64,  80,  96,  112, 128, 160,
+                                192, 224, 256, 320, 384, 448, 512, 576, 640};
   const std::int32_t hertz[] = {48000, 44100, 32000, 0};
   for (unsigned byte = 0; byte < 256; ++byte) {
     const Ac3Header header = ReadAc3Header(Bytes{0x0B, 0x77, 0, 0, static_cast<std::uint8_t>(byte), 0x45});
     const unsigned row = byte % 64 / 2;
-    EXPECT_EQ(header.Kbps, row < std::size(rates) ? rates[row].Kbps : 0) << byte;
-    EXPECT_EQ(header.FrameBytes(), row < std::size(rates) ? 2 * rates[row].Words : 0) << byte;
+    const std::int32_t kbps = row < std::size(rates) ? rates[row] : 0;
+    EXPECT_EQ(header.Kbps, kbps) << byte;
+    EXPECT_EQ(header.FrameBytes(), 32 * kbps / 8) << byte;
     EXPECT_EQ(header.SampleRateHz, hertz[byte / 64]) << byte;
     EXPECT_EQ(header.SampleRate(), byte < 64 ? 48 : 0) << byte;
     EXPECT_TRUE(header.Sync && header.StreamVersion == 8 && header.ServiceMode == 5);
@@ -81,17 +79,13 @@ TEST(DtsHeader, Fields) {
 }
 
 TEST(Pcm, RatesThatADiscCarries) {
-  const int most[2][3] = {{8, 6, 5}, {4, 3, 2}};
-  for (int rate = 0; rate < 2; ++rate) {
-    for (int depth = 0; depth < 3; ++depth) {
-      const int kHz = 48 * (rate + 1);
-      const int bits = 16 + 4 * depth;
-      for (int channels = 0; channels < 10; ++channels) {
-        EXPECT_EQ(CheckPcmRate(kHz, channels, bits, kHz * channels * bits),
-                  channels >= 1 && channels <= most[rate][depth]);
-      }
-      EXPECT_FALSE(CheckPcmRate(kHz, 1, bits, kHz * bits + 1));
+  const std::tuple<int, int, int> cases[] = {{48, 16, 8}, {48, 20, 6}, {48, 24, 5},
+                                             {96, 16, 4}, {96, 20, 3}, {96, 24, 2}};
+  for (const auto& [kHz, bits, most] : cases) {
+    for (int channels = 0; channels < 10; ++channels) {
+      EXPECT_EQ(CheckPcmRate(kHz, channels, bits, kHz * channels * bits), channels >= 1 && channels <= most);
     }
+    EXPECT_FALSE(CheckPcmRate(kHz, 1, bits, kHz * bits + 1));
   }
   EXPECT_FALSE(CheckPcmRate(44, 2, 16, 44 * 32));
   EXPECT_FALSE(CheckPcmRate(48, 2, 8, 48 * 16));
