@@ -72,12 +72,12 @@ class Probes : public testing::Test {
 
 TEST_F(Probes, AgreeWithAnIndependentReader) {
   std::vector<VideoSample> samples{
-      {.Aspect = "16:9", .Interlaced = true},
-      {.Standard = "NTSC", .Width = 704, .Interlaced = true},
+      {.Aspect = "16:9", .Frames = 26, .Interlaced = true},
+      {.Standard = "NTSC", .Width = 704, .Frames = 26, .Interlaced = true},
       {.Standard = "NTSC", .Aspect = "16:9", .Frames = 40, .Pulldown = true},
       {.Standard = "NTSC", .Frames = 40, .GopLength = 9, .Closed = true, .Pulldown = true},
-      {.Standard = "NTSC", .Width = 352, .Height = 240, .Mpeg1 = true},
-      {.Width = 352, .Height = 288},
+      {.Standard = "NTSC", .Width = 352, .Height = 240, .Frames = 26, .Mpeg1 = true},
+      {.Width = 352, .Height = 288, .Frames = 26},
       {.Frames = 1},
   };
   // A GOP length every two; in steps of five each standard comes closed and open, with 0 to 2 B pictures.
