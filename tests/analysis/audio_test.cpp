@@ -17,23 +17,17 @@
 namespace quorvelant {
 namespace {
 
-std::string Text(const Bytes& bytes) {
-  return {bytes.begin(), bytes.end()};
-}
-
-// A/52 table 5.18: two codes a rate; 16-bit words of a frame at 48 kHz, the only rate of a disc.
+// A/52 table 5.18: two codes a rate. At 48 kHz, the only rate of a disc, a frame lasts 32 ms.
 TEST(Ac3Header, EveryRateAndSampleRate) {
-  const struct {
-    std::int32_t Kbps, Words;
-  } rates[] = {{32, 64},   {40, 80},   {48, 96},    {56, 112},   {64, 128},  {80, 160},  {96, 192},
-               {112, 224}, {128, 256}, {160, 320},  {192, 384},  {224, 448}, {256, 512}, {320, 640},
-               {384, 768}, {448, 896}, {512, 1024}, {576, 1152}, {640, 1280}};
+  const std::int32_t rates[] = {32,  40,  48,  56,  64,  80,  96,  112, 128, 160,
+                                192, 224, 256, 320, 384, 448, 512, 576, 640};
   const std::int32_t hertz[] = {48000, 44100, 32000, 0};
   for (unsigned byte = 0; byte < 256; ++byte) {
     const Ac3Header header = ReadAc3Header(Bytes{0x0B, 0x77, 0, 0, static_cast<std::uint8_t>(byte), 0x45});
     const unsigned row = byte % 64 / 2;
-    EXPECT_EQ(header.Kbps, row < std::size(rates) ? rates[row].Kbps : 0) << byte;
-    EXPECT_EQ(header.FrameBytes(), row < std::size(rates) ? 2 * rates[row].Words : 0) << byte;
+    const std::int32_t kbps = row < std::size(rates) ? rates[row] : 0;
+    EXPECT_EQ(header.Kbps, kbps) << byte;
+    EXPECT_EQ(header.FrameBytes(), 32 * kbps / 8) << byte;
     EXPECT_EQ(header.SampleRateHz, hertz[byte / 64]) << byte;
     EXPECT_EQ(header.SampleRate(), byte < 64 ? 48 : 0) << byte;
     EXPECT_TRUE(header.Sync && header.StreamVersion == 8 && header.ServiceMode == 5);
@@ -85,17 +79,13 @@ TEST(DtsHeader, Fields) {
 }
 
 TEST(Pcm, RatesThatADiscCarries) {
-  const int most[2][3] = {{8, 6, 5}, {4, 3, 2}};
-  for (int rate = 0; rate < 2; ++rate) {
-    for (int depth = 0; depth < 3; ++depth) {
-      const int kHz = 48 * (rate + 1);
-      const int bits = 16 + 4 * depth;
-      for (int channels = 0; channels < 10; ++channels) {
-        EXPECT_EQ(CheckPcmRate(kHz, channels, bits, kHz * channels * bits),
-                  channels >= 1 && channels <= most[rate][depth]);
-      }
-      EXPECT_FALSE(CheckPcmRate(kHz, 1, bits, kHz * bits + 1));
+  const std::tuple<int, int, int> cases[] = {{48, 16, 8}, {48, 20, 6}, {48, 24, 5},
+                                             {96, 16, 4}, {96, 20, 3}, {96, 24, 2}};
+  for (const auto& [kHz, bits, most] : cases) {
+    for (int channels = 0; channels < 10; ++channels) {
+      EXPECT_EQ(CheckPcmRate(kHz, channels, bits, kHz * channels * bits), channels >= 1 && channels <= most);
     }
+    EXPECT_FALSE(CheckPcmRate(kHz, 1, bits, kHz * bits + 1));
   }
   EXPECT_FALSE(CheckPcmRate(44, 2, 16, 44 * 32));
   EXPECT_FALSE(CheckPcmRate(48, 2, 8, 48 * 16));
@@ -109,109 +99,107 @@ TEST(Durations, CountByTheRateGivenOrTheStandard) {
   EXPECT_EQ(FormatDuration(61, 0, {}), "00:00:02:11");
 }
 
+// The low bytes of `value`, the lowest first.
+std::string Little(std::uint64_t value, int bytes) {
+  std::string text;
+  for (int i = 0; i < bytes; ++i) {
+    text += static_cast<char>(value >> (8 * i));
+  }
+  return text;
+}
+
+std::string Chunk(const std::string& id, const std::string& content, std::optional<std::uint32_t> size = {}) {
+  return id + Little(size.value_or(content.size()), 4) + content + std::string(content.size() % 2, '\0');
+}
+
+// 48 kHz, two channels of 24 bits.
+std::string Format(unsigned tag) {
+  return Chunk("fmt ", Little(tag, 2) + Little(2, 2) + Little(48000, 4) + Little(0, 6) + Little(24, 2));
+}
+
+std::string Extensible(unsigned subFormat) {
+  const std::string head = Format(0xFFFE).substr(8);
+  return Chunk("fmt ", head + Little(0x180016, 4) + Little(3, 4) + Little(subFormat, 2) + Little(~0U, 8) +
+                           Little(7, 6));
+}
+
+std::string LongSizes(std::uint64_t dataBytes) {
+  return Chunk("ds64", Little(0x0101010101010101, 8) + Little(dataBytes, 8) + std::string(12, '\0'));
+}
+
+std::string Wave(const std::string& chunks, const std::string& id = "RIFF") {
+  return id + "\x10\x20\x30\x40WAVE" + chunks;
+}
+
 class AudioFiles : public testing::Test {
  protected:
-  AudioAttributes Scan(const std::string& file, const Rules& rules = Rules::Players) {
-    const auto audio = QuickScanAudio(file, "", rules, Ui);
+  AudioAttributes Scan(const std::string& file) {
+    const auto audio = QuickScanAudio(file, "", Rules::Players, Ui);
     EXPECT_TRUE(audio) << file;
     return audio.value_or(AudioAttributes{});
   }
-  // "<id>", size little-endian, content.
-  static std::string Chunk(const std::string& id, const std::string& content,
-                           std::optional<std::uint32_t> size = {}) {
-    const std::uint32_t bytes = size.value_or(static_cast<std::uint32_t>(content.size()));
-    std::string chunk = id;
-    for (int i = 0; i < 4; ++i) {
-      chunk += static_cast<char>(bytes >> (8 * i));
-    }
-    return chunk + content + std::string(content.size() % 2, '\0');
-  }
-  static std::string Format(std::uint16_t tag, bool extensible = false, char subFormat = 1) {
-    std::string format(16, '\0');  // 48 kHz, two channels of 24 bits
-    PutLittle(format, 0, tag);
-    PutLittle(format, 2, 2);
-    PutLittle(format, 4, 48000);
-    PutLittle(format, 14, 24);
-    if (extensible) {
-      format.append({22, 0, 24, 0, 3, 0, 0, 0, subFormat, 0}).append(14, '\7');
-    }
-    return format;
-  }
-  static void PutLittle(std::string& text, std::size_t offset, unsigned value) {
-    text[offset] = static_cast<char>(value);
-    text[offset + 1] = static_cast<char>(value >> 8);
-  }
-  static std::string Wave(const std::string& chunks, const std::string& id = "RIFF") {
-    return id + "\x10\x20\x30\x40WAVE" + chunks;
+  WaveFile ReadWave(const std::string& content, const Rules& rules = Rules::Players) {
+    return ReadWaveFile(Folder.Write("x.wav", content), rules, Ui);
   }
   TempFolder Folder;
   RecordingUi Ui;
 };
 
 TEST_F(AudioFiles, WavHeadsOfEveryKind) {
-  const std::string format = Chunk("fmt ", Format(1));
+  const std::string format = Format(1);
   const std::string sound(60, 's');
-  const std::string longSizes =
-      Chunk("ds64", std::string(8, '\1') + std::string("\x28\0\0\0\0\0\0\0", 8) + std::string(12, '\0'));
+  const std::string data = Chunk("data", sound);
+  const std::string list = Chunk("LIST", "abcd");
   struct Case {
     std::string Content;
     WaveFault Fault;
-    std::uint64_t Offset, Bytes;
+    std::uint64_t Offset = 0;
+    std::uint64_t Bytes = 0;
   };
   const Case cases[] = {
-      {Wave(format + Chunk("data", sound)), WaveFault::None, 44, 60},
-      {Wave(Chunk("LIST", "abc") + format + Chunk("fact", "1234") + Chunk("data", sound)), WaveFault::None,
-       68, 60},
-      {Wave(Chunk("fmt ", Format(0xFFFE, true)) + Chunk("data", sound) + Chunk("LIST", "x")), WaveFault::None,
-       68, 60},
-      {Wave(longSizes + format + Chunk("data", sound, 0xFFFFFFFF), "RF64"), WaveFault::None, 80, 40},
-      {Wave(format + Chunk("data", sound, 0xFFFFFFFF)), WaveFault::None, 44, 60},  // written to a pipe
-      {Wave(format + Chunk("data", sound, 5000)), WaveFault::None, 44, 60},        // cut
-      {Wave(Chunk("fmt ", Format(0xFFFE, true, 3)) + Chunk("data", sound)), WaveFault::NotPcm, 0, 0},
-      {Wave(Chunk("fmt ", Format(3)) + Chunk("data", sound)), WaveFault::NotPcm, 0, 0},
-      {Wave(format + Chunk("LIST", sound)), WaveFault::NoData, 0, 0},
-      {Wave(Chunk("data", sound)), WaveFault::NotWave, 0, 0},
-      {Wave(std::string(100000, '\0')), WaveFault::NotWave, 0, 0},  // empty chunks without end
-      {"RIFX" + Wave(format).substr(4), WaveFault::NotWave, 0, 0},
-      {"", WaveFault::NotWave, 0, 0},
-      {"RIF", WaveFault::NotWave, 0, 0},
-      {Wave("").substr(0, 12), WaveFault::NotWave, 0, 0},
+      {Wave(format + data), WaveFault::None, 44, 60},
+      {Wave(Chunk("LIST", "abc") + format + Chunk("fact", "1234") + data), WaveFault::None, 68, 60},
+      {Wave(Extensible(1) + data + Chunk("LIST", "x")), WaveFault::None, 68, 60},
+      {Wave(LongSizes(40) + format + Chunk("data", sound, ~0U), "RF64"), WaveFault::None, 80, 40},
+      {Wave(format + Chunk("data", sound, ~0U)), WaveFault::None, 44, 60},   // written to a pipe
+      {Wave(format + Chunk("data", sound, 5000)), WaveFault::None, 44, 60},  // cut
+      {Wave(Extensible(3) + data), WaveFault::NotPcm},
+      {Wave(Format(3) + data), WaveFault::NotPcm},
+      {Wave(format + Chunk("LIST", sound)), WaveFault::NoData},
+      {Wave(data), WaveFault::NotWave},
+      {Wave(std::string(100000, '\0')), WaveFault::NotWave},  // empty chunks without end
+      {Wave(format, "RIFX"), WaveFault::NotWave},
+      {"", WaveFault::NotWave},
+      {"RIF", WaveFault::NotWave},
+      {Wave(""), WaveFault::NotWave},
   };
   for (const Case& given : cases) {
-    const WaveFile wave = ReadWaveFile(Folder.Write("x.wav", given.Content), Rules::Players, Ui);
-    EXPECT_EQ(wave.Fault, given.Fault) << &given - cases;
-    EXPECT_EQ(wave.DataOffset, given.Offset) << &given - cases;
-    EXPECT_EQ(wave.DataBytes, given.Bytes) << &given - cases;
+    SCOPED_TRACE(&given - cases);
+    const WaveFile wave = ReadWave(given.Content);
+    EXPECT_EQ(wave.Fault, given.Fault);
+    EXPECT_EQ(wave.DataOffset, given.Offset);
+    EXPECT_EQ(wave.DataBytes, given.Bytes);
     if (given.Fault == WaveFault::None) {
       EXPECT_EQ(wave.Format.SamplesPerSecond, 48000U);
       EXPECT_EQ(wave.Format.BitsPerSample, 24);
     }
   }
   // Numbers that no sound has are told as they are, as far as they go.
-  std::string huge = Format(1);
-  huge.replace(2, 14, 14, '\xFF');
-  const std::string claims = Folder.Write("h.wav", Wave(Chunk("fmt ", huge) + Chunk("data", sound)));
-  EXPECT_EQ(Scan(claims).BitRate, std::numeric_limits<std::int32_t>::max());
+  const std::string huge = Chunk("fmt ", Little(1, 2) + std::string(14, '\xFF'));
+  EXPECT_EQ(Scan(Folder.Write("h.wav", Wave(huge + data))).BitRate, std::numeric_limits<std::int32_t>::max());
   // Without the walk the bytes from 44 on are sound, whatever they are.
-  const std::string chunks =
-      Folder.Write("y.wav", Wave(format + Chunk("LIST", "abcd") + Chunk("data", sound)));
-  const WaveFile plain = ReadWaveFile(chunks, Rules::Classic, Ui);
+  const WaveFile plain = ReadWave(Wave(format + list + data), Rules::Classic);
   EXPECT_EQ(plain.DataOffset, 44U);
   EXPECT_EQ(plain.DataBytes, 72U);
-  EXPECT_EQ(ReadWaveFormat(chunks, Ui).Channels, 2);
-  EXPECT_EQ(ReadWaveFormat(Folder.Write("z.wav", Wave(Chunk("LIST", "abcd") + format)), Ui), WaveFormat{});
+  EXPECT_EQ(ReadWaveFormat(Folder / "x.wav", Ui).Channels, 2);
+  EXPECT_EQ(ReadWaveFormat(Folder.Write("z.wav", Wave(list + format)), Ui), WaveFormat{});
 }
 
 // Files beyond 4 GiB, with nothing in most of their length.
 TEST_F(AudioFiles, WavOfMoreThanFourGigabytes) {
   constexpr std::uint64_t Samples = 0x1'2345'6780;
-  std::string bytes(8, '\0');  // little-endian
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    bytes[i] = static_cast<char>(Samples >> (8 * i));
-  }
-  const std::string sizes = Chunk("ds64", std::string(8, '\0') + bytes + std::string(12, '\0'));
   const std::string head =
-      Folder.Write("long.wav", Wave(sizes + Chunk("fmt ", Format(1)) + Chunk("data", "", ~0U), "RF64"));
+      Folder.Write("long.wav", Wave(LongSizes(Samples) + Format(1) + Chunk("data", "", ~0U), "RF64"));
   std::filesystem::resize_file(head, Samples + 500);
   const WaveFile wave = ReadWaveFile(head, Rules::Players, Ui);
   EXPECT_EQ(wave.DataOffset, 80U);
@@ -220,7 +208,7 @@ TEST_F(AudioFiles, WavOfMoreThanFourGigabytes) {
 
   // A chunk of nearly 4 GiB before the samples, whose head stands past them.
   constexpr std::uint32_t Junk = 0xFFFFFFF0;
-  const std::string late = Folder.Write("late.wav", Wave(Chunk("fmt ", Format(1)) + Chunk("JUNK", "", Junk)));
+  const std::string late = Folder.Write("late.wav", Wave(Format(1) + Chunk("JUNK", "", Junk)));
   std::filesystem::resize_file(late, 44 + std::uint64_t{Junk});
   std::ofstream(late, std::ios::binary | std::ios::app) << Chunk("data", std::string(60, 's'));
   EXPECT_EQ(ReadWaveFile(late, Rules::Players, Ui).DataOffset, 52 + std::uint64_t{Junk});
@@ -236,13 +224,14 @@ TEST_F(AudioFiles, FramesOfWav) {
 }
 
 TEST_F(AudioFiles, WhatIsNotWhatItsNameSays) {
-  const std::string words(64, 'x');
+  const Bytes words(64, 'x');
+  const Bytes ac3{0x0B, 0x77, 0, 0, 0x14, 0x40};
   const std::string noAc3 = "it is no AC3 stream";
-  const std::tuple<std::string, std::string, std::string> cases[] = {
+  const std::tuple<std::string, Bytes, std::string> cases[] = {
       {"a.AC3", words, noAc3},
-      {"a.ac3", "", noAc3},
-      {"a.ac3", Text({0x0B, 0x77, 1, 1, 0x26, 0x40, 0}), noAc3},
-      {"a.ac3", Text({0x0B, 0x77, 1, 1, 0x14, 0x80, 0}), "it is Enhanced AC3, which players don't read"},
+      {"a.ac3", {}, noAc3},
+      {"a.ac3", {0x0B, 0x77, 1, 1, 0x26, 0x40, 0}, noAc3},
+      {"a.ac3", {0x0B, 0x77, 1, 1, 0x14, 0x80, 0}, "it is Enhanced AC3, which players don't read"},
       {"a.dts", words, "it is no DTS stream"},
       {"a.wav", words, "it is no WAV file"},
   };
@@ -254,8 +243,8 @@ TEST_F(AudioFiles, WhatIsNotWhatItsNameSays) {
   EXPECT_FALSE(QuickScanAudio(Folder.Path().string(), "AC3", Rules::Players, Ui));
   EXPECT_FALSE(QuickScanVideo(Folder / "none.m2v", Ui));
   EXPECT_TRUE(Ui.Messages.empty());
-  EXPECT_EQ(GetAc3FrameSize(Folder.Write("X.AC3", Text({0x0B, 0x77, 0, 0, 0x14, 0x40})), Ui), 768);
-  EXPECT_EQ(GetAc3FrameSize(Folder.Write("x.dat", Text({0x0B, 0x77, 0, 0, 0x14, 0x40})), Ui), 0);
+  EXPECT_EQ(GetAc3FrameSize(Folder.Write("X.AC3", ac3), Ui), 768);
+  EXPECT_EQ(GetAc3FrameSize(Folder.Write("x.dat", ac3), Ui), 0);
   EXPECT_EQ(GetAudioType("dir.wav/film"), "");
 }
 

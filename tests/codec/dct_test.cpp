@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <numeric>
 #include <random>
 
 namespace quorvelant {
@@ -61,6 +62,15 @@ struct Accuracy {
     Sum[place] += error;
     Squares[place] += error * error;
   }
+
+  // The largest error, and for each of the 64 places the mean error and mean square error.
+  void ExpectWithin(double peak, double mean, double meanSquare, int blocks) const {
+    EXPECT_LE(Peak, peak);
+    for (unsigned i = 0; i < 64; ++i) {
+      EXPECT_LE(std::abs(Sum[i]) / blocks, mean) << i;
+      EXPECT_LE(Squares[i] / blocks, meanSquare) << i;
+    }
+  }
 };
 
 // Full range, faint, and nothing but the two ends: what overflows sums of 16 bits.
@@ -90,11 +100,7 @@ TEST(Dct, ForwardIsThePlainTransformInSixteenths) {
       accuracy.Add(i, coefficients.At[Transposed(i)] - 16 * expected[i]);
     }
   }
-  EXPECT_LE(accuracy.Peak, 2);
-  for (unsigned i = 0; i < 64; ++i) {
-    EXPECT_LE(std::abs(accuracy.Sum[i]) / Blocks, 0.2) << i;
-    EXPECT_LE(accuracy.Squares[i] / Blocks, 0.2) << i;
-  }
+  accuracy.ExpectWithin(2, 0.2, 0.2, Blocks);
 }
 
 // A few large coefficients, as coarse quantisers leave them: samples overshoot four times their range.
@@ -115,19 +121,6 @@ TEST(Dct, InverseIsThePlainTransformOfLargeCoefficients) {
   }
 }
 
-// The generator that IEEE 1180 prescribes.
-class Ieee1180Random {
- public:
-  int Next(int low, int high) {
-    state_ = state_ * 1103515245U + 12345U;
-    const double unit = static_cast<double>(state_ & 0x7FFFFFFEU) / static_cast<double>(0x7FFFFFFF);
-    return static_cast<int>(unit * (low + high + 1)) - low;
-  }
-
- private:
-  std::uint32_t state_ = 1;
-};
-
 TEST(Dct, InverseMeetsIeee1180) {
   constexpr int Blocks = 10000;
   const auto rounded = [](double value, double low, double high) {
@@ -135,13 +128,17 @@ TEST(Dct, InverseMeetsIeee1180) {
   };
   for (const auto& [low, high, sign] :
        {std::tuple{256, 255, 1}, {256, 255, -1}, {5, 5, 1}, {5, 5, -1}, {300, 300, 1}, {300, 300, -1}}) {
-    Ieee1180Random random;
+    std::uint32_t state = 1;
+    // The generator that the standard prescribes.
+    const auto next = [&state, low = low, high = high] {
+      state = state * 1103515245U + 12345U;
+      const double unit = static_cast<double>(state & 0x7FFFFFFEU) / static_cast<double>(0x7FFFFFFF);
+      return static_cast<int>(unit * (low + high + 1)) - low;
+    };
     Accuracy accuracy;
     for (int count = 0; count < Blocks; ++count) {
       Reals block{};
-      for (double& sample : block) {
-        sample = sign * random.Next(low, high);
-      }
+      std::generate(block.begin(), block.end(), [&, sign = sign] { return sign * next(); });
       block = PlainForward(block);
       for (double& coefficient : block) {
         coefficient = rounded(coefficient, -2048, 2047);
@@ -153,17 +150,10 @@ TEST(Dct, InverseMeetsIeee1180) {
         accuracy.Add(i, std::clamp<int>(output.At[i], -256, 255) - rounded(reference[i], -256, 255));
       }
     }
-    EXPECT_LE(accuracy.Peak, 1);
-    double sum = 0;
-    double squares = 0;
-    for (unsigned i = 0; i < 64; ++i) {
-      EXPECT_LE(accuracy.Squares[i] / Blocks, 0.06);
-      EXPECT_LE(std::abs(accuracy.Sum[i]) / Blocks, 0.015);
-      sum += accuracy.Sum[i];
-      squares += accuracy.Squares[i];
-    }
-    EXPECT_LE(squares / (64 * Blocks), 0.02);
+    accuracy.ExpectWithin(1, 0.015, 0.06, Blocks);
+    const double sum = std::reduce(accuracy.Sum.begin(), accuracy.Sum.end());
     EXPECT_LE(std::abs(sum) / (64 * Blocks), 0.0015);
+    EXPECT_LE(std::reduce(accuracy.Squares.begin(), accuracy.Squares.end()) / (64 * Blocks), 0.02);
   }
   Block output;
   InverseDct({}, output);

@@ -10,20 +10,18 @@ namespace quorvelant {
 namespace {
 
 TEST(Keys, EachLevelIsReadFromItsOwnPlace) {
-  struct Case {
-    const char* Key;
-    std::array<int, 7> Numbers;  // entry, title, language, PGC, program, cell, highlight
-  };
-  for (const Case& c :
+  // Entry, title, language, PGC, program, cell, highlight.
+  using Case = std::pair<std::string_view, std::array<int, 7>>;
+  for (const auto& [key, expected] :
        {Case{"VTS1.TITLE2", {2, 2, 0, 0, 0, 0, 0}}, Case{"VMG1.LANGUAGE1", {1, 0, 1, 0, 0, 0, 0}},
         Case{"VTS12.TITLE34.PGC56.PG7.CELL8.HP9", {13, 34, 0, 56, 7, 8, 9}},
         Case{"VTS1.LANGUAGE3.PGC2.PG10.CELL255", {2, 0, 3, 2, 10, 255, 0}},
         Case{"FirstPGC", {0, 0, 0, 0, 0, 0, 0}}, Case{"", {0, 0, 0, 0, 0, 0, 0}},
         Case{"VTS99999999999.TITLE-3.PGC", {0, 0, 0, 0, 0, 0, 0}}}) {
-    const std::array<int, 7> numbers{TitleSetEntry(c.Key),  TitleNumber(c.Key),   LanguageNumber(c.Key),
-                                     PgcNumber(c.Key),      ProgramNumber(c.Key), CellNumber(c.Key),
-                                     HighlightNumber(c.Key)};
-    EXPECT_EQ(numbers, c.Numbers) << c.Key;
+    const std::array<int, 7> numbers{TitleSetEntry(key),  TitleNumber(key),   LanguageNumber(key),
+                                     PgcNumber(key),      ProgramNumber(key), CellNumber(key),
+                                     HighlightNumber(key)};
+    EXPECT_EQ(numbers, expected) << key;
   }
 }
 
@@ -34,10 +32,9 @@ TEST(Keys, BuiltKeysAddressWhatTheyName) {
   EXPECT_EQ(pgcKey, "VTS1.TITLE1.PGC1");
   PGC_P* pgc = FindPgc(project.Disc, pgcKey);
   ASSERT_NE(pgc, nullptr);
-  PG_P program;
+  PG_P& program = pgc->PG.Add({});
   program.Key = ProgramKey(pgcKey, 1);
   program.Cell.Add({}).CellName = "first";
-  pgc->PG.Add(program);
   EXPECT_EQ(FindCell(project.Disc, CellKey(program.Key, 1))->CellName, "first");
   EXPECT_EQ(FindCell(project.Disc, CellKey(program.Key, 2)), nullptr);
   EXPECT_EQ(FindPgc(project.Disc, "VMG1.TITLE1.PGC1"), nullptr);
@@ -73,7 +70,6 @@ TEST(SourceTexts, BearTheMarkUntilThereIsAFile) {
   sub.SubPlays.emplace_back();
   sub.DisplayMode = "Wide";
   EXPECT_EQ(SubStreamText(sub, 3), "Subtitle Stream 3 (Lan=English) (Ext=Normal) (Dis=Wide)");
-  EXPECT_EQ(FolderText("Still"), "Still Video Segments");
 }
 
 }  // namespace

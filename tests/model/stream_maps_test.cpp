@@ -108,18 +108,14 @@ TEST_F(StreamMapsTest, RowsAndWhatIsMultiplexed) {
 }
 
 TEST_F(StreamMapsTest, FiveSubpictureNumbersFourMultiplexed) {
-  AddTrack("", 5);
-  EXPECT_EQ(BuildSubMap(List(), Work.Tracks).size(), 5U);
-  EXPECT_TRUE(Work.Tracks[0].SubStreams[3].MuxThisStream);
-  EXPECT_FALSE(Work.Tracks[0].SubStreams[4].MuxThisStream);
-}
-
-TEST_F(StreamMapsTest, LookingMarksNothing) {
-  AddTrack("0", 1);
+  AddTrack("0", 5);
   const Tracks before = Work.Tracks;
   ViewAudioMap(List(), Work.Tracks);
   ViewSubMap(List(), Work.Tracks);
-  EXPECT_EQ(Work.Tracks, before);
+  EXPECT_EQ(Work.Tracks, before) << "looking marks nothing";
+  EXPECT_EQ(BuildSubMap(List(), Work.Tracks).size(), 5U);
+  EXPECT_TRUE(Work.Tracks[0].SubStreams[3].MuxThisStream);
+  EXPECT_FALSE(Work.Tracks[0].SubStreams[4].MuxThisStream);
 }
 
 TEST(GetSubStreamID, OffersTheNumbersThatNoLiveStreamUses) {
@@ -177,28 +173,27 @@ TEST_F(StreamMapsTest, TheOtherDialectsExtensionsAndLanguagesReachTheStreams) {
 TEST_F(StreamMapsTest, ThePageShowsEachNumberUpToTheHighest) {
   AddTrack("2 2 8", 1);
   const StreamMapPage page = ShowStreamMaps(Set(), Work.Tracks);
-  std::vector<std::string> texts;
+  std::string texts;
   for (const StreamMapLine& line : page.Lines) {
-    texts.push_back(line.Text);
+    texts += line.Text + "|";
   }
-  EXPECT_THAT(texts, ElementsAre("Menu Map", "(Audio)", "(Subs)", "Title Map", "(Audio)", "--Not Used--",
-                                 "--Not Used--", "English", "Error", "Error", "(Subs)", "English"));
-  EXPECT_FALSE(page.Box);
+  EXPECT_EQ(texts,
+            "Menu Map|(Audio)|(Subs)|Title Map|(Audio)|--Not Used--|--Not Used--|English|Error|Error|(Subs)|"
+            "English|");
 }
 
 TEST_F(StreamMapsTest, ThePageTellsTooManyStreams) {
-  struct Case {
-    std::string_view Audio;
-    std::size_t SubCount;
-    const char* Title;
-  };
-  for (const Case& c :
-       {Case{"0 1 2 3 4 5 6 7", 31, ""}, Case{"0 1 2 3 4 5 6 7 8", 31, "Maximum Audio Streams Error"},
-        Case{"0 1 2 3 4 5 6 7", 32, "Maximum SubPicture Streams Error"},
-        Case{"0 1 2 3 4 5 6 7 8", 33, "Maximum SubPicture and Audio Streams Error"}}) {
+  const std::string_view eight = "0 1 2 3 4 5 6 7";
+  const std::string_view nine = "0 1 2 3 4 5 6 7 8";
+  const std::tuple<std::string_view, std::size_t, std::string_view> cases[] = {
+      {eight, 31, ""},
+      {nine, 31, "Maximum Audio Streams Error"},
+      {eight, 32, "Maximum SubPicture Streams Error"},
+      {nine, 33, "Maximum SubPicture and Audio Streams Error"}};
+  for (const auto& [audio, subCount, title] : cases) {
     MakeDefaultStructure(Work);
-    AddTrack(c.Audio, c.SubCount);
-    EXPECT_EQ(ShowStreamMaps(Set(), Work.Tracks).Box.value_or(Message{}).Title, c.Title);
+    AddTrack(audio, subCount);
+    EXPECT_EQ(ShowStreamMaps(Set(), Work.Tracks).Box.value_or(Message{}).Title, title);
   }
 }
 

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/bytes.h"
+
 namespace quorvelant {
 
 class TempFolder {
@@ -20,6 +22,9 @@ class TempFolder {
   std::string operator/(std::string_view name) const { return (path_ / name).string(); }
   // Writes a file into the folder and gives its path.
   std::string Write(std::string_view name, std::string_view content) const;
+  std::string Write(std::string_view name, ByteView content) const {
+    return Write(name, std::string(content.begin(), content.end()));
+  }
   static std::string Read(const std::filesystem::path& file);
 
  private:

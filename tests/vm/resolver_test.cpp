@@ -1,5 +1,6 @@
 #include "vm/resolver.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -17,69 +18,56 @@ VMICommand_P Command(std::string key, std::string text, std::string target = {})
   return command;
 }
 
-// A PGC of programs with the given numbers of cells; programs and cells are named after it.
-PGC_P Chain(const std::string& name, const std::vector<int>& cells) {
-  PGC_P pgc;
-  pgc.PGCName = name;
-  for (const int count : cells) {
-    PG_P program;
-    program.PGName = name + "_PG" + std::to_string(pgc.PG.Count() + 1);
-    for (int i = 1; i <= count; ++i) {
-      Cell_P cell;
-      cell.CellName = program.PGName + "_CELL" + std::to_string(i);
-      program.Cell.Add(cell);
-    }
-    pgc.PG.Add(program);
-  }
-  return pgc;
-}
+struct Chain {
+  std::string Name;
+  std::vector<int> Cells;  // of each program
+};
 
-Lang_P Language(const std::string& code, const std::vector<PGC_P>& pgcs) {
-  Lang_P unit;
-  unit.Language = code;
-  for (const PGC_P& pgc : pgcs) {
-    unit.PGC.Add(pgc);
+// A language or a title with its PGCs; programs and cells are named after their PGC.
+template <class Unit>
+Unit UnitOf(std::string Unit::*nameField, const std::string& name, const std::vector<Chain>& chains) {
+  Unit unit;
+  unit.*nameField = name;
+  for (const Chain& chain : chains) {
+    PGC_P& pgc = unit.PGC.Add({});
+    pgc.PGCName = chain.Name;
+    for (const int count : chain.Cells) {
+      PG_P& program = pgc.PG.Add({});
+      program.PGName = fmt::format("{}_PG{}", chain.Name, pgc.PG.Count());
+      for (int i = 1; i <= count; ++i) {
+        program.Cell.Add({}).CellName = fmt::format("{}_CELL{}", program.PGName, i);
+      }
+    }
   }
   return unit;
-}
-
-Title_P TitleOf(const std::string& name, const std::vector<PGC_P>& pgcs) {
-  Title_P title;
-  title.TitleName = name;
-  for (const PGC_P& pgc : pgcs) {
-    title.PGC.Add(pgc);
-  }
-  return title;
 }
 
 // A manager with two languages, two title sets with a menu; the first has two titles, the second of them
 // two chains.
 Project Sample() {
   Project project;
-  VTS_P manager;
-  manager.VTSName = "Video Manager";
-  manager.Lang.Add(Language("en", {Chain("VMG_En1", {1}), Chain("VMG_En2", {1})}));
-  manager.Lang.Add(Language("de", {Chain("VMG_De1", {1})}));
-  project.Disc.Add(manager);
-  VTS_P one;
-  one.VTSName = "VTS1";
-  one.Lang.Add(Language("en", {Chain("Root", {1}), Chain("Audio Menu", {1, 2})}));
-  one.Lang.Add(Language("de", {Chain("Wurzel", {1})}));
-  one.Title.Add(TitleOf("First", {Chain("Film", {1, 2})}));
-  one.Title.Add(TitleOf("Second", {Chain("Intro", {2}), Chain("Start", {1, 3})}));
-  project.Disc.Add(one);
-  VTS_P two;
-  two.VTSName = "VTS2";
-  two.Lang.Add(Language("en", {Chain("Other", {1}), Chain("Root", {1})}));
-  two.Title.Add(TitleOf("Third", {Chain("Tail", {1, 1})}));
-  project.Disc.Add(two);
+  const auto language = [&](const std::string& code, const std::vector<Chain>& chains) {
+    project.Disc.Item(project.Disc.Count())->Lang.Add(UnitOf(&Lang_P::Language, code, chains));
+  };
+  const auto title = [&](const std::string& name, const std::vector<Chain>& chains) {
+    project.Disc.Item(project.Disc.Count())->Title.Add(UnitOf(&Title_P::TitleName, name, chains));
+  };
+  project.Disc.Add({}).VTSName = "Video Manager";
+  language("en", {{"VMG_En1", {1}}, {"VMG_En2", {1}}});
+  language("de", {{"VMG_De1", {1}}});
+  project.Disc.Add({}).VTSName = "VTS1";
+  language("en", {{"Root", {1}}, {"Audio Menu", {1, 2}}});
+  language("de", {{"Wurzel", {1}}});
+  title("First", {{"Film", {1, 2}}});
+  title("Second", {{"Intro", {2}}, {"Start", {1, 3}}});
+  project.Disc.Add({}).VTSName = "VTS2";
+  language("en", {{"Other", {1}}, {"Root", {1}}});
+  title("Third", {{"Tail", {1, 1}}});
   return project;
 }
 
 struct Row {
-  std::string_view Text;
-  std::string_view Classic;
-  std::string_view Players;
+  std::string_view Text, Classic, Players;
 };
 
 TEST(Resolver, NumbersBySearchOrder) {
@@ -185,11 +173,7 @@ TEST(Resolver, NumbersStandWhereNothingBearsThem) {
 
 TEST(Resolver, TextFollowsTheStoredTarget) {
   struct Rename {
-    std::string_view Text;
-    std::string_view Stored;
-    std::string_view NewText;
-    std::string_view Hex;
-    std::string_view Naming;
+    std::string_view Text, Stored, NewText, Hex, Naming;
   };
   constexpr Rename Rows[] = {
       {"LinkPGCN Nowhere", "start", "LinkPGCN start", "2004000000000002", "Start"},
