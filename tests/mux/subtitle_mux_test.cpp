@@ -40,9 +40,16 @@ int WrongPixels(const std::string& frame, bool ntsc, const TestSubtitle* subtitl
   return wrong;
 }
 
-// These frames of the film's time, as ffmpeg shows subtitle stream `index` on a plain ground.
-void ExpectShown(const Screen& screen, int index, const std::vector<TestSubtitle>& subtitles,
-                 const std::set<int>& frames) {
+// The middle of each subtitle and the frames about its ends, as ffmpeg shows stream `index` on a plain
+// ground.
+void ExpectShown(const Screen& screen, std::size_t index, const std::vector<TestSubtitle>& subtitles) {
+  std::set<int> frames;
+  for (const TestSubtitle& each : subtitles) {
+    frames.insert((each.Start + each.End) / 2);
+    if (&each != subtitles.data()) {  // this decoder shows a stream's first unit as soon as it has it
+      frames.insert({each.Start - 1, each.Start, each.End - 1, each.End});
+    }
+  }
   std::string palette = "0,0,0,0";
   for (const Color color : ShownColors) {
     palette += fmt::format(",{:02x}{:02x}{:02x}", color & 255, color >> 8 & 255, color >> 16 & 255);
@@ -76,47 +83,8 @@ void ExpectShown(const Screen& screen, int index, const std::vector<TestSubtitle
   }
 }
 
-// The middle of each subtitle, and the frames about its ends; this decoder shows a stream's first unit as
-// soon as it has it.
-std::set<int> FramesAbout(const std::vector<TestSubtitle>& subtitles) {
-  std::set<int> frames;
-  for (const TestSubtitle& each : subtitles) {
-    frames.insert((each.Start + each.End) / 2);
-    if (&each != subtitles.data()) {
-      frames.insert({each.Start - 1, each.Start, each.End - 1, each.End});
-    }
-  }
-  return frames;
-}
-
-TEST(SubtitleMux, EveryUnitShowsAsPaintedAndInTime) {
-  for (const bool ntsc : {false, true}) {
-    const TempFolder folder;
-    const std::vector<TestSubtitle> first{{300, 60, 100, 400, 0, 20},
-                                          {301, 61, 101, 301, 25, 26, true},
-                                          {720, 100, 0, 200, 26, 70},
-                                          {203, 37, -1, -1, 101, 124}};
-    const std::vector<TestSubtitle> second{{64, 32, 600, 300, 0, 20}, {64, 33, 600, 300, 25, 60}};
-    const SubtitleStream streams[] = {StreamOf(folder, "a", first, ntsc),
-                                      StreamOf(folder, "b", second, ntsc)};
-    const VideoSample film{
-        .Standard = ntsc ? "NTSC" : "PAL", .Frames = ntsc ? 150 : 125, .KbitPerSecond = 7000};
-    MuxInput input = MotionTrack({SampleVideo(film)}, ntsc);
-    input.Audio = {Ac3Stream(SampleAc3({.Seconds = 5}))};
-    input.Subpictures = {{3, &streams[0], {}}, {31, &streams[1], {}}};
-    for (const Rules& rules : {Rules::Players, Rules::Classic}) {
-      MuxRun run(rules);
-      ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
-      EXPECT_THAT(run.Complaints(), testing::IsEmpty());
-      if (rules.BitmapsAsPainted) {
-        ExpectShown({run, ntsc}, 0, first, FramesAbout(first));
-        ExpectShown({run, ntsc}, 1, second, FramesAbout(second));
-      }
-    }
-  }
-}
-
-TEST(SubtitleMux, EveryBitmapShowsAsPaintedButForItsLastLine) {
+// Bitmaps of all kinds for 7 frames each, one in 8 frames.
+std::vector<TestSubtitle> BitmapsInTurn() {
   std::vector<TestSubtitle> subtitles{{200, 60, 100, 400, 0, 0},
                                       {200, 61, 100, 400, 0, 0, true},  // odd height
                                       {201, 60, 100, 400, 0, 0},        // odd width
@@ -132,22 +100,42 @@ TEST(SubtitleMux, EveryBitmapShowsAsPaintedButForItsLastLine) {
                                       {720, 360, 0, 100, 0, 0, false, 0},  // runs of 1 to 360
                                       {720, 720, 0, -400, 0, 0, true, 0},  // up to 720
                                       {2, 3, 300, 300, 0, 0}};
-  std::set<int> middles;
-  int start = 0;
-  for (TestSubtitle& subtitle : subtitles) {
-    subtitle.Start = start;
-    subtitle.End = start + 7;
-    middles.insert(start + 4);
-    start += 8;
+  for (int i = 0; TestSubtitle & subtitle : subtitles) {
+    subtitle.Start = 8 * i++;
+    subtitle.End = subtitle.Start + 7;
   }
-  const TempFolder folder;
-  const SubtitleStream stream = StreamOf(folder, "a", subtitles, false);
-  MuxInput input = FilmWith({}, 125);
-  input.Subpictures = {{0, &stream, {}}};
-  MuxRun run;
-  ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
-  ExpectShown({run}, 0, subtitles, middles);
-  ExpectShown({.Run = run, .ForcedOnly = true}, 0, subtitles, middles);
+  return subtitles;
+}
+
+// But for the last line of a bitmap.
+TEST(SubtitleMux, EveryUnitShowsAsPaintedAndInTime) {
+  const std::vector<TestSubtitle> lists[] = {{{300, 60, 100, 400, 0, 20},
+                                              {301, 61, 101, 301, 25, 26, true},
+                                              {720, 100, 0, 200, 26, 70},
+                                              {203, 37, -1, -1, 101, 124}},
+                                             {{64, 32, 600, 300, 0, 20}, {64, 33, 600, 300, 25, 60}},
+                                             BitmapsInTurn()};
+  for (const bool ntsc : {false, true}) {
+    const TempFolder folder;
+    const VideoSample film{
+        .Standard = ntsc ? "NTSC" : "PAL", .Frames = ntsc ? 150 : 125, .KbitPerSecond = 7000};
+    MuxInput input = MotionTrack({SampleVideo(film)}, ntsc);
+    input.Audio = {Ac3Stream(SampleAc3({.Seconds = 5}))};
+    std::vector<SubtitleStream> streams(ntsc ? 2 : 3);
+    for (std::size_t i = 0; i < streams.size(); ++i) {
+      streams[i] = StreamOf(folder, std::to_string(i), lists[i], ntsc);
+      input.Subpictures.push_back({i == 0 ? 3 : 29 + static_cast<int>(i), &streams[i], {}});
+    }
+    for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+      MuxRun run(rules);
+      ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+      EXPECT_THAT(run.Complaints(), testing::IsEmpty());
+      for (std::size_t i = 0; rules.BitmapsAsPainted && i < streams.size(); ++i) {
+        ExpectShown({run, ntsc}, i, lists[i]);
+        ExpectShown({run, ntsc, true}, i, lists[i]);
+      }
+    }
+  }
 }
 
 // All streams that there can be, four of them with large units, due with the picture that opens the third

@@ -113,21 +113,6 @@ std::string SampleWav(const WavSample& sample) {
               "wav");
 }
 
-FlashAndBeep SampleFlashAndBeep(std::string_view standard, int seconds) {
-  const bool ntsc = IsNtsc(standard);
-  const int framesPerSecond = ntsc ? 30 : 25;
-  const std::string video = fmt::format(
-      "-f lavfi -i \"color=black:size=720x{}:rate={},drawbox=t=fill:color=white:enable='lt(mod(n,{}),2)'\" "
-      "-frames:v {} -c:v mpeg2video -flags +cgop -g 12 -bf 2 -sc_threshold 1000000000 -b:v 3000k "
-      "-maxrate 6000k -bufsize 1835008 -aspect 4:3 -f mpeg2video",
-      ntsc ? 480 : 576, ntsc ? "30000/1001" : "25", framesPerSecond, seconds * framesPerSecond);
-  const std::string beeps = fmt::format(
-      "-f lavfi -i \"aevalsrc=exprs='0.5*sin(2*PI*1000*t)*lt(mod(t,{}),0.08)':s=48000:c=stereo:d={}\" "
-      "-b:a 192k",
-      ntsc ? 1.001 : 1.0, seconds);
-  return {ByFfmpeg(video, "flash", "m2v"), ByFfmpeg(beeps, "beep", "ac3")};
-}
-
 std::optional<std::string> SharedFile(std::string_view name) {
   namespace fs = std::filesystem;
   const char* named = std::getenv("QUORVELANT_SHARED");  // NOLINT(concurrency-mt-unsafe): nobody sets it

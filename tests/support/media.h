@@ -42,13 +42,6 @@ struct WavSample {
 };
 std::string SampleWav(const WavSample& sample);
 
-// A white flash of two pictures and a beep of 80 ms that start at the same moment, once in 25 or 30 pictures
-// from time 0: what is off in a disc made of them is off in the multiplexer.
-struct FlashAndBeep {
-  std::string Video, Ac3;
-};
-FlashAndBeep SampleFlashAndBeep(std::string_view standard, int seconds);
-
 // A file of the folder of real streams, nothing where that is missing (the test then skips, saying so).
 // The folder is "../shared" beside the sources or what the environment's QUORVELANT_SHARED names.
 std::optional<std::string> SharedFile(std::string_view name);
