@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "mux/messages.h"
+#include "mux/vobu_decision.h"
 #include "mux_run.h"
 #include "support/media.h"
 #include "support/stream_builder.h"
@@ -151,6 +152,13 @@ TEST(MuxTrack, VobusLookAheadToTheEndAndToTheNextMark) {
         EXPECT_THAT(message.Text, testing::ContainsRegex("Scene \"Scene[1-9]\" of track \"Film\""));
       }
     }
+  }
+}
+
+TEST(MuxTrack, AStillStartsAVobuAtEachSequenceHeader) {
+  const VobuQuestion question{.InVobu = 2, .NextMark = {}, .Ahead = 2, .Still = true};
+  for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+    EXPECT_TRUE(DecideVobu(question, PalTiming, rules).Starts);
   }
 }
 

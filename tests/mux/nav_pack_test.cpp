@@ -81,6 +81,22 @@ TEST(NavPack, HeadersAndMarksOfSyncFields) {
   EXPECT_EQ(pack.At(1457), 0x80000012U);
 }
 
+// Only the VOB's last picture can carry a sequence end code in motion video; a slide ends on its own.
+TEST(NavPack, EndTimesOfTheLastVobu) {
+  auto records = Vobus(4, 2);
+  records[1].EndPts -= 1;  // an inner cell keeps its own end
+  records[3].SeqEndPts = 99;
+  MuxInput input;
+  for (const auto& [kind, seqEnd] :
+       {std::pair{TrackKind::Motion, 25257U + 4 * 43200}, {TrackKind::SlideShow, 99U}}) {
+    input.Kind = kind;
+    EXPECT_EQ(Build(records, 3, input).At(61), 25257U + 4 * 43200);
+    EXPECT_EQ(Build(records, 3, input).At(65), seqEnd);
+    EXPECT_EQ(Build(records, 1, input).At(61), 25257U + 2 * 43200 - 1);
+    EXPECT_EQ(Build(records, 2, input).At(65), 0U);
+  }
+}
+
 // The worked example of docs/formats/navigation.md.
 TEST(NavPack, JumpsOfALongCell) {
   const auto records = Vobus(600);
