@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "support/disc_judges.h"
+#include "support/media.h"
 
 namespace quorvelant {
 
@@ -90,12 +91,17 @@ MuxInput MotionTrack(const std::vector<std::string>& videos, bool ntsc) {
   return input;
 }
 
+MuxInput FilmWith(const std::vector<MuxAudioStream>& audio, int frames) {
+  MuxInput input = MotionTrack({SampleVideo({.Frames = frames})});
+  input.Audio = audio;
+  return input;
+}
+
 std::vector<MuxMark> MarksAt(const std::vector<std::int64_t>& frames) {
-  std::vector<MuxMark> marks(1 + frames.size());
-  for (std::size_t i = 0; i < marks.size(); ++i) {
-    marks[i].Scene = static_cast<int>(i);
-    marks[i].Frame = i == 0 ? 0 : frames[i - 1];
-    marks[i].Name = fmt::format("Scene{}", i + 1);
+  std::vector<MuxMark> marks{{.Name = "Scene1"}};
+  for (const std::int64_t frame : frames) {
+    const int scene = static_cast<int>(marks.size());
+    marks.push_back({.Scene = scene, .Frame = frame, .Name = fmt::format("Scene{}", scene + 1)});
   }
   return marks;
 }

@@ -44,7 +44,9 @@ class MuxRun {
 Bytes FileBytes(const std::string& path);
 std::string Saved(const TempFolder& folder, const Bytes& bytes, const std::string& name = "film.m2v");
 MuxInput MotionTrack(const std::vector<std::string>& videos, bool ntsc = false);
-// A mark ahead of each of these frames, and one at the start.
+// PAL of so many frames with this sound.
+MuxInput FilmWith(const std::vector<MuxAudioStream>& audio, int frames = 25);
+// A mark before each of these frames, and one at the start.
 std::vector<MuxMark> MarksAt(const std::vector<std::int64_t>& frames);
 MuxAudioStream Ac3Stream(const std::string& path, int number = 0);
 // A file without any header.

@@ -1,10 +1,13 @@
 #include "mux/mux_track.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
+#include "mux/messages.h"
+#include "mux/vobu_decision.h"
 #include "mux_run.h"
 #include "support/media.h"
 #include "support/stream_builder.h"
@@ -12,7 +15,6 @@
 namespace quorvelant {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 // Without the vbv_delay that is changed on the way.
@@ -32,24 +34,19 @@ TEST(MuxTrack, EveryByteArrivesAndDecodesWithoutComplaint) {
     const char* Name;
     VideoSample Video;
     int AudioStreams;
-    double Seconds;
   };
   const Case cases[] = {
-      {"PAL, open groups", {.Frames = 100}, 1, 4.5},
-      {"PAL, closed, interlaced",
-       {.Aspect = "16:9", .Frames = 100, .Closed = true, .Interlaced = true},
-       2,
-       4.5},
-      {"PAL, I pictures alone", {.Frames = 60, .GopLength = 1}, 0, 3},
-      {"NTSC, groups of 18", {.Standard = "NTSC", .Frames = 100, .GopLength = 18}, 2, 4},
-      {"NTSC, pulldown", {.Standard = "NTSC", .Frames = 96, .Pulldown = true}, 1, 4.5},
+      {"PAL, open groups", {.Frames = 100}, 1},
+      {"PAL, closed", {.Aspect = "16:9", .Frames = 100, .Closed = true, .Interlaced = true}, 2},
+      {"PAL, I pictures alone", {.Frames = 60, .GopLength = 1}, 0},
+      {"NTSC, groups of 18", {.Standard = "NTSC", .Frames = 120, .GopLength = 18}, 2},
+      {"NTSC, pulldown", {.Standard = "NTSC", .Frames = 96, .Pulldown = true}, 1},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.Name);
     const std::string video = SampleVideo(c.Video);
     MuxInput input = MotionTrack({video}, c.Video.Standard == "NTSC");
-    // Half a second longer: the rest is left out.
-    const std::string ac3 = SampleAc3({.Seconds = c.Seconds});
+    const std::string ac3 = SampleAc3({.Seconds = 4.5});  // the rest is left out
     for (int i = 0; i < c.AudioStreams; ++i) {
       input.Audio.push_back(Ac3Stream(ac3, i));
     }
@@ -59,139 +56,125 @@ TEST(MuxTrack, EveryByteArrivesAndDecodesWithoutComplaint) {
     EXPECT_THAT(run.Ui.Messages, IsEmpty());
     EXPECT_EQ(WithoutDelays(run.Stream(VideoPack)), WithoutDelays(FileBytes(video)));
     EXPECT_THAT(run.Complaints(), IsEmpty());
-    const Bytes sound = FileBytes(ac3);
     for (int i = 0; i < c.AudioStreams; ++i) {
       const Bytes sent = run.Stream(0x80 + i);
       EXPECT_EQ(sent.size() % 768, 0U) << "whole frames";
-      EXPECT_TRUE(std::equal(sent.begin(), sent.end(), sound.begin()));
-    }
-  }
-}
-
-TEST(MuxTrack, FlashAndBeepStayTogether) {
-  for (const char* standard : {"PAL", "NTSC"}) {
-    const FlashAndBeep clip = SampleFlashAndBeep(standard, 4);
-    const bool ntsc = std::string_view(standard) == "NTSC";
-    const double frame = ntsc ? 1001.0 / 30000 : 0.04;
-    MuxInput input = MotionTrack({clip.Video}, ntsc);
-    input.Audio = {Ac3Stream(clip.Ac3)};
-    MuxRun run;
-    ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
-    // One grey byte a picture, and samples of one channel; both start at the same presentation time.
-    const Bytes pictures = run.Decoded("v:0", "rawvideo -vf scale=1:1 -pix_fmt gray");
-    const Bytes sound = run.Decoded("a:0", "s16le -ac 1");
-    std::size_t flashes = 0;
-    for (std::size_t i = 0; i < pictures.size(); ++i) {
-      if (pictures[i] < 128 || (i > 0 && pictures[i - 1] >= 128)) {
-        continue;
+      EXPECT_TRUE(std::ranges::equal(sent, ByteView(FileBytes(ac3)).first(sent.size())));
+      std::int64_t frames = 0;
+      for (const ReadPack& pack : run.PacksOf(0x80 + i)) {
+        EXPECT_TRUE(pack.Frames == 0 || pack.Pts == 25257 + 2880 * frames) << frames;
+        frames += pack.Frames;
       }
-      ++flashes;
-      auto onset = static_cast<std::size_t>(std::max(0.0, (static_cast<double>(i) - 1) * frame * 48000));
-      while (std::abs(static_cast<std::int16_t>(sound.at(2 * onset) | sound.at(2 * onset + 1) << 8)) < 2000) {
-        ++onset;
+      EXPECT_EQ(frames * 768, std::ssize(sent));
+    }
+  }
+}
+
+// "0: 12 12 | 2: 24": the scene of each cell and the frames of its VOBUs.
+std::string CellsOf(const VobSetRecords& records, std::int64_t frameTicks) {
+  std::string text;
+  std::uint32_t next = 0;
+  const VobRecord& vob = records.Vobs.at(0);
+  for (const CellRecord& cell : vob.Cells) {
+    EXPECT_EQ(cell.StartSector, next) << "cells follow each other";
+    next = cell.EndSector + 1;
+    text += fmt::format("{}{}:", text.empty() ? "" : " | ", cell.Scene);
+    std::int64_t frames = 0;
+    for (const TimeMapRecord& vobu : vob.TimeMap) {
+      if (vobu.CellId == cell.CellId) {
+        frames += vobu.LengthTicks / frameTicks;
+        text += fmt::format(" {}", vobu.LengthTicks / frameTicks);
       }
-      EXPECT_NEAR(static_cast<double>(onset) / 48000, static_cast<double>(i) * frame, frame) << standard;
     }
-    EXPECT_EQ(flashes, 4U);
+    EXPECT_EQ(cell.Frames, frames);
   }
+  EXPECT_EQ(next, records.TotalSectors);
+  return text;
 }
 
-TEST(MuxTrack, MarksOpenCellsAtSequenceHeaders) {
-  struct Case {
-    std::vector<std::int64_t> Marks;
-    std::vector<int> Frames, Scenes;
-    std::size_t Warnings;
-  };
-  const TempFolder folder;
-  const std::string video = Saved(folder, BuildStream({.Gops = 10}));  // 120 frames, a header every 12
-  const Case cases[] = {
-      {{}, {120}, {0}, 0},
-      {{24, 60}, {24, 36, 60}, {0, 1, 2}, 0},
-      {{25, 59}, {36, 24, 60}, {0, 1, 2}, 0},  // at the next header
-      {{12, 24}, {12, 12, 96}, {0, 1, 2}, 0},
-      {{25, 30, 60}, {36, 24, 60}, {0, 1, 3}, 1},  // a second mark within one VOBU
-      {{60, 109, 115}, {60, 60}, {0, 1}, 2},       // behind the last header
-      {{0, 36}, {36, 84}, {0, 2}, 1},
-      {{108}, {108, 12}, {0, 1}, 0},  // at the last header
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(&c - cases);
-    MuxInput input = MotionTrack({video});
-    input.Marks = MarksAt(c.Marks);
-    MuxRun run;
-    ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
-    std::vector<int> frames;
-    std::vector<int> scenes;
-    std::uint32_t next = 0;
-    for (const CellRecord& cell : run.Records.Vobs.at(0).Cells) {
-      frames.push_back(cell.Frames);
-      scenes.push_back(cell.Scene);
-      EXPECT_EQ(cell.StartSector, next) << "cells follow each other";
-      next = cell.EndSector + 1;
-    }
-    EXPECT_EQ(next, run.Records.TotalSectors);
-    EXPECT_EQ(frames, c.Frames);
-    EXPECT_EQ(scenes, c.Scenes);
-    EXPECT_EQ(run.Ui.Messages.size(), c.Warnings);
-    for (const Message& message : run.Ui.Messages) {
-      EXPECT_EQ(message.Level, Severity::Warning);
-      EXPECT_THAT(message.Text, testing::ContainsRegex("Scene \"Scene[1-9]\" of track \"Film\""));
-    }
-  }
-}
-
-// A rest below the least VOBU joins the one before it; a mark that is near is waited for, by players within
-// 30 frames.
+// Marks open cells at the next sequence header; a second one within a VOBU opens none. A VOBU has at least 10
+// frames, in NTSC 12, but at marks; a rest below that joins the one before it, and a mark that is near is
+// waited for, by players within 30 frames.
 TEST(MuxTrack, VobusLookAheadToTheEndAndToTheNextMark) {
   struct Case {
-    std::vector<GopPlan> Parts;
-    std::vector<std::int64_t> Marks, Players, Classic;  // frames of each VOBU
+    std::vector<GopPlan> Parts;  // groups, pictures of each
+    std::vector<std::int64_t> Marks;
+    const char* Players;
+    const char* Classic = nullptr;  // where it is another
+    bool EndCodes = false;
   };
+  const SequenceFields pal;
+  const SequenceFields ntsc{.Height = 480, .FrameRateCode = 4};
   const Case cases[] = {
-      {{{.Gops = 3}, {.Gops = 1, .GopLength = 9}}, {}, {12, 12, 21}, {12, 12, 21}},
-      {{{.Gops = 3}, {.Gops = 1, .GopLength = 10}}, {}, {12, 12, 12, 10}, {12, 12, 12, 10}},
-      {{{.Gops = 3}, {.Gops = 2, .GopLength = 5}}, {}, {12, 12, 12, 10}, {12, 12, 12, 10}},
-      {{{.Gops = 3}, {.Gops = 1, .GopLength = 9, .FieldPictures = true}}, {}, {12, 12, 21}, {12, 12, 21}},
-      {{{.Gops = 2}, {.Gops = 1, .GopLength = 10, .FieldPictures = true}}, {}, {12, 12, 10}, {12, 12, 10}},
-      {{{.Gops = 4, .GopLength = 15}}, {16}, {30, 15, 15}, {30, 15, 15}},
-      {{{.Gops = 1, .GopLength = 15}, {.Gops = 3, .GopLength = 16}}, {16}, {15, 16, 16, 16}, {31, 16, 16}},
+      {{{pal, 1, 9}, {pal, 2, 10}}, {}, "0: 19 10"},
+      {{{pal, 2, 10}}, {}, "0: 10 10"},
+      {{{ntsc, 1, 11}, {ntsc, 2, 12}}, {}, "0: 23 12"},
+      {{{pal, 3}, {pal, 1, 9}}, {}, "0: 12 12 21"},
+      {{{pal, 3}, {pal, 1, 10}}, {}, "0: 12 12 12 10"},
+      {{{pal, 3}, {pal, 2, 5}}, {}, "0: 12 12 12 10"},
+      {{{pal, 1}, {pal, 1, 1}}, {}, "0: 12 1", nullptr, true},
+      {{{pal, 3}, {.Gops = 1, .GopLength = 9, .FieldPictures = true}}, {}, "0: 12 12 21"},
+      {{{pal, 2}, {.Gops = 1, .GopLength = 10, .FieldPictures = true}}, {}, "0: 12 12 10"},
+      {{{pal, 1, 9}, {pal, 1, 12}, {pal, 1, 9}}, {}, "0: 30"},
+      {{{pal, 1, 9}, {pal, 1, 13}, {pal, 1, 9}}, {}, "0: 22 9", "0: 31"},
+      {{{pal, 2, 9}, {pal, 2}}, {28}, "0: 30 | 1: 12"},
+      {{{pal, 1, 9}, {pal, 1, 10}, {pal, 2}}, {29}, "0: 19 12 | 1: 12", "0: 31 | 1: 12"},
+      {{{pal, 4, 15}}, {16}, "0: 30 | 1: 15 15"},
+      {{{pal, 3}}, {22}, "0: 24 | 1: 12"},
+      {{{pal, 3}}, {23}, "0: 12 12 | 1: 12"},
+      {{{pal, 1, 3}, {pal, 1}}, {3}, "0: 3 | 1: 12"},
+      {{{pal, 1}, {pal, 2, 3}}, {15}, "0: 15 | 1: 3"},
+      {{{pal, 5}}, {12, 36}, "0: 12 | 1: 12 12 | 2: 12 12"},
+      {{{pal, 5}}, {13, 35}, "0: 24 | 1: 12 | 2: 12 12"},
+      {{{pal, 5}}, {13, 18, 36}, "0: 24 | 1: 12 | 3: 12 12"},
+      {{{pal, 5}}, {24, 49, 55}, "0: 12 12 | 1: 12 24"},
+      {{{pal, 5}}, {0, 36}, "0: 12 12 12 | 2: 12 12"},
+      {{{pal, 5}}, {48}, "0: 12 12 12 12 | 1: 12"},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(&c - cases);
+    SCOPED_TRACE(c.Players);
+    const bool isNtsc = c.Parts[0].Sequence.Height == 480;
     StreamBuilder stream;
     for (GopPlan part : c.Parts) {
-      part.EndCode = false;
+      part.EndCode = c.EndCodes;
       stream.Raw(BuildStream(part));
     }
     for (const Rules& rules : {Rules::Players, Rules::Classic}) {
       MuxRun run(rules);
-      MuxInput input = MotionTrack({Saved(run.Folder, stream.Data())});
+      MuxInput input = MotionTrack({Saved(run.Folder, stream.Data())}, isNtsc);
       input.Marks = MarksAt(c.Marks);
       ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
-      std::vector<std::int64_t> frames;
-      for (const TimeMapRecord& vobu : run.Records.Vobs.at(0).TimeMap) {
-        frames.push_back(vobu.LengthTicks / 3600);
+      EXPECT_EQ(CellsOf(run.Records, isNtsc ? 3003 : 3600),
+                rules.LimitVobuLength || c.Classic == nullptr ? c.Players : c.Classic);
+      EXPECT_EQ(run.Ui.Messages.size(), input.Marks.size() - run.Records.Vobs[0].Cells.size());
+      for (const Message& message : run.Ui.Messages) {
+        EXPECT_TRUE(message.Is(message::MarkOpensNoCell)) << message.Text;
+        EXPECT_THAT(message.Text, testing::ContainsRegex("Scene \"Scene[1-9]\" of track \"Film\""));
       }
-      EXPECT_EQ(frames, rules.LimitVobuLength ? c.Players : c.Classic);
     }
   }
 }
 
-TEST(MuxTrack, EndCodesStayBehindTheLastPictureAlone) {
+TEST(MuxTrack, AStillStartsAVobuAtEachSequenceHeader) {
+  const VobuQuestion question{.InVobu = 2, .NextMark = {}, .Ahead = 2, .Still = true};
+  for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+    EXPECT_TRUE(DecideVobu(question, PalTiming, rules).Starts);
+  }
+}
+
+TEST(MuxTrack, EndCodesStayAfterTheLastPictureAlone) {
   const TempFolder folder;
   const Bytes one = BuildStream({.Gops = 2});
   const std::string video = Saved(folder, one);
-  MuxRun removed;
-  ASSERT_EQ(removed.Mux(MotionTrack({video, video})), MuxOutcome::Done);
-  Bytes expected = one;
-  std::fill(expected.end() - 2, expected.end(), std::uint8_t{0});
-  expected.insert(expected.end(), one.begin(), one.end());
-  EXPECT_EQ(WithoutDelays(removed.Stream(VideoPack)), WithoutDelays(expected));
-  MuxRun kept;
-  kept.Build.RemoveSeqEnd = false;
-  ASSERT_EQ(kept.Mux(MotionTrack({video, video})), MuxOutcome::Done);
-  std::copy_n(one.begin(), one.size(), expected.begin());
-  EXPECT_EQ(WithoutDelays(kept.Stream(VideoPack)), WithoutDelays(expected));
+  Bytes without = one;
+  std::fill(without.end() - 2, without.end(), std::uint8_t{0});
+  for (const bool removed : {true, false}) {
+    MuxRun run;
+    run.Build.RemoveSeqEnd = removed;
+    ASSERT_EQ(run.Mux(MotionTrack({video, video})), MuxOutcome::Done);
+    EXPECT_EQ(WithoutDelays(run.Stream(VideoPack)),
+              WithoutDelays(StreamBuilder().Raw(removed ? without : one).Raw(one).Data()));
+  }
 }
 
 TEST(MuxTrack, SplitFilesHoldTheSameSectors) {
@@ -201,18 +184,17 @@ TEST(MuxTrack, SplitFilesHoldTheSameSectors) {
   input.Audio = {Ac3Stream(SampleAc3({.Seconds = 2.5}))};
   MuxRun whole;
   ASSERT_EQ(whole.Mux({input, input}), MuxOutcome::Done);
-  const Bytes sectors = whole.Sectors();
   for (const std::uint32_t split : {whole.Records.TotalSectors / 4, whole.Records.TotalSectors / 2}) {
     MuxRun run;
     run.Split = split;
     ASSERT_EQ(run.Mux({input, input}), MuxOutcome::Done);
     EXPECT_EQ(TempFolder::Read(run.Base() + "_1.VOB").size(), split * SectorBytes);
-    EXPECT_EQ(run.Sectors(), sectors);
+    EXPECT_EQ(run.Sectors(), whole.Sectors());
   }
   MuxRun many;
   many.Split = whole.Records.TotalSectors / 10;
   EXPECT_EQ(many.Mux({input, input}), MuxOutcome::Failed);
-  EXPECT_THAT(many.Ui.Messages.at(0).Text, testing::HasSubstr("The title set fills 9 VOB files"));
+  EXPECT_TRUE(many.Ui.Messages.at(0).Is(message::TitleSetFull));
 
   MuxRun dry;
   dry.Build.DryRun = true;
@@ -220,31 +202,6 @@ TEST(MuxTrack, SplitFilesHoldTheSameSectors) {
   EXPECT_THAT(dry.Sectors(), IsEmpty());
   EXPECT_EQ(dry.Records.VobuAddressList, whole.Records.VobuAddressList);
   EXPECT_EQ(dry.Build.SourceBytesDone, 2 * stream.size());
-
-  // Traditional rules round the clocks of sound and navigation; everything else is the same.
-  MuxRun classic(Rules::Classic);
-  ASSERT_EQ(classic.Mux({input, input}), MuxOutcome::Done);
-  const Bytes other = classic.Sectors();
-  ASSERT_EQ(other.size(), sectors.size());
-  for (std::size_t i = 0; i < sectors.size(); ++i) {
-    const std::size_t at = i % SectorBytes;
-    ASSERT_TRUE(sectors[i] == other[i] || at == 8 || at == 9) << "byte " << at << " of a sector";
-  }
-}
-
-TEST(MuxTrack, FieldPicturesAreTimedAndCountedAsFrames) {
-  const TempFolder folder;
-  MuxRun run;
-  ASSERT_EQ(run.Mux(MotionTrack({Saved(folder, BuildStream({.Gops = 3, .FieldPictures = true}))})),
-            MuxOutcome::Done);
-  EXPECT_EQ(run.Records.Vobs[0].Cells[0].Frames, 36);
-  std::vector<std::int64_t> stamps;
-  for (const ReadPack& pack : run.PacksOf(VideoPack)) {
-    if (pack.Dts) {
-      stamps.insert(stamps.end(), {*pack.Pts, *pack.Dts});
-    }
-  }
-  EXPECT_THAT(stamps, ElementsAre(25257, 21657, 25257 + 43200, 25257 + 39600, 25257 + 86400, 25257 + 82800));
 }
 
 }  // namespace

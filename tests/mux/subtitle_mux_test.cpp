@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
-#include <map>
+#include <set>
 
 #include "subpicture/coded_bitmaps.h"
 #include "subpicture/spu_timing.h"
@@ -18,42 +18,16 @@ namespace quorvelant {
 namespace {
 
 constexpr Color Base = 0x563412;
-constexpr int Frames = 125;
 
-// Frame n of the film's time, as ffmpeg shows subtitle stream `index` on a plain ground.
-std::map<int, std::string> Render(const MuxRun& run, int index, bool ntsc, const std::vector<int>& frames,
-                                  bool forcedOnly = false) {
-  std::string palette = "0,0,0,0";
-  for (const Color color : ShownColors) {
-    palette += fmt::format(",{:02x}{:02x}{:02x}", color & 255, color >> 8 & 255, color >> 16 & 255);
-  }
-  std::string select;
-  for (const int frame : frames) {
-    select += fmt::format("{}eq(n\\,{})", select.empty() ? "" : "+", frame);
-  }
-  const int height = ntsc ? 480 : 576;
-  const std::string out = run.Folder / "frames.rgb";
-  const std::string command = fmt::format(
-      "ffmpeg -v error -nostdin -canvas_size 720x{0} -palette {1},0,0,0,0,0,0,0,0 -forced_subs_only {7} -i "
-      "{2}_1.VOB -f lavfi -i "
-      "color=c=0x123456:s=720x{0}:r={3}:d=5,format=gbrp -filter_complex "
-      "'[1:v][0:s:{4}]overlay=format=gbrp,select={5}' -fps_mode passthrough -f rawvideo -pix_fmt rgb24 -y "
-      "{6}",
-      height, palette, run.Base(), ntsc ? "30000/1001" : "25", index, select, out, forcedOnly ? 1 : 0);
-  EXPECT_EQ(std::system(command.c_str()), 0);
-  const std::string all = TempFolder::Read(out);
-  const std::size_t bytes = std::size_t{720} * static_cast<std::size_t>(height) * 3;
-  EXPECT_EQ(all.size(), bytes * frames.size());
-  std::map<int, std::string> rendered;
-  for (std::size_t i = 0; i < frames.size(); ++i) {
-    rendered[frames[i]] = all.substr(i * bytes, bytes);
-  }
-  return rendered;
-}
+// A film of the disc and what it shows.
+struct Screen {
+  const MuxRun& Run;
+  bool Ntsc = false;
+  bool ForcedOnly = false;
+};
 
 // Pixels of a rendered frame that are not what the subtitle, or nothing, should show.
-int WrongPixels(const std::string& frame, const TestSubtitle* subtitle) {
-  const bool ntsc = frame.size() == std::size_t{720} * 480 * 3;
+int WrongPixels(const std::string& frame, bool ntsc, const TestSubtitle* subtitle) {
   const Picture bitmap = subtitle != nullptr ? PaintStripes(*subtitle) : Picture();
   int wrong = 0;
   for (std::size_t at = 0; at + 2 < frame.size(); at += 3) {
@@ -66,56 +40,51 @@ int WrongPixels(const std::string& frame, const TestSubtitle* subtitle) {
   return wrong;
 }
 
-void ExpectShown(const MuxRun& run, int index, bool ntsc, const std::vector<TestSubtitle>& subtitles) {
-  std::vector<int> frames;
-  for (const TestSubtitle& subtitle : subtitles) {
-    const int middle = (subtitle.Start + subtitle.End) / 2;
-    if (&subtitle == subtitles.data()) {
-      frames = {middle};  // this decoder shows a stream's first unit as soon as it has it
-    } else {
-      frames.insert(frames.end(),
-                    {subtitle.Start - 1, subtitle.Start, middle, subtitle.End - 1, subtitle.End});
+// The middle of each subtitle and the frames about its ends, as ffmpeg shows stream `index` on a plain
+// ground.
+void ExpectShown(const Screen& screen, std::size_t index, const std::vector<TestSubtitle>& subtitles) {
+  std::set<int> frames;
+  for (const TestSubtitle& each : subtitles) {
+    frames.insert((each.Start + each.End) / 2);
+    if (&each != subtitles.data()) {  // this decoder shows a stream's first unit as soon as it has it
+      frames.insert({each.Start - 1, each.Start, each.End - 1, each.End});
     }
   }
-  std::ranges::sort(frames);
-  frames.erase(std::ranges::unique(frames).begin(), frames.end());
-  for (const auto& [number, frame] : Render(run, index, ntsc, frames)) {
-    const auto shown = std::ranges::find_if(
-        subtitles, [&](const TestSubtitle& each) { return each.Start <= number && number < each.End; });
-    EXPECT_EQ(WrongPixels(frame, shown != subtitles.end() ? &*shown : nullptr), 0)
-        << "stream " << index << ", frame " << number;
+  std::string palette = "0,0,0,0";
+  for (const Color color : ShownColors) {
+    palette += fmt::format(",{:02x}{:02x}{:02x}", color & 255, color >> 8 & 255, color >> 16 & 255);
+  }
+  std::string select = "0";
+  for (const int frame : frames) {
+    select += fmt::format("+eq(n\\,{})", frame);
+  }
+  const int height = screen.Ntsc ? 480 : 576;
+  const std::string out = screen.Run.Folder / "frames.rgb";
+  const std::string command = fmt::format(
+      "ffmpeg -v error -nostdin -canvas_size 720x{0} -palette {1},0,0,0,0,0,0,0,0 -forced_subs_only {7} "
+      "-i {2}_1.VOB -f lavfi -i color=c=0x123456:s=720x{0}:r={3}:d=5,format=gbrp -filter_complex "
+      "'[1:v][0:s:{4}]overlay=format=gbrp,select={5}' -fps_mode passthrough -f rawvideo -pix_fmt rgb24 -y "
+      "{6}",
+      height, palette, screen.Run.Base(), screen.Ntsc ? "30000/1001" : "25", index, select, out,
+      screen.ForcedOnly ? 1 : 0);
+  EXPECT_EQ(std::system(command.c_str()), 0);
+  const std::string all = TempFolder::Read(out);
+  const std::size_t bytes = std::size_t{720} * static_cast<std::size_t>(height) * 3;
+  ASSERT_EQ(all.size(), bytes * frames.size());
+  std::size_t at = 0;
+  for (const int frame : frames) {
+    const auto shown = std::ranges::find_if(subtitles, [&](const TestSubtitle& each) {
+      return each.Start <= frame && frame < each.End && (each.Forced || !screen.ForcedOnly);
+    });
+    EXPECT_EQ(WrongPixels(all.substr(at, bytes), screen.Ntsc, shown != subtitles.end() ? &*shown : nullptr),
+              0)
+        << "stream " << index << ", frame " << frame << (screen.ForcedOnly ? ", forced alone" : "");
+    at += bytes;
   }
 }
 
-TEST(SubtitleMux, EveryUnitShowsAsPaintedAndInTime) {
-  for (const bool ntsc : {false, true}) {
-    const TempFolder folder;
-    const std::vector<TestSubtitle> first{{300, 60, 100, 400, 0, 20},
-                                          {301, 61, 101, 301, 25, 26, true},
-                                          {720, 100, 0, 200, 26, 70},
-                                          {203, 37, -1, -1, 101, 124}};
-    const std::vector<TestSubtitle> second{{64, 32, 600, 300, 0, 20}, {64, 33, 600, 300, 25, 60}};
-    const SubtitleStream streams[] = {StreamOf(folder, "a", first, ntsc),
-                                      StreamOf(folder, "b", second, ntsc)};
-    MuxInput input = MotionTrack(
-        {SampleVideo(
-            {.Standard = ntsc ? "NTSC" : "PAL", .Frames = ntsc ? 150 : Frames, .KbitPerSecond = 7000})},
-        ntsc);
-    input.Audio = {Ac3Stream(SampleAc3({.Seconds = 5}))};
-    input.Subpictures = {{3, &streams[0], {}}, {31, &streams[1], {}}};
-    for (const Rules& rules : {Rules::Players, Rules::Classic}) {
-      MuxRun run(rules);
-      ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
-      EXPECT_THAT(run.Complaints(), testing::IsEmpty());
-      if (rules.BitmapsAsPainted) {
-        ExpectShown(run, 0, ntsc, first);
-        ExpectShown(run, 1, ntsc, second);
-      }
-    }
-  }
-}
-
-TEST(SubtitleMux, EveryBitmapShowsAsPaintedButForItsLastLine) {
+// Bitmaps of all kinds for 7 frames each, one in 8 frames.
+std::vector<TestSubtitle> BitmapsInTurn() {
   std::vector<TestSubtitle> subtitles{{200, 60, 100, 400, 0, 0},
                                       {200, 61, 100, 400, 0, 0, true},  // odd height
                                       {201, 60, 100, 400, 0, 0},        // odd width
@@ -131,30 +100,42 @@ TEST(SubtitleMux, EveryBitmapShowsAsPaintedButForItsLastLine) {
                                       {720, 360, 0, 100, 0, 0, false, 0},  // runs of 1 to 360
                                       {720, 720, 0, -400, 0, 0, true, 0},  // up to 720
                                       {2, 3, 300, 300, 0, 0}};
-  std::vector<int> middles;
-  for (TestSubtitle& subtitle : subtitles) {
-    subtitle.Start = 8 * static_cast<int>(middles.size());
+  for (int i = 0; TestSubtitle & subtitle : subtitles) {
+    subtitle.Start = 8 * i++;
     subtitle.End = subtitle.Start + 7;
-    middles.push_back(subtitle.Start + 4);
   }
-  const TempFolder folder;
-  const SubtitleStream stream = StreamOf(folder, "a", subtitles, false);
-  MuxInput input = MotionTrack({SampleVideo({.Frames = Frames})});
-  input.Subpictures = {{0, &stream, {}}};
-  MuxRun run;
-  ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
-  for (const bool forcedOnly : {false, true}) {
-    for (const auto& [number, frame] : Render(run, 0, false, middles, forcedOnly)) {
-      const TestSubtitle& subtitle = subtitles.at(static_cast<std::size_t>(number) / 8);
-      EXPECT_EQ(WrongPixels(frame, subtitle.Forced || !forcedOnly ? &subtitle : nullptr), 0)
-          << number / 8 << (forcedOnly ? ", forced alone" : "");
-    }
-  }
+  return subtitles;
 }
 
-std::uint64_t NavField(const MuxRun& run, std::size_t vobu, std::size_t offset) {
-  const Bytes sectors = run.Sectors();
-  return GetBytes(sectors, run.Records.VobuAddressList[vobu] * SectorBytes + offset, 4);
+// But for the last line of a bitmap.
+TEST(SubtitleMux, EveryUnitShowsAsPaintedAndInTime) {
+  const std::vector<TestSubtitle> lists[] = {{{300, 60, 100, 400, 0, 20},
+                                              {301, 61, 101, 301, 25, 26, true},
+                                              {720, 100, 0, 200, 26, 70},
+                                              {203, 37, -1, -1, 101, 124}},
+                                             {{64, 32, 600, 300, 0, 20}, {64, 33, 600, 300, 25, 60}},
+                                             BitmapsInTurn()};
+  for (const bool ntsc : {false, true}) {
+    const TempFolder folder;
+    const VideoSample film{
+        .Standard = ntsc ? "NTSC" : "PAL", .Frames = ntsc ? 150 : 125, .KbitPerSecond = 7000};
+    MuxInput input = MotionTrack({SampleVideo(film)}, ntsc);
+    input.Audio = {Ac3Stream(SampleAc3({.Seconds = 5}))};
+    std::vector<SubtitleStream> streams(ntsc ? 2 : 3);
+    for (std::size_t i = 0; i < streams.size(); ++i) {
+      streams[i] = StreamOf(folder, std::to_string(i), lists[i], ntsc);
+      input.Subpictures.push_back({i == 0 ? 3 : 29 + static_cast<int>(i), &streams[i], {}});
+    }
+    for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+      MuxRun run(rules);
+      ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
+      EXPECT_THAT(run.Complaints(), testing::IsEmpty());
+      for (std::size_t i = 0; rules.BitmapsAsPainted && i < streams.size(); ++i) {
+        ExpectShown({run, ntsc}, i, lists[i]);
+        ExpectShown({run, ntsc, true}, i, lists[i]);
+      }
+    }
+  }
 }
 
 // All streams that there can be, four of them with large units, due with the picture that opens the third
@@ -172,11 +153,11 @@ TEST(SubtitleMux, UnitsFollowTheirNavigationPackAndLetSoundThroughForPlayers) {
     MuxRun run(rules);
     ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
     const std::vector<ReadPack> packs = run.Packs();
-    const auto& navs = run.Records.VobuAddressList;
+    const std::vector<WalkedVobu> vobus = WalkVobs(run.VobFiles());
     int sound = 0;
     int soundBetween = 0;
     std::vector<std::size_t> firstPacks;
-    for (std::size_t at = navs.at(2) + 1; at < packs.size() && packs[at].StreamId == 0xBD; ++at) {
+    for (std::size_t at = vobus.at(2).Sector + 1; packs.at(at).StreamId == 0xBD; ++at) {
       if (packs[at].Substream >= 0x80) {
         ++sound;
         continue;
@@ -184,8 +165,7 @@ TEST(SubtitleMux, UnitsFollowTheirNavigationPackAndLetSoundThroughForPlayers) {
       soundBetween = sound;
       EXPECT_LT(packs[at].Scr / 300 + 146, 25257 + 24 * 3600) << "all there in time";
       if (packs[at].Pts) {
-        ASSERT_EQ(packs[at].Substream, 0x20 + static_cast<int>(firstPacks.size()))
-            << "the lower stream first";
+        ASSERT_EQ(packs[at].Substream, 0x20 + static_cast<int>(firstPacks.size())) << "the lower first";
         EXPECT_EQ(*packs[at].Pts, 25257 + 24 * 3600);
         EXPECT_EQ(packs[at].BufferKib, 58);
         firstPacks.push_back(at);
@@ -194,30 +174,22 @@ TEST(SubtitleMux, UnitsFollowTheirNavigationPackAndLetSoundThroughForPlayers) {
     EXPECT_EQ(firstPacks.size(), 32U);
     EXPECT_EQ(soundBetween > 0, rules.AudioBetweenUnitPacks);
     for (std::size_t number = 0; number < firstPacks.size(); ++number) {
-      EXPECT_EQ(NavField(run, 0, 1449 + 4 * number), 0x7FFFFFFFU);
-      EXPECT_EQ(NavField(run, 2, 1449 + 4 * number), 0x7FFFFFFFU) << "it starts after this pack";
-      EXPECT_EQ(NavField(run, 3, 1449 + 4 * number), 0x80000000U | (navs.at(3) - firstPacks[number]));
-      EXPECT_EQ(NavField(run, 4, 1449 + 4 * number), 0x7FFFFFFFU) << "it has ended";
+      const auto sync = [&](std::size_t vobu) { return vobus.at(vobu).Field(1449 + 4 * number, 4); };
+      EXPECT_EQ(sync(0), 0x7FFFFFFFU);
+      EXPECT_EQ(sync(2), 0x7FFFFFFFU) << "it starts after this pack";
+      EXPECT_EQ(sync(3), 0x80000000U | (vobus[3].Sector - firstPacks[number]));
+      EXPECT_EQ(sync(4), 0x7FFFFFFFU) << "it has ended";
     }
   }
 }
 
-TEST(SubtitleMux, AUnitThatCannotBeMadeIsToldWithItsPlace) {
+// What the checks have coded is not read again.
+TEST(SubtitleMux, CodedBitmapsTakeThePlaceOfFiles) {
   const TempFolder folder;
-  SubtitleStream stream =
-      StreamOf(folder, "a", {{64, 32, 600, 300, 5, 20}, {64, 32, 600, 300, 25, 60}}, false);
-  stream.SubPlays[1].File = folder / "gone.bmp";
-  MuxInput input = MotionTrack({SampleVideo({.Frames = 75})});
+  const SubtitleStream stream = StreamOf(folder, "a", {{64, 32, 600, 300, 5, 20}}, false);
+  MuxInput input = FilmWith({}, 75);
   input.Subpictures = {{2, &stream, {}}};
-  MuxRun run;
-  EXPECT_EQ(run.Mux(input), MuxOutcome::Failed);
-  ASSERT_EQ(run.Ui.Messages.size(), 1U);
-  EXPECT_THAT(run.Ui.Messages[0].Text, testing::StartsWith("Track \"Film\", subtitle stream 2, entry 2: "));
-  EXPECT_EQ(run.Ui.Messages[0].Place, folder / "gone.bmp");
-
-  // What the checks have coded is not read again.
   MuxRun whole;
-  stream.SubPlays[1].File = stream.SubPlays[0].File;
   ASSERT_EQ(whole.Mux(input), MuxOutcome::Done);
   CodedBitmaps coded;
   const TrackClock clock{3600, 25, VideoStartPts};

@@ -13,11 +13,7 @@
 
 namespace quorvelant {
 
-namespace {
-
 constexpr std::string_view Checker = "dvdcheck/dvdcheck.py";
-
-}  // namespace
 
 std::vector<std::string> LinesOf(const std::string& command) {
   const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen((command + " 2>&1").c_str(), "r"), &pclose);
@@ -53,39 +49,31 @@ std::vector<std::string> CheckerErrors(const std::string& folder) {
 }
 
 Decoded Decode(const std::vector<std::string>& files) {
-  std::string joined;
-  for (const std::string& file : files) {
-    joined += (joined.empty() ? "" : "|") + file;
-  }
   Decoded decoded;
   for (const std::string& line :
        LinesOf(fmt::format("ffmpeg -nostdin -nostats -hide_banner -v warning -progress pipe:1 -i 'concat:{}' "
                            "-map 0:v -map 0:a? -fps_mode passthrough -enc_time_base:v 1:90000 -f null -",
-                           joined))) {
+                           fmt::join(files, "|")))) {
     static const std::regex Progress(
         R"((frame|fps|stream_\w+|bitrate|total_size|out_time\w*|\w+_frames|speed|progress)=.*\n)");
     std::smatch figure;
-    if (!std::regex_match(line, figure, Progress)) {
+    const bool said = !std::regex_match(line, figure, Progress);
+    // Subtitles may begin after what ffmpeg looks at first.
+    if (said && line.find("New subtitle stream") == std::string::npos) {
       decoded.Complaints.push_back(line);
     } else if (figure[1] == "frame") {
       decoded.Pictures = std::stoi(line.substr(6));
     }
   }
-  // Subtitles may begin behind what ffmpeg looks at first.
-  std::erase_if(decoded.Complaints, [](const std::string& line) {
-    return line.find("New subtitle stream") != std::string::npos;
-  });
   return decoded;
 }
 
 std::vector<std::string> TitleVobs(const std::string& folder, int set) {
   std::vector<std::string> files;
   for (int number = 1; number <= 9; ++number) {
-    const std::string file = fmt::format("{}/VTS_{:02}_{}.VOB", folder, set, number);
-    if (std::filesystem::exists(file)) {
-      files.push_back(file);
-    }
+    files.push_back(fmt::format("{}/VTS_{:02}_{}.VOB", folder, set, number));
   }
+  std::erase_if(files, [](const std::string& file) { return !std::filesystem::exists(file); });
   return files;
 }
 

@@ -3,6 +3,7 @@
 #include <dvdnav/dvdnav.h>
 #include <dvdread/dvd_reader.h>
 #include <dvdread/ifo_read.h>
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,8 +12,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
-#include <set>
+#include <stdexcept>
 
 namespace quorvelant {
 namespace {
@@ -46,73 +48,62 @@ class Player {
   Player(const std::string& folder, DiscWalk& walk) : walk_(walk) {
     logger_.pf_log = &Collect<dvdnav_logger_level_t>;
     if (dvdnav_open2(&nav_, &walk_.Complaints, &logger_, folder.c_str()) != DVDNAV_STATUS_OK) {
-      nav_ = nullptr;
-      walk_.Complaints.emplace_back("libdvdnav cannot open the folder");
-      return;
+      throw std::runtime_error("libdvdnav cannot open " + folder);
     }
     dvdnav_set_readahead_flag(nav_, 0);
     dvdnav_set_PGC_positioning_flag(nav_, 1);
   }
   Player(const Player&) = delete;
   Player& operator=(const Player&) = delete;
-  ~Player() {
-    if (nav_ != nullptr) {
-      dvdnav_close(nav_);
-    }
-  }
-  bool IsOpen() const { return nav_ != nullptr; }
+  ~Player() { dvdnav_close(nav_); }
   dvdnav_t* Nav() { return nav_; }
 
-  // Plays on until `done` says so after an event, the disc stops, or nothing new comes.
-  template <class Done>
-  void Play(Done done) {
+  // Plays on until `done` says so after a VOBU's start, the disc stops, or nothing new comes.
+  void Play(const std::function<bool()>& done) {
     for (int blocks = 0; blocks < MostBlocks && !stopped_; ++blocks) {
-      std::int32_t event = 0;
-      std::int32_t length = 0;
-      if (dvdnav_get_next_block(nav_, block_.data(), &event, &length) != DVDNAV_STATUS_OK) {
-        walk_.Complaints.emplace_back(dvdnav_err_to_string(nav_));
-        return;
+      const std::int32_t event = NextBlock();
+      if (event == DVDNAV_STILL_FRAME) {
+        dvdnav_still_skip(nav_);
+      } else if (event == DVDNAV_WAIT) {
+        dvdnav_wait_skip(nav_);
+      } else if (event == DVDNAV_NAV_PACKET) {
+        ++Vobus;
       }
-      Take(event);
-      if (done(event)) {
+      stopped_ = event == DVDNAV_STOP;
+      if (event == DVDNAV_NAV_PACKET && done()) {
         return;
       }
     }
   }
-  bool Stopped() const { return stopped_; }
-  bool InTitle() const { return dvdnav_is_domain_vts(nav_) != 0; }
-  int Title() const { return Info().first; }
-  int Chapter() const { return Info().second; }
-  int Vobus = 0;  // navigation packs met
-
-  std::string Place() const {
-    return stopped_ ? "stop" : InTitle() ? "title " + std::to_string(Title()) : "menu";
+  void PlayToVobu() {
+    Play([] { return true; });
   }
+  // The VM starts with the first block; only then jumps are possible.
+  void Start() { NextBlock(); }
+
+  bool InTitle() const { return dvdnav_is_domain_vts(nav_) != 0; }
+  bool IsIn(int title) const { return !stopped_ && InTitle() && Info().first == title; }
+  int Chapter() const { return Info().second; }
+  std::string Place() const {
+    return stopped_ ? "stop" : InTitle() ? "title " + std::to_string(Info().first) : "menu";
+  }
+  int Vobus = 0;  // begun so far
 
  private:
+  std::int32_t NextBlock() {
+    std::int32_t event = DVDNAV_STOP;
+    std::int32_t length = 0;
+    if (dvdnav_get_next_block(nav_, block_.data(), &event, &length) != DVDNAV_STATUS_OK) {
+      walk_.Complaints.emplace_back(dvdnav_err_to_string(nav_));
+      return DVDNAV_STOP;
+    }
+    return event;
+  }
   std::pair<int, int> Info() const {
     std::int32_t title = 0;
     std::int32_t part = 0;
     dvdnav_current_title_info(nav_, &title, &part);
     return {title, part};
-  }
-  void Take(std::int32_t event) {
-    switch (event) {
-      case DVDNAV_STILL_FRAME:
-        dvdnav_still_skip(nav_);
-        break;
-      case DVDNAV_WAIT:
-        dvdnav_wait_skip(nav_);
-        break;
-      case DVDNAV_STOP:
-        stopped_ = true;
-        break;
-      case DVDNAV_NAV_PACKET:
-        ++Vobus;
-        break;
-      default:
-        break;
-    }
   }
 
   DiscWalk& walk_;
@@ -128,62 +119,37 @@ void OpenIfos(const std::string& folder, DiscWalk& walk) {
   const std::unique_ptr<dvd_reader_t, decltype(&DVDClose)> reader(
       DVDOpen2(&walk.Complaints, &logger, folder.c_str()), &DVDClose);
   if (!reader) {
-    walk.Complaints.emplace_back("libdvdread cannot open the folder");
-    return;
+    throw std::runtime_error("libdvdread cannot open " + folder);
   }
-  for (int set = 0; set == 0 || std::filesystem::exists(folder + (set < 10 ? "/VTS_0" : "/VTS_") +
-                                                        std::to_string(set) + "_0.IFO");
+  for (int set = 0; set == 0 || std::filesystem::exists(fmt::format("{}/VTS_{:02}_0.IFO", folder, set));
        ++set) {
     const std::unique_ptr<ifo_handle_t, decltype(&ifoClose)> ifo(ifoOpen(reader.get(), set), &ifoClose);
-    if (!ifo) {
-      walk.Complaints.push_back("libdvdread cannot read the IFO of set " + std::to_string(set));
-    } else if (set != 0 &&
-               (ifo->vts_ptt_srpt == nullptr || ifo->vts_pgcit == nullptr || ifo->vts_c_adt == nullptr ||
-                ifo->vts_vobu_admap == nullptr || ifo->pgci_ut == nullptr)) {
-      walk.Complaints.push_back("a table of set " + std::to_string(set) + " was not read");
+    if (!ifo || (set != 0 &&
+                 (ifo->vts_ptt_srpt == nullptr || ifo->vts_pgcit == nullptr || ifo->vts_c_adt == nullptr ||
+                  ifo->vts_vobu_admap == nullptr || ifo->pgci_ut == nullptr))) {
+      walk.Complaints.push_back(fmt::format("a table of set {} was not read", set));
     }
   }
-}
-
-// The VM starts with the first block; only then jumps are possible.
-void Start(Player& player) {
-  player.Play([](std::int32_t) { return true; });
-}
-
-std::string PlayFirst(const std::string& folder, DiscWalk& walk) {
-  Player player(folder, walk);
-  if (!player.IsOpen()) {
-    return "nowhere";
-  }
-  player.Play([](std::int32_t event) { return event == DVDNAV_NAV_PACKET; });
-  return player.Place();
 }
 
 WalkedTitle PlayTitle(const std::string& folder, int title, int chapters, DiscWalk& walk) {
-  WalkedTitle result;
-  result.Title = title;
-  result.Chapters = chapters;
+  WalkedTitle result{title, chapters, false, {}, ""};
   Player player(folder, walk);
-  Start(player);
+  player.Start();
   if (dvdnav_title_play(player.Nav(), title) != DVDNAV_STATUS_OK) {
-    walk.Complaints.push_back("title " + std::to_string(title) + " does not start");
+    walk.Complaints.push_back(fmt::format("title {} does not start", title));
     return result;
   }
   bool begun = false;
-  player.Play([&](std::int32_t event) {
-    const bool inside = player.InTitle() && player.Title() == title;
-    if (event == DVDNAV_NAV_PACKET && inside) {
-      begun = true;
-      ++result.Vobus;
-      if (const int chapter = player.Chapter();
-          std::ranges::find(result.ChaptersSeen, chapter) == result.ChaptersSeen.end()) {
-        result.ChaptersSeen.push_back(chapter);
-      }
+  player.Play([&] {
+    const bool inside = player.IsIn(title);
+    begun = begun || inside;
+    if (inside && std::ranges::find(result.ChaptersSeen, player.Chapter()) == result.ChaptersSeen.end()) {
+      result.ChaptersSeen.push_back(player.Chapter());
     }
-    const bool again = begun && result.Vobus > 100000;
-    return again || (begun && event == DVDNAV_NAV_PACKET && !inside);
+    return begun && !inside;
   });
-  result.ReachedEnd = begun && (player.Stopped() || !player.InTitle() || player.Title() != title);
+  result.ReachedEnd = begun && !player.IsIn(title);
   result.After = player.Place();
   return result;
 }
@@ -191,24 +157,21 @@ WalkedTitle PlayTitle(const std::string& folder, int title, int chapters, DiscWa
 void PlayChapters(const std::string& folder, const WalkedTitle& title, DiscWalk& walk) {
   for (int chapter = 1; chapter <= title.Chapters; ++chapter) {
     Player player(folder, walk);
-    Start(player);
-    if (dvdnav_part_play(player.Nav(), title.Title, chapter) != DVDNAV_STATUS_OK) {
-      walk.Complaints.push_back("chapter " + std::to_string(chapter) + " does not start");
-      continue;
-    }
-    player.Play([](std::int32_t event) { return event == DVDNAV_NAV_PACKET; });
-    if (player.Title() != title.Title || player.Chapter() != chapter) {
-      walk.Complaints.push_back("chapter " + std::to_string(chapter) + " led to " + player.Place());
+    player.Start();
+    const bool starts = dvdnav_part_play(player.Nav(), title.Title, chapter) == DVDNAV_STATUS_OK;
+    player.PlayToVobu();
+    if (!starts || !player.IsIn(title.Title) || player.Chapter() != chapter) {
+      walk.Complaints.push_back(fmt::format("chapter {} led to {}", chapter, player.Place()));
     }
   }
 }
 
 // To the root menu of a title's set, or with 0 to the title menu.
 void CallMenu(Player& player, int title) {
-  Start(player);
+  player.Start();
   if (title > 0) {
     dvdnav_title_play(player.Nav(), title);
-    player.Play([](std::int32_t event) { return event == DVDNAV_NAV_PACKET; });
+    player.PlayToVobu();
   }
   dvdnav_menu_call(player.Nav(), title > 0 ? DVD_MENU_Root : DVD_MENU_Title);
 }
@@ -217,10 +180,7 @@ void CallMenu(Player& player, int title) {
 pci_t* PlayToButtons(Player& player) {
   pci_t* found = nullptr;
   const int limit = player.Vobus + LoopVobus;
-  player.Play([&](std::int32_t event) {
-    if (event != DVDNAV_NAV_PACKET) {
-      return false;
-    }
+  player.Play([&] {
     pci_t* pci = dvdnav_get_current_nav_pci(player.Nav());
     if ((pci->hli.hl_gi.hli_ss & 3) != 0 && !player.InTitle()) {
       found = pci;
@@ -251,21 +211,15 @@ DiscWalk WalkDisc(const std::string& folder) {
   if (!said.empty() && !IsNoise(said)) {
     walk.Complaints.push_back(said);
   }
-  walk.FirstPlay = PlayFirst(folder, walk);
+  Player first(folder, walk);
+  first.PlayToVobu();
+  walk.FirstPlay = first.Place();
   std::int32_t titles = 0;
-  std::vector<std::int32_t> chapters;
-  {
-    Player player(folder, walk);
-    if (!player.IsOpen()) {
-      return walk;
-    }
-    dvdnav_get_number_of_titles(player.Nav(), &titles);
-    for (std::int32_t title = 1; title <= titles; ++title) {
-      dvdnav_get_number_of_parts(player.Nav(), title, &chapters.emplace_back());
-    }
-  }
+  dvdnav_get_number_of_titles(first.Nav(), &titles);
   for (std::int32_t title = 1; title <= titles; ++title) {
-    walk.Titles.push_back(PlayTitle(folder, title, chapters[static_cast<std::size_t>(title - 1)], walk));
+    std::int32_t chapters = 0;
+    dvdnav_get_number_of_parts(first.Nav(), title, &chapters);
+    walk.Titles.push_back(PlayTitle(folder, title, chapters, walk));
     PlayChapters(folder, walk.Titles.back(), walk);
   }
   return walk;
@@ -276,12 +230,12 @@ std::string PressButtons(const std::string& folder, int title, const std::vector
   Player player(folder, walk);
   CallMenu(player, title);
   if (const int missing = Press(player, buttons); missing != 0) {
-    return "no button " + std::to_string(missing);
+    return fmt::format("no button {}", missing);
   }
-  player.Play([](std::int32_t event) { return event == DVDNAV_NAV_PACKET; });
+  player.PlayToVobu();
   std::string place = player.Place();
   if (place.starts_with("title")) {
-    place += " chapter " + std::to_string(player.Chapter());
+    place += fmt::format(" chapter {}", player.Chapter());
   }
   return walk.Complaints.empty() ? place : walk.Complaints.front();
 }

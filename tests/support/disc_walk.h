@@ -14,8 +14,7 @@ struct WalkedTitle {
   int Chapters = 0;
   bool ReachedEnd = false;        // played until it left the title or the disc stopped
   std::vector<int> ChaptersSeen;  // in the order met, each once
-  int Vobus = 0;
-  std::string After;  // where it went: "menu", "title n", "stop"
+  std::string After;              // where it went: "menu", "title n", "stop"
 };
 
 struct DiscWalk {

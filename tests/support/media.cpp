@@ -29,12 +29,8 @@ std::uint64_t Fingerprint(std::string_view text) {  // FNV-1a
   return hash;
 }
 
-std::string WithOutput(std::string command, const std::string& file) {
-  return command.replace(command.find(OutputMark), OutputMark.size(), "'" + file + "'");
-}
-
 // Runs `command`, in which "@OUT@" stands for the file to be made, unless the cache has its result.
-std::string Cached(const std::string& command, std::string_view kind, std::string_view extension) {
+std::string Cached(std::string command, std::string_view kind, std::string_view extension) {
   namespace fs = std::filesystem;
   static std::atomic<int> counter{0};
   const fs::path folder = fs::path(SourceFile("build/media"));
@@ -46,7 +42,8 @@ std::string Cached(const std::string& command, std::string_view kind, std::strin
   const std::string stem = (folder / fmt::format("aside-{}-{}", getpid(), counter++)).string();
   const std::string aside = fmt::format("{}.{}", stem, extension);
   const std::string log = stem + ".log";
-  const std::string line = fmt::format("( {} ) >'{}' 2>&1", WithOutput(command, aside), log);
+  command.replace(command.find(OutputMark), OutputMark.size(), fmt::format("'{}'", aside));
+  const std::string line = fmt::format("( {} ) >'{}' 2>&1", command, log);
   // The helper programs are started one after the other by the test's own thread.
   const int status = std::system(line.c_str());  // NOLINT(concurrency-mt-unsafe,bugprone-command-processor)
   std::error_code missing;
@@ -62,34 +59,41 @@ bool IsNtsc(std::string_view standard) {
   return standard == "NTSC";
 }
 
-std::string FilmWithPulldown(const VideoSample& sample, int height) {
-  return fmt::format(
-      "{} -f lavfi -i {}=size={}x{}:rate=24000/1001 -frames:v {} -pix_fmt yuv420p -strict -1 -f yuv4mpegpipe "
-      "- | "
-      "mpeg2enc -v 0 -f 8 -p -n n -a {} -b {} -g {} -G {} -R {} {} -o {}",
-      Ffmpeg, sample.Source, sample.Width, height, sample.Frames, sample.Aspect == "16:9" ? 3 : 2,
-      sample.KbitPerSecond, sample.GopLength, sample.GopLength, sample.BFrames, sample.Closed ? "-c" : "",
-      OutputMark);
+// Makes a file by ffmpeg's `arguments`: everything between its name and the output's.
+std::string ByFfmpeg(const std::string& arguments, std::string_view kind, std::string_view extension) {
+  return Cached(fmt::format("{} {} {} {}", Ffmpeg, arguments, Exact, OutputMark), kind, extension);
 }
 
-std::string EncodedByFfmpeg(const VideoSample& sample, int height) {
+std::string Mpeg2Video(const VideoSample& sample, int height) {
   // A scene cut would start a GOP of its own; only an out-of-reach threshold allows closed GOPs.
-  return fmt::format(
-      "{} -f lavfi -i {}=size={}x{}:rate={} -frames:v {} -c:v {} {} {} -g {} -bf {} "
-      "-sc_threshold 1000000000 -b:v {}k -maxrate {}k -bufsize 1835008 -aspect {} -f {} {}",
-      Ffmpeg, sample.Source, sample.Width, height, IsNtsc(sample.Standard) ? "30000/1001" : "25",
-      sample.Frames, sample.Mpeg1 ? "mpeg1video" : "mpeg2video", Exact,
-      fmt::format("{}{}", sample.Closed ? "-flags +cgop" : "",
-                  sample.Interlaced ? " -flags +ildct+ilme -top 1 -alternate_scan 1" : ""),
-      sample.GopLength, sample.GopLength == 1 ? 0 : sample.BFrames, sample.KbitPerSecond,
-      sample.KbitPerSecond, sample.Aspect, sample.Mpeg1 ? "mpeg1video" : "mpeg2video", OutputMark);
+  const std::string_view codec = sample.Mpeg1 ? "mpeg1video" : "mpeg2video";
+  return ByFfmpeg(
+      fmt::format("-f lavfi -i testsrc2=size={}x{}:rate={} -frames:v {} -c:v {} {} {} -g {} -bf {} "
+                  "-sc_threshold 1000000000 -b:v {}k -maxrate {}k -bufsize 1835008 -aspect {} -f {}",
+                  sample.Width, height, IsNtsc(sample.Standard) ? "30000/1001" : "25", sample.Frames, codec,
+                  sample.Closed ? "-flags +cgop" : "",
+                  sample.Interlaced ? "-flags +ildct+ilme -top 1 -alternate_scan 1" : "", sample.GopLength,
+                  sample.GopLength == 1 ? 0 : sample.BFrames, sample.KbitPerSecond, sample.KbitPerSecond,
+                  sample.Aspect, codec),
+      "video", sample.Mpeg1 ? "m1v" : "m2v");
 }
 
-std::string Beeps(double period, int seconds, std::string_view codec) {
-  return fmt::format(
-      "{} -f lavfi -i \"aevalsrc=exprs='0.5*sin(2*PI*1000*t)*lt(mod(t,{}),0.08)':s=48000:c=stereo:d={}\" "
-      "{} {} {}",
-      Ffmpeg, period, seconds, Exact, codec, OutputMark);
+std::string FilmWithPulldown(const VideoSample& sample, int height) {
+  return Cached(
+      fmt::format("{} -f lavfi -i testsrc2=size={}x{}:rate=24000/1001 -frames:v {} -pix_fmt yuv420p "
+                  "-strict -1 -f yuv4mpegpipe - | "
+                  "mpeg2enc -v 0 -f 8 -p -n n -a {} -b {} -g {} -G {} -R {} {} -o {}",
+                  Ffmpeg, sample.Width, height, sample.Frames, sample.Aspect == "16:9" ? 3 : 2,
+                  sample.KbitPerSecond, sample.GopLength, sample.GopLength, sample.BFrames,
+                  sample.Closed ? "-c" : "", OutputMark),
+      "video", "m2v");
+}
+
+std::string Sine(int rate, double seconds, int channels, const std::string& codec,
+                 std::string_view extension) {
+  return ByFfmpeg(fmt::format("-f lavfi -i sine=frequency=440:sample_rate={}:duration={} -ac {} {}", rate,
+                              seconds, channels, codec),
+                  "sine", extension);
 }
 
 }  // namespace
@@ -97,41 +101,16 @@ std::string Beeps(double period, int seconds, std::string_view codec) {
 std::string SampleVideo(const VideoSample& sample) {
   const int fullHeight = IsNtsc(sample.Standard) ? 480 : 576;
   const int height = sample.Height != 0 ? sample.Height : fullHeight;
-  return Cached(sample.Pulldown ? FilmWithPulldown(sample, height) : EncodedByFfmpeg(sample, height), "video",
-                sample.Mpeg1 ? "m1v" : "m2v");
+  return sample.Pulldown ? FilmWithPulldown(sample, height) : Mpeg2Video(sample, height);
 }
 
 std::string SampleAc3(const Ac3Sample& sample) {
-  return SampleByFfmpeg(
-      fmt::format("-f lavfi -i sine=frequency=440:sample_rate={}:duration={} -ac {} -b:a {}k", sample.Rate,
-                  sample.Seconds, sample.Channels, sample.Kbps),
-      "ac3");
+  return Sine(sample.Rate, sample.Seconds, sample.Channels, fmt::format("-b:a {}k", sample.Kbps), "ac3");
 }
 
 std::string SampleWav(const WavSample& sample) {
-  return SampleByFfmpeg(
-      fmt::format("-f lavfi -i sine=frequency=440:sample_rate={}:duration={} -ac {} -c:a pcm_s{}le",
-                  sample.Rate, sample.Seconds, sample.Channels, sample.Bits),
-      "wav");
-}
-
-std::string SampleByFfmpeg(const std::string& arguments, const std::string& extension) {
-  return Cached(fmt::format("{} {} {} {}", Ffmpeg, arguments, Exact, OutputMark), "made", extension);
-}
-
-FlashAndBeep SampleFlashAndBeep(std::string_view standard, int seconds) {
-  const bool ntsc = IsNtsc(standard);
-  const int framesPerSecond = ntsc ? 30 : 25;
-  const double period = ntsc ? 1.001 : 1.0;
-  const std::string video = fmt::format(
-      "{} -f lavfi -i "
-      "\"color=black:size=720x{}:rate={},drawbox=t=fill:color=white:enable='lt(mod(n,{}),2)'\" "
-      "-frames:v {} -c:v mpeg2video {} -flags +cgop -g 12 -bf 2 -sc_threshold 1000000000 -b:v 3000k "
-      "-maxrate 6000k -bufsize 1835008 -aspect 4:3 -f mpeg2video {}",
-      Ffmpeg, ntsc ? 480 : 576, ntsc ? "30000/1001" : "25", framesPerSecond, seconds * framesPerSecond, Exact,
-      OutputMark);
-  return {Cached(video, "flash", "m2v"), Cached(Beeps(period, seconds, "-b:a 192k"), "beep", "ac3"),
-          Cached(Beeps(period, seconds, "-c:a pcm_s16le"), "beep", "wav"), period};
+  return Sine(sample.Rate, sample.Seconds, sample.Channels, fmt::format("-c:a pcm_s{}le", sample.Bits),
+              "wav");
 }
 
 std::optional<std::string> SharedFile(std::string_view name) {

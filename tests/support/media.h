@@ -19,11 +19,10 @@ struct VideoSample {
   int BFrames = 2;
   bool Closed = false;  // every GOP closed
   bool Interlaced = false;
-  bool Pulldown =
-      false;  // NTSC film: `Frames` coded pictures at 24000/1001 with repeat-field flags for 30000/1001
+  // NTSC film: `Frames` coded pictures at 24000/1001 with repeat-field flags for 30000/1001.
+  bool Pulldown = false;
   int KbitPerSecond = 4000;
   bool Mpeg1 = false;
-  std::string Source = "testsrc2";  // lavfi source; "testsrc2" moves all the time
 };
 std::string SampleVideo(const VideoSample& sample);
 
@@ -42,19 +41,6 @@ struct WavSample {
   double Seconds = 2;
 };
 std::string SampleWav(const WavSample& sample);
-
-// Any other file by a command line of ffmpeg: everything between "ffmpeg" and the output name.
-std::string SampleByFfmpeg(const std::string& arguments, const std::string& extension);
-
-// A white flash of two pictures and a beep of 80 ms that start at the same moment, once every
-// `PeriodSeconds` from time 0: what is off in a disc made of them is off in the multiplexer.
-struct FlashAndBeep {
-  std::string Video;
-  std::string Ac3;
-  std::string Wav;
-  double PeriodSeconds;
-};
-FlashAndBeep SampleFlashAndBeep(std::string_view standard, int seconds);
 
 // A file of the folder of real streams, nothing where that is missing (the test then skips, saying so).
 // The folder is "../shared" beside the sources or what the environment's QUORVELANT_SHARED names.

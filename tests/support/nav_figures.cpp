@@ -4,45 +4,52 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <limits>
 #include <set>
+#include <span>
 
 namespace quorvelant {
 namespace {
 
-// The VOBUs of one cell, found by the ids in their packs, and one of them.
-struct InCell {
-  std::vector<const WalkedVobu*> Cell;
-  std::size_t Own = 0;
-
-  const WalkedVobu& Vobu() const { return *Cell[Own]; }
-  const WalkedVobu* At(std::ptrdiff_t step) const {
-    const auto index = static_cast<std::ptrdiff_t>(Own) + step;
-    return index >= 0 && index < static_cast<std::ptrdiff_t>(Cell.size())
-               ? Cell[static_cast<std::size_t>(index)]
-               : nullptr;
-  }
-};
-
+std::uint64_t VobId(const WalkedVobu& vobu) {
+  return vobu.Field(1055, 2);
+}
+std::uint64_t CellId(const WalkedVobu& vobu) {
+  return vobu.Field(1058, 1);
+}
 std::uint64_t CellKey(const WalkedVobu& vobu) {
-  return vobu.Field(1055, 2) << 8 | vobu.Field(1058, 1);
+  return VobId(vobu) << 8 | CellId(vobu);
 }
-
-std::uint32_t Distance(const WalkedVobu& a, const WalkedVobu& b) {
-  return a.Sector < b.Sector ? b.Sector - a.Sector : a.Sector - b.Sector;
-}
-
-// A field of whole ticks against a time in half ticks; the half is cut or rounded.
-void ExpectTime(std::uint64_t field, std::int64_t halfTicks, const char* name) {
-  EXPECT_LE(std::abs(2 * static_cast<std::int64_t>(field) - halfTicks), 1)
-      << name << " " << field << ", the pictures say " << static_cast<double>(halfTicks) / 2;
-}
-
 std::int64_t StartPtm(const WalkedVobu& vobu) {
   return static_cast<std::int64_t>(vobu.Field(57, 4));
 }
 std::int64_t EndPtm(const WalkedVobu& vobu) {
   return static_cast<std::int64_t>(vobu.Field(61, 4));
+}
+
+// A VOBU and those of its cell.
+struct InCell {
+  std::span<const WalkedVobu> Cell;
+  const WalkedVobu& Vobu;
+
+  const WalkedVobu* At(std::ptrdiff_t step) const {
+    const std::ptrdiff_t index = &Vobu - Cell.data() + step;
+    return index >= 0 && index < std::ssize(Cell) ? &Cell[static_cast<std::size_t>(index)] : nullptr;
+  }
+  // As the tables give it: the distance, with a bit for video.
+  std::uint32_t Address(const WalkedVobu& there) const {
+    return Distance(there) | (there.HasVideo ? 0x80000000 : 0);
+  }
+  std::uint32_t Distance(const WalkedVobu& there) const {
+    return std::max(there.Sector, Vobu.Sector) - std::min(there.Sector, Vobu.Sector);
+  }
+};
+
+// A field of whole ticks against a time in half ticks; the half is cut or rounded.
+void ExpectTime(std::uint64_t field, std::int64_t halfTicks, const char* name) {
+  EXPECT_LE(std::abs(2 * static_cast<std::int64_t>(field) - halfTicks), 1)
+      << name << " " << field << ", the pictures say " << static_cast<double>(halfTicks) / 2;
 }
 
 void CheckPlaces(const WalkedVobu& vobu) {
@@ -56,88 +63,83 @@ void CheckPlaces(const WalkedVobu& vobu) {
   }
 }
 
-void CheckTimes(const WalkedVobu& vobu, const WalkedVobu& lastOfVob, const InCell& place,
-                const NavTiming& timing) {
+void CheckTimes(const InCell& place, const WalkedVobu& lastOfVob, const NavTiming& timing) {
+  const WalkedVobu& vobu = place.Vobu;
+  const std::int64_t start = vobu.StartHalfTicks(timing.FrameTicks);
   const std::int64_t vobEnd = lastOfVob.EndHalfTicks(timing.FrameTicks);
-  ExpectTime(vobu.Field(57, 4), vobu.StartHalfTicks(timing.FrameTicks), "VOBU_S_PTM");
+  ExpectTime(vobu.Field(57, 4), start, "VOBU_S_PTM");
   ExpectTime(vobu.Field(61, 4), vobu.EndHalfTicks(timing.FrameTicks), "VOBU_E_PTM");
   ExpectTime(vobu.Field(65, 4), vobu.EndCode ? vobEnd : 0, "VOBU_SE_E_PTM");
   EXPECT_EQ(vobu.Field(1075, 4), 25257U) << "VOB_V_S_PTM";
   ExpectTime(vobu.Field(1079, 4), vobEnd, "VOB_V_E_PTM");
-  const std::int64_t elapsed =
-      vobu.StartHalfTicks(timing.FrameTicks) - place.Cell.front()->StartHalfTicks(timing.FrameTicks);
+  const std::int64_t elapsed = start - place.Cell.front().StartHalfTicks(timing.FrameTicks);
   for (const std::size_t offset : {69U, 1059U}) {
-    const std::uint64_t time = vobu.Field(offset, 4);
-    const std::uint64_t minutes = (time >> 20 & 0xF) * 10 + (time >> 16 & 0xF);  // the samples are short
-    const std::uint64_t seconds = 60 * minutes + (time >> 12 & 0xF) * 10 + (time >> 8 & 0xF);
-    const std::uint64_t rest = (time >> 4 & 0x3) * 10 + (time & 0xF);
-    EXPECT_EQ(static_cast<std::int64_t>(seconds) * timing.FramesPerSecond + static_cast<std::int64_t>(rest),
-              (elapsed + 1) / (2 * timing.FrameTicks))
+    const auto twoDigits = [bits = vobu.Field(offset, 4)](unsigned shift, unsigned tens) {
+      return static_cast<std::int64_t>((bits >> (shift + 4) & tens) * 10 + (bits >> shift & 0xF));
+    };
+    const std::int64_t seconds = 60 * twoDigits(16, 0xF) + twoDigits(8, 0xF);  // the samples are short
+    EXPECT_EQ(seconds * timing.FramesPerSecond + twoDigits(0, 3), (elapsed + 1) / (2 * timing.FrameTicks))
         << "C_ELTM at " << offset;
   }
 }
 
 // One row of the jump tables, by the plain definition.
-std::uint64_t Jump(const InCell& place, int halfSeconds, int previous, int sign, const NavTiming& timing) {
+std::uint64_t Jump(const InCell& place, int halfSeconds, std::uint32_t previous, int sign,
+                   const NavTiming& timing) {
   const std::int64_t halfSecond = timing.FramesPerSecond * timing.FrameTicks / 2;
-  const std::int64_t target = StartPtm(place.Vobu()) + sign * halfSeconds * halfSecond;
+  const std::int64_t target = StartPtm(place.Vobu) + sign * halfSeconds * halfSecond;
   bool between = false;
   for (std::ptrdiff_t step = 0;; ++step) {
     const WalkedVobu* there = place.At(sign * step);
-    const bool hit = there != nullptr && StartPtm(*there) <= target && target <= EndPtm(*there);
     const std::uint64_t flag = between && halfSeconds >= 20 ? 0x40000000 : 0;
-    if (hit) {
-      return Distance(*there, place.Vobu()) | flag | (there->HasVideo ? 0x80000000 : 0);
-    }
     if (there == nullptr) {
       return 0x3FFFFFFF | flag;
     }
-    between =
-        between || (there->HasVideo && Distance(*there, place.Vobu()) > static_cast<std::uint32_t>(previous));
+    if (StartPtm(*there) <= target && target <= EndPtm(*there)) {
+      return place.Address(*there) | flag;
+    }
+    between = between || (there->HasVideo && place.Distance(*there) > previous);
   }
 }
 
 void CheckJumps(const InCell& place, const NavTiming& timing) {
   constexpr std::array<int, 19> Steps{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 20, 60, 120, 240};
   for (const int sign : {1, -1}) {
-    std::uint64_t previous = 0;
+    std::uint64_t want = 0;
     bool failed = false;
     for (std::size_t row = 0; row < Steps.size(); ++row) {
       const std::size_t offset = sign > 0 ? 1341 - 4 * row : 1353 + 4 * row;
-      const std::uint64_t want =
-          failed ? 0x3FFFFFFF
-                 : Jump(place, Steps[row], static_cast<int>(previous & 0x3FFFFFFF), sign, timing);
-      EXPECT_EQ(place.Vobu().Field(offset, 4), want) << "jump of " << sign * Steps[row] << " half seconds";
+      want = failed ? 0x3FFFFFFF : Jump(place, Steps[row], want & 0x3FFFFFFF, sign, timing);
+      EXPECT_EQ(place.Vobu.Field(offset, 4), want) << "jump of " << sign * Steps[row] << " half seconds";
       failed = failed || (want & 0x3FFFFFFF) == 0x3FFFFFFF;
-      previous = want;
     }
     const WalkedVobu* next = place.At(sign);
-    const std::uint64_t address =
-        next == nullptr ? 0x3FFFFFFF : Distance(*next, place.Vobu()) | (next->HasVideo ? 0x80000000 : 0);
-    EXPECT_EQ(place.Vobu().Field(sign > 0 ? 1345 : 1349, 4), address) << "neighbour " << sign;
+    EXPECT_EQ(place.Vobu.Field(sign > 0 ? 1345 : 1349, 4),
+              next == nullptr ? 0x3FFFFFFF : place.Address(*next))
+        << "neighbour " << sign;
     std::ptrdiff_t step = sign;
     while (place.At(step) != nullptr && !place.At(step)->HasVideo) {
       step += sign;
     }
-    const std::uint64_t video =
-        place.At(step) == nullptr ? 0xBFFFFFFF : Distance(*place.At(step), place.Vobu()) | 0x80000000;
-    EXPECT_EQ(place.Vobu().Field(sign > 0 ? 1265 : 1429, 4), video) << "neighbour with video " << sign;
+    const WalkedVobu* video = place.At(step);
+    EXPECT_EQ(place.Vobu.Field(sign > 0 ? 1265 : 1429, 4),
+              video == nullptr ? 0xBFFFFFFF : place.Address(*video))
+        << "neighbour with video " << sign;
   }
 }
 
 // The VOB and the cell count on, or begin anew with the clock.
 void CheckIds(const WalkedVobu& vobu, const WalkedVobu* previous) {
   const bool newVob = vobu.ScrBase == 0;
-  const std::uint64_t vob = previous == nullptr ? 0 : previous->Field(1055, 2);
-  const std::uint64_t cell = previous == nullptr || newVob ? 1 : previous->Field(1058, 1);
-  EXPECT_EQ(vobu.Field(1055, 2), vob + (newVob ? 1 : 0)) << "VOBU_VOB_IDN";
-  EXPECT_GE(vobu.Field(1058, 1), cell) << "VOBU_C_IDN";
-  EXPECT_LE(vobu.Field(1058, 1), newVob ? 1 : cell + 1) << "VOBU_C_IDN";
+  const std::uint64_t cell = previous == nullptr || newVob ? 1 : CellId(*previous);
+  EXPECT_EQ(VobId(vobu), (previous == nullptr ? 0 : VobId(*previous)) + (newVob ? 1 : 0)) << "VOBU_VOB_IDN";
+  EXPECT_GE(CellId(vobu), cell) << "VOBU_C_IDN";
+  EXPECT_LE(CellId(vobu), newVob ? 1 : cell + 1) << "VOBU_C_IDN";
 }
 
 // `packs` and `streams` are those of the VOB. A_SYNCA: the first pack on the way whose first frame sounds
-// from the VOBU's start on. SP_SYNCA: the latest pack behind whose unit had started by then.
-void CheckSync(const WalkedVobu& vobu, const std::set<int>& streams, const std::vector<WalkedPack>& packs,
+// from the VOBU's start on. SP_SYNCA: the latest pack before it whose unit had started by then.
+void CheckSync(const WalkedVobu& vobu, const std::vector<WalkedPack>& packs, const std::set<int>& streams,
                const NavTiming& timing) {
   const std::uint32_t end = timing.SyncLeavesVobu ? std::numeric_limits<std::uint32_t>::max() : vobu.Last;
   for (int number = 0; number < 8; ++number) {
@@ -166,32 +168,28 @@ void CheckSync(const WalkedVobu& vobu, const std::set<int>& streams, const std::
 
 void CheckNavFigures(const std::vector<WalkedVobu>& vobus, const NavTiming& timing) {
   for (std::size_t i = 0; i < vobus.size(); ++i) {
-    SCOPED_TRACE("VOBU at sector " + std::to_string(vobus[i].Sector));
-    InCell place;
-    const WalkedVobu* lastOfVob = nullptr;
-    std::set<int> streams;
+    CheckIds(vobus[i], i > 0 ? &vobus[i - 1] : nullptr);
+  }
+  for (const WalkedVobu& vobu : vobus) {
+    if (testing::Test::HasFailure()) {
+      return;  // one VOBU's faults say enough
+    }
+    SCOPED_TRACE("VOBU at sector " + std::to_string(vobu.Sector));
+    // The ids rise, so those of a cell and of a VOB stand together.
+    const InCell place{std::ranges::equal_range(vobus, CellKey(vobu), {}, &CellKey), vobu};
+    const auto vob = std::ranges::equal_range(vobus, VobId(vobu), {}, &VobId);
     std::vector<WalkedPack> packs;
-    for (const WalkedVobu& other : vobus) {
-      if (CellKey(other) == CellKey(vobus[i])) {
-        place.Own = &other == &vobus[i] ? place.Cell.size() : place.Own;
-        place.Cell.push_back(&other);
-      }
-      if (other.Field(1055, 2) == vobus[i].Field(1055, 2)) {
-        lastOfVob = &other;
-        packs.insert(packs.end(), other.Packs.begin(), other.Packs.end());
-      }
+    std::set<int> streams;
+    for (const WalkedVobu& other : vob) {
+      packs.insert(packs.end(), other.Packs.begin(), other.Packs.end());
     }
     for (const WalkedPack& pack : packs) {
       streams.insert(pack.Stream);
     }
-    CheckIds(vobus[i], i > 0 ? &vobus[i - 1] : nullptr);
-    CheckPlaces(vobus[i]);
-    CheckTimes(vobus[i], *lastOfVob, place, timing);
+    CheckPlaces(vobu);
+    CheckTimes(place, vob.back(), timing);
     CheckJumps(place, timing);
-    CheckSync(vobus[i], streams, packs, timing);
-    if (testing::Test::HasFailure()) {
-      return;  // one VOBU's faults say enough
-    }
+    CheckSync(vobu, packs, streams, timing);
   }
 }
 

@@ -2,154 +2,39 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <initializer_list>
 #include <vector>
 
 namespace quorvelant {
 
 namespace {
 
-// Appends bit fields, most significant bit first.
-class BitRun {
- public:
-  explicit BitRun(Bytes& target) : target_(&target) {}
-  BitRun& Put(unsigned width, unsigned value) {
-    for (unsigned i = width; i-- > 0;) {
-      if (used_ == 0) {
-        target_->push_back(0);
-      }
-      const unsigned bit = (value >> i) & 1U;
-      target_->back() = static_cast<std::uint8_t>(target_->back() | (bit << (7 - used_)));
-      used_ = (used_ + 1) % 8;
-    }
-    return *this;
-  }
-  BitRun& Put(unsigned width, int value) { return Put(width, static_cast<unsigned>(value)); }
-  BitRun& Flag(bool value) { return Put(1, value ? 1U : 0U); }
-
- private:
-  Bytes* target_;
-  unsigned used_ = 0;
+struct BitField {
+  int Width, Value;
 };
 
-constexpr unsigned PictureCode = 0x00;
-constexpr unsigned FirstSliceCode = 0x01;
-constexpr unsigned SequenceCode = 0xB3;
-constexpr unsigned ExtensionCode = 0xB5;
-constexpr unsigned SequenceEndCode = 0xB7;
-constexpr unsigned GroupCode = 0xB8;
-
-constexpr unsigned SequenceExtensionId = 1;
-constexpr unsigned SequenceDisplayId = 2;
-constexpr unsigned PictureDisplayId = 7;
-constexpr unsigned PictureCodingId = 8;
-
-}  // namespace
-
-void StreamBuilder::StartCode(unsigned code) {
-  bytes_.insert(bytes_.end(), {0, 0, 1, static_cast<std::uint8_t>(code)});
-}
-
-// Bytes that never hold a zero, so no start code arises.
-void StreamBuilder::Filler(std::size_t bytes) {
-  for (std::size_t i = 0; i < bytes; ++i) {
-    bytes_.push_back(static_cast<std::uint8_t>(0x55 + i % 97));
-  }
-}
-
-StreamBuilder& StreamBuilder::Sequence(const SequenceFields& fields) {
-  StartCode(SequenceCode);
-  BitRun(bytes_)
-      .Put(12, fields.Width)
-      .Put(12, fields.Height)
-      .Put(4, fields.AspectCode)
-      .Put(4, fields.FrameRateCode)
-      .Put(18, fields.BitRate / 400)
-      .Flag(true)
-      .Put(10, 112)
-      .Put(3, 0);  // constrained_parameters_flag, no matrices
-  if (fields.Mpeg2) {
-    StartCode(ExtensionCode);
-    BitRun(bytes_)
-        .Put(4, SequenceExtensionId)
-        .Put(8, 0x48)  // main profile at main level
-        .Put(3, 1)     // interlaced, 4:2:0
-        .Put(16, 0)    // upper bits of the sizes and of the bit rate
-        .Flag(true)
-        .Put(16, 0);
-  }
-  if (fields.DisplayWidth) {
-    StartCode(ExtensionCode);
-    BitRun bits(bytes_);
-    bits.Put(4, SequenceDisplayId).Put(3, 5).Flag(fields.ColourDescription);
-    if (fields.ColourDescription) {
-      bits.Put(24, 0x050505);
+// Appends a start code and the fields after it, most significant bit first.
+void Append(Bytes& target, std::uint8_t code, std::initializer_list<BitField> fields) {
+  target.insert(target.end(), {0, 0, 1, code});
+  int used = 0;
+  for (const auto& [width, value] : fields) {
+    for (int bit = width; bit-- > 0; used = (used + 1) % 8) {
+      if (used == 0) {
+        target.push_back(0);
+      }
+      target.back() = static_cast<std::uint8_t>(target.back() | (value >> bit & 1) << (7 - used));
     }
-    bits.Put(14, *fields.DisplayWidth).Flag(true).Put(14, fields.Height);
   }
-  return *this;
 }
 
-StreamBuilder& StreamBuilder::Group(const GroupFields& fields) {
-  StartCode(GroupCode);
-  BitRun(bytes_)
-      .Flag(false)  // no drop frames
-      .Put(5, fields.Hours)
-      .Put(6, fields.Minutes)
-      .Flag(true)
-      .Put(6, fields.Seconds)
-      .Put(6, fields.Pictures)
-      .Flag(fields.Closed)
-      .Flag(false);
-  return *this;
-}
+constexpr std::uint8_t ExtensionCode = 0xB5;
 
-StreamBuilder& StreamBuilder::Picture(const PictureFields& fields) {
-  const std::size_t start = bytes_.size();
-  const unsigned motionCode = fields.Mpeg2 ? 7U : 1U;
-  const unsigned type = fields.Type == 'I' ? 1U : fields.Type == 'P' ? 2U : 3U;
-  StartCode(PictureCode);
-  BitRun header(bytes_);
-  header.Put(10, fields.TemporalReference).Put(3, type).Put(16, 0xFFFF);
-  for (unsigned direction = 1; direction < type; ++direction) {
-    header.Flag(false).Put(3, motionCode);
-  }
-  header.Flag(false);
-  if (fields.Mpeg2) {
-    StartCode(ExtensionCode);
-    BitRun(bytes_)
-        .Put(4, PictureCodingId)
-        .Put(8, type > 1 ? 0x33U : 0xFFU)
-        .Put(8, type > 2 ? 0x33U : 0xFFU)
-        .Put(2, 0)
-        .Put(2, static_cast<int>(fields.Structure))
-        .Flag(fields.TopFieldFirst)
-        .Flag(fields.ProgressiveFrame)  // frame_pred_frame_dct
-        .Put(4, 0)
-        .Flag(fields.RepeatFirstField)
-        .Flag(fields.ProgressiveFrame)  // chroma_420_type
-        .Flag(fields.ProgressiveFrame)
-        .Flag(false);
-  }
-  if (fields.DisplayExtension) {
-    StartCode(ExtensionCode);
-    BitRun(bytes_).Put(4, PictureDisplayId).Put(16, 0).Flag(true).Put(16, 0).Flag(true);
-  }
-  StartCode(FirstSliceCode);
-  const std::size_t sofar = bytes_.size() - start;
-  Filler(std::max<std::size_t>(fields.TotalBytes, sofar + 2) - sofar);
-  return *this;
-}
+struct PlannedPicture {
+  char Type;
+  int TemporalReference;
+};
 
-StreamBuilder& StreamBuilder::SequenceEnd() {
-  StartCode(SequenceEndCode);
-  return *this;
-}
-
-StreamBuilder& StreamBuilder::Raw(ByteView bytes) {
-  bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
-  return *this;
-}
-
+// Coded order of one GOP.
 std::vector<PlannedPicture> CodedOrder(int gopLength, int bFrames, bool closed) {
   // Display order: an open GOP starts with B pictures, a closed one with its I picture.
   const int firstReference = closed ? 0 : std::min(bFrames, gopLength - 1);
@@ -168,8 +53,6 @@ std::vector<PlannedPicture> CodedOrder(int gopLength, int bFrames, bool closed) 
   return order;
 }
 
-namespace {
-
 void AddFrame(StreamBuilder& stream, const GopPlan& plan, PlannedPicture coded) {
   PictureFields fields;
   fields.Type = coded.Type;
@@ -185,8 +68,7 @@ void AddFrame(StreamBuilder& stream, const GopPlan& plan, PlannedPicture coded) 
     return;
   }
   fields.TotalBytes /= 2;
-  fields.ProgressiveFrame = false;
-  fields.TopFieldFirst = false;  // zero for field pictures
+  fields.ProgressiveFrame = fields.TopFieldFirst = false;  // zero for field pictures
   fields.Structure = PictureStructure::TopField;
   stream.Picture(fields);
   fields.Structure = PictureStructure::BottomField;
@@ -196,6 +78,95 @@ void AddFrame(StreamBuilder& stream, const GopPlan& plan, PlannedPicture coded) 
 
 }  // namespace
 
+StreamBuilder& StreamBuilder::Sequence(const SequenceFields& fields) {
+  Append(bytes_, 0xB3,
+         {{12, fields.Width},
+          {12, fields.Height},
+          {4, fields.AspectCode},
+          {4, fields.FrameRateCode},
+          {18, fields.BitRate / 400},
+          {1, 1},
+          {10, 112},
+          {3, 0}});    // no constraint, no matrices
+  if (fields.Mpeg2) {  // main profile at main level, interlaced, 4:2:0; upper bits of sizes and rates
+    Append(bytes_, ExtensionCode, {{4, 1}, {8, 0x48}, {3, 1}, {16, 0}, {1, 1}, {16, 0}});
+  }
+  if (fields.DisplayWidth) {
+    const bool coloured = fields.ColourDescription;
+    Append(bytes_, ExtensionCode,
+           {{4, 2},
+            {3, 5},
+            {1, coloured},
+            {coloured ? 24 : 0, 0x050505},
+            {14, *fields.DisplayWidth},
+            {1, 1},
+            {14, fields.Height}});
+  }
+  return *this;
+}
+
+StreamBuilder& StreamBuilder::Group(const GroupFields& fields) {
+  Append(bytes_, 0xB8,
+         {{1, 0},
+          {5, fields.Hours},
+          {6, fields.Minutes},
+          {1, 1},
+          {6, fields.Seconds},
+          {6, fields.Pictures},
+          {1, fields.Closed},
+          {1, 0}});
+  return *this;
+}
+
+StreamBuilder& StreamBuilder::Picture(const PictureFields& fields) {
+  const std::size_t start = bytes_.size();
+  const int motionCode = fields.Mpeg2 ? 7 : 1;
+  const bool forward = fields.Type != 'I';
+  const bool backward = fields.Type == 'B';
+  Append(bytes_, 0x00,
+         {{10, fields.TemporalReference},
+          {3, 1 + forward + backward},
+          {16, 0xFFFF},
+          {forward ? 4 : 0, motionCode},
+          {backward ? 4 : 0, motionCode},
+          {1, 0}});
+  if (fields.Mpeg2) {  // frame_pred_frame_dct and chroma_420_type go with progressive_frame
+    const int progressive = fields.ProgressiveFrame;
+    Append(bytes_, ExtensionCode,
+           {{4, 8},
+            {8, forward ? 0x33 : 0xFF},
+            {8, backward ? 0x33 : 0xFF},
+            {2, 0},
+            {2, static_cast<int>(fields.Structure)},
+            {1, fields.TopFieldFirst},
+            {1, progressive},
+            {4, 0},
+            {1, fields.RepeatFirstField},
+            {1, progressive},
+            {1, progressive},
+            {1, 0}});
+  }
+  if (fields.DisplayExtension) {
+    Append(bytes_, ExtensionCode, {{4, 7}, {16, 0}, {1, 1}, {16, 0}, {1, 1}});
+  }
+  Append(bytes_, 0x01, {});
+  const std::size_t least = bytes_.size() + 2;
+  for (int i = 0; bytes_.size() < std::max(start + fields.TotalBytes, least); i = (i + 1) % 97) {
+    bytes_.push_back(static_cast<std::uint8_t>(0x55 + i));  // never a zero, so no start code arises
+  }
+  return *this;
+}
+
+StreamBuilder& StreamBuilder::SequenceEnd() {
+  Append(bytes_, 0xB7, {});
+  return *this;
+}
+
+StreamBuilder& StreamBuilder::Raw(ByteView bytes) {
+  bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
+  return *this;
+}
+
 Bytes BuildStream(const GopPlan& plan) {
   StreamBuilder stream;
   const int framesPerSecond = plan.Sequence.FrameRateCode == 3 ? 25 : 30;
@@ -203,12 +174,8 @@ Bytes BuildStream(const GopPlan& plan) {
     const int frame = gop * plan.GopLength;
     const int seconds = frame / framesPerSecond;
     const bool closed = plan.Closed || gop == 0;
-    stream.Sequence(plan.Sequence);
-    stream.Group({.Hours = seconds / 3600,
-                  .Minutes = seconds / 60 % 60,
-                  .Seconds = seconds % 60,
-                  .Pictures = frame % framesPerSecond,
-                  .Closed = closed});
+    stream.Sequence(plan.Sequence)
+        .Group({seconds / 3600, seconds / 60 % 60, seconds % 60, frame % framesPerSecond, closed});
     for (const PlannedPicture& coded : CodedOrder(plan.GopLength, plan.BFrames, closed)) {
       AddFrame(stream, plan, coded);
     }

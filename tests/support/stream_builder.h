@@ -24,10 +24,7 @@ struct SequenceFields {
 };
 
 struct GroupFields {
-  int Hours = 0;
-  int Minutes = 0;
-  int Seconds = 0;
-  int Pictures = 0;
+  int Hours = 0, Minutes = 0, Seconds = 0, Pictures = 0;
   bool Closed = true;
 };
 
@@ -59,32 +56,21 @@ class StreamBuilder {
   std::string Text() const { return {bytes_.begin(), bytes_.end()}; }
 
  private:
-  void StartCode(unsigned code);
-  void Filler(std::size_t bytes);
   Bytes bytes_;
 };
 
-// A whole stream of equal GOPs, each behind a sequence header, in coded order.
+// A whole stream of equal GOPs, each after a sequence header, in coded order.
 struct GopPlan {
   SequenceFields Sequence = {};
   int Gops = 4;
   int GopLength = 12;  // pictures; the last B run is cut so that the GOP ends with a reference picture
   int BFrames = 2;
-  bool Closed = true;          // an open GOP starts with B pictures shown ahead of its I picture
+  bool Closed = true;          // an open GOP starts with B pictures shown before its I picture
   bool FieldPictures = false;  // each frame as two field pictures
   bool Pulldown = false;       // repeat_first_field on every second displayed frame
-  std::size_t BytesI = 40000;
-  std::size_t BytesP = 15000;
-  std::size_t BytesB = 6000;
+  std::size_t BytesI = 40000, BytesP = 15000, BytesB = 6000;
   bool EndCode = true;
 };
 Bytes BuildStream(const GopPlan& plan);
-
-// Coded order of one GOP: letters with the temporal reference of each.
-struct PlannedPicture {
-  char Type;
-  int TemporalReference;
-};
-std::vector<PlannedPicture> CodedOrder(int gopLength, int bFrames, bool closed);
 
 }  // namespace quorvelant

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "support/temp_folder.h"
 
 namespace quorvelant {
@@ -35,63 +33,51 @@ void ReadPrivateHeader(ReadPack& pack) {
 // The video of one VOBU as one run of bytes, with the sector of each.
 struct VideoRun {
   Bytes Data;
-  std::vector<std::pair<std::size_t, std::uint32_t>> Starts;  // offset in Data, sector
-
-  std::uint32_t SectorOf(std::size_t offset) const {
-    const auto behind =
-        std::ranges::upper_bound(Starts, offset, {}, [](const auto& start) { return start.first; });
-    return (behind - 1)->second;
-  }
+  std::vector<std::uint32_t> Sectors;
 };
-
-// Where a start code from the list that ends a picture stands: picture, sequence, end, group.
-bool EndsPicture(std::uint8_t code) {
-  return code == 0x00 || code == 0xB3 || code == 0xB7 || code == 0xB8;
-}
 
 // A picture as its headers tell it (ISO/IEC 13818-2 6.2.3).
 struct CodedPicture {
-  int Type = 0;  // 1 I, 2 P, 3 B
   int TemporalReference = 0;
-  int Fields = 2;  // fields that it is shown
   int Group = 0;
+  int Fields = 2;  // fields that it is shown
 };
 
 // The pictures of a VOBU in coded order; a reference picture ends where the next start code above slices is.
 void FindPictures(const VideoRun& run, WalkedVobu& vobu) {
   std::vector<CodedPicture> pictures;
   int group = 0;
-  bool open = false;
+  bool reference = false;  // one is open
+  const auto closeAt = [&](std::size_t end) {
+    if (reference) {
+      vobu.ReferenceEnds.push_back(run.Sectors[end - 1]);
+    }
+    reference = false;
+  };
+  const auto at = [&](std::size_t i) { return i < run.Data.size() ? run.Data[i] : 0; };
   for (std::size_t i = 0; i + 4 <= run.Data.size(); ++i) {
     if (run.Data[i] != 0 || run.Data[i + 1] != 0 || run.Data[i + 2] != 1) {
       continue;
     }
     const std::uint8_t code = run.Data[i + 3];
-    const auto at = [&](std::size_t offset) {
-      return i + offset < run.Data.size() ? run.Data[i + offset] : 0;
-    };
-    if (EndsPicture(code)) {
-      if (open && pictures.back().Type != 3) {
-        vobu.ReferenceEnds.push_back(run.SectorOf(i - 1));
-      }
-      open = code == 0x00;
+    if (code == 0x00 || code == 0xB3 || code == 0xB7 || code == 0xB8) {  // picture, sequence, end, group
+      closeAt(i);
       vobu.EndCode = code == 0xB7;
       group += code == 0xB8 ? 1 : 0;
     }
     if (code == 0x00) {
-      pictures.push_back({at(5) >> 3 & 7, at(4) << 2 | at(5) >> 6, 2, group});
-    } else if (code == 0xB5 && at(4) >> 4 == 8 && !pictures.empty()) {
-      pictures.back().Fields = ((at(6) & 3) == 3 ? 2 : 1) + ((at(7) & 2) != 0 ? 1 : 0);
+      reference = (at(i + 5) >> 3 & 7) != 3;
+      pictures.push_back({at(i + 4) << 2 | at(i + 5) >> 6, group});
+    } else if (code == 0xB5 && at(i + 4) >> 4 == 8 && !pictures.empty()) {
+      pictures.back().Fields = ((at(i + 6) & 3) == 3 ? 2 : 1) + ((at(i + 7) & 2) != 0 ? 1 : 0);
     }
   }
-  if (open && pictures.back().Type != 3) {
-    vobu.ReferenceEnds.push_back(run.SectorOf(run.Data.size() - 1));
-  }
+  closeAt(run.Data.size());
   for (const CodedPicture& picture : pictures) {
     const CodedPicture& first = pictures.front();
-    const bool ahead = picture.Group == first.Group && picture.TemporalReference < first.TemporalReference;
+    const bool before = picture.Group == first.Group && picture.TemporalReference < first.TemporalReference;
     vobu.Fields += picture.Fields;
-    vobu.FieldsBeforeFirst += ahead ? picture.Fields : 0;
+    vobu.FieldsBeforeFirst += before ? picture.Fields : 0;
   }
 }
 
@@ -168,8 +154,8 @@ std::vector<WalkedVobu> WalkVobs(const std::vector<std::string>& files) {
     if (pack.StreamId == VideoPack) {
       vobu.FirstPackPts = run.Data.empty() ? pack.Pts.value_or(-1) : vobu.FirstPackPts;
       vobu.HasVideo = true;
-      run.Starts.emplace_back(run.Data.size(), number);
       run.Data.insert(run.Data.end(), pack.Payload.begin(), pack.Payload.end());
+      run.Sectors.resize(run.Data.size(), number);
     } else if (pack.Substream >= 0) {
       vobu.Packs.push_back({number, pack.Substream, pack.Pts.value_or(-1)});
     }

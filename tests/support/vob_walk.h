@@ -25,7 +25,7 @@ struct ReadPack {
   int Frames = 0;  // of the header of sound
   int Pointer = 0;
   Bytes AudioBits = {};  // of an LPCM header
-  Bytes Payload = {};    // behind all headers
+  Bytes Payload = {};    // after all headers
 
   // The substream of private stream 1, otherwise the packet's stream.
   int Stream() const { return Substream >= 0 ? Substream : StreamId; }
@@ -51,7 +51,7 @@ struct WalkedVobu {
   bool HasVideo = false;
   std::int64_t FirstPackPts = -1;  // time stamp of the first video pack: of the first picture in coded order
   // When its first picture in the order of display is shown, and for how long all are; in fields.
-  int FieldsBeforeFirst = 0;  // shown ahead of the picture that the first pack stamps
+  int FieldsBeforeFirst = 0;  // shown before the picture that the first pack stamps
   int Fields = 0;
   // Last sectors of the reference pictures, in coded order.
   std::vector<std::uint32_t> ReferenceEnds;
