@@ -12,16 +12,6 @@
 namespace quorvelant {
 namespace {
 
-Project Loaded(const std::string& script) {
-  RecordingUi ui;
-  Project project;
-  std::istringstream stream(script);
-  const LoadResult load = LoadScript(stream, script.size(), "p.qvp", project, {.Rules = Rules::Players}, ui);
-  EXPECT_TRUE(load.MayAuthor());
-  EXPECT_EQ(load.SkippedCount, 0U);
-  return project;
-}
-
 // The text between a page's ```<kind> and ```.
 std::string Fenced(const std::string& page, const std::string& kind) {
   const std::string start = "```" + kind + "\n";
@@ -31,7 +21,12 @@ std::string Fenced(const std::string& page, const std::string& kind) {
 
 TEST(Outline, TheExampleOfTheFormatPageIsWhatItShows) {
   const std::string page = TempFolder::Read(SourceFile("docs/formats/script.md"));
-  EXPECT_EQ(OutlineText(OutlineOf(Loaded(Fenced(page, "qvp")))), Fenced(page, "text"));
+  RecordingUi ui;
+  Project project;
+  std::istringstream script(Fenced(page, "qvp"));
+  const LoadResult load = LoadScript(script, 0, "p.qvp", project, {.Rules = Rules::Players}, ui);
+  EXPECT_TRUE(load.MayAuthor() && load.SkippedCount == 0);
+  EXPECT_EQ(OutlineText(OutlineOf(project)), Fenced(page, "text"));
 }
 
 TEST(ErrorList, IsSavedInSevenColumns) {

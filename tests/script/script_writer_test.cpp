@@ -197,6 +197,7 @@ TEST(ScriptWriter, EveryKeyAsInTheGoldenFile) {
   project.FirstPlay.Uops.set();
   AddCommand(project.FirstPlay.PreCommands, FirstPgcKey, "Exit");
   project.FirstPlay.PreCommands.back().Deleted = true;
+  AddRemoved(project.Palettes);
   AddRemoved(project.Disc);
   AddRemoved(project.Disc.Item(1)->Lang);
   Title_P& title = *project.Disc.Item(2)->Title.Item(1);
