@@ -1,5 +1,8 @@
 // Every refusal and question of importing, as the user reads it.
 #include <fmt/format.h>
+#include <gmock/gmock.h>
+
+#include <utility>
 
 #include "edit/chapter_analysis.h"
 #include "edit/chapter_list.h"
