@@ -54,14 +54,5 @@ TEST(ConsoleUi, QuietKeepsMessagesAlone) {
   EXPECT_EQ(err.str(), "late\n");
 }
 
-TEST(StopSignal, AnInterruptAsksForAStop) {
-  std::ostringstream err;
-  ConsoleUi ui(err, false);
-  const StopSignal stop;
-  EXPECT_FALSE(ui.StopRequested());
-  ASSERT_EQ(raise(SIGINT), 0);
-  EXPECT_TRUE(ui.StopRequested());
-}
-
 }  // namespace
 }  // namespace quorvelant

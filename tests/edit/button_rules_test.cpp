@@ -121,24 +121,19 @@ TEST(ButtonRules, LinksAndRemovals) {
   EXPECT_FALSE(buttons[1].Removed);
   RemoveButton(buttons[1], ui);
   EXPECT_TRUE(buttons[1].Removed);
-  EXPECT_EQ(ui.Questions[0].Title, "Delete Button");
-  EXPECT_EQ(ui.Questions[0].Text,
-            "Would you like to remove this button? (Any button links will need to be repaired manually!)");
 }
 
 TEST(ButtonRules, SubtitlesUnderButtonsAreForcedAndStaySo) {
   Track track;
-  track.HighlightPlays.resize(1);
-  HighlightPlay& set = track.HighlightPlays[0];
+  HighlightPlay& set = track.HighlightPlays.emplace_back();
   set.StartTimeToVideo = set.Duration = "00:00:10:00";
-  track.SubStreams.resize(1);
-  track.SubStreams[0].SubPlays.resize(2);
-  SubPicturePlay& under = track.SubStreams[0].SubPlays[0];
+  std::vector<SubPicturePlay>& plays = track.SubStreams.emplace_back().SubPlays;
+  plays.resize(2);
+  SubPicturePlay& under = plays[0];
+  SubPicturePlay& after = plays[1];
   under.Start = "00:00:19:24";
-  under.Duration = "00:00:01:00";
-  SubPicturePlay& behind = track.SubStreams[0].SubPlays[1];
-  behind.Start = "00:00:20:00";
-  behind.Duration = "00:00:01:00";
+  after.Start = "00:00:20:00";
+  under.Duration = after.Duration = "00:00:01:00";
   std::vector<EditedButton> buttons = Three();
   buttons[0].Removed = true;
   SaveButtons(track, set, buttons, 25);
@@ -146,19 +141,18 @@ TEST(ButtonRules, SubtitlesUnderButtonsAreForcedAndStaySo) {
   EXPECT_THAT(set.ButtonModes, ElementsAre("wide", "letter", "pan"));
   EXPECT_EQ(set.Buttons.size(), 2U);
   EXPECT_TRUE(under.Forced);
-  EXPECT_FALSE(behind.Forced);
+  EXPECT_FALSE(after.Forced);
   RecordingUi ui;
   EXPECT_FALSE(SetForced(under, false, track.HighlightPlays, 25, ui));
   EXPECT_TRUE(under.Forced);
-  ASSERT_EQ(ui.Messages.size(), 1U);
-  EXPECT_EQ(ui.Messages[0].Text, "Subtitles must always be set to Forced when highlight buttons exist");
-  EXPECT_TRUE(SetForced(behind, true, track.HighlightPlays, 25, ui));
-  EXPECT_TRUE(SetForced(behind, false, track.HighlightPlays, 25, ui));
+  EXPECT_EQ(ui.Messages.size(), 1U);
+  EXPECT_TRUE(SetForced(after, true, track.HighlightPlays, 25, ui));
+  EXPECT_TRUE(SetForced(after, false, track.HighlightPlays, 25, ui));
 
-  behind.File = "gone.bmp";
-  EXPECT_FALSE(KeepIfBitmapExists(behind, "/nowhere", ui));
-  EXPECT_FALSE(behind.Used);
-  EXPECT_EQ(ui.Messages.back().Text, "Requested Bitmap does not exist - deselecting this SPU");
+  after.File = "gone.bmp";
+  EXPECT_FALSE(KeepIfBitmapExists(after, "/nowhere", ui));
+  EXPECT_FALSE(after.Used);
+  EXPECT_EQ(ui.Messages.size(), 2U);
   under.File = SourceFile("README.md");
   EXPECT_TRUE(KeepIfBitmapExists(under, "", ui));
   EXPECT_TRUE(under.Used);

@@ -5,7 +5,6 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
 #include <string>
 
 #include "support/folders.h"
@@ -22,15 +21,7 @@ inline void ExpectGolden(const std::string& name, const std::string& script) {
   if (std::getenv("QUORVELANT_UPDATE") != nullptr) {  // NOLINT(concurrency-mt-unsafe): nobody sets it
     std::ofstream(Fixture(name), std::ios::binary) << script;
   }
-  std::istringstream golden(TempFolder::Read(Fixture(name)));
-  std::istringstream written(script);
-  std::string expected;
-  std::string line;
-  for (int number = 1; std::getline(golden, expected); ++number) {
-    ASSERT_TRUE(std::getline(written, line)) << name << " goes on with " << expected;
-    ASSERT_EQ(line, expected) << name << ":" << number;
-  }
-  EXPECT_FALSE(std::getline(written, line)) << line;
+  EXPECT_EQ(script, TempFolder::Read(Fixture(name)));
 }
 
 }  // namespace quorvelant

@@ -114,7 +114,6 @@ class Generator {
     return uops.reset(leftOut);
   }
   void FillTrack(Track& track, std::size_t index);
-  void FillHighlight(HighlightPlay& play);
   void AddCommands(CommandList& list, std::string_view word);
   void FillPgc(PGC_P& pgc, Written form);
   void AddEntry(int number);
@@ -123,14 +122,6 @@ class Generator {
   int rate_ = 25;
   Project project_;
 };
-
-void Generator::FillHighlight(HighlightPlay& play) {
-  Fill(HighlightKeys, play);
-  for (ColorScheme& scheme : play.Schemes) {
-    Fill(SchemeKeys, scheme);
-  }
-  Repeat(play.Buttons, 5, [&](HighlightButton& button) { Fill(ButtonKeys, button); });
-}
 
 void Generator::FillTrack(Track& track, std::size_t index) {
   track.Filled = track.HasAudio = track.HasSubs = track.HasHighlights = true;
@@ -147,7 +138,12 @@ void Generator::FillTrack(Track& track, std::size_t index) {
     Fill(SubtitleKeys, stream);
     Repeat(stream.SubPlays, 3, [&](SubPicturePlay& play) { Fill(SubPlayKeys, play); });
   });
-  Repeat(track.HighlightPlays, 2, [&](HighlightPlay& play) { FillHighlight(play); });
+  Repeat(track.HighlightPlays, 2, [&](HighlightPlay& play) {
+    for (ColorScheme& scheme : Fill(HighlightKeys, play).Schemes) {
+      Fill(SchemeKeys, scheme);
+    }
+    Repeat(play.Buttons, 5, [&](HighlightButton& button) { Fill(ButtonKeys, button); });
+  });
   track.Scenes.emplace_back();
   Repeat(track.Scenes, 4, [](Scene& /*scene*/) {});
   for (std::size_t i = 0; i < track.Scenes.size(); ++i) {
@@ -173,23 +169,21 @@ void Generator::FillPgc(PGC_P& pgc, Written form) {
   AddCommands(pgc.PostCommands, "Post");
   AddCommands(pgc.CellCommands, "Cell");
   for (std::int32_t i = Below(4); i > 0; --i) {
-    PG_P program;
+    PG_P& program = pgc.PG.Add({});
     Fill(ProgramKeys, program);
     for (std::int32_t cells = Below(3); cells > 0; --cells) {
-      Cell_P cell;
+      Cell_P& cell = program.Cell.Add({});
       Fill(CellKeys, cell);
       if (project_.Tracks.Count() > 0 && Coin()) {
         cell.SceneUsed = project_.Tracks[0].Scenes[0].Name;
       }
       Repeat(cell.ButtonCommands, 2, [&](ButtonCommands_P& entry) { AddCommands(entry.Commands, "Button"); });
-      program.Cell.Add(std::move(cell));
     }
-    pgc.PG.Add(std::move(program));
   }
 }
 
 void Generator::AddEntry(int number) {
-  VTS_P entry;
+  VTS_P& entry = project_.Disc.Add({});
   Fill(EntryKeys, entry);
   for (std::int32_t i = Below(3); i > 0; --i) {
     Lang_P& language = entry.Lang.Add({});
@@ -202,7 +196,6 @@ void Generator::AddEntry(int number) {
     title.UOPTimePlay = Coin();
     FillPgc(title.PGC.Add({}), Written::OfTitles);
   }
-  project_.Disc.Add(std::move(entry));
 }
 
 Project Generator::Make() {
@@ -212,9 +205,7 @@ Project Generator::Make() {
     FillTrack(project_.Tracks.Add({}), static_cast<std::size_t>(i));
   }
   for (std::int32_t i = Below(3); i > 0; --i) {
-    Palette_P palette;
-    Fill(PaletteKeys, palette);
-    project_.Palettes.Add(std::move(palette));
+    Fill(PaletteKeys, project_.Palettes.Add({}));
   }
   project_.FirstPlay.Uops = Uops(0, 4);
   AddCommands(project_.FirstPlay.PreCommands, FirstPgcKey);
