@@ -125,10 +125,7 @@ TEST(PgcWriter, LinksModesAndPalette) {
     EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA2, 1), value);
     EXPECT_EQ(At(Build(disc, chain, Domain::Menu), 0xA2, 1), 0U);
   }
-  Palette_P palette;
-  palette.Key = "Mine";
-  palette.PaletteColors[15] = 0xFFFFFF;
-  disc.Disc.Palettes.Add(palette);
+  disc.Disc.Palettes.Add({.Key = "Mine"}).PaletteColors[15] = 0xFFFFFF;
   EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA4 + 60, 4), 0U);
   chain.PaletteName = "Mine";
   EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA4 + 60, 4), 0x00EB8080U);
@@ -137,11 +134,10 @@ TEST(PgcWriter, LinksModesAndPalette) {
 TEST(PgcWriter, MenusLinkWithinTheirUnitForPlayers) {
   SyntheticDisc disc;
   for (const auto& names : {std::vector{"Top", "Same"}, std::vector{"Other", "Third", "Same"}}) {
-    Lang_P unit;
+    Lang_P& unit = disc.Set().Lang.Add({});
     for (const char* name : names) {
       unit.PGC.Add(ChainOf(name, {}));
     }
-    disc.Set().Lang.Add(unit);
   }
   const Lang_P& first = *disc.Set().Lang.Item(1);
   const auto players = PgcNumbers::OfUnit(disc.Set(), first, Rules::Players);

@@ -70,12 +70,11 @@ TEST(MenuUnits, LanguagesTypesAndOffsets) {
   for (const auto& [language, types] : {std::pair{"de", Types{"Root Menu", "PTT", "None"}},
                                         {"French", {}},
                                         {"Not Specified", {"audio", "Angle menu"}}}) {
-    Lang_P unit;
+    Lang_P& unit = disc.Set().Lang.Add({});
     unit.Language = language;
     for (const char* type : types) {
       unit.PGC.Add({}).MenuType = type;
     }
-    disc.Set().Lang.Add(unit);
   }
   // Units of three, no and two chains of 236 bytes.
   const Bytes bytes = BuildMenuUnits(disc.Records());
@@ -120,20 +119,9 @@ TEST(SetAttributes, RecordsOf776Bytes) {
   EXPECT_EQ(At(bytes, 16 + 349, 2), 0x0101U);
 }
 
-TEST(WholeFiles, TablesStandOnSectorsOfTheirOwn) {
+// The order of the tables is what players of whole discs read.
+TEST(WholeFiles, TheManagerHoldsTheFirstPlayChain) {
   SyntheticDisc disc;
-  AddVob(disc.Titles, 0, std::vector<int>(200, 24));
-  disc.AddTitle({ChainOf("A", {ProgramOf(0, {0})})});
-  Log log;
-  const Bytes set = BuildTitleSetIfo(disc.Records(), log);
-  const std::uint64_t sectors = set.size() / 2048;
-  EXPECT_EQ(set.size() % 2048, 0U);
-  EXPECT_EQ(At(set, 0x1C, 4), sectors - 1);
-  EXPECT_EQ(At(set, 0xC4, 4), sectors);
-  EXPECT_EQ(Words(set, 0xC8, 32),
-            "00000001 00000002 00000003 00000004 "
-            "00000000 00000000 00000005 00000007");  // no menu VOB; 200 cells take two sectors
-
   disc.Disc.FirstPlay.PreCommands.resize(1);
   const WrittenSet written{&disc.Set(), &disc.Menu, &disc.Titles};
   const EntryRecords manager{disc.Disc, *disc.Disc.Disc.Item(1), disc.Menu, disc.Menu, Rules::Players, false};
@@ -150,9 +138,7 @@ TEST(WholeFiles, TablesStandOnSectorsOfTheirOwn) {
 TEST(RegionMask, SetBitsForbid) {
   EXPECT_EQ(RegionMaskOf(AllRegions), 0x40);
   EXPECT_EQ(RegionMaskOf({}), 0xFF);
-  AllowedRegions eight{};
-  eight[7] = true;
-  EXPECT_EQ(RegionMaskOf(eight), 0x7F);
+  EXPECT_EQ(RegionMaskOf({false, false, false, false, false, false, false, true}), 0x7F);
 }
 
 }  // namespace
