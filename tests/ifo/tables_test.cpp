@@ -119,7 +119,7 @@ TEST(SetAttributes, RecordsOf776Bytes) {
   EXPECT_EQ(At(bytes, 16 + 349, 2), 0x0101U);
 }
 
-// The order of the tables is what players of whole discs read.
+// Where the tables lie is judged by the players of whole discs.
 TEST(WholeFiles, TheManagerHoldsTheFirstPlayChain) {
   SyntheticDisc disc;
   disc.Disc.FirstPlay.PreCommands.resize(1);
