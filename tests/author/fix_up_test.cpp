@@ -1,5 +1,6 @@
 #include "author/fix_up.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include "support/recording_ui.h"
@@ -10,22 +11,15 @@ namespace quorvelant {
 namespace {
 
 TEST(FixUp, SumsByNameInAnyCase) {
-  const auto kib = [](std::uint64_t sectors) { return sectors * 2048; };
-  const DiscSectors sums = SumSectors(std::vector<DiscFile>{{"video_ts.ifo", kib(3)},
-                                                            {"VIDEO_TS.VOB", kib(10)},
-                                                            {"VTS_02_0.VOB", kib(7)},
-                                                            {"VTS_02_0.IFO", kib(4)},
-                                                            {"VTS_02_1.VOB", kib(100)},
-                                                            {"VTS_02_0.BUP", kib(4)}});
-  ASSERT_EQ(sums.Rows.size(), 3U);
-  EXPECT_EQ(sums.Foreign, "");
-  EXPECT_EQ(sums.Rows[0].Ifo, 3U);
-  EXPECT_EQ(sums.Rows[0].MenuVob, 10U);
-  EXPECT_EQ(sums.Rows[1].Total, 0U);
-  EXPECT_EQ(sums.Rows[2].Total, 115U);
-  EXPECT_EQ(sums.Rows[2].MenuVob, 7U);
-  EXPECT_EQ(SumSectors(std::vector<DiscFile>{{"a.txt", 5}, {"VTS_01_0.IFO", 5}, {"b.txt", 5}}).Foreign,
-            "a.txt");
+  const std::vector<DiscFile> files{
+      {"video_ts.ifo", 6144}, {"VIDEO_TS.VOB", 20480},  {"VTS_02_0.VOB", 14336}, {"a.txt", 5},
+      {"VTS_02_0.IFO", 8192}, {"VTS_02_1.VOB", 204800}, {"VTS_02_0.BUP", 8192},  {"b.txt", 5}};
+  const DiscSectors sums = SumSectors(files);
+  std::string rows;
+  for (const SetSectors& row : sums.Rows) {
+    rows += fmt::format("{} {} {}|", row.Ifo, row.MenuVob, row.Total);
+  }
+  EXPECT_EQ(rows + sums.Foreign, "3 10 13|0 0 0|4 7 115|a.txt");
 }
 
 class FixUpFolder : public testing::Test {
@@ -41,12 +35,11 @@ class FixUpFolder : public testing::Test {
     for (const char* name : {"VIDEO_TS.IFO", "VIDEO_TS.BUP"}) {
       folder.Write(name, std::string(vmg.begin(), vmg.end()));
     }
-    for (const char* name : {"VTS_01_0.IFO", "VTS_01_0.BUP", "VTS_02_0.IFO", "VTS_02_0.BUP"}) {
-      folder.Write(name, std::string(2048, '\0'));
+    for (const std::string name : {"VTS_01_0.IFO", "VTS_01_0.BUP", "VTS_02_0.IFO", "VTS_02_0.BUP",
+                                   "VTS_01_0.VOB", "VTS_01_1.VOB", "VTS_02_1.VOB"}) {
+      const std::size_t sectors = name.ends_with("0.VOB") ? 3 : name.ends_with("1.VOB") ? 5 : 1;
+      folder.Write(name, std::string(SectorBytes * sectors, '\0'));
     }
-    folder.Write("VTS_01_0.VOB", std::string(3 * 2048, 'm'));
-    folder.Write("VTS_01_1.VOB", std::string(5 * 2048, 't'));
-    folder.Write("VTS_02_1.VOB", std::string(5 * 2048, 't'));
   }
   std::uint64_t Field(const char* name, std::size_t offset) {
     const std::string text = TempFolder::Read(folder / name);

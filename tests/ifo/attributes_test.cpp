@@ -8,14 +8,12 @@ namespace quorvelant {
 namespace {
 
 TEST(Attributes, TimesAreBcdWithTheRateOnTop) {
-  struct Case {
-    std::int64_t Frames;
-    int Rate;
-    std::uint32_t Value;
-  };
-  for (const Case& c : {Case{25, 25, 0x00000140}, Case{24, 25, 0x00000064}, Case{29, 30, 0x000000E9},
-                        Case{(3600 * 12 + 34 * 60 + 56) * 30, 30, 0x123456C0}, Case{-1, 25, 0x00000040}}) {
-    EXPECT_EQ(ToBcdTime(c.Frames, c.Rate).Value, c.Value) << c.Frames;
+  for (const auto& [frames, rate, value] : {std::tuple{25, 25, 0x00000140U},
+                                            {24, 25, 0x00000064U},
+                                            {29, 30, 0x000000E9U},
+                                            {(3600 * 12 + 34 * 60 + 56) * 30, 30, 0x123456C0U},
+                                            {-1, 25, 0x00000040U}}) {
+    EXPECT_EQ(ToBcdTime(frames, rate).Value, value) << frames;
   }
 }
 
@@ -48,33 +46,24 @@ TEST(Attributes, VideoBits) {
 }
 
 TEST(Attributes, AudioBytes) {
-  AudioMapRow row;
-  row.Language = "English";
-  row.SampleRate = 48;
-  row.Extension = "Directors Comments";
-  row.ChannelCount = 2;
-  row.Format = "AC3";
-  EXPECT_EQ(AudioAttributes(row, Domain::Title).Value, 0x04C1'656E'0003'0000U);
-  EXPECT_EQ(AudioAttributes(row, Domain::Menu).Value, 0x00C1'0000'0000'0000U);
-  row.Format = "PCM";
-  row.Quantisation = 20;
-  row.SampleRate = 96;
-  row.ChannelCount = 6;
-  row.Language = "None Specified";
-  EXPECT_EQ(AudioAttributes(row, Domain::Title).Value, 0x8455'0000'0003'0000U);
-  row.Quantisation = 16;
-  row.SampleRate = 48;
-  row.ChannelCount = 1;
-  row.Language.clear();
-  row.Extension = "unknown";
-  row.Format = "DTS";
-  EXPECT_EQ(AudioAttributes(row, Domain::Title).Value, 0xC000'0000'0000'0000U);
+  const struct {
+    AudioMapRow Row;
+    Domain Of;
+    std::uint64_t Value;
+  } cases[] = {
+      {{"English", 48, "Directors Comments", 2, "AC3", 1, 0, 0}, Domain::Title, 0x04C1'656E'0003'0000},
+      {{"English", 48, "Directors Comments", 2, "AC3", 1, 0, 0}, Domain::Menu, 0x00C1'0000'0000'0000},
+      {{"None Specified", 96, "Directors Comments", 6, "PCM", 1, 0, 20},
+       Domain::Title,
+       0x8455'0000'0003'0000},
+      {{"", 48, "unknown", 1, "DTS", 1, 0, 16}, Domain::Title, 0xC000'0000'0000'0000}};
+  for (const auto& [row, domain, value] : cases) {
+    EXPECT_EQ(AudioAttributes(row, domain).Value, value) << row.Format;
+  }
 }
 
 TEST(Attributes, SubpictureBytes) {
-  SubMapRow row;
-  row.Language = "german";
-  row.Extension = "Director Comments for Children";
+  SubMapRow row{"german", "Director Comments for Children", "", 0, 1, 0};
   EXPECT_EQ(SubpictureAttributes(row).Value, 0x0100'6465'000FU);
   row.Extension = "Forced";
   EXPECT_EQ(SubpictureAttributes(row).Value, 0x0100'6465'0009U);

@@ -1,6 +1,5 @@
 #include "ifo/pgc_writer.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "synthetic_disc.h"
@@ -8,18 +7,11 @@
 namespace quorvelant {
 namespace {
 
-using testing::ElementsAre;
-
 Bytes Build(SyntheticDisc& disc, const PGC_P& chain, Domain domain, const Rules& rules = Rules::Players,
             const Title_P* title = nullptr) {
   const EntryRecords records = disc.Records(rules);
   const PgcNumbers numbers = PgcNumbers::OfTitles(disc.Set(), rules);
   return BuildPgc(chain, {records, domain, numbers, title});
-}
-
-Bytes Part(const Bytes& bytes, std::size_t from, std::size_t count) {
-  return {bytes.begin() + static_cast<std::ptrdiff_t>(from),
-          bytes.begin() + static_cast<std::ptrdiff_t>(from + count)};
 }
 
 TEST(PgcWriter, TablesFollowOneAnother) {
@@ -37,35 +29,23 @@ TEST(PgcWriter, TablesFollowOneAnother) {
   second.StillTime = 255;
   second.CellCommand = 1;
   chain.PG.Item(5)->Cell.Item(1)->Seamless = true;  // its clock starts again
-  chain.PreCommands.resize(2);
+  chain.PreCommands.emplace_back().Deleted = true;
   chain.PreCommands[0].CommandHex = "2001000000000000";
-  chain.PreCommands[0].Deleted = true;
-  chain.PreCommands[1].CommandHex = "3002000000010000";
-  chain.CellCommands.resize(1);
-  chain.CellCommands[0].CommandHex = "2005000000000001";
-
+  chain.PreCommands.emplace_back().CommandHex = "3002000000010000";
+  chain.CellCommands.emplace_back().CommandHex = "2005000000000001";
   const Bytes bytes = Build(disc, chain, Domain::Title);
-  EXPECT_EQ(At(bytes, 0x02, 2), 0x0304U);      // programs that were written, cells
-  EXPECT_EQ(At(bytes, 0x04, 4), 0x00000458U);  // 24 + 36 + 10 + 48 frames
-  EXPECT_EQ(At(bytes, 0x08, 4), 0x01000001U);
+  EXPECT_EQ(Words(bytes, 0, 12), "00000304 00000458 01000001");  // 24 + 36 + 10 + 48 frames
   EXPECT_EQ(At(bytes, 0xA3, 1), 5U);
-  EXPECT_EQ(At(bytes, 0xE4, 2), 236U);
-  EXPECT_THAT(Part(bytes, 236, 24), ElementsAre(0, 1, 0, 0, 0, 1, 0, 23,      // pre, post, cell, end
-                                                0x30, 2, 0, 0, 0, 1, 0, 0,    // the pre command that is left
-                                                0x20, 5, 0, 0, 0, 0, 0, 1));  // the cell command
-  EXPECT_EQ(At(bytes, 0xE6, 2), 260U);
-  EXPECT_THAT(Part(bytes, 260, 4), ElementsAre(1, 3, 4, 0));  // three programs and a byte to stay even
-  EXPECT_EQ(At(bytes, 0xE8, 2), 264U);
-  EXPECT_THAT(Part(bytes, 264, 24), ElementsAre(2, 0, 0, 0, 0, 0, 0, 0x64,     // 24 frames
-                                                0, 0, 0, 0, 0, 0, 0, 0,        // first sector
-                                                0, 0, 0, 100, 0, 0, 0, 199));  // last VOBU
-  EXPECT_THAT(Part(bytes, 288, 8), ElementsAre(8, 0, 255, 1, 0, 0, 1, 0x51));  // goes on: seamless
-  EXPECT_THAT(Part(bytes, 312, 8), ElementsAre(2, 0, 0, 0, 0, 0, 0, 0x50));    // one frame counts for ten
-  EXPECT_EQ(At(bytes, 336, 1), 2U);
-  EXPECT_EQ(At(bytes, 0xEA, 2), 360U);
-  EXPECT_THAT(Part(bytes, 360, 16), ElementsAre(0, 1, 0, 1, 0, 1, 0, 2, 0, 1, 0, 3, 0, 2, 0, 1));
-  EXPECT_EQ(bytes.size(), 376U);
-
+  EXPECT_EQ(Words(bytes, 0xE4, 8), "00EC0104 01080168");
+  EXPECT_EQ(Words(bytes, 236),
+            "00010000 00010017 "                    // pre, post, cell, end
+            "30020000 00010000 20050000 00000001 "  // the pre command that is left; cell
+            "01030400 "                             // programs and a byte to stay even
+            "02000000 00000064 00000000 00000000 00000064 000000C7 "
+            "0800FF01 00000151 000000C8 00000000 00000190 000001F3 "  // goes on: seamless
+            "02000000 00000050 000001F4 00000000 000001F4 00000257 "  // one frame counts for ten
+            "02000000 00000163 00000258 00000000 00000384 000003E7 "
+            "00010001 00010002 00010003 00020001");
   EXPECT_EQ(At(Build(disc, chain, Domain::Title, Rules::Classic), 336, 1), 8U);
 }
 
@@ -73,13 +53,9 @@ TEST(PgcWriter, ChainsWithoutCells) {
   SyntheticDisc disc;
   PGC_P chain = ChainOf("A", {ProgramOf(0, {0})});
   EXPECT_EQ(Build(disc, chain, Domain::Title), Bytes(236));
-  chain.PostCommands.resize(1);
-  chain.PostCommands[0].CommandHex = "";  // a NOP
-  const Bytes bytes = Build(disc, chain, Domain::Title);
-  EXPECT_EQ(bytes.size(), 236U + 16);
-  EXPECT_EQ(At(bytes, 0xE4, 8), 0x00EC'0000'0000'0000U);
-  EXPECT_EQ(At(bytes, 238, 2), 1U);
-  EXPECT_EQ(At(bytes, 244, 8), 0U);
+  chain.PostCommands.emplace_back().CommandHex = "";  // a NOP
+  EXPECT_EQ(Words(Build(disc, chain, Domain::Title), 0xE4),
+            "00EC0000 00000000 00000001 0000000F 00000000 00000000");
 }
 
 TEST(PgcWriter, StreamsAreThoseOfTheTracksWithinThePolicy) {
@@ -91,14 +67,10 @@ TEST(PgcWriter, StreamsAreThoseOfTheTracksWithinThePolicy) {
   AddVob(disc.Menu, 0, {24}, carried);
   for (DomainRecords* domain : {&disc.Titles, &disc.Menu}) {
     for (const int number : {3, 1, 0}) {
-      AudioMapRow row;
-      row.StreamNumber = number;
-      domain->Audio.push_back(row);
+      domain->Audio.emplace_back().StreamNumber = number;
     }
     for (const int number : {5, 0}) {
-      SubMapRow row;
-      row.StreamNumber = number;
-      domain->Subs.push_back(row);
+      domain->Subs.emplace_back().StreamNumber = number;
     }
   }
   PGC_P chain = ChainOf("A", {ProgramOf(0, {0})});
@@ -153,10 +125,7 @@ TEST(PgcWriter, LinksModesAndPalette) {
     EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA2, 1), value);
     EXPECT_EQ(At(Build(disc, chain, Domain::Menu), 0xA2, 1), 0U);
   }
-  Palette_P palette;
-  palette.Key = "Mine";
-  palette.PaletteColors[15] = 0xFFFFFF;
-  disc.Disc.Palettes.Add(palette);
+  disc.Disc.Palettes.Add({.Key = "Mine"}).PaletteColors[15] = 0xFFFFFF;
   EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA4 + 60, 4), 0U);
   chain.PaletteName = "Mine";
   EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA4 + 60, 4), 0x00EB8080U);
@@ -165,11 +134,10 @@ TEST(PgcWriter, LinksModesAndPalette) {
 TEST(PgcWriter, MenusLinkWithinTheirUnitForPlayers) {
   SyntheticDisc disc;
   for (const auto& names : {std::vector{"Top", "Same"}, std::vector{"Other", "Third", "Same"}}) {
-    Lang_P unit;
+    Lang_P& unit = disc.Set().Lang.Add({});
     for (const char* name : names) {
       unit.PGC.Add(ChainOf(name, {}));
     }
-    disc.Set().Lang.Add(unit);
   }
   const Lang_P& first = *disc.Set().Lang.Item(1);
   const auto players = PgcNumbers::OfUnit(disc.Set(), first, Rules::Players);

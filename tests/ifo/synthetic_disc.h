@@ -1,6 +1,8 @@
 // A small disc in memory with records as the multiplexer would leave them, for tests of the tables.
 #pragma once
 
+#include <fmt/format.h>
+
 #include <string>
 #include <vector>
 
@@ -87,6 +89,15 @@ struct SyntheticDisc {
 
 inline std::uint64_t At(const Bytes& bytes, std::size_t offset, unsigned width) {
   return GetBytes(bytes, offset, width);
+}
+
+// The hex digits of `count` bytes, in words of four; by default all from `from` on.
+inline std::string Words(const Bytes& bytes, std::size_t from = 0, std::size_t count = SIZE_MAX) {
+  std::string words;
+  for (std::size_t at = from; at < std::min(bytes.size(), from + std::min(count, bytes.size())); ++at) {
+    words += fmt::format("{}{:02X}", at > from && (at - from) % 4 == 0 ? " " : "", bytes[at]);
+  }
+  return words;
 }
 
 }  // namespace quorvelant

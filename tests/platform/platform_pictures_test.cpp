@@ -18,6 +18,7 @@ namespace quorvelant {
 namespace {
 
 using testing::HasSubstr;
+using testing::ThrowsMessage;
 
 Picture Ramp(int width, int height) {
   Picture picture(width, height);
@@ -56,11 +57,11 @@ TEST(PlatformPictures, LoadsWhatOtherProgramsWrote) {
   const auto service = MakePlatformPictures();
   const Picture jpeg = service->Load(folder / "a.jpg");
   EXPECT_EQ(jpeg.Width, 64);
-  EXPECT_NEAR(static_cast<int>(jpeg.At(30, 30) & 255), 0x30, 4);
-  EXPECT_NEAR(static_cast<int>(jpeg.At(30, 30) >> 16), 0xC0, 4);
+  EXPECT_NEAR(jpeg.At(30, 30) & 255, 0x30, 4);
+  EXPECT_NEAR(jpeg.At(30, 30) >> 16, 0xC0, 4);
   const Picture grey = service->Load(folder / "grey.png");
   EXPECT_EQ(grey.At(0, 0) & 255, grey.At(0, 0) >> 16);
-  EXPECT_NEAR(static_cast<int>(service->Load(folder / "b.bmp").At(5, 5) & 255), 0x30, 8);
+  EXPECT_NEAR(service->Load(folder / "b.bmp").At(5, 5) & 255, 0x30, 8);
 }
 
 // Four inks as print programs write them, upside down: all of cyan and half of the others.
@@ -74,16 +75,15 @@ TEST(PlatformPictures, LoadsJpegOfFourInks) {
       0xFF, 0xC4, 0, 20, 0x10, 1,   0,   0,   0,   0, 0,   0,  0, 0, 0,  0, 0, 0,  0, 0, 0,  0x00,  // AC: 0
       0xFF, 0xDB, 0, 67, 0};
   jpeg.insert(jpeg.end(), 64, 1);
-  const Bytes scan{0xFF, 0xDA, 0,    14, 4, 1, 0, 2, 0, 3, 0, 4, 0, 0, 63, 0,  //
-                   0x9F, 0xF8, 0x0F,                                           // -1024, and three zeros
-                   0xFF, 0xD9};
+  const Bytes scan{0xFF, 0xDA, 0,    14,   4,   1, 0, 2, 0, 3, 0, 4, 0, 0, 63, 0,  //
+                   0x9F, 0xF8, 0x0F, 0xFF, 0xD9};  // -1024, and three zeros; the end
   jpeg.insert(jpeg.end(), scan.begin(), scan.end());
   const TempFolder folder;
   folder.Write("inks.jpg", {reinterpret_cast<const char*>(jpeg.data()), jpeg.size()});
   const std::uint32_t color = MakePlatformPictures()->Load(folder / "inks.jpg").At(4, 4);
   EXPECT_EQ(color & 255, 0U);
-  EXPECT_NEAR(static_cast<int>(color >> 8 & 255), 64, 1);
-  EXPECT_NEAR(static_cast<int>(color >> 16), 64, 1);
+  EXPECT_NEAR(color >> 8 & 255, 64, 1);
+  EXPECT_NEAR(color >> 16, 64, 1);
 }
 
 TEST(PlatformPictures, RefusesAndNamesTheFile) {
@@ -92,28 +92,18 @@ TEST(PlatformPictures, RefusesAndNamesTheFile) {
   service->Save(Ramp(64, 64), folder / "a.png");
   const std::string png = TempFolder::Read(folder / "a.png");
   folder.Write("cut.png", png.substr(0, png.size() / 2));
-  std::string huge = png;
   // 30000x30000, 8 bits, three colours, and the checksum of that.
-  huge.replace(16, 17,
-               std::string("\x00\x00\x75\x30\x00\x00\x75\x30\x08\x02\x00\x00\x00\xe9\x45\x6f\xed", 17));
-  folder.Write("huge.png", huge);
+  const std::string header("\x00\x00\x75\x30\x00\x00\x75\x30\x08\x02\x00\x00\x00\xe9\x45\x6f\xed", 17);
+  folder.Write("huge.png", std::string(png).replace(16, 17, header));
   folder.Write("text.png", "no picture at all");
   folder.Write("empty.jpg", "");
-  const struct {
-    const char* Name;
-    const char* Text;
-  } cases[] = {{"cut.png", "cut.png: the picture cannot be read"},
-               {"huge.png", "huge.png: a picture of 30000x30000 is too large"},
-               {"text.png", "text.png: this is no picture that can be read"},
-               {"empty.jpg", "empty.jpg: the file is empty"},
-               {"none.png", "none.png: the file does not exist"}};
-  for (const auto& test : cases) {
-    try {
-      service->Load(folder / test.Name);
-      ADD_FAILURE() << test.Name;
-    } catch (const PictureError& error) {
-      EXPECT_THAT(error.what(), HasSubstr(test.Text));
-    }
+  for (const auto& [name, text] : {std::pair{"cut.png", "the picture cannot be read"},
+                                   {"huge.png", "a picture of 30000x30000 is too large"},
+                                   {"text.png", "this is no picture that can be read"},
+                                   {"empty.jpg", "the file is empty"},
+                                   {"none.png", "the file does not exist"}}) {
+    EXPECT_THAT([&] { service->Load(folder / name); },
+                ThrowsMessage<PictureError>(HasSubstr(fmt::format("{}: {}", name, text))));
   }
   EXPECT_THROW(MakePlatformPictures({.MostSide = 63})->Load(folder / "a.png"), PictureError);
 }
@@ -128,11 +118,10 @@ TEST(PlatformPictures, TwoThreadsLoadAtOnceAndTheProgramsMessageHandlerStays) {
   service->Save(picture, folder / "a.png");
   folder.Write("text.png", "no picture at all");
   const QtMessageHandler before = qInstallMessageHandler(own);
-  std::atomic<int> right{0};
   const auto load = [&] {
     const auto mine = MakePlatformPictures();
     for (int i = 0; i < 50; ++i) {
-      right += mine->Load(folder / "a.png") == picture ? 1 : 0;
+      EXPECT_EQ(mine->Load(folder / "a.png"), picture);
       EXPECT_THROW(mine->Load(folder / "text.png"), PictureError);
     }
   };
@@ -144,7 +133,6 @@ TEST(PlatformPictures, TwoThreadsLoadAtOnceAndTheProgramsMessageHandlerStays) {
   qWarning("the program's own");
   EXPECT_EQ(heard, 1);
   EXPECT_EQ(qInstallMessageHandler(before), own);
-  EXPECT_EQ(right, 100);
 }
 
 // The program alone in a folder: bitmaps are its own, and for the rest it says what it lacks.
@@ -157,9 +145,8 @@ TEST(PlatformPictures, WithoutItsModuleTheProgramTakesBitmapsAndSaysSo) {
   service->Save(Ramp(720, 576), folder / "a.bmp");
   service->Save(Ramp(720, 576), folder / "a.png");
   const auto still = [&](const std::string& input) {
-    return std::system(fmt::format("'{0}' still '{1}/{2}' '{1}/a.m2v' > '{1}/out' 2>&1", program,
-                                   folder.Path().string(), input)
-                           .c_str());
+    const std::string words = fmt::format("'{}' still {} a.m2v > out 2>&1", program, input);
+    return std::system(fmt::format("cd '{}' && {}", folder.Path().string(), words).c_str());
   };
   EXPECT_EQ(still("a.bmp"), 0) << TempFolder::Read(folder / "out");
   EXPECT_NE(still("a.png"), 0);
@@ -167,8 +154,8 @@ TEST(PlatformPictures, WithoutItsModuleTheProgramTakesBitmapsAndSaysSo) {
               HasSubstr("a.png: pictures other than Windows bitmaps need the module quorvelant_pictures.so"));
   // Where an installation puts it.
   std::filesystem::create_directories(folder / "lib/quorvelant");
-  std::filesystem::copy_file(BuildFile("quorvelant_pictures.so"),
-                             folder / "lib/quorvelant/quorvelant_pictures.so");
+  const std::string module = "quorvelant_pictures.so";
+  std::filesystem::copy_file(BuildFile(module), folder / ("lib/quorvelant/" + module));
   EXPECT_EQ(still("a.png"), 0) << TempFolder::Read(folder / "out");
   folder.Write("cut.png", TempFolder::Read(folder / "a.png").substr(0, 1000));
   EXPECT_NE(still("cut.png"), 0);  // and the decoder prints nothing besides
@@ -197,10 +184,9 @@ TEST(PlatformPictures, DrawsTextInItsColoursAlone) {
   int drawn = 0;
   for (int i = 0; i < 200 * 60; ++i) {
     const std::uint32_t color = page.At(i % 200, i / 200);
-    EXPECT_TRUE(color == 0xFFFFFF || color == 0x0000F0)
-        << color;  // no soft edges: subtitles have four colours
+    // No soft edges: subtitles have four colours.
+    EXPECT_TRUE(color == 0xFFFFFF || (color == 0x0000F0 && i % 200 >= 8)) << color;
     drawn += color == 0x0000F0 ? 1 : 0;
-    EXPECT_TRUE(i % 200 >= 8 || color == 0xFFFFFF);
   }
   EXPECT_GT(drawn, 200);
   Picture soft = blank;

@@ -131,7 +131,6 @@ TEST(EncodeSPUBitmap, OddSizesUnderBothRules) {
 
 SPURecord RecordWith(std::uint32_t stopDelay, bool forced) {
   SPURecord record;
-  record.Conversion = Colors;
   record.ColorIndexes = {1, 2, 3, 4};
   record.Contrasts = {15, 14, 13, 0};
   record.StopDelay = stopDelay;
@@ -145,24 +144,15 @@ TEST(BuildSPU, WorkedExample) {
   const auto bitmap = EncodeSPUBitmap(picture, Colors, 100, 400, false, Rules::Players);
   ASSERT_TRUE(bitmap);
   const Bytes expected{
-      0x00, 0x2E,                    // 46 bytes
-      0x00, 0x10,                    // the first sequence
-      0x81, 0x10, 0x00,              // .. pppp
-      0x00,                          //          to the end .
-      0x81, 0x10, 0x00, 0x00,        // the third line
-      0x85, 0xB5, 0x00, 0x00,        // second field: .. p EE p to the end .
-      0x00, 0x00,                    // at once
-      0x00, 0x28,                    // the next sequence
-      0x01,                          // start
-      0x03, 0x12, 0x34,              // colours
-      0x04, 0xFE, 0xD0,              // contrasts
-      0x05, 0x06, 0x40, 0x6B,        // columns 100 to 107
-      0x19, 0x01, 0x91,              // lines 400 to 401
-      0x06, 0x00, 0x04, 0x00, 0x0C,  // the fields
-      0xFF,                          // end
-      0x00, 0xAF,                    // 175 steps of 1024/90000 s: two seconds
-      0x00, 0x28,                    // itself
-      0x02, 0xFF,                    // stop, end
+      0x00, 0x2E, 0x00, 0x10,                    // 46 bytes; the first sequence
+      0x81, 0x10, 0x00, 0x00,                    // .. pppp to the end .
+      0x81, 0x10, 0x00, 0x00,                    // the third line
+      0x85, 0xB5, 0x00, 0x00,                    // second field: .. p EE p to the end .
+      0x00, 0x00, 0x00, 0x28, 0x01,              // at once; the next sequence; start
+      0x03, 0x12, 0x34, 0x04, 0xFE, 0xD0,        // colours, contrasts
+      0x05, 0x06, 0x40, 0x6B, 0x19, 0x01, 0x91,  // columns 100 to 107, lines 400 to 401
+      0x06, 0x00, 0x04, 0x00, 0x0C, 0xFF,        // the fields, end
+      0x00, 0xAF, 0x00, 0x28, 0x02, 0xFF,        // 175 steps of 1024/90000 s: two seconds; itself, stop, end
   };
   EXPECT_EQ(BuildSPU(RecordWith(175, false), *bitmap), expected);
 }

@@ -88,17 +88,10 @@ TEST(SpuTiming, TheLastOfASceneStaysWhereACellHoldsTheScene) {
 
   project.Tracks.Add(Track{});
   project.Tracks.Add(track);
-  PGC_P pgc;
-  pgc.PG.Add(PG_P{});
-  Cell_P& cell = pgc.PG.Item(1)->Cell.Add(Cell_P{});
+  Cell_P& cell = project.Disc.Add({}).Title.Add({}).PGC.Add({}).PG.Add({}).Cell.Add({});
   cell.SegmentUsed = 1;
   cell.pScene = 1;
   cell.StillTime = 255;
-  Title_P title;
-  title.PGC.Add(pgc);
-  VTS_P entry;
-  entry.Title.Add(title);
-  project.Disc.Add(entry);
   EXPECT_EQ(ScenesWithStillTime(project, 1), (std::vector<bool>{false, true}));
   EXPECT_TRUE(ScenesWithStillTime(project, 0).empty());
 }

@@ -2,10 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "disc/nav_layout.h"
-#include "disc/table_layout.h"
-#include "disc/vmgi_layout.h"
-#include "disc/vtsi_layout.h"
+#include "base/bytes.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 #include "verify/messages.h"
@@ -23,25 +20,21 @@ struct SmallestDisc {
   Bytes Vob = Bytes(3 * SectorBytes);
 
   SmallestDisc() {
-    const auto begin = [](Bytes& ifo, std::string_view id, std::uint32_t sectors) {
-      std::ranges::copy(id, ifo.begin());
-      Put(ifo, vtsi::SetLast, disc::Sectors{sectors - 1});
-    };
-    begin(Manager, "DVDVIDEO-VMG", 4);
-    Put(Manager, vmgi::TitleSearch, disc::Sectors{1});
-    const ByteSpan titles = ByteSpan(Manager).subspan(SectorBytes);
-    Put(titles, table_head::Count, disc::Number{1});
-    Put(titles, table_head::Last, disc::ByteOffset{table_head::Size + title_entry::Size - 1});
-    Put(titles.subspan(table_head::Size), title_entry::TitleSet, disc::Number{1});
-    Put(titles.subspan(table_head::Size), title_entry::SetStart, disc::Sectors{4});
-    begin(Set, "DVDVIDEO-VTS", 7);
-    Put(Set, vtsi::TitleVobus, disc::Sectors{1});
+    std::ranges::copy(std::string_view("DVDVIDEO-VMG"), Manager.begin());
+    PutBytes(Manager, 0x0C, 4, 3);              // its last sector
+    PutBytes(Manager, 0xC4, 4, 1);              // the sector of its titles
+    PutBytes(Manager, SectorBytes, 2, 1);       // one title
+    PutBytes(Manager, SectorBytes + 4, 4, 19);  // the last byte of that table
+    Manager[SectorBytes + 8 + 6] = 1;           // the title's set
+    Manager[SectorBytes + 8 + 11] = 4;          // which starts at sector 4
+    std::ranges::copy(std::string_view("DVDVIDEO-VTS"), Set.begin());
+    PutBytes(Set, 0x0C, 4, 6);
+    PutBytes(Set, 0xE4, 4, 1);                     // the sector of the map of VOBUs
     PutBytes(Set, SectorBytes, 4, 4 + 2 * 4 - 1);  // the last byte of a map of two
     PutBytes(Set, SectorBytes + 8, 4, 2);
-    for (const std::uint32_t sector : {0U, 2U}) {
-      const ByteSpan pack = ByteSpan(Vob).subspan(sector * SectorBytes);
-      Put(pack, nav::PciStartCode, disc::Number{nav::PrivateStream2});
-      Put(pack, nav::PciLbn, disc::Sectors{sector});
+    for (const std::size_t sector : {0U, 2U}) {
+      PutBytes(Vob, sector * SectorBytes + 38, 4, 0x1BF);   // private stream 2
+      PutBytes(Vob, sector * SectorBytes + 45, 4, sector);  // the pack's own address
     }
   }
 };
@@ -68,32 +61,28 @@ std::vector<std::string> FaultsOf(const Files& files) {
 }
 
 TEST(ReadBack, NamesEachFaultOfTheContents) {
-  struct Case {
-    std::function<void(SmallestDisc&)> Spoil;
-    std::vector<std::string> Faults;
+  EXPECT_EQ(FaultsOf(FilesOf({})), std::vector<std::string>{});
+  const struct {
+    Bytes SmallestDisc::*File;
+    std::size_t Offset;
+    unsigned Width;
+    std::uint64_t Value;
+    const char* Fault;
+  } cases[] = {
+      {&SmallestDisc::Manager, 9, 1, 'X', "read-back-no-ifo VIDEO_TS.IFO"},
+      {&SmallestDisc::Set, 0xC8, 4, 2, "read-back-pointer VTS_01_0.IFO"},
+      {&SmallestDisc::Manager, SectorBytes + 4, 4, SectorBytes, "read-back-table VIDEO_TS.IFO"},
+      {&SmallestDisc::Set, 0x0C, 4, 7, "read-back-set-size VTS_01_0.IFO"},
+      {&SmallestDisc::Manager, SectorBytes + 8 + 11, 1, 0, "read-back-title-start VIDEO_TS.IFO"},
+      {&SmallestDisc::Manager, SectorBytes + 8 + 6, 1, 2, "read-back-title-start VIDEO_TS.IFO"},
+      {&SmallestDisc::Vob, 38 + 3, 1, 0xE0, "read-back-nav-missing VTS_01_1.VOB"},
+      {&SmallestDisc::Vob, 2 * SectorBytes + 48, 1, 1, "read-back-nav-address VTS_01_1.VOB"},
+      {&SmallestDisc::Set, SectorBytes + 8, 4, 3, "read-back-nav-missing VTS_01_1.VOB"},
   };
-  for (const Case& c : {
-           Case{[](SmallestDisc&) {}, {}},
-           Case{[](SmallestDisc& disc) { disc.Manager[9] = 'X'; }, {"read-back-no-ifo VIDEO_TS.IFO"}},
-           Case{[](SmallestDisc& disc) { Put(disc.Set, vtsi::Chapters, disc::Sectors{2}); },
-                {"read-back-pointer VTS_01_0.IFO"}},
-           Case{[](SmallestDisc& disc) { PutBytes(disc.Manager, SectorBytes + 4, 4, SectorBytes); },
-                {"read-back-table VIDEO_TS.IFO"}},
-           Case{[](SmallestDisc& disc) { Put(disc.Set, vtsi::SetLast, disc::Sectors{7}); },
-                {"read-back-set-size VTS_01_0.IFO"}},
-           Case{[](SmallestDisc& disc) { disc.Manager[SectorBytes + 8 + 11] = 0; },
-                {"read-back-title-start VIDEO_TS.IFO"}},
-           Case{[](SmallestDisc& disc) { disc.Manager[SectorBytes + 8 + 6] = 2; },
-                {"read-back-title-start VIDEO_TS.IFO"}},
-           Case{[](SmallestDisc& disc) { disc.Vob[38 + 3] = 0xE0; }, {"read-back-nav-missing VTS_01_1.VOB"}},
-           Case{[](SmallestDisc& disc) { disc.Vob[2 * SectorBytes + 48] = 1; },
-                {"read-back-nav-address VTS_01_1.VOB"}},
-           Case{[](SmallestDisc& disc) { PutBytes(disc.Set, SectorBytes + 8, 4, 3); },
-                {"read-back-nav-missing VTS_01_1.VOB"}},
-       }) {
+  for (const auto& test : cases) {
     SmallestDisc disc;
-    c.Spoil(disc);
-    EXPECT_EQ(FaultsOf(FilesOf(disc)), c.Faults);
+    PutBytes(disc.*test.File, test.Offset, test.Width, test.Value);
+    EXPECT_THAT(FaultsOf(FilesOf(disc)), ElementsAre(test.Fault));
   }
 }
 
