@@ -293,11 +293,12 @@ TEST_F(AuthorCommand, FailuresAreOneClearErrorAndNoFolder) {
     EXPECT_FALSE(fs::exists(temp / ".VIDEO_TS.making"));
     temp.Write(std::string("media/") + c.File, former);
   }
-  // What can be multiplexed is taken by tradition, and told once.
+  // What can be multiplexed is taken by tradition, and told once: no disc has the size, and the other film's
+  // is not the same.
   temp.Write("media/second.m2v", TempFolder::Read(SampleVideo({.Width = 480, .Frames = 200})));
   ui.Messages.clear();
   EXPECT_EQ(Author({project, "-o", disc, "--rules", "classic"}), ExitDone);
-  EXPECT_EQ(ui.Messages.size(), 1U);
+  EXPECT_EQ(ui.Messages.size(), 2U);
 }
 
 }  // namespace
