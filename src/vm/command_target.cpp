@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "disc/command_hex.h"
+
 namespace quorvelant {
 namespace {
 
@@ -129,7 +131,7 @@ CommandTarget TargetOf(const CommandBytes& bytes) {
 }
 
 CommandTarget TargetOf(const VMICommand_P& command) {
-  return TargetOf(BytesOfCommand(command.CommandHex));
+  return TargetOf(ParseCommandHex(command.CommandHex));
 }
 
 }  // namespace quorvelant
