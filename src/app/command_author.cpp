@@ -70,7 +70,9 @@ bool Load(const AuthorArguments& arguments, Project& project, UserInterface& ui)
   };
   const LoadResult loaded = LoadScriptFile(arguments.Project, project, options, quiet);
   Findings findings = LoadFindings(loaded);
-  Append(findings, CheckProject(project));
+  if (loaded.Loaded) {
+    Append(findings, CheckProject(project, arguments.RulesUsed()));
+  }
   for (const Message& finding : findings) {
     ui.Tell(finding);
   }

@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "check/check.h"
 #include "check/check_sources.h"
+#include "check/disc_limits.h"
 #include "edit/outline_json.h"
 #include "platform/platform_pictures.h"
 #include "script/load_findings.h"
@@ -88,7 +89,10 @@ int Run(const CheckOptions& options, CommandContext& context) {
   SilentBoxes quiet(context.Ui);  // the findings hold what the load would say
   const LoadResult load = OpenProject(options.Project, project, Rules::Players, quiet);
   Findings findings = LoadFindings(load);
-  Append(findings, CheckProject(project));
+  if (load.Loaded) {
+    Append(findings, CheckProject(project));
+    Append(findings, CheckLimits(project));
+  }
   Append(findings, CheckSources(project, options.Sources, context.Ui));
   const int status = HasErrors(findings) ? ExitFailed : ExitDone;
   if (options.Json) {

@@ -134,7 +134,7 @@ DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui, Pi
   plan.Rules = rules;
   plan.Ntsc = disc.Standard() == "NTSC";
   plan.Sources = disc.Tracks;
-  plan.Findings = CheckLimits(disc);
+  plan.Findings = CheckLimits(disc, rules);
   SourceJudge judge(disc.SourceFolder(), rules, ui);
   int number = 0;
   for (const VTS_P& entry : disc.Disc) {

@@ -15,6 +15,9 @@ struct Rules {
   bool VmgPgcCountsWithinUnit = false;
   // vm. The resume cell of CallSS: counted within the PGC; traditionally within the program.
   bool ResumeCellCountsThroughPgc = false;
+  // vm. A program without a live cell, which does not reach the disc, has no number; traditionally it is
+  // counted, and commands lead a program too far.
+  bool EmptyProgramsUncounted = false;
 
   // analysis. The samples of a WAV file start after its "data" chunk header; traditionally at byte 44.
   bool WavWalksToData = false;
@@ -71,6 +74,10 @@ struct Rules {
   // whatever can be multiplexed is taken.
   bool RefusesUnfitSources = false;
 
+  // check. A disc that players refuse, or that plays something else than its project says, is an error;
+  // traditionally it is made, with a warning.
+  bool RefusesDeadDiscs = false;
+
   // app. A run goes by the settings; traditionally, by built-in ones that allow no region and keep
   // sequence end codes.
   bool GoesBySettings = false;
@@ -83,6 +90,7 @@ inline constexpr Rules Rules::Classic{};
 inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .VmgPgcCountsWithinUnit = true,
                                       .ResumeCellCountsThroughPgc = true,
+                                      .EmptyProgramsUncounted = true,
                                       .WavWalksToData = true,
                                       .OneScrRounding = true,
                                       .PcmGroupsSamples = true,
@@ -101,6 +109,7 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .PgcLinksThroughTable = true,
                                       .MarkClockRestart = true,
                                       .RefusesUnfitSources = true,
+                                      .RefusesDeadDiscs = true,
                                       .GoesBySettings = true};
 
 }  // namespace quorvelant

@@ -4,8 +4,11 @@
 #include <unordered_set>
 
 #include "base/text.h"
+#include "check/command_check.h"
 #include "check/messages.h"
+#include "check/mixed_set_check.h"
 #include "check/stream_numbers.h"
+#include "check/structure_check.h"
 #include "model/keys.h"
 #include "model/stream_maps.h"
 #include "model/update_my_dvd.h"
@@ -165,8 +168,16 @@ Findings ProjectChecker::Run() {
 
 }  // namespace
 
-Findings CheckProject(const Project& project) {
+Findings CheckNamesAndStreams(const Project& project) {
   return ProjectChecker(project).Run();
+}
+
+Findings CheckProject(const Project& project, const Rules& rules) {
+  Findings findings = CheckNamesAndStreams(project);
+  Append(findings, ByRules(CheckMixedSets(project), rules));
+  Append(findings, ByRules(CheckStructure(project), rules));
+  Append(findings, ByRules(CheckCommandTargets(project), rules));
+  return findings;
 }
 
 }  // namespace quorvelant

@@ -6,7 +6,8 @@
 
 namespace quorvelant {
 
-// Errors for what is beyond the limits, warnings for cells whose scene does not exist.
-[[nodiscard]] Findings CheckLimits(const Project& project);
+// Errors for what is beyond the limits (the classic rules warn where they make a disc of it), warnings for
+// cells whose scene does not exist.
+[[nodiscard]] Findings CheckLimits(const Project& project, const Rules& rules = Rules::Players);
 
 }  // namespace quorvelant

@@ -16,6 +16,59 @@ inline constexpr MessageKind CellCommandMissing{"cell-command-missing", Severity
 inline constexpr MessageKind StillTimeBeyond{"still-time", Severity::Error, "Still Time",
                                              "A still lasts 0 to {} seconds, or for ever with {}; not {}"};
 
+// What no player gets through. The names are those of the elements.
+
+inline constexpr std::string_view StructureTitle = "Structure";
+inline constexpr MessageKind FirstPlayLeadsNowhere{"first-play-leads-nowhere", Severity::Error,
+                                                   StructureTitle,
+                                                   "First Play has no command that plays a title or a menu, "
+                                                   "so a player stops as soon as the disc is in: give "
+                                                   "it a JumpTT or a JumpSS"};
+inline constexpr MessageKind SetWithoutTitles{
+    "set-without-titles", Severity::Error, StructureTitle,
+    R"(The title set "{}" has no titles, and players refuse such a set: add a title or remove the set)"};
+inline constexpr MessageKind TitleWithoutCells{
+    "title-without-cells", Severity::Error, StructureTitle,
+    R"(The title "{}" has no cells, so there is nothing to play and its commands never run: place a scene in )"
+    "it or remove it"};
+inline constexpr MessageKind TitleStartsWithoutCells{
+    "title-starts-without-cells", Severity::Error, StructureTitle,
+    R"(The title "{}" starts with the PGC "{}", which has no cells: players start at the first part and never )"
+    "come by it. Place a scene in that PGC or put its commands into the next one"};
+inline constexpr MessageKind LanguageWithoutPgcs{
+    "language-without-pgcs", Severity::Error, StructureTitle,
+    R"(The language "{}" has no PGCs, and a player that takes it finds no menu: add one or remove the language)"};
+inline constexpr MessageKind MenuLeadsNowhere{
+    "menu-leads-nowhere", Severity::Error, StructureTitle,
+    R"(The menu "{}" neither holds by a still time nor leads on, so a player stops there: give it a still time )"
+    "of 255, a command that jumps or links, or a next PGC"};
+
+// Commands where they stand: the text first.
+
+inline constexpr std::string_view NavigationTitle = "Navigation";
+inline constexpr MessageKind TargetForbidden{
+    "target-forbidden", Severity::Error, NavigationTitle,
+    R"("{}" cannot stand in {}, where players stop at it or pass over it: {})"};
+inline constexpr MessageKind TargetMissing{
+    "target-missing", Severity::Error, NavigationTitle,
+    R"("{}" leads to what the disc does not have, and a player stops there: {})"};
+
+// Tracks of one domain that differ: the domain's key stands in front, then what both are.
+
+inline constexpr std::string_view MixedTitle = "Mixed Set";
+inline constexpr MessageKind VideoMixed{
+    "video-mixed", Severity::Error, MixedTitle,
+    R"(The {} of {} hold the track "{}" of {} and the track "{}" of {}; players are told the first for both and )"
+    "show the other wrong: put it into another title set, or encode both alike"};
+inline constexpr MessageKind AudioMixed{
+    "audio-mixed", Severity::Error, MixedTitle,
+    R"(The {} of {} hold audio stream {} as {} in the track "{}" and as {} in the track "{}"; players are told )"
+    "the first for both and play noise or nothing: give it another stream number, or encode both alike"};
+inline constexpr MessageKind AspectUnlikeDomain{
+    "aspect-unlike-domain", Severity::Warning, MixedTitle,
+    R"(The track "{}" is 4:3, and its display mode "{}" makes players show the titles of {} as 16:9, which )"
+    R"(stretches it: set the mode to "Not Specified")"};
+
 // --- what a disc has room for: the count and the most ---
 
 inline constexpr std::string_view LimitTitle = "Disc Limit";
@@ -29,6 +82,11 @@ inline constexpr MessageKind TooManyCells{"too-many-cells", Severity::Error, Lim
                                           R"(PGC "{}" has {} cells; there can be {})"};
 inline constexpr MessageKind TooManyCommands{"too-many-commands", Severity::Error, LimitTitle,
                                              R"(PGC "{}" has {} commands; there can be {})"};
+inline constexpr MessageKind TooManyPgcs{"too-many-pgcs", Severity::Error, LimitTitle,
+                                         R"("{}" has {} PGCs; there can be {})"};
+inline constexpr MessageKind TooManyParts{
+    "too-many-parts", Severity::Error, LimitTitle,
+    R"(The title "{}" has {} programs, which are its parts; there can be {})"};
 inline constexpr MessageKind CellLeftOut{
     "cell-left-out", Severity::Warning, LimitTitle,
     R"(A cell of PGC "{}" names the scene "{}", which no track has: it is left out)"};

@@ -12,6 +12,8 @@ inline constexpr std::size_t MostTitleSets = 99;
 inline constexpr std::size_t MostTitles = 99;
 inline constexpr std::size_t MostPrograms = 99;   // of a program chain
 inline constexpr std::size_t MostCells = 255;     // of a program chain
-inline constexpr std::size_t MostCommands = 255;  // of a program chain
+inline constexpr std::size_t MostCommands = 128;  // of a program chain, in all its lists
+inline constexpr std::size_t MostPgcs = 999;      // of a title set's titles, and of a language unit
+inline constexpr std::size_t MostParts = 999;     // of a title
 
 }  // namespace quorvelant

@@ -8,8 +8,8 @@ namespace quorvelant {
 namespace {
 
 constexpr std::string_view NotUsed = "--Not Used--";
-constexpr std::size_t MostAudioLines = 8;
-constexpr std::size_t MostSubLines = 31;
+constexpr std::size_t MostAudioLines = AudioStreamCount;
+constexpr std::size_t MostSubLines = SubStreamCount;
 
 // Adds a section's lines and gives their number.
 template <class Row>

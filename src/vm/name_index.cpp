@@ -51,7 +51,9 @@ class NameCollector {
       if (at.In() == Domain::Title) {
         number = at.Number == 1 ? 0 : number;
         for (const PG_P& program : at.Chain->PG) {
-          Add(program.PGName, at.IsLive && IsLive(program), ++number, at.UnitNumber);
+          if (IsCounted(program)) {
+            Add(program.PGName, at.IsLive && IsLive(program), ++number, at.UnitNumber);
+          }
         }
       }
     }
@@ -61,7 +63,9 @@ class NameCollector {
     for (const auto& at : pgcs_) {
       std::size_t number = 0;
       for (const PG_P& program : at.Chain->PG) {
-        Add(program.PGName, at.IsLive && IsLive(program), ++number);
+        if (IsCounted(program)) {
+          Add(program.PGName, at.IsLive && IsLive(program), ++number);
+        }
       }
     }
   }
@@ -85,6 +89,11 @@ class NameCollector {
   std::size_t Most() const { return most_; }
 
  private:
+  // Removed programs keep their numbers, as all removed elements do.
+  bool IsCounted(const PG_P& program) const {
+    return !rules_.EmptyProgramsUncounted || program.Removed || std::ranges::any_of(program.Cell, IsLive);
+  }
+
   void CellsOf(const PlacedPgc<const PGC_P>& at, bool throughPgc) {
     std::size_t number = 0;
     for (const PG_P& program : at.Chain->PG) {

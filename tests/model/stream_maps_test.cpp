@@ -186,9 +186,9 @@ TEST_F(StreamMapsTest, ThePageTellsTooManyStreams) {
   const std::string_view eight = "0 1 2 3 4 5 6 7";
   const std::string_view nine = "0 1 2 3 4 5 6 7 8";
   const std::tuple<std::string_view, std::size_t, std::string_view> cases[] = {
-      {eight, 31, ""},
+      {eight, 32, ""},
       {nine, 31, "Maximum Audio Streams Error"},
-      {eight, 32, "Maximum SubPicture Streams Error"},
+      {eight, 33, "Maximum SubPicture Streams Error"},
       {nine, 33, "Maximum SubPicture and Audio Streams Error"}};
   for (const auto& [audio, subCount, title] : cases) {
     MakeDefaultStructure(Work);

@@ -1,0 +1,259 @@
+#include "check/command_check.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+
+#include "check/disc_contents.h"
+#include "check/messages.h"
+#include "model/keys.h"
+#include "model/walk.h"
+#include "vm/command_target.h"
+
+namespace quorvelant {
+namespace {
+
+// The four domains of the format, as bits.
+enum Space : std::uint8_t { FirstPlay = 1, Manager = 2, SetMenus = 4, Titles = 8 };
+
+constexpr std::string_view NameOf(Space space) {
+  switch (space) {
+    case FirstPlay:
+      return "First Play";
+    case Manager:
+      return "a menu of the Video Manager";
+    case SetMenus:
+      return "a menu of a title set";
+    default:
+      return "a title";
+  }
+}
+
+// Where a command stands.
+struct Stand {
+  const PGC_P& Chain;
+  Space In = FirstPlay;
+  const VTS_P* Entry = nullptr;
+  const Lang_P* Language = nullptr;
+  const Title_P* Title = nullptr;
+};
+
+// Whether a target has the form of a row, the domains that may hold it, and what to write elsewhere.
+struct Permit {
+  bool (*Fits)(const CommandTarget&);
+  std::uint8_t Allowed;
+  std::string_view Remedy;
+};
+
+template <Instruction What>
+bool Is(const CommandTarget& target) {
+  return target.What == What;
+}
+
+// The first row that fits counts.
+constexpr std::array Permits{
+    Permit{Is<Instruction::JumpTt>, FirstPlay | Manager,
+           "within a set JumpVTS_TT reaches its titles; those of other sets are reached by way of the title "
+           "menu"},
+    Permit{Is<Instruction::JumpVtsTt>, SetMenus | Titles, "there JumpTT reaches the titles of the disc"},
+    Permit{Is<Instruction::JumpVtsPtt>, SetMenus | Titles,
+           "there JumpTT reaches a title, whose pre commands may lead on to a part"},
+    Permit{[](const CommandTarget& target) {
+             return target.What == Instruction::JumpSs && target.Space == SystemSpace::SetMenu;
+           },
+           FirstPlay | Manager, "a menu reaches others of its set by LinkPGCN, a title by CallSS"},
+    Permit{Is<Instruction::JumpSs>, FirstPlay | Manager | SetMenus, "a title reaches menus by CallSS"},
+    Permit{Is<Instruction::CallSs>, Titles, "only titles are come back to: JumpSS leads to a menu"},
+    Permit{[](const CommandTarget& target) { return target.IsResume(); }, Manager | SetMenus,
+           "only a menu that a title called can go back"},
+    Permit{[](const CommandTarget& target) { return target.IsLink(LinkKind::Part); }, Titles,
+           "a menu of the set reaches parts by JumpVTS_PTT"},
+    Permit{Is<Instruction::Link>, Manager | SetMenus | Titles,
+           "First Play reaches titles by JumpTT and menus by JumpSS"}};
+
+const Permit* PermitOf(const CommandTarget& target) {
+  const auto* const permit =
+      std::ranges::find_if(Permits, [&target](const Permit& row) { return row.Fits(target); });
+  return permit == Permits.end() ? nullptr : permit;
+}
+
+// What a count leaves out: "title 3 (the disc has 2)"; nothing where the number is there.
+using Missing = std::optional<std::string>;
+Missing Beyond(std::string_view what, std::int32_t number, std::size_t count, std::string_view whose) {
+  const bool there = number >= 1 && static_cast<std::size_t>(number) <= count;
+  return there ? std::nullopt : Missing(fmt::format("{} {} ({} has {})", what, number, whose, count));
+}
+
+class CommandChecker {
+ public:
+  explicit CommandChecker(const Project& project) : project_(project), contents_(project) {}
+
+  Findings Run() {
+    CheckChain({.Chain = project_.FirstPlay});
+    for (const auto& at : LivePgcs(project_)) {
+      const bool manager = at.EntryNumber == 1;
+      CheckChain({.Chain = *at.Chain,
+                  .In = at.Title != nullptr ? Titles
+                        : manager           ? Manager
+                                            : SetMenus,
+                  .Entry = at.Entry,
+                  .Language = at.Language,
+                  .Title = at.Title});
+    }
+    return std::move(findings_);
+  }
+
+ private:
+  void CheckChain(const Stand& stand) {
+    for (const CommandList* list :
+         {&stand.Chain.PreCommands, &stand.Chain.PostCommands, &stand.Chain.CellCommands}) {
+      CheckList(stand, *list, stand.Chain.Key);
+    }
+    for (const Cell_P* cell : LiveCells(stand.Chain)) {
+      for (const ButtonCommands_P& play : cell->ButtonCommands) {
+        CheckList(stand, play.Commands, cell->Key);
+      }
+    }
+  }
+
+  void CheckList(const Stand& stand, const CommandList& list, const std::string& key) {
+    for (const VMICommand_P& command : list) {
+      if (!command.Deleted) {
+        Check(stand, command, key);
+      }
+    }
+  }
+
+  void Check(const Stand& stand, const VMICommand_P& command, const std::string& key) {
+    const CommandTarget target = TargetOf(command);
+    const auto place = [&] { return fmt::format("{} {}", key, command.Key); };
+    const Permit* permit = PermitOf(target);
+    if (permit != nullptr && (permit->Allowed & stand.In) == 0) {
+      findings_.push_back(MessageOf(message::TargetForbidden, place(), command.FullCommand, NameOf(stand.In),
+                                    permit->Remedy));
+      return;
+    }
+    for (const Missing& missing :
+         {WhatIsMissing(stand, target), WhatTimerMisses(stand, target), WhatResumeMisses(stand, target)}) {
+      if (missing) {
+        findings_.push_back(MessageOf(message::TargetMissing, place(), command.FullCommand, *missing));
+      }
+    }
+  }
+
+  [[nodiscard]] Missing WhatIsMissing(const Stand& stand, const CommandTarget& target) const {
+    switch (target.What) {
+      case Instruction::Link:
+        return WhatLinkMisses(stand, target.Link);
+      case Instruction::JumpTt:
+        return Beyond("title", target.Title, contents_.TitleCount(), "the disc");
+      case Instruction::JumpVtsTt:
+        return Beyond("title", target.Title, contents_.Of(*stand.Entry).Titles.size(), "the set");
+      case Instruction::JumpVtsPtt:
+        return WhatPartMisses(*stand.Entry, target);
+      case Instruction::JumpSs:
+      case Instruction::CallSs:
+        return WhatSystemMisses(stand, target);
+      default:
+        return std::nullopt;
+    }
+  }
+
+  [[nodiscard]] Missing WhatLinkMisses(const Stand& stand, const LinkTarget& link) const {
+    switch (link.Kind) {
+      case LinkKind::Pgc:
+        return Beyond("PGC", link.Number, PgcCount(stand), stand.In == Titles ? "the set" : "the menu");
+      case LinkKind::Program:
+        return Beyond("program", link.Number, ProgramCount(stand.Chain), "the PGC");
+      case LinkKind::Cell:
+        return Beyond("cell", link.Number, LiveCells(stand.Chain).size(), "the PGC");
+      case LinkKind::Part:
+        return Beyond("part", link.Number, PartCount(*stand.Title), "the title");
+      default:
+        return std::nullopt;
+    }
+  }
+
+  [[nodiscard]] Missing WhatPartMisses(const VTS_P& entry, const CommandTarget& target) const {
+    const auto& titles = contents_.Of(entry).Titles;
+    if (auto title = Beyond("title", target.Title, titles.size(), "the set")) {
+      return title;
+    }
+    return Beyond("part", target.Part, PartCount(*titles[static_cast<std::size_t>(target.Title) - 1]),
+                  "the title");
+  }
+
+  // The timer leads to a PGC of titles; in a menu it names none of the menu's.
+  [[nodiscard]] Missing WhatTimerMisses(const Stand& stand, const CommandTarget& target) const {
+    return target.TimerPgc == 0 || stand.In != Titles
+               ? std::nullopt
+               : Beyond("PGC", target.TimerPgc, PgcCount(stand), "the set");
+  }
+
+  // 0 comes back to where the call was.
+  [[nodiscard]] static Missing WhatResumeMisses(const Stand& stand, const CommandTarget& target) {
+    return target.ResumeCell == 0
+               ? std::nullopt
+               : Beyond("cell", target.ResumeCell, LiveCells(stand.Chain).size(), "the PGC");
+  }
+
+  [[nodiscard]] Missing WhatSystemMisses(const Stand& stand, const CommandTarget& target) const {
+    switch (target.Space) {
+      case SystemSpace::FirstPlay:
+        return std::nullopt;
+      case SystemSpace::TitleMenu:
+        return WhatMenuMisses(project_.Disc.Item(1), target.MenuId, "the Video Manager");
+      case SystemSpace::VmgPgc:
+        return Beyond("PGC", target.Pgc, contents_.LeastManagerPgcs(), "each language of the Video Manager");
+      case SystemSpace::SetMenu:
+        break;
+    }
+    if (target.What == Instruction::CallSs) {
+      return WhatMenuMisses(stand.Entry, target.MenuId, stand.Entry->Key);
+    }
+    if (auto set = Beyond("title set", target.TitleSet, contents_.Sets().size(), "the disc")) {
+      return set;
+    }
+    const VTS_P& set = *contents_.Sets()[static_cast<std::size_t>(target.TitleSet) - 1];
+    // Title 0 is any.
+    if (auto title = target.Title > 0
+                         ? Beyond("title", target.Title, contents_.Of(set).Titles.size(), set.Key)
+                         : std::nullopt) {
+      return title;
+    }
+    return WhatMenuMisses(&set, target.MenuId, set.Key);
+  }
+
+  // A menu is there in every language: a player takes the viewer's.
+  [[nodiscard]] static Missing WhatMenuMisses(const VTS_P* entry, std::int32_t menu, std::string_view whose) {
+    const auto languages = entry == nullptr ? std::vector<const Lang_P*>() : Live(entry->Lang);
+    if (languages.empty()) {
+      return fmt::format("{} in {}, which has no menus", MenuNameOf(menu), whose);
+    }
+    const auto without =
+        std::ranges::find_if(languages, [menu](const Lang_P* language) { return !HasMenu(*language, menu); });
+    return without == languages.end()
+               ? std::nullopt
+               : Missing(fmt::format(R"({} in {}: no PGC of the language "{}" has that menu type)",
+                                     MenuNameOf(menu), whose, (*without)->Language));
+  }
+
+  [[nodiscard]] std::size_t PgcCount(const Stand& stand) const {
+    return stand.In == Titles ? contents_.Of(*stand.Entry).Pgcs : Live(stand.Language->PGC).size();
+  }
+
+  const Project& project_;
+  const DiscContents contents_;
+  Findings findings_;
+};
+
+}  // namespace
+
+Findings CheckCommandTargets(const Project& project) {
+  return CommandChecker(project).Run();
+}
+
+}  // namespace quorvelant

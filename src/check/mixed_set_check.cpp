@@ -1,0 +1,130 @@
+#include "check/mixed_set_check.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <map>
+#include <string>
+
+#include "check/messages.h"
+#include "check/source_judge.h"
+#include "model/keys.h"
+#include "model/stream_maps.h"
+#include "model/walk.h"
+
+namespace quorvelant {
+namespace {
+
+// AC3 says in each frame how many channels it has; of PCM the domain's attributes tell, though most players
+// go by the packs.
+bool SoundsAlike(const AudioTraits& a, const AudioTraits& b) {
+  return a.ChannelCount == 0 || b.ChannelCount == 0 ||
+         (a.SampleRate == b.SampleRate && a.Quantisation == b.Quantisation &&
+          a.ChannelCount == b.ChannelCount);
+}
+
+bool IsBitmap(const Track& track) {
+  const auto plays = Live(track.VideoPlays);
+  return !plays.empty() && IsPicture(plays.front()->File);
+}
+
+// Of films: a bitmap takes the domain's aspect.
+bool IsFullScreen(const Track& track) {
+  return track.Aspect == "4:3" && track.Coding != "MPEG1" && !IsBitmap(track);
+}
+
+std::string KindOf(const AudioStream& stream) {
+  const AudioTraits& traits = stream.Traits;
+  return stream.Format == "PCM" && traits.ChannelCount > 0
+             ? fmt::format("PCM of {} kHz, {} bits and {} channels", traits.SampleRate, traits.Quantisation,
+                           traits.ChannelCount)
+             : stream.Format;
+}
+
+class DomainChecker {
+ public:
+  DomainChecker(const Project& project, const VTS_P& entry, Domain domain, Findings& findings)
+      : project_(project), entry_(entry), domain_(domain), findings_(findings) {}
+
+  void Run() {
+    for (const TrackListRow& row : BuildTrackList(entry_, domain_, project_.Tracks)) {
+      const Track& track = project_.Tracks[row.Index];
+      CheckVideo(track, row.Index);
+      CheckAudio(track, row.Index);
+      if (domain_ == Domain::Title && track.Pan && IsFullScreen(track) && IsFullScreen(*first_[1])) {
+        findings_.push_back(MessageOf(message::AspectUnlikeDomain, TrackKey(row.Index), track.TrackName,
+                                      track.DisplayMode, entry_.Key));
+      }
+    }
+  }
+
+ private:
+  [[nodiscard]] std::string_view Here() const { return domain_ == Domain::Menu ? "menus" : "titles"; }
+
+  // One finding a track: the first of these that differs.
+  void CheckVideo(const Track& track, std::size_t index) {
+    constexpr std::array Attributes{&Track::Standard, &Track::Aspect, &Track::Resolution};
+    bool told = false;
+    for (std::size_t i = 0; i < Attributes.size(); ++i) {
+      const std::string& value = track.*Attributes.at(i);
+      const Track*& first = first_.at(i);
+      // MPEG-1 tells the shape of its pixels, which is no aspect.
+      if (value.empty() || (Attributes.at(i) == &Track::Aspect && track.Coding == "MPEG1")) {
+        continue;
+      }
+      if (first == nullptr) {
+        first = &track;
+      } else if (first->*Attributes.at(i) != value && !told) {
+        told = true;
+        Message& mixed = findings_.emplace_back(MessageOf(message::VideoMixed, TrackKey(index), Here(),
+                                                          entry_.Key, first->TrackName,
+                                                          first->*Attributes.at(i), track.TrackName, value));
+        // Players find a size in the stream. Bitmaps have no shape of their own: they show in the domain's.
+        const auto attribute = Attributes.at(i);
+        const bool bitmap = IsBitmap(track) || IsBitmap(*first);
+        const bool shows = attribute == &Track::Resolution || (bitmap && attribute == &Track::Aspect);
+        mixed.Level = shows ? Severity::Warning : Severity::Error;
+      }
+    }
+  }
+
+  void CheckAudio(const Track& track, std::size_t index) {
+    for (const auto& [place, stream] : LiveWithIndex(track.AudioStreams)) {
+      if (stream.Format.empty()) {
+        continue;
+      }
+      const auto [first, isNew] = streams_.try_emplace(stream.StreamNumber, &stream, &track);
+      const AudioStream& other = *first->second.first;
+      const bool sameKind = other.Format == stream.Format;
+      const bool alike = sameKind && (stream.Format != "PCM" || SoundsAlike(other.Traits, stream.Traits));
+      if (isNew || alike || first->second.second == &track) {
+        continue;
+      }
+      Message& mixed = findings_.emplace_back(MessageOf(
+          message::AudioMixed, AudioStreamKey(index, place + 1), Here(), entry_.Key, stream.StreamNumber,
+          KindOf(other), first->second.second->TrackName, KindOf(stream), track.TrackName));
+      mixed.Level = sameKind ? Severity::Warning : Severity::Error;
+    }
+  }
+
+  const Project& project_;
+  const VTS_P& entry_;
+  Domain domain_;
+  Findings& findings_;
+  std::array<const Track*, 3> first_{};  // that has the standard, the aspect, the size
+  std::map<std::int32_t, std::pair<const AudioStream*, const Track*>> streams_;  // first of each number
+};
+
+}  // namespace
+
+Findings CheckMixedSets(const Project& project) {
+  Findings findings;
+  for (const VTS_P* entry : Live(project.Disc)) {
+    for (const Domain domain : {Domain::Menu, Domain::Title}) {
+      DomainChecker(project, *entry, domain, findings).Run();
+    }
+  }
+  return findings;
+}
+
+}  // namespace quorvelant
