@@ -71,6 +71,10 @@ struct Rules {
   // whatever can be multiplexed is taken.
   bool RefusesUnfitSources = false;
 
+  // check. A disc that players refuse, or that plays something else than its project says, is an error;
+  // traditionally it is made, with a warning.
+  bool RefusesDeadDiscs = false;
+
   // app. A run goes by the settings; traditionally, by built-in ones that allow no region and keep
   // sequence end codes.
   bool GoesBySettings = false;
@@ -101,6 +105,7 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .PgcLinksThroughTable = true,
                                       .MarkClockRestart = true,
                                       .RefusesUnfitSources = true,
+                                      .RefusesDeadDiscs = true,
                                       .GoesBySettings = true};
 
 }  // namespace quorvelant

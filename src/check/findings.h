@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/message.h"
+#include "base/rules.h"
 
 namespace quorvelant {
 
@@ -24,6 +25,15 @@ inline bool HasErrors(const Findings& findings) {
 
 inline bool Has(const Findings& findings, const MessageKind& kind) {
   return std::ranges::any_of(findings, [&kind](const Message& finding) { return finding.Is(kind); });
+}
+
+// Of a disc that does not play: errors by rules that refuse such a disc, otherwise warnings.
+[[nodiscard]] inline Findings ByRules(Findings findings, const Rules& rules) {
+  for (Message& finding : findings) {
+    const bool lower = !rules.RefusesDeadDiscs && finding.Level == Severity::Error;
+    finding.Level = lower ? Severity::Warning : finding.Level;
+  }
+  return findings;
 }
 
 inline void Append(Findings& findings, Findings more) {
