@@ -90,7 +90,8 @@ std::vector<Row> Rows() {
       {"NoProject", " { |", "E no-project p.qvp|"},
       {"SkippedLines", "Data=Settings|Nmae=1|Item=Scene|", "W skipped-line p.qvp:2|W skipped-line p.qvp:3|"},
       {"UnclosedBrace", "Data=Tracks|{|}|}|{|Item=Track|{|Name=x|}|", "E unclosed-brace p.qvp:9|"},
-      {"DoubtfulValue", "Item=Track|Resolution = Pall|", "W doubtful-value p.qvp:2|"},
+      {"DoubtfulValue", "Item=Track|Resolution = Pall|",
+       "W doubtful-value p.qvp:2|E track-standard-unknown Track.0|"},
       {"RepeatedScene", "Item=Track|" + SceneS + SceneS, "E scene-repeated p.qvp:5|"},
       {"CommandTarget", Pgc + "Item=PreCommands|Command=LinkPGCN Q|", "E command-target-missing VTS1/T/P/-|"},
       {"Command", Pgc + "Item=PreCommands|Command=Frobnicate|", "W command-unknown PGC1 Pre1|"},
@@ -297,6 +298,7 @@ TEST(MessageCodes, NoTwoKindsShareOneAndEachFindingHasItsRow) {
   }
   // Those of the plan and of the import, and of a disk that fails.
   std::string rows = " track-without-video audio-name-unknown audio-unreadable ";
+  rows += TempFolder::Read(SourceFile("tests/check/play_match_test.cpp"));
   for (const Row& row : Rows()) {
     rows += row.Found;
   }

@@ -20,7 +20,7 @@ TEST(SourceJudge, ReadsEachFileOnce) {
     EXPECT_TRUE(audio.Findings.empty());
     ASSERT_EQ(video.Findings.size(), 1U);
     EXPECT_EQ(video.Findings[0].Place, place);
-    EXPECT_EQ(video.Findings[0].Text, "'a.m2v': PAL has no frame size 480x576");
+    EXPECT_TRUE(video.Findings[0].Text.starts_with("'a.m2v': PAL has no frame size 480x576. This makes one"));
     std::filesystem::remove(folder.Path() / "a.m2v");
     std::filesystem::remove(folder.Path() / "a.ac3");
   }
