@@ -1,5 +1,6 @@
 // Any bytes as video: attributes, probe and index. The index is the same for every block size, and its text
 // reads back equal.
+#include "analysis/container_sniff.h"
 #include "analysis/disc_fit.h"
 #include "analysis/header_walk.h"
 #include "analysis/picture_index.h"

@@ -2,14 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <array>
-#include <filesystem>
-#include <fstream>
-
 #include "analysis/messages.h"
-#include "disc/start_code_search.h"
-#include "disc/start_codes.h"
 #include "disc/video_standard.h"
 
 namespace quorvelant {
@@ -17,7 +10,9 @@ namespace quorvelant {
 namespace {
 
 constexpr std::string_view Chroma = "its colours are not sampled 4:2:0";
-constexpr std::string_view Peak = "its bit rate reaches {:.1f} Mbit/s over one second; a disc carries 9.8";
+constexpr std::string_view Peak =
+    "its pictures come {:.0f} KB ahead of the 9.8 Mbit/s that a disc carries; a decoder's buffer holds "
+    "{:.0f}";
 constexpr std::string_view LongGroup = "a group of pictures lasts {} fields; players expect {} at most";
 constexpr std::string_view NoSequenceFirst = "it does not start with a sequence header: cut it at one";
 constexpr std::string_view ProgressiveSequence =
@@ -104,9 +99,10 @@ DiscFit JudgeVideo(const VideoProbe& probe) {
   } else if (probe.Info.Coding == "MPEG2" && !IsMainLevel(probe.Profile)) {
     fit.Notes.push_back(fmt::format(ProfileText, probe.Profile));
   }
-  const double millionBits = probe.PeakBitRate / 1e6;
-  if (probe.PeakBitRate > MostVideoBitRate && probe.Frames() > 1) {
-    fit.Reasons.push_back(fmt::format(Peak, millionBits));
+  if (probe.PeakBacklogBits > DecoderBufferBits && probe.Frames() > 1) {
+    constexpr double BitsOfKilobyte = 8000;
+    fit.Reasons.push_back(
+        fmt::format(Peak, probe.PeakBacklogBits / BitsOfKilobyte, DecoderBufferBits / BitsOfKilobyte));
   }
   if (!probe.StartsWithSequence) {
     fit.Reasons.emplace_back(NoSequenceFirst);
@@ -136,61 +132,6 @@ DiscFit JudgeAudio(const AudioAttributes& audio) {
     fit.Notes.push_back(fmt::format(ChunksAhead, audio.DataOffset));
   }
   return fit;
-}
-
-SourceKind SniffSource(ByteView head) {
-  const auto starts = [&](std::string_view text) {
-    return head.size() >= text.size() &&
-           std::equal(text.begin(), text.end(), head.begin(),
-                      [](char a, std::uint8_t b) { return static_cast<std::uint8_t>(a) == b; });
-  };
-  constexpr std::size_t TransportPacketBytes = 188;
-  if (head.empty()) {
-    return SourceKind::Empty;
-  }
-  if (starts("\x0B\x77")) {
-    return SourceKind::Ac3;
-  }
-  if (starts("\x7F\xFE\x80\x01")) {
-    return SourceKind::Dts;
-  }
-  if (starts("RIFF") || starts("RF64")) {
-    return SourceKind::Wave;
-  }
-  if (starts("BM") || starts("\x89PNG") || starts("\xFF\xD8\xFF")) {
-    return SourceKind::Bitmap;
-  }
-  if (head.size() > 2 * TransportPacketBytes && head[0] == 0x47 && head[TransportPacketBytes] == 0x47 &&
-      head[2 * TransportPacketBytes] == 0x47) {
-    return SourceKind::TransportStream;
-  }
-  for (std::size_t at = FindStartCode(head); at != NoStartCode && at + 3 < head.size();
-       at = FindStartCode(head, at + 1)) {
-    const unsigned code = head[at + 3];
-    if (code >= start_code::Pack) {
-      return SourceKind::ProgramStream;
-    }
-    if (code == start_code::Sequence || code == start_code::Group || code == start_code::Picture) {
-      return SourceKind::Video;
-    }
-  }
-  return SourceKind::Unknown;
-}
-
-SourceKind SniffFile(const std::string& file) {
-  constexpr std::size_t SniffBytes = 4096;
-  std::error_code missing;
-  std::ifstream stream;
-  if (std::filesystem::is_regular_file(file, missing)) {
-    stream.open(file, std::ios::binary);
-  }
-  if (!stream.is_open()) {
-    return SourceKind::Unknown;
-  }
-  std::array<char, SniffBytes> head{};
-  stream.read(head.data(), head.size());
-  const Bytes bytes(head.begin(), head.begin() + stream.gcount());
-  return SniffSource(bytes);
 }
 
 }  // namespace quorvelant

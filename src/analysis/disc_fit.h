@@ -14,7 +14,6 @@ namespace quorvelant {
 inline constexpr std::int32_t MostAc3Kbps = 448;
 inline constexpr std::int32_t LeastDtsKbps = 64;
 inline constexpr std::int32_t MostDtsKbps = 1536;
-inline constexpr std::int64_t MostVideoBitRate = 9'800'000;  // bit/s, DVD-Video
 
 struct DiscFit {
   std::vector<std::string> Reasons;  // why not; empty when a disc can carry it
@@ -33,11 +32,5 @@ std::vector<Message> FaultsOf(const AudioAttributes& audio);
 
 DiscFit JudgeVideo(const VideoProbe& probe);
 DiscFit JudgeAudio(const AudioAttributes& audio);
-
-// What a file is by its first bytes, whatever its name says.
-enum class SourceKind { Video, ProgramStream, TransportStream, Ac3, Dts, Wave, Bitmap, Empty, Unknown };
-SourceKind SniffSource(ByteView head);
-// The same of a file; `Unknown` when it cannot be read.
-SourceKind SniffFile(const std::string& file);
 
 }  // namespace quorvelant

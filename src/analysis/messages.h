@@ -31,7 +31,7 @@ inline constexpr MessageKind VideoAspect{"video-aspect", Severity::Error, Refuse
 inline constexpr MessageKind AudioUnfit{"audio-head", Severity::Error, RefusedTitle, "{}"};
 inline constexpr MessageKind DtsAudio{
     "audio-dts", Severity::Error, RefusedTitle,
-    "DTS audio has been found - this will not be muxed - limitation of Ondra version"};
+    "it is DTS, which is left off the disc"};
 inline constexpr MessageKind SampleRate{"audio-sample-rate", Severity::Error, RefusedTitle,
                                         "its sample rate is not 48 kHz"};
 inline constexpr MessageKind PcmFormat{"audio-pcm-format", Severity::Error, RefusedTitle,

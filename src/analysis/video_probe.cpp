@@ -12,12 +12,16 @@ namespace {
 
 constexpr int FramePictureStructure = 3;
 
-// Bytes over the time they are shown for, in a window of about a second.
+// Bytes over the time they are shown for, in a window of about a second; and those of them that the greatest
+// rate of a disc has not brought by then.
 class RateMeter {
  public:
   explicit RateMeter(double fieldsPerSecond) : fieldsPerSecond_(fieldsPerSecond) {}
 
   void Add(std::uint64_t bytes, std::int64_t fields) {
+    backlog_ += static_cast<double>(bytes) * 8;
+    mostBacklog_ = std::max(mostBacklog_, backlog_);
+    backlog_ = std::max(0.0, backlog_ - static_cast<double>(fields) * MostVideoBitRate / fieldsPerSecond_);
     pictures_.push_back({bytes, fields});
     bytes_ += bytes;
     fields_ += fields;
@@ -32,6 +36,7 @@ class RateMeter {
     }
   }
   double Peak() const { return peak_; }
+  double MostBacklog() const { return mostBacklog_; }
 
  private:
   struct Picture {
@@ -43,6 +48,8 @@ class RateMeter {
   std::uint64_t bytes_ = 0;
   std::int64_t fields_ = 0;
   double peak_ = 0;
+  double backlog_ = 0;  // bits
+  double mostBacklog_ = 0;
 };
 
 // The running values of the walk.
@@ -179,6 +186,7 @@ void Walker::Finish(std::uint64_t fileBytes) {
   CloseGroup();
   const double seconds = probe_->Seconds();
   probe_->MeanBitRate = seconds > 0 ? static_cast<double>(fileBytes) * 8 / seconds : 0;
+  probe_->PeakBacklogBits = rate_.MostBacklog();
   probe_->PeakBitRate = std::max(rate_.Peak(), probe_->MeanBitRate);
 }
 

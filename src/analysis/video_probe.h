@@ -11,6 +11,9 @@
 
 namespace quorvelant {
 
+inline constexpr std::int64_t MostVideoBitRate = 9'800'000;   // bit/s, DVD-Video
+inline constexpr std::int64_t DecoderBufferBits = 1'835'008;  // ISO/IEC 13818-2 table 8-13, main level
+
 struct VideoProbe {
   VideoInfo Info;
   std::uint64_t FileBytes = 0;
@@ -37,6 +40,9 @@ struct VideoProbe {
   std::int64_t DeclaredBitRate = 0;  // bit/s, of the first sequence header; 0 when open
   double MeanBitRate = 0;            // bit/s over the display time
   double PeakBitRate = 0;            // highest over one second of pictures in coded order
+  // The most bits by which pictures run ahead of `MostVideoBitRate`: what a decoder must have taken in
+  // before.
+  double PeakBacklogBits = 0;
   bool ProgressiveSequence = false;
   int ChromaFormat = 1;  // 1: 4:2:0
   int Profile = 0;       // profile_and_level_indication; 0x48 is main profile at main level

@@ -121,7 +121,7 @@ void AddCheckCommand(CLI::App& program, CommandContext& context) {
       ->required()
       ->type_name("PROJECT");
   command->add_flag("--sources", options->Sources,
-                    "Open every source: report what is missing, refused or mismatched");
+                    "Code every subtitle too, and look at buttons and the ages of indexes");
   command->add_flag("--json", options->Json, "Print one JSON object");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
 }

@@ -7,7 +7,9 @@
 #include <filesystem>
 #include <string_view>
 
+#include "analysis/container_sniff.h"
 #include "analysis/picture_index.h"
+#include "analysis/remedies.h"
 #include "app/messages.h"
 #include "base/file_text.h"
 #include "base/timecode.h"
@@ -19,6 +21,7 @@ namespace {
 constexpr std::string_view OtherName = "its name does not end in \"{}\": sources are taken by their names";
 constexpr std::string_view BadBitmap = "its size is none of 720x576, 360x288, 720x480 and 360x240";
 constexpr std::string_view NotElementary = "it is {}: take the elementary stream out of it first";
+constexpr std::string_view NotOfADisc = "it is {}, which no disc carries";
 constexpr std::string_view NothingKnown = "it is neither MPEG video, AC3, DTS, WAV nor a bitmap";
 constexpr std::string_view Empty = "it is empty";
 
@@ -57,6 +60,10 @@ void ProbeAsAudio(ProbeReport& report, std::string_view format, std::string_view
   report.Audio = QuickScanAudio(report.File, format, rules, ui);
   if (report.Audio) {
     report.Fit = JudgeAudio(*report.Audio);
+    if (!report.Fit.Fits()) {
+      const bool surround = report.Audio->ChannelCount() > 2;
+      report.Remedies = {EncodeAudioLine(report.File, {.Kbps = surround ? MostAc3Kbps : 192})};
+    }
     if (GetAudioType(report.File) != format) {
       report.Fit.Notes.push_back(fmt::format(OtherName, extension));
     }
@@ -81,11 +88,31 @@ bool ProbeAsVideo(ProbeReport& report, UserInterface& ui) {
     return true;
   }
   report.Fit = JudgeVideo(*probe);
+  if (!report.Fit.Fits()) {
+    report.Remedies = {probe->StartsWithSequence
+                           ? EncodeVideoLine(report.File, {.Ntsc = probe->Info.Standard == "NTSC",
+                                                           .Aspect = probe->Info.Aspect})
+                           : CopyVideoLine(report.File)};
+  }
   report.Video = std::move(probe);
   if (std::filesystem::exists(IndexName(report.File))) {
     report.Index = IndexIsOlder(report.File) ? IndexAge::Older : IndexAge::Current;
   }
   return true;
+}
+
+// Lines for a shell that take out of a foreign file what a disc is made of.
+std::vector<std::string> ForeignRemedies(SourceKind kind, const std::string& file) {
+  std::vector<std::string> lines;
+  if (IsContainer(kind) || kind == SourceKind::AdvancedVideo) {
+    const auto head = ReadHead(file, SniffBytes).value_or("");
+    const ByteView bytes(reinterpret_cast<const std::uint8_t*>(head.data()), head.size());
+    lines.push_back(ShowsDiscVideo(kind, bytes) ? CopyVideoLine(file) : EncodeVideoLine(file, {}));
+  }
+  if (kind != SourceKind::AdvancedVideo) {
+    lines.push_back(EncodeAudioLine(file));
+  }
+  return lines;
 }
 
 std::string GroupsText(const VideoProbe& video) {
@@ -205,7 +232,9 @@ std::optional<ProbeReport> ProbeFile(const std::string& file, const Rules& rules
   }
   ProbeReport report;
   report.File = file;
-  switch (SniffFile(file)) {
+  const SourceKind kind = SniffFile(file);
+  report.OtherKind = ForeignKindText(kind);
+  switch (kind) {
     case SourceKind::Ac3:
       ProbeAsAudio(report, "AC3", ".ac3", rules, ui);
       break;
@@ -217,12 +246,6 @@ std::optional<ProbeReport> ProbeFile(const std::string& file, const Rules& rules
       break;
     case SourceKind::Bitmap:
       ProbeAsBitmap(report);
-      break;
-    case SourceKind::ProgramStream:
-      report.OtherKind = "an MPEG program stream";
-      break;
-    case SourceKind::TransportStream:
-      report.OtherKind = "an MPEG transport stream";
       break;
     case SourceKind::Empty:
       report.Fit.Reasons.emplace_back(Empty);
@@ -239,9 +262,13 @@ std::optional<ProbeReport> ProbeFile(const std::string& file, const Rules& rules
         return std::nullopt;
       }
       break;
+    default:
+      break;  // of another kind
   }
   if (!report.OtherKind.empty()) {
-    report.Fit.Reasons.push_back(fmt::format(NotElementary, report.OtherKind));
+    report.Fit.Reasons.push_back(
+        fmt::format(fmt::runtime(IsContainer(kind) ? NotElementary : NotOfADisc), report.OtherKind));
+    report.Remedies = ForeignRemedies(kind, file);
   } else if (!report.Known() && report.Fit.Fits()) {
     report.Fit.Reasons.emplace_back(NothingKnown);
   }
@@ -265,6 +292,9 @@ std::string ProbeText(const ProbeReport& report) {
   for (const std::string& reason : report.Fit.Reasons) {
     text += Row("disc", "no: " + reason);
   }
+  for (const std::string& line : report.Remedies) {
+    text += Row("remedy", line);
+  }
   return text;
 }
 
@@ -278,6 +308,9 @@ nlohmann::ordered_json ProbeJson(const ProbeReport& report) {
     json["bitmap"] = {{"width", report.Bitmap->Width}, {"height", report.Bitmap->Height}};
   }
   json["disc"] = {{"fits", report.Fit.Fits()}, {"reasons", report.Fit.Reasons}, {"notes", report.Fit.Notes}};
+  if (!report.Remedies.empty()) {
+    json["disc"]["remedies"] = report.Remedies;
+  }
   return json;
 }
 

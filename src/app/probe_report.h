@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "analysis/disc_fit.h"
 #include "analysis/quick_scan.h"
@@ -25,6 +26,7 @@ struct ProbeReport {
   std::string OtherKind;  // what else it is, e.g. "an MPEG program stream"
   IndexAge Index = IndexAge::None;
   DiscFit Fit;
+  std::vector<std::string> Remedies;  // lines for a shell that make files which a disc carries
 
   bool Known() const { return Video || Audio || Bitmap; }
 };

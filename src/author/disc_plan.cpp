@@ -51,7 +51,7 @@ DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, SourceJ
   result.List = BuildTrackList(entry, domain, plan.Sources);
   result.Audio = KnownStreams(BuildAudioMap(result.List, plan.Sources));
   result.Subs = BuildSubMap(result.List, plan.Sources);
-  const MuxInputSource source{*plan.Disc, plan.Sources, entry, domain, judge};
+  const MuxInputSource source{*plan.Disc, plan.Sources, entry, domain, judge, plan.Rules};
   for (const TrackListRow& row : result.List) {
     result.Inputs.push_back(MakeMuxInput(source, row.Index, plan.Findings));
     CountSources(result.Inputs.back(), plan);

@@ -5,10 +5,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "analysis/remedies.h"
 #include "author/track_cells.h"
 #include "base/text.h"
 #include "base/timecode.h"
 #include "check/messages.h"
+#include "check/play_match.h"
 #include "check/stream_numbers.h"
 #include "ifo/domain_records.h"
 #include "model/keys.h"
@@ -34,10 +36,14 @@ TrackKind KindOf(std::string_view trackType) {
 }
 
 // A bitmap is looked at when it is encoded.
-void JudgeVideo(const TrackInput& from, const SourcePlay& play, bool isPicture) {
+void JudgeVideo(const TrackInput& from, const SourcePlay& play, bool isPicture, VideoPlays& plays) {
   SourceJudge& judge = from.Source.Judge;
   if (!isPicture) {
-    Append(from.Findings, judge.Video(play).Findings);
+    Judgement<VideoAttributes> judged = judge.Video(play);
+    Append(from.Findings, std::move(judged.Findings));
+    if (judged.Seen) {
+      Append(from.Findings, plays.Judge(*judged.Seen, play, judge.PathOf(play.File)));
+    }
   } else if (auto missing = judge.Missing(play)) {
     from.Findings.push_back(std::move(*missing));
   }
@@ -45,6 +51,7 @@ void JudgeVideo(const TrackInput& from, const SourcePlay& play, bool isPicture) 
 
 void AddVideo(const TrackInput& from, MuxInput& input) {
   const auto& plays = from.Track.VideoPlays;
+  VideoPlays judged(from.Track, from.Source.Rules);
   for (std::size_t i = 0; i < plays.size(); ++i) {
     if (plays[i].Removed || plays[i].File.empty()) {
       continue;
@@ -52,7 +59,7 @@ void AddVideo(const TrackInput& from, MuxInput& input) {
     MuxVideoFile& file = input.Video.emplace_back();
     file.Path = from.Source.Judge.PathOf(plays[i].File);
     file.ImageSource = IsPicture(plays[i].File);
-    JudgeVideo(from, {plays[i].File, VideoPlayKey(from.Index, i + 1)}, file.ImageSource);
+    JudgeVideo(from, {plays[i].File, VideoPlayKey(from.Index, i + 1), input.Ntsc}, file.ImageSource, judged);
     if (input.Kind != TrackKind::Motion) {
       file.HoldFrames = TimecodeToFrames(plays[i].SlideDuration, from.FramesPerSecond);
       // A still of one frame waits for ever.
@@ -69,11 +76,14 @@ void AddVideo(const TrackInput& from, MuxInput& input) {
 }
 
 void AddAudioFile(const TrackInput& from, const AudioStream& stream, const SourcePlay& play,
-                  MuxAudioStream& target) {
+                  AudioPlays& plays, MuxAudioStream& target) {
   Judgement<AudioAttributes> judged = from.Source.Judge.Audio(play, stream.Format);
   Append(from.Findings, std::move(judged.Findings));
   if (!judged.Seen) {
     return;
+  }
+  if (judged.Seen->Problem.empty()) {
+    Append(from.Findings, plays.Judge(*judged.Seen, play, from.Source.Judge.PathOf(play.File)));
   }
   target.Paths.push_back(from.Source.Judge.PathOf(play.File));
   target.DataOffsets.push_back(judged.Seen->DataOffset);
@@ -96,12 +106,13 @@ bool NumberIsFree(const TrackInput& from, StreamNumbers& numbers, std::int32_t n
 
 void AddAudioFiles(const TrackInput& from, const AudioStream& stream, std::size_t number,
                    MuxAudioStream& target) {
+  AudioPlays plays(from.Source.Rules);
   for (std::size_t i = 0; i < stream.AudioPlays.size(); ++i) {
     const AudioPlay& play = stream.AudioPlays[i];
     if (play.Removed || play.File.empty()) {
       continue;
     }
-    AddAudioFile(from, stream, {play.File, AudioPlayKey(from.Index, number, i + 1)}, target);
+    AddAudioFile(from, stream, {play.File, AudioPlayKey(from.Index, number, i + 1)}, plays, target);
   }
 }
 
@@ -115,7 +126,9 @@ void AddAudio(const TrackInput& from, MuxInput& input) {
       continue;
     }
     if (stream.Format != "AC3" && stream.Format != "PCM") {
-      from.Findings.push_back(MessageOf(message::AudioKindUnknown, key));
+      const std::string& file = stream.AudioPlays.empty() ? "" : stream.AudioPlays.front().File;
+      from.Findings.push_back(
+          MessageOf(message::AudioKindUnknown, key, file, EncodeAudioLine(from.Source.Judge.PathOf(file))));
       continue;
     }
     if (!NumberIsFree(from, numbers, stream.StreamNumber, key)) {
@@ -211,6 +224,9 @@ MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, Find
   input.ExtendSlideForAudio = track.ExtendSlideForAudio;
   input.ExtendFinalSubtitle = track.ExtendFinalSubtitle;
   input.SourceFolder = source.Disc.SourceFolder();
+  if (auto noStandard = WhyNoStandard(track, TrackKey(trackIndex), source.Rules)) {
+    findings.push_back(std::move(*noStandard));
+  }
   const TrackCells cells(source.Entry, source.Domain, trackIndex);
   AddVideo(from, input);
   AddAudio(from, input);

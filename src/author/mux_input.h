@@ -19,6 +19,7 @@ struct MuxInputSource {
   const VTS_P& Entry;
   quorvelant::Domain Domain;
   SourceJudge& Judge;
+  const quorvelant::Rules& Rules;
 };
 
 // Paths become paths of this system; scenes become marks with what the cells that play them say; button

@@ -6,8 +6,10 @@
 #include <string>
 
 #include "analysis/picture_index.h"
+#include "analysis/remedies.h"
 #include "check/button_check.h"
 #include "check/messages.h"
+#include "check/play_match.h"
 #include "check/source_judge.h"
 #include "check/subtitle_check.h"
 #include "model/keys.h"
@@ -16,18 +18,9 @@ namespace quorvelant {
 
 namespace {
 
-std::string WordsOf(const VideoAttributes& seen) {
-  return fmt::format("{} {} {} {}", seen.Info.Coding, seen.Info.Standard, seen.Resolution, seen.Info.Aspect);
-}
-
-std::string WordsOf(const AudioAttributes& seen) {
-  return fmt::format("{} {} kHz, {} kbit/s, {} channels", seen.Format, seen.SampleRate, seen.BitRate,
-                     seen.ChannelCount());
-}
-
 class SourceChecker {
  public:
-  // Without `pictures` the files are only looked for.
+  // Without `pictures` subtitles are only looked for.
   SourceChecker(const Project& project, const Rules& rules, PictureLoader* pictures, UserInterface& ui)
       : project_(project),
         rules_(rules),
@@ -49,10 +42,9 @@ class SourceChecker {
   // Whether the play's file is there to be opened.
   bool IsThere(const SourcePlay& play);
   SourcePlay PlayOf(const Track& track, const std::string& file, const std::string& key) const {
-    return {file, Opens() ? fmt::format("{} ({})", key, track.TrackName) : key};
+    const std::string standard = track.Standard.empty() ? project_.Standard() : track.Standard;
+    return {file, Opens() ? fmt::format("{} ({})", key, track.TrackName) : key, standard == "NTSC"};
   }
-  template <class Attributes>
-  void CheckLikeFirst(const Attributes& seen, std::optional<Attributes>& first, const SourcePlay& play);
   template <class... Values>
   void Add(const MessageKind& kind, const SourcePlay& play, const Values&... values) {
     findings_.push_back(MessageOf(kind, play.Place, values...));
@@ -80,15 +72,6 @@ bool SourceChecker::IsThere(const SourcePlay& play) {
   return !missing;
 }
 
-template <class Attributes>
-void SourceChecker::CheckLikeFirst(const Attributes& seen, std::optional<Attributes>& first,
-                                   const SourcePlay& play) {
-  if (first && WordsOf(*first) != WordsOf(seen)) {
-    Add(message::UnlikeFirst, play, play.File, WordsOf(seen), WordsOf(*first));
-  }
-  first = first ? first : seen;
-}
-
 std::optional<VideoAttributes> SourceChecker::OpenVideo(const Track& track, const SourcePlay& play) {
   Judgement<VideoAttributes> judged = judge_.Video(play);
   Append(findings_, std::move(judged.Findings));
@@ -102,22 +85,18 @@ std::optional<VideoAttributes> SourceChecker::OpenVideo(const Track& track, cons
 }
 
 void SourceChecker::CheckVideo(const Track& track, std::size_t index) {
-  std::optional<VideoAttributes> first;
+  VideoPlays plays(track, rules_);
   for (std::size_t i = 0; i < track.VideoPlays.size(); ++i) {
     const SourcePlay play = PlayOf(track, track.VideoPlays[i].File, VideoPlayKey(index, i + 1));
-    if (track.VideoPlays[i].Removed || !IsThere(play) || !Opens()) {
+    if (track.VideoPlays[i].Removed || !IsThere(play)) {
       continue;
     }
     const auto seen = OpenVideo(track, play);
     if (!seen) {
       continue;
     }
-    const std::string& standard = seen->Info.Standard;
-    if (!track.Standard.empty() && !standard.empty() && track.Standard != standard) {
-      Add(message::UnlikeTrack, play, play.File, standard, track.Standard);
-    }
-    CheckLikeFirst(*seen, first, play);
-    if (IndexIsOlder(judge_.PathOf(play.File))) {
+    Append(findings_, plays.Judge(*seen, play, judge_.PathOf(play.File)));
+    if (Opens() && IndexIsOlder(judge_.PathOf(play.File))) {
       Add(message::IndexOlder, play, play.File);
     }
   }
@@ -136,18 +115,20 @@ void SourceChecker::CheckAudio(const Track& track, std::size_t index) {
       continue;
     }
     const bool known = !stream.Format.empty();
-    std::optional<AudioAttributes> first;
+    AudioPlays plays(rules_);
     for (std::size_t j = 0; j < stream.AudioPlays.size(); ++j) {
       const SourcePlay play = PlayOf(track, stream.AudioPlays[j].File, AudioPlayKey(index, i + 1, j + 1));
-      if (stream.AudioPlays[j].Removed || !IsThere(play) || !Opens() || !known) {
+      if (stream.AudioPlays[j].Removed || !IsThere(play) || !known) {
         continue;
       }
       if (const auto seen = OpenAudio(stream, play)) {
-        CheckLikeFirst(*seen, first, play);
+        Append(findings_, plays.Judge(*seen, play, judge_.PathOf(play.File)));
       }
     }
     if (!known) {
-      Add(message::AudioKindUnknown, PlayOf(track, {}, AudioStreamKey(index, i + 1)));
+      const std::string& file = stream.AudioPlays.empty() ? "" : stream.AudioPlays.front().File;
+      Add(message::AudioKindUnknown, PlayOf(track, {}, AudioStreamKey(index, i + 1)), file,
+          EncodeAudioLine(judge_.PathOf(file)));
     }
   }
 }
@@ -164,6 +145,9 @@ void SourceChecker::CheckSubtitleFiles(const Track& track, std::size_t index) {
 
 void SourceChecker::CheckTrack(std::size_t index) {
   const Track& track = project_.Tracks[index];
+  if (auto noStandard = WhyNoStandard(track, TrackKey(index), rules_)) {
+    findings_.push_back(std::move(*noStandard));
+  }
   CheckVideo(track, index);
   CheckAudio(track, index);
   Append(findings_, CheckButtonLinks(track, index));

@@ -105,7 +105,8 @@ inline constexpr MessageKind StreamNotMuxed{
     "and {} subpicture streams"};
 inline constexpr MessageKind AudioKindUnknown{
     "audio-kind-unknown", Severity::Error, "Unknown Source",
-    "The name of the first file does not end in .ac3, .wav or .dts, so its kind is unknown"};
+    "'{}': the name of a stream's first file ends in .ac3, .wav or .dts and tells its kind; this one is "
+    "unknown. This makes a file that fits: {}"};
 inline constexpr MessageKind TrackWithoutVideo{"track-without-video", Severity::Error, "Source Error",
                                                R"(Track "{}" is used on the disc and has no video)"};
 
@@ -124,16 +125,49 @@ inline constexpr MessageKind BitmapOnMotion{"bitmap-on-motion", Severity::Error,
                                             "'{}': a bitmap on a motion track"};
 inline constexpr MessageKind NotStill{"not-still", Severity::Error, RefusedTitle,
                                       "'{}': a still or slide of more than one picture"};
-inline constexpr MessageKind AudioNameUnknown{"audio-name-unknown", Severity::Error, RefusedTitle,
-                                              "'{}': its name tells no kind of audio"};
+// What the file is, and a line for a shell.
+inline constexpr MessageKind SourceForeign{
+    "source-foreign", Severity::Error, RefusedTitle,
+    "'{}': it is {}, and a disc is made of elementary streams. This makes one that fits: {}"};
+inline constexpr MessageKind SequenceNotFirst{
+    "video-sequence-not-first", Severity::Error, RefusedTitle,
+    "'{}': it does not start with a sequence header, so that its first pictures cannot be decoded. This cuts "
+    "it at the first one: {}"};
+inline constexpr MessageKind OneSequence{
+    "video-one-sequence", Severity::Error, RefusedTitle,
+    "'{}': no second sequence header comes within its first {} frames, and players search and jump by them: "
+    "it "
+    "would be one unit that cannot be searched. This repeats the header, without encoding: {}"};
+inline constexpr MessageKind NoGroups{
+    "video-no-groups", Severity::Warning, RefusedTitle,
+    "'{}': it has no group headers (GOP), so that some players search badly in it. Encode it with them: {}"};
+inline constexpr MessageKind AudioNameUnknown{
+    "audio-name-unknown", Severity::Error, RefusedTitle,
+    "'{}': its name tells no kind of audio: a disc takes .ac3 and .wav. "
+    "This makes a file that fits: {}"};
 inline constexpr MessageKind AudioUnreadable{"audio-unreadable", Severity::Error, RefusedTitle,
                                              "'{}': its sound cannot be read"};
 
 inline constexpr std::string_view SourceMismatchedTitle = "Mismatched Source";
 inline constexpr MessageKind UnlikeTrack{"source-unlike-track", Severity::Error, SourceMismatchedTitle,
-                                         "'{}': {} where the track is {}"};
+                                         "'{0}': {1} where the track is {2}: its times would be wrong, and "
+                                         "players would show it wrongly or not at "
+                                         "all. Write Resolution={1} for the track, or take a file of {2}"};
+inline constexpr MessageKind StandardUnknown{
+    "track-standard-unknown", Severity::Error, SourceMismatchedTitle,
+    "Track \"{}\" says Resolution={}, which is no video standard: write PAL or NTSC, or leave the line out, "
+    "and the file tells it"};
+// The file and what it is, the first of its list and what it is, what comes of it, and a line for a shell.
 inline constexpr MessageKind UnlikeFirst{"source-unlike-first", Severity::Error, SourceMismatchedTitle,
-                                         "'{}': {} where the first play is {}"};
+                                         "'{}': {} where '{}', the first of its list, is {}: {}. Make it "
+                                         "alike: {}"};
+inline constexpr MessageKind AudioOtherKind{"audio-other-kind", Severity::Error, SourceMismatchedTitle,
+                                            "'{}': it holds {} where the stream is {}, by the name of its "
+                                            "first file. Give it a stream of its own, or "
+                                            "make it alike: {}"};
+inline constexpr MessageKind SinglePicture{
+    "video-single-picture", Severity::Error, SourceMismatchedTitle,
+    "'{}': a single picture on a motion track flashes by: make the track a still or a slideshow"};
 inline constexpr MessageKind IndexOlder{"index-older", Severity::Warning, "Source",
                                         "'{}': its index is older than the file"};
 

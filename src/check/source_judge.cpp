@@ -5,6 +5,7 @@
 #include <array>
 
 #include "analysis/disc_fit.h"
+#include "analysis/remedies.h"
 #include "base/file_text.h"
 #include "base/random.h"
 #include "base/text.h"
@@ -15,24 +16,45 @@ namespace quorvelant {
 
 namespace {
 
-// A reason against a file as a finding on a play.
-Message Refusal(Message reason, const SourcePlay& play, Severity level) {
+constexpr std::string_view Unreadable =
+    "it cannot be read: its permissions keep this user out, or the disk fails";
+
+// A reason against a file as a finding on a play, with the line that mends it, if there is one.
+Message Refusal(Message reason, const SourcePlay& play, Severity level, const std::string& line) {
+  constexpr std::string_view Mend = ". This makes one that fits: ";
   reason.Level = level;
-  reason.Text = fmt::format("'{}': {}", play.File, reason.Text);
+  reason.Text = fmt::format("'{}': {}{}{}", play.File, reason.Text, line.empty() ? "" : Mend, line);
   reason.Place = play.Place;
   return reason;
 }
 
-Message WhyNoVideo(const std::string& path, const SourcePlay& play) {
-  if (const auto bitmap = ReadBitmapSize(path)) {
-    return MessageOf(message::BitmapSizeUnfit, play.Place, play.File, bitmap->Width, bitmap->Height);
-  }
-  return MessageOf(message::VideoMissing, play.Place, play.File);
+VideoTarget TargetOf(const VideoAttributes& seen, const SourcePlay& play) {
+  return {.Ntsc = play.Ntsc, .Aspect = seen.Info.Aspect.empty() ? "16:9" : seen.Info.Aspect};
 }
 
-Message WhyNoAudio(std::string_view format, const SourcePlay& play) {
+// What carries the sound as it is heard: stereo and surround at usual bit rates.
+AudioTarget TargetOf(const AudioAttributes& seen) {
+  return {.Kbps = seen.ChannelCount() > 2 ? MostAc3Kbps : 192};
+}
+
+// The kind of sound that a head shows, as streams name it.
+std::string_view SoundOf(SourceKind kind) {
+  switch (kind) {
+    case SourceKind::Ac3:
+      return "AC3";
+    case SourceKind::Dts:
+      return "DTS";
+    case SourceKind::Wave:
+      return "PCM";
+    default:
+      return {};
+  }
+}
+
+Message WhyNoAudio(std::string_view format, const SourcePlay& play, const std::string& path) {
   const bool known = !format.empty() || !GetAudioType(play.File).empty();
-  return MessageOf(known ? message::AudioUnreadable : message::AudioNameUnknown, play.Place, play.File);
+  return known ? MessageOf(message::AudioUnreadable, play.Place, play.File)
+               : MessageOf(message::AudioNameUnknown, play.Place, play.File, EncodeAudioLine(path));
 }
 
 }  // namespace
@@ -45,8 +67,68 @@ std::string_view SourceJudge::WhyMissing(const std::string& path) {
   const auto [known, isNew] = missing_.try_emplace(path);
   if (isNew) {
     known->second = WhyNotPlainFile(path);
+    if (known->second.empty()) {
+      const auto head = ReadHead(path, SniffBytes);
+      const ByteView bytes =
+          head ? ByteView(reinterpret_cast<const std::uint8_t*>(head->data()), head->size()) : ByteView();
+      const SourceKind kind = SniffSource(bytes);
+      heads_[path] = {kind, ShowsDiscVideo(kind, bytes)};
+      known->second = head ? std::string_view() : Unreadable;
+    }
   }
   return known->second;
+}
+
+const SourceJudge::Head& SourceJudge::HeadOf(const std::string& path) {
+  WhyMissing(path);
+  return heads_[path];
+}
+
+Findings SourceJudge::WhyForeign(const SourcePlay& play, const std::string& line) {
+  const std::string_view kind = ForeignKindText(HeadOf(PathOf(play.File)).Kind);
+  if (kind.empty()) {
+    return {};
+  }
+  return ByRules({MessageOf(message::SourceForeign, play.Place, play.File, kind, line)}, rules_);
+}
+
+VideoHead SourceJudge::VideoHeadOf(const std::string& path) {
+  const auto [known, isNew] = videoHeads_.try_emplace(path);
+  if (isNew) {
+    known->second = ScanVideoHead(path, *ui_);
+  }
+  return known->second.value_or(VideoHead{.StartsWithSequence = true, .HasGroups = true});
+}
+
+// Why the quick scan, which goes by sequence headers, found no video.
+Message SourceJudge::WhyNoVideo(const SourcePlay& play) {
+  const std::string path = PathOf(play.File);
+  if (const auto bitmap = ReadBitmapSize(path)) {
+    return MessageOf(message::BitmapSizeUnfit, play.Place, play.File, bitmap->Width, bitmap->Height);
+  }
+  if (HeadOf(path).Kind == SourceKind::Video && !VideoHeadOf(path).StartsWithSequence) {
+    return MessageOf(message::SequenceNotFirst, play.Place, play.File, CopyVideoLine(path));
+  }
+  return MessageOf(message::VideoMissing, play.Place, play.File);
+}
+
+// What comes before the second sequence header.
+Findings SourceJudge::JudgeHead(const VideoAttributes& seen, const SourcePlay& play) {
+  const std::string path = PathOf(play.File);
+  const VideoHead head = VideoHeadOf(path);
+  Findings findings;
+  if (!head.StartsWithSequence) {
+    findings.push_back(MessageOf(message::SequenceNotFirst, play.Place, play.File, CopyVideoLine(path)));
+  } else if (head.IsOneSequence()) {
+    Findings one{
+        MessageOf(message::OneSequence, play.Place, play.File, head.Fields / 2, RepeatSequenceLine(path))};
+    Append(findings, ByRules(std::move(one), rules_));
+  }
+  if (!head.HasGroups) {
+    findings.push_back(
+        MessageOf(message::NoGroups, play.Place, play.File, EncodeVideoLine(path, TargetOf(seen, play))));
+  }
+  return findings;
 }
 
 std::optional<Message> SourceJudge::Missing(const SourcePlay& play) {
@@ -60,18 +142,31 @@ Judgement<VideoAttributes> SourceJudge::Video(const SourcePlay& play) {
     return {.Seen = std::nullopt, .Findings = {std::move(*missing)}};
   }
   const std::string path = PathOf(play.File);
+  Judgement<VideoAttributes> judged{
+      .Seen = std::nullopt,
+      .Findings = WhyForeign(play, HeadOf(path).ShowsDiscVideo ? CopyVideoLine(path)
+                                                               : EncodeVideoLine(path, {.Ntsc = play.Ntsc}))};
+  if (HasErrors(judged.Findings)) {
+    return judged;
+  }
   const auto [known, isNew] = videos_.try_emplace(path);
   if (isNew) {
     known->second = QuickScanVideo(path, *ui_);
   }
-  Judgement<VideoAttributes> judged{.Seen = known->second, .Findings = {}};
+  judged.Seen = known->second;
   if (!judged.Seen) {
-    judged.Findings.push_back(WhyNoVideo(path, play));
+    judged.Findings.push_back(WhyNoVideo(play));
     return judged;
   }
   const Severity level = rules_.RefusesUnfitSources ? Severity::Error : Severity::Warning;
+  const std::string line = EncodeVideoLine(path, TargetOf(*judged.Seen, play));
   for (Message& fault : FaultsOf(judged.Seen->Info)) {
-    judged.Findings.push_back(Refusal(std::move(fault), play, level));
+    const bool hasPictures = !fault.Is(message::NoPictures);
+    judged.Findings.push_back(Refusal(std::move(fault), play, level, hasPictures ? line : ""));
+  }
+  const bool moves = judged.Seen->Info.PicturesSeen > 1;
+  if (moves && judged.Findings.empty()) {
+    judged.Findings = JudgeHead(*judged.Seen, play);
   }
   return judged;
 }
@@ -85,18 +180,31 @@ Judgement<AudioAttributes> SourceJudge::Audio(const SourcePlay& play, std::strin
   if (isNew) {
     known->second = QuickScanAudio(path, format, rules_, *ui_);
   }
-  Judgement<AudioAttributes> judged{.Seen = known->second, .Findings = {}};
+  Judgement<AudioAttributes> judged{.Seen = known->second,
+                                    .Findings = WhyForeign(play, EncodeAudioLine(path))};
+  if (HasErrors(judged.Findings)) {
+    return judged;
+  }
   if (!judged.Seen) {
-    judged.Findings.push_back(WhyNoAudio(format, play));
+    judged.Findings.push_back(WhyNoAudio(format, play, path));
+    return judged;
+  }
+  const AudioAttributes& seen = *judged.Seen;
+  const std::string_view sound = SoundOf(HeadOf(path).Kind);
+  const std::string line = EncodeAudioLine(path, TargetOf(seen));
+  if (!seen.Problem.empty() && !sound.empty() && sound != seen.Format) {
+    judged.Findings.push_back(MessageOf(message::AudioOtherKind, play.Place, play.File, sound, seen.Format,
+                                        EncodeAudioLine(path, {.Pcm = seen.Format == "PCM"})));
     return judged;
   }
   Severity level = Severity::Error;
-  if (judged.Seen->Problem.empty()) {
-    const bool carried = judged.Seen->Format != "DTS";
+  if (seen.Problem.empty()) {
+    const bool carried = seen.Format != "DTS";
     level = carried && rules_.RefusesUnfitSources ? Severity::Error : Severity::Warning;
   }
-  for (Message& fault : FaultsOf(*judged.Seen)) {
-    judged.Findings.push_back(Refusal(std::move(fault), play, level));
+  for (Message& fault : FaultsOf(seen)) {
+    const bool mends = !sound.empty();
+    judged.Findings.push_back(Refusal(std::move(fault), play, level, mends ? line : ""));
   }
   return judged;
 }

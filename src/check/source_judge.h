@@ -7,7 +7,9 @@
 #include <string_view>
 #include <utility>
 
+#include "analysis/container_sniff.h"
 #include "analysis/quick_scan.h"
+#include "analysis/video_head.h"
 #include "base/rules.h"
 #include "base/user_interface.h"
 #include "check/findings.h"
@@ -19,6 +21,7 @@ namespace quorvelant {
 struct SourcePlay {
   std::string File;   // as the project holds it
   std::string Place;  // of the findings
+  bool Ntsc = false;  // of the track, for what makes a fitting file of this one
 };
 
 template <class Attributes>
@@ -51,10 +54,24 @@ class SourceJudge {
   Judgement<AudioAttributes> Audio(const SourcePlay& play, std::string_view format);
 
  private:
+  struct Head {
+    SourceKind Kind = SourceKind::Unknown;
+    bool ShowsDiscVideo = false;
+  };
+
+  const Head& HeadOf(const std::string& path);
+  // That the file is something no disc is made of; `line` makes something of it.
+  Findings WhyForeign(const SourcePlay& play, const std::string& line);
+  VideoHead VideoHeadOf(const std::string& path);
+  Message WhyNoVideo(const SourcePlay& play);
+  Findings JudgeHead(const VideoAttributes& seen, const SourcePlay& play);
+
   std::string folder_;
   Rules rules_;
   UserInterface* ui_;
   std::map<std::string, std::string_view> missing_;
+  std::map<std::string, Head> heads_;
+  std::map<std::string, std::optional<VideoHead>> videoHeads_;
   std::map<std::string, std::optional<VideoAttributes>> videos_;
   std::map<std::pair<std::string, std::string>, std::optional<AudioAttributes>> audios_;  // with the format
 };

@@ -1,11 +1,21 @@
 #include "edit/file_scanner.h"
 
 #include "analysis/quick_scan.h"
+#include "base/file_text.h"
 
 namespace quorvelant {
 
+namespace {
+
+// Where the judgement of sources tells why a file cannot be read, the load asks nobody to close applications.
+bool IsToldLater(const std::string& path, const Rules& rules) {
+  return rules.RefusesDeadDiscs && WhyNotPlainFile(path).empty() && !ReadHead(path, 1);
+}
+
+}  // namespace
+
 std::optional<VideoTraits> FileScanner::Video(const std::string& path) const {
-  const auto seen = QuickScanVideo(path, *ui_);
+  const auto seen = IsToldLater(path, rules_) ? std::nullopt : QuickScanVideo(path, *ui_);
   if (!seen) {
     return std::nullopt;
   }
@@ -13,7 +23,7 @@ std::optional<VideoTraits> FileScanner::Video(const std::string& path) const {
 }
 
 std::optional<AudioTraits> FileScanner::Audio(const std::string& path, std::string_view format) const {
-  const auto seen = QuickScanAudio(path, format, rules_, *ui_);
+  const auto seen = IsToldLater(path, rules_) ? std::nullopt : QuickScanAudio(path, format, rules_, *ui_);
   if (!seen) {
     return std::nullopt;
   }

@@ -27,7 +27,7 @@ std::optional<Message> WhyRefused(const Judgement<AudioAttributes>& judged, cons
   if (!judged.Seen) {
     return unusable(NoKnownKind);
   }
-  if (Has(found, message::AudioUnfit)) {
+  if (!judged.Seen->Problem.empty()) {
     return unusable(judged.Seen->Problem);
   }
   if (Has(found, message::SampleRate)) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "analysis/container_sniff.h"
 #include "analysis/disc_fit.h"
 #include "base/random.h"
 #include "base/timecode.h"

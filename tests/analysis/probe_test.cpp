@@ -6,6 +6,7 @@
 #include <map>
 #include <utility>
 
+#include "analysis/container_sniff.h"
 #include "analysis/disc_fit.h"
 #include "analysis/picture_index.h"
 #include "analysis/video_probe.h"
@@ -174,8 +175,21 @@ TEST_F(Probes, BitRatesOverTheWholeAndOverOneSecond) {
   EXPECT_EQ(probe.ClosedGroups, 10);
   EXPECT_EQ(probe.GroupLengths, (std::map<std::int64_t, std::int64_t>{{5, 20}}));
   EXPECT_EQ(probe.IPictures, 20);
-  EXPECT_EQ(JudgeVideo(probe).Reasons,
-            std::vector<std::string>{"its bit rate reaches 10.0 Mbit/s over one second; a disc carries 9.8"});
+  EXPECT_NEAR(probe.PeakBacklogBits, 25 * 400e3 - 24 * 9.8e6 / 25, 1e5);
+  EXPECT_TRUE(JudgeVideo(probe).Fits());  // what one second brings too much waits in the decoder's buffer
+}
+
+// Pictures of one size, then one that only an empty buffer takes.
+TEST_F(Probes, TheDecodersBufferBoundsTheBitRate) {
+  for (const auto& [last, fits] : {std::pair{220000U, true}, {235000U, false}}) {
+    StreamBuilder stream;
+    for (unsigned i = 0; i < 50; ++i) {
+      stream.Sequence().Group().Picture({.TotalBytes = i < 49 ? 48000U : last});
+    }
+    const VideoProbe probe = Probe(stream.Data());
+    EXPECT_GT(probe.PeakBitRate, 9.8e6);
+    EXPECT_EQ(JudgeVideo(probe).Fits(), fits) << probe.PeakBacklogBits;
+  }
 }
 
 TEST_F(Probes, FieldPicturesAreHalfFrames) {
@@ -228,6 +242,12 @@ TEST_F(Probes, KindsByTheFirstBytes) {
   Bytes transport(600);
   transport[0] = transport[188] = transport[376] = 0x47;
   EXPECT_EQ(kind(transport), SourceKind::TransportStream);
+  // Nothing of a disc is taken for what no disc carries: pictures cut anywhere, and sound.
+  const Bytes film = BuildStream({.Gops = 2, .BytesI = 9000, .BytesP = 4000, .BytesB = 2000});
+  for (std::size_t from = 0; from < film.size(); from += 501) {
+    const SourceKind cut = kind({film.begin() + static_cast<std::ptrdiff_t>(from), film.end()});
+    EXPECT_TRUE(cut == SourceKind::Video || cut == SourceKind::Unknown) << from;
+  }
 }
 
 TEST_F(Probes, RealStreams) {
