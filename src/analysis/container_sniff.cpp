@@ -15,7 +15,7 @@ namespace quorvelant {
 
 namespace {
 
-using std::string_view_literals::operator""sv;
+using namespace std::string_view_literals;
 
 bool Has(ByteView head, std::size_t at, std::string_view text) {
   return head.size() >= at + text.size() &&

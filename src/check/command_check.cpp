@@ -151,9 +151,11 @@ class CommandChecker {
       case Instruction::JumpTt:
         return Beyond("title", target.Title, contents_.TitleCount(), "the disc");
       case Instruction::JumpVtsTt:
-        return Beyond("title", target.Title, contents_.Of(*stand.Entry).Titles.size(), "the set");
+        return stand.Entry == nullptr
+                   ? Missing()
+                   : Beyond("title", target.Title, contents_.Of(*stand.Entry).Titles.size(), "the set");
       case Instruction::JumpVtsPtt:
-        return WhatPartMisses(*stand.Entry, target);
+        return stand.Entry == nullptr ? Missing() : WhatPartMisses(*stand.Entry, target);
       case Instruction::JumpSs:
       case Instruction::CallSs:
         return WhatSystemMisses(stand, target);

@@ -49,7 +49,7 @@ DataFile_P* ReaderState::OpenData() {
   }
 }
 
-CommandList* ReaderState::OpenCommands() {
+CommandList* ReaderState::OpenCommands() const {
   if (Disc.Commands.OfPgc != nullptr) {
     return &(Disc.Pgc->*Disc.Commands.OfPgc);
   }

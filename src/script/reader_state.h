@@ -207,7 +207,7 @@ struct ReaderState {
   // The open file of the data folder, of the kind that `Open` says.
   DataFile_P* OpenData();
   // Nullptr where no command list is open.
-  CommandList* OpenCommands();
+  CommandList* OpenCommands() const;
   UopMask* OpenUops();
 
   // Opens an item.
