@@ -29,9 +29,8 @@ inline constexpr MessageKind VideoAspect{"video-aspect", Severity::Error, Refuse
 
 // The file is not what its name says, or damaged; the value is why.
 inline constexpr MessageKind AudioUnfit{"audio-head", Severity::Error, RefusedTitle, "{}"};
-inline constexpr MessageKind DtsAudio{
-    "audio-dts", Severity::Error, RefusedTitle,
-    "it is DTS, which is left off the disc"};
+inline constexpr MessageKind DtsAudio{"audio-dts", Severity::Error, RefusedTitle,
+                                      "it is DTS, which is left off the disc"};
 inline constexpr MessageKind SampleRate{"audio-sample-rate", Severity::Error, RefusedTitle,
                                         "its sample rate is not 48 kHz"};
 inline constexpr MessageKind PcmFormat{"audio-pcm-format", Severity::Error, RefusedTitle,

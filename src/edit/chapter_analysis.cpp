@@ -9,122 +9,122 @@
 #include "model/walk.h"
 #include "picture/bitmap_size.h"
 
-    namespace quorvelant {
+namespace quorvelant {
 
-  namespace {
+namespace {
 
-  // The index of no track and no scene.
-  constexpr std::int32_t Gone = -1;
+// The index of no track and no scene.
+constexpr std::int32_t Gone = -1;
 
-  std::vector<IndexSource> VideoFiles(const Project& project, const Track& track) {
-    std::vector<IndexSource> files;
-    for (const VideoPlay* play : Live(track.VideoPlays)) {
-      if (!play->File.empty()) {
-        const std::string path = SystemPath(play->File, project.SourceFolder());
-        files.push_back({path, ReadBitmapSize(path).has_value()});
-      }
+std::vector<IndexSource> VideoFiles(const Project& project, const Track& track) {
+  std::vector<IndexSource> files;
+  for (const VideoPlay* play : Live(track.VideoPlays)) {
+    if (!play->File.empty()) {
+      const std::string path = SystemPath(play->File, project.SourceFolder());
+      files.push_back({path, ReadBitmapSize(path).has_value()});
     }
-    return files;
   }
+  return files;
+}
 
-  // A cell that showed scene `pScene` of the track comes to show what `moved` says, or nothing.
-  void MoveScene(Cell_P& cell, const std::vector<std::int32_t>& moved) {
-    if (cell.pScene < 0 || static_cast<std::size_t>(cell.pScene) >= moved.size()) {
-      return;
-    }
-    const std::int32_t scene = moved[static_cast<std::size_t>(cell.pScene)];
-    cell.pScene = std::max(scene, 0);
-    cell.SegmentUsed = scene == Gone ? Gone : cell.SegmentUsed;
+// A cell that showed scene `pScene` of the track comes to show what `moved` says, or nothing.
+void MoveScene(Cell_P& cell, const std::vector<std::int32_t>& moved) {
+  if (cell.pScene < 0 || static_cast<std::size_t>(cell.pScene) >= moved.size()) {
+    return;
   }
+  const std::int32_t scene = moved[static_cast<std::size_t>(cell.pScene)];
+  cell.pScene = std::max(scene, 0);
+  cell.SegmentUsed = scene == Gone ? Gone : cell.SegmentUsed;
+}
 
-  // Takes the scenes past the end away, but never the first; cells keep what they showed by index. Removed
-  // cells do so too: one that comes back must not show another scene.
-  bool RemoveScenesPastEnd(Project& project, std::size_t trackIndex) {
-    Track& track = project.Tracks[trackIndex];
-    std::vector<std::int32_t> moved;  // old index -> new one
-    std::vector<Scene> kept;
-    for (const Scene& scene : track.Scenes) {
-      const bool keep = kept.empty() || scene.Frame < track.VideoFrames;
-      moved.push_back(keep ? static_cast<std::int32_t>(kept.size()) : Gone);
-      if (keep) {
-        kept.push_back(scene);
+// Takes the scenes past the end away, but never the first; cells keep what they showed by index. Removed
+// cells do so too: one that comes back must not show another scene.
+bool RemoveScenesPastEnd(Project& project, std::size_t trackIndex) {
+  Track& track = project.Tracks[trackIndex];
+  std::vector<std::int32_t> moved;  // old index -> new one
+  std::vector<Scene> kept;
+  for (const Scene& scene : track.Scenes) {
+    const bool keep = kept.empty() || scene.Frame < track.VideoFrames;
+    moved.push_back(keep ? static_cast<std::int32_t>(kept.size()) : Gone);
+    if (keep) {
+      kept.push_back(scene);
+    }
+  }
+  if (kept.size() == track.Scenes.size()) {
+    return false;
+  }
+  track.Scenes = std::move(kept);
+  for (const auto& place : AllPgcs(project)) {
+    for (Cell_P* cell : AllCells(*place.Chain)) {
+      if (cell->SegmentUsed == static_cast<std::int32_t>(trackIndex)) {
+        MoveScene(*cell, moved);
       }
     }
-    if (kept.size() == track.Scenes.size()) {
-      return false;
-    }
-    track.Scenes = std::move(kept);
-    for (const auto& place : AllPgcs(project)) {
-      for (Cell_P* cell : AllCells(*place.Chain)) {
-        if (cell->SegmentUsed == static_cast<std::int32_t>(trackIndex)) {
-          MoveScene(*cell, moved);
-        }
-      }
-    }
+  }
+  return true;
+}
+
+}  // namespace
+
+bool AnalyseChapters(Project& project, std::size_t trackIndex, IndexStore& store, UserInterface& ui) {
+  Track& track = project.Tracks[trackIndex];
+  const std::vector<IndexSource> files = VideoFiles(project, track);
+  if (files.empty()) {
+    ui.Tell(MessageOf(message::AnalysisWithoutFile, TrackKey(trackIndex)));
+    return false;
+  }
+  if (std::all_of(files.begin(), files.end(), [](const IndexSource& file) { return file.IsImage; })) {
     return true;
   }
-
-  }  // namespace
-
-  bool AnalyseChapters(Project & project, std::size_t trackIndex, IndexStore & store, UserInterface & ui) {
-    Track& track = project.Tracks[trackIndex];
-    const std::vector<IndexSource> files = VideoFiles(project, track);
-    if (files.empty()) {
-      ui.Tell(MessageOf(message::AnalysisWithoutFile, TrackKey(trackIndex)));
-      return false;
-    }
-    if (std::all_of(files.begin(), files.end(), [](const IndexSource& file) { return file.IsImage; })) {
-      return true;
-    }
-    const IndexRun run = BuildPictureIndex(files, {}, store, ui);
-    if (!run.Complete) {
-      return false;
-    }
-    std::int64_t frames = 0;
-    for (const FileIndex& file : run.Files) {
-      frames += file.State == IndexState::NotIndexed ? 1 : file.Index.TotalFrames;
-    }
-    if (frames <= 0) {
-      return true;  // an index that tells nothing
-    }
-    track.VideoFrames =
-        static_cast<std::int32_t>(std::min<std::int64_t>(frames, std::numeric_limits<std::int32_t>::max()));
-    if (RemoveScenesPastEnd(project, trackIndex)) {
-      ui.Tell(MessageOf(message::ScenesRemoved, TrackKey(trackIndex)));
-    }
-    const std::vector<ChapterStart> starts = ChapterStarts(project, trackIndex, store);
-    for (std::size_t i = 1; i < track.Scenes.size(); ++i) {
-      track.Scenes[i].Frame = static_cast<std::int32_t>(MoveToChapterStart(starts, track.Scenes[i].Frame));
-    }
-    return true;
+  const IndexRun run = BuildPictureIndex(files, {}, store, ui);
+  if (!run.Complete) {
+    return false;
   }
-
-  std::vector<ChapterStart> ChapterStarts(const Project& project, std::size_t trackIndex,
-                                          const IndexStore& store) {
-    std::vector<ChapterStart> starts;
-    std::int64_t base = 0;
-    for (const IndexSource& file : VideoFiles(project, project.Tracks[trackIndex])) {
-      const auto found = file.IsImage ? std::nullopt : FindPictureIndex(file.Name, store);
-      const PictureIndex index = found.value_or(PictureIndex{});
-      starts.push_back({base, index.Entries.empty()});
-      for (const PictureIndex::Entry& entry : index.Entries) {
-        starts.push_back({base + entry.Frame, false});
-      }
-      base += found ? index.TotalFrames : 1;
-    }
-    std::stable_sort(starts.begin(), starts.end(),
-                     [](const ChapterStart& a, const ChapterStart& b) { return a.Frame < b.Frame; });
-    return starts;
+  std::int64_t frames = 0;
+  for (const FileIndex& file : run.Files) {
+    frames += file.State == IndexState::NotIndexed ? 1 : file.Index.TotalFrames;
   }
-
-  std::int64_t MoveToChapterStart(const std::vector<ChapterStart>& starts, std::int64_t frame) {
-    const auto behind =
-        std::upper_bound(starts.begin(), starts.end(), frame,
-                         [](std::int64_t at, const ChapterStart& start) { return at < start.Frame; });
-    if (behind == starts.begin() || (behind - 1)->AnywhereBehind) {
-      return frame;
-    }
-    return (behind - 1)->Frame;
+  if (frames <= 0) {
+    return true;  // an index that tells nothing
   }
+  track.VideoFrames =
+      static_cast<std::int32_t>(std::min<std::int64_t>(frames, std::numeric_limits<std::int32_t>::max()));
+  if (RemoveScenesPastEnd(project, trackIndex)) {
+    ui.Tell(MessageOf(message::ScenesRemoved, TrackKey(trackIndex)));
+  }
+  const std::vector<ChapterStart> starts = ChapterStarts(project, trackIndex, store);
+  for (std::size_t i = 1; i < track.Scenes.size(); ++i) {
+    track.Scenes[i].Frame = static_cast<std::int32_t>(MoveToChapterStart(starts, track.Scenes[i].Frame));
+  }
+  return true;
+}
+
+std::vector<ChapterStart> ChapterStarts(const Project& project, std::size_t trackIndex,
+                                        const IndexStore& store) {
+  std::vector<ChapterStart> starts;
+  std::int64_t base = 0;
+  for (const IndexSource& file : VideoFiles(project, project.Tracks[trackIndex])) {
+    const auto found = file.IsImage ? std::nullopt : FindPictureIndex(file.Name, store);
+    const PictureIndex index = found.value_or(PictureIndex{});
+    starts.push_back({base, index.Entries.empty()});
+    for (const PictureIndex::Entry& entry : index.Entries) {
+      starts.push_back({base + entry.Frame, false});
+    }
+    base += found ? index.TotalFrames : 1;
+  }
+  std::stable_sort(starts.begin(), starts.end(),
+                   [](const ChapterStart& a, const ChapterStart& b) { return a.Frame < b.Frame; });
+  return starts;
+}
+
+std::int64_t MoveToChapterStart(const std::vector<ChapterStart>& starts, std::int64_t frame) {
+  const auto behind =
+      std::upper_bound(starts.begin(), starts.end(), frame,
+                       [](std::int64_t at, const ChapterStart& start) { return at < start.Frame; });
+  if (behind == starts.begin() || (behind - 1)->AnywhereBehind) {
+    return frame;
+  }
+  return (behind - 1)->Frame;
+}
 
 }  // namespace quorvelant
