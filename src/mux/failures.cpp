@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <string>
 #include <string_view>
 
 #include "mux/messages.h"
@@ -65,6 +66,14 @@ void WarnOfCutPicture(const MuxState& state) {
   if (state.Picture.Cut) {
     state.Build.Ui.Tell(MessageOf(message::LastPictureCut, state.Pictures.PlaceOf(state.Picture),
                                   state.Input.Video[state.Picture.File].Path));
+  }
+}
+
+void WarnOfDamage(const MuxState& state) {
+  for (const DamageRecord& damage : state.Pictures.Damage()) {
+    const std::string& path = state.Input.Video[damage.File].Path;
+    state.Build.Ui.Tell(
+        MessageOf(*damage.Kind, fmt::format("{}@{}", path, damage.Offset), path, damage.Count));
   }
 }
 

@@ -46,6 +46,34 @@ inline constexpr MessageKind LastPictureCut{
     "last-picture-cut", Severity::Warning, "Video Source",
     "The video file {} ends within a picture: its last picture is incomplete."};
 
+// Damage in a video file: its path and how often it was met; the place is the first of them.
+inline constexpr MessageKind PictureIncomplete{
+    "picture-incomplete", Severity::Warning, "Video Source",
+    "Damage in the video file {}: rows are missing or astray in {} of its pictures, the first at this place. "
+    "Players show blocks or frozen parts there. Read the file anew from its source, or encode it again."};
+inline constexpr MessageKind PicturesMisnumbered{
+    "pictures-misnumbered", Severity::Warning, "Video Source",
+    "Damage in the video file {}: pictures are missing or stand twice in {} of its GOPs, the first at this "
+    "place. Players stumble there. Read the file anew from its source, or encode it again."};
+inline constexpr MessageKind PictureTypeUnknown{
+    "picture-type-unknown", Severity::Warning, "Video Source",
+    "Damage in the video file {}: the coding type of {} of its pictures is none of I, P and B, the first at "
+    "this place. Players can't decode them. Read the file anew from its source, or encode it again."};
+inline constexpr MessageKind FieldUnpaired{
+    "field-unpaired", Severity::Warning, "Video Source",
+    "Damage in the video file {}: {} of its field pictures have no second field, the first before this "
+    "place. "
+    "Players stumble there. Read the file anew from its source, or encode it again."};
+inline constexpr MessageKind SequenceHeaderAstray{"sequence-header-astray", Severity::Warning, "Video Source",
+                                                  "Damage in the video file {}: {} of its sequence headers "
+                                                  "lead no GOP with an I picture, the first at this "
+                                                  "place. Players that jump there show nothing whole. Read "
+                                                  "the file anew from its source, or encode it again."};
+inline constexpr MessageKind GopBeyondLimit{
+    "gop-beyond-limit", Severity::Warning, "Video Source",
+    "The video file {} has {} GOPs longer than a disc allows (30 fields PAL, 36 NTSC), the first at this "
+    "place. Some players stutter there: encode with GOPs of at most 15 frames (PAL) or 18 (NTSC)."};
+
 // Stills and slides.
 inline constexpr MessageKind StillUnreadable{"still-unreadable", Severity::Error, MuxErrorTitle, "{}"};
 inline constexpr MessageKind StillSizeUnfit{

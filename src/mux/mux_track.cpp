@@ -28,6 +28,7 @@ MuxState SetUp(const MuxInput& input, MuxBuild& build, VobOutput& output, const 
                  .Pictures = {build.Files,
                               input.Video,
                               {.Mpeg2 = input.Mpeg2,
+                               .MostGopFields = timing.MostGopFields,
                                .RemoveEndCodes = build.RemoveSeqEnd,
                                .EndEachFile = input.Kind != TrackKind::Motion,
                                .EncodeStill = StillEncoderOf(input, build)}},

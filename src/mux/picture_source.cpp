@@ -25,7 +25,11 @@ constexpr std::size_t MostWindowBytes = std::size_t{24} << 20;
 }  // namespace
 
 PictureSource::PictureSource(Random& files, const std::vector<MuxVideoFile>& list, Options options)
-    : list_(&list), options_(std::move(options)), file_(files, 0), window_(WindowBytes) {
+    : list_(&list),
+      options_(std::move(options)),
+      file_(files, 0),
+      window_(WindowBytes),
+      damage_(options_.Mpeg2, options_.MostGopFields) {
   if (std::ranges::any_of(list, [](const MuxVideoFile& file) { return file.Path.empty(); })) {
     throw MuxFault(message::MuxVideoUnnamed, {});
   }
@@ -146,6 +150,7 @@ bool PictureSource::ReadUnit() {
       EndUnit(end_);
       units_.back().LastOfFile = true;
     }
+    damage_.EndFile();
     atEnd_ = !OpenNextFile();
     if (atEnd_) {
       file_.Close();
@@ -160,6 +165,7 @@ bool PictureSource::TakeStartCode(std::uint64_t at) {
   const std::uint8_t code = ByteAt(at + 3);
   if (start_code::IsSlice(code)) {
     lastSlice_ = code;
+    damage_.Slice(code);
     return false;
   }
   const bool header =
@@ -184,6 +190,8 @@ bool PictureSource::TakeStartCode(std::uint64_t at) {
   }
   if (code == start_code::Sequence) {
     TakeSequenceHeader(at);
+  } else if (code == start_code::Group) {
+    damage_.Group(coming_.File, at - fileStart_[coming_.File]);
   } else if (code == start_code::Picture) {
     TakePictureHeader(at);
   } else if (code == start_code::Extension) {
@@ -201,6 +209,7 @@ void PictureSource::TakeSequenceHeader(std::uint64_t at) {
                    pictureSize_ & 0xFFF, size >> 12, size & 0xFFF, (*list_)[coming_.File].Path);
   }
   pictureSize_ = size;
+  damage_.Height(static_cast<int>(size & 0xFFFU));
 }
 
 // temporal_reference (10 bits), picture_coding_type (3), vbv_delay (16).
@@ -211,6 +220,7 @@ void PictureSource::TakePictureHeader(std::uint64_t at) {
   coming_.TemporalReference = ByteAt(at + 4) << 2 | ByteAt(at + 5) >> 6;
   const int type = (ByteAt(at + 5) >> 3) & 7;
   // A type that the format does not know is damage; it is carried as what it least disturbs.
+  codingType_ = static_cast<unsigned>(type);
   coming_.Type = type == 1 ? PictureType::I : type == 3 ? PictureType::B : PictureType::P;
   if (scannedFields_ == 0 && coming_.Type != PictureType::I) {
     throw MuxFault(message::FirstPictureNotIntra, PlaceAt(coming_.File, at), (*list_)[coming_.File].Path);
@@ -270,6 +280,13 @@ void PictureSource::EndUnit(std::uint64_t at) {
   unsigned& lowest = coming_.IsField() ? lowestFieldSlice_ : lowestFrameSlice_;
   coming_.Cut = at == end_ && file_.Left() == 0 && lastSlice_ < lowest;
   lowest = std::max(lowest, lastSlice_);
+  damage_.EndPicture(coming_.File, coming_.Offset - fileStart_[coming_.File],
+                     {.CodingType = codingType_,
+                      .TemporalReference = coming_.TemporalReference,
+                      .IsField = coming_.IsField(),
+                      .ShownFields = coming_.ShownFields(),
+                      .OpensSequence = coming_.SequenceHeader,
+                      .Cut = coming_.Cut});
   endCode_.reset();
   scannedFields_ += coming_.ShownFields();
   units_.push_back(coming_);

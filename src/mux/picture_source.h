@@ -13,6 +13,7 @@
 #include "mux/coded_picture.h"
 #include "mux/mux_track.h"
 #include "mux/source_window.h"
+#include "mux/video_damage.h"
 
 namespace quorvelant {
 
@@ -37,6 +38,7 @@ class PictureSource {
  public:
   struct Options {
     bool Mpeg2 = true;           // field pictures and repeated fields are told by extensions
+    int MostGopFields = 36;      // that players expect
     bool RemoveEndCodes = true;  // in the middle of the track
     bool EndEachFile = false;    // with a sequence end code: stills and slides stand alone
     // Makes a coded picture of a file that is a bitmap.
@@ -57,6 +59,8 @@ class PictureSource {
   std::int64_t ScannedFields() const { return scannedFields_; }
   // Where a unit stands, for messages: "file@byte".
   std::string PlaceOf(const PictureUnit& unit) const;
+  // What was damaged in all that was read so far.
+  const std::vector<DamageRecord>& Damage() const { return damage_.Records(); }
 
  private:
   bool ReadUnit();
@@ -96,9 +100,11 @@ class PictureSource {
   bool firstUnitOfFile_ = true;
   std::optional<std::uint64_t> endCode_;  // the latest sequence end code, not yet overwritten
   unsigned lastSlice_ = 0;                // macroblock row of the coming picture's latest slice, from 1
-  unsigned lowestFrameSlice_ = 0;         // the greatest row met in frame pictures
-  unsigned lowestFieldSlice_ = 0;         // and in field pictures
-  std::uint32_t pictureSize_ = 0;         // width and height of the first sequence header
+  unsigned codingType_ = 0;               // picture_coding_type of the coming picture as it stands
+  VideoDamage damage_;
+  unsigned lowestFrameSlice_ = 0;  // the greatest row met in frame pictures
+  unsigned lowestFieldSlice_ = 0;  // and in field pictures
+  std::uint32_t pictureSize_ = 0;  // width and height of the first sequence header
 };
 
 }  // namespace quorvelant

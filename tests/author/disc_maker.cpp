@@ -40,10 +40,10 @@ void DiscMaker::Load(const std::string& script, const Words& words) {
   EXPECT_TRUE(LoadScriptFile(Temp.Write(script, text), Disc, options, Ui).MayAuthor());
 }
 
-void DiscMaker::LoadSmall(double seconds) {
+void DiscMaker::LoadSmall(double seconds, const std::string& sound) {
   Link("film.m2v", SampleVideo(Video));
-  Link("film.ac3", SampleAc3({.Seconds = seconds}));
-  Load("small.qvp");
+  Link("film." + sound, sound == "wav" ? SampleWav({.Seconds = seconds}) : SampleAc3({.Seconds = seconds}));
+  Load("small.qvp", {{"SOUND", sound}});
 }
 
 void DiscMaker::Link(const std::string& name, const std::string& sample) const {

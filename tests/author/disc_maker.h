@@ -21,9 +21,9 @@ class DiscMaker {
   // The disc of a script of data/, in which "@n" stands for the time of frame n, other words with "@" for
   // what they are given here, and lines with "@PAL" for themselves in PAL and for nothing in NTSC.
   void Load(const std::string& script, const Words& words = {});
-  // The disc of small.qvp: a film of `Video` and as many seconds of sound, which is the title and the root
-  // menu of the one set.
-  void LoadSmall(double seconds);
+  // The disc of small.qvp: a film of `Video` and as many seconds of sound ("ac3" or "wav"), which is the
+  // title and the root menu of the one set.
+  void LoadSmall(double seconds, const std::string& sound = "ac3");
   // Lets a script find a sample under this name.
   void Link(const std::string& name, const std::string& sample) const;
   // The same for a bitmap, a chequered one of this colour and white.

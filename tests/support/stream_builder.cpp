@@ -79,6 +79,7 @@ void AddFrame(StreamBuilder& stream, const GopPlan& plan, PlannedPicture coded) 
 }  // namespace
 
 StreamBuilder& StreamBuilder::Sequence(const SequenceFields& fields) {
+  height_ = fields.Height;
   Append(bytes_, 0xB3,
          {{12, fields.Width},
           {12, fields.Height},
@@ -149,9 +150,12 @@ StreamBuilder& StreamBuilder::Picture(const PictureFields& fields) {
   if (fields.DisplayExtension) {
     Append(bytes_, ExtensionCode, {{4, 7}, {16, 0}, {1, 1}, {16, 0}, {1, 1}});
   }
-  Append(bytes_, 0x01, {});
-  const std::size_t least = bytes_.size() + 2;
-  for (int i = 0; bytes_.size() < std::max(start + fields.TotalBytes, least); i = (i + 1) % 97) {
+  const std::size_t end = start + fields.TotalBytes;
+  const int rows = (height_ + 15) / (fields.Structure == PictureStructure::Frame ? 16 : 32);
+  for (int row = 1; row <= rows && (row == 1 || fields.TotalBytes == 0 || bytes_.size() + 6 <= end); ++row) {
+    Append(bytes_, static_cast<std::uint8_t>(row), {{16, 0x5555}});
+  }
+  for (int i = 0; bytes_.size() < end; i = (i + 1) % 97) {
     bytes_.push_back(static_cast<std::uint8_t>(0x55 + i));  // never a zero, so no start code arises
   }
   return *this;

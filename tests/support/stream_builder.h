@@ -33,7 +33,7 @@ enum class PictureStructure { TopField = 1, BottomField = 2, Frame = 3 };
 struct PictureFields {
   char Type = 'I';  // 'I', 'P', 'B'
   int TemporalReference = 0;
-  std::size_t TotalBytes = 0;  // from its start code to the end of its slices; 0: headers and one short slice
+  std::size_t TotalBytes = 0;  // from its start code to the end of its slices; 0: headers and short slices
   PictureStructure Structure = PictureStructure::Frame;
   bool TopFieldFirst = true;
   bool RepeatFirstField = false;
@@ -57,6 +57,7 @@ class StreamBuilder {
 
  private:
   Bytes bytes_;
+  int height_ = 576;  // of the latest sequence
 };
 
 // A whole stream of equal GOPs, each after a sequence header, in coded order.
