@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "app/message_json.h"
+#include "app/version.h"
 #include "author/size_text.h"
 #include "base/timecode.h"
 #include "model/walk.h"
@@ -85,6 +87,13 @@ Json DomainJson(const DomainPlan& domain) {
 
 std::string JsonLine(const Json& object) {
   return object.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+std::string BeginJson(const std::string& project) {
+  return JsonLine({{"event", "begin"},
+                   {"version", JsonVersion},
+                   {"program", fmt::format("quorvelant {}", ProgramVersion())},
+                   {"project", project}});
 }
 
 std::string PlanText(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes) {

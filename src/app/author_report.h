@@ -14,6 +14,9 @@ namespace quorvelant {
 // One JSON object on one line. Bytes that are no UTF-8 become the replacement character.
 [[nodiscard]] std::string JsonLine(const nlohmann::ordered_json& object);
 
+// The first event of a run: what speaks, and of what.
+[[nodiscard]] std::string BeginJson(const std::string& project);
+
 // The run to come: titles with their tracks and streams, source sizes, the space needed and free.
 [[nodiscard]] std::string PlanText(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes);
 [[nodiscard]] std::string PlanJson(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes);

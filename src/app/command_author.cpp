@@ -88,32 +88,42 @@ AuthorOrder OrderFrom(const AuthorArguments& arguments, const CommandContext& co
   order.MustLog = !arguments.LogFile.empty();
   order.LogFile = order.MustLog ? arguments.LogFile : context.LogFile;
   order.Announce = [&](const DiscPlan& plan, std::optional<std::uint64_t> freeBytes) {
-    context.Out << (arguments.Json ? PlanJson(plan, freeBytes) + '\n' : PlanText(plan, freeBytes))
-                << std::flush;
+    if (arguments.Json) {
+      context.Out << PlanJson(plan, freeBytes) << '\n' << std::flush;
+    } else {
+      context.Report(PlanText(plan, freeBytes));
+    }
   };
   return order;
 }
 
-bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
-  RunReporter reporter(context.Ui, context.Out, arguments.Json);
-  MessageRecorder loading(reporter);
+AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& context, UserInterface& ui) {
+  MessageRecorder loading(ui);
   Project project;
   if (!Load(arguments, project, loading)) {
-    return false;
+    return {};
   }
   const auto pictures = MakePlatformPictures();
   AuthorOrder order = OrderFrom(arguments, context);
   order.WarnedBefore = loading.HasWarnings();
   order.Pictures = pictures.get();
-  const AuthorResult result = Author(project, order, reporter);
-  const bool done = result.Outcome == AuthorOutcome::Done;
-  if (arguments.Json && result.Begun) {
-    context.Out << ResultJson(result, order.Folder, order.DryRun) << '\n' << std::flush;
-  } else if (done) {
-    context.Out << ResultText(result, order.Folder, order.DryRun) << std::flush;
+  return Author(project, order, ui);
+}
+
+bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
+  RunReporter reporter(context.Ui, context.Out, arguments.Json);
+  if (arguments.Json) {
+    context.Out << BeginJson(arguments.Project) << '\n' << std::flush;
   }
+  const AuthorResult result = LoadAndAuthor(arguments, context, reporter);
   if (result.Outcome == AuthorOutcome::Stopped) {
     reporter.Tell(MessageOf(message::RunStopped, {}));
+  }
+  const bool done = result.Outcome == AuthorOutcome::Done;
+  if (arguments.Json) {
+    context.Out << ResultJson(result, arguments.Folder, arguments.DryRun) << '\n' << std::flush;
+  } else if (done) {
+    context.Report(ResultText(result, arguments.Folder, arguments.DryRun));
   }
   return done;
 }

@@ -7,7 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "app/message_json.h"
 #include "app/open_project.h"
+#include "app/rules_option.h"
+#include "app/told_messages.h"
 #include "base/text.h"
 #include "check/check.h"
 #include "check/check_sources.h"
@@ -22,31 +25,36 @@ namespace {
 
 struct CheckOptions {
   std::string Project;
+  RulesOption RuleSet;
   bool Json = false;
   bool Sources = false;
+  bool Strict = false;
+  bool Tree = false;
+
+  const Rules& RulesUsed() const { return RuleSet.Used(); }
 };
 
-constexpr std::string_view SeverityWord(Severity level) {
-  switch (level) {
-    case Severity::Error:
-      return "error";
-    case Severity::Warning:
-      return "warning";
-    default:
-      return "information";
-  }
+// What was found, and what follows from it.
+struct Verdict {
+  std::size_t Errors = 0;
+  std::size_t Warnings = 0;
+  bool Ready = false;
+};
+
+Verdict VerdictOn(const Findings& findings, bool strict) {
+  const std::size_t errors = CountOf(findings, Severity::Error);
+  const std::size_t warnings = CountOf(findings, Severity::Warning);
+  return {errors, warnings, errors == 0 && (!strict || warnings == 0)};
 }
 
-nlohmann::ordered_json MessagesJson(const std::vector<Message>& messages) {
-  nlohmann::ordered_json list = nlohmann::ordered_json::array();
-  for (const Message& message : messages) {
-    list.push_back({{"severity", SeverityWord(message.Level)},
-                    {"code", message.Code},
-                    {"title", message.Title},
-                    {"text", message.Text},
-                    {"place", message.Place}});
-  }
-  return list;
+std::string Count(std::size_t count, std::string_view one) {
+  return fmt::format("{} {}{}", count == 0 ? "no" : std::to_string(count), one, count == 1 ? "" : "s");
+}
+
+std::string VerdictText(const Verdict& verdict, const std::string& script, bool strict) {
+  return fmt::format("{}: {}: {}, {}{}\n", script, verdict.Ready ? "ready to author" : "not ready to author",
+                     Count(verdict.Errors, "error"), Count(verdict.Warnings, "warning"),
+                     strict && verdict.Warnings > 0 ? ", and --strict allows none" : "");
 }
 
 nlohmann::ordered_json RowsJson(const std::vector<CommandError>& rows) {
@@ -63,52 +71,60 @@ nlohmann::ordered_json RowsJson(const std::vector<CommandError>& rows) {
   return list;
 }
 
-void PrintJson(const Project& project, const LoadResult& load, const Findings& findings, std::ostream& out) {
-  const nlohmann::ordered_json json{{"script", project.ScriptFile},
-                                    {"ok", !HasErrors(findings)},
+void PrintJson(const Project& project, const LoadResult& load, const Findings& findings,
+               const Verdict& verdict, std::ostream& out) {
+  const nlohmann::ordered_json json{{"version", JsonVersion},
+                                    {"script", load.File},
+                                    {"ok", verdict.Ready},
                                     {"lines", load.LineCount},
                                     {"commands", load.Commands.CommandCount},
-                                    {"errors", CountOf(findings, Severity::Error)},
-                                    {"warnings", CountOf(findings, Severity::Warning)},
+                                    {"errors", verdict.Errors},
+                                    {"warnings", verdict.Warnings},
                                     {"messages", MessagesJson(findings)},
                                     {"commandErrors", RowsJson(load.Commands.Errors)},
                                     {"outline", OutlineJson(OutlineOf(project))}};
   out << JsonText(json) << '\n';
 }
 
-Findings CheckSources(const Project& project, bool open, UserInterface& ui) {
-  if (!open) {
-    return LookForSources(project, ui);
+Findings CheckSources(const Project& project, const CheckOptions& options, UserInterface& ui) {
+  if (!options.Sources) {
+    return LookForSources(project, ui, options.RulesUsed());
   }
   const auto pictures = MakePlatformPictures();
-  return OpenSources(project, Rules::Players, *pictures, ui);
+  return OpenSources(project, options.RulesUsed(), *pictures, ui);
+}
+
+Findings AllFindings(const LoadResult& load, const Project& project, const CheckOptions& options,
+                     UserInterface& ui) {
+  Findings all = LoadFindings(load);
+  if (load.Loaded) {
+    Append(all, CheckProject(project, options.RulesUsed()));
+    Append(all, CheckLimits(project, options.RulesUsed()));
+  }
+  Append(all, CheckSources(project, options, ui));
+  ToldMessages told;
+  std::erase_if(all, [&told](const Message& finding) { return !told.IsNew(finding); });
+  return all;
 }
 
 int Run(const CheckOptions& options, CommandContext& context) {
   Project project;
   SilentBoxes quiet(context.Ui);  // the findings hold what the load would say
-  const LoadResult load = OpenProject(options.Project, project, Rules::Players, quiet);
-  Findings findings = LoadFindings(load);
-  if (load.Loaded) {
-    Append(findings, CheckProject(project));
-    Append(findings, CheckLimits(project));
-  }
-  Append(findings, CheckSources(project, options.Sources, context.Ui));
-  const int status = HasErrors(findings) ? ExitFailed : ExitDone;
+  const LoadResult load = OpenProject(options.Project, project, options.RulesUsed(), quiet);
+  const Findings findings = AllFindings(load, project, options, context.Ui);
+  const Verdict verdict = VerdictOn(findings, options.Strict);
   if (options.Json) {
-    PrintJson(project, load, findings, context.Out);
-    return status;
+    PrintJson(project, load, findings, verdict, context.Out);
+    return verdict.Ready ? ExitDone : ExitFailed;
   }
-  if (load.Loaded) {
+  if (options.Tree && load.Loaded) {
     context.Out << Printable(OutlineText(OutlineOf(project)));
   }
   for (const Message& finding : findings) {
     context.Ui.Tell(finding);
   }
-  context.Out << fmt::format("{} lines, {} commands: {} errors, {} warnings\n", load.LineCount,
-                             load.Commands.CommandCount, CountOf(findings, Severity::Error),
-                             CountOf(findings, Severity::Warning));
-  return status;
+  context.Report(VerdictText(verdict, Printable(options.Project), options.Strict));
+  return verdict.Ready ? ExitDone : ExitFailed;
 }
 
 }  // namespace
@@ -116,13 +132,17 @@ int Run(const CheckOptions& options, CommandContext& context) {
 void AddCheckCommand(CLI::App& program, CommandContext& context) {
   const auto options = std::make_shared<CheckOptions>();
   CLI::App* command = program.add_subcommand(
-      "check", "Loads a project, resolves its commands and prints what is wrong, its tree and stream maps");
+      "check", "Tells what is wrong with a project and its sources, and whether it is ready to author");
   command->add_option("project", options->Project, "Project script of either dialect")
       ->required()
       ->type_name("PROJECT");
   command->add_flag("--sources", options->Sources,
                     "Code every subtitle too, and look at buttons and the ages of indexes");
-  command->add_flag("--json", options->Json, "Print one JSON object");
+  command->add_flag("--tree", options->Tree, "Print the tracks, the structure and the stream maps too");
+  AddRulesOption(*command, options->RuleSet, "Whose findings are errors");
+  command->add_flag("--strict", options->Strict, "Take warnings for errors");
+  command->add_flag("--json", options->Json, "Print one JSON object, with the tree");
+  command->footer("Exit status: 0 ready to author, 1 not ready, 2 wrong usage.");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
 }
 

@@ -7,7 +7,7 @@
 
 namespace quorvelant {
 
-// quorvelant check [--sources] [--json] PROJECT
+// quorvelant check [--sources] [--tree] [--rules players|classic] [--strict] [--json] PROJECT
 void AddCheckCommand(CLI::App& program, CommandContext& context);
 
 }  // namespace quorvelant

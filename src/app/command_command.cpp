@@ -7,10 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "app/message_json.h"
 #include "app/messages.h"
 #include "app/rules_option.h"
 #include "base/passing_ui.h"
 #include "base/rules.h"
+#include "edit/outline_json.h"
 #include "model/project.h"
 #include "script/messages.h"
 #include "script/script_reader.h"
@@ -76,11 +78,10 @@ CommandLineResult Decode(const std::string& hex) {
 }
 
 nlohmann::ordered_json ToJson(const CommandLineResult& result) {
-  nlohmann::ordered_json messages = nlohmann::ordered_json::array();
-  for (const Message& message : result.Messages) {
-    messages.push_back(message.Text);
-  }
-  return {{"text", result.Text}, {"hex", result.Hex}, {"ok", result.Good}, {"messages", messages}};
+  return {{"text", result.Text},
+          {"hex", result.Hex},
+          {"ok", result.Good},
+          {"messages", MessagesJson(result.Messages)}};
 }
 
 // Prints every result on its line and tells its messages; whether all were good.
@@ -102,7 +103,7 @@ bool Print(const std::vector<CommandLineResult>& results, const CommandOptions& 
   }
   if (options.Json) {
     // Texts are bytes: what is no UTF-8 is shown by the replacement character.
-    context.Out << list.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    context.Out << JsonText({{"version", JsonVersion}, {"commands", list}}) << '\n';
   }
   return good;
 }
@@ -156,7 +157,7 @@ void AddCommandCommand(CLI::App& program, CommandContext& context) {
       ->type_name("FILE");
   AddRulesOption(*command, options->RuleSet, "How PGCs and cells are counted");
   command->add_flag("--decode", options->Decode, "Print the text of digits");
-  command->add_flag("--json", options->Json, "Print one JSON array");
+  command->add_flag("--json", options->Json, "Print one JSON object");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
 }
 

@@ -27,9 +27,14 @@ constexpr std::string_view Description =
     "Authors DVD-Video: MPEG-2 video, AC3 and PCM audio, bitmaps and a project script become a complete "
     "VIDEO_TS folder.";
 constexpr std::string_view Footer =
+    "quorvelant COMMAND --help tells more of each.\n"
     "Exit status: 0 done, 1 failed, 2 wrong usage.\n"
     "Existing scripts and schedulers use:  quorvelant -i \"project.qvp\" -d \"folder\" -create -exit "
     "-analyse";
+
+std::string UsageText(const std::string& fault) {
+  return "error: " + fault + "\nnote: run with --help for more information\n";
+}
 
 // The commands in the order in which the help lists them: one line each.
 void AddCommands(CLI::App& program, CommandContext& context) {
@@ -44,6 +49,28 @@ void AddCommands(CLI::App& program, CommandContext& context) {
   AddStillCommand(program, context);
 }
 
+// The options that every command has.
+void AddVerbosity(CLI::App& program, CommandContext& context,
+                  const std::function<void(Verbosity)>& setVerbosity) {
+  for (CLI::App* command : program.get_subcommands([](const CLI::App*) { return true; })) {
+    const auto set = [&context, &setVerbosity](Verbosity loudness) {
+      context.Quiet = loudness == Verbosity::Quiet;
+      setVerbosity(loudness);
+    };
+    CLI::Option* quiet = command->add_flag_callback(
+        "-q,--quiet", [set] { set(Verbosity::Quiet); }, "Print warnings, errors and data alone");
+    command
+        ->add_flag_callback(
+            "-v,--verbose", [set] { set(Verbosity::Verbose); },
+            "Print each stage as it begins, and the code of each message")
+        ->excludes(quiet);
+  }
+}
+
+std::string UsageFault(const CLI::App* /*program*/, const CLI::Error& fault) {
+  return UsageText(fault.what());
+}
+
 int Run(CLI::App& program, std::span<const std::string> arguments, CommandContext& context,
         std::ostream& err) {
   const std::string& first = arguments.front();
@@ -51,7 +78,7 @@ int Run(CLI::App& program, std::span<const std::string> arguments, CommandContex
       !program.get_subcommands([&first](const CLI::App* command) { return command->check_name(first); })
            .empty();
   if (!first.starts_with('-') && !known) {
-    err << "There is no command \"" << first << "\"\nRun with --help for more information.\n";
+    err << UsageText("There is no command \"" + first + "\"");
     return ExitUsage;
   }
   try {
@@ -68,7 +95,8 @@ int Run(CLI::App& program, std::span<const std::string> arguments, CommandContex
 }  // namespace
 
 int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, std::ostream& out,
-                   std::ostream& err, const EnvironmentLookup& environment) {
+                   std::ostream& err, const EnvironmentLookup& environment,
+                   const std::function<void(Verbosity)>& setVerbosity) {
   CommandContext context{.Ui = ui,
                          .Out = out,
                          .Options = ReadSettings(SettingsFile(environment)),
@@ -78,6 +106,8 @@ int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, st
   program.footer(std::string(Footer));
   program.require_subcommand(arguments.empty() ? 0 : 1);
   AddCommands(program, context);
+  AddVerbosity(program, context, setVerbosity);
+  program.failure_message(UsageFault);
   if (arguments.empty()) {
     out << program.help();
     return ExitDone;
@@ -87,9 +117,7 @@ int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, st
   } catch (const std::bad_alloc&) {
     ui.Tell(MessageOf(message::OutOfMemory, {}));
   } catch (const MessageError& fault) {
-    Message message = fault.What();
-    message.Title = "Error";
-    ui.Tell(message);
+    ui.Tell(fault.What());
   } catch (const std::exception& fault) {
     ui.Tell(MessageOf(message::UnexpectedFault, {}, fault.what()));
   }

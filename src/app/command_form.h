@@ -1,10 +1,13 @@
 // The command line of today's habits: `quorvelant COMMAND ...`.
 #pragma once
 
-#include <iosfwd>
+#include <functional>
+#include <ostream>
 #include <span>
 #include <string>
+#include <string_view>
 
+#include "app/console_ui.h"
 #include "app/settings.h"
 #include "app/user_folders.h"
 #include "base/user_interface.h"
@@ -24,11 +27,22 @@ struct CommandContext {
   Settings Options;     // read already; never written back
   std::string LogFile;  // empty where there is no place for one
   int ExitStatus = ExitDone;
+  bool Quiet = false;
+
+  // Prints what a run came to, which no other program reads: --quiet leaves it out.
+  void Report(std::string_view text) const {
+    if (!Quiet) {
+      Out << text << std::flush;
+    }
+  }
 };
 
 // Runs the command that `arguments` (without the program's name) say, and gives the exit status: 0 done,
-// 1 failed, 2 wrong usage. Without any argument the help is printed.
-int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, std::ostream& out,
-                   std::ostream& err, const EnvironmentLookup& environment);
+// 1 failed, 2 wrong usage. Without any argument the help is printed. `setVerbosity` is called for --quiet and
+// --verbose.
+int RunCommandForm(
+    std::span<const std::string> arguments, UserInterface& ui, std::ostream& out, std::ostream& err,
+    const EnvironmentLookup& environment,
+    const std::function<void(Verbosity)>& setVerbosity = [](Verbosity) {});
 
 }  // namespace quorvelant

@@ -109,8 +109,8 @@ int Run(const PictureOptions& options, CommandContext& context) {
     return ExitFailed;
   }
   MakePlatformPictures()->Save(PictureFromPlanes(*planes), options.Output);
-  context.Out << fmt::format("{}x{}, frame {} ({}), written to {}\n", planes->Y().Width, planes->Y().Height,
-                             entry.Frame, FramesToTimecode(entry.Frame, rate), options.Output);
+  context.Report(fmt::format("{}x{}, frame {} ({}), written to {}\n", planes->Y().Width, planes->Y().Height,
+                             entry.Frame, FramesToTimecode(entry.Frame, rate), options.Output));
   return ExitDone;
 }
 

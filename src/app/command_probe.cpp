@@ -7,8 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "app/message_json.h"
 #include "app/probe_report.h"
 #include "app/rules_option.h"
+#include "edit/outline_json.h"
 
 namespace quorvelant {
 
@@ -20,7 +22,7 @@ struct ProbeOptions {
   bool Json = false;
 };
 
-// Done when each file was read and is of a kind that discs are made of, whether a disc can carry it or not.
+// Done when a disc can carry each of the files.
 int Run(const ProbeOptions& options, CommandContext& context) {
   const Rules& rules = options.RuleSet.Used();
   nlohmann::ordered_json list = nlohmann::ordered_json::array();
@@ -28,7 +30,7 @@ int Run(const ProbeOptions& options, CommandContext& context) {
   for (const std::string& file : options.Files) {
     context.Ui.Status("Reading " + file);
     const auto report = ProbeFile(file, rules, context.Ui);
-    good = good && report && report->Known();
+    good = good && report && report->Fit.Fits();
     if (context.Ui.StopRequested()) {
       return ExitFailed;
     }
@@ -43,7 +45,7 @@ int Run(const ProbeOptions& options, CommandContext& context) {
   }
   if (options.Json) {
     // File names are bytes: what is no UTF-8 is shown by the replacement character.
-    context.Out << list.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+    context.Out << JsonText({{"version", JsonVersion}, {"files", list}}) << '\n';
   }
   return good ? ExitDone : ExitFailed;
 }
@@ -56,7 +58,8 @@ void AddProbeCommand(CLI::App& program, CommandContext& context) {
       "probe", "Tells what source files are, whether a disc can carry them, and if not why");
   command->add_option("file", options->Files, "Video, audio and bitmap files")->required()->type_name("FILE");
   AddRulesOption(*command, options->RuleSet, "Where the samples of WAV files start");
-  command->add_flag("--json", options->Json, "Print one JSON array");
+  command->add_flag("--json", options->Json, "Print one JSON object");
+  command->footer("Exit status: 0 a disc can carry every file, 1 not every one, 2 wrong usage.");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
 }
 

@@ -45,7 +45,7 @@ int Run(const StillOptions& options, CommandContext& context) {
     ui.Tell(MessageOf(message::StillNotWritten, options.Output, reason));
     return ExitFailed;
   }
-  context.Out << fmt::format("{} bytes, written to {}\n", stream.size(), options.Output);
+  context.Report(fmt::format("{} bytes, written to {}\n", stream.size(), options.Output));
   return ExitDone;
 }
 

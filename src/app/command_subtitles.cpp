@@ -147,9 +147,9 @@ int Run(const SubtitlesOptions& options, CommandContext& context) {
   if (!SaveData(project, output, ui)) {
     return ExitFailed;
   }
-  context.Out << fmt::format("{} subtitles added to {} ({}) of {}, written to {}\n",
+  context.Report(fmt::format("{} subtitles added to {} ({}) of {}, written to {}\n",
                              stream.SubPlays.size() - before, stream.StreamName, stream.Language,
-                             track.TrackName, output);
+                             track.TrackName, output));
   return ExitDone;
 }
 

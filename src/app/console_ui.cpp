@@ -8,6 +8,7 @@
 #include <ostream>
 #include <utility>
 
+#include "app/level_word.h"
 #include "base/text.h"
 
 namespace quorvelant {
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int AllTenths = 1000;
 constexpr int TenthsPerPlainLine = 100;
+constexpr std::chrono::seconds PlainLinePause{2};
 constexpr std::string_view ClearLine = "\r\033[K";
 
 // A signal handler can reach nothing but an object of the whole process.
@@ -55,8 +57,12 @@ bool StopSignal::Raised() {
   return stopRaised != 0;
 }
 
-ConsoleUi::ConsoleUi(std::ostream& err, bool terminal, std::function<bool()> stop)
-    : err_(&err), terminal_(terminal), stop_(std::move(stop)) {}
+ConsoleUi::ConsoleUi(std::ostream& err, bool terminal, std::function<bool()> stop, Clock clock)
+    : err_(&err),
+      terminal_(terminal),
+      stop_(std::move(stop)),
+      clock_(std::move(clock)),
+      lastLine_(clock_()) {}
 
 ConsoleUi::~ConsoleUi() {
   if (lineOpen_) {
@@ -74,42 +80,60 @@ void ConsoleUi::Line(std::string_view text) {
 }
 
 void ConsoleUi::Tell(const Message& message) {
-  Line(Joined(message.Place, message.Title, message.Text));
+  const std::string_view level = LevelWord(message.Level);
+  if (Form == MessageForm::Titled) {
+    Line(Joined(message.Place, message.Title, message.Text));
+  } else if (message.Level != Severity::Information || !IsQuiet()) {
+    const std::string_view title = EqualNoCase(message.Title, level) ? std::string_view() : message.Title;
+    const bool coded = Loudness == Verbosity::Verbose && !message.Code.empty();
+    Line(fmt::format("{}: {}{}", level, Joined(message.Place, title, message.Text),
+                     coded ? fmt::format(" [{}]", message.Code) : ""));
+  }
+}
+
+void ConsoleUi::TellAnswer(std::string_view title, std::string_view text, std::string_view answer) {
+  Tell({.Level = Severity::Information,
+        .Title = std::string(title),
+        .Text = fmt::format("{} [{}]", text, answer),
+        .Place = {}});
 }
 
 bool ConsoleUi::Ask(std::string_view title, std::string_view text, bool unattended) {
-  Line(Joined({}, title, text) + (unattended ? " [Yes]" : " [No]"));
+  TellAnswer(title, text, unattended ? "Yes" : "No");
   return unattended;
 }
 
 std::optional<std::string> ConsoleUi::AskText(std::string_view title, std::string_view text,
                                               std::string_view proposal) {
-  Line(fmt::format("{} [{}]", Joined({}, title, text), proposal));
+  TellAnswer(title, text, proposal);
   return std::string(proposal);
 }
 
 void ConsoleUi::Status(std::string_view words) {
-  if (Quiet || words == words_) {
+  if (IsQuiet() || words == words_) {
     return;
   }
   words_ = words;
   shownTenths_ = -1;
   if (terminal_) {
     DrawProgress();
-  } else {
+  } else if (Loudness == Verbosity::Verbose || Form == MessageForm::Titled) {
     Line(words_);
   }
 }
 
 void ConsoleUi::Progress(double done, double total) {
-  if (Quiet || !std::isfinite(done) || !std::isfinite(total) || total <= 0) {
+  if (IsQuiet() || !std::isfinite(done) || !std::isfinite(total) || total <= 0) {
     return;
   }
   const int tenths = static_cast<int>(std::clamp(done / total, 0.0, 1.0) * AllTenths);
   if (terminal_ && tenths != shownTenths_) {
     shownTenths_ = tenths;
     DrawProgress();
-  } else if (!terminal_ && tenths / TenthsPerPlainLine != shownTenths_ / TenthsPerPlainLine) {
+  } else if (!terminal_ &&
+             (shownTenths_ < 0 || tenths / TenthsPerPlainLine != shownTenths_ / TenthsPerPlainLine) &&
+             clock_() - lastLine_ >= PlainLinePause) {
+    lastLine_ = clock_();
     shownTenths_ = tenths;
     Line(fmt::format("{} {} %", words_, tenths / 10));
   }

@@ -1,6 +1,7 @@
 // The program on a terminal, in a pipe and under a scheduler.
 #pragma once
 
+#include <chrono>
 #include <csignal>
 #include <functional>
 #include <iosfwd>
@@ -26,13 +27,22 @@ class StopSignal {
   struct sigaction previousTerminate_ = {};
 };
 
-// Messages go to `err` as "place: title: text". Nobody is asked: a question takes the answer for nobody
-// there, and both are written. On a terminal, status and progress share one line that is drawn over;
-// elsewhere each status is a line, and progress another at each tenth.
+// Quiet: warnings, errors and results alone. Verbose: each stage as it begins, and the code of each message.
+enum class Verbosity { Quiet, Normal, Verbose };
+
+// How a message reads: "place: title: text", or the same after "error: ", "warning: " or "note: ".
+enum class MessageForm { Titled, Levelled };
+
+// Messages go to `err`. Nobody is asked: a question takes the answer for nobody there, and both are written.
+// On a terminal, status and progress share one line that is drawn over. Elsewhere progress is a line at each
+// tenth of a stage, none before two seconds and none within two seconds of the last.
 class ConsoleUi : public UserInterface {
  public:
+  using Clock = std::function<std::chrono::steady_clock::time_point()>;
+
   // `terminal`: whether `err` is one. `stop` is asked by `StopRequested`.
-  ConsoleUi(std::ostream& err, bool terminal, std::function<bool()> stop = &StopSignal::Raised);
+  ConsoleUi(std::ostream& err, bool terminal, std::function<bool()> stop = &StopSignal::Raised,
+            Clock clock = &std::chrono::steady_clock::now);
   ~ConsoleUi() override;
 
   void Tell(const Message& message) override;
@@ -43,10 +53,13 @@ class ConsoleUi : public UserInterface {
   void Progress(double done, double total) override;
   bool StopRequested() override;
 
-  // Leaves status and progress out.
-  bool Quiet = false;
+  Verbosity Loudness = Verbosity::Normal;
+  MessageForm Form = MessageForm::Levelled;
 
  private:
+  // A note of what was asked, with the answer taken.
+  void TellAnswer(std::string_view title, std::string_view text, std::string_view answer);
+  [[nodiscard]] bool IsQuiet() const { return Loudness == Verbosity::Quiet; }
   // Writes a line of its own; the progress line is cleared first.
   void Line(std::string_view text);
   void DrawProgress();
@@ -54,6 +67,8 @@ class ConsoleUi : public UserInterface {
   std::ostream* err_;
   bool terminal_;
   std::function<bool()> stop_;
+  Clock clock_;
+  std::chrono::steady_clock::time_point lastLine_;  // of progress; at first when the run began
   std::string words_;
   int shownTenths_ = -1;  // of a percent; what the line shows, -1 nothing
   bool lineOpen_ = false;

@@ -19,7 +19,9 @@ int main(int argc, char** argv) {
   const StopSignal stop;
   ConsoleUi ui(std::cerr, StandardErrorIsTerminal());
   if (IsSwitchForm(arguments)) {
+    ui.Form = MessageForm::Titled;
     return RunSwitchForm(arguments, ui, ProcessEnvironment, MakeBatchServices(ui));
   }
-  return RunCommandForm(arguments, ui, std::cout, std::cerr, ProcessEnvironment);
+  return RunCommandForm(arguments, ui, std::cout, std::cerr, ProcessEnvironment,
+                        [&ui](Verbosity loudness) { ui.Loudness = loudness; });
 }

@@ -4,32 +4,20 @@
 #include <ostream>
 
 #include "app/author_report.h"
+#include "app/level_word.h"
 
 namespace quorvelant {
-
-namespace {
-
-std::string_view EventOf(Severity level) {
-  switch (level) {
-    case Severity::Error:
-      return "error";
-    case Severity::Warning:
-      return "warning";
-    case Severity::Information:
-      break;
-  }
-  return "message";
-}
-
-}  // namespace
 
 void RunReporter::WriteEvent(const std::string& event) {
   *out_ << event << '\n' << std::flush;
 }
 
 void RunReporter::Tell(const Message& message) {
+  if (!told_.IsNew(message)) {
+    return;
+  }
   if (events_) {
-    WriteEvent(JsonLine({{"event", EventOf(message.Level)},
+    WriteEvent(JsonLine({{"event", LevelWord(message.Level)},
                          {"code", message.Code},
                          {"title", message.Title},
                          {"text", message.Text},

@@ -5,12 +5,14 @@
 #include <string>
 #include <string_view>
 
+#include "app/told_messages.h"
 #include "base/passing_ui.h"
 
 namespace quorvelant {
 
 // With `events`, every status, step of progress (in whole per cents), question and message is a JSON object
-// on a line of `out`, and status and progress go nowhere else; messages always reach `ui` too.
+// on a line of `out`, and status and progress go nowhere else; messages reach `ui` too. Each message is told
+// once.
 class RunReporter : public PassingUi {
  public:
   RunReporter(UserInterface& ui, std::ostream& out, bool events)
@@ -27,6 +29,7 @@ class RunReporter : public PassingUi {
   std::ostream* out_;
   bool events_;
   int percent_ = -1;
+  ToldMessages told_;
 };
 
 }  // namespace quorvelant

@@ -177,8 +177,8 @@ Findings SourceChecker::Run() {
 
 }  // namespace
 
-Findings LookForSources(const Project& project, UserInterface& ui) {
-  return SourceChecker(project, Rules::Players, nullptr, ui).Run();
+Findings LookForSources(const Project& project, UserInterface& ui, const Rules& rules) {
+  return SourceChecker(project, rules, nullptr, ui).Run();
 }
 
 Findings OpenSources(const Project& project, const Rules& rules, PictureLoader& pictures, UserInterface& ui) {
