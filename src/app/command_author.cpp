@@ -37,6 +37,7 @@ struct AuthorArguments {
   bool Force = false;
   bool Strict = false;
   bool DryRun = false;
+  bool NoSync = false;
   bool Json = false;
 
   const Rules& RulesUsed() const { return RuleSet.Used(); }
@@ -85,6 +86,7 @@ AuthorOrder OrderFrom(const AuthorArguments& arguments, const CommandContext& co
   order.Force = arguments.Force;
   order.Strict = arguments.Strict;
   order.DryRun = arguments.DryRun;
+  order.Sync = !arguments.NoSync;
   order.MustLog = !arguments.LogFile.empty();
   order.LogFile = order.MustLog ? arguments.LogFile : context.LogFile;
   order.Announce = [&](const DiscPlan& plan, std::optional<std::uint64_t> freeBytes) {
@@ -155,6 +157,7 @@ void AddAuthorCommand(CLI::App& program, CommandContext& context) {
   AddRulesOption(*command, arguments->RuleSet, "What players expect, or every traditional number");
   command->add_flag("--strict", arguments->Strict, "Make no disc when there are warnings");
   command->add_flag("--dry-run", arguments->DryRun, "Do everything but write");
+  command->add_flag("--no-sync", arguments->NoSync, "Do not wait until the disc is safe from a power cut");
   command->add_flag("--json", arguments->Json, "Print one JSON object an event");
   command->add_option("--log-file", arguments->LogFile, "Log of the run instead of the usual one")
       ->type_name("FILE");

@@ -5,7 +5,9 @@
 #include <string>
 #include <utility>
 
+#include "author/disc_folder.h"
 #include "author/fix_up.h"
+#include "author/folder_lock.h"
 #include "author/message_recorder.h"
 #include "author/messages.h"
 #include "author/output_folder.h"
@@ -60,23 +62,26 @@ bool WarningsAllow(const AuthorRun& run) {
 // Where the files go.
 struct Target {
   std::string Folder;
+  std::optional<FolderLock> Lock = {};     // of a folder that is written to at once
   std::optional<OutputFolder> Aside = {};  // to be put in its place at the end
 };
 
 std::optional<Target> PrepareFolder(const AuthorRun& run) {
   const AuthorOrder& order = run.Order;
   if (order.InPlace) {
-    if (!order.DryRun) {
-      std::filesystem::create_directories(order.Folder);
+    if (order.DryRun) {
+      return Target{order.Folder};
     }
-    return Target{order.Folder};
+    std::filesystem::create_directories(order.Folder);
+    auto lock = FolderLock::Take(DestinationPath(order.Folder), run.Ui);
+    return lock ? std::optional<Target>(Target{order.Folder, std::move(lock)}) : std::nullopt;
   }
   if (order.DryRun) {
     const bool accepted = OutputFolder::Judge(order.Folder, order.Force, run.Ui);
     return accepted ? std::optional<Target>(Target{order.Folder}) : std::nullopt;
   }
   auto aside = OutputFolder::Prepare(order.Folder, order.Force, run.Ui);
-  return aside ? std::optional<Target>(Target{aside->Path(), std::move(aside)}) : std::nullopt;
+  return aside ? std::optional<Target>(Target{aside->Path(), {}, std::move(aside)}) : std::nullopt;
 }
 
 bool EnterSums(const AuthorRun& run, const std::string& folder) {
@@ -116,7 +121,7 @@ bool ReadsBack(const AuthorRun& run, const std::string& folder) {
 }
 
 bool Place(const AuthorRun& run, Target& target) {
-  return !target.Aside || target.Aside->Place(run.Ui);
+  return !target.Aside || target.Aside->Place(run.Ui, run.Order.Sync);
 }
 
 AuthorOutcome MakeDisc(const AuthorRun& run) {

@@ -23,6 +23,24 @@ inline constexpr MessageKind FolderNotPlaced{
     "folder-not-placed", Severity::Error, "Output Folder",
     "The disc is complete, but its folder cannot be renamed: {}. It stays as {}"};
 
+// The lock of the destination, and what a run left that was killed.
+inline constexpr MessageKind DestinationBusy{
+    "destination-busy", Severity::Error, "Output Folder",
+    "Another run makes a disc here ({}); wait for its end, or name another folder"};
+inline constexpr MessageKind FolderNotLocked{"folder-not-locked", Severity::Error, "Output Folder",
+                                             "The destination cannot be locked for this run: {}"};
+inline constexpr MessageKind LockIsForeign{
+    "lock-foreign", Severity::Error, "Output Folder",
+    "This is where a run locks its destination, and it is no lock of this program: move it away"};
+inline constexpr MessageKind LeftoverRemoved{"leftover-removed", Severity::Information, "Output Folder",
+                                             "A run that was killed had left {}, which was removed"};
+inline constexpr MessageKind LeftoverStays{
+    "leftover-stays", Severity::Information, "Output Folder",
+    "A run that was killed had left {}, which holds files that are not part of a disc and stays"};
+inline constexpr MessageKind FormerRestored{
+    "former-restored", Severity::Information, "Output Folder",
+    "A run was killed while it put its disc here; the disc before is in its place again"};
+
 // What the disc needs, and what is free. The estimate is sure below the size of the sources alone.
 inline constexpr MessageKind SpaceTooLittle{"space-too-little", Severity::Error, "Disk Space",
                                             "The disc needs about {}, and {} are free"};

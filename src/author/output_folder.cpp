@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "author/disc_folder.h"
 #include "author/messages.h"
 #include "disc/disc_files.h"
 
@@ -12,28 +13,6 @@ namespace quorvelant {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr std::string_view AsideSuffix = ".making";
-constexpr std::string_view FormerSuffix = ".former";
-
-// The folder that a path means: without "/" at its end, links followed.
-fs::path Target(const std::string& destination) {
-  std::error_code failed;
-  fs::path path = fs::absolute(destination, failed).lexically_normal();
-  if (!path.has_filename()) {
-    path = path.parent_path();
-  }
-  const fs::path real = fs::canonical(path, failed);
-  return failed ? path : real;
-}
-
-// A hidden neighbour of the destination.
-fs::path Neighbour(const fs::path& destination, std::string_view suffix) {
-  fs::path name = ".";
-  name += destination.filename();
-  name += suffix;
-  return destination.parent_path() / name;
-}
 
 struct FolderContent {
   bool HasDiscFiles = false;
@@ -53,18 +32,6 @@ FolderContent ContentOf(const fs::path& folder) {
     }
   }
   return content;
-}
-
-// Removes the disc files of a folder, and the folder when it is empty then.
-void RemoveDisc(const fs::path& folder) {
-  std::error_code failed;
-  for (const auto& entry : fs::directory_iterator(folder, failed)) {
-    std::error_code ignored;
-    if (entry.is_regular_file(ignored) && IsDiscFileName(entry.path().filename().string())) {
-      fs::remove(entry.path(), ignored);
-    }
-  }
-  fs::remove(folder, failed);
 }
 
 // A mount point cannot be renamed.
@@ -109,34 +76,42 @@ bool Accept(const fs::path& destination, bool force, UserInterface& ui) {
 }  // namespace
 
 bool OutputFolder::Judge(const std::string& destination, bool force, UserInterface& ui) {
-  return Accept(Target(destination), force, ui);
+  return Accept(DestinationPath(destination), force, ui);
 }
 
+// Judged before the lock too, so that nothing is made beside a destination that is refused anyway.
 std::optional<OutputFolder> OutputFolder::Prepare(const std::string& destination, bool force,
                                                   UserInterface& ui) {
-  const fs::path target = Target(destination);
+  const fs::path target = DestinationPath(destination);
   if (!Accept(target, force, ui)) {
     return std::nullopt;
   }
-  const fs::path aside = Neighbour(target, AsideSuffix);
-  RemoveDisc(aside);
   std::error_code failed;
   fs::create_directories(target.parent_path(), failed);
-  if (!failed && !fs::create_directory(aside, failed) && !failed) {
-    failed = std::make_error_code(std::errc::file_exists);
-  }
   if (failed) {
-    ui.Tell(MessageOf(message::FolderNotMade, aside.string(), failed.message()));
+    ui.Tell(MessageOf(message::FolderNotMade, target.string(), failed.message()));
     return std::nullopt;
   }
-  return OutputFolder(target, aside);
+  auto lock = FolderLock::Take(target, ui);
+  if (!lock || !Accept(target, force, ui)) {
+    return std::nullopt;
+  }
+  const auto aside = lock->MakeFolder(failed);
+  if (!aside) {
+    ui.Tell(MessageOf(message::FolderNotMade, target.string(), failed.message()));
+    return std::nullopt;
+  }
+  return OutputFolder(target, *aside, force, std::move(*lock));
 }
 
-OutputFolder::OutputFolder(fs::path destination, fs::path aside)
-    : destination_(std::move(destination)), aside_(std::move(aside)) {}
+OutputFolder::OutputFolder(fs::path destination, fs::path aside, bool force, FolderLock lock)
+    : destination_(std::move(destination)), aside_(std::move(aside)), force_(force), lock_(std::move(lock)) {}
 
 OutputFolder::OutputFolder(OutputFolder&& other) noexcept
-    : destination_(std::move(other.destination_)), aside_(std::exchange(other.aside_, {})) {}
+    : destination_(std::move(other.destination_)),
+      aside_(std::exchange(other.aside_, {})),
+      force_(other.force_),
+      lock_(std::move(other.lock_)) {}
 
 OutputFolder::~OutputFolder() {
   if (!aside_.empty()) {
@@ -144,33 +119,41 @@ OutputFolder::~OutputFolder() {
   }
 }
 
-bool OutputFolder::Place(UserInterface& ui) {
+// What is complete is not thrown away.
+bool OutputFolder::NotPlaced(UserInterface& ui, const std::string& reason) {
+  ui.Tell(MessageOf(message::FolderNotPlaced, destination_.string(), reason, aside_.string()));
+  aside_.clear();
+  lock_.Forget();
+  return false;
+}
+
+bool OutputFolder::Place(UserInterface& ui, bool sync) {
+  if (sync) {
+    SyncFolder(aside_);
+  }
+  if (const auto refusal = WhyRefused(destination_, force_)) {
+    return NotPlaced(ui, refusal->Text);
+  }
   std::error_code failed;
-  const fs::path former = Neighbour(destination_, FormerSuffix);
-  RemoveDisc(former);
   const bool replaces = fs::exists(destination_, failed);
   if (replaces) {
-    fs::rename(destination_, former, failed);
-  }
-  if (!failed) {
+    failed = ExchangeFolders(aside_, destination_, FolderLock::FormerOf(aside_));
+  } else {
     fs::rename(aside_, destination_, failed);
-    if (failed && replaces) {
-      std::error_code ignored;
-      fs::rename(former, destination_, ignored);
-    }
   }
   if (failed) {
-    ui.Tell(MessageOf(message::FolderNotPlaced, destination_.string(), failed.message(), aside_.string()));
-    aside_.clear();  // what is complete is not thrown away
-    return false;
+    return NotPlaced(ui, failed.message());
   }
-  aside_.clear();
+  const fs::path former = std::exchange(aside_, {});
+  if (sync) {
+    SyncNames(destination_.parent_path());
+  }
   RemoveDisc(former);
   return true;
 }
 
 std::optional<std::uint64_t> FreeBytes(const std::string& destination) {
-  fs::path folder = Target(destination);
+  fs::path folder = DestinationPath(destination);
   std::error_code failed;
   while (!fs::exists(folder, failed) && folder.has_relative_path()) {
     folder = folder.parent_path();

@@ -7,15 +7,16 @@
 #include <optional>
 #include <string>
 
+#include "author/folder_lock.h"
 #include "base/user_interface.h"
 
 namespace quorvelant {
 
 class OutputFolder {
  public:
-  // Judges the destination (a path of this system) and makes the folder aside. Nothing is removed yet;
-  // leavings of an earlier run that ended midway are cleared. Nothing when it was refused, which is told.
-  // With `force` a destination that holds nothing but disc files is taken.
+  // Locks and judges the destination (a path of this system) and makes the folder aside, in a name of its
+  // own. Nothing of the destination is removed yet. Nothing when it was refused, which is told. With `force`
+  // a destination that holds nothing but disc files is taken.
   [[nodiscard]] static std::optional<OutputFolder> Prepare(const std::string& destination, bool force,
                                                            UserInterface& ui);
   // The judgement alone; false when it was refused, which is told.
@@ -30,14 +31,19 @@ class OutputFolder {
 
   // Where the files are to be written.
   std::string Path() const { return aside_.string(); }
-  // Puts the complete folder in place of the destination. False when that failed, which is told.
-  [[nodiscard]] bool Place(UserInterface& ui);
+  // Puts the complete folder in place of the destination, which is judged once more; with `sync`, everything
+  // is on the disk first. False when that failed, which is told: the new disc stays where it is. Raises
+  // FileError where it cannot be brought onto the disk.
+  [[nodiscard]] bool Place(UserInterface& ui, bool sync = false);
 
  private:
-  OutputFolder(std::filesystem::path destination, std::filesystem::path aside);
+  OutputFolder(std::filesystem::path destination, std::filesystem::path aside, bool force, FolderLock lock);
+  bool NotPlaced(UserInterface& ui, const std::string& reason);
 
   std::filesystem::path destination_;
   std::filesystem::path aside_;  // empty once placed or moved from
+  bool force_;
+  FolderLock lock_;
 };
 
 // Bytes free where the destination is to be; nothing where that is unknown.

@@ -56,6 +56,7 @@ class DiscWriter {
         files_(writing.Ui),
         build_{.Ui = writing.Ui, .RunLog = writing.RunLog, .Files = files_, .Rules = writing.Plan.Rules} {
     files_.DimFiles(slot::Last);
+    files_.WriteBackEarly(order_.Sync && !order_.InPlace);
     build_.RemoveSeqEnd = order_.RemoveSeqEnd;
     build_.DryRun = order_.DryRun;
     build_.Pictures = order_.Pictures;

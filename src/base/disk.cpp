@@ -97,6 +97,8 @@ class SystemFile : public File {
     }
   }
 
+  void StartWriteBack() override { sync_file_range(handle_, 0, 0, SYNC_FILE_RANGE_WRITE); }
+
   void Close() override {
     if (close(std::exchange(handle_, -1)) != 0 && errno != EINTR) {
       Fail(WriteLine, errno);
@@ -118,9 +120,10 @@ int FlagsOf(FileAccess access) {
     case FileAccess::ReadWrite:
       return O_RDWR | O_CREAT;
     case FileAccess::Create:
+    case FileAccess::New:
       break;
   }
-  return O_RDWR | O_CREAT | O_TRUNC;
+  return O_RDWR | O_CREAT | O_EXCL;
 }
 
 FileKind KindOfMode(mode_t mode) {

@@ -56,6 +56,9 @@ class File {
   virtual void Flush() = 0;
   // Closes now and raises what the system tells only then.
   virtual void Close() = 0;
+  // Lets the system begin to put onto the disk what was written so far, without waiting: a later Flush is
+  // short then. A wish, which may do nothing.
+  virtual void StartWriteBack() {}
 
  private:
   std::string path_;
@@ -64,7 +67,8 @@ class File {
 enum class FileAccess {
   Read,       // an existing file, read from front to back for the most part
   ReadWrite,  // created where it is absent
-  Create      // empty; what was there of that name stays with those who have it open
+  Create,     // empty; what was there of that name stays with those who have it open, or as what a link meant
+  New         // empty, of a name that nothing has: not even a link to nowhere
 };
 
 enum class FileKind { Plain, Folder, Special, Missing, Unreachable };

@@ -1,11 +1,13 @@
 #include "base/file_text.h"
 
-#include <fmt/format.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <system_error>
+
+#include "base/fresh_name.h"
 
 namespace quorvelant {
 
@@ -34,22 +36,53 @@ std::optional<std::string> Read(const std::string& path, Wanted wanted) {
   }
 }
 
+// 0 where a file may stand at the path or stand there instead.
+int WhyNotReplaced(FileKind kind) {
+  return kind == FileKind::Folder ? EISDIR : kind == FileKind::Special ? ENOTSUP : 0;
+}
+
+// A new file beside `target`. Raises FileError.
+std::unique_ptr<File> OpenBeside(const std::string& target, Disk& disk) {
+  constexpr int MostTries = 16;
+  for (int left = MostTries;; --left) {
+    try {
+      return disk.Open(FreshName(target + ".") + ".part", FileAccess::New);
+    } catch (const FileError& error) {
+      if (error.SystemCode != EEXIST || left == 0) {
+        throw;
+      }
+    }
+  }
+}
+
+void Fill(File& file, std::string_view content, const std::string& modeOf) {
+  struct stat former {};
+  if (stat(modeOf.c_str(), &former) == 0) {
+    fchmod(file.Handle(), former.st_mode & ALLPERMS);
+  }
+  file.Write({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
+  file.Flush();
+  file.Close();
+}
+
 }  // namespace
 
 int WriteAside(const std::string& path, std::string_view content, Disk& disk) {
   const std::string target = TargetOf(path);
-  // The process id keeps two runs over one folder apart.
-  const std::string aside = fmt::format("{}.{}.part", target, getpid());
+  if (const int refusal = WhyNotReplaced(disk.KindOf(target)); refusal != 0) {
+    return refusal;
+  }
+  std::string aside;
   int refusal = 0;
   try {
-    const auto file = disk.Open(aside, FileAccess::Create);
-    file->Write({reinterpret_cast<const std::uint8_t*>(content.data()), content.size()});
-    file->Close();
+    const auto file = OpenBeside(target, disk);
+    aside = file->Path();
+    Fill(*file, content, target);
     refusal = disk.Rename(aside, target);
   } catch (const FileError& error) {
     refusal = error.SystemCode;
   }
-  if (refusal != 0) {
+  if (refusal != 0 && !aside.empty()) {
     disk.Remove(aside);
   }
   return refusal;

@@ -10,9 +10,10 @@
 
 namespace quorvelant {
 
-// Writes `content` beside `path` and renames it, so that nobody ever sees half of it and a failed write
-// leaves what was there. A link keeps being one, and what it points at is replaced. 0, or the errno value of
-// what the system refused.
+// Writes `content` beside `path`, onto the disk, and renames it, so that nobody ever sees half of it and a
+// failed write leaves what was there. A link keeps being one, and what it points at is replaced, with its
+// mode kept. Only a plain file is replaced (EISDIR, ENOTSUP). 0, or the errno value of what the system
+// refused.
 [[nodiscard]] int WriteAside(const std::string& path, std::string_view content, Disk& disk = SystemDisk());
 
 // The bytes of a plain file of at most `mostBytes`; nothing when it is missing, no plain file or larger.

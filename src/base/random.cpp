@@ -14,6 +14,9 @@ namespace quorvelant {
 
 namespace {
 
+// A tenth of a second of a disk's work: far less than the system lets pile up by itself.
+constexpr std::uint64_t WriteBackBytes = std::uint64_t{16} << 20;
+
 constexpr std::string_view AlreadyOpenLine = "The file '{}' is already open.";
 constexpr std::string_view NoFileLine = "There is no open file.";
 constexpr std::string_view SeekLine = "Seek Error.";
@@ -114,6 +117,14 @@ void Random::CloseFile(int slot) {
       sharing = {};
     }
   }
+  file->Close();
+}
+
+void Random::AbandonFile(int slot) noexcept {
+  try {
+    CloseFile(slot);
+  } catch (const FileError&) {  // NOLINT(bugprone-empty-catch): nobody needs the file any more
+  }
 }
 
 void Random::CloseAllFiles() {
@@ -151,6 +162,11 @@ void Random::WriteBytes(ByteView bytes, std::uint64_t position) {
   file.Write(bytes);
   if (slots_[slot::Output].FlushEachWrite) {
     file.Flush();
+  }
+  unasked_ += bytes.size();
+  if (writeBackEarly_ && unasked_ >= WriteBackBytes) {
+    unasked_ = 0;
+    file.StartWriteBack();
   }
 }
 

@@ -48,8 +48,14 @@ class Random {
   // Opens a new file for reading and writing, in place of one that is there already. Failure as with
   // OpenFile.
   [[nodiscard]] bool CreateFile(const std::string& name, int slot);
+  // Raises FileError where the system tells only now that a write failed.
   void CloseFile(int slot);
-  void CloseAllFiles();
+  // The same for a file that is given up: nothing is raised.
+  void AbandonFile(int slot) noexcept;
+  void CloseAllFiles();  // files that were read
+
+  // Lets what slot 1 is given go to the disk while more is made, so that a Flush at the end is short.
+  void WriteBackEarly(bool wanted) { writeBackEarly_ = wanted; }
 
   std::uint64_t FileBytes(int slot) const;
 
@@ -88,6 +94,8 @@ class Random {
   UserInterface* ui_;
   Disk* disk_;
   std::vector<Slot> slots_;
+  bool writeBackEarly_ = false;
+  std::uint64_t unasked_ = 0;  // bytes written since the last wish
 };
 
 // A script's path as a path of this system: "\" becomes "/", and a relative path counts from `folder`.

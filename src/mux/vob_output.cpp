@@ -23,7 +23,7 @@ VobOutput::VobOutput(Random& files, VobFiles names, bool dryRun, std::uint32_t s
 VobOutput::~VobOutput() {
   StopWriter();
   if (openNumber_ != 0) {
-    files_->CloseFile(slot::Output);
+    files_->AbandonFile(slot::Output);
   }
 }
 

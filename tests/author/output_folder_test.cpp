@@ -92,11 +92,6 @@ TEST_F(Destination, StaysAsItWasWhenTheRunEndsEarly) {
   }
   EXPECT_EQ(Ifo(), "old");
   EXPECT_THAT(NamesIn(temp.Path()), ElementsAre("disc"));
-
-  // What a run that was killed left beside it is cleared by the next.
-  temp.Write(".disc.making/VTS_01_1.VOB", "half");
-  EXPECT_TRUE(Run(temp / "disc", true));
-  EXPECT_THAT(NamesIn(temp.Path()), ElementsAre("disc"));
 }
 
 TEST_F(Destination, ThatCannotBeAFolderIsRefused) {
@@ -105,9 +100,6 @@ TEST_F(Destination, ThatCannotBeAFolderIsRefused) {
   EXPECT_TRUE(Told(message::DestinationIsNoFolder));
   EXPECT_FALSE(Run(temp / "file/disc", true));
   EXPECT_TRUE(Told(message::FolderNotMade));
-  temp.Write(".disc.making/mine.txt", "x");  // not ours to clear
-  EXPECT_FALSE(Run(temp / "disc", true));
-  EXPECT_TRUE(fs::exists(temp.Path() / ".disc.making/mine.txt"));
 }
 
 TEST_F(Destination, ThroughALinkReplacesWhatItPointsAt) {

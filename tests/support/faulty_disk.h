@@ -11,7 +11,8 @@
 
 namespace quorvelant {
 
-// The write number `failing`, counted from 1 over all files, and every one after it fails with `code`.
+// The write number `failing`, counted from 1 over all files, and every one after it fails with `code`. A
+// flush and a close count as writes: some disks tell only then.
 class FaultyDisk : public Disk {
  public:
   explicit FaultyDisk(int failing, int code = ENOSPC) : failing_(failing), code_(code) {}
@@ -36,17 +37,26 @@ class FaultyDisk : public Disk {
     std::uint64_t ByteCount() const override { return file_->ByteCount(); }
     std::size_t Read(ByteSpan target) override { return file_->Read(target); }
     void Write(ByteView bytes) override {
-      if (++disk_->writes_ >= disk_->failing_) {
-        throw FileError(FileError::UnknownNumber, "Error writing '" + Path() + "'.", disk_->code_);
-      }
+      Count();
       file_->Write(bytes);
     }
     void Seek(std::uint64_t position) override { file_->Seek(position); }
     void Skip(std::int64_t offset) override { file_->Skip(offset); }
-    void Flush() override { file_->Flush(); }
-    void Close() override { file_->Close(); }
+    void Flush() override {
+      Count();
+      file_->Flush();
+    }
+    void Close() override {
+      Count();
+      file_->Close();
+    }
 
    private:
+    void Count() {
+      if (++disk_->writes_ >= disk_->failing_) {
+        throw FileError(FileError::UnknownNumber, "Error writing '" + Path() + "'.", disk_->code_);
+      }
+    }
     FaultyDisk* disk_;
     std::unique_ptr<File> file_;
   };
