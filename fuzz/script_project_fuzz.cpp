@@ -11,6 +11,7 @@
 #include "check/check.h"
 #include "check/check_sources.h"
 #include "edit/outline.h"
+#include "script/kept_text.h"
 #include "script/load_findings.h"
 #include "script/script_reader.h"
 #include "script/script_writer.h"
@@ -64,6 +65,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byte
   const std::string second = WriteScript(again);
   Project third;
   if (!Load(second, third).Loaded || WriteScript(third) != second) {
+    std::abort();
+  }
+  Project noted;  // comments change nothing
+  if (!Load(WithCommentsOf(text, second), noted).Loaded || WriteScript(noted) != second) {
     std::abort();
   }
   return 0;

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <array>
+
 #include "analysis/messages.h"
 #include "disc/video_standard.h"
 
@@ -37,7 +39,18 @@ DiscFit FitOf(const std::vector<Message>& faults) {
   return fit;
 }
 
+// ISO/IEC 13818-2 table 6-3
+std::string_view AspectText(int code) {
+  return code == 1 ? "1:1 by the pixel" : code == 4 ? "2.21:1" : "of no defined kind";
+}
+
 }  // namespace
+
+std::string_view FrameRateText(int code) {
+  constexpr std::array<std::string_view, 9> Rates{
+      "an undefined number of", "23.976", "24", "25", "29.97", "30", "50", "59.94", "60"};
+  return Rates.at(code > 0 && code < 9 ? static_cast<std::size_t>(code) : 0);
+}
 
 bool IsDiscSize(std::string_view standard, int width, int height) {
   const int full = FullHeight(standard == "NTSC");
@@ -57,14 +70,14 @@ std::vector<Message> FaultsOf(const VideoInfo& info) {
   if (info.FrameRateCode == 1) {
     faults.push_back(MessageOf(message::FilmRate, {}));
   } else if (info.FrameRateCode != 3 && info.FrameRateCode != 4) {
-    faults.push_back(MessageOf(message::FrameRate, {}, info.FrameRateCode));
+    faults.push_back(MessageOf(message::FrameRate, {}, FrameRateText(info.FrameRateCode)));
   }
   if (!info.Standard.empty() && !IsDiscSize(info.Standard, info.Width, info.Height)) {
     faults.push_back(MessageOf(message::FrameSize, {}, info.Standard, info.Width, info.Height));
   }
   // The codes of MPEG1 are shapes of pixels.
   if (!mpeg1 && info.AspectCode != 2 && info.AspectCode != 3) {
-    faults.push_back(MessageOf(message::VideoAspect, {}, info.AspectCode));
+    faults.push_back(MessageOf(message::VideoAspect, {}, AspectText(info.AspectCode)));
   }
   return faults;
 }

@@ -22,6 +22,9 @@ struct DiscFit {
   bool Fits() const { return Reasons.empty(); }
 };
 
+// What a frame_rate_code means, e.g. "29.97".
+std::string_view FrameRateText(int code);
+
 // Frame sizes of a disc: full, cropped, half and quarter, by the standard's height.
 bool IsDiscSize(std::string_view standard, int width, int height);
 

@@ -20,12 +20,13 @@ inline constexpr MessageKind Mpeg1Video{"video-mpeg1", Severity::Error, RefusedT
                                         "it is MPEG1 video, which is not supported"};
 inline constexpr MessageKind FilmRate{"video-film-rate", Severity::Error, RefusedTitle,
                                       "it runs at 23.976 frames a second and has no pulldown flags"};
-inline constexpr MessageKind FrameRate{"video-frame-rate", Severity::Error, RefusedTitle,
-                                       "its frame rate (code {}) is neither 25 nor 29.97 frames a second"};
+inline constexpr MessageKind FrameRate{
+    "video-frame-rate", Severity::Error, RefusedTitle,
+    "it runs at {} frames a second, and a disc's video at 25 (PAL) or 29.97 (NTSC)"};
 inline constexpr MessageKind FrameSize{"video-frame-size", Severity::Error, RefusedTitle,
                                        "{} has no frame size {}x{}"};
 inline constexpr MessageKind VideoAspect{"video-aspect", Severity::Error, RefusedTitle,
-                                         "its aspect (code {}) is neither 4:3 nor 16:9"};
+                                         "its aspect is {}, and a disc's video is 4:3 or 16:9"};
 
 // The file is not what its name says, or damaged; the value is why.
 inline constexpr MessageKind AudioUnfit{"audio-head", Severity::Error, RefusedTitle, "{}"};

@@ -144,7 +144,8 @@ AuthorOrder OrderOf(const Settings& settings, const Rules& rules) {
 void AddAuthorCommand(CLI::App& program, CommandContext& context) {
   const auto arguments = std::make_shared<AuthorArguments>();
   CLI::App* command = program.add_subcommand("author", "Makes the disc of a project: a VIDEO_TS folder");
-  command->add_option("project", arguments->Project, "Project script of either dialect")
+  command
+      ->add_option("project", arguments->Project, "Project (.qvp), or a script of the other dialect (.scp)")
       ->required()
       ->type_name("PROJECT");
   command->add_option("-o,--output", arguments->Folder, "Folder that becomes the disc's VIDEO_TS")

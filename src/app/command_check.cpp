@@ -133,7 +133,7 @@ void AddCheckCommand(CLI::App& program, CommandContext& context) {
   const auto options = std::make_shared<CheckOptions>();
   CLI::App* command = program.add_subcommand(
       "check", "Tells what is wrong with a project and its sources, and whether it is ready to author");
-  command->add_option("project", options->Project, "Project script of either dialect")
+  command->add_option("project", options->Project, "Project (.qvp), or a script of the other dialect (.scp)")
       ->required()
       ->type_name("PROJECT");
   command->add_flag("--sources", options->Sources,

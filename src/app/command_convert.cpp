@@ -67,7 +67,7 @@ int Run(const ConvertOptions& options, CommandContext& context) {
   for (const Message& finding : findings) {
     context.Ui.Tell(finding);
   }
-  if (!load.Loaded || !SaveData(project, options.Out, context.Ui)) {
+  if (!load.Loaded || !SaveDataLike(project, OwnScriptText(load), options.Out, context.Ui)) {
     return ExitFailed;
   }
   TellMovedSources(options, project, context.Ui);
@@ -78,8 +78,8 @@ int Run(const ConvertOptions& options, CommandContext& context) {
 
 void AddConvertCommand(CLI::App& program, CommandContext& context) {
   const auto options = std::make_shared<ConvertOptions>();
-  CLI::App* command =
-      program.add_subcommand("convert", "Reads a script of either dialect and writes it as a project script");
+  CLI::App* command = program.add_subcommand(
+      "convert", "Reads a project (.qvp) or a script of the other dialect (.scp) and writes it as a project");
   command->add_option("in", options->In, "Script to read")->required()->type_name("IN");
   command->add_option("out", options->Out, "Project script to write")->required()->type_name("OUT.qvp");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });

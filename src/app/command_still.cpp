@@ -8,12 +8,12 @@
 #include <string_view>
 #include <system_error>
 
+#include "analysis/remedies.h"
 #include "app/messages.h"
 #include "app/rules_option.h"
 #include "base/file_text.h"
 #include "base/rules.h"
 #include "codec/still_encoder.h"
-#include "edit/messages.h"
 #include "platform/platform_pictures.h"
 
 namespace quorvelant {
@@ -35,7 +35,9 @@ int Run(const StillOptions& options, CommandContext& context) {
   const Rules& rules = options.RuleSet.Used();
   const Bytes still = EncodeBitmap(bitmap, {.Wide = options.Wide}, rules);
   if (still.empty()) {
-    ui.Tell(MessageOf(message::ImageSize, options.Input));
+    const std::string line = fmt::format("ffmpeg -i {} -vf scale=720:576 {}", ShellWord(options.Input),
+                                         ShellWord(options.Output + ".png"));
+    ui.Tell(MessageOf(message::StillSizeOther, options.Input, bitmap.Width, bitmap.Height, line));
     return ExitFailed;
   }
   std::string stream(still.begin(), still.end());

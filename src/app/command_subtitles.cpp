@@ -13,6 +13,7 @@
 #include <system_error>
 
 #include "app/messages.h"
+#include "app/open_project.h"
 #include "app/rules_option.h"
 #include "base/random.h"
 #include "base/rules.h"
@@ -29,7 +30,10 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view NoLanguage = "{} is no language: its English name is expected, or its two letters";
+constexpr std::string_view NoLanguage =
+    "{} is no language that a disc can name: say it in English, or by its two or three letters, as German, "
+    "de or "
+    "deu (docs/lists.md has them all)";
 
 struct SubtitlesOptions {
   std::string Project;
@@ -52,19 +56,8 @@ std::optional<std::size_t> FindTrack(const Project& project, const std::string& 
   return std::nullopt;
 }
 
-// The name of the language with that name or two-letter code, in any case; empty for none.
-std::string_view LanguageNamed(std::string_view text) {
-  const auto names = CLsDVD::LanguageArray();
-  for (std::size_t row = 0; row < names.size(); ++row) {
-    if (EqualNoCase(names[row], text) || EqualNoCase(CLsDVD::SpareLanguage(row), text)) {
-      return names[row];
-    }
-  }
-  return {};
-}
-
 std::string LanguageFault(const std::string& text) {
-  return LanguageNamed(text).empty() ? fmt::format(fmt::runtime(NoLanguage), text) : std::string();
+  return CLsDVD::LanguageCalled(text) ? std::string() : fmt::format(fmt::runtime(NoLanguage), text);
 }
 
 // A script made elsewhere often names a folder of another machine.
@@ -135,7 +128,7 @@ int Run(const SubtitlesOptions& options, CommandContext& context) {
   }
   SubtitleStream& stream = track.SubStreams[*streamIndex];
   if (!options.Language.empty()) {
-    stream.Language = LanguageNamed(options.Language);
+    stream.Language = CLsDVD::LanguageArray()[*CLsDVD::LanguageCalled(options.Language)];
   }
   const std::size_t before = stream.SubPlays.size();
   const bool ripped = options.SubRip || context.Options.Subrip;
@@ -144,7 +137,7 @@ int Run(const SubtitlesOptions& options, CommandContext& context) {
   }
   WarnOfMissingBitmaps(project, std::span(stream.SubPlays).subspan(before), ui);
   const std::string& output = options.Output.empty() ? options.Project : options.Output;
-  if (!SaveData(project, output, ui)) {
+  if (!SaveDataLike(project, OwnScriptText(load), output, ui)) {
     return ExitFailed;
   }
   context.Report(fmt::format("{} subtitles added to {} ({}) of {}, written to {}\n",
@@ -168,7 +161,7 @@ void AddSubtitlesCommand(CLI::App& program, CommandContext& context) {
       ->add_option("--stream", options->Stream, "Subtitle stream of the track, from 1 (default: a new one)")
       ->check(CLI::Range(1, 32))
       ->type_name("M");
-  command->add_option("--language", options->Language, "Language, as German or de (default: English)")
+  command->add_option("--language", options->Language, "Language, as German, de or deu (default: English)")
       ->check(LanguageFault, "", "language")
       ->type_name("NAME");
   command->add_flag("--subrip", options->SubRip,

@@ -23,17 +23,22 @@ inline constexpr MessageKind SourcesMoved{
 inline constexpr MessageKind ProbeRefused{"probe-refused", Severity::Error, "Probe Error", "{}"};
 inline constexpr MessageKind IndexRefused{"index-refused", Severity::Error, "Index Error", "{}"};
 inline constexpr MessageKind IndexWithoutVideo{"index-without-video", Severity::Error, "Index Error",
-                                               "it holds no MPEG video to index"};
+                                               "it holds no MPEG video to index; probe tells what it is"};
 inline constexpr MessageKind IndexOfBitmap{"index-of-bitmap", Severity::Error, "Index Error",
                                            "a bitmap has no index"};
 inline constexpr MessageKind IndexNotCurrent{"index-not-current", Severity::Warning, "Index Warning",
                                              "the index is older than the file; --force rebuilds it"};
 
 // `picture` and `still`
-inline constexpr MessageKind PictureWithoutVideo{"picture-without-video", Severity::Error, "Picture",
-                                                 "this is no MPEG video"};
+inline constexpr MessageKind PictureWithoutVideo{
+    "picture-without-video", Severity::Error, "Picture",
+    "this is no MPEG video; probe tells what it is, and which line makes video of it"};
 inline constexpr MessageKind PictureNotIntra{"picture-not-intra", Severity::Error, "Picture",
                                              "there is no picture that stands on its own"};
+// The size, and a line for a shell.
+inline constexpr MessageKind StillSizeOther{"still-size-other", Severity::Error, "Still",
+                                            "Image sizes must be 720*576 or 360*288 or 720*480 or 360*240; "
+                                            "this is {}*{}. This makes one that fits: {}"};
 inline constexpr MessageKind StillNotWritten{"still-not-written", Severity::Error, "Still",
                                              "the stream cannot be written: {}"};
 
@@ -44,9 +49,10 @@ inline constexpr MessageKind SubtitleStreamNotFound{"subtitle-stream-not-found",
                                                     "track {} has no subtitle stream {}"};
 inline constexpr MessageKind SubtitleStreamsFull{"subtitle-streams-full", Severity::Error, "Subtitles",
                                                  "track {} has all 32 subtitle streams already"};
-inline constexpr MessageKind OtherDialect{
-    "other-dialect", Severity::Error, "Subtitles",
-    "this script is not of the project's own kind: name the file to write with --output"};
+inline constexpr MessageKind OtherDialect{"other-dialect", Severity::Error, "Subtitles",
+                                          "this script is of the other dialect, which is read and not "
+                                          "written: name the project file to write (.qvp) "
+                                          "with --output"};
 inline constexpr MessageKind LinesWouldBeLost{
     "lines-would-be-lost", Severity::Error, "Subtitles",
     "{} lines of this script are not understood and would be lost: name another file to write with --output"};

@@ -3,7 +3,9 @@
 
 #include <string>
 
+#include "base/file_text.h"
 #include "base/passing_ui.h"
+#include "base/random.h"
 #include "base/rules.h"
 #include "edit/file_scanner.h"
 #include "model/project.h"
@@ -18,6 +20,12 @@ class SilentBoxes : public PassingUi {
   using PassingUi::PassingUi;
   void Tell(const Message& /*message*/) override {}
 };
+
+// The text of an own script, for what of it the project does not hold; empty of one in the other dialect.
+[[nodiscard]] inline std::string OwnScriptText(const LoadResult& load) {
+  constexpr std::uint64_t MostBytes = std::uint64_t{1} << 28U;
+  return load.IsScenarist ? std::string() : ReadHead(SystemPath(load.File), MostBytes).value_or("");
+}
 
 // Loads a script with a look at the first file of each track and stream.
 [[nodiscard]] inline LoadResult OpenProject(const std::string& script, Project& project, const Rules& rules,

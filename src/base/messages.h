@@ -11,6 +11,6 @@ inline constexpr MessageKind OpenNotPlain{"open-not-plain", Severity::Error, "Op
 inline constexpr MessageKind OpenRetry{
     "open-retry", Severity::Error, "OpenFile Error",
     "Unable to open file {}. Please close any applications using this file and press OK to retry (Cancel to "
-    "exit)"};
+    "exit). Where no other program uses it, its permissions keep this user out, or its disk fails"};
 
 }  // namespace quorvelant::message

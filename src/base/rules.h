@@ -78,6 +78,10 @@ struct Rules {
   // traditionally it is made, with a warning.
   bool RefusesDeadDiscs = false;
 
+  // script. Languages go by their names and by two or three letters; traditionally a stream's goes by its
+  // name and a menu's by its name or its code as written.
+  bool NamesLanguagesAnyWay = false;
+
   // app. A run goes by the settings; traditionally, by built-in ones that allow no region and keep
   // sequence end codes.
   bool GoesBySettings = false;
@@ -110,6 +114,7 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .MarkClockRestart = true,
                                       .RefusesUnfitSources = true,
                                       .RefusesDeadDiscs = true,
+                                      .NamesLanguagesAnyWay = true,
                                       .GoesBySettings = true};
 
 }  // namespace quorvelant

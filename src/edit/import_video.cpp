@@ -62,7 +62,7 @@ std::optional<Message> WhyRefused(const Track& track, const Judgement<VideoAttri
     return MessageOf(message::ImportIncompatible, file, info.Coding, info.Standard, attribute);
   };
   if (Has(found, message::FrameRate)) {
-    return incompatible(fmt::format("frame rate code {}", info.FrameRateCode));
+    return incompatible(fmt::format("{} frames a second", FrameRateText(info.FrameRateCode)));
   }
   if (Has(found, message::FrameSize)) {
     return incompatible(judged.Seen->Resolution);

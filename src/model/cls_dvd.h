@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -22,6 +23,9 @@ class CLsDVD {
   // The two letters of ISO 639 (some of its older edition: "in", "iw", "ji", "jw"), one blank for
   // "None Specified"; names are compared without case; empty for an unknown name.
   static std::string_view LangNameToLangCode(std::string_view name);
+  // The row of a language by its name, its two letters, its three (ISO 639-2, either set) or another usual
+  // name, in any case.
+  static std::optional<std::size_t> LanguageCalled(std::string_view text);
   // The row of a language, compared without case; 0 ("None Specified") for an unknown name.
   static std::size_t LanguageIndex(std::string_view name);
   // The row of an audio extension, compared without case; 0 ("Unspecified") for an unknown name.

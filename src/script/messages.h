@@ -7,8 +7,9 @@ namespace quorvelant::message {
 
 // --- the load ends, or says why it will not be authored ---
 
-inline constexpr MessageKind ScriptUnreadable{"script-unreadable", Severity::Error, "Script Error",
-                                              "Unable to read script file: {}"};
+inline constexpr MessageKind ScriptUnreadable{
+    "script-unreadable", Severity::Error, "Script Error",
+    "Unable to read script file: {}. Is there a file of that name, and may you read it?"};
 inline constexpr MessageKind ScriptIsWide{
     "script-utf16", Severity::Error, "Script Error",
     "The script is UTF-16 text; please save it as plain (ANSI or UTF-8) text: {}"};

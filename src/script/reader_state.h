@@ -174,6 +174,7 @@ struct ScriptTraits {
   bool IsScenarist = false;         // a data folder: it is of the other dialect
   bool StreamNumbersGiven = false;  // a stream with its number
   bool TargetsStored = false;       // a command with the name that it is to point at
+  bool LanguagesAnyWay = false;     // by name, two letters or three: a rule of the load
 };
 
 // The last element of a list of what `owner` points at; nullptr where there is none.

@@ -14,6 +14,7 @@
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "script/build_project.h"
+#include "script/kept_text.h"
 #include "script/line_reader.h"
 #include "script/messages.h"
 #include "script/reader_state.h"
@@ -74,6 +75,7 @@ class ScriptLines {
   SkippedLine LineWith(std::string_view reason) const;
   void Skip(std::string_view reason);
   void Doubt(std::string_view reason);
+  [[nodiscard]] bool IsComment() const;
   bool ReadBrace();
   bool ShowProgress();
   bool Fail(const MessageKind& kind, std::string_view value);
@@ -144,6 +146,11 @@ void ScriptLines::Doubt(std::string_view reason) {
   }
 }
 
+// A person's note in an own script.
+bool ScriptLines::IsComment() const {
+  return trimmed_.starts_with(CommentMark) && !state_.Traits.IsScenarist;
+}
+
 // A brace alone on its line. Items end by themselves, so the braces are counted only to tell of a script
 // whose end is missing. A "}" too many is what a project without tracks is written with.
 bool ScriptLines::ReadBrace() {
@@ -211,7 +218,7 @@ bool ScriptLines::ReadLines() {
     PrepareLine(line);
     if (lines_.TooLong()) {
       Skip(LineTooLong);
-    } else if (!trimmed_.empty() && !ReadBrace() && !ReadPreparedLine()) {
+    } else if (!trimmed_.empty() && !IsComment() && !ReadBrace() && !ReadPreparedLine()) {
       return false;
     }
     if (!ShowProgress()) {
@@ -230,6 +237,7 @@ LoadResult LoadScript(std::istream& script, std::size_t length, const std::strin
   result.File = name;
   ResetProject(project, name);
   ScriptLines lines(script, length, project, ui, result);
+  lines.State().Traits.LanguagesAnyWay = options.Rules.NamesLanguagesAnyWay;
   if (lines.ReadLines()) {
     result.Loaded = BuildProject(lines.State(), options, ui, result);
   }

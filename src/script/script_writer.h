@@ -17,9 +17,13 @@ inline constexpr std::string_view SavePathFilter = "Project Files (*.Qvp)|*.Qvp"
 // texts that hold a line break or a tab, which a script cannot carry.
 std::string WriteScript(const Project& project);
 
-// Writes the script aside and puts it in the place of `path` when it is whole, so a failure leaves a
+// Writes the script aside and puts it in the place of `path` when it is whole, so a failure leaves an
 // existing file as it was. False, and said, when that fails.
 [[nodiscard]] bool SaveData(const Project& project, const std::string& path, UserInterface& ui);
+
+// The same with the comments and the line ends of the script that the project was read from.
+[[nodiscard]] bool SaveDataLike(const Project& project, std::string_view original, const std::string& path,
+                                UserInterface& ui);
 
 // Asks for a path (nothing or an empty text ends it), stores it as the project's own, saves and reports.
 [[nodiscard]] bool SaveDataPath(Project& project, UserInterface& ui);

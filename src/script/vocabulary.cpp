@@ -93,8 +93,19 @@ struct KeyIndex {
   Index<KeyMeanings> NumberSigns;  // by the text before "#"; the number is what stands after it
 };
 
+// A language, however it is called, as the model has it; other values, and names of no language, as they are.
+std::string_view LanguageValue(const ReaderState& state, Takes takes, std::string_view value) {
+  const bool named = takes == Takes::Language || takes == Takes::LanguageCode;
+  const auto row = named && state.Traits.LanguagesAnyWay ? CLsDVD::LanguageCalled(value) : std::nullopt;
+  if (!row) {
+    return value;
+  }
+  return takes == Takes::Language ? CLsDVD::LanguageArray()[*row] : CLsDVD::SpareLanguage(*row);
+}
+
 // Does what a key says. The other dialect has words of its own for values, which are not judged.
-bool ReadValue(ReaderState& state, const KeyMeaning& key, std::string_view value, std::size_t number) {
+bool ReadValue(ReaderState& state, const KeyMeaning& key, std::string_view written, std::size_t number) {
+  const std::string_view value = LanguageValue(state, key.Value, written);
   if ((key.Place != Segment::None && key.Place != state.Open) || !key.Read(state, value, number)) {
     return false;
   }

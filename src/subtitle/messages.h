@@ -5,8 +5,10 @@
 
 namespace quorvelant::message {
 
-inline constexpr MessageKind SubtitlesNotOpened{"subtitles-not-opened", Severity::Error, "Sub Import Error",
-                                                "The subtitle script cannot be opened"};
+inline constexpr MessageKind SubtitlesNotOpened{
+    "subtitles-not-opened", Severity::Error, "Sub Import Error",
+    "The subtitle script cannot be opened. Is there a file of that name, and may you "
+    "read it?"};
 inline constexpr MessageKind SubtitlesTooLarge{"subtitles-too-large", Severity::Error, "Sub Import Error",
                                                "The subtitle script is larger than 16 MB"};
 inline constexpr MessageKind SubtitlesEmpty{"subtitles-empty", Severity::Warning, "Sub Import Error",

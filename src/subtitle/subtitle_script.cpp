@@ -252,8 +252,9 @@ std::optional<std::string> ReadScript(const std::string& file, UserInterface& ui
   }
 }
 
-// What is put before a relative bitmap path so that it counts from the script's folder although the
-// project, which will hold it, may lie elsewhere. Empty where both lie in one folder.
+// The way from the project's folder to the script's, to stand before a bitmap's path: it counts from the
+// script's folder, and the project, which will hold it, may lie elsewhere. Empty where both lie in one
+// folder.
 std::string FolderBefore(const Project& project, const std::string& file) {
   std::error_code error;
   const auto folderOf = [&error](const std::filesystem::path& path) {
@@ -261,7 +262,12 @@ std::string FolderBefore(const Project& project, const std::string& file) {
   };
   const auto scripts = folderOf(std::filesystem::path(file).parent_path());
   const auto projects = folderOf(project.SourceFolder());
-  return scripts / "" == projects / "" ? std::string() : scripts.string() + "\\";
+  if (scripts / "" == projects / "") {
+    return {};
+  }
+  const std::filesystem::path relative = (scripts / "").lexically_relative(projects / "");
+  const std::filesystem::path& way = relative.empty() ? scripts : relative;
+  return Replace((way / "").string(), "/", "\\");
 }
 
 void AskForPalette(Project& project, std::span<const Color> colors, UserInterface& ui) {

@@ -68,33 +68,84 @@ std::vector<Step> StepsOf(const fs::path& file) {
   return steps;
 }
 
-// The lines of code blocks that run the program, indented or fenced; after "$ " with what it prints below.
-std::vector<Step> StepsOfPage(const fs::path& page) {
-  std::vector<Step> steps;
-  std::istringstream stream(TempFolder::Read(page));
-  bool fenced = false;
-  bool printing = false;
-  int number = 0;
-  for (std::string line; std::getline(stream, line);) {
-    ++number;
-    const bool indented = line.starts_with("    ");
-    const std::string code = line.substr(indented ? 4 : 0);
-    if (line.starts_with("```")) {
-      fenced = !fenced;
-    }
-    printing = printing && (fenced || indented) && !line.starts_with("```");
-    if ((fenced || indented) && code.starts_with("$ quorvelant ")) {
-      steps.push_back({number, code.substr(2), Lines{}});
-      printing = true;
-    } else if ((fenced || indented) && code.starts_with("quorvelant ")) {
-      steps.push_back({number, code, std::nullopt});
-      printing = false;
-    } else if (printing) {
-      steps.back().Expected->push_back(code);
+// What a page shows in code blocks: those of "sh" run whole; text under a line that ends with a file's name
+// is that file; lines that run the program, indented or fenced, run alone, after "$ " with what it prints
+// below. What the page's reader has at hand is made by pages/NAME.sh.
+class PageReader {
+ public:
+  explicit PageReader(const fs::path& page) : text_(TempFolder::Read(page)) {
+    const fs::path prelude = SourceFile("tests/app/pages/" + page.stem().string() + ".sh");
+    if (fs::exists(prelude)) {
+      steps_.push_back({0, TempFolder::Read(prelude), std::nullopt});
     }
   }
-  return steps;
-}
+
+  std::vector<Step> Steps() && {
+    for (std::string line; std::getline(text_, line);) {
+      ++number_;
+      if (line.starts_with("```")) {
+        Fence(line.substr(3));
+      } else if (fence_) {
+        Fenced(line);
+      } else {
+        Plain(line);
+      }
+    }
+    return std::move(steps_);
+  }
+
+ private:
+  void Fence(const std::string& kind) {
+    fence_ = fence_ ? std::nullopt : std::optional(kind);
+    if (!fence_) {
+      if (std::exchange(isFile_, false)) {
+        steps_.back().Command += "END\n";
+      }
+      return;
+    }
+    static const std::regex File("`([a-z0-9_./]+)`:$");
+    std::smatch name;
+    isFile_ = kind != "sh" && std::regex_search(before_, name, File);
+    if (isFile_ || kind == "sh") {
+      steps_.push_back(
+          {number_, isFile_ ? fmt::format("cat > {} <<'END'\n", name[1].str()) : "set -e\n", std::nullopt});
+    }
+    printing_ = false;
+  }
+
+  void Fenced(const std::string& line) {
+    if (isFile_ || *fence_ == "sh") {
+      steps_.back().Command.append(line).append("\n");
+    } else {
+      Code(line);
+    }
+  }
+
+  void Plain(const std::string& line) {
+    before_ = line.empty() ? before_ : line;
+    if (line.starts_with("    ")) {
+      Code(line.substr(4));
+    }
+  }
+
+  void Code(const std::string& code) {
+    const bool shown = code.starts_with("$ ");
+    if (code.starts_with("quorvelant ") || code.starts_with("$ quorvelant ")) {
+      steps_.push_back({number_, code.substr(shown ? 2 : 0), shown ? std::optional(Lines{}) : std::nullopt});
+      printing_ = shown;
+    } else if (printing_) {
+      steps_.back().Expected->push_back(code);
+    }
+  }
+
+  std::istringstream text_;
+  std::vector<Step> steps_;
+  int number_ = 0;
+  std::optional<std::string> fence_;  // what stands after it, within a block
+  bool isFile_ = false;
+  bool printing_ = false;
+  std::string before_;  // the last line of prose
+};
 
 std::vector<Transcript> AllTranscripts() {
   std::vector<Transcript> all;
@@ -106,8 +157,9 @@ std::vector<Transcript> AllTranscripts() {
     pages.push_back(entry.path());
   }
   for (const fs::path& page : pages) {
-    if (page.extension() == ".md" && !StepsOfPage(page).empty()) {
-      all.push_back({"page_" + page.stem().string(), page, StepsOfPage(page)});
+    std::vector<Step> steps = page.extension() == ".md" ? PageReader(page).Steps() : std::vector<Step>();
+    if (!steps.empty()) {
+      all.push_back({"page_" + page.stem().string(), page, std::move(steps)});
     }
   }
   std::ranges::sort(all, {}, &Transcript::Name);

@@ -103,7 +103,7 @@ TEST_F(Imports, VideoRefusals) {
       {"Motion", "c.m2v", Stream({.FrameRateCode = 4}), unfit + "MPEG2 attributes -> NTSC; 720x576\n"},
       {"Motion", "d.m1v", Stream({.Width = 320, .Height = 240, .Mpeg2 = false}),
        unfit + "MPEG1 attributes -> PAL; 320x240\n"},
-      {"Motion", "e.m2v", Stream({.FrameRateCode = 6}), unfit + "MPEG2 attributes -> ; frame rate code 6\n"},
+      {"Motion", "e.m2v", Stream({.FrameRateCode = 6}), unfit + "MPEG2 attributes -> ; 50 frames a second\n"},
       {"Motion", "f.m1v", Stream({.Width = 352, .Height = 288, .Mpeg2 = false}), "MPEG1 Import Error: "},
       {"Still", "g.m2v", Stream({}), "Still Import Error: "},
       {"SlideShow", "h.m2v", Stream({}), "Still Import Error: "},

@@ -2,8 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <string>
 #include <string_view>
 #include <tuple>
+
+#include "base/text.h"
+#include "support/folders.h"
 
 namespace quorvelant {
 namespace {
@@ -15,6 +20,12 @@ TEST(CLsDVD, EachLookUpHasItsOwnRuleOfCase) {
   EXPECT_EQ(CLsDVD::LangCodeToLangName("FR"), "English") << "what is not known is English";
   EXPECT_EQ(CLsDVD::SpareLanguage(CLsDVD::LanguageIndex("zulu")), "zu");
   EXPECT_EQ(CLsDVD::SpareLanguage(CLsDVD::LanguageArray().size()), "");
+  for (const std::string_view text : {"German", "DE", " deu ", "ger"}) {
+    EXPECT_EQ(CLsDVD::LanguageCalled(text), CLsDVD::LanguageIndex("German")) << text;
+  }
+  for (const std::string_view text : {"Klingon", "", " ", "|", "d"}) {
+    EXPECT_EQ(CLsDVD::LanguageCalled(text), std::nullopt) << text;
+  }
   EXPECT_EQ(CLsDVD::FlagName("Catalan"), "Spain");
   EXPECT_EQ(CLsDVD::FlagName("english"), "None");
   EXPECT_EQ(CLsDVD::ExtensionIndex("directors comments"), 3U);
@@ -30,6 +41,25 @@ TEST(CLsDVD, EveryLanguageHasItsOwnNameAndCode) {
   for (const std::string_view name : CLsDVD::LanguageArray()) {
     EXPECT_EQ(CLsDVD::LangCodeToLangName(CLsDVD::LangNameToLangCode(name)), name);
   }
+}
+
+// Each cell of the page's table of languages, as "| Name | `xx` | `xxx`, `also` |".
+TEST(CLsDVD, ThePageOfListsNamesEveryLanguage) {
+  std::ifstream page(SourceFile("docs/lists.md"));
+  std::size_t rows = 0;
+  for (std::string line; std::getline(page, line);) {
+    const auto cells = Split(line, " | ");
+    if (cells.size() == 3 && cells[1].starts_with('`')) {
+      const std::size_t row = CLsDVD::LanguageIndex(cells[0].substr(2));
+      EXPECT_EQ(row, ++rows) << line;
+      const std::string words =
+          Replace(Replace(std::string(cells[1]) + ", " + std::string(cells[2]), "`", ""), " |", "");
+      for (const std::string_view word : Split(words, ", ")) {
+        EXPECT_EQ(CLsDVD::LanguageCalled(word), row) << line;
+      }
+    }
+  }
+  EXPECT_EQ(rows + 1, CLsDVD::LanguageCount) << "all but None Specified";
 }
 
 TEST(CLsDVD, UserOperationsByNameAndByNumber) {

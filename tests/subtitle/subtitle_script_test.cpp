@@ -93,10 +93,10 @@ TEST_F(ImportTest, AddsToTheListAndCountsRelativeFoldersFromTheScript) {
   const struct {
     const char* Name;
     const char* Directory;
-    std::string File;
+    const char* File;
   } cases[] = {{"a.sst", "Directory\tbitmaps\n", "bitmaps\\a.bmp"},
-               {"subs/b.sst", "Directory\tbitmaps\n", (folder / "subs") + "\\bitmaps\\a.bmp"},
-               {"subs/c.sst", "", (folder / "subs") + "\\a.bmp"},
+               {"subs/b.sst", "Directory\tbitmaps\n", "subs\\bitmaps\\a.bmp"},
+               {"subs/c.sst", "", "subs\\a.bmp"},
                {"subs/d.sst", "Directory\tD:\\bitmaps\n", "D:\\bitmaps\\a.bmp"}};
   for (const auto& test : cases) {
     EXPECT_TRUE(Import(test.Name, test.Directory + entry));

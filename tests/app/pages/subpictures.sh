@@ -1,0 +1,2 @@
+# The reader's project.
+cp project.qvp film.qvp
