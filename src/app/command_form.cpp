@@ -1,6 +1,7 @@
 #include "app/command_form.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <ostream>
@@ -44,6 +45,15 @@ void AddCommands(CLI::App& program, CommandContext& context) {
   AddStillCommand(program, context);
 }
 
+// Results that nobody got are no success.
+bool Written(std::ostream& out, UserInterface& ui) {
+  out.flush();
+  if (!out) {
+    ui.Tell(MessageOf(message::ResultsNotWritten, {}));
+  }
+  return static_cast<bool>(out);
+}
+
 int Run(CLI::App& program, std::span<const std::string> arguments, CommandContext& context,
         std::ostream& err) {
   const std::string& first = arguments.front();
@@ -71,19 +81,21 @@ int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, st
                    std::ostream& err, const EnvironmentLookup& environment) {
   CommandContext context{.Ui = ui,
                          .Out = out,
-                         .Options = ReadSettings(SettingsFile(environment)),
+                         .Options = ReadUserSettings(SettingsFile(environment)),
                          .LogFile = LogFile(environment)};
   CLI::App program{std::string(Description), "quorvelant"};
   program.set_version_flag("--version", std::string("quorvelant ") + std::string(ProgramVersion()));
   program.footer(std::string(Footer));
   program.require_subcommand(arguments.empty() ? 0 : 1);
   AddCommands(program, context);
-  if (arguments.empty()) {
-    out << program.help();
-    return ExitDone;
-  }
   try {
-    return Run(program, arguments, context, err);
+    int status = ExitDone;
+    if (arguments.empty()) {
+      out << program.help();
+    } else {
+      status = Run(program, arguments, context, err);
+    }
+    return Written(out, ui) ? status : std::max(status, ExitFailed);
   } catch (const std::bad_alloc&) {
     ui.Tell(MessageOf(message::OutOfMemory, {}));
   } catch (const MessageError& fault) {

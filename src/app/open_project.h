@@ -2,7 +2,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "analysis/messages.h"
 #include "base/passing_ui.h"
 #include "base/rules.h"
 #include "edit/file_scanner.h"
@@ -18,6 +20,24 @@ class SilentBoxes : public PassingUi {
   using PassingUi::PassingUi;
   void Tell(const Message& /*message*/) override {}
 };
+
+// Keeps boxes back too, and what of the sources could not be read: what is not known of them would be written
+// wrong.
+class ReadFaults : public PassingUi {
+ public:
+  using PassingUi::PassingUi;
+  void Tell(const Message& message) override {
+    if (message.Is(message::SourceReadFailed)) {
+      Told.push_back(message);
+    }
+  }
+  std::vector<Message> Told;
+};
+
+// Whether the script was read to its end and is one: only then may anything be written of it.
+[[nodiscard]] inline bool IsReadWhole(const LoadResult& load) {
+  return load.Loaded && load.TakenCount > 0 && load.UnclosedCount == 0;
+}
 
 // Loads a script with a look at the first file of each track and stream.
 [[nodiscard]] inline LoadResult OpenProject(const std::string& script, Project& project, const Rules& rules,
