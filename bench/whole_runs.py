@@ -7,6 +7,9 @@ Makes films of MPEG-2 at 6.5 Mbit/s with AC3 at 448 kbit/s (40 seconds coded onc
 repeated), authors them and copies the finished folder with cp, in alternation. One more film has two
 streams of AC3 and four of subtitles with 1000 captions each, every caption a bitmap file of its own.
 
+A disc is on the disk when it takes its place, so author is held against cp and a sync of the copy, and
+author --no-sync against cp alone.
+
 A plain copy moves the bytes: cp is told not to share them (--reflink=never), on a file system that could.
 Ahead of each timed run its target is gone, everything unwritten is on the disk, what it reads is in the
 page cache, and some seconds have passed: a virtual machine may give the memory of removed files back to its
@@ -173,25 +176,36 @@ def make_film(work, megabytes, subtitled):
 
 
 def measure(program, work, megabytes, rounds, subtitled=False):
-    """Prints one row; returns GB of output and the median seconds."""
+    """Prints two rows; returns GB of output and the median seconds, not synced."""
     project, sources = make_film(work, megabytes, subtitled)
     disc, copy = work / "disc", work / "copy"
+    results = [compare(program, project, sources, disc, copy, rounds, subtitled, synced)
+               for synced in (False, True)]
+    for folder in (disc, copy):
+        shutil.rmtree(folder)
+    return results[0]
+
+
+def compare(program, project, sources, disc, copy, rounds, subtitled, synced):
+    """One row: author with the copy that is as safe as its disc."""
+    author = [program, "author", project, "-o", disc, *([] if synced else ["--no-sync"])]
+    copying = ["cp", "--reflink=never", "-r", disc, copy]
+    if synced:
+        copying = ["sh", "-c", 'cp --reflink=never -r "$0" "$1" && sync "$1"/* "$1"', disc, copy]
     authored, copied = [], []
     for _ in range(rounds + 1):
         settle(disc, sources)
-        authored.append(Run([program, "author", project, "-o", disc]))
+        authored.append(Run(author))
         settle(copy, sorted(disc.iterdir()))
-        copied.append(Run(["cp", "--reflink=never", "-r", disc, copy]))
+        copied.append(Run(copying))
     median = lambda runs, figure: statistics.median(getattr(one, figure) for one in runs[1:])
-    author, cp = median(authored, "wall"), median(copied, "wall")
+    wall, cp = median(authored, "wall"), median(copied, "wall")
     peak = max(one.memory for one in authored)
     gigabytes = sum(f.stat().st_size for f in disc.iterdir()) / 1e9
     name = "2 audio, 4 x 1000 captions" if subtitled else "film"
-    print(f"{gigabytes * 1000:8.0f} MB {author:7.2f} s {cp:7.2f} s {author / cp:6.2f} "
-          f"{median(authored, 'cpu'):7.2f} s {median(copied, 'cpu'):7.2f} s {peak:7.1f} MiB  {name}", flush=True)
-    for folder in (disc, copy):
-        shutil.rmtree(folder)
-    return gigabytes, author
+    print(f"{gigabytes * 1000:8.0f} MB {wall:7.2f} s {cp:7.2f} s {wall / cp:6.2f} "
+          f"{median(authored, 'cpu'):7.2f} s {median(copied, 'cpu'):7.2f} s {peak:7.1f} MiB  {name}, {'synced' if synced else 'not synced'}", flush=True)
+    return gigabytes, wall
 
 
 def line_through(points):

@@ -104,6 +104,11 @@ bool IndexFile(const std::string& file, bool wantLetters, IndexStore& store, Use
   } catch (const FileError& error) {
     return TellFailure(ui, error, file);
   }
+  if (store.InMemory()) {
+    result.State = IndexState::KeptInMemory;
+    store.Keep(file, result.Index);
+    return true;
+  }
   int refusal = WriteAside(IndexName(file), WritePictureIndex(result.Index));
   if (refusal == 0 && wantLetters) {
     refusal = WriteAside(LettersName(file), result.Index.Letters + "\r\n");
@@ -219,7 +224,7 @@ IndexRun BuildPictureIndex(const std::vector<IndexSource>& files, const std::str
                            IndexStore& store, UserInterface& ui, bool force) {
   IndexRun run;
   const auto hasIndex = [&](const std::string& file) {
-    return !force && (std::filesystem::exists(IndexName(file)) || store.Find(file) != nullptr);
+    return !force && FindPictureIndex(file, store).has_value();
   };
   for (const IndexSource& source : files) {
     FileIndex result{source.Name, IndexState::NotIndexed, {}};

@@ -47,12 +47,17 @@ std::optional<PictureIndex> ScanPictures(Random& files, int slot, const IndexOpt
 // Indexes whose folder cannot be written, kept for the run.
 class IndexStore {
  public:
+  // With `inMemory` indexes are kept here without a word, and none is written.
+  explicit IndexStore(bool inMemory = false) : inMemory_(inMemory) {}
+
+  bool InMemory() const { return inMemory_; }
   const PictureIndex* Find(const std::string& file) const;
   // Whether this is the first one: told once a run.
   bool Keep(const std::string& file, PictureIndex index);
 
  private:
   std::map<std::string, PictureIndex> kept_;
+  bool inMemory_;
 };
 
 struct IndexSource {
@@ -73,9 +78,10 @@ struct IndexRun {
   bool Complete = false;         // false: a file could not be read, or the user asked to stop
 };
 
-// Indexes each file that has no index yet; an existing index is reused as it stands, whatever its age,
-// unless `force`. With a `groupFile` that file alone is indexed, with its picture types. Stops at the first
-// file that cannot be opened; the indexes written so far stay. An index is written aside and renamed.
+// Indexes each file that has no index yet, or one that cannot be read; an existing index is reused as it
+// stands, whatever its age, unless `force`. With a `groupFile` that file alone is indexed, with its picture
+// types. Stops at the first file that cannot be opened; the indexes written so far stay. An index is written
+// aside and renamed.
 IndexRun BuildPictureIndex(const std::vector<IndexSource>& files, const std::string& groupFile,
                            IndexStore& store, UserInterface& ui, bool force = false);
 

@@ -7,6 +7,7 @@
 
 #include "analysis/picture_index.h"
 #include "app/author_report.h"
+#include "app/log_file.h"
 #include "app/messages.h"
 #include "app/open_project.h"
 #include "app/rules_option.h"
@@ -59,7 +60,7 @@ void Reindex(const Project& project, std::size_t track, IndexStore& store, UserI
 bool Load(const AuthorArguments& arguments, Project& project, UserInterface& ui) {
   SilentBoxes quiet(ui);  // the findings hold what the load would say
   const FileScanner scanner(arguments.RulesUsed(), quiet);
-  IndexStore store;
+  IndexStore store(arguments.DryRun);
   LoadOptions options{.Rules = arguments.RulesUsed(), .Scanner = &scanner};
   options.AnalyseChapters = [&](Project& whole, std::size_t track) {
     if (arguments.Reindex) {
@@ -104,6 +105,10 @@ AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& con
   Project project;
   if (!Load(arguments, project, loading)) {
     return {};
+  }
+  if (!arguments.LogFile.empty() &&
+      !MayLog(arguments.LogFile, arguments.Project, arguments.Folder, project, reporter)) {
+    return false;
   }
   const auto pictures = MakePlatformPictures();
   AuthorOrder order = OrderFrom(arguments, context);

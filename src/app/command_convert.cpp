@@ -1,11 +1,14 @@
 #include "app/command_convert.h"
 
+#include <fmt/format.h>
+
 #include <filesystem>
 #include <memory>
 #include <string>
 
 #include "app/messages.h"
 #include "app/open_project.h"
+#include "app/output_file.h"
 #include "base/random.h"
 #include "check/findings.h"
 #include "script/load_findings.h"
@@ -18,6 +21,7 @@ namespace {
 struct ConvertOptions {
   std::string In;
   std::string Out;
+  bool Force = false;
 };
 
 bool IsRelative(const std::string& file) {
@@ -58,16 +62,44 @@ void TellMovedSources(const ConvertOptions& options, const Project& project, Use
   }
 }
 
-// Lines that are passed over and commands without a target are reported; what could be read is saved.
+// A script written over itself loses for good what was not understood, or what its dialect says otherwise.
+bool MayReplaceItself(const LoadResult& load, const ConvertOptions& options, UserInterface& ui) {
+  const bool loses = load.SkippedCount > 0 || load.IsScenarist;
+  if (loses && !options.Force) {
+    const std::string what =
+        load.SkippedCount > 0 ? fmt::format("{} lines", load.SkippedCount) : "The dialect";
+    ui.Tell(MessageOf(message::ConvertLosesLines, options.Out, what));
+  }
+  return !loses || options.Force;
+}
+
+bool MayConvert(const LoadResult& load, const ConvertOptions& options, UserInterface& ui) {
+  if (!load.Loaded) {
+    return false;  // told
+  }
+  if (!IsReadWhole(load)) {
+    ui.Tell(MessageOf(message::ScriptNotWhole, options.Out));
+    return false;
+  }
+  return IsSameFile(options.In, options.Out) ? MayReplaceItself(load, options, ui)
+                                             : MayWrite(options.Out, options.In, options.Force, ui);
+}
+
+// Lines that are passed over and commands without a target are reported; what could be read is saved, once
+// the script and the heads of its sources were read whole.
 int Run(const ConvertOptions& options, CommandContext& context) {
   Project project;
-  SilentBoxes quiet(context.Ui);
-  const LoadResult load = OpenProject(options.In, project, Rules::Players, quiet);
-  const Findings findings = LoadFindings(load);
+  ReadFaults faults(context.Ui);
+  const FileScanner scanner(Rules::Players, faults);
+  const LoadResult load =
+      LoadScriptFile(options.In, project, {.Rules = Rules::Players, .Scanner = &scanner}, faults);
+  Findings findings = LoadFindings(load);
+  Append(findings, faults.Told);
   for (const Message& finding : findings) {
     context.Ui.Tell(finding);
   }
-  if (!load.Loaded || !SaveDataLike(project, OwnScriptText(load), options.Out, context.Ui)) {
+  if (!faults.Told.empty() || !MayConvert(load, options, context.Ui) ||
+      !SaveDataLike(project, OwnScriptText(load), options.Out, context.Ui)) {
     return ExitFailed;
   }
   TellMovedSources(options, project, context.Ui);
@@ -82,6 +114,8 @@ void AddConvertCommand(CLI::App& program, CommandContext& context) {
       "convert", "Reads a project (.qvp) or a script of the other dialect (.scp) and writes it as a project");
   command->add_option("in", options->In, "Script to read")->required()->type_name("IN");
   command->add_option("out", options->Out, "Project script to write")->required()->type_name("OUT.qvp");
+  command->add_flag("--force", options->Force,
+                    "Replace a file that is there, also the script itself where lines would be lost");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
 }
 

@@ -1,6 +1,7 @@
 #include "app/command_form.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <exception>
 #include <new>
 #include <ostream>
@@ -71,6 +72,15 @@ std::string UsageFault(const CLI::App* /*program*/, const CLI::Error& fault) {
   return UsageText(fault.what());
 }
 
+// Results that nobody got are no success.
+bool Written(std::ostream& out, UserInterface& ui) {
+  out.flush();
+  if (!out) {
+    ui.Tell(MessageOf(message::ResultsNotWritten, {}));
+  }
+  return static_cast<bool>(out);
+}
+
 int Run(CLI::App& program, std::span<const std::string> arguments, CommandContext& context,
         std::ostream& err) {
   const std::string& first = arguments.front();
@@ -99,7 +109,7 @@ int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, st
                    const std::function<void(Verbosity)>& setVerbosity) {
   CommandContext context{.Ui = ui,
                          .Out = out,
-                         .Options = ReadSettings(SettingsFile(environment)),
+                         .Options = ReadUserSettings(SettingsFile(environment)),
                          .LogFile = LogFile(environment)};
   CLI::App program{std::string(Description), "quorvelant"};
   program.set_version_flag("--version", std::string("quorvelant ") + std::string(ProgramVersion()));
@@ -108,12 +118,14 @@ int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, st
   AddCommands(program, context);
   AddVerbosity(program, context, setVerbosity);
   program.failure_message(UsageFault);
-  if (arguments.empty()) {
-    out << program.help();
-    return ExitDone;
-  }
   try {
-    return Run(program, arguments, context, err);
+    int status = ExitDone;
+    if (arguments.empty()) {
+      out << program.help();
+    } else {
+      status = Run(program, arguments, context, err);
+    }
+    return Written(out, ui) ? status : std::max(status, ExitFailed);
   } catch (const std::bad_alloc&) {
     ui.Tell(MessageOf(message::OutOfMemory, {}));
   } catch (const MessageError& fault) {

@@ -12,6 +12,7 @@
 #include "analysis/picture_index.h"
 #include "analysis/video_info.h"
 #include "app/messages.h"
+#include "app/output_file.h"
 #include "base/random.h"
 #include "base/text.h"
 #include "base/timecode.h"
@@ -35,6 +36,7 @@ struct PictureOptions {
   std::string File;
   std::string At = "00:00:00:00";
   std::string Output;
+  bool Force = false;
 };
 
 std::string TimeFault(const std::string& text) {
@@ -82,6 +84,9 @@ Bytes ReadEntry(const PictureIndex::Entry& entry, Random& files, int slot) {
 
 int Run(const PictureOptions& options, CommandContext& context) {
   UserInterface& ui = context.Ui;
+  if (!MayWrite(options.Output, options.File, options.Force, ui)) {
+    return ExitFailed;
+  }
   constexpr int Slot = 0;
   Random files(ui);
   files.DimFiles(Slot);
@@ -129,6 +134,7 @@ void AddPictureCommand(CLI::App& program, CommandContext& context) {
       ->required()
       ->check(OutputFault, "", "picture")
       ->type_name("OUT.png");
+  command->add_flag("--force", options->Force, "Replace the picture that is there");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
 }
 

@@ -10,6 +10,7 @@
 
 #include "analysis/remedies.h"
 #include "app/messages.h"
+#include "app/output_file.h"
 #include "app/rules_option.h"
 #include "base/file_text.h"
 #include "base/rules.h"
@@ -27,10 +28,14 @@ struct StillOptions {
   std::string Output;
   RulesOption RuleSet;
   bool Wide = false;
+  bool Force = false;
 };
 
 int Run(const StillOptions& options, CommandContext& context) {
   UserInterface& ui = context.Ui;
+  if (!MayWrite(options.Output, options.Input, options.Force, ui)) {
+    return ExitFailed;
+  }
   const Picture bitmap = MakePlatformPictures()->Load(options.Input);
   const Rules& rules = options.RuleSet.Used();
   const Bytes still = EncodeBitmap(bitmap, {.Wide = options.Wide}, rules);
@@ -64,6 +69,7 @@ void AddStillCommand(CLI::App& program, CommandContext& context) {
       ->type_name("IN.bmp");
   command->add_option("output", options->Output, "Video stream to write")->required()->type_name("OUT.m2v");
   command->add_flag("--wide", options->Wide, "For a screen of 16:9");
+  command->add_flag("--force", options->Force, "Replace the output file that is there");
   AddRulesOption(*command, options->RuleSet, "Whether colours are rounded or cut");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
 }

@@ -11,10 +11,12 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "app/messages.h"
 #include "app/open_project.h"
 #include "app/rules_option.h"
+#include "author/message_recorder.h"
 #include "base/random.h"
 #include "base/rules.h"
 #include "base/text.h"
@@ -107,13 +109,22 @@ bool MayReplace(const LoadResult& load, const std::string& file, UserInterface& 
   return true;
 }
 
+bool HoldsReadFault(const std::vector<Message>& told) {
+  return std::ranges::any_of(told, [](const Message& one) { return one.Is(message::SourceReadFailed); });
+}
+
 int Run(const SubtitlesOptions& options, CommandContext& context) {
   UserInterface& ui = context.Ui;
   const Rules& rules = options.RuleSet.Used();
-  const FileScanner scanner(rules, ui);
+  MessageRecorder told(ui);
+  const FileScanner scanner(rules, told);
   Project project;
   const LoadResult load = LoadScriptFile(options.Project, project, {.Rules = rules, .Scanner = &scanner}, ui);
-  if (!load.Loaded || (options.Output.empty() && !MayReplace(load, options.Project, ui))) {
+  const bool whole = IsReadWhole(load) && !HoldsReadFault(told.Release());
+  if (load.Loaded && !whole) {
+    ui.Tell(MessageOf(message::ScriptNotWhole, options.Project));
+  }
+  if (!whole || (options.Output.empty() && !MayReplace(load, options.Project, ui))) {
     return ExitFailed;
   }
   const auto trackIndex = FindTrack(project, options.Track);

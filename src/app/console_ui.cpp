@@ -27,6 +27,16 @@ void RaiseStop(int) {
   stopRaised = 1;
 }
 
+struct SignalRow {
+  int Number;
+  void (*Handler)(int);
+  int Flags;
+};
+constexpr int Once = static_cast<int>(SA_RESETHAND) | SA_RESTART;
+const std::array SignalRows{SignalRow{SIGINT, &RaiseStop, Once}, SignalRow{SIGTERM, &RaiseStop, Once},
+                            SignalRow{SIGHUP, &RaiseStop, Once}, SignalRow{SIGPIPE, &RaiseStop, SA_RESTART},
+                            SignalRow{SIGXFSZ, SIG_IGN, 0}};
+
 std::string Joined(std::string_view place, std::string_view title, std::string_view text) {
   std::string line;
   for (const std::string_view part : {place, title}) {
@@ -41,16 +51,21 @@ std::string Joined(std::string_view place, std::string_view title, std::string_v
 
 StopSignal::StopSignal() {
   stopRaised = 0;
-  struct sigaction action = {};
-  action.sa_handler = &RaiseStop;
-  action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
-  sigaction(SIGINT, &action, &previousInterrupt_);
-  sigaction(SIGTERM, &action, &previousTerminate_);
+  for (std::size_t i = 0; i < SignalRows.size(); ++i) {
+    struct sigaction action = {};
+    action.sa_handler = SignalRows.at(i).Handler;
+    action.sa_flags = SignalRows.at(i).Flags;
+    sigaction(SignalRows.at(i).Number, nullptr, &previous_.at(i));
+    if (previous_.at(i).sa_handler != SIG_IGN) {
+      sigaction(SignalRows.at(i).Number, &action, nullptr);
+    }
+  }
 }
 
 StopSignal::~StopSignal() {
-  sigaction(SIGINT, &previousInterrupt_, nullptr);
-  sigaction(SIGTERM, &previousTerminate_, nullptr);
+  for (std::size_t i = 0; i < SignalRows.size(); ++i) {
+    sigaction(SignalRows.at(i).Number, &previous_.at(i), nullptr);
+  }
 }
 
 bool StopSignal::Raised() {

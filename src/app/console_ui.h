@@ -1,6 +1,7 @@
 // The program on a terminal, in a pipe and under a scheduler.
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <functional>
@@ -11,8 +12,10 @@
 
 namespace quorvelant {
 
-// While it lives, SIGINT and SIGTERM ask for an orderly stop instead of ending the process; a second signal
-// ends it at once. One at a time: signals belong to the whole process.
+// While it lives, SIGINT, SIGTERM and SIGHUP ask for an orderly stop instead of ending the process; a second
+// signal ends it at once. So does SIGPIPE, each time: who reads the results has gone. SIGXFSZ is passed over,
+// because the write that met the limit fails. What was ignored from the start stays so (nohup). One at a
+// time: signals belong to the whole process.
 class StopSignal {
  public:
   StopSignal();
@@ -23,8 +26,7 @@ class StopSignal {
   static bool Raised();
 
  private:
-  struct sigaction previousInterrupt_ = {};
-  struct sigaction previousTerminate_ = {};
+  std::array<struct sigaction, 5> previous_ = {};  // in the order of their table
 };
 
 // Quiet: warnings, errors and results alone. Verbose: each stage as it begins, and the code of each message.

@@ -1,3 +1,7 @@
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -9,9 +13,20 @@
 #include "app/switch_form.h"
 #include "app/user_folders.h"
 
+// A standard stream that was closed would be the next file that is opened, and what is printed would go into
+// it: each is given a file that takes nothing.
+static void OpenClosedStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(stream, F_GETFD) == -1 && errno == EBADF) {
+      open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+  }
+}
+
 // Decides between the two doors. The switch form is taken when the first argument is one of its switches.
 int main(int argc, char** argv) {
   using namespace quorvelant;
+  OpenClosedStreams();
   const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
   // What the picture decoders would print besides is said by this program's own messages, unless the user's
   // environment asks for it. No other thread runs yet.

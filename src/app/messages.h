@@ -19,6 +19,26 @@ inline constexpr MessageKind SourcesMoved{
     "sources-moved", Severity::Warning, "Sources Not Found",
     R"(Relative paths count from the script's folder: from "{}" on {} source files are looked for in "{}")"};
 
+inline constexpr MessageKind ScriptNotWhole{
+    "script-not-whole", Severity::Error, "Script Error",
+    "Nothing was written, because the project was not read whole: mend what is told of it first"};
+inline constexpr MessageKind ConvertLosesLines{
+    "convert-loses-lines", Severity::Error, "Script Error",
+    "{} of this script would be lost for good: name another file to write, or say --force"};
+
+// Files that a command writes.
+inline constexpr MessageKind OutputNotPlain{"output-not-plain", Severity::Error, "Output",
+                                            "No file can be written here: {}"};
+inline constexpr MessageKind OutputIsSource{"output-is-source", Severity::Error, "Output",
+                                            "This is the file that is read: name another one to write"};
+inline constexpr MessageKind OutputExists{"output-exists", Severity::Error, "Output",
+                                          "The file exists already; --force replaces it"};
+inline constexpr MessageKind LogInTheWay{
+    "log-in-the-way", Severity::Error, "Log",
+    "No log can be begun here, in place of the project, of a source or within the disc: name another file"};
+inline constexpr MessageKind ResultsNotWritten{"results-not-written", Severity::Error, "Output",
+                                               "The results could not be written to standard output"};
+
 // `probe` and `index`; the first two take why a file cannot be read.
 inline constexpr MessageKind ProbeRefused{"probe-refused", Severity::Error, "Probe Error", "{}"};
 inline constexpr MessageKind IndexRefused{"index-refused", Severity::Error, "Index Error", "{}"};

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "analysis/messages.h"
 #include "base/file_text.h"
 #include "base/passing_ui.h"
 #include "base/random.h"
@@ -20,6 +22,24 @@ class SilentBoxes : public PassingUi {
   using PassingUi::PassingUi;
   void Tell(const Message& /*message*/) override {}
 };
+
+// Keeps boxes back too, and what of the sources could not be read: what is not known of them would be written
+// wrong.
+class ReadFaults : public PassingUi {
+ public:
+  using PassingUi::PassingUi;
+  void Tell(const Message& message) override {
+    if (message.Is(message::SourceReadFailed)) {
+      Told.push_back(message);
+    }
+  }
+  std::vector<Message> Told;
+};
+
+// Whether the script was read to its end and is one: only then may anything be written of it.
+[[nodiscard]] inline bool IsReadWhole(const LoadResult& load) {
+  return load.Loaded && load.TakenCount > 0 && load.UnclosedCount == 0;
+}
 
 // The text of an own script, for what of it the project does not hold; empty of one in the other dialect.
 [[nodiscard]] inline std::string OwnScriptText(const LoadResult& load) {

@@ -128,7 +128,10 @@ Settings DefaultSettings() {
   return settings;
 }
 
-Settings ParseSettings(std::string_view text) {
+namespace {
+
+// As the text says, with what it lacks in its defaults.
+Settings ReadLines(std::string_view text) {
   Settings settings;
   std::set<std::string> seen;
   for (std::string_view line : Split(text, "\n")) {
@@ -144,6 +147,13 @@ Settings ParseSettings(std::string_view text) {
     seen.insert(key);
   }
   FillGaps(settings, seen);
+  return settings;
+}
+
+}  // namespace
+
+Settings ParseSettings(std::string_view text) {
+  Settings settings = ReadLines(text);
   Repair(settings);
   return settings;
 }
@@ -161,6 +171,16 @@ std::string SettingsText(const Settings& settings) {
   }
   text += fmt::format("\r\n[FILE PATHS]\r\n{}={}\r\n", DestinationKey, settings.DestinationFolder);
   return text;
+}
+
+bool IsLeftByBatchRun(std::string_view text) {
+  const Settings read = ReadLines(text);
+  return read.PalSlideDuration == 0 && read.NtscSlideDuration == 0;
+}
+
+Settings ReadUserSettings(const std::string& file) {
+  const auto text = ReadHead(file, MostFileBytes);
+  return text && !IsLeftByBatchRun(*text) ? ParseSettings(*text) : DefaultSettings();
 }
 
 Settings ReadSettings(const std::string& file, std::string_view destination) {

@@ -42,6 +42,12 @@ Settings DefaultSettings();
 Settings ParseSettings(std::string_view text);
 std::string SettingsText(const Settings& settings);
 
+// Whether a batch run has left this text: both slide times are 0, which no other run writes.
+[[nodiscard]] bool IsLeftByBatchRun(std::string_view text);
+
+// The settings for the command form: of the file, or the defaults where it is as a batch run leaves it.
+[[nodiscard]] Settings ReadUserSettings(const std::string& file);
+
 // Reads the file; the defaults where there is none or it cannot be read. Of a file beyond 1 MiB only that
 // much is looked at. `destination` (already given in another way) wins over the file's folder.
 Settings ReadSettings(const std::string& file, std::string_view destination = {});

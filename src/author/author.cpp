@@ -3,7 +3,9 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
+#include <vector>
 
 #include "author/disc_folder.h"
 #include "author/fix_up.h"
@@ -12,9 +14,11 @@
 #include "author/messages.h"
 #include "author/output_folder.h"
 #include "author/size_text.h"
+#include "author/source_stamps.h"
 #include "author/write_disc.h"
 #include "base/log.h"
 #include "base/random.h"
+#include "verify/named_files.h"
 #include "verify/read_back.h"
 
 namespace quorvelant {
@@ -84,19 +88,40 @@ std::optional<Target> PrepareFolder(const AuthorRun& run) {
   return aside ? std::optional<Target>(Target{aside->Path(), {}, std::move(aside)}) : std::nullopt;
 }
 
+bool TellAll(const AuthorRun& run, const std::vector<Message>& faults) {
+  for (const Message& fault : faults) {
+    run.Ui.Tell(fault);
+  }
+  return faults.empty();
+}
+
+// Nothing is summed before all that the tables name is there.
 bool EnterSums(const AuthorRun& run, const std::string& folder) {
   if (run.Order.DryRun) {
     return true;
+  }
+  if (run.Order.ReadBack && !TellAll(run, NamedFileFaults(folder, run.Ui))) {
+    return false;
   }
   const auto foreign = FixUp(folder, run.Ui);
   return !foreign || run.Refuse(MessageOf(message::ForeignFile, folder, *foreign));
 }
 
-AuthorOutcome WriteFiles(const AuthorRun& run, const std::string& folder) {
+bool KeepsSources(const AuthorRun& run, const SourceStamps& stamps) {
+  const auto replaced = stamps.FirstReplacedIn(run.Order.Folder);
+  return !replaced || run.Refuse(MessageOf(message::SourceInDestination, *replaced));
+}
+
+bool SourcesStand(const AuthorRun& run, const SourceStamps& stamps) {
+  const auto changed = stamps.FirstChanged();
+  return !changed || run.Refuse(MessageOf(message::SourceChanged, *changed));
+}
+
+AuthorOutcome WriteFiles(const AuthorRun& run, const std::string& folder, const SourceStamps& stamps) {
   const AuthorOrder& order = run.Order;
   Log log = StartLog(order.LogFile);
   AuthorOutcome outcome = WriteDisc({run.Plan, order, folder, run.Ui, log}, run.Result);
-  if (outcome == AuthorOutcome::Done && !EnterSums(run, folder)) {
+  if (outcome == AuthorOutcome::Done && !(SourcesStand(run, stamps) && EnterSums(run, folder))) {
     outcome = AuthorOutcome::Failed;
   }
   if (outcome == AuthorOutcome::Done) {
@@ -113,11 +138,7 @@ bool ReadsBack(const AuthorRun& run, const std::string& folder) {
     return true;
   }
   run.Ui.Status(ReadingBackStatus);
-  const auto faults = ReadBack(folder, run.Ui);
-  for (const Message& fault : faults) {
-    run.Ui.Tell(fault);
-  }
-  return faults.empty();
+  return TellAll(run, ReadBack(folder, run.Ui));
 }
 
 bool Place(const AuthorRun& run, Target& target) {
@@ -127,11 +148,13 @@ bool Place(const AuthorRun& run, Target& target) {
 AuthorOutcome MakeDisc(const AuthorRun& run) {
   const auto freeBytes = FreeBytes(run.Order.Folder);
   run.Result.Begun = AnnouncePlan(run, freeBytes) && HasSpace(run, freeBytes) && WarningsAllow(run);
+  const SourceStamps stamps(run.Plan);
+  run.Result.Begun = run.Result.Begun && KeepsSources(run, stamps);
   auto target = run.Result.Begun ? PrepareFolder(run) : std::nullopt;
   if (!target) {
     return AuthorOutcome::Failed;
   }
-  const AuthorOutcome written = WriteFiles(run, target->Folder);
+  const AuthorOutcome written = WriteFiles(run, target->Folder, stamps);
   if (written != AuthorOutcome::Done) {
     return written;
   }
@@ -152,6 +175,8 @@ AuthorResult Author(const Project& project, const AuthorOrder& order, UserInterf
     told.Tell(MessageOf(message::FileFailed, {}, error.OneLine()));
   } catch (const std::filesystem::filesystem_error& error) {
     told.Tell(MessageOf(message::FileFailed, error.path1().string(), error.code().message()));
+  } catch (const std::system_error& error) {
+    told.Tell(MessageOf(message::SystemRefused, {}, error.code().message()));
   }
   result.Findings = told.Release();
   return result;

@@ -58,7 +58,18 @@ inline constexpr MessageKind ForeignFile{
     "foreign-file", Severity::Error, "Author Error",
     R"(The folder holds "{}", which is not part of a disc: the sector sums could not be entered, so no title )"
     "starts. Move that file away and author again"};
+inline constexpr MessageKind SourceChanged{
+    "source-changed", Severity::Error, "Author Error",
+    "The file changed while the disc was made of it, so no disc was made; run again when it is complete"};
+inline constexpr MessageKind SourceInDestination{"source-in-destination", Severity::Error, "Author Error",
+                                                 "This source lies in the destination under the name of a "
+                                                 "disc's file, and the disc would replace it: move "
+                                                 "it away, or name another folder"};
 inline constexpr MessageKind FileFailed{"file-failed", Severity::Error, "Author Error", "{}"};
+// A thread, as a rule.
+inline constexpr MessageKind SystemRefused{
+    "system-refused", Severity::Error, "Author Error",
+    "The system refuses what the run needs, a thread as a rule ({}): are there too many processes?"};
 inline constexpr MessageKind LogNotWritten{"log-not-written", Severity::Warning, "Log",
                                            "The log could not be written"};
 

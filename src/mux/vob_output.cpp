@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "mux/messages.h"
@@ -12,6 +13,7 @@ namespace quorvelant {
 namespace {
 
 constexpr std::string_view OpenLine = "Error opening '{}'.";
+constexpr std::string_view ThreadLine = "No thread could be started to write '{}'.";
 
 }  // namespace
 
@@ -71,7 +73,7 @@ void VobOutput::Submit() {
     OpenForWriting(fileNumber_, fillingFrom_ == 0);
   }
   if (!writer_.joinable()) {
-    writer_ = std::thread([this] { WriterLoop(); });
+    StartWriter();
   }
   {
     const std::scoped_lock lock(mutex_);
@@ -83,6 +85,15 @@ void VobOutput::Submit() {
   filled_ = 0;
   WaitForWriter(BufferCount - 1);
   Filling().resize(SectorBytes * BufferSectors);
+}
+
+void VobOutput::StartWriter() {
+  try {
+    writer_ = std::thread([this] { WriterLoop(); });
+  } catch (const std::system_error& refused) {
+    throw FileError(FileError::UnknownNumber, fmt::format(ThreadLine, NameOf(fileNumber_)),
+                    refused.code().value());
+  }
 }
 
 void VobOutput::WaitForWriter(std::size_t open) {

@@ -76,6 +76,7 @@ class VobOutput {
   void WaitForWriter(std::size_t open = 0);
   void WriteAt(std::uint32_t fileSector, ByteView bytes);
   void WriterLoop();
+  void StartWriter();
   void StopWriter();
 
   Random* files_;

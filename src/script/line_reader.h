@@ -24,6 +24,8 @@ class LineReader {
   std::size_t Number() const { return number_; }
   // The line was longer than `MostLineBytes`; `Line` is its start.
   bool TooLong() const { return tooLong_; }
+  // The text ended early, because the stream could not be read on.
+  bool Broken() const { return stream_.bad(); }
   // Bytes read from the stream so far.
   std::size_t BytesRead() const { return bytesRead_; }
 

@@ -10,6 +10,9 @@ namespace quorvelant::message {
 inline constexpr MessageKind ScriptUnreadable{
     "script-unreadable", Severity::Error, "Script Error",
     "Unable to read script file: {}. Is there a file of that name, and may you read it?"};
+inline constexpr MessageKind ScriptReadFailed{
+    "script-read-failed", Severity::Error, "Script Error",
+    "The script cannot be read to its end, because the system refuses to read on: {}"};
 inline constexpr MessageKind ScriptIsWide{
     "script-utf16", Severity::Error, "Script Error",
     "The script is UTF-16 text; please save it as plain (ANSI or UTF-8) text: {}"};

@@ -226,7 +226,7 @@ bool ScriptLines::ReadLines() {
     }
   }
   state_.ClosePalette();
-  return true;
+  return !lines_.Broken() || Fail(message::ScriptReadFailed, result_.File);
 }
 
 }  // namespace

@@ -78,11 +78,14 @@ void CodeAhead(const std::vector<SPURecord>& records, bool ntsc, const Rules& ru
   const std::size_t processors = std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, MostThreads);
   const std::size_t helpers = std::min(processors - 1, records.size() / RecordsAThread);
   std::vector<std::jthread> threads;
-  for (std::size_t i = 0; i < helpers; ++i) {
-    threads.emplace_back([&] {
-      while (codeOne()) {
-      }
-    });
+  try {
+    for (std::size_t i = 0; i < helpers; ++i) {
+      threads.emplace_back([&] {
+        while (codeOne()) {
+        }
+      });
+    }
+  } catch (const std::system_error&) {  // NOLINT(bugprone-empty-catch): this thread does what helpers would
   }
   while (codeOne()) {
     if (ui.StopRequested()) {

@@ -7,6 +7,8 @@ namespace quorvelant::message {
 
 inline constexpr MessageKind FileMissing{"read-back-missing", Severity::Error, "Read Back",
                                          "The file is missing"};
+inline constexpr MessageKind FileSizeWrong{"read-back-file-size", Severity::Error, "Read Back",
+                                           "The file has {} bytes, and the tables say {}"};
 inline constexpr MessageKind PartSector{"read-back-part-sector", Severity::Error, "Read Back",
                                         "The size is not a multiple of 2048 bytes"};
 inline constexpr MessageKind BackupDiffers{"read-back-backup", Severity::Error, "Read Back",

@@ -1,0 +1,65 @@
+#include "app/log_file.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "app/messages.h"
+#include "app/output_file.h"
+#include "author/disc_folder.h"
+#include "base/file_text.h"
+#include "base/random.h"
+
+namespace quorvelant {
+
+namespace {
+
+bool IsSourceOf(const Project& project, const std::string& file) {
+  const auto isOneOf = [&](const auto& plays) {
+    for (const auto& play : plays) {
+      if (!play.File.empty() && IsSameFile(SystemPath(play.File, project.SourceFolder()), file)) {
+        return true;
+      }
+    }
+    return false;
+  };
+  for (const Track& track : project.Tracks) {
+    if (isOneOf(track.VideoPlays)) {
+      return true;
+    }
+    for (const AudioStream& stream : track.AudioStreams) {
+      if (isOneOf(stream.AudioPlays)) {
+        return true;
+      }
+    }
+    for (const SubtitleStream& stream : track.SubStreams) {
+      if (isOneOf(stream.SubPlays)) {
+        return true;
+      }
+    }
+  }
+  return false;
+}
+
+bool IsWithin(const std::string& file, const std::string& folder) {
+  std::error_code failed;
+  return std::filesystem::weakly_canonical(std::filesystem::absolute(file), failed).parent_path() ==
+         DestinationPath(folder);
+}
+
+}  // namespace
+
+bool MayLog(const std::string& file, const std::string& script, const std::string& folder,
+            const Project& project, UserInterface& ui) {
+  const FileKind kind = SystemDisk().KindOf(file);
+  if (kind == FileKind::Folder || kind == FileKind::Special) {
+    ui.Tell(MessageOf(message::OutputNotPlain, file, WhyNotPlainFile(file)));
+    return false;
+  }
+  const bool taken = IsSameFile(file, script) || IsSourceOf(project, file) || IsWithin(file, folder);
+  if (taken) {
+    ui.Tell(MessageOf(message::LogInTheWay, file));
+  }
+  return !taken;
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,18 @@
+// Files that a command writes at the user's word.
+#pragma once
+
+#include <string>
+
+#include "base/user_interface.h"
+
+namespace quorvelant {
+
+// Whether two paths mean one file that is there.
+[[nodiscard]] bool IsSameFile(const std::string& a, const std::string& b);
+
+// Whether a file may be written there: not in place of `source`, of a folder, a pipe or a device, and of
+// another file only with `force`. False when not, which is told.
+[[nodiscard]] bool MayWrite(const std::string& path, const std::string& source, bool force,
+                            UserInterface& ui);
+
+}  // namespace quorvelant
