@@ -68,6 +68,22 @@ void WarnOfCutPicture(const MuxState& state) {
   }
 }
 
+void WarnOfDamagedSound(const MuxState& state) {
+  for (const AudioState& stream : state.Audio) {
+    if (stream.Changed) {
+      state.Build.Ui.Tell(*stream.Changed);
+    }
+    const Ac3Damage damage = stream.Source.Damage();
+    if (damage.Places > 0) {
+      const std::string& first = stream.Source.FirstDamage();
+      const double seconds = static_cast<double>(damage.Lost * stream.FrameTicks) / 90000;
+      state.Build.Ui.Tell(MessageOf(message::AudioDamaged, first, stream.Input->StreamNumber,
+                                    state.Input.Name, damage.Places, first, damage.Bytes, damage.Lost,
+                                    seconds));
+    }
+  }
+}
+
 void WarnOfAudioLengths(MuxState& state, std::int64_t endPts) {
   for (AudioState& stream : state.Audio) {
     // Silence under stills and slides is usual.

@@ -22,6 +22,9 @@ void ReportUnderflow(MuxState& state, std::int64_t missingBytes);
 // Warns if the current picture is the last of its file and the file ends within it.
 void WarnOfCutPicture(const MuxState& state);
 
+// Warns of sound files that hold bytes of no frame.
+void WarnOfDamagedSound(const MuxState& state);
+
 // Warns of sound that is more than a second shorter or longer than the picture, which ends at `endPts`.
 void WarnOfAudioLengths(MuxState& state, std::int64_t endPts);
 

@@ -63,6 +63,15 @@ inline constexpr MessageKind AudioFrameMissing{"audio-frame-missing", Severity::
 inline constexpr MessageKind AudioRateChanges{
     "audio-rate-changes", Severity::Error, MuxErrorTitle,
     "The audio file {} changes its sample rate. A disc carries 48 kHz alone."};
+inline constexpr MessageKind AudioChanges{
+    "audio-changes", Severity::Error, MuxErrorTitle,
+    "The audio file {} changes at byte {} from {} to {}. Players keep to what a stream begins with: the rest "
+    "would play out of time, or not at all. Encode the whole file anew, of one kind."};
+inline constexpr MessageKind AudioDamaged{
+    "audio-damaged", Severity::Warning, "Audio Source",
+    "Audio stream {} of track \"{}\": {} places of its files are damaged, the first in {}. {} bytes are no "
+    "sound and were left out; for {} lost frames ({:.2f} seconds) the frame before is heard again. Take the "
+    "sound from its source anew."};
 inline constexpr MessageKind PcmUnfit{
     "pcm-unfit", Severity::Error, MuxErrorTitle,
     "Audio stream {} of track \"{}\": PCM sound of {} bits, {} kHz and {} channels can't go on a disc."};

@@ -44,6 +44,7 @@ void EndTrack(MuxState& state, VobSetRecords& records) {
   SendDueUnits(state, state.LatestPts);
   DrainAudio(state, endPts);
   CloseRecords(state, endPts);
+  WarnOfDamagedSound(state);
   WarnOfAudioLengths(state, endPts);
   WarnOfMissedMarks(state, state.NextMark, state.Input.Marks.size());
   if (!state.Output.DryRun()) {
