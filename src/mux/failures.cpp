@@ -3,9 +3,12 @@
 #include <fmt/format.h>
 
 #include <string_view>
+#include <utility>
 
+#include "analysis/remedies.h"
 #include "mux/messages.h"
 #include "mux/mux_fault.h"
+#include "mux/vobu_decision.h"
 
 namespace quorvelant {
 namespace {
@@ -18,8 +21,38 @@ constexpr std::string_view UnderflowLine = "Buffer Underflow by {} at sector {}"
 constexpr std::string_view UnderflowStatus = "Total Buffer Underflows: {}";
 
 constexpr double LengthTolerance = 1;  // seconds
+constexpr std::int64_t UnsearchableSeconds = 10;
 
 }  // namespace
+
+void RefuseOrWarn(MuxBuild& build, Message message) {
+  if (build.Rules.RefusesDeadDiscs) {
+    throw MuxFault(std::move(message));
+  }
+  message.Level = Severity::Warning;
+  build.Ui.Tell(message);
+}
+
+void CheckSequenceDistance(MuxState& state) {
+  const std::int64_t fields = state.ElapsedFields - state.VobuStartFields;
+  const std::int64_t longest = MostVobuFields(state.Timing) + 2 * std::int64_t{state.Timing.VobuMinFrames};
+  if (fields <= longest || state.Input.Kind != TrackKind::Motion) {
+    return;
+  }
+  const auto tell = [&](const MessageKind& kind) {
+    const std::string& path = state.Input.Video[state.Picture.File].Path;
+    const auto seconds = static_cast<double>(fields * state.Timing.FramePeriod) / 180000;
+    return MessageOf(kind, state.Pictures.PlaceOf(state.Picture), path, seconds, RepeatSequenceLine(path));
+  };
+  if (state.LongVobusTold == 0) {
+    state.LongVobusTold = 1;
+    state.Build.Ui.Tell(tell(message::SequencesApart));
+  }
+  if (state.LongVobusTold == 1 && fields > 2 * UnsearchableSeconds * state.Timing.FramesPerSecond) {
+    state.LongVobusTold = 2;
+    RefuseOrWarn(state.Build, tell(message::SequencesFarApart));
+  }
+}
 
 void CheckGopLength(const MuxState& state) {
   if (state.Picture.TemporalReference <= state.Timing.MostTemporalReference) {

@@ -7,6 +7,13 @@
 
 namespace quorvelant {
 
+// Of a disc that does not play as its project says: ends the build by rules that refuse such a disc,
+// otherwise warns.
+void RefuseOrWarn(MuxBuild& build, Message message);
+
+// Tells where a film's sequence headers stand so far apart that it can't be searched.
+void CheckSequenceDistance(MuxState& state);
+
 // The GOP of the current picture is longer than players take: ends the build.
 void CheckGopLength(const MuxState& state);
 

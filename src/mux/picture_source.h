@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/bytes.h"
+#include "base/message.h"
 #include "mux/coded_picture.h"
 #include "mux/mux_track.h"
 #include "mux/source_window.h"
@@ -41,6 +42,8 @@ class PictureSource {
     bool EndEachFile = false;    // with a sequence end code: stills and slides stand alone
     // Makes a coded picture of a file that is a bitmap.
     std::function<Bytes(const MuxVideoFile&)> EncodeStill = {};
+    // Takes what a player would not follow; it returns where the track goes on all the same.
+    std::function<void(Message)> Refuse = {};
   };
   PictureSource(Random& files, const std::vector<MuxVideoFile>& list, Options options);
 
@@ -65,6 +68,7 @@ class PictureSource {
   std::optional<std::uint64_t> NextStartCode();
   bool TakeStartCode(std::uint64_t at);
   void TakeSequenceHeader(std::uint64_t at);
+  void CheckShape(std::uint64_t at);
   void TakePictureHeader(std::uint64_t at);
   void TakeExtension(std::uint64_t at);
   void TakeEndCode(std::uint64_t at);
@@ -94,11 +98,13 @@ class PictureSource {
   bool pictureSeen_ = false;    // and its picture header
   bool extensionSeen_ = false;  // and its coding extension
   bool firstUnitOfFile_ = true;
-  std::optional<std::uint64_t> endCode_;  // the latest sequence end code, not yet overwritten
-  unsigned lastSlice_ = 0;                // macroblock row of the coming picture's latest slice, from 1
-  unsigned lowestFrameSlice_ = 0;         // the greatest row met in frame pictures
-  unsigned lowestFieldSlice_ = 0;         // and in field pictures
-  std::uint32_t pictureSize_ = 0;         // width and height of the first sequence header
+  std::optional<std::uint64_t> endCode_;     // the latest sequence end code, not yet overwritten
+  unsigned lastSlice_ = 0;                   // macroblock row of the coming picture's latest slice, from 1
+  unsigned lowestFrameSlice_ = 0;            // the greatest row met in frame pictures
+  unsigned lowestFieldSlice_ = 0;            // and in field pictures
+  unsigned shape_ = 0;                       // aspect and picture rate of the latest one, as coded
+  std::size_t shapeFile_ = ~std::size_t{0};  // the file that it stands in
+  std::uint32_t pictureSize_ = 0;            // width and height of the first sequence header
 };
 
 }  // namespace quorvelant
