@@ -152,7 +152,7 @@ void AddSubpictures(const TrackInput& from, MuxInput& input) {
   if (!from.Track.HasSubs) {
     return;
   }
-  const auto sceneHolds = ScenesWithStillTime(from.Source.Disc, from.Index);
+  const auto sceneHolds = ScenesWithStillTime(from.Source.Disc, from.Index, from.Source.Rules);
   const auto& streams = from.Track.SubStreams;
   StreamNumbers numbers = StreamNumbers::OfSubpictures();
   for (std::size_t i = 0; i < streams.size(); ++i) {
@@ -173,7 +173,8 @@ void AddMarks(const TrackInput& from, const TrackCells& cells, MuxInput& input) 
                            .Frame = scenes[i].Frame,
                            .Name = scenes[i].Name,
                            .UopMask = static_cast<std::uint32_t>((use.Uops | scenes[i].Uops).to_ulong()),
-                           .HoldsByStillTime = use.Holds});
+                           .HoldsByStillTime = use.Holds,
+                           .Plays = cells.Plays(i)});
   }
   std::ranges::stable_sort(input.Marks, {}, &MuxMark::Frame);
   if (input.Marks.empty()) {
@@ -227,7 +228,7 @@ MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, Find
   if (auto noStandard = WhyNoStandard(track, TrackKey(trackIndex), source.Rules)) {
     findings.push_back(std::move(*noStandard));
   }
-  const TrackCells cells(source.Entry, source.Domain, trackIndex);
+  const TrackCells cells(source.Disc, source.Entry, source.Domain, trackIndex, source.Rules);
   AddVideo(from, input);
   AddAudio(from, input);
   AddSubpictures(from, input);

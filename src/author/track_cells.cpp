@@ -6,7 +6,9 @@
 
 namespace quorvelant {
 
-TrackCells::TrackCells(const VTS_P& entry, Domain domain, std::size_t trackIndex) {
+TrackCells::TrackCells(const Project& project, const VTS_P& entry, Domain domain, std::size_t trackIndex,
+                       const Rules& rules)
+    : held_(project, rules) {
   for (const Cell_P* cell : LiveCells(entry, domain)) {
     if (std::cmp_equal(cell->SegmentUsed, trackIndex) && cell->pScene >= 0) {
       cells_[static_cast<std::size_t>(cell->pScene)].push_back(cell);
@@ -20,7 +22,7 @@ SceneUse TrackCells::UseOf(std::size_t scene) const {
   if (found != cells_.end()) {
     for (const Cell_P* cell : found->second) {
       use.Uops |= cell->Uops;
-      use.Holds = use.Holds || cell->StillTime != 0;
+      use.Holds = use.Holds || held_.Has(*cell);
     }
   }
   return use;

@@ -51,6 +51,19 @@ struct Rules {
   // traditionally by the thresholds 18 and 22.
   bool JoinShortHoldRest = false;
 
+  // mux. Sound that is overdue goes out before the next video pack; traditionally one pack does, and PCM
+  // above 4.9 Mbit/s falls behind in every VOBU.
+  bool OverdueAudioGoesFirst = false;
+  // mux. The first sound of a stream goes out in time for its stamp, whatever its delay and its place among
+  // the streams; traditionally at a fixed time, which is too late for the second stream with -60 ms.
+  bool FirstAudioMeetsItsStamp = false;
+  // mux. AC3 frames that were lost are counted, and bytes of no frame leave the player's buffer;
+  // traditionally every loss moves the sound after it.
+  bool CountLostFrames = false;
+  // mux. A slide of one frame ends its VOBU like any other; traditionally the next slide follows in the same
+  // one, and its picture ends early.
+  bool ShortSlidesEndTheirVobu = false;
+
   // subpicture. Bitmaps show as painted (line parity by place in the window, padded rows, right
   // clipping); traditionally rows shear and lines change places for odd sizes.
   bool BitmapsAsPainted = false;
@@ -66,6 +79,8 @@ struct Rules {
   // ifo. Next, previous and go-up PGC numbers count through the set's table (menus: the unit);
   // traditionally within the title.
   bool PgcLinksThroughTable = false;
+  // ifo. The pan-scan subpicture numbers of 16:9 domains are those of the PGC; traditionally 0.
+  bool PanScanSubNumbers = false;
   // ifo. A cell that does not go on where the one before it ended (the first of each VOB, and after a
   // jump within one) is marked as a discontinuity and never seamless; traditionally the project's flag
   // stands alone.
@@ -73,6 +88,13 @@ struct Rules {
   // ifo. A source that no disc can carry (MPEG-1, 50 pictures a second, 480x576) is an error; traditionally
   // whatever can be multiplexed is taken.
   bool RefusesUnfitSources = false;
+
+  // model. A domain carries every stream that has a number; traditionally two of sound and four subpicture
+  // streams, by their order.
+  bool AllStreamsMuxed = false;
+  // author. The still time of a PGC holds the buttons and forced subtitles of its last cell, as a cell's
+  // own does; traditionally they end.
+  bool ChainStillHolds = false;
 
   // check. A disc that players refuse, or that plays something else than its project says, is an error;
   // traditionally it is made, with a warning.
@@ -106,13 +128,20 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .ButtonsOutlastStillTime = true,
                                       .PadLoneNavPack = true,
                                       .JoinShortHoldRest = true,
+                                      .OverdueAudioGoesFirst = true,
+                                      .FirstAudioMeetsItsStamp = true,
+                                      .CountLostFrames = true,
+                                      .ShortSlidesEndTheirVobu = true,
                                       .BitmapsAsPainted = true,
                                       .StopDelayOnClock = true,
                                       .ScriptForcesUnits = true,
                                       .RoundColours = true,
                                       .PgcLinksThroughTable = true,
+                                      .PanScanSubNumbers = true,
                                       .MarkClockRestart = true,
                                       .RefusesUnfitSources = true,
+                                      .AllStreamsMuxed = true,
+                                      .ChainStillHolds = true,
                                       .RefusesDeadDiscs = true,
                                       .NamesLanguagesAnyWay = true,
                                       .GoesBySettings = true};

@@ -171,13 +171,14 @@ void PutAudioControl(const PGC_P& chain, const PgcPlace& place, const DomainReco
 }
 
 // One number a display: 4:3, wide, letterbox, pan-scan.
-std::uint64_t SubControl(const PGC_P& chain, std::size_t stream, const VideoInfo_P& video) {
+std::uint64_t SubControl(const PGC_P& chain, std::size_t stream, const VideoInfo_P& video,
+                         const Rules& rules) {
   const auto number = [&](const auto& map) { return StreamNumber(map.at(stream), SubStreamCount - 1); };
   const std::uint64_t available = std::uint64_t{pgc::StreamAvailable} << 24;
   const std::uint64_t wide = number(chain.WideAssignments) << 16;
   const std::uint64_t letter = number(chain.LetterAssignments) << 8;
   if (video.Aspect != "4:3") {
-    return available | wide | letter;
+    return available | wide | letter | (rules.PanScanSubNumbers ? number(chain.PanAssignments) : 0);
   }
   if (!video.Pan) {
     return available | number(chain.NormalAssignments) << 24;
@@ -192,7 +193,7 @@ void PutSubControl(const PGC_P& chain, const PgcPlace& place, const DomainRecord
   for (std::size_t i = 0; i < EntriesOf(records.Subs, place.Domain, SubStreamCount); ++i) {
     const auto stream = static_cast<std::size_t>(records.Subs[i].StreamNumber);
     if (stream < SubStreamCount && used.Subs[stream]) {
-      Put(bytes, pgc::SubControl, disc::Number{SubControl(chain, stream, video)}, i);
+      Put(bytes, pgc::SubControl, disc::Number{SubControl(chain, stream, video, place.Records.Rules)}, i);
     }
   }
 }

@@ -44,6 +44,17 @@ std::size_t FindFrame(const AudioState& stream, ByteView bytes, std::size_t from
   return bytes.size();
 }
 
+// That sound of another kind goes on here; told once. Frames that are mended never get so far.
+void NoteChange(AudioState& stream, ByteView bytes, std::size_t at) {
+  const Ac3Frame frame = ReadAc3Frame(bytes, at);
+  if (frame.Bytes == 0 || frame == stream.Kind || stream.Changed) {
+    return;
+  }
+  stream.Changed = MessageOf(message::AudioChanges, stream.Source.Place(at), stream.Source.File(at),
+                             stream.Source.ByteAt(at), WordsOf(stream.Kind), WordsOf(frame));
+  stream.Changed->Level = Severity::Warning;
+}
+
 // Walks the frames that start in the first `payload` bytes and cuts the payload at the limit. `bytes`
 // reaches past the payload, so that a frame which starts in its last bytes is seen.
 AudioPack WalkFrames(AudioState& stream, ByteView bytes, std::size_t payload,
@@ -57,12 +68,13 @@ AudioPack WalkFrames(AudioState& stream, ByteView bytes, std::size_t payload,
     }
     const FrameStart frame = FrameAt(bytes, at);
     if (frame.Found && !frame.FortyEight) {
-      throw MuxFault(message::AudioRateChanges, stream.Source.Place(), stream.Input->Paths.back());
+      throw MuxFault(message::AudioRateChanges, stream.Source.Place(at), stream.Source.File(at));
     }
     if (frame.FrameBytes == 0) {
       at = FindFrame(stream, bytes, at + 1);
       continue;
     }
+    NoteChange(stream, bytes, at);
     pack.FirstFrame = pack.Frames == 0 ? at : pack.FirstFrame;
     ++pack.Frames;
     at += frame.FrameBytes;
@@ -73,7 +85,7 @@ AudioPack WalkFrames(AudioState& stream, ByteView bytes, std::size_t payload,
 
 }  // namespace
 
-void FindFirstAc3Frame(AudioState& stream) {
+void FindFirstAc3Frame(AudioState& stream, const Rules& rules) {
   constexpr std::size_t Step = std::size_t{64} << 10;
   for (;;) {
     const ByteView bytes = stream.Source.Peek(Step);
@@ -81,6 +93,10 @@ void FindFirstAc3Frame(AudioState& stream) {
     if (at < bytes.size()) {
       stream.FrameBytes = static_cast<std::int64_t>(FrameAt(bytes, at).FrameBytes);
       stream.Source.Consume(at);
+      stream.Kind = ReadAc3Frame(stream.Source.Peek(Ac3HeaderBytes), 0);
+      if (rules.CountLostFrames) {
+        stream.Source.MendFrames();
+      }
       return;
     }
     if (bytes.size() < Step) {
@@ -99,7 +115,7 @@ AudioPack WriteAc3Pack(AudioState& stream, ByteSpan sector, SystemClockReference
     header.Pts = stream.NextPts;
   }
   const std::size_t capacity = stream.PacksSent == 0 ? RoomAfter(header) - SubHeaderBytes : PackBytes;
-  const ByteView bytes = stream.Source.Peek(capacity + Ac3SizeBytes);
+  const ByteView bytes = stream.Source.Peek(capacity + Ac3HeaderBytes);
   const AudioPack pack = WalkFrames(stream, bytes, capacity, limit);
   if (pack.Frames > 0) {
     header.Pts = stream.NextPts;

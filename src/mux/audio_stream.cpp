@@ -30,7 +30,16 @@ Clock Steps(std::size_t count) {
   return {SectorTicks.Units * static_cast<std::int64_t>(count)};
 }
 
-void SetFirstClocks(AudioState& stream, std::size_t index, std::size_t count, const MuxInput& input) {
+// The latest step of the grid at or before `scr` from which a pack arrives before `stamp`, whatever is under
+// way and whichever stream goes first.
+Clock InTimeFor(std::int64_t stamp, Clock scr, std::size_t streams) {
+  const Clock late = scr - (Clock::FromTicks(stamp) - Steps(streams + 1));
+  const std::int64_t steps = (late.Units + SectorTicks.Units - 1) / SectorTicks.Units;
+  return late.Units > 0 ? scr - Clock{steps * SectorTicks.Units} : scr;
+}
+
+void SetFirstClocks(AudioState& stream, std::size_t index, const MuxInput& input, const Rules& rules) {
+  const std::size_t count = input.Audio.size();
   const std::int64_t delayMs = stream.Input->DelayMs;
   const std::int64_t beyond = delayMs - std::clamp(delayMs, LeastDelayMs, MostDelayMs);
   const Clock shift = Clock::FromTicks(TicksPerMs * beyond);
@@ -38,6 +47,9 @@ void SetFirstClocks(AudioState& stream, std::size_t index, std::size_t count, co
   stream.FirstScr = FirstAudioScr + Steps(index) + shift;
   stream.SecondScr = SecondAudioScr + Steps(index + 1 == count ? 0 : index + 1) + shift + early;
   stream.NextPts = VideoStartPts + TicksPerMs * delayMs;
+  if (rules.FirstAudioMeetsItsStamp) {
+    stream.FirstScr = InTimeFor(stream.NextPts, stream.FirstScr, count);
+  }
   stream.DecodeTime = Clock::FromTicks(stream.NextPts - stream.FrameTicks);
   stream.Due = stream.FirstScr;
   stream.NextScr = stream.FirstScr;
@@ -59,11 +71,11 @@ AudioState OpenStream(Random& files, const MuxInput& input, std::size_t index, c
     stream.FrameBytes = static_cast<std::int64_t>(pcm.DiscBytes(pcm.SamplesPerFrame()));
     stream.FrameTicks = PcmFrameTicks;
   } else {
-    FindFirstAc3Frame(stream);
+    FindFirstAc3Frame(stream, rules);
     stream.FrameTicks = Ac3FrameTicks;
   }
   stream.BufferBytes = AudioBufferBytes(stream.FrameBytes, stream.FrameTicks, input.Audio.size());
-  SetFirstClocks(stream, index, input.Audio.size(), input);
+  SetFirstClocks(stream, index, input, rules);
   if (stream.Source.Exhausted()) {
     stream.NextScr = {};
   }

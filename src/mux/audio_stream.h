@@ -25,8 +25,10 @@ std::int64_t AudioBufferBytes(std::int64_t frameBytes, std::int64_t frameTicks, 
 struct AudioState {
   const MuxAudioStream* Input = nullptr;
   AudioSource Source;
-  PcmFormat Pcm;                // of a PCM stream
-  std::int64_t FrameBytes = 0;  // on the disc
+  PcmFormat Pcm;                        // of a PCM stream
+  Ac3Frame Kind = {};                   // of an AC3 stream: that of its first frame
+  std::optional<Message> Changed = {};  // where sound of another kind went on
+  std::int64_t FrameBytes = 0;          // on the disc
   std::int64_t FrameTicks = 0;
   std::int64_t BufferBytes = 0;  // of the player
 
@@ -82,6 +84,7 @@ AudioPack WriteAc3Pack(AudioState& stream, ByteSpan sector, SystemClockReference
 AudioPack WritePcmPack(AudioState& stream, ByteSpan sector, SystemClockReference scr,
                        std::optional<std::int64_t> limit);
 // Passes what stands before the first AC3 frame and takes the frame size from it.
-void FindFirstAc3Frame(AudioState& stream);
+// `rules` tell whether later frames are mended.
+void FindFirstAc3Frame(AudioState& stream, const Rules& rules);
 
 }  // namespace quorvelant

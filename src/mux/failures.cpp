@@ -4,9 +4,12 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "analysis/remedies.h"
 #include "mux/messages.h"
 #include "mux/mux_fault.h"
+#include "mux/vobu_decision.h"
 
 namespace quorvelant {
 namespace {
@@ -19,8 +22,38 @@ constexpr std::string_view UnderflowLine = "Buffer Underflow by {} at sector {}"
 constexpr std::string_view UnderflowStatus = "Total Buffer Underflows: {}";
 
 constexpr double LengthTolerance = 1;  // seconds
+constexpr std::int64_t UnsearchableSeconds = 10;
 
 }  // namespace
+
+void RefuseOrWarn(MuxBuild& build, Message message) {
+  if (build.Rules.RefusesDeadDiscs) {
+    throw MuxFault(std::move(message));
+  }
+  message.Level = Severity::Warning;
+  build.Ui.Tell(message);
+}
+
+void CheckSequenceDistance(MuxState& state) {
+  const std::int64_t fields = state.ElapsedFields - state.VobuStartFields;
+  const std::int64_t longest = MostVobuFields(state.Timing) + 2 * std::int64_t{state.Timing.VobuMinFrames};
+  if (fields <= longest || state.Input.Kind != TrackKind::Motion) {
+    return;
+  }
+  const auto tell = [&](const MessageKind& kind) {
+    const std::string& path = state.Input.Video[state.Picture.File].Path;
+    const auto seconds = static_cast<double>(fields * state.Timing.FramePeriod) / 180000;
+    return MessageOf(kind, state.Pictures.PlaceOf(state.Picture), path, seconds, RepeatSequenceLine(path));
+  };
+  if (state.LongVobusTold == 0) {
+    state.LongVobusTold = 1;
+    state.Build.Ui.Tell(tell(message::SequencesApart));
+  }
+  if (state.LongVobusTold == 1 && fields > 2 * UnsearchableSeconds * state.Timing.FramesPerSecond) {
+    state.LongVobusTold = 2;
+    RefuseOrWarn(state.Build, tell(message::SequencesFarApart));
+  }
+}
 
 void CheckGopLength(const MuxState& state) {
   if (state.Picture.TemporalReference <= state.Timing.MostTemporalReference) {
@@ -74,6 +107,22 @@ void WarnOfDamage(const MuxState& state) {
     const std::string& path = state.Input.Video[damage.File].Path;
     state.Build.Ui.Tell(
         MessageOf(*damage.Kind, fmt::format("{}@{}", path, damage.Offset), path, damage.Count));
+  }
+}
+
+void WarnOfDamagedSound(const MuxState& state) {
+  for (const AudioState& stream : state.Audio) {
+    if (stream.Changed) {
+      state.Build.Ui.Tell(*stream.Changed);
+    }
+    const Ac3Damage damage = stream.Source.Damage();
+    if (damage.Places > 0) {
+      const std::string& first = stream.Source.FirstDamage();
+      const double seconds = static_cast<double>(damage.Lost * stream.FrameTicks) / 90000;
+      state.Build.Ui.Tell(MessageOf(message::AudioDamaged, first, stream.Input->StreamNumber,
+                                    state.Input.Name, damage.Places, first, damage.Bytes, damage.Lost,
+                                    seconds));
+    }
   }
 }
 

@@ -7,6 +7,13 @@
 
 namespace quorvelant {
 
+// Of a disc that does not play as its project says: ends the build by rules that refuse such a disc,
+// otherwise warns.
+void RefuseOrWarn(MuxBuild& build, Message message);
+
+// Tells where a film's sequence headers stand so far apart that it can't be searched.
+void CheckSequenceDistance(MuxState& state);
+
 // The GOP of the current picture is longer than players take: ends the build.
 void CheckGopLength(const MuxState& state);
 
@@ -24,6 +31,9 @@ void WarnOfCutPicture(const MuxState& state);
 
 // Warns of damaged pictures: once a kind and file, with the first place and the count.
 void WarnOfDamage(const MuxState& state);
+
+// Warns of sound files that hold bytes of no frame.
+void WarnOfDamagedSound(const MuxState& state);
 
 // Warns of sound that is more than a second shorter or longer than the picture, which ends at `endPts`.
 void WarnOfAudioLengths(MuxState& state, std::int64_t endPts);

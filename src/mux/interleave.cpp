@@ -43,6 +43,22 @@ void LimitToTrackEnd(MuxState& state) {
   }
 }
 
+// The stream that is furthest behind by a sector or more: it would get one pack for every pack of video,
+// which is too little for PCM of much more than half the mux rate.
+NextSector OverdueStream(const MuxState& state) {
+  NextSector overdue;
+  Clock earliest = state.LastScr - SectorTicks + Clock{1};
+  for (std::size_t i = 0; state.Build.Rules.OverdueAudioGoesFirst && i < state.Audio.size(); ++i) {
+    const AudioState& stream = state.Audio[i];
+    const bool waits = state.AudioLimit && stream.Claim().NextPts >= *state.AudioLimit;
+    if (!waits && stream.NextScr.Units > 0 && stream.PacksSent > 1 && stream.Due < earliest) {
+      earliest = stream.Due;
+      overdue = {SectorKind::Audio, i};
+    }
+  }
+  return overdue;
+}
+
 }  // namespace
 
 Clock InterleaveAudio(MuxState& state, Clock videoScr) {
@@ -52,7 +68,10 @@ Clock InterleaveAudio(MuxState& state, Clock videoScr) {
   LimitToTrackEnd(state);
   Claims claims;
   for (;;) {
-    const NextSector next = NextSectorKind({}, videoScr, ClaimsOf(state, claims), state.AudioLimit);
+    NextSector next = NextSectorKind({}, videoScr, ClaimsOf(state, claims), state.AudioLimit);
+    if (next.Kind != SectorKind::Audio) {
+      next = OverdueStream(state);
+    }
     if (next.Kind != SectorKind::Audio) {
       return std::max(videoScr, state.LastScr + SectorTicks);
     }

@@ -42,6 +42,21 @@ inline constexpr MessageKind PictureTooLong{
 inline constexpr MessageKind PictureSizeChanges{
     "picture-size-changes", Severity::Error, MuxErrorTitle,
     "The picture size changes from {}x{} to {}x{} in the video file {}. A track has one picture size."};
+inline constexpr MessageKind SequenceChanges{"sequence-changes", Severity::Error, MuxErrorTitle,
+                                             "The video file {} changes at byte {} from {} to {}. A disc has "
+                                             "one of each for all of its titles' tracks: "
+                                             "players would show the rest in the wrong shape or at the wrong "
+                                             "speed. Make it a track of its own, in a title "
+                                             "set of its own."};
+inline constexpr MessageKind SequencesApart{"sequences-apart", Severity::Warning, "Video Source",
+                                            "In the video file {} no sequence header comes within {:.1f} "
+                                            "seconds: players search in coarse steps there, "
+                                            "or stutter. This repeats the headers: {}"};
+inline constexpr MessageKind SequencesFarApart{
+    "sequences-far-apart", Severity::Error, MuxErrorTitle,
+    "In the video file {} no sequence header comes within {:.1f} seconds: nothing in between can be searched "
+    "or "
+    "jumped to, and many players stop. This repeats the headers: {}"};
 inline constexpr MessageKind LastPictureCut{
     "last-picture-cut", Severity::Warning, "Video Source",
     "The video file {} ends within a picture: its last picture is incomplete."};
@@ -91,6 +106,15 @@ inline constexpr MessageKind AudioFrameMissing{"audio-frame-missing", Severity::
 inline constexpr MessageKind AudioRateChanges{
     "audio-rate-changes", Severity::Error, MuxErrorTitle,
     "The audio file {} changes its sample rate. A disc carries 48 kHz alone."};
+inline constexpr MessageKind AudioChanges{
+    "audio-changes", Severity::Error, MuxErrorTitle,
+    "The audio file {} changes at byte {} from {} to {}. Players keep to what a stream begins with: the rest "
+    "would play out of time, or not at all. Encode the whole file anew, of one kind."};
+inline constexpr MessageKind AudioDamaged{
+    "audio-damaged", Severity::Warning, "Audio Source",
+    "Audio stream {} of track \"{}\": {} places of its files are damaged, the first in {}. {} bytes are no "
+    "sound and were left out; for {} lost frames ({:.2f} seconds) the frame before is heard again. Take the "
+    "sound from its source anew."};
 inline constexpr MessageKind PcmUnfit{
     "pcm-unfit", Severity::Error, MuxErrorTitle,
     "Audio stream {} of track \"{}\": PCM sound of {} bits, {} kHz and {} channels can't go on a disc."};
@@ -108,9 +132,13 @@ inline constexpr MessageKind SubtitleNotMade{"subtitle-not-made", Severity::Erro
 
 // Chapter marks.
 inline constexpr MessageKind MarkOpensNoCell{
-    "mark-opens-no-cell", Severity::Warning, ChapterMarkTitle,
-    "Scene \"{}\" of track \"{}\" opens no cell: its mark at frame {} has no sequence header of its own "
-    "behind it. Players can't jump to it."};
+    "mark-opens-no-cell", Severity::Error, ChapterMarkTitle,
+    "Scene \"{}\" of track \"{}\" opens no cell: its mark at frame {} {}. Players can't jump to it. {}"};
+inline constexpr MessageKind MarkBeyondCells{
+    "mark-beyond-cells", Severity::Error, ChapterMarkTitle,
+    "Scene \"{}\" of track \"{}\" opens no cell: its mark at frame {} comes after the {} cells that a track "
+    "has "
+    "room for. Players can't jump to it. Remove marks, or cut the track in two."};
 inline constexpr MessageKind MarkWithinSlide{
     "mark-within-slide", Severity::Warning, ChapterMarkTitle,
     "Scene \"{}\" of track \"{}\" begins within a slide, at frame {}: its cell opens at frame {}, and no "

@@ -68,6 +68,7 @@ struct MuxState {
   bool ReferencePairOpen = false;               // the last of them is a first field
   std::vector<std::size_t> FirstUnsynced = {};  // per stream of Audio: first VOBU without an audio pack
 
+  int LongVobusTold = 0;  // 1: that a VOBU is long; 2: that it is too long to be searched
   std::uint64_t BytesSinceProgress = 0;
 
   std::int64_t FieldsBeforePicture() const {

@@ -1,5 +1,7 @@
 #include "mux/mux_track.h"
 
+#include <utility>
+
 #include "codec/still_encoder.h"
 #include "mux/failures.h"
 #include "mux/messages.h"
@@ -31,7 +33,8 @@ MuxState SetUp(const MuxInput& input, MuxBuild& build, VobOutput& output, const 
                                .MostGopFields = timing.MostGopFields,
                                .RemoveEndCodes = build.RemoveSeqEnd,
                                .EndEachFile = input.Kind != TrackKind::Motion,
-                               .EncodeStill = StillEncoderOf(input, build)}},
+                               .EncodeStill = StillEncoderOf(input, build),
+                               .Refuse = [&build](Message why) { RefuseOrWarn(build, std::move(why)); }}},
                  .Audio = OpenAudioStreams(build.Files, input, build.Rules),
                  .Subpictures = OpenSubpictures(input, build.Rules),
                  .Schedule = DecodeSchedule(timing)};
@@ -89,6 +92,7 @@ void WriteTrack(MuxState& state, VobSetRecords& records) {
     if (!motion) {
       OpenSlide(state);
     }
+    CheckSequenceDistance(state);
     WritePicture(state);
     EndPicture(state);
     if (!motion && state.Picture.LastOfFile) {

@@ -67,6 +67,7 @@ struct MuxMark {
   std::string Name;
   std::uint32_t UopMask = 0;
   bool HoldsByStillTime = false;
+  bool Plays = true;  // a cell of the domain plays the scene
 };
 
 // A track as the multiplexer sees it. Nothing here is written to.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 #include <utility>
 
 #include "disc/start_code_search.h"
@@ -21,6 +22,18 @@ constexpr std::size_t ReadBytes = std::size_t{128} << 10;
 constexpr std::size_t WindowBytes = std::size_t{2} << 20;
 constexpr std::size_t MostUnitBytes = std::size_t{4} << 20;  // the player's buffer is 232 KiB
 constexpr std::size_t MostWindowBytes = std::size_t{24} << 20;
+
+// ISO/IEC 13818-2 tables 6-3 and 6-4.
+std::string WordsOfShape(unsigned shape) {
+  constexpr std::array<std::string_view, 5> Aspects{"", "square pixels", "4:3", "16:9", "2.21:1"};
+  constexpr std::array<std::string_view, 9> Rates{"",   "23.976", "24",    "25", "29.97",
+                                                  "30", "50",     "59.94", "60"};
+  const unsigned aspect = shape >> 4U;
+  const unsigned rate = shape & 0xFU;
+  const bool known = aspect > 0 && aspect < Aspects.size() && rate > 0 && rate < Rates.size();
+  return known ? fmt::format("{} with {} pictures a second", Aspects.at(aspect), Rates.at(rate))
+               : fmt::format("the unknown codes {} and {}", aspect, rate);
+}
 
 }  // namespace
 
@@ -210,6 +223,19 @@ void PictureSource::TakeSequenceHeader(std::uint64_t at) {
   }
   pictureSize_ = size;
   damage_.Height(static_cast<int>(size & 0xFFFU));
+  CheckShape(at);
+}
+
+// aspect_ratio_information (4 bits), frame_rate_code (4). Files that differ were judged before.
+void PictureSource::CheckShape(std::uint64_t at) {
+  const unsigned shape = ByteAt(at + 7);
+  if (coming_.File == shapeFile_ && shape != shape_ && options_.Refuse) {
+    options_.Refuse(MessageOf(message::SequenceChanges, PlaceAt(coming_.File, at),
+                              (*list_)[coming_.File].Path, at - fileStart_[coming_.File],
+                              WordsOfShape(shape_), WordsOfShape(shape)));
+  }
+  shape_ = shape;
+  shapeFile_ = coming_.File;
 }
 
 // temporal_reference (10 bits), picture_coding_type (3), vbv_delay (16).

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/bytes.h"
+#include "base/message.h"
 #include "mux/coded_picture.h"
 #include "mux/mux_track.h"
 #include "mux/source_window.h"
@@ -43,6 +44,8 @@ class PictureSource {
     bool EndEachFile = false;    // with a sequence end code: stills and slides stand alone
     // Makes a coded picture of a file that is a bitmap.
     std::function<Bytes(const MuxVideoFile&)> EncodeStill = {};
+    // Takes what a player would not follow; it returns where the track goes on all the same.
+    std::function<void(Message)> Refuse = {};
   };
   PictureSource(Random& files, const std::vector<MuxVideoFile>& list, Options options);
 
@@ -69,6 +72,7 @@ class PictureSource {
   std::optional<std::uint64_t> NextStartCode();
   bool TakeStartCode(std::uint64_t at);
   void TakeSequenceHeader(std::uint64_t at);
+  void CheckShape(std::uint64_t at);
   void TakePictureHeader(std::uint64_t at);
   void TakeExtension(std::uint64_t at);
   void TakeEndCode(std::uint64_t at);
@@ -102,9 +106,11 @@ class PictureSource {
   unsigned lastSlice_ = 0;                // macroblock row of the coming picture's latest slice, from 1
   unsigned codingType_ = 0;               // picture_coding_type of the coming picture as it stands
   VideoDamage damage_;
-  unsigned lowestFrameSlice_ = 0;  // the greatest row met in frame pictures
-  unsigned lowestFieldSlice_ = 0;  // and in field pictures
-  std::uint32_t pictureSize_ = 0;  // width and height of the first sequence header
+  unsigned lowestFrameSlice_ = 0;            // the greatest row met in frame pictures
+  unsigned lowestFieldSlice_ = 0;            // and in field pictures
+  unsigned shape_ = 0;                       // aspect and picture rate of the latest one, as coded
+  std::size_t shapeFile_ = ~std::size_t{0};  // the file that it stands in
+  std::uint32_t pictureSize_ = 0;            // width and height of the first sequence header
 };
 
 }  // namespace quorvelant

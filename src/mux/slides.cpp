@@ -113,8 +113,11 @@ void OpenSlide(MuxState& state) {
 void HoldSlide(MuxState& state) {
   const std::int64_t end = state.Slides.StartFields + 2 * state.Slides.Frames[state.Slides.File];
   const bool waits = IsLastFile(state) && state.Input.Infinite;
-  while (waits || state.ElapsedFields < end) {
-    const std::int64_t left = end - state.ElapsedFields;
+  if (!waits && state.ElapsedFields >= end && !state.Build.Rules.ShortSlidesEndTheirVobu) {
+    return;
+  }
+  do {
+    const std::int64_t left = std::max(end - state.ElapsedFields, std::int64_t{0});
     // A picture of three fields leaves half a frame over.
     const std::int64_t step =
         waits ? 2 * std::int64_t{state.Timing.SlideGopFrames - 1} : 2 * StepOf(state, left / 2) + left % 2;
@@ -131,7 +134,7 @@ void HoldSlide(MuxState& state) {
     WarnOfMarkInSlide(state, ends);
     OpenHeldVobu(state, wanted);
     LetAudioIntoVobu(state);
-  }
+  } while (waits || state.ElapsedFields < end);
 }
 
 }  // namespace quorvelant

@@ -22,6 +22,17 @@ ByteSpan SlidingWindow::Room(std::size_t bytes) {
   return ByteSpan(buffer_).subspan(end_);
 }
 
+void SlidingWindow::Replace(std::size_t at, std::size_t removed, ByteView inserted) {
+  if (inserted.size() > removed) {
+    Room(inserted.size() - removed);
+  }
+  const ByteSpan from = ByteSpan(buffer_).subspan(begin_ + at);
+  const std::size_t rest = end_ - begin_ - at - removed;
+  std::memmove(from.data() + inserted.size(), from.data() + removed, rest);
+  std::ranges::copy(inserted, from.begin());
+  end_ = end_ - removed + inserted.size();
+}
+
 SourceFile::SourceFile(SourceFile&& other) noexcept
     : files_(other.files_),
       slot_(other.slot_),

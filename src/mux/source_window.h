@@ -22,6 +22,8 @@ class SlidingWindow {
   // Room for at least `bytes` after what is held, which may move; the window grows if it must.
   ByteSpan Room(std::size_t bytes);
   void Added(std::size_t bytes) { end_ += bytes; }
+  // Puts other bytes in the place of `removed` of those held, from `at` on.
+  void Replace(std::size_t at, std::size_t removed, ByteView inserted);
 
  private:
   Bytes buffer_;

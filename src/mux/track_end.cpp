@@ -4,6 +4,7 @@
 
 #include "mux/failures.h"
 #include "mux/interleave.h"
+#include "mux/missed_marks.h"
 #include "mux/mux_fault.h"
 #include "mux/nav_pack.h"
 #include "mux/vobus.h"
@@ -45,8 +46,9 @@ void EndTrack(MuxState& state, VobSetRecords& records) {
   DrainAudio(state, endPts);
   CloseRecords(state, endPts);
   WarnOfDamage(state);
+  WarnOfDamagedSound(state);
   WarnOfAudioLengths(state, endPts);
-  WarnOfMissedMarks(state, state.NextMark, state.Input.Marks.size());
+  ReportMissedMarks(state, state.NextMark, state.Input.Marks.size());
   if (!state.Output.DryRun()) {
     WriteNavPacks(state, endPts);
   }

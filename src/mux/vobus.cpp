@@ -1,11 +1,11 @@
 #include "mux/vobus.h"
 
 #include <algorithm>
-#include <limits>
 
+#include "disc/limits.h"
 #include "mux/failures.h"
 #include "mux/interleave.h"
-#include "mux/messages.h"
+#include "mux/missed_marks.h"
 #include "mux/pack_header.h"
 #include "mux/padding_packet.h"
 #include "mux/vobu_decision.h"
@@ -120,13 +120,13 @@ void BeginMarkedCell(MuxState& state, std::int64_t fields) {
   while (NextMarkFields(state) && *NextMarkFields(state) <= fields) {
     ++state.NextMark;
   }
-  WarnOfMissedMarks(state, missed, state.NextMark);
   EndCell(state, state.Vobus.back().EndPts, fields);
   BeginCell(state, mark, fields);
+  ReportMissedMarks(state, missed, state.NextMark);
 }
 
 bool RoomForCell(const MuxState& state) {
-  return state.Cells.size() < std::numeric_limits<std::uint8_t>::max();
+  return state.Cells.size() < MostCells;
 }
 
 // Players wait the length of a cell once more where its last VOBU is a navigation pack alone.
@@ -147,8 +147,8 @@ void OpenVob(MuxState& state) {
   while (NextMarkFields(state) && *NextMarkFields(state) <= 0) {
     ++state.NextMark;
   }
-  WarnOfMissedMarks(state, 1, state.NextMark);
   BeginCell(state, 0, 0);
+  ReportMissedMarks(state, 1, state.NextMark);
   BeginVobu(state, {}, 0, true);
 }
 
@@ -220,13 +220,6 @@ void CloseRecords(MuxState& state, std::int64_t endPts) {
   PadLoneNavPack(state);
   EndVobu(state, endPts);
   EndCell(state, endPts, state.ElapsedFields);
-}
-
-void WarnOfMissedMarks(const MuxState& state, std::size_t first, std::size_t last) {
-  for (std::size_t i = first; i < last && i < state.Input.Marks.size(); ++i) {
-    const MuxMark& mark = state.Input.Marks[i];
-    state.Build.Ui.Tell(MessageOf(message::MarkOpensNoCell, {}, mark.Name, state.Input.Name, mark.Frame));
-  }
 }
 
 }  // namespace quorvelant

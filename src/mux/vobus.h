@@ -26,7 +26,4 @@ void NoteAudioPack(MuxState& state, std::size_t index, std::uint32_t sector, std
 // Gives the last VOBU and the last cell their ends: the last sector written and the time `endPts`.
 void CloseRecords(MuxState& state, std::int64_t endPts);
 
-// Warns of the marks from `first` up to `last` that open no cell.
-void WarnOfMissedMarks(const MuxState& state, std::size_t first, std::size_t last);
-
 }  // namespace quorvelant

@@ -5,6 +5,7 @@
 
 #include "base/random.h"
 #include "base/timecode.h"
+#include "model/held_cells.h"
 #include "model/walk.h"
 
 namespace quorvelant {
@@ -85,11 +86,12 @@ std::vector<SPURecord> PrepareSPURecords(const SubtitleStream& stream, const std
   return records;
 }
 
-std::vector<bool> ScenesWithStillTime(const Project& project, std::size_t trackIndex) {
+std::vector<bool> ScenesWithStillTime(const Project& project, std::size_t trackIndex, const Rules& rules) {
+  const HeldCells held(project, rules);
   std::vector<bool> holds(project.Tracks[trackIndex].Scenes.size());
   for (const auto& place : LivePgcs(project)) {
     for (const Cell_P* cell : LiveCells(*place.Chain)) {
-      if (cell->StillTime > 0 && cell->SegmentUsed == static_cast<std::int64_t>(trackIndex) &&
+      if (held.Has(*cell) && cell->SegmentUsed == static_cast<std::int64_t>(trackIndex) &&
           cell->pScene >= 0 && static_cast<std::size_t>(cell->pScene) < holds.size()) {
         holds[static_cast<std::size_t>(cell->pScene)] = true;
       }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/rules.h"
 #include "model/project.h"
 #include "subpicture/spu_record.h"
 
@@ -46,7 +47,7 @@ std::vector<SPURecord> PrepareSPURecords(const SubtitleStream& stream, const std
 
 // Of each scene of the track: whether a cell of the disc that plays it, in a title or a menu, has a still
 // time.
-std::vector<bool> ScenesWithStillTime(const Project& project, std::size_t trackIndex);
+std::vector<bool> ScenesWithStillTime(const Project& project, std::size_t trackIndex, const Rules& rules);
 
 // Of each play of the stream: whether its picture keeps without a stop. It does when it is the last that
 // starts within its scene, has no stop time of its own, and a cell holds that scene.

@@ -48,8 +48,10 @@ TEST_F(MuxFailures, AFaultIsOneMessageThatNamesFileAndPlace) {
   const std::string whole = TempFolder::Read(video);
   const std::string cut = Folder.Write("cut", whole.substr(0, whole.size() - 3000));
   const MuxAudioStream sound = Ac3Stream(SampleAc3({.Seconds = 3}));
-  Bytes changed = FileBytes(sound.Paths[0]);
-  changed[768 * 10 + 4] |= 0x40;
+  Bytes damaged = FileBytes(sound.Paths[0]);
+  damaged[768 * 10] = 0;
+  const Bytes changed =
+      StreamBuilder().Raw(damaged).Raw(FileBytes(SampleAc3({.Rate = 44100, .Seconds = 1}))).Data();
   MuxAudioStream early = sound;
   early.DelayMs = -2000;
   MuxAudioStream gone = sound;
@@ -88,7 +90,11 @@ TEST_F(MuxFailures, AFaultIsOneMessageThatNamesFileAndPlace) {
       {message::AudioTooShort, with(video, lasting(1.5)), "stream 0 of track \"Film\" ends 1.5 s", "@"},
       {message::AudioTooLong, with(video, lasting(5)), "stream 0 of track \"Film\" is 2.0 s", "@"},
       {message::AudioFrameMissing, with(video, Ac3Stream(Folder / "noise")), "noise", ""},
-      {message::AudioRateChanges, with(video, Ac3Stream(Saved(Folder, changed, "rate"))), "rate", ""},
+      {message::AudioChanges, with(video, Ac3Stream(Saved(Folder, changed, "rate"))),
+       "from 192 kbit/s, 48 kHz, 2 channels to 192 kbit/s, 44.1 kHz, 2 channels",
+       fmt::format("rate@{}$", damaged.size())},
+      {message::AudioDamaged, with(video, Ac3Stream(Saved(Folder, damaged, "torn"))),
+       "768 bytes are no sound and were left out; for 1 lost frames (0.03 seconds)", "torn@7680$"},
       {message::AudioDelayUnfit, with(video, early), "-2000 ms", ""},
       {message::MuxSourceShrunk, with(video, gone), "ends at byte", ""},
       {message::PcmUnfit, with(video, PcmStream(video, 18, 2)), "18 bits, 48 kHz and 2 channels", ""},

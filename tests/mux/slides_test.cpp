@@ -87,6 +87,8 @@ TEST_F(Slides, LastAsToldAndStepByTheRules) {
       {false, Rules::Players, {31, 30}, {0, 31}, {12, 19, 12, 18}},
       {false, Rules::Classic, {31, 30}, {0, 31}, {12, 11, 8, 12, 18}},
       {false, Rules::Classic, {18, 24}, {0, 18}, {18, 24}},
+      {false, Rules::Players, {1, 30, 1}, {0, 1, 31}, {1, 12, 18, 1}},
+      {false, Rules::Classic, {1, 30}, {0, 1}, {13, 18}},
       {true, Rules::Players, {40, 30}, {0, 40}, {15, 25, 30}},
       {true, Rules::Classic, {40, 0, 31}, {0, 40, 55}, {15, 14, 11, 15, 15, 16}},
   };

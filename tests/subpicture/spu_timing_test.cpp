@@ -92,8 +92,13 @@ TEST(SpuTiming, TheLastOfASceneStaysWhereACellHoldsTheScene) {
   cell.SegmentUsed = 1;
   cell.pScene = 1;
   cell.StillTime = 255;
-  EXPECT_EQ(ScenesWithStillTime(project, 1), (std::vector<bool>{false, true}));
-  EXPECT_TRUE(ScenesWithStillTime(project, 0).empty());
+  EXPECT_EQ(ScenesWithStillTime(project, 1, Rules::Players), (std::vector<bool>{false, true}));
+  cell.StillTime = 0;  // the chain's own does the same to its last cell
+  project.Disc.Item(1)->Title.Item(1)->PGC.Item(1)->StillTime = 5;
+  for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+    EXPECT_EQ(ScenesWithStillTime(project, 1, rules), (std::vector<bool>{false, rules.ChainStillHolds}));
+  }
+  EXPECT_TRUE(ScenesWithStillTime(project, 0, Rules::Players).empty());
 }
 
 }  // namespace
