@@ -3,6 +3,7 @@
 #include "analysis/picture_index.h"
 #include "app/messages.h"
 #include "author/author.h"
+#include "check/check.h"
 #include "edit/chapter_analysis.h"
 #include "edit/file_scanner.h"
 #include "platform/platform_pictures.h"
@@ -27,7 +28,11 @@ bool Load(const std::string& script, bool analyse, Project& project, UserInterfa
   for (const CommandError& row : result.Commands.Errors) {
     ui.Tell(MessageOf(message::CommandErrorRow, {}, ErrorLine(row)));
   }
-  return result.MayAuthor();
+  const Findings findings = result.Loaded ? CheckProject(project, SwitchFormRules) : Findings{};
+  for (const Message& finding : findings) {
+    ui.Tell(finding);
+  }
+  return result.MayAuthor() && !HasErrors(findings);
 }
 
 }  // namespace

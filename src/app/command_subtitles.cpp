@@ -21,12 +21,12 @@
 #include "base/rules.h"
 #include "base/text.h"
 #include "edit/file_scanner.h"
+#include "edit/import_subtitles.h"
 #include "edit/new_track.h"
 #include "model/cls_dvd.h"
 #include "model/walk.h"
 #include "script/script_reader.h"
 #include "script/script_writer.h"
-#include "subtitle/subtitle_script.h"
 
 namespace quorvelant {
 

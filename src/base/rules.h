@@ -19,6 +19,22 @@ struct Rules {
   // counted, and commands lead a program too far.
   bool EmptyProgramsUncounted = false;
 
+  // script. A stream that a title's custom policy does not name is available; traditionally it is not.
+  bool UnnamedStreamsAvailable = false;
+  // script. Blanks around a value of the vocabulary do not count; traditionally they make it another word.
+  bool BlanksAroundWords = false;
+  // script. A 16:9 track without a display mode is letterboxed on 4:3 screens; traditionally neither display
+  // is permitted, and it shows squeezed.
+  bool WideTakesLetterbox = false;
+  // script. The origin of a subtitle places its bitmap; traditionally a display area after it does.
+  bool OriginPlacesBitmaps = false;
+  // script. All colours of a button scheme of the other dialect are its own, and its audio files are of the
+  // kind that it says; traditionally the first quad of a scheme ends it, and names tell kinds.
+  bool OtherDialectInFull = false;
+  // script. Times of a drop-frame stream of NTSC are counted as a clock shows them, whatever says that it is
+  // NTSC; traditionally only where the script of the other dialect does before the stream.
+  bool DropFramesCounted = false;
+
   // analysis. The samples of a WAV file start after its "data" chunk header; traditionally at byte 44.
   bool WavWalksToData = false;
 
@@ -73,6 +89,9 @@ struct Rules {
   // subpicture. A subtitle script may force a unit.
   bool ScriptForcesUnits = false;
 
+  // subpicture. What is see-through in a bitmap is background; traditionally it is laid on white.
+  bool SeeThroughIsBackground = false;
+
   // codec. Colours to planes round to the nearest step; traditionally they are cut.
   bool RoundColours = false;
 
@@ -85,6 +104,9 @@ struct Rules {
   // jump within one) is marked as a discontinuity and never seamless; traditionally the project's flag
   // stands alone.
   bool MarkClockRestart = false;
+  // ifo. A PGC with subtitles or buttons and without a palette of the project has a legible one;
+  // traditionally sixteen zeros, which show as dark green.
+  bool LegiblePalette = false;
   // ifo. A source that no disc can carry (MPEG-1, 50 pictures a second, 480x576) is an error; traditionally
   // whatever can be multiplexed is taken.
   bool RefusesUnfitSources = false;
@@ -117,6 +139,12 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .VmgPgcCountsWithinUnit = true,
                                       .ResumeCellCountsThroughPgc = true,
                                       .EmptyProgramsUncounted = true,
+                                      .UnnamedStreamsAvailable = true,
+                                      .BlanksAroundWords = true,
+                                      .WideTakesLetterbox = true,
+                                      .OriginPlacesBitmaps = true,
+                                      .OtherDialectInFull = true,
+                                      .DropFramesCounted = true,
                                       .WavWalksToData = true,
                                       .OneScrRounding = true,
                                       .PcmGroupsSamples = true,
@@ -135,10 +163,12 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .BitmapsAsPainted = true,
                                       .StopDelayOnClock = true,
                                       .ScriptForcesUnits = true,
+                                      .SeeThroughIsBackground = true,
                                       .RoundColours = true,
                                       .PgcLinksThroughTable = true,
                                       .PanScanSubNumbers = true,
                                       .MarkClockRestart = true,
+                                      .LegiblePalette = true,
                                       .RefusesUnfitSources = true,
                                       .AllStreamsMuxed = true,
                                       .ChainStillHolds = true,

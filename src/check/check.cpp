@@ -7,6 +7,7 @@
 #include "check/command_check.h"
 #include "check/messages.h"
 #include "check/mixed_set_check.h"
+#include "check/overlay_check.h"
 #include "check/stream_numbers.h"
 #include "check/structure_check.h"
 #include "model/keys.h"
@@ -177,6 +178,9 @@ Findings CheckProject(const Project& project, const Rules& rules) {
   Append(findings, ByRules(CheckMixedSets(project), rules));
   Append(findings, ByRules(CheckStructure(project), rules));
   Append(findings, ByRules(CheckCommandTargets(project), rules));
+  Append(findings, CheckDisplays(project, rules));
+  Append(findings, CheckPalettes(project, rules));
+  Append(findings, ByRules(CheckButtonCommands(project), rules));
   return findings;
 }
 

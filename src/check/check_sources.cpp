@@ -4,9 +4,11 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "analysis/picture_index.h"
 #include "analysis/remedies.h"
+#include "check/bitmap_head.h"
 #include "check/button_check.h"
 #include "check/messages.h"
 #include "check/play_match.h"
@@ -136,8 +138,12 @@ void SourceChecker::CheckAudio(const Track& track, std::size_t index) {
 void SourceChecker::CheckSubtitleFiles(const Track& track, std::size_t index) {
   for (std::size_t i = 0; i < track.SubStreams.size(); ++i) {
     for (const SubPicturePlay& play : track.SubStreams[i].SubPlays) {
-      if (!track.SubStreams[i].Removed && play.Used) {
-        IsThere(PlayOf(track, play.File, SubStreamKey(index, i + 1)));
+      const SourcePlay source = PlayOf(track, play.File, SubStreamKey(index, i + 1));
+      if (track.SubStreams[i].Removed || !play.Used || !IsThere(source)) {
+        continue;
+      }
+      if (auto fault = WhyNoSubtitle(play, judge_.PathOf(play.File), source.Place, source.Ntsc)) {
+        findings_.push_back(std::move(*fault));
       }
     }
   }

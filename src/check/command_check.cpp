@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "base/text.h"
 #include "check/disc_contents.h"
 #include "check/messages.h"
 #include "model/keys.h"
@@ -120,10 +121,22 @@ class CommandChecker {
   }
 
   void CheckList(const Stand& stand, const CommandList& list, const std::string& key) {
+    const auto count = static_cast<std::size_t>(std::ranges::count(list, false, &VMICommand_P::Deleted));
     for (const VMICommand_P& command : list) {
       if (!command.Deleted) {
         Check(stand, command, key);
+        CheckLine(command, count, key);
       }
+    }
+  }
+
+  // A line that the list has not ends it.
+  void CheckLine(const VMICommand_P& command, std::size_t count, const std::string& key) {
+    const std::int32_t line = TargetOf(command).Line;
+    const Missing missing = line == 0 ? Missing() : Beyond("line", line, count, "its list");
+    if (missing) {
+      findings_.push_back(MessageOf(message::TargetMissing, fmt::format("{} {}", key, command.Key),
+                                    command.FullCommand, *missing));
     }
   }
 
@@ -139,7 +152,9 @@ class CommandChecker {
     for (const Missing& missing :
          {WhatIsMissing(stand, target), WhatTimerMisses(stand, target), WhatResumeMisses(stand, target)}) {
       if (missing) {
-        findings_.push_back(MessageOf(message::TargetMissing, place(), command.FullCommand, *missing));
+        Message& finding =
+            findings_.emplace_back(MessageOf(message::TargetMissing, place(), command.FullCommand, *missing));
+        finding.Level = MenuIsThereInSome(stand, target) ? Severity::Warning : Severity::Error;
       }
     }
   }
@@ -174,9 +189,39 @@ class CommandChecker {
         return Beyond("cell", link.Number, LiveCells(stand.Chain).size(), "the PGC");
       case LinkKind::Part:
         return Beyond("part", link.Number, PartCount(*stand.Title), "the title");
+      case LinkKind::SubInstruction:
+        return WhatPgcLinkMisses(stand, link.Number);
       default:
         return std::nullopt;
     }
+  }
+
+  // The PGC that the chain itself names as its next, previous or go-up one.
+  [[nodiscard]] static Missing WhatPgcLinkMisses(const Stand& stand, std::int32_t code) {
+    const PGC_P& chain = stand.Chain;
+    switch (code) {
+      case NextPgcCode:
+        return Unnamed(stand, chain.NextPGC, "next");
+      case PrevPgcCode:
+        // A menu has none on the disc.
+        return stand.In == Titles ? Unnamed(stand, chain.PrevPGC, "previous") : std::nullopt;
+      case GoUpPgcCode:
+        return stand.In != Titles && Contains(Lower(chain.GoUpPGC), "resume")
+                   ? Missing()
+                   : Unnamed(stand, chain.GoUpPGC, "go-up");
+      default:
+        return std::nullopt;
+    }
+  }
+
+  [[nodiscard]] static Missing Unnamed(const Stand& stand, std::string_view name, std::string_view word) {
+    const std::string key = NameKey(name);
+    const auto isNamed = [&key](const PGC_P* chain) { return NameKey(chain->PGCName) == key; };
+    const auto holds = [&isNamed](const auto* unit) { return std::ranges::any_of(Live(unit->PGC), isNamed); };
+    const bool none = key.empty() || key == "none";
+    const bool found = !none && (stand.In == Titles ? std::ranges::any_of(Live(stand.Entry->Title), holds)
+                                                    : holds(stand.Language));
+    return found ? Missing() : Missing(fmt::format("the PGC has no {} one; name it in its lines", word));
   }
 
   [[nodiscard]] Missing WhatPartMisses(const VTS_P& entry, const CommandTarget& target) const {
@@ -241,6 +286,36 @@ class CommandChecker {
                ? std::nullopt
                : Missing(fmt::format(R"({} in {}: no PGC of the language "{}" has that menu type)",
                                      MenuNameOf(menu), whose, (*without)->Language));
+  }
+
+  // A menu that one language has and another has not: the disc plays in the first.
+  [[nodiscard]] bool MenuIsThereInSome(const Stand& stand, const CommandTarget& target) const {
+    const VTS_P* entry = EntryOfMenu(stand, target);
+    const auto has = [&target](const Lang_P* language) { return HasMenu(*language, target.MenuId); };
+    return entry != nullptr && std::ranges::any_of(Live(entry->Lang), has);
+  }
+
+  // Whose menu a jump or call leads to; nullptr where it leads elsewhere, or to what is not there.
+  [[nodiscard]] const VTS_P* EntryOfMenu(const Stand& stand, const CommandTarget& target) const {
+    const bool system = target.What == Instruction::JumpSs || target.What == Instruction::CallSs;
+    if (!system || target.ResumeCell > 0) {
+      return nullptr;
+    }
+    if (target.Space == SystemSpace::TitleMenu) {
+      return project_.Disc.Item(1);
+    }
+    if (target.Space != SystemSpace::SetMenu) {
+      return nullptr;
+    }
+    if (target.What == Instruction::CallSs) {
+      return stand.Entry;
+    }
+    const auto& sets = contents_.Sets();
+    const auto set = static_cast<std::size_t>(target.TitleSet);
+    const bool there = set >= 1 && set <= sets.size() &&
+                       (target.Title == 0 ||
+                        static_cast<std::size_t>(target.Title) <= contents_.Of(*sets[set - 1]).Titles.size());
+    return there ? sets[set - 1] : nullptr;
   }
 
   [[nodiscard]] std::size_t PgcCount(const Stand& stand) const {

@@ -69,6 +69,28 @@ inline constexpr MessageKind AspectUnlikeDomain{
     R"(The track "{}" is 4:3, and its display mode "{}" makes players show the titles of {} as 16:9, which )"
     R"(stretches it: set the mode to "Not Specified")"};
 
+// 16:9 tracks on 4:3 screens.
+inline constexpr std::string_view DisplayTitle = "Display Mode";
+inline constexpr MessageKind WideLetterboxed{
+    "wide-letterboxed", Severity::Information, DisplayTitle,
+    R"(The track "{}" is 16:9 and names no display mode: 4:3 screens show it letterboxed. To choose, write )"
+    "DisplayMode=Only LetterBox, Only PanScan or Both PanScan and LetterBox"};
+inline constexpr MessageKind WideWithoutDisplay{
+    "wide-without-display", Severity::Warning, DisplayTitle,
+    R"(The track "{}" is 16:9 and names no display mode: 4:3 screens show it squeezed. Write )"
+    "DisplayMode=Only LetterBox, and give buttons an area for it (ButtonMode2=letter, Highlight Area #2)"};
+
+// Palettes of chains: the chain's name and what it names.
+inline constexpr std::string_view PaletteTitle = "Palette";
+inline constexpr MessageKind PaletteOfChainMissing{
+    "palette-missing", Severity::Warning, PaletteTitle,
+    R"(The PGC "{}" shows subtitles or buttons, and the project has no palette "{}": they show in black, white )"
+    "and grey. Name one of its palettes in PaletteUsed"};
+inline constexpr MessageKind PaletteOfChainDark{
+    "palette-dark", Severity::Warning, PaletteTitle,
+    R"(The PGC "{}" shows subtitles or buttons, and the project has no palette "{}": all its colours show as )"
+    "dark green. Add a palette and name it in PaletteUsed"};
+
 // --- what a disc has room for: the count and the most ---
 
 inline constexpr std::string_view LimitTitle = "Disc Limit";
@@ -175,6 +197,18 @@ inline constexpr MessageKind IndexOlder{"index-older", Severity::Warning, "Sourc
 
 inline constexpr std::string_view SubtitleTitle = "Subtitle Check";
 inline constexpr MessageKind SubtitleUnfit{"subtitle-unfit", Severity::Error, SubtitleTitle, "{}"};
+inline constexpr MessageKind SubtitleNoPicture{"subtitle-no-picture", Severity::Error, SubtitleTitle,
+                                               "'{}': it is no picture, and subtitles are BMP or PNG files: "
+                                               "look whether the script names the right file"};
+inline constexpr MessageKind SubtitleOutside{
+    "subtitle-outside", Severity::Error, SubtitleTitle,
+    "'{}': no line of its {}x{} pixels lies within the screen from its corner {},{} on: mend its Origin"};
+inline constexpr MessageKind SubtitleOddPixels{
+    "subtitle-odd-pixels", Severity::Warning, SubtitleTitle,
+    "'{}': {} pixels of {} bitmaps of this stream, of which it is the first, have none of the four colours "
+    "Conversion(Bg), (P), (E1), (E2), and show as background: letters lose their edges. Draw without "
+    "smoothing, "
+    "or give each colour of the bitmap a Conversion"};
 inline constexpr MessageKind SubtitleWithoutFile{"subtitle-without-bitmap", Severity::Warning, SubtitleTitle,
                                                  "the subtitle has no bitmap"};
 inline constexpr MessageKind SubtitleIndexBeyond{"subtitle-index-beyond", Severity::Warning, SubtitleTitle,
@@ -206,6 +240,23 @@ inline constexpr MessageKind ButtonLinkMissing{
     R"(Button "{}" links to a button that does not exist, so it stays on itself: "{}")"};
 
 inline constexpr std::string_view ButtonTitle = "Button Check";
+// Of a cell: the track, its buttons and the cell's commands.
+inline constexpr MessageKind ButtonsWithoutCommand{
+    "buttons-without-command", Severity::Error, ButtonTitle,
+    R"(The track "{}" has {} buttons in this cell's scene, and the cell has {} button commands, which are dealt )"
+    "in order: the last buttons do nothing. Give each button one Button Command line"};
+inline constexpr MessageKind CommandsWithoutButton{
+    "commands-without-button", Severity::Warning, ButtonTitle,
+    R"(The track "{}" has {} buttons in this cell's scene, and the cell has {} button commands: a button has )"
+    "one, so they are dealt in order and the last ones are left out"};
+inline constexpr MessageKind ButtonCommandsUneven{
+    "button-commands-uneven", Severity::Warning, ButtonTitle,
+    R"(A Menu Play of this cell has more or fewer than one command, and the buttons of the track "{}" are dealt )"
+    "all of them in order, one each, wherever a Menu Play ends"};
+inline constexpr MessageKind ButtonCommandsDiffer{
+    "button-commands-differ", Severity::Error, ButtonTitle,
+    R"(This cell has other button commands than {1}, and both play one scene of the track "{0}", which is on the )"
+    "disc once: the buttons do what {1} says. Give this cell a track of its own"};
 inline constexpr MessageKind TooManyButtons{"too-many-buttons", Severity::Error, ButtonTitle,
                                             "{} buttons, and {} display modes leave room for {}"};
 inline constexpr MessageKind ButtonNameRepeated{"button-name-repeated", Severity::Warning, ButtonTitle,

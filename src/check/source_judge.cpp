@@ -220,13 +220,6 @@ Findings JudgeForTrack(const VideoAttributes& seen, std::string_view trackType, 
   return {};
 }
 
-bool IsPicture(std::string_view path) {
-  constexpr std::array<std::string_view, 4> Extensions{".bmp", ".png", ".jpg", ".jpeg"};
-  const std::string lower = Lower(path);
-  return std::ranges::any_of(Extensions,
-                             [&](std::string_view extension) { return lower.ends_with(extension); });
-}
-
 AudioTraits TraitsOf(const AudioAttributes& audio) {
   return {.FrameBytes = audio.FrameBytes,
           .BitRate = audio.BitRate,

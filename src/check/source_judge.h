@@ -13,6 +13,7 @@
 #include "base/rules.h"
 #include "base/user_interface.h"
 #include "check/findings.h"
+#include "model/picture_file.h"
 #include "model/tracks.h"
 
 namespace quorvelant {
@@ -78,9 +79,6 @@ class SourceJudge {
 
 // What keeps a video or bitmap from a track of that type ("Motion", "Still", "SlideShow").
 Findings JudgeForTrack(const VideoAttributes& seen, std::string_view trackType, const SourcePlay& play);
-
-// Whether a source is a picture, to be encoded when it is due, by its name.
-bool IsPicture(std::string_view path);
 
 // What a track keeps of a stream's first file.
 AudioTraits TraitsOf(const AudioAttributes& audio);

@@ -35,7 +35,9 @@ class StreamCheck {
   void CheckTimes(std::size_t entry, const PlaySpan& span, const std::optional<PlaySpan>& earlier);
   void CheckIndexes(const SPURecord& record);
   void CheckBitmap(const SPURecord& record);
-  void MakeUnitOf(const SPURecord& record) const;
+  void MakeUnitOf(const SPURecord& record);
+  void CountOddPixels(const SPURecord& record, const EncodedBitmap& bitmap);
+  void TellOddPixels();
 
   template <class... Values>
   void Add(const MessageKind& kind, std::size_t entry, const Values&... values) {
@@ -48,6 +50,9 @@ class StreamCheck {
   std::string place_;
   const SubtitleChecks& context_;
   Findings findings_;
+  std::size_t oddBitmaps_ = 0;
+  std::size_t oddPixels_ = 0;
+  std::size_t firstOdd_ = 0;  // entry
 };
 
 // A start against the one before it, and the end of what is before it.
@@ -85,16 +90,31 @@ void StreamCheck::CheckIndexes(const SPURecord& record) {
 }
 
 // Raises what hinders the unit's making.
-void StreamCheck::MakeUnitOf(const SPURecord& record) const {
+void StreamCheck::MakeUnitOf(const SPURecord& record) {
   const bool ntsc = times_.IsNtsc();
   if (const EncodedBitmap* coded = context_.Coded != nullptr ? context_.Coded->Find(record, ntsc) : nullptr) {
     MakeUnit(record, *coded);
+    CountOddPixels(record, *coded);
     return;
   }
   const EncodedBitmap bitmap = LoadSPUBitmap(context_.Pictures, record, ntsc, context_.Rules);
   MakeUnit(record, bitmap);
+  CountOddPixels(record, bitmap);
   if (context_.Coded != nullptr) {
     context_.Coded->Keep(record, ntsc, bitmap);
+  }
+}
+
+void StreamCheck::CountOddPixels(const SPURecord& record, const EncodedBitmap& bitmap) {
+  if (bitmap.OddPixels > 0) {
+    firstOdd_ = oddBitmaps_++ == 0 ? record.Entry : firstOdd_;
+    oddPixels_ += bitmap.OddPixels;
+  }
+}
+
+void StreamCheck::TellOddPixels() {
+  if (oddBitmaps_ > 0) {
+    Add(message::SubtitleOddPixels, firstOdd_, stream_.SubPlays[firstOdd_].File, oddPixels_, oddBitmaps_);
   }
 }
 
@@ -138,6 +158,7 @@ Findings StreamCheck::Run() {
     CheckIndexes(record);
     CheckBitmap(record);
   }
+  TellOddPixels();
   return std::move(findings_);
 }
 

@@ -3,6 +3,7 @@
 #include "analysis/messages.h"
 #include "analysis/quick_scan.h"
 #include "base/file_text.h"
+#include "model/picture_file.h"
 
 namespace quorvelant {
 
@@ -26,7 +27,8 @@ std::optional<VideoTraits> FileScanner::Video(const std::string& path) const {
   if (!seen) {
     return std::nullopt;
   }
-  return VideoTraits{seen->Info.Standard, seen->Resolution, seen->Info.Aspect, seen->Info.Coding};
+  return VideoTraits{seen->Info.Standard, seen->Resolution, seen->Info.Aspect, seen->Info.Coding,
+                     IsPicture(path)};
 }
 
 std::optional<AudioTraits> FileScanner::Audio(const std::string& path, std::string_view format) const {

@@ -3,10 +3,10 @@
 #include "analysis/disc_fit.h"
 #include "check/messages.h"
 #include "check/source_judge.h"
+#include "edit/import_subtitles.h"
 #include "edit/messages.h"
 #include "edit/new_track.h"
 #include "model/walk.h"
-#include "subtitle/subtitle_script.h"
 
 namespace quorvelant {
 

@@ -90,4 +90,34 @@ inline constexpr MessageKind AskErrorListFile{"ask-error-list-file", Severity::I
 inline constexpr MessageKind ErrorListUnwritten{"error-list-unwritten", Severity::Error, "Command Error",
                                                 "Unable to write the error list: {}"};
 
+// --- the import of subtitle scripts; those of severity Information with a "?" are questions ---
+
+inline constexpr MessageKind SubtitlesNotOpened{
+    "subtitles-not-opened", Severity::Error, "Sub Import Error",
+    "The subtitle script cannot be opened. Is there a file of that name, and may you read it?"};
+inline constexpr MessageKind SubtitlesTooLarge{"subtitles-too-large", Severity::Error, "Sub Import Error",
+                                               "The subtitle script is larger than 16 MB"};
+inline constexpr MessageKind SubtitlesEmpty{"subtitles-empty", Severity::Warning, "Sub Import Error",
+                                            "The subtitle script has no entries"};
+inline constexpr MessageKind SubtitleLinePassedOver{
+    "subtitle-line-passed-over", Severity::Warning, "Sub Import Error",
+    "This line of the list is passed over: a number, a start, an end and a file name with tabs between are "
+    "expected"};
+
+inline constexpr MessageKind PaletteNameTaken{"palette-name-taken", Severity::Error, "New Palette Error",
+                                              "This palette name already exists - reselect"};
+
+inline constexpr MessageKind PaletteImport{
+    "palette-import", Severity::Information, "Import Palette",
+    "This sst file has a palette included - would you like to import it?"};
+inline constexpr MessageKind PaletteNew{"palette-new", Severity::Information, "New Palette",
+                                        "What is the name of your new Palette?"};
+inline constexpr MessageKind PaletteUsedByChains{
+    "palette-used-by-pgcs", Severity::Information, "New Palette",
+    "{} of the PGCs that show the track take the palette \"{}\""};
+inline constexpr MessageKind PaletteKeptByChains{"palette-kept-by-pgcs", Severity::Warning, "New Palette",
+                                                 "These PGCs show the track and keep the palette that they "
+                                                 "have: {}. The subtitles show in its colours; for "
+                                                 "their own, name \"{}\" in PaletteUsed"};
+
 }  // namespace quorvelant::message

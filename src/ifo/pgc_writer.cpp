@@ -10,6 +10,7 @@
 #include "disc/limits.h"
 #include "disc/pgc_layout.h"
 #include "ifo/attributes.h"
+#include "model/chain_palette.h"
 
 namespace quorvelant {
 namespace {
@@ -217,13 +218,15 @@ std::uint8_t PlaybackMode(const PGC_P& chain) {
   return chain.PlayBackMode == PlayBack::Shuffle ? count | 0x80 : count;
 }
 
-void PutPalette(const PGC_P& chain, const Project& disc, ByteSpan bytes) {
-  const Palette_P* palette = Live(chain.PG).empty() ? nullptr : disc.Palettes.Item(chain.PaletteName);
-  if (palette == nullptr || !IsLive(*palette)) {
+void PutPalette(const PGC_P& chain, const EntryRecords& records, ByteSpan bytes) {
+  const Palette_P* palette = Live(chain.PG).empty() ? nullptr : PaletteOf(chain, records.Disc);
+  const bool legible = records.Rules.LegiblePalette && ShowsOverlay(chain, records.Disc.Tracks);
+  if (palette == nullptr && !legible) {
     return;
   }
-  for (std::size_t i = 0; i < palette->PaletteColors.size(); ++i) {
-    Put(bytes, pgc::Palette, PaletteEntry(palette->PaletteColors[i]), i);
+  const auto& colors = palette == nullptr ? LegiblePalette : palette->PaletteColors;
+  for (std::size_t i = 0; i < colors.size(); ++i) {
+    Put(bytes, pgc::Palette, PaletteEntry(colors[i]), i);
   }
 }
 
@@ -255,7 +258,7 @@ Bytes BuildPgc(const PGC_P& chain, const PgcPlace& place) {
     Put(bytes, pgc::PlaybackMode, disc::Number{PlaybackMode(chain)});
   }
   Put(bytes, pgc::StillTime, disc::Number{static_cast<std::uint8_t>(chain.StillTime)});
-  PutPalette(chain, records.Disc, bytes);
+  PutPalette(chain, records, bytes);
   AppendCommands(chain, bytes);
   AppendContent(ContentOf(chain, domain, records.Ntsc), records.Rules, records.Ntsc, bytes);
   return bytes;

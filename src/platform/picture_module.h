@@ -1,6 +1,7 @@
 // The border between the program and its module of picture services.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -25,13 +26,14 @@ struct DecodedPicture {
 // values.
 struct PictureModule {
   int Revision;  // of this table
-  DecodedPicture (*Decode)(ByteView file, const SizeJudge& judge);
+  // See-through parts are laid on white; with `background` as `PictureLoader::LoadOver` has it.
+  DecodedPicture (*Decode)(ByteView file, const SizeJudge& judge, const std::uint32_t* background);
   Picture (*Scale)(const Picture& picture, int width, int height, bool smooth);
   Bytes (*EncodePng)(const Picture& picture);  // empty where that failed
   void (*DrawText)(Picture& picture, int x, int y, std::string_view text, const TextStyle& style);
 };
 
-inline constexpr int PictureModuleRevision = 1;
+inline constexpr int PictureModuleRevision = 2;
 inline constexpr const char* PictureModuleFile = "quorvelant_pictures.so";
 // The one function that the module exports.
 inline constexpr const char* PictureModuleEntry = "QuorvelantPictureModule";

@@ -69,23 +69,9 @@ class PlatformPictures : public PictureService {
  public:
   explicit PlatformPictures(const PictureLimits& limits) : limits_(limits) {}
 
-  Picture Load(const std::string& path) override {
-    const Bytes file = ReadPictureFile(path);
-    if (file.empty() || IsBmp(file)) {
-      return ReadBmp(file, path, limits_);
-    }
-    const auto judge = [&](int width, int height) { CheckPictureSize(width, height, limits_, path); };
-    if (IsPng(file) && !IsWholePng(file)) {
-      RefusePicture(message::PictureUnreadable, path, UnreadableReason);
-    }
-    DecodedPicture decoded = ModuleFor(path).Decode(file, judge);
-    if (!decoded.Known) {
-      RefusePicture(message::PictureUnknown, path);
-    }
-    if (!decoded.Pixels) {
-      RefusePicture(message::PictureUnreadable, path, decoded.Reason);
-    }
-    return *std::move(decoded.Pixels);
+  Picture Load(const std::string& path) override { return Read(path, nullptr); }
+  Picture LoadOver(const std::string& path, std::uint32_t background) override {
+    return Read(path, &background);
   }
 
   Picture Scale(const Picture& picture, int width, int height, bool smooth) override {
@@ -106,6 +92,25 @@ class PlatformPictures : public PictureService {
   }
 
  private:
+  [[nodiscard]] Picture Read(const std::string& path, const std::uint32_t* background) const {
+    const Bytes file = ReadPictureFile(path);
+    if (file.empty() || IsBmp(file)) {
+      return ReadBmp(file, path, limits_);
+    }
+    const auto judge = [&](int width, int height) { CheckPictureSize(width, height, limits_, path); };
+    if (IsPng(file) && !IsWholePng(file)) {
+      RefusePicture(message::PictureUnreadable, path, UnreadableReason);
+    }
+    DecodedPicture decoded = ModuleFor(path).Decode(file, judge, background);
+    if (!decoded.Known) {
+      RefusePicture(message::PictureUnknown, path);
+    }
+    if (!decoded.Pixels) {
+      RefusePicture(message::PictureUnreadable, path, decoded.Reason);
+    }
+    return *std::move(decoded.Pixels);
+  }
+
   static Bytes Encode(const Picture& picture, const std::string& path) {
     if (Lower(path).ends_with(".bmp")) {
       return WriteBmp(picture);

@@ -13,6 +13,7 @@
 #include "model/update_my_dvd.h"
 #include "script/messages.h"
 #include "script/script_tracks.h"
+#include "script/special_keys.h"
 #include "script/values.h"
 
 namespace quorvelant {
@@ -87,12 +88,13 @@ void NameScenes(Track& track, std::size_t index, ReaderState& state) {
   }
 }
 
-void ScanTrack(Track& track, const SourceScanner& scanner, const std::string& folder) {
+void ScanTrack(Track& track, const SourceScanner& scanner, const std::string& folder, bool aspectsSaid) {
   if (!track.VideoPlays.empty() && !track.VideoPlays.front().File.empty()) {
     if (const auto seen = scanner.Video(SystemPath(track.VideoPlays.front().File, folder))) {
       // What the script says stands; the file fills in the rest.
       track.Standard = track.Standard.empty() ? seen->Standard : track.Standard;
-      track.Aspect = seen->Aspect.empty() ? track.Aspect : seen->Aspect;
+      const bool said = aspectsSaid && seen->IsPicture && track.Aspect == "16:9";
+      track.Aspect = said || seen->Aspect.empty() ? track.Aspect : seen->Aspect;
       track.Resolution = seen->Resolution;
       track.Coding = seen->Coding;
     }
@@ -105,11 +107,42 @@ void ScanTrack(Track& track, const SourceScanner& scanner, const std::string& fo
   }
 }
 
-void FillFormats(Track& track) {
+// By the first file's name, where the script does not say the kind.
+void FillFormats(Track& track, const Rules& rules) {
   for (AudioStream& stream : track.AudioStreams) {
-    if (!stream.AudioPlays.empty()) {
+    const bool said = rules.OtherDialectInFull && !stream.Format.empty();
+    if (!said && !stream.AudioPlays.empty()) {
       std::string format = GetAudioType(stream.AudioPlays.front().File);
       stream.Format = format.empty() ? std::move(stream.Format) : std::move(format);
+    }
+  }
+}
+
+// Highlights need areas of their own in a letterbox, so a track with buttons stays as it is.
+void ChooseDisplay(Track& track, const Rules& rules) {
+  if (rules.WideTakesLetterbox && track.Aspect == "16:9" && !track.Pan && !track.HasHighlights) {
+    track.Letter = true;
+  }
+}
+
+// Times that a clock shows, as frames count. The own dialect marks each by a ";": its writer writes none, so
+// that times which are counted stay.
+void FollowDropFrames(ProjectBuild& build) {
+  constexpr int NtscRate = 30;
+  if (!build.Options.Rules.DropFramesCounted) {
+    return;
+  }
+  const bool all = build.State.Traits.IsScenarist;
+  for (Track& track : build.Target.Tracks) {
+    const bool ntsc = TrackFramesPerSecond(build.Target, track) == NtscRate;
+    for (SubtitleStream& stream : track.SubStreams) {
+      const bool drops = ntsc && stream.DropFrame != 0;
+      for (SubPicturePlay& play : stream.SubPlays) {
+        for (std::string* time : {&play.Start, &play.Duration}) {
+          const bool marked = all ? !time->empty() : Contains(*time, ";");
+          *time = drops && marked ? WithoutDropFrames(*time) : ColonTimecode(*time);
+        }
+      }
     }
   }
 }
@@ -143,14 +176,16 @@ void AnalyseChapters(ProjectBuild& build) {
 void CreateTrackList(ProjectBuild& build) {
   build.Ui.Status("Creating Track List");
   const std::string folder = build.Target.SourceFolder();
+  const bool aspectsSaid = build.Options.Rules.OtherDialectInFull || !build.State.Traits.IsScenarist;
   for (std::size_t i = 0; i < build.Target.Tracks.Count(); ++i) {
     Track& track = build.Target.Tracks[i];
     NameTrack(track, i);
     NameScenes(track, i, build.State);
-    FillFormats(track);
+    FillFormats(track, build.Options.Rules);
     if (build.Options.Scanner != nullptr) {
-      ScanTrack(track, *build.Options.Scanner, folder);
+      ScanTrack(track, *build.Options.Scanner, folder, aspectsSaid);
     }
+    ChooseDisplay(track, build.Options.Rules);
   }
   SetPendingTimes(build);
   AnalyseChapters(build);
@@ -222,6 +257,7 @@ bool CreateLayout(ProjectBuild& build) {
   if (!build.Options.AnalyseChapters) {  // which has moved them
     SetPendingTimes(build);              // cells bring the disc its standard
   }
+  FollowDropFrames(build);
   if (OneStandard(build.Target)) {
     return true;
   }
@@ -244,7 +280,10 @@ void CreatePaletteList(ProjectBuild& build) {
       return;
     }
     if (!pgc.PaletteName.empty()) {
-      build.Result.Notes.push_back(MessageOf(message::PaletteUnknown, pgc.Key, pgc.PaletteName));
+      const bool hasDefault = build.Target.Palettes.Item(std::string(DefaultPalette)) != nullptr;
+      build.Result.Notes.push_back(MessageOf(message::PaletteUnknown, pgc.Key,
+                                             hasDefault ? "\"Default\" is used" : "it has none",
+                                             pgc.PaletteName));
     }
     pgc.PaletteName = DefaultPalette;
   });

@@ -64,6 +64,8 @@ bool AddTitle(ReaderState& state, std::size_t /*number*/) {
   state.Enter(Segment::Title);
   ClosePlaces(state);
   Title_P title;
+  title.AudioAssignments.fill(state.Rules.UnnamedStreamsAvailable);
+  title.SubAssignments.fill(state.Rules.UnnamedStreamsAvailable);
   title.Key = TitleKey(state.Disc.Entry->Key, Number(state.Disc.Entry->Title.Count()) + 1);
   state.Disc.Title = &state.Disc.Entry->Title.Add(std::move(title));
   return true;

@@ -74,6 +74,12 @@ inline constexpr std::array SubMapKeys{
         &PGC_P::LetterAssignments, Takes::Number},
 };
 
+// The other dialect's word for a stream in all displays.
+inline constexpr std::array WholeSubMapKeys{
+    Key{"SubPicture Stream * Decodes", &PGC_P::NormalAssignments, Takes::Number, Written::Never}.ReadBy(
+        ReadSubDecodes),
+};
+
 inline constexpr std::array ProgramKeys{
     Key{"Name", &PG_P::PGName}.In(Segment::Program),
 };
@@ -89,7 +95,7 @@ inline constexpr std::array CellKeys{
 
 inline constexpr std::array PaletteKeys{
     Key{"Name", &Palette_P::Key}.In(Segment::Palette),
-    Key{"*|Color *", &Palette_P::PaletteColors},
+    Key{"*|Color *", &Palette_P::PaletteColors, Takes::Rgb},
 };
 
 // Calls `visit` with each table.
@@ -104,6 +110,7 @@ void ForEachDiscTable(const Visit& visit) {
   visit(PgcKeys);
   visit(AudioMapKeys);
   visit(SubMapKeys);
+  visit(WholeSubMapKeys);
   visit(ProgramKeys);
   visit(CellKeys);
   visit(PaletteKeys);

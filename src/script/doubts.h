@@ -12,6 +12,7 @@ enum class Takes {
   Timecode,
   YesNo,
   Standard,
+  Aspect,
   Language,        // a name of the vocabulary
   LanguageCode,    // or a name
   AudioExtension,  // a name, or its row
@@ -19,10 +20,17 @@ enum class Takes {
   DisplayMode,
   MenuType,
   PlayBack,
+  ButtonMode,
+  YesOrNumber,
+  Rgb,  // three numbers with commas between, as are those below
+  Pair,
+  Quad,
   // Not judged.
-  PgcLink,
-  YesOrNumber
+  PgcLink
 };
+
+// Of a switch with other words than yes and no.
+inline constexpr std::string_view NoSwitchWord = "is none of the words that this key takes";
 
 // Why a value is doubted; empty where it is as it must be, or is empty.
 std::string_view DoubtOf(Takes takes, std::string_view value);

@@ -40,7 +40,8 @@ enum class Written : unsigned {
   OfSlides = 4,  // the play lasts as long as the script says
   OfTitles = 8,  // the PGC is a title's
   OfMenus = 16,
-  Never = 32  // the writer leaves it to the order of the items
+  OfWideBitmaps = 64,  // the track is of bitmaps in 16:9
+  Never = 32           // the writer leaves it to the order of the items
 };
 constexpr Written operator|(Written a, Written b) {
   return static_cast<Written>(static_cast<unsigned>(a) | static_cast<unsigned>(b));

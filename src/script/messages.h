@@ -52,7 +52,7 @@ inline constexpr MessageKind SceneUnknown{"scene-unknown", Severity::Error, "Unk
                                           "The cell uses a scene that no track has: \"{}\""};
 inline constexpr MessageKind PaletteUnknown{
     "palette-unknown", Severity::Warning, "Unknown Palette",
-    R"(The PGC names a palette that the project does not have, so "Default" is used: "{}")"};
+    R"(The PGC names a palette that the project does not have, so {}: "{}")"};
 
 // --- the save ---
 

@@ -21,7 +21,7 @@ struct FieldReader {
     if (Row.Value == Takes::Anything) {
       Target.*field = Value;
     } else {
-      Target.*field = TextOf(Row.Value, Value, State.Traits.IsScenarist);
+      Target.*field = TextOf(Row.Value, WordOf(Value), State.Traits.IsScenarist);
     }
     return true;
   }
@@ -109,7 +109,10 @@ struct FieldReader {
   std::size_t EntryOf(std::array<std::int32_t, SubStreamCount> Item::* /*field*/) const {
     return Number != 0 ? Number : State.Disc.DecodingBlock;
   }
-  void ReadEntry(std::string& entry) const { entry = Value; }
+  std::string_view WordOf(std::string_view value) const {
+    return State.Rules.BlanksAroundWords ? Trim(value) : value;
+  }
+  void ReadEntry(std::string& entry) const { entry = WordOf(Value); }
   void ReadEntry(std::int32_t& entry) const { entry = LeadingNumber(Value); }
   void ReadEntry(bool& entry) const { entry = IsOn(Value, *Row.OnOff); }
 };

@@ -76,6 +76,7 @@ void ReaderState::Enter(Segment segment) {
   Disc.TitleUops = false;
   Overlay.Quad = {};
   Overlay.Color = {};
+  Overlay.Corners = {};
   Attribute.Of = AttributePlace::Kind::None;
 }
 
@@ -88,7 +89,10 @@ void ReaderState::ClosePalette() {
 void ReaderState::CloseBlock() {
   // A command of the other dialect stands in braces of its own, so the command target outlives them; and so
   // do the bytes of a palette's colour.
-  Overlay.Scheme.reset();
+  const bool endsQuad = Overlay.Quad.OfScheme != nullptr && Rules.OtherDialectInFull;
+  if (!endsQuad) {
+    Overlay.Scheme.reset();
+  }
   Overlay.Quad = {};
   Overlay.Color.OfSubtitle = nullptr;
   Disc.Uops = UopPlace::None;

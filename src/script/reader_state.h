@@ -10,6 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/rules.h"
 #include "model/project.h"
 #include "model/stream_maps.h"
 
@@ -122,11 +123,18 @@ struct ColorTarget {
   std::optional<std::size_t> OfPalette;
 };
 
+// The corners that an item's lines give, as far as they have been read.
+struct OverlayCorners {
+  std::optional<std::array<std::int32_t, 2>> Origin;
+  std::optional<std::array<std::int32_t, 2>> Area;
+};
+
 struct OverlayPlace {
   std::optional<std::size_t> Scheme;  // of the open highlight, 0 to 2
   std::size_t Area = 0;               // of the open button
   QuadTarget Quad;
   ColorTarget Color;
+  OverlayCorners Corners;            // of the open subtitle
   std::optional<Palette_P> Palette;  // joins the project when it is complete
 };
 
@@ -174,7 +182,6 @@ struct ScriptTraits {
   bool IsScenarist = false;         // a data folder: it is of the other dialect
   bool StreamNumbersGiven = false;  // a stream with its number
   bool TargetsStored = false;       // a command with the name that it is to point at
-  bool LanguagesAnyWay = false;     // by name, two letters or three: a rule of the load
 };
 
 // The last element of a list of what `owner` points at; nullptr where there is none.
@@ -184,9 +191,10 @@ T* LastOf(Owner* owner, std::vector<T> Owner::*list) {
 }
 
 struct ReaderState {
-  explicit ReaderState(Project& target) : Target(target) {}
+  ReaderState(Project& target, const quorvelant::Rules& rules) : Target(target), Rules(rules) {}
 
   Project& Target;
+  quorvelant::Rules Rules;
   ScriptLine Line;
   LineOutcome Outcome;
   Segment Open = Segment::None;

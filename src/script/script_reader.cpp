@@ -59,9 +59,9 @@ void CloseUp(std::string& line) {
 // The lines of one script on their way into the state.
 class ScriptLines {
  public:
-  ScriptLines(std::istream& script, std::size_t length, Project& project, UserInterface& ui,
+  ScriptLines(std::istream& script, std::size_t length, ReaderState state, UserInterface& ui,
               LoadResult& result)
-      : lines_(script), length_(length), state_(project), ui_(ui), result_(result) {}
+      : lines_(script), length_(length), state_(std::move(state)), ui_(ui), result_(result) {}
 
   // False when the load ends here; the failure has been shown.
   bool ReadLines();
@@ -236,8 +236,7 @@ LoadResult LoadScript(std::istream& script, std::size_t length, const std::strin
   LoadResult result;
   result.File = name;
   ResetProject(project, name);
-  ScriptLines lines(script, length, project, ui, result);
-  lines.State().Traits.LanguagesAnyWay = options.Rules.NamesLanguagesAnyWay;
+  ScriptLines lines(script, length, ReaderState(project, options.Rules), ui, result);
   if (lines.ReadLines()) {
     result.Loaded = BuildProject(lines.State(), options, ui, result);
   }

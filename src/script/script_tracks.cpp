@@ -2,6 +2,7 @@
 
 #include "base/timecode.h"
 #include "model/cls_dvd.h"
+#include "model/picture_file.h"
 #include "script/item_names.h"
 #include "script/source_keys.h"
 #include "script/write_keys.h"
@@ -9,10 +10,6 @@
 namespace quorvelant {
 
 namespace {
-
-// Scenes may prohibit the operations from Stop on, but for resuming a call: the entry has no bit in a VOBU.
-constexpr std::size_t FirstSceneUop = 3;
-constexpr std::size_t SceneUopLeftOut = 17;
 
 // The items of a track's video list, by its type.
 struct PlayItems {
@@ -89,18 +86,20 @@ void WriteScene(ScriptText& text, const Scene& scene, int framesPerSecond) {
   text.Open(item::Scene);
   WriteKeys(text, SceneKeys, scene, {.FramesPerSecond = framesPerSecond});
   text.Open(item::Uops);
-  for (std::size_t i = FirstSceneUop; i < UserOperationCount; ++i) {
-    if (scene.Uops[i] && i != SceneUopLeftOut) {
-      text.Value(CLsDVD::UserOP(i), item::Prohibited);
-    }
-  }
+  WriteUops(text, scene.Uops);
   text.Close();
   text.Close();
 }
 
+// Films and encoded stills tell their aspect themselves.
+bool IsBitmapTrack(const Track& track) {
+  return !track.VideoPlays.empty() && IsPicture(track.VideoPlays.front().File);
+}
+
 void WriteTrack(ScriptText& text, const Track& track, int framesPerSecond) {
   text.Open(item::Track);
-  WriteKeys(text, TrackKeys, track);
+  const bool wideBitmap = track.Aspect == "16:9" && IsBitmapTrack(track);
+  WriteKeys(text, TrackKeys, track, {.Holds = wideBitmap ? Written::OfWideBitmaps : Written::Always});
   WriteVideoPlays(text, track);
   if (track.HasAudio) {
     for (const AudioStream& stream : track.AudioStreams) {
@@ -132,6 +131,14 @@ void WriteTrack(ScriptText& text, const Track& track, int framesPerSecond) {
 }
 
 }  // namespace
+
+void WriteUops(ScriptText& text, const UopMask& uops) {
+  for (std::size_t i = 0; i < UserOperationCount; ++i) {
+    if (uops[i]) {
+      text.Value(CLsDVD::UserOP(i), item::Prohibited);
+    }
+  }
+}
 
 int TrackFramesPerSecond(const Project& project, const Track& track) {
   return FramesPerSecond(track.Standard.empty() ? project.Standard() : track.Standard);

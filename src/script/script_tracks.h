@@ -9,6 +9,9 @@ namespace quorvelant {
 // Every live track that has a first file. Without any track the block is a lone "}".
 void WriteTracks(ScriptText& text, const Project& project);
 
+// The prohibited operations, one a line.
+void WriteUops(ScriptText& text, const UopMask& uops);
+
 // The frame rate in which a script counts the times of a track: that of its standard, or of the project's
 // while the track has none.
 int TrackFramesPerSecond(const Project& project, const Track& track);

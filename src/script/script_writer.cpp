@@ -10,16 +10,6 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::size_t GoUp = 4;  // not prohibited anywhere but in a scene
-
-void WritePgcUops(ScriptText& text, const UopMask& uops) {
-  for (std::size_t i = 0; i < UserOperationCount; ++i) {
-    if (uops[i] && i != GoUp) {
-      text.Value(CLsDVD::UserOP(i), item::Prohibited);
-    }
-  }
-}
-
 void WriteCommands(ScriptText& text, std::string_view key, const CommandList& commands) {
   for (const VMICommand_P& command : commands) {
     if (!command.Deleted) {
@@ -37,6 +27,11 @@ void WriteCommandBlock(ScriptText& text, std::string_view item, const CommandLis
 void WriteCell(ScriptText& text, const Cell_P& cell) {
   text.Open(item::Cell);
   WriteKeys(text, CellKeys, cell);
+  if (cell.Uops.any()) {
+    text.Open(item::Uops);
+    WriteUops(text, cell.Uops);
+    text.Close();
+  }
   if (!cell.ButtonCommands.empty()) {
     text.Open(item::ButtonCommandList);
     for (const ButtonCommands_P& entry : cell.ButtonCommands) {
@@ -86,7 +81,7 @@ void WritePgc(ScriptText& text, const PGC_P& pgc, Written form) {
   text.Open(item::Pgc);
   WriteKeys(text, PgcKeys, pgc, {.Holds = form});
   text.Open(item::PgcUops);
-  WritePgcUops(text, pgc.Uops);
+  WriteUops(text, pgc.Uops);
   text.Close();
   WriteCommandBlock(text, item::PreCommands, pgc.PreCommands);
   WriteCommandBlock(text, item::PostCommands, pgc.PostCommands);
@@ -152,7 +147,7 @@ void WriteStructure(ScriptText& text, const Project& project) {
   text.Open(item::Structure);
   text.Open(item::FirstPlay);
   text.Open(item::FirstPlayUops);
-  WritePgcUops(text, project.FirstPlay.Uops);
+  WriteUops(text, project.FirstPlay.Uops);
   text.Close();
   WriteCommandBlock(text, item::PreCommands, project.FirstPlay.PreCommands);
   WriteCommandBlock(text, item::PostCommands, project.FirstPlay.PostCommands);

@@ -179,7 +179,8 @@ bool AddButton(ReaderState& state, std::size_t /*number*/) {
   }
   state.Enter(Segment::Button);
   state.Overlay.Area = 0;
-  play->Buttons.emplace_back().Number = static_cast<std::int32_t>(play->Buttons.size());
+  HighlightButton& button = play->Buttons.emplace_back();
+  button.Number = static_cast<std::int32_t>(play->Buttons.size());
   return true;
 }
 bool AddScene(ReaderState& state, std::size_t /*number*/) {

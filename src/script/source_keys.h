@@ -48,22 +48,30 @@ inline constexpr std::array SubtitleKeys{
 
 inline constexpr std::array SubPlayKeys{
     Key{"File", &SubPicturePlay::File}.ReadBy(ReadFile),
-    Key{"Origin", Numbers<SubPicturePlay>{{&SubPicturePlay::X1, &SubPicturePlay::Y1}, 2}},
-    Key{"DisplayArea", Numbers<SubPicturePlay>{{&SubPicturePlay::X1, &SubPicturePlay::Y1, &SubPicturePlay::X2,
-                                                &SubPicturePlay::Y2}}},
+    Key{"Origin", Numbers<SubPicturePlay>{{&SubPicturePlay::X1, &SubPicturePlay::Y1}, 2}, Takes::Pair}.After(
+        TakeOrigin),
+    Key{"DisplayArea",
+        Numbers<SubPicturePlay>{
+            {&SubPicturePlay::X1, &SubPicturePlay::Y1, &SubPicturePlay::X2, &SubPicturePlay::Y2}},
+        Takes::Quad}
+        .After(TakeArea),
     Key{"Forced|Forced Start", &SubPicturePlay::Forced, Takes::YesNo},
     Key{"Start", &SubPicturePlay::Start, Takes::Timecode}.After(CountFrames<&SubPicturePlay::Start>),
     Key{"Duration|Data End Time", &SubPicturePlay::Duration, Takes::Timecode}
         .After(CountFrames<&SubPicturePlay::Duration>)
         .ShownBy(ShowDuration),
-    Key{"Conversion(Bg)", &SubPicturePlay::ConversionBg},
-    Key{"Conversion(P)", &SubPicturePlay::ConversionP},
-    Key{"Conversion(E2)", &SubPicturePlay::ConversionE2},
-    Key{"Conversion(E1)", &SubPicturePlay::ConversionE1},
-    Key{"Color", Numbers<SubPicturePlay>{{&SubPicturePlay::ColorBg, &SubPicturePlay::ColorP,
-                                          &SubPicturePlay::ColorE2, &SubPicturePlay::ColorE1}}},
-    Key{"Contrast", Numbers<SubPicturePlay>{{&SubPicturePlay::ContrastBg, &SubPicturePlay::ContrastP,
-                                             &SubPicturePlay::ContrastE2, &SubPicturePlay::ContrastE1}}},
+    Key{"Conversion(Bg)", &SubPicturePlay::ConversionBg, Takes::Rgb},
+    Key{"Conversion(P)", &SubPicturePlay::ConversionP, Takes::Rgb},
+    Key{"Conversion(E2)", &SubPicturePlay::ConversionE2, Takes::Rgb},
+    Key{"Conversion(E1)", &SubPicturePlay::ConversionE1, Takes::Rgb},
+    Key{"Color",
+        Numbers<SubPicturePlay>{{&SubPicturePlay::ColorBg, &SubPicturePlay::ColorP, &SubPicturePlay::ColorE2,
+                                 &SubPicturePlay::ColorE1}},
+        Takes::Quad},
+    Key{"Contrast",
+        Numbers<SubPicturePlay>{{&SubPicturePlay::ContrastBg, &SubPicturePlay::ContrastP,
+                                 &SubPicturePlay::ContrastE2, &SubPicturePlay::ContrastE1}},
+        Takes::Quad},
 };
 
 inline constexpr std::array HighlightKeys{
@@ -74,14 +82,14 @@ inline constexpr std::array HighlightKeys{
     Key{"Selection End Time", &HighlightPlay::SelectionEndTime, Takes::Timecode},
     Key{"Offset", &HighlightPlay::Offset, Takes::Number},
     Key{"Numerical Button #", &HighlightPlay::NumericalButtons, Takes::Number},
-    Key{"ButtonMode*|Button Mode *", &HighlightPlay::ButtonModes}.From(1),
+    Key{"ButtonMode*|Button Mode *", &HighlightPlay::ButtonModes, Takes::ButtonMode}.From(1),
 };
 
 inline constexpr std::array SchemeKeys{
-    Key{"Selection Color", &ColorScheme::SelectionColor},
-    Key{"Selection Contrast", &ColorScheme::SelectionContrast},
-    Key{"Action Color", &ColorScheme::ActionColor},
-    Key{"Action Contrast", &ColorScheme::ActionContrast},
+    Key{"Selection Color", &ColorScheme::SelectionColor, Takes::Quad},
+    Key{"Selection Contrast", &ColorScheme::SelectionContrast, Takes::Quad},
+    Key{"Action Color", &ColorScheme::ActionColor, Takes::Quad},
+    Key{"Action Contrast", &ColorScheme::ActionContrast, Takes::Quad},
 };
 
 inline constexpr std::array ButtonKeys{
@@ -93,7 +101,7 @@ inline constexpr std::array ButtonKeys{
     Key{"Down", &HighlightButton::Down},
     Key{"Left", &HighlightButton::Left},
     Key{"Right", &HighlightButton::Right},
-    Key{"Highlight Area #", &HighlightButton::Areas}.From(1),
+    Key{"Highlight Area #", &HighlightButton::Areas, Takes::Quad}.From(1),
 };
 
 // The other dialect's lines of an area.
@@ -114,6 +122,7 @@ inline constexpr std::array TrackKeys{
     Key{"Name", &Track::TrackName}.In(Segment::Track),
     Key{"DisplayMode|Display Mode", &Track::DisplayMode, Takes::DisplayMode},
     Key{"Resolution", &Track::Standard, Takes::Standard},
+    Key{"Aspect", &Track::Aspect, Takes::Aspect, Written::OfWideBitmaps},
 };
 inline constexpr std::array PlayListKeys{
     Key{"FrameCount", &Track::FrameCount, Takes::Number},

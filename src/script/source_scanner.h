@@ -15,6 +15,7 @@ struct VideoTraits {
   std::string Resolution;  // "720x576"
   std::string Aspect;      // "4:3", "16:9"
   std::string Coding;      // "MPEG1", "MPEG2"
+  bool IsPicture = false;  // which has no aspect of its own: it shows in 4:3 unless the script says more
 };
 
 // Quick looks at the heads of files. Paths are of this system. Nothing comes back for a file that is missing

@@ -98,7 +98,8 @@ bool ReadAttributeLanguage(ReaderState& state, std::string_view value, std::size
   ScriptLanguages& languages = state.Languages.back().Streams;
   std::string& language = attribute.Of == AttributeKind::Audio ? languages.Audio[attribute.Number]
                                                                : languages.SubPicture[attribute.Number];
-  language = TextOf(Takes::Language, value, state.Traits.IsScenarist);
+  language =
+      TextOf(Takes::Language, state.Rules.BlanksAroundWords ? Trim(value) : value, state.Traits.IsScenarist);
   return true;
 }
 
@@ -210,6 +211,25 @@ bool ReadToAction(ReaderState& state, std::string_view value, std::size_t /*numb
   return true;
 }
 
+// --- subtitles ---
+
+constexpr std::string_view OriginWins =
+    "Origin and DisplayArea give different corners, and the bitmap shows at the Origin";
+constexpr std::string_view LaterWins =
+    "Origin and DisplayArea give different corners, and the bitmap shows at the later one";
+
+void SettleCorner(ReaderState& state, SubPicturePlay& play) {
+  const OverlayCorners& corners = state.Overlay.Corners;
+  if (!corners.Origin || !corners.Area || corners.Origin == corners.Area) {
+    return;
+  }
+  state.Outcome.Doubt = state.Rules.OriginPlacesBitmaps ? OriginWins : LaterWins;
+  if (state.Rules.OriginPlacesBitmaps) {
+    play.X1 = (*corners.Origin)[0];
+    play.Y1 = (*corners.Origin)[1];
+  }
+}
+
 constexpr std::array Keys{
     SpecialKey{"Name", ReadName},
     SpecialKey{"SubPath", ReadSubFolder},
@@ -289,14 +309,39 @@ void StandardOfSize(ReaderState& /*state*/, DataFile_P& data) {
   }
 }
 
+void TakeOrigin(ReaderState& state, SubPicturePlay& play) {
+  state.Overlay.Corners.Origin = {play.X1, play.Y1};
+  SettleCorner(state, play);
+}
+
+void TakeArea(ReaderState& state, SubPicturePlay& play) {
+  state.Overlay.Corners.Area = {play.X1, play.Y1};
+  SettleCorner(state, play);
+}
+
+bool ReadSubDecodes(ReaderState& state, std::string_view value, std::size_t number) {
+  PGC_P* chain = state.Disc.Pgc;
+  if (chain == nullptr || number >= SubStreamCount) {
+    return false;
+  }
+  for (auto* map : {&chain->NormalAssignments, &chain->PanAssignments, &chain->WideAssignments,
+                    &chain->LetterAssignments}) {
+    map->at(number) = LeadingNumber(value);
+  }
+  return true;
+}
+
 void CountDropFrames(ReaderState& state, std::string& timecode) {
   const SubtitleStream* stream = state.LastSubtitles();
+  if (state.Rules.DropFramesCounted) {  // when the standards are known; until then a ";" stays
+    timecode = Contains(state.Line.Value, ";") ? std::string(Trim(state.Line.Value)) : timecode;
+    return;
+  }
   if (!state.Traits.IsScenarist || state.Data.Listed || stream == nullptr || stream->DropFrame == 0 ||
       !EqualNoCase(state.LastTrack()->Standard, "ntsc")) {
     return;
   }
-  constexpr int Rate = 30;
-  timecode = FramesToTimecode(CorrectDropFrame(TimecodeToFrames(timecode, Rate), DropFrame::Remove), Rate);
+  timecode = WithoutDropFrames(timecode);
 }
 
 std::string ShowSceneTime(const Scene& scene, int framesPerSecond) {
@@ -308,6 +353,11 @@ std::string ShowDuration(const SubPicturePlay& play, int framesPerSecond) {
                           : FramesToTimecode(TimecodeToFrames(play.End, framesPerSecond) -
                                                  TimecodeToFrames(play.Start, framesPerSecond),
                                              framesPerSecond);
+}
+
+std::string WithoutDropFrames(std::string_view timecode) {
+  constexpr int Rate = 30;
+  return FramesToTimecode(CorrectDropFrame(TimecodeToFrames(timecode, Rate), DropFrame::Remove), Rate);
 }
 
 }  // namespace quorvelant

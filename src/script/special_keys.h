@@ -33,8 +33,14 @@ void FixNumber(ReaderState& state, Stream& stream) {
   stream.StreamNumberFixed = true;
   state.Traits.StreamNumbersGiven = true;
 }
+// A bitmap shows at the corner that its origin or its area gives: where they differ, by the rules.
+void TakeOrigin(ReaderState& state, SubPicturePlay& play);
+void TakeArea(ReaderState& state, SubPicturePlay& play);
+// One subpicture stream of the open PGC's maps, for every display.
+bool ReadSubDecodes(ReaderState& state, std::string_view value, std::size_t number);
 // A script of the other dialect may count a drop-frame stream's times as a clock shows them.
 void CountDropFrames(ReaderState& state, std::string& timecode);
+std::string WithoutDropFrames(std::string_view timecode);
 template <std::string SubPicturePlay::*Time>
 void CountFrames(ReaderState& state, SubPicturePlay& play) {
   CountDropFrames(state, play.*Time);

@@ -1,6 +1,7 @@
 #include "script/values.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <span>
 
@@ -56,6 +57,14 @@ bool IsOn(std::string_view value, const Switch& words) {
     others.remove_prefix(std::min(word.size() + 1, others.size()));
   }
   return words.Otherwise && !IsWord(value, words.Off);
+}
+
+bool IsWordOf(const Switch& words, std::string_view value) {
+  constexpr std::array<std::string_view, 5> Off{"", "no", "false", "0", "none"};
+  const auto is = [value](std::string_view word) { return IsWord(value, word); };
+  // In a switch that no word turns off by chance, only words for on are on.
+  const Switch strict{.On = words.On, .Off = words.Off, .AlsoOn = words.AlsoOn};
+  return is(words.Off) || IsOn(value, strict) || std::ranges::any_of(Off, is);
 }
 
 std::string TextOf(Takes takes, std::string_view value, bool isScenarist) {

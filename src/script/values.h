@@ -48,6 +48,8 @@ struct Switch {
 };
 inline constexpr Switch YesNo{};
 bool IsOn(std::string_view value, const Switch& words = YesNo);
+// Whether a value is a word of the switch, for on or for off; an empty one says nothing.
+bool IsWordOf(const Switch& words, std::string_view value);
 
 // A text as the model holds it. The other dialect leaves the word out where a PGC is no menu.
 std::string TextOf(Takes takes, std::string_view value, bool isScenarist);

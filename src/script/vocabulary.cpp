@@ -56,6 +56,7 @@ struct KeyMeaning {
   std::size_t Number;
   Takes Value;
   Segment Place = Segment::None;  // where the key's item alone is not enough
+  const Switch* OnOff = nullptr;  // of a switch
 };
 // By the item that is open one word means another key: the first that has a place for the line takes it.
 using KeyMeanings = std::vector<KeyMeaning>;
@@ -70,7 +71,7 @@ struct KeyIndex {
         const auto read = [&row](ReaderState& state, std::string_view value, std::size_t number) {
           return ReadKey(state, row, value, number);
         };
-        Add(row.Words, {read, row.First, row.Value, row.Place}, row.Entries);
+        Add(row.Words, {read, row.First, row.Value, row.Place, row.OnOff}, row.Entries);
       }
     };
     ForEachSourceTable(addTable);
@@ -96,11 +97,18 @@ struct KeyIndex {
 // A language, however it is called, as the model has it; other values, and names of no language, as they are.
 std::string_view LanguageValue(const ReaderState& state, Takes takes, std::string_view value) {
   const bool named = takes == Takes::Language || takes == Takes::LanguageCode;
-  const auto row = named && state.Traits.LanguagesAnyWay ? CLsDVD::LanguageCalled(value) : std::nullopt;
+  const auto row = named && state.Rules.NamesLanguagesAnyWay ? CLsDVD::LanguageCalled(value) : std::nullopt;
   if (!row) {
     return value;
   }
   return takes == Takes::Language ? CLsDVD::LanguageArray()[*row] : CLsDVD::SpareLanguage(*row);
+}
+
+std::string_view DoubtOf(const KeyMeaning& key, std::string_view value) {
+  if (key.Value == Takes::Anything && key.OnOff != nullptr) {
+    return IsWordOf(*key.OnOff, value) ? std::string_view() : NoSwitchWord;
+  }
+  return DoubtOf(key.Value, value);
 }
 
 // Does what a key says. The other dialect has words of its own for values, which are not judged.
@@ -109,7 +117,11 @@ bool ReadValue(ReaderState& state, const KeyMeaning& key, std::string_view writt
   if ((key.Place != Segment::None && key.Place != state.Open) || !key.Read(state, value, number)) {
     return false;
   }
-  state.Outcome.Doubt = state.Traits.IsScenarist ? std::string_view() : DoubtOf(key.Value, value);
+  if (state.Traits.IsScenarist) {
+    state.Outcome.Doubt = {};
+  } else if (state.Outcome.Doubt.empty()) {
+    state.Outcome.Doubt = DoubtOf(key, value);
+  }
   return true;
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <optional>
 #include <utility>
 
 #include "subpicture/messages.h"
@@ -53,7 +54,26 @@ int EqualPixels(const std::uint8_t* at, const std::uint8_t* end) {
   return static_cast<int>((next - at) / 3);
 }
 
-void EncodeRow(const std::uint8_t* pixels, int width, const ConversionColors& conversion, RunWriter& field) {
+// Background by no colour of its own.
+struct OddColors {
+  std::size_t Pixels = 0;
+  std::optional<Color> First;
+  bool Several = false;
+  bool BackgroundShows = false;
+
+  void Add(Color color, int pixels, Color background) {
+    if (color == background) {
+      BackgroundShows = true;
+      return;
+    }
+    Several = Several || First.value_or(color) != color;
+    First = color;
+    Pixels += static_cast<std::size_t>(pixels);
+  }
+};
+
+void EncodeRow(const std::uint8_t* pixels, int width, const ConversionColors& conversion, RunWriter& field,
+               OddColors& odd) {
   const std::uint8_t* const end = pixels + std::size_t{3} * static_cast<std::size_t>(width);
   PixelCode open = PixelToCode(ColorAt(pixels), conversion);
   unsigned length = 0;
@@ -65,6 +85,9 @@ void EncodeRow(const std::uint8_t* pixels, int width, const ConversionColors& co
       length = 0;
     }
     const int equal = EqualPixels(pixels, end);
+    if (code == PixelCode::Background) {
+      odd.Add(ColorAt(pixels), equal, conversion.Background);
+    }
     length += static_cast<unsigned>(equal);
     pixels += std::size_t{3} * static_cast<std::size_t>(equal);
   }
@@ -84,13 +107,15 @@ EncodedBitmap EncodeRows(const Picture& picture, const ClippedBitmap& clip,
   encoded.Area = clip.Area;
   RunWriter fieldA(encoded.FieldA);
   RunWriter fieldB(encoded.FieldB);
+  OddColors odd;
   for (int line = 0; line < clip.Window.Rows(); ++line) {
     const int pictureRow = picture.Height - 1 - (clip.Window.LastRow - line);
     const std::uint8_t* pixels =
         picture.Row(pictureRow) + std::size_t{3} * static_cast<std::size_t>(clip.Window.FirstCol);
     EncodeRow(pixels, clip.Window.Width(), conversion,
-              InFirstField(clip.Window, line, reading) ? fieldA : fieldB);
+              InFirstField(clip.Window, line, reading) ? fieldA : fieldB, odd);
   }
+  encoded.OddPixels = odd.Several || odd.BackgroundShows ? odd.Pixels : 0;
   return encoded;
 }
 
@@ -185,8 +210,15 @@ Bytes BuildSPU(const SPURecord& record, const EncodedBitmap& bitmap) {
 }
 
 EncodedBitmap LoadSPUBitmap(PictureLoader& pictures, const SPURecord& record, bool ntsc, const Rules& rules) {
-  const Picture picture = pictures.Load(record.File);
-  auto bitmap = EncodeSPUBitmap(picture, record.Conversion, record.X1, record.Y1, ntsc, rules);
+  ConversionColors conversion = record.Conversion;
+  // See-through pixels need a colour that reads as background: one of four is none of the other three.
+  while (rules.SeeThroughIsBackground &&
+         PixelToCode(conversion.Background, conversion) != PixelCode::Background) {
+    ++conversion.Background;
+  }
+  const Picture picture = rules.SeeThroughIsBackground ? pictures.LoadOver(record.File, conversion.Background)
+                                                       : pictures.Load(record.File);
+  auto bitmap = EncodeSPUBitmap(picture, conversion, record.X1, record.Y1, ntsc, rules);
   if (!bitmap) {
     throw SubpictureError(MessageOf(message::SubpictureOutside, {}, record.File));
   }

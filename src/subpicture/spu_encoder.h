@@ -21,6 +21,9 @@ struct EncodedBitmap {
   Bytes FieldA;  // the lines that are shown first
   Bytes FieldB;
   DisplayArea Area;
+  // Shown pixels of none of the four colours, as smoothed edges have them. 0 where all are of one colour and
+  // no pixel is of the background's: then it is the background.
+  std::size_t OddPixels = 0;
 };
 
 // Compared exactly, in this order: pattern, emphasis 2, emphasis 1; anything else is background.

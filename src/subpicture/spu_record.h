@@ -8,12 +8,13 @@
 
 namespace quorvelant {
 
-// Bitmap colours, red in the low byte, that stand for three of the four pixel kinds; every other colour
-// is background.
+// Bitmap colours, red in the low byte, that stand for the four pixel kinds. Every colour that is none of the
+// first three is background.
 struct ConversionColors {
   Color Pattern = 0;
   Color Emphasis1 = 0;
   Color Emphasis2 = 0;
+  Color Background = 0;
 };
 
 struct SPURecord {

@@ -30,7 +30,7 @@ std::size_t NextOnDisc(const SubtitleStream& stream, std::size_t index) {
 SPURecord RecordOf(const SubPicturePlay& play, std::size_t entry, const TrackClock& clock,
                    const SubStreamOptions& options) {
   SPURecord record;
-  record.Conversion = {play.ConversionP, play.ConversionE1, play.ConversionE2};
+  record.Conversion = {play.ConversionP, play.ConversionE1, play.ConversionE2, play.ConversionBg};
   record.ColorIndexes = {play.ColorE2, play.ColorE1, play.ColorP, play.ColorBg};
   record.Contrasts = {play.ContrastE2, play.ContrastE1, play.ContrastP, play.ContrastBg};
   const PlaySpan span = SpanOf(play, clock.FramesPerSecond);

@@ -1,19 +1,11 @@
 #include "subtitle/subtitle_script.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <optional>
-#include <span>
-#include <system_error>
 
-#include "base/disk.h"
 #include "base/text.h"
 #include "base/timecode.h"
-#include "subtitle/messages.h"
-#include "subtitle/palettes.h"
 
 namespace quorvelant {
 
@@ -23,7 +15,6 @@ constexpr std::int64_t RippedFramesEarly = 7;
 constexpr std::int32_t LeastY1 = 2;
 constexpr std::size_t MostPaletteColors = 16;
 constexpr std::size_t MostLinesPassedOver = 100;
-constexpr std::uint64_t MostScriptBytes = std::uint64_t{16} << 20;
 
 // The first four fields between tabs that are not empty.
 std::vector<std::string_view> FilledFields(std::string_view line) {
@@ -230,52 +221,6 @@ class ScriptReader {
   Color emphasis2_ = 0;
 };
 
-bool IsAbsolute(std::string_view path) {
-  return !path.empty() && (path[0] == '/' || path[0] == '\\' || (path.size() > 1 && path[1] == ':'));
-}
-
-// The text of the file; nothing where it cannot be read, which is told.
-std::optional<std::string> ReadScript(const std::string& file, UserInterface& ui) {
-  try {
-    const auto opened = SystemDisk().Open(file, FileAccess::Read);
-    const std::uint64_t bytes = opened->ByteCount();
-    if (bytes > MostScriptBytes) {
-      ui.Tell(MessageOf(message::SubtitlesTooLarge, file));
-      return std::nullopt;
-    }
-    std::string text(static_cast<std::size_t>(bytes), '\0');
-    text.resize(opened->Read({reinterpret_cast<std::uint8_t*>(text.data()), text.size()}));
-    return text;
-  } catch (const FileError&) {
-    ui.Tell(MessageOf(message::SubtitlesNotOpened, file));
-    return std::nullopt;
-  }
-}
-
-// The way from the project's folder to the script's, to stand before a bitmap's path: it counts from the
-// script's folder, and the project, which will hold it, may lie elsewhere. Empty where both lie in one
-// folder.
-std::string FolderBefore(const Project& project, const std::string& file) {
-  std::error_code error;
-  const auto folderOf = [&error](const std::filesystem::path& path) {
-    return std::filesystem::absolute(path.empty() ? "." : path, error).lexically_normal();
-  };
-  const auto scripts = folderOf(std::filesystem::path(file).parent_path());
-  const auto projects = folderOf(project.SourceFolder());
-  if (scripts / "" == projects / "") {
-    return {};
-  }
-  const std::filesystem::path relative = (scripts / "").lexically_relative(projects / "");
-  const std::filesystem::path& way = relative.empty() ? scripts : relative;
-  return Replace((way / "").string(), "/", "\\");
-}
-
-void AskForPalette(Project& project, std::span<const Color> colors, UserInterface& ui) {
-  if (ui.Ask(message::PaletteImport.Title, message::PaletteImport.Text, true)) {
-    AskAndAddPalette(project, PaletteFrom(colors), ui);
-  }
-}
-
 }  // namespace
 
 SubtitleScript ParseSubtitleScript(std::string_view text, const SubtitleScriptOptions& options) {
@@ -294,38 +239,6 @@ SubtitleScript ParseSubtitleScript(std::string_view text, const SubtitleScriptOp
     text.remove_prefix(std::min(end + 1, text.size()));
   }
   return reader.Release();
-}
-
-bool ImportSubtitleScript(Project& project, std::size_t trackIndex, std::size_t streamIndex,
-                          const std::string& file, bool subRipMode, const Rules& rules, UserInterface& ui) {
-  const auto text = ReadScript(file, ui);
-  if (!text) {
-    return false;
-  }
-  Track& track = project.Tracks[trackIndex];
-  const std::string& standard = track.Standard.empty() ? project.Standard() : track.Standard;
-  SubtitleScript script = ParseSubtitleScript(*text, {.SubRipMode = subRipMode,
-                                                      .FramesPerSecond = FramesPerSecond(standard),
-                                                      .UnitsMayBeForced = rules.ScriptForcesUnits});
-  for (const std::size_t line : script.LinesPassedOver) {
-    ui.Tell(MessageOf(message::SubtitleLinePassedOver, fmt::format("{}:{}", file, line)));
-  }
-  if (script.Entries.empty()) {
-    ui.Tell(MessageOf(message::SubtitlesEmpty, file));
-  }
-  const std::string folder = FolderBefore(project, file);
-  std::vector<SubPicturePlay>& plays = track.SubStreams[streamIndex].SubPlays;
-  for (SubPicturePlay& entry : script.Entries) {
-    if (!IsAbsolute(entry.File)) {
-      entry.File.insert(0, folder);
-    }
-    plays.push_back(std::move(entry));
-  }
-  track.HasSubs = track.HasSubs || !plays.empty();
-  if (script.HasPalette) {
-    AskForPalette(project, script.PaletteColors, ui);
-  }
-  return !script.Entries.empty();
 }
 
 }  // namespace quorvelant

@@ -7,9 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/rules.h"
-#include "base/user_interface.h"
-#include "model/project.h"
+#include "model/tracks.h"
 
 namespace quorvelant {
 
@@ -31,11 +29,5 @@ struct SubtitleScript {
 
 // Reads the text of a script. Takes any bytes: what fits no rule is passed over.
 SubtitleScript ParseSubtitleScript(std::string_view text, const SubtitleScriptOptions& options);
-
-// Adds the entries of a script file to the list of a track's stream, and offers its palette to the
-// project (unattended: taken, under the proposed name). A relative bitmap folder counts from the script's.
-// What is wrong with the file is told; whether entries were added.
-bool ImportSubtitleScript(Project& project, std::size_t trackIndex, std::size_t streamIndex,
-                          const std::string& file, bool subRipMode, const Rules& rules, UserInterface& ui);
 
 }  // namespace quorvelant

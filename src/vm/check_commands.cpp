@@ -39,6 +39,10 @@ constexpr std::array FaultMessages{
     FaultMessage{TextFault::UnknownMenu, message::CommandMenuUnknown},
     FaultMessage{TextFault::UnknownLink, message::CommandLinkUnknown},
     FaultMessage{TextFault::RegisterBeyondRange, message::CommandRegisterBeyondRange},
+    FaultMessage{TextFault::NumberBeyondField, message::CommandNumberBeyondField},
+    FaultMessage{TextFault::LeftNoRegister, message::CommandLeftNoRegister},
+    FaultMessage{TextFault::NothingSet, message::CommandSetsNothing},
+    FaultMessage{TextFault::LinkLost, message::CommandLinkLost},
 };
 
 // Where a PGC stands, in the words of the error list.

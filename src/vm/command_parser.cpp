@@ -178,6 +178,89 @@ bool BeyondRegisters(const ParsedCommand& c) {
            BeyondRegisters(c.Angle, FirstAngleCode)));
 }
 
+// --- what the bytes do not hold ---
+
+constexpr std::int32_t MostWord = 65535;
+constexpr std::int32_t MostByte = 255;
+constexpr std::int32_t MostButton = 63;
+
+bool Beyond(std::int32_t number, std::int32_t most) {
+  return number < 0 || number > most;
+}
+bool Beyond(const Operand& operand, std::int32_t most) {
+  return operand.Is(OperandKind::Number) && Beyond(operand.Number, most);
+}
+
+// A register may hold what a negative number comes to, and arithmetic counts on that.
+bool BeyondWord(const Operand& operand) {
+  return operand.Is(OperandKind::Number) && (operand.Number < -MostWord / 2 || operand.Number > MostWord);
+}
+
+bool IsJump(const ParsedCommand& c) {
+  return c.What >= Instruction::Exit && c.What <= Instruction::CallSs;
+}
+
+bool NumberIsLost(const ParsedCommand& c) {
+  constexpr std::int32_t MostLine = 128;
+  constexpr std::int32_t MostLevel = 15;
+  if (c.Compare && (IsJump(c) ? Beyond(c.Compare->Right, MostByte) : BeyondWord(c.Compare->Right))) {
+    return true;
+  }
+  if (Beyond(c.Link.Button, MostButton) || (c.LinkAfterSet && Beyond(c.LinkAfterSet->Button, MostButton))) {
+    return true;
+  }
+  switch (c.What) {
+    case Instruction::GoTo:
+      return c.Line < 1 || c.Line > MostLine;
+    case Instruction::SetTmpPml:
+      return Beyond(c.Line, MostLine) || Beyond(c.ParentalLevel, MostLevel);
+    case Instruction::SetHlBtnn:
+      return Beyond(c.Source, MostButton);
+    case Instruction::JumpSs:
+      return Beyond(c.TitleSet, MostByte) || Beyond(c.Title, MostByte);
+    default:
+      return BeyondWord(c.Source);
+  }
+}
+
+// The text of the first comparison's left side, as far as it goes.
+bool LeftIsNoRegister(std::string_view lowered) {
+  const std::size_t open = lowered.find("if");
+  const std::size_t bracket = open == None ? None : lowered.find('(', open);
+  if (bracket == None) {
+    return false;
+  }
+  const std::string_view left = Trim(lowered.substr(bracket + 1));
+  return !left.starts_with("gprm") && !left.starts_with("(");
+}
+
+bool SetsNothing(const ParsedCommand& c) {
+  return c.What == Instruction::SetStn && c.Audio.Is(OperandKind::None) &&
+         c.Subpicture.Is(OperandKind::None) && c.Angle.Is(OperandKind::None);
+}
+
+bool CarriesLink(const ParsedCommand& c) {
+  return c.What >= Instruction::SetStn;
+}
+
+TextFault LossesOf(const CommandForm& form) {
+  const ParsedCommand& c = form.Command;
+  TextFault faults = TextFault::None;
+  if (NumberIsLost(c)) {
+    faults |= TextFault::NumberBeyondField;
+  }
+  if (c.Compare && LeftIsNoRegister(form.Lowered)) {
+    faults |= TextFault::LeftNoRegister;
+  }
+  if (SetsNothing(c)) {
+    faults |= TextFault::NothingSet;
+  }
+  if (c.LinkAfterSet && !CarriesLink(c)) {
+    faults |= TextFault::LinkLost;
+  }
+  return faults;
+}
+
 TextFault FaultsOf(const CommandForm& form) {
   const ParsedCommand& c = form.Command;
   TextFault faults = form.Faults;
@@ -201,7 +284,7 @@ TextFault FaultsOf(const CommandForm& form) {
   if (BeyondRegisters(c)) {
     faults |= TextFault::RegisterBeyondRange;
   }
-  return faults;
+  return faults | LossesOf(form);
 }
 
 }  // namespace

@@ -61,6 +61,10 @@ enum class TextFault : unsigned {
   UnknownMenu = 1U << 9U,            // a title set's menu that there is not
   UnknownLink = 1U << 10U,           // no link after the set: the command cannot be resolved
   RegisterBeyondRange = 1U << 8U,    // GPRM0 to GPRM15, SPRM0 to SPRM23
+  NumberBeyondField = 1U << 11U,     // a number that its bytes do not hold
+  LeftNoRegister = 1U << 12U,        // the left side of a comparison is no general register
+  NothingSet = 1U << 13U,            // a set without anything that it sets
+  LinkLost = 1U << 14U,              // the command carries no link
 };
 constexpr TextFault operator|(TextFault a, TextFault b) {
   return static_cast<TextFault>(static_cast<unsigned>(a) | static_cast<unsigned>(b));

@@ -101,6 +101,13 @@ void ReadJump(const CommandBytes& bytes, CommandTarget& target) {
   }
 }
 
+bool GoesToLine(const CommandBytes& bytes) {
+  constexpr std::int32_t GoTo = 1;
+  constexpr std::int32_t SetTmpPml = 3;
+  const std::int32_t sub = Bits(bytes, 1, 0x0F);
+  return Bits(bytes, 0, 0xFF) == 0 && (sub == GoTo || sub == SetTmpPml);
+}
+
 }  // namespace
 
 CommandTarget TargetOf(const CommandBytes& bytes) {
@@ -109,6 +116,9 @@ CommandTarget TargetOf(const CommandBytes& bytes) {
   const bool bit4 = Bits(bytes, 0, 0x10) != 0;
   const auto link = static_cast<LinkKind>(Bits(bytes, 1, 0x0F));
   switch (Bits(bytes, 0, 0xE0) >> 5) {
+    case 0:
+      target.Line = GoesToLine(bytes) ? Bits(bytes, 7, 0xFF) : 0;
+      break;
     case 1:
       bit4 ? ReadJump(bytes, target) : ReadLink(bytes, link, target);
       break;

@@ -11,6 +11,9 @@ namespace quorvelant {
 
 // The codes of sub-instructions that are judged by themselves.
 inline constexpr std::int32_t NoLinkCode = 0;
+inline constexpr std::int32_t NextPgcCode = 10;
+inline constexpr std::int32_t PrevPgcCode = 11;
+inline constexpr std::int32_t GoUpPgcCode = 12;
 inline constexpr std::int32_t ResumeCode = 16;
 
 // `What` is `Link`, `Exit`, a jump or a call, and `None` where the bytes lead nowhere, whatever they set or
@@ -26,6 +29,7 @@ struct CommandTarget {
   std::int32_t Pgc = 0;     // of the Video Manager
   std::int32_t ResumeCell = 0;
   std::int32_t TimerPgc = 0;  // SetNVTMR, which may go on to a link
+  std::int32_t Line = 0;      // GoTo, SetTmpPML: of the list, which the command does not leave
 
   [[nodiscard]] bool IsLink(LinkKind kind) const { return What == Instruction::Link && Link.Kind == kind; }
   [[nodiscard]] bool IsResume() const {

@@ -37,4 +37,22 @@ inline constexpr MessageKind CommandRegisterBeyondRange{
     "command-register-beyond-range", Severity::Warning, "Command Warning",
     "\"{}\": registers are GPRM0 to GPRM15 and SPRM0 to SPRM23"};
 
+inline constexpr MessageKind CommandNumberBeyondField{
+    "command-number-beyond-field", Severity::Warning, "Command Warning",
+    "\"{}\": a number in it is larger than its command holds, and players see another; registers hold 0 to "
+    "65535, jumps compare with 0 to 255, buttons are 1 to 36, lines 1 to 128"};
+inline constexpr MessageKind CommandLeftNoRegister{"command-left-no-register", Severity::Warning,
+                                                   "Command Warning",
+                                                   "\"{}\": the left side of a comparison is a GPRM; players "
+                                                   "compare another register. Bring the value into a "
+                                                   "GPRM first: Mov GPRM1, SPRM3"};
+inline constexpr MessageKind CommandSetsNothing{
+    "command-sets-nothing", Severity::Warning, "Command Warning",
+    "\"{}\" sets nothing as it is written: its words stand without blanks, as in SetSTN audio=1, "
+    "subpicture=1:on, angle=1"};
+inline constexpr MessageKind CommandLinkLost{
+    "command-link-lost", Severity::Warning, "Command Warning",
+    "\"{}\": this command carries no link, so what stands after its \";\" is lost; write it as a command of "
+    "its own"};
+
 }  // namespace quorvelant::message

@@ -94,6 +94,14 @@ std::vector<Row> Rows() {
       {"UnclosedBrace", "Data=Tracks|{|}|}|{|Item=Track|{|Name=x|}|", "E unclosed-brace p.qvp:9|"},
       {"DoubtfulValue", "Item=Track|Resolution = Pall|",
        "W doubtful-value p.qvp:2|E track-standard-unknown Track.0|"},
+      {"DoubtfulColoursAndPlaces",
+       "Item=Track|Item=SubPicture|Item=SubPicture Play|Conversion(P)=#ffffff|Conversion(Bg)=0, "
+       "0,255|Origin=1;2|"
+       "Origin=80,480|DisplayArea=0,2,719,573|Item=Highlight Play|ButtonMode2=narrow|Color Scheme 1|"
+       "Selection Color=0 2 0 0|Action Color=0, 2, 0, 0|Item=Audio Play List|AudioLanguage=german |",
+       "W doubtful-value p.qvp:4|W doubtful-value p.qvp:6|W doubtful-value p.qvp:8|W doubtful-value "
+       "p.qvp:10|W "
+       "doubtful-value p.qvp:12|E audio-kind-unknown Audio1|"},
       {"RepeatedScene", "Item=Track|" + SceneS + SceneS, "E scene-repeated p.qvp:5|"},
       {"CommandTarget", Pgc + "Item=PreCommands|Command=LinkPGCN Q|", "E command-target-missing VTS1/T/P/-|"},
       {"Command", Pgc + "Item=PreCommands|Command=Frobnicate|", "W command-unknown PGC1 Pre1|"},
@@ -146,6 +154,12 @@ std::vector<Row> Rows() {
        "E source-missing Video1+|W source-unnamed Video2+|E source-missing Audio1.AudioPlay1+|E "
        "source-missing Sub1+1|",
        true},
+      {"BitmapHeads",
+       Subtitles + Sub("00:00", "00:10", "", "no.ac3") + Sub("01:00", "00:10", "Origin=800,0|"),
+       "E subtitle-no-picture Sub1|E subtitle-outside Sub1|"},
+      {"SmoothedBitmap",
+       Subtitles + Sub("00:00", "00:10", "Conversion(E1)=1,1,1|Conversion(E2)=1,1,1|", "odd.bmp"),
+       "W subtitle-odd-pixels Sub1+1|", true},
       {"GoodSources", Film + Audio + "sub\\a.ac3|" + Audio + "d.dts|StreamNumber=1|",
        "W audio-dts Audio2.AudioPlay1+|", true},
       {"Mismatches",
@@ -222,10 +236,13 @@ class FindingsTest : public testing::TestWithParam<Row> {
  protected:
   FindingsTest() {
     const std::string bitmap = Text(WriteBmp(Picture(8, 8)));
+    Picture smoothed(8, 8);
+    smoothed.Set(1, 1, 0x808080);
     const std::string film = Text(BuildStream({.Gops = 1}));
     const std::string ac3 = Text({0x0B, 0x77, 0, 0, 0x14, 0x40, 0x40, 0});
     const std::pair<const char*, std::string> files[] = {
         {"good.bmp", bitmap},
+        {"odd.bmp", Text(WriteBmp(smoothed))},
         {"cut.bmp", bitmap.substr(0, bitmap.size() - 20)},
         {"small.bmp", Text(WriteBmp(Picture(100, 100)))},
         {"still.bmp", Text(WriteBmp(Picture(720, 576)))},

@@ -48,6 +48,20 @@ std::string Other(std::string_view film, std::string_view sound) {
                      Second, film, Sound, sound);
 }
 
+// Buttons and the marks that show them, on the track; and the commands of the cell.
+const std::string SceneLine = "Item=Scene|Name=s|";
+const std::string Overlay =
+    "Item=SubPicture|StreamNumber=0|Item=SubPicture "
+    "Play|File=marks.bmp|Start=00:00:00:00|Duration=00:00:01:00|"
+    "Forced=Yes|Conversion(P)=255,255,255|Item=Highlight Play|Start Time To Video=00:00:00:00|"
+    "Duration=00:00:01:00|Item=Button|Name=A|Highlight Area #1=0,0,9,9|Item=Button|Name=B|"
+    "Highlight Area #1=20,0,29,9|";
+const std::string MenuPlay = "Item=Menu Play|";
+const std::string ExitLine = "Button Command=Exit|";
+std::string WithButtons(const std::string& commands) {
+  return Replace(Disc, SceneLine, Overlay + SceneLine) + commands;
+}
+
 struct Row {
   friend void PrintTo(const Row& row, std::ostream* out) { *out << row.Name; }
 
@@ -79,6 +93,8 @@ std::vector<Row> Rows() {
       Second + Cell + "Item=Cell|Name=C2|UsingScene=s|" + "Item=Program|Name=G2|Item=Cell|UsingScene=s|";
   const std::string wide = "DisplayMode=Only LetterBox|Item=Video Play|VideoFile=wide.m2v|";
   const std::string film = "Item=Video Play|VideoFile=film.m2v|";
+  const std::string cell = "VTS1.TITLE1.PGC1.PG1.CELL1|";
+  const std::string dark = "W palette-dark VTS1.TITLE1.PGC1|";
   return {
       {"ADiscThatPlays", "", "", ""},
       {"FirstPlayWithNothing", First, "Item=FirstPGC|", noFirst},
@@ -103,7 +119,7 @@ std::vector<Row> Rows() {
 
       {"NoTitleMenu", "MenuType=TitleMenu|", "", inFirst},
       {"NoTitleMenuInOneLanguage", "Item=VTS|", "Item=Language|LU=de|Item=PGC|Name=W|StillTime=255|Item=VTS|",
-       inFirst},
+       Replace(inFirst, "E ", "W ")},
       InTitle("NoAudioMenu", "CallSS RSM=0,AudioMenu", inTitle),
       InTitle("TheRootMenu", "CallSS RSM=1,RootMenu", ""),
       InTitle("ResumeCellBeyond", "CallSS RSM=2,RootMenu", inTitle),
@@ -137,6 +153,36 @@ std::vector<Row> Rows() {
       {"TwoKindsOfSound", "", Other(film, "stereo.wav"), "E audio-mixed Track.1.Audio1|"},
       {"TwoKindsOfPcm", Disc, Replace(Disc, "a.ac3", "mono.wav") + Other(film, "stereo.wav"),
        "W audio-mixed Track.1.Audio1|"},
+      {"WideWithoutDisplay", "film.m2v", "wide.m2v", "W wide-letterboxed Track.0|",
+       "W wide-without-display Track.0|"},
+      {"WideWithButtons", Disc, Replace(WithButtons(MenuPlay + ExitLine + ExitLine), "film.m2v", "wide.m2v"),
+       "W wide-without-display Track.0|", "W wide-without-display Track.0|" + dark},
+      {"TwoButtonsTwoCommands", Disc, WithButtons(MenuPlay + ExitLine + ExitLine), "", dark},
+      {"APlayForEachButton", Disc, WithButtons(MenuPlay + ExitLine + MenuPlay + ExitLine), "", dark},
+      {"ButtonWithoutCommand", Disc, WithButtons(MenuPlay + ExitLine), "E buttons-without-command " + cell,
+       dark + "W buttons-without-command " + cell},
+      {"CommandWithoutButton", Disc, WithButtons(MenuPlay + ExitLine + ExitLine + ExitLine),
+       "W commands-without-button " + cell, dark + "W commands-without-button " + cell},
+      {"PlaysAreNoButtons", Disc, WithButtons(MenuPlay + ExitLine + ExitLine + MenuPlay),
+       "W button-commands-uneven " + cell, dark + "W button-commands-uneven " + cell},
+      {"OneMenuTwoCells", Disc,
+       WithButtons(MenuPlay + ExitLine + ExitLine) + "Item=Cell|Name=D|UsingScene=s|" + MenuPlay +
+           "Button Command=NOP|Button Command=NOP|",
+       "E button-commands-differ VTS1.TITLE1.PGC1.PG1.CELL2|",
+       dark + "W button-commands-differ VTS1.TITLE1.PGC1.PG1.CELL2|"},
+      {"NoPaletteOfTheProject", Disc,
+       WithButtons(MenuPlay + ExitLine + ExitLine) + "Item=Palette|Name=Reds|0=255,0,0|",
+       "W palette-missing VTS1.TITLE1.PGC1|", dark},
+
+      InTitle("GoToBeyondTheList", "GoTo 9", inTitle),
+      InTitle("NoNextPgc", "LinkNextPGC", inTitle),
+      InTitle("NoGoUpPgc", "LinkGoUpPGC", inTitle),
+      InTitle("PartFarBeyond", "JumpVTS_PTT ptt_500 @ vts_ttn_9", inTitle),
+      InTitle("NumberBeyond", "Mov GPRM1, 70000", "W command-number-beyond-field VTS1.TITLE1.PGC1 Pre1|"),
+      InTitle("BlanksInSetStn", "SetSTN audio = 2", "W command-sets-nothing VTS1.TITLE1.PGC1 Pre1|"),
+      InTitle("SystemRegisterOnTheLeft", "If ( SPRM1 == 3 ) NOP",
+              "W command-left-no-register VTS1.TITLE1.PGC1 Pre1|"),
+      InTitle("LinkAfterAJump", "Exit ; LinkTopPGC", "W command-link-lost VTS1.TITLE1.PGC1 Pre1|"),
       {"FullScreenAsWide", "Name=F|", "Name=F|DisplayMode=Only PanScan|", "W aspect-unlike-domain Track.0|"},
   };
 }
@@ -150,6 +196,8 @@ class StructureTest : public testing::TestWithParam<Row> {
     Link("a.ac3", SampleAc3({.Seconds = 1}));
     Link("stereo.wav", SampleWav({.Seconds = 1}));
     Link("mono.wav", SampleWav({.Channels = 1, .Seconds = 1}));
+    const Bytes marks = WriteBmp(Picture(8, 8));
+    Folder.Write("marks.bmp", {marks.begin(), marks.end()});
   }
   void Link(const std::string& name, const std::string& sample) const {
     std::filesystem::create_symlink(sample, Folder.Path() / name);

@@ -49,6 +49,8 @@ class Generator {
         return OneOf({"Wide/Letter", "LetterBox", "Only PanScan", "Both PanScan and LetterBox"});
       case Takes::MenuType:
         return OneOf({"Root", "Audio", "None"});
+      case Takes::ButtonMode:
+        return OneOf({"wide", "letter", "pan"});
       default:
         return fmt::format("{}{}{}", word, Below(1000),
                            OneOf({"", " = a, b", "#1 \xC3\xA9", "  (two)", "\xE9;{}"}));
@@ -106,13 +108,7 @@ class Generator {
     }
   }
 
-  UopMask Uops(std::size_t first, std::size_t leftOut) {
-    UopMask uops(random_() & random_());
-    for (std::size_t i = 0; i < first; ++i) {
-      uops.reset(i);
-    }
-    return uops.reset(leftOut);
-  }
+  UopMask Uops() { return UopMask(random_() & random_()); }
   void FillTrack(Track& track, std::size_t index);
   void AddCommands(CommandList& list, std::string_view word);
   void FillPgc(PGC_P& pgc, Written form);
@@ -148,7 +144,7 @@ void Generator::FillTrack(Track& track, std::size_t index) {
   Repeat(track.Scenes, 4, [](Scene& /*scene*/) {});
   for (std::size_t i = 0; i < track.Scenes.size(); ++i) {
     track.Scenes[i] = {fmt::format("Track_{}_Scene{}", index, i), static_cast<std::int32_t>(i) * 1000,
-                       Uops(3, 17)};
+                       Uops()};
   }
 }
 
@@ -164,7 +160,7 @@ void Generator::FillPgc(PGC_P& pgc, Written form) {
   const std::size_t entries = form == Written::OfTitles ? SubStreamCount : 1;
   Fill(SubMapKeys, Fill(AudioMapKeys, Fill(PgcKeys, pgc, form), form, entries), form, entries);
   pgc.PaletteName = project_.Palettes.Count() > 0 && Coin() ? project_.Palettes.Item(1)->Name() : "Default";
-  pgc.Uops = Uops(0, 4);
+  pgc.Uops = Uops();
   AddCommands(pgc.PreCommands, "Pre");
   AddCommands(pgc.PostCommands, "Post");
   AddCommands(pgc.CellCommands, "Cell");
@@ -173,7 +169,7 @@ void Generator::FillPgc(PGC_P& pgc, Written form) {
     Fill(ProgramKeys, program);
     for (std::int32_t cells = Below(3); cells > 0; --cells) {
       Cell_P& cell = program.Cell.Add({});
-      Fill(CellKeys, cell);
+      Fill(CellKeys, cell).Uops = Uops();
       if (project_.Tracks.Count() > 0 && Coin()) {
         cell.SceneUsed = project_.Tracks[0].Scenes[0].Name;
       }
@@ -207,7 +203,7 @@ Project Generator::Make() {
   for (std::int32_t i = Below(3); i > 0; --i) {
     Fill(PaletteKeys, project_.Palettes.Add({}));
   }
-  project_.FirstPlay.Uops = Uops(0, 4);
+  project_.FirstPlay.Uops = Uops();
   AddCommands(project_.FirstPlay.PreCommands, FirstPgcKey);
   const int entries = 2 + Below(3);
   for (int i = 1; i <= entries; ++i) {

@@ -177,7 +177,7 @@ TEST(LoadFindings, LinesTheirEndCommandsAndNamesInTheirOrder) {
           "exist: \"JumpTT Nowhere\"",
           R"(VTS1.TITLE1.PGC1.PG1.CELL1 scene-unknown Unknown Scene: The cell uses a scene that no track has: "gone")",
           "VTS1.TITLE1.PGC1 palette-unknown Unknown Palette: The PGC names a palette that the project does "
-          "not have, so \"Default\" is used: \"Reds\""));
+          "not have, so it has none: \"Reds\""));
   EXPECT_TRUE(loaded.Result.Loaded && loaded.Target.ScriptHadCommandErrors);
   EXPECT_EQ(loaded.TitlePgc().PaletteName, "Default");
   EXPECT_EQ(loaded.TitlePgc().PG.Item(1)->Cell.Item(1)->SceneUsed, "gone");

@@ -96,7 +96,7 @@ Track Slides() {
   play.Duration = "00:00:02:00";
   play.Forced = true;
   track.HighlightPlays = {Highlight()};
-  track.Scenes.push_back({"Pages_Scene1", 45, UopMask().set().reset(0).reset(1).reset(2).reset(17)});
+  track.Scenes.push_back({"Pages_Scene1", 45, UopMask().set()});
   return track;
 }
 
@@ -138,6 +138,7 @@ void FillTitle(Title_P& title) {
   cell.Key = program.Key + ".CELL1";
   cell.CellName = "Cell";
   cell.SceneUsed = "nowhere";  // so the load adds nothing of its own
+  cell.Uops.set(4);
   cell.StillTime = 7;
   cell.CellCommand = 1;
   cell.RestrictedAccess = true;
@@ -161,7 +162,7 @@ Project EveryKey() {
   for (std::size_t i = 0; i < palette.PaletteColors.size(); ++i) {
     palette.PaletteColors[i] = static_cast<Color>(0x030201 * (i + 1));
   }
-  project.FirstPlay.Uops.set().reset(4);
+  project.FirstPlay.Uops.set();
   project.Disc.Item(1)->MenuLetterBoxed = true;
   VTS_P& set = *project.Disc.Item(2);
   set.TitleLetterBoxed = true;
@@ -185,7 +186,6 @@ TEST(ScriptWriter, EveryKeyAsInTheGoldenFile) {
   Track& track = project.Tracks[0];
   track.AudioStreams[0].AudioPlays.push_back({.File = "gone.wav", .Removed = true});
   track.AudioStreams[2].Emphasis = track.AudioStreams[2].Mute = 1;  // of PCM alone
-  track.Scenes[0].Uops.set();
   SubtitleStream& titles = track.SubStreams[0];
   titles.SubPlays[0].End = "00:00:03:15";
   titles.SubPlays[0].Duration = "not looked at";
@@ -194,7 +194,6 @@ TEST(ScriptWriter, EveryKeyAsInTheGoldenFile) {
   Track& withoutFile = project.Tracks.Add({});
   withoutFile.Filled = true;
   withoutFile.VideoPlays.emplace_back();
-  project.FirstPlay.Uops.set();
   AddCommand(project.FirstPlay.PreCommands, FirstPgcKey, "Exit");
   project.FirstPlay.PreCommands.back().Deleted = true;
   AddRemoved(project.Palettes);

@@ -47,6 +47,23 @@ QImage OnWhite(const QImage& image) {
   return flat;
 }
 
+// An image with see-through parts, as it shows over another.
+QImage Over(const QImage& image, std::uint32_t background) {
+  if (!image.hasAlphaChannel()) {
+    return image;
+  }
+  constexpr int HalfSeen = 128;
+  const QRgb rest = qRgb(static_cast<int>(background & 255U), static_cast<int>(background >> 8U & 255U),
+                         static_cast<int>(background >> 16U & 255U));
+  QImage flat = image.convertToFormat(QImage::Format_ARGB32);
+  for (int row = 0; row < flat.height(); ++row) {
+    auto* const pixels = reinterpret_cast<QRgb*>(flat.scanLine(row));
+    std::transform(pixels, pixels + flat.width(), pixels,
+                   [rest](QRgb pixel) { return qAlpha(pixel) < HalfSeen ? rest : pixel | 0xFF000000U; });
+  }
+  return flat;
+}
+
 // Fonts need an application object; one without a window system serves when the program has none.
 void NeedFonts() {
   if (QGuiApplication::instance() != nullptr) {
@@ -60,7 +77,7 @@ void NeedFonts() {
   static const QGuiApplication application(argumentCount, arguments);
 }
 
-DecodedPicture Decode(ByteView file, const SizeJudge& judge) {
+DecodedPicture Decode(ByteView file, const SizeJudge& judge, const std::uint32_t* background) {
   QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(file.data()),
                                              static_cast<qsizetype>(file.size()));
   QBuffer buffer(&bytes);
@@ -79,7 +96,8 @@ DecodedPicture Decode(ByteView file, const SizeJudge& judge) {
     return {.Known = true, .Reason = reader.errorString().toStdString(), .Pixels = {}};
   }
   judge(image.width(), image.height());
-  return {.Known = true, .Reason = {}, .Pixels = PictureOf(OnWhite(image))};
+  const QImage flat = background == nullptr ? OnWhite(image) : Over(image, *background);
+  return {.Known = true, .Reason = {}, .Pixels = PictureOf(flat)};
 }
 
 Picture Scale(const Picture& picture, int width, int height, bool smooth) {

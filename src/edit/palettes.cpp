@@ -1,11 +1,11 @@
-#include "subtitle/palettes.h"
+#include "edit/palettes.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 
+#include "edit/messages.h"
 #include "model/walk.h"
-#include "subtitle/messages.h"
 
 namespace quorvelant {
 
