@@ -107,8 +107,8 @@ AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& con
     return {};
   }
   if (!arguments.LogFile.empty() &&
-      !MayLog(arguments.LogFile, arguments.Project, arguments.Folder, project, reporter)) {
-    return false;
+      !MayLog(arguments.LogFile, arguments.Project, arguments.Folder, project, ui)) {
+    return {};
   }
   const auto pictures = MakePlatformPictures();
   AuthorOrder order = OrderFrom(arguments, context);
