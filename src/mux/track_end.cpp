@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "mux/arrivals.h"
 #include "mux/failures.h"
 #include "mux/interleave.h"
 #include "mux/missed_marks.h"
@@ -45,6 +46,7 @@ void EndTrack(MuxState& state, VobSetRecords& records) {
   SendDueUnits(state, state.LatestPts);
   DrainAudio(state, endPts);
   CloseRecords(state, endPts);
+  WarnOfLateArrivals(state);
   WarnOfDamagedSound(state);
   WarnOfAudioLengths(state, endPts);
   ReportMissedMarks(state, state.NextMark, state.Input.Marks.size());
