@@ -15,6 +15,7 @@
 #include "analysis/messages.h"
 #include "base/file_text.h"
 #include "base/text.h"
+#include "disc/start_codes.h"
 
 namespace quorvelant {
 
@@ -46,7 +47,8 @@ struct Counter {
 };
 
 void Counter::Take(const FoundHeader& header, bool wantLetters) {
-  constexpr unsigned RepeatFirstField = 2;  // of the flags' byte, ISO/IEC 13818-2 6.2.3.1
+  constexpr unsigned FrameStructure = 3;    // picture_structure, ISO/IEC 13818-2 6.2.3.1; else a field
+  constexpr unsigned RepeatFirstField = 2;  // of the flags' byte
   if (header.Word == headers::Sequence) {
     SequenceOffset = header.Offset;
     PicturesSinceSequence = 0;
@@ -59,10 +61,11 @@ void Counter::Take(const FoundHeader& header, bool wantLetters) {
     if (wantLetters) {
       Index.Letters += PictureLetter(header.PictureType);
     }
-  } else if (header.Word == headers::PictureCoding && (header.Data[7] & RepeatFirstField) != 0) {
-    Fields += 1;
-    if (wantLetters) {
-      Index.Letters += 'R';
+  } else if (header.Word == headers::PictureCoding) {
+    Fields -= (header.Data[6] & FrameStructure) != FrameStructure ? 1 : 0;
+    if ((header.Data[7] & RepeatFirstField) != 0) {
+      Fields += 1;
+      Index.Letters += wantLetters ? "R" : "";
     }
   }
 }
@@ -85,6 +88,38 @@ std::int64_t HeldFrame(std::int64_t frame) {
 bool TellFailure(UserInterface& ui, const FileError& error, const std::string& file) {
   ui.Tell(MessageOf(message::IndexReadFailed, file, error.OneLine()));
   return false;
+}
+
+// Whether a sequence header stands where the index has one.
+bool HasHeaderAt(Random& files, std::uint64_t offset) {
+  constexpr std::uint32_t SequenceCode = 0x000001B3;
+  files.SeekAbsolute(offset, 0);
+  return GetBytes(files.ReadBytes(StartCodeBytes, 0), 0, StartCodeBytes) == SequenceCode;
+}
+
+// Why an index is not that of its file; empty where it may be.
+std::string_view WhyStale(const std::string& file, const PictureIndex& index, UserInterface& ui) {
+  if (IndexIsOlder(file)) {
+    return "the file was written to after it";
+  }
+  if (index.Entries.empty()) {
+    return index.TotalFrames == 0 ? "it holds nothing" : "";
+  }
+  Random files(ui);
+  files.DimFiles(0);
+  try {
+    if (!files.OpenSource(file, 0)) {
+      return {};
+    }
+    const PictureIndex::Entry& last = index.Entries.back();
+    if (last.Offset + last.Size > files.FileBytes(0)) {
+      return "the file is shorter than it says";
+    }
+    const bool fits = HasHeaderAt(files, index.Entries.front().Offset) && HasHeaderAt(files, last.Offset);
+    return fits ? "" : "no sequence header stands where it says";
+  } catch (const FileError&) {
+    return {};  // told by whoever reads the file
+  }
 }
 
 // Scans `file` and leaves its index on disk or in the store. False when the run ends here.
@@ -238,6 +273,10 @@ IndexRun BuildPictureIndex(const std::vector<IndexSource>& files, const std::str
     } else if (!source.Name.empty() && !source.IsImage) {
       result.State = IndexState::Reused;
       result.Index = FindPictureIndex(source.Name, store).value_or(PictureIndex{});
+      const std::string_view stale = WhyStale(source.Name, result.Index, ui);
+      if (!stale.empty()) {
+        ui.Tell(MessageOf(message::IndexStale, source.Name, IndexName(source.Name), stale));
+      }
     }
     run.Files.push_back(std::move(result));
     if ((own || group) && !groupFile.empty()) {

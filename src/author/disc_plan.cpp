@@ -49,8 +49,8 @@ DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, SourceJ
   result.Entry = &entry;
   result.Domain = domain;
   result.List = BuildTrackList(entry, domain, plan.Sources);
-  result.Audio = KnownStreams(BuildAudioMap(result.List, plan.Sources));
-  result.Subs = BuildSubMap(result.List, plan.Sources);
+  result.Audio = KnownStreams(BuildAudioMap(result.List, plan.Sources, plan.Rules));
+  result.Subs = BuildSubMap(result.List, plan.Sources, plan.Rules);
   const MuxInputSource source{*plan.Disc, plan.Sources, entry, domain, judge, plan.Rules};
   for (const TrackListRow& row : result.List) {
     result.Inputs.push_back(MakeMuxInput(source, row.Index, plan.Findings));

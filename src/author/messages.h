@@ -47,6 +47,14 @@ inline constexpr MessageKind SpaceTooLittle{"space-too-little", Severity::Error,
 inline constexpr MessageKind SpaceDoubtful{"space-doubtful", Severity::Warning, SpaceTooLittle.Title,
                                            SpaceTooLittle.Text};
 
+// The streams of a track.
+inline constexpr MessageKind StreamsBeyondRate{"streams-beyond-rate", Severity::Error, "Bit Rate",
+                                               "The {1} audio streams of track \"{0}\" take {2:.1f} of the "
+                                               "{3} Mbit/s that a disc carries, which leaves none "
+                                               "for the picture: sound and picture would stop again and "
+                                               "again. Leave streams out, or encode them at lower "
+                                               "rates"};
+
 // The run.
 inline constexpr MessageKind WarningsForbidDisc{
     "warnings-forbid-disc", Severity::Error, "Strict",

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "analysis/remedies.h"
+#include "author/stream_rates.h"
 #include "author/track_cells.h"
 #include "base/text.h"
 #include "base/timecode.h"
@@ -234,6 +235,7 @@ MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, Find
   AddSubpictures(from, input);
   AddMarks(from, cells, input);
   AddHighlights(from, cells, input);
+  Append(findings, JudgeRates(input, TrackKey(trackIndex), source.Rules));
   return input;
 }
 

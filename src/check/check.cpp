@@ -27,7 +27,7 @@ bool IsNone(std::string_view link) {
 
 class ProjectChecker {
  public:
-  explicit ProjectChecker(const Project& project) : project_(project) {}
+  ProjectChecker(const Project& project, const Rules& rules) : project_(project), rules_(rules) {}
 
   Findings Run();
 
@@ -51,6 +51,7 @@ class ProjectChecker {
                   std::string (*key)(std::size_t, std::size_t), const TrackListRow& row, const VTS_P& entry);
 
   const Project& project_;
+  Rules rules_;
   Findings findings_;
   std::unordered_set<std::string> told_;  // places of streams that are in the findings
 };
@@ -126,8 +127,8 @@ void ProjectChecker::CheckMuxed(const std::vector<Stream>& streams, std::string_
   for (std::size_t i = 0; i < streams.size(); ++i) {
     const std::string place = key(row.Index, i + 1);
     if (!streams[i].Removed && !streams[i].MuxThisStream && told_.insert(place + entry.Key).second) {
-      Add(message::StreamNotMuxed, place, what, streams[i].StreamNumber, entry.Key, MostMuxedAudio,
-          MostMuxedSubs);
+      Add(message::StreamNotMuxed, place, what, streams[i].StreamNumber, entry.Key, MostCarried(rules_).Audio,
+          MostCarried(rules_).Subs);
     }
   }
 }
@@ -135,8 +136,8 @@ void ProjectChecker::CheckMuxed(const std::vector<Stream>& streams, std::string_
 void ProjectChecker::CheckStreams(const VTS_P& entry, Tracks& tracks) {
   for (const Domain domain : {Domain::Menu, Domain::Title}) {
     const TrackList list = BuildTrackList(entry, domain, tracks);
-    BuildAudioMap(list, tracks);
-    BuildSubMap(list, tracks);
+    BuildAudioMap(list, tracks, rules_);
+    BuildSubMap(list, tracks, rules_);
     for (const TrackListRow& row : list) {
       const Track& track = tracks[row.Index];
       CheckMuxed(track.AudioStreams, "Audio", AudioStreamKey, row, entry);
@@ -169,12 +170,12 @@ Findings ProjectChecker::Run() {
 
 }  // namespace
 
-Findings CheckNamesAndStreams(const Project& project) {
-  return ProjectChecker(project).Run();
+Findings CheckNamesAndStreams(const Project& project, const Rules& rules) {
+  return ProjectChecker(project, rules).Run();
 }
 
 Findings CheckProject(const Project& project, const Rules& rules) {
-  Findings findings = CheckNamesAndStreams(project);
+  Findings findings = CheckNamesAndStreams(project, rules);
   Append(findings, ByRules(CheckMixedSets(project), rules));
   Append(findings, ByRules(CheckStructure(project), rules));
   Append(findings, ByRules(CheckCommandTargets(project), rules));

@@ -13,6 +13,6 @@ namespace quorvelant {
 [[nodiscard]] Findings CheckProject(const Project& project, const Rules& rules = Rules::Players);
 
 // Of these the names, still times and streams, in the order of the disc and the tracks.
-[[nodiscard]] Findings CheckNamesAndStreams(const Project& project);
+[[nodiscard]] Findings CheckNamesAndStreams(const Project& project, const Rules& rules);
 
 }  // namespace quorvelant

@@ -2,8 +2,12 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 #include <string>
 
+#include "base/text.h"
+#include "base/timecode.h"
+#include "disc/video_standard.h"
 #include "edit/messages.h"
 #include "model/keys.h"
 #include "model/walk.h"
@@ -64,6 +68,37 @@ bool RemoveScenesPastEnd(Project& project, std::size_t trackIndex) {
   return true;
 }
 
+bool IsSlideShow(const Track& track) {
+  return EqualNoCase(track.TrackType, "SlideShow");
+}
+
+// How long each slide shows, in frames; one without a time of its own as long as a slide does.
+std::vector<std::int64_t> SlideFrames(const Project& project, const Track& track) {
+  const std::string& standard = track.Standard.empty() ? project.Standard() : track.Standard;
+  std::vector<std::int64_t> frames;
+  for (const VideoPlay* play : Live(track.VideoPlays)) {
+    if (!play->File.empty()) {
+      const std::int64_t hold = TimecodeToFrames(play->SlideDuration, FramesPerSecond(standard));
+      frames.push_back(hold > 0 ? hold : TimingOf(EqualNoCase(standard, "NTSC")).SlideGopFrames);
+    }
+  }
+  return frames;
+}
+
+// Stores the length of the track, removes the scenes past it where it is known and moves the others.
+void FitScenes(Project& project, std::size_t trackIndex, std::int64_t frames, bool endIsKnown,
+               const std::vector<ChapterStart>& starts, UserInterface& ui) {
+  Track& track = project.Tracks[trackIndex];
+  track.VideoFrames =
+      static_cast<std::int32_t>(std::min<std::int64_t>(frames, std::numeric_limits<std::int32_t>::max()));
+  if (endIsKnown && RemoveScenesPastEnd(project, trackIndex)) {
+    ui.Tell(MessageOf(message::ScenesRemoved, TrackKey(trackIndex)));
+  }
+  for (std::size_t i = 1; i < track.Scenes.size(); ++i) {
+    track.Scenes[i].Frame = static_cast<std::int32_t>(MoveToChapterStart(starts, track.Scenes[i].Frame));
+  }
+}
+
 }  // namespace
 
 bool AnalyseChapters(Project& project, std::size_t trackIndex, IndexStore& store, UserInterface& ui) {
@@ -74,6 +109,12 @@ bool AnalyseChapters(Project& project, std::size_t trackIndex, IndexStore& store
     return false;
   }
   if (std::all_of(files.begin(), files.end(), [](const IndexSource& file) { return file.IsImage; })) {
+    return true;
+  }
+  if (IsSlideShow(track)) {
+    const std::vector<std::int64_t> slides = SlideFrames(project, track);
+    FitScenes(project, trackIndex, std::accumulate(slides.begin(), slides.end(), std::int64_t{0}),
+              !track.ExtendSlideForAudio, ChapterStarts(project, trackIndex, store), ui);
     return true;
   }
   const IndexRun run = BuildPictureIndex(files, {}, store, ui);
@@ -87,15 +128,7 @@ bool AnalyseChapters(Project& project, std::size_t trackIndex, IndexStore& store
   if (frames <= 0) {
     return true;  // an index that tells nothing
   }
-  track.VideoFrames =
-      static_cast<std::int32_t>(std::min<std::int64_t>(frames, std::numeric_limits<std::int32_t>::max()));
-  if (RemoveScenesPastEnd(project, trackIndex)) {
-    ui.Tell(MessageOf(message::ScenesRemoved, TrackKey(trackIndex)));
-  }
-  const std::vector<ChapterStart> starts = ChapterStarts(project, trackIndex, store);
-  for (std::size_t i = 1; i < track.Scenes.size(); ++i) {
-    track.Scenes[i].Frame = static_cast<std::int32_t>(MoveToChapterStart(starts, track.Scenes[i].Frame));
-  }
+  FitScenes(project, trackIndex, frames, true, ChapterStarts(project, trackIndex, store), ui);
   return true;
 }
 
@@ -103,7 +136,15 @@ std::vector<ChapterStart> ChapterStarts(const Project& project, std::size_t trac
                                         const IndexStore& store) {
   std::vector<ChapterStart> starts;
   std::int64_t base = 0;
-  for (const IndexSource& file : VideoFiles(project, project.Tracks[trackIndex])) {
+  const Track& track = project.Tracks[trackIndex];
+  if (IsSlideShow(track)) {
+    for (const std::int64_t frames : SlideFrames(project, track)) {
+      starts.push_back({base, false});
+      base += frames;
+    }
+    return starts;
+  }
+  for (const IndexSource& file : VideoFiles(project, track)) {
     const auto found = file.IsImage ? std::nullopt : FindPictureIndex(file.Name, store);
     const PictureIndex index = found.value_or(PictureIndex{});
     starts.push_back({base, index.Entries.empty()});

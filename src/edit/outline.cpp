@@ -1,5 +1,8 @@
 #include "edit/outline.h"
 
+#include <unordered_set>
+
+#include "base/rules.h"
 #include "base/timecode.h"
 #include "model/cls_dvd.h"
 #include "model/keys.h"
@@ -195,23 +198,27 @@ OutlineNode DiscNode(const Project& project) {
 
 // --- stream maps ---
 
-// Whether any stream of the number is multiplexed; the marks are those of the map built last.
+// The numbers of streams that are multiplexed; the marks are those of the map built last.
 template <class Streams>
-bool IsMuxed(const TrackList& list, const Tracks& tracks, Streams Track::*streams, std::int32_t number) {
+std::unordered_set<std::int32_t> MuxedNumbers(const TrackList& list, const Tracks& tracks,
+                                              Streams Track::*streams) {
+  std::unordered_set<std::int32_t> numbers;
   for (const TrackListRow& row : list) {
     for (const auto* stream : Live(tracks[row.Index].*streams)) {
-      if (stream->StreamNumber == number && stream->MuxThisStream) {
-        return true;
+      if (stream->MuxThisStream) {
+        numbers.insert(stream->StreamNumber);
       }
     }
   }
-  return false;
+  return numbers;
 }
 
 OutlineNode MapNode(const VTS_P& entry, Domain domain, Tracks& tracks) {
   const TrackList list = BuildTrackList(entry, domain, tracks);
   OutlineNode node = Node(domain == Domain::Menu ? "menus" : "titles", entry.Key, {});
-  for (const AudioMapRow& row : BuildAudioMap(list, tracks)) {
+  const AudioMap audio = BuildAudioMap(list, tracks, Rules::Players);
+  const auto muxedAudio = MuxedNumbers(list, tracks, &Track::AudioStreams);
+  for (const AudioMapRow& row : audio) {
     node.Children.push_back(Node("audio", {}, {},
                                  {{"stream", std::int64_t{row.StreamNumber}},
                                   {"format", row.Format},
@@ -220,16 +227,18 @@ OutlineNode MapNode(const VTS_P& entry, Domain domain, Tracks& tracks) {
                                   {"kHz", std::int64_t{row.SampleRate}},
                                   {"channels", std::int64_t{row.ChannelCount}},
                                   {"uses", std::int64_t{row.UseCount}},
-                                  {"muxed", IsMuxed(list, tracks, &Track::AudioStreams, row.StreamNumber)}}));
+                                  {"muxed", muxedAudio.contains(row.StreamNumber)}}));
   }
-  for (const SubMapRow& row : BuildSubMap(list, tracks)) {
+  const SubMap subs = BuildSubMap(list, tracks, Rules::Players);
+  const auto muxedSubs = MuxedNumbers(list, tracks, &Track::SubStreams);
+  for (const SubMapRow& row : subs) {
     node.Children.push_back(Node("subtitles", {}, {},
                                  {{"stream", std::int64_t{row.StreamNumber}},
                                   {"language", row.Language},
                                   {"extension", row.Extension},
                                   {"display", row.DisplayMode},
                                   {"uses", std::int64_t{row.UseCount}},
-                                  {"muxed", IsMuxed(list, tracks, &Track::SubStreams, row.StreamNumber)}}));
+                                  {"muxed", muxedSubs.contains(row.StreamNumber)}}));
   }
   return node;
 }

@@ -48,7 +48,7 @@ bool IsNumber(std::int32_t number, std::size_t numbers) {
 // What the two maps differ in.
 struct AudioKind {
   using Row = AudioMapRow;
-  static constexpr int MostMuxed = MostMuxedAudio;
+  static constexpr int CarriedMost::*Most = &CarriedMost::Audio;
   static bool Has(const Track& track) { return track.HasAudio; }
   static auto& Streams(auto& track) { return track.AudioStreams; }
   static bool CanMux(const AudioStream& stream) {
@@ -57,16 +57,18 @@ struct AudioKind {
 };
 struct SubKind {
   using Row = SubMapRow;
-  static constexpr int MostMuxed = MostMuxedSubs;
+  static constexpr int CarriedMost::*Most = &CarriedMost::Subs;
   static bool Has(const Track& track) { return track.HasSubs; }
   static auto& Streams(auto& track) { return track.SubStreams; }
   static bool CanMux(const SubtitleStream& stream) { return IsNumber(stream.StreamNumber, SubStreamCount); }
 };
 
-// Builds a map. `mark` learns of each live stream whether it is multiplexed. The answer follows the count
-// of rows so far and not the stream's own row: players and old discs rely on this order.
+// Builds a map. `mark` learns of each live stream whether it is multiplexed. Traditionally the answer follows
+// the count of rows so far and not the stream's own row: old discs rely on this order.
 template <class Kind, class AnyTracks, class Mark>
-std::vector<typename Kind::Row> BuildMap(const TrackList& list, AnyTracks& tracks, const Mark& mark) {
+std::vector<typename Kind::Row> BuildMap(const TrackList& list, AnyTracks& tracks, const Rules& rules,
+                                         const Mark& mark) {
+  const int most = MostCarried(rules).*Kind::Most;
   std::vector<typename Kind::Row> map;
   std::unordered_map<std::int32_t, std::size_t> rowOfNumber;
   int newStreams = 0;
@@ -86,7 +88,7 @@ std::vector<typename Kind::Row> BuildMap(const TrackList& list, AnyTracks& track
         map.push_back(RowOf(stream));
         newStreams += Kind::CanMux(stream) ? 1 : 0;
       }
-      mark(stream, Kind::CanMux(stream) && newStreams <= Kind::MostMuxed);
+      mark(stream, Kind::CanMux(stream) && (rules.AllStreamsMuxed || newStreams <= most));
     }
     firstTrack = false;
   }
@@ -115,6 +117,11 @@ void CarryLanguages(Streams& streams, const std::array<std::string, Count>& lang
 
 }  // namespace
 
+CarriedMost MostCarried(const Rules& rules) {
+  constexpr CarriedMost All{static_cast<int>(AudioStreamCount), static_cast<int>(SubStreamCount)};
+  return rules.AllStreamsMuxed ? All : CarriedMost{};
+}
+
 TrackList BuildTrackList(const VTS_P& entry, Domain domain, const Tracks& tracks) {
   TrackList list;
   std::vector<bool> listed(tracks.Count());
@@ -139,20 +146,20 @@ TrackList BuildTitleTrackList(const VTS_P& entry, const Tracks& tracks) {
   return BuildTrackList(entry, Domain::Title, tracks);
 }
 
-AudioMap BuildAudioMap(const TrackList& list, Tracks& tracks) {
-  return BuildMap<AudioKind>(list, tracks, SetMark);
+AudioMap BuildAudioMap(const TrackList& list, Tracks& tracks, const Rules& rules) {
+  return BuildMap<AudioKind>(list, tracks, rules, SetMark);
 }
 
-SubMap BuildSubMap(const TrackList& list, Tracks& tracks) {
-  return BuildMap<SubKind>(list, tracks, SetMark);
+SubMap BuildSubMap(const TrackList& list, Tracks& tracks, const Rules& rules) {
+  return BuildMap<SubKind>(list, tracks, rules, SetMark);
 }
 
 AudioMap ViewAudioMap(const TrackList& list, const Tracks& tracks) {
-  return BuildMap<AudioKind>(list, tracks, NoMark);
+  return BuildMap<AudioKind>(list, tracks, Rules::Players, NoMark);
 }
 
 SubMap ViewSubMap(const TrackList& list, const Tracks& tracks) {
-  return BuildMap<SubKind>(list, tracks, NoMark);
+  return BuildMap<SubKind>(list, tracks, Rules::Players, NoMark);
 }
 
 std::vector<std::int32_t> GetSubStreamID(const Track& track) {
@@ -178,13 +185,13 @@ void CarryExtensions(Project& project, VTS_P& entry, Domain domain, std::size_t 
     return;
   }
   const TrackList list = BuildTitleTrackList(entry, project.Tracks);
-  for (const AudioMapRow& row : BuildAudioMap(list, project.Tracks)) {
+  for (const AudioMapRow& row : ViewAudioMap(list, project.Tracks)) {
     if (IsNumber(row.StreamNumber, AudioStreamCount)) {
       entry.AudioExtension[static_cast<std::size_t>(row.StreamNumber)] =
           CLsDVD::AudioArray()[CLsDVD::ExtensionIndex(row.Extension)];
     }
   }
-  for (const SubMapRow& row : BuildSubMap(list, project.Tracks)) {
+  for (const SubMapRow& row : ViewSubMap(list, project.Tracks)) {
     if (IsNumber(row.StreamNumber, SubStreamCount)) {
       entry.SubExtension[static_cast<std::size_t>(row.StreamNumber)] =
           CLsDVD::SubArray()[CLsDVD::SubExtensionIndex(row.Extension)];

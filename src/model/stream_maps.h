@@ -12,6 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/rules.h"
 #include "base/user_interface.h"
 #include "model/project.h"
 #include "model/walk.h"
@@ -51,9 +52,12 @@ struct SubMapRow {
 };
 using SubMap = std::vector<SubMapRow>;
 
-// A domain carries two AC3 or PCM streams and four subpicture streams at most.
-inline constexpr int MostMuxedAudio = 2;
-inline constexpr int MostMuxedSubs = 4;
+// How many AC3 or PCM streams and how many subpicture streams a domain carries at most.
+struct CarriedMost {
+  int Audio = 2;
+  int Subs = 4;
+};
+[[nodiscard]] CarriedMost MostCarried(const Rules& rules);
 
 // The tracks of the live cells of an entry's languages or titles, each once. A cell without a known track
 // is passed over.
@@ -61,11 +65,12 @@ TrackList BuildTrackList(const VTS_P& entry, Domain domain, const Tracks& tracks
 TrackList BuildMenuTrackList(const VTS_P& entry, const Tracks& tracks);
 TrackList BuildTitleTrackList(const VTS_P& entry, const Tracks& tracks);
 
-// The map of the listed tracks. Sets `MuxThisStream` of every live stream that it looks at, by the count of
-// new rows so far: a stream met when that count has passed the limit is not multiplexed, even when its row
-// was met before. The map keeps all rows. A stream of the first track is never merged.
-AudioMap BuildAudioMap(const TrackList& list, Tracks& tracks);
-SubMap BuildSubMap(const TrackList& list, Tracks& tracks);
+// The map of the listed tracks. Sets `MuxThisStream` of every live stream that it looks at: players get all
+// that have a number (and are no DTS). Traditionally the count of new rows so far decides: a stream met when
+// that count has passed the limit is not multiplexed, even when its row was met before. The map keeps all
+// rows. A stream of the first track is never merged.
+AudioMap BuildAudioMap(const TrackList& list, Tracks& tracks, const Rules& rules);
+SubMap BuildSubMap(const TrackList& list, Tracks& tracks, const Rules& rules);
 // The same without marks.
 AudioMap ViewAudioMap(const TrackList& list, const Tracks& tracks);
 SubMap ViewSubMap(const TrackList& list, const Tracks& tracks);

@@ -9,6 +9,7 @@
 #include "base/bytes.h"
 #include "base/rules.h"
 #include "disc/clock.h"
+#include "mux/arrivals.h"
 #include "mux/audio_source.h"
 #include "mux/mux_track.h"
 #include "mux/next_sector.h"
@@ -46,6 +47,8 @@ struct AudioState {
   std::size_t OpenFrameBytes = 0;  // AC3: of the frame begun in the previous pack, still to come
   int OpenFrameSamples = 0;        // PCM: samples of it already written
   int FrameNumber = 0;             // PCM: of the next frame, 0 to 19
+
+  LateArrivals Late = {};
 
   // What it asks of NextSectorKind.
   AudioClaim Claim() const;

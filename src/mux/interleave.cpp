@@ -32,6 +32,7 @@ void WriteOne(MuxState& state, std::size_t index) {
   const AudioPack pack = WriteAudioPack(stream, state.Output.NextSector(), scr, state.AudioLimit);
   AdvanceAudioClock(stream, state.LastScr, pack.PayloadBytes);
   if (pack.Frames > 0) {
+    stream.Late.Note(state.LastScr, firstPts);
     NoteAudioPack(state, index, at, firstPts);
   }
 }

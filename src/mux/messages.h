@@ -130,6 +130,23 @@ inline constexpr MessageKind AudioTooLong{
 inline constexpr MessageKind SubtitleNotMade{"subtitle-not-made", Severity::Error, MuxErrorTitle,
                                              "Track \"{}\", subtitle stream {}, entry {}: {}"};
 
+inline constexpr MessageKind AudioLate{
+    "audio-late", Severity::Warning, UnderflowTitle,
+    "Audio stream {} of track \"{}\": {} packs come too late, the first at {:.1f} seconds, by up to {:.1f} "
+    "ms. The "
+    "sound drops out there. Lower the bit rate of the picture or of the sound, or leave streams out."};
+inline constexpr MessageKind SubtitlesLate{
+    "subtitles-late", Severity::Warning, UnderflowTitle,
+    "Subpicture stream {} of track \"{}\": {} entries come too late, the first at {:.1f} seconds, by up to "
+    "{:.1f} "
+    "ms. They show late or not at all. Lower the bit rate of the picture, or use smaller bitmaps."};
+inline constexpr MessageKind SubtitlesOverfill{"subtitles-overfill", Severity::Error, MuxErrorTitle,
+                                               "Track \"{}\", subpicture stream {}, entry {}: with those "
+                                               "sent ahead of it the player has to keep {} bytes, and "
+                                               "its buffer holds {}. Some of them would not show. Let fewer "
+                                               "entries follow each other so closely, or use "
+                                               "smaller bitmaps."};
+
 // Chapter marks.
 inline constexpr MessageKind MarkOpensNoCell{
     "mark-opens-no-cell", Severity::Error, ChapterMarkTitle,

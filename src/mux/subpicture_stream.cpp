@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 
+#include "mux/failures.h"
 #include "mux/interleave.h"
 #include "mux/messages.h"
 #include "mux/mux_fault.h"
@@ -72,6 +73,18 @@ ByteView PutUnitPack(ByteSpan sector, SystemClockReference scr, const PacketHead
   return rest.subspan(taken);
 }
 
+// A unit that has been sent, against the player's buffer.
+void NoteArrival(MuxState& state, SubpictureState& stream, const SPURecord& unit, std::size_t bytes) {
+  stream.Late.Note(state.LastScr, unit.StartPTS);
+  const std::int64_t held = stream.Buffer.Enter(state.LastScr, unit.StartPTS, bytes);
+  if (held > SubpictureBufferBytes && !stream.Overfilled) {
+    stream.Overfilled = true;
+    RefuseOrWarn(state.Build,
+                 MessageOf(message::SubtitlesOverfill, unit.File, state.Input.Name,
+                           stream.Input->StreamNumber, unit.Entry + 1, held, SubpictureBufferBytes));
+  }
+}
+
 void SendUnit(MuxState& state, SubpictureState& stream) {
   const SPURecord& unit = stream.Units[stream.Next++];
   const Bytes bytes = MakeUnitOf(state, stream, unit);
@@ -98,6 +111,7 @@ void SendUnit(MuxState& state, SubpictureState& stream) {
     state.LastScr = scr;
   }
   stream.Sent.push_back(sent);
+  NoteArrival(state, stream, unit, bytes.size());
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "disc/vob_records.h"
+#include "mux/arrivals.h"
 #include "mux/mux_track.h"
 #include "subpicture/spu_record.h"
 
@@ -28,6 +29,9 @@ struct SubpictureState {
   std::vector<SPURecord> Units;     // of the whole track; their bitmaps are read when they are due
   std::size_t Next = 0;             // index of the next to go
   std::vector<SentUnit> Sent = {};  // the one showing and those after it
+  SubpictureBuffer Buffer = {};
+  bool Overfilled = false;  // told
+  LateArrivals Late = {};
 };
 
 // The streams of a track, their units timed.

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "mux/arrivals.h"
 #include "mux/failures.h"
 #include "mux/interleave.h"
 #include "mux/missed_marks.h"
@@ -46,6 +47,7 @@ void EndTrack(MuxState& state, VobSetRecords& records) {
   DrainAudio(state, endPts);
   CloseRecords(state, endPts);
   WarnOfDamage(state);
+  WarnOfLateArrivals(state);
   WarnOfDamagedSound(state);
   WarnOfAudioLengths(state, endPts);
   ReportMissedMarks(state, state.NextMark, state.Input.Marks.size());

@@ -203,6 +203,10 @@ TEST_F(VideoFiles, SingleAndRepeatedPictures) {
   EXPECT_EQ(WritePictureIndex(Scan(Folder.Write("s", still), 0, false)),
             fmt::format("Frame=0;Offset=0;Size={}\r\nTotalFrames=1\r\n", still.size()));
   EXPECT_EQ(Scan(Folder.Write("f", BuildStream({.Gops = 2, .Pulldown = true})), 0, true).TotalFrames, 30);
+  const PictureIndex fields =
+      Scan(Folder.Write("p", BuildStream({.Gops = 2, .FieldPictures = true})), 0, true);
+  EXPECT_EQ(fields.TotalFrames, 24);
+  EXPECT_EQ(fields.Entries.at(1).Frame, 12);
   // Pictures of types 1, 2, 0 (none), 4 and 3, each cut by the next start code.
   const Bytes cut{0, 0, 1, 0x00, 0, 0x08, 0, 0, 1, 0x00, 0, 0x10, 0,    0, 1, 0x00, 0, 0x00,
                   0, 0, 1, 0x00, 0, 0x20, 0, 0, 1, 0x00, 0, 0x18, 0x80, 0, 0, 1,    0, 0};
@@ -222,6 +226,25 @@ TEST_F(VideoFiles, IndexIsReusedWhateverItHoldsUnlessForced) {
   std::filesystem::last_write_time(IndexName(file),
                                    std::filesystem::last_write_time(file) - std::chrono::seconds(5));
   EXPECT_TRUE(IndexIsOlder(file));
+}
+
+TEST_F(VideoFiles, AnIndexOfAnotherFileIsTold) {
+  const std::string other = WritePictureIndex(Scan(Folder.Write("o", BuildStream({.Gops = 9})), 0, false));
+  const std::string own = WritePictureIndex(Scan(Folder.Write("v", BuildStream({})), 0, false));
+  const std::pair<std::string, const char*> cases[] = {
+      {own, ""},
+      {"", "it holds nothing"},
+      {other, "the file is shorter than it says"},
+      {Replace(own, "Frame=0;Offset=0", "Frame=0;Offset=8"), "no sequence header stands where it says"}};
+  for (const auto& [text, why] : cases) {
+    const std::string file = Folder.Write("v.m2v", BuildStream({}));
+    Folder.Write("v.m2v.qvi", text);
+    IndexStore store;
+    Ui.Messages.clear();
+    BuildPictureIndex({{file, false}}, "", store, Ui);
+    ASSERT_EQ(Ui.Messages.size(), *why == 0 ? 0U : 1U) << why;
+    EXPECT_TRUE(Ui.Messages.empty() || Ui.Messages[0].Text.find(why) != std::string::npos);
+  }
 }
 
 TEST_F(VideoFiles, AnIndexThatCannotBeWrittenIsKeptWithOneMessage) {

@@ -276,7 +276,7 @@ class FindingsTest : public testing::TestWithParam<Row> {
     }
     Findings findings = LoadFindings(load);
     Append(findings, CheckLimits(project));
-    Append(findings, CheckNamesAndStreams(project));
+    Append(findings, CheckNamesAndStreams(project, Rules::Classic));
     Append(findings,
            row.Opens ? OpenSources(project, Rules::Players, Pictures, Ui) : LookForSources(project, Ui));
     return findings;

@@ -249,6 +249,21 @@ TEST_F(Imports, ChapterAnalysis) {
   EXPECT_EQ(shown, (std::vector<std::int32_t>{0, 1, 2, 3, -1, 4, 5, -1}));
 }
 
+// Their times count, whatever the files hold.
+TEST_F(Imports, ChaptersOfSlidesStartWithASlide) {
+  NewTrack("SlideShow");
+  Track& track = Last();
+  track.VideoPlays.resize(2);
+  for (VideoPlay& slide : track.VideoPlays) {
+    slide.File = Folder.Write("s.m2v", Text(BuildStream({.Gops = 1, .GopLength = 1})));
+    slide.SlideDuration = "00:00:02:00";
+  }
+  track.Scenes = {{"A", 0, {}}, {"B", 50, {}}, {"C", 60, {}}, {"D", 100, {}}};
+  EXPECT_TRUE(AnalyseChapters(Disc, 0, Store, Ui));
+  EXPECT_EQ(track.VideoFrames, 100);
+  EXPECT_THAT(SceneFrames(), ElementsAre(0, 50, 50));
+}
+
 TEST_F(Imports, ChaptersStartAnywhereInAStreamOfSingleIPictures) {
   NewTrack("Motion");
   ASSERT_TRUE(Video("i.m2v", Text(BuildStream({.Gops = 30, .GopLength = 1}))));

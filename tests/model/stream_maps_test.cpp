@@ -92,7 +92,7 @@ TEST_F(StreamMapsTest, RowsAndWhatIsMultiplexed) {
       AddTrack(track);
     }
     std::string rows;
-    for (const AudioMapRow& row : BuildAudioMap(List(), Work.Tracks)) {
+    for (const AudioMapRow& row : BuildAudioMap(List(), Work.Tracks, Rules::Classic)) {
       rows += fmt::format("{}x{} ", row.StreamNumber, row.UseCount);
     }
     std::string muxed;
@@ -113,9 +113,11 @@ TEST_F(StreamMapsTest, FiveSubpictureNumbersFourMultiplexed) {
   ViewAudioMap(List(), Work.Tracks);
   ViewSubMap(List(), Work.Tracks);
   EXPECT_EQ(Work.Tracks, before) << "looking marks nothing";
-  EXPECT_EQ(BuildSubMap(List(), Work.Tracks).size(), 5U);
-  EXPECT_TRUE(Work.Tracks[0].SubStreams[3].MuxThisStream);
-  EXPECT_FALSE(Work.Tracks[0].SubStreams[4].MuxThisStream);
+  for (const Rules& rules : {Rules::Classic, Rules::Players}) {
+    EXPECT_EQ(BuildSubMap(List(), Work.Tracks, rules).size(), 5U);
+    EXPECT_TRUE(Work.Tracks[0].SubStreams[3].MuxThisStream);
+    EXPECT_EQ(Work.Tracks[0].SubStreams[4].MuxThisStream, rules.AllStreamsMuxed);
+  }
 }
 
 TEST(GetSubStreamID, OffersTheNumbersThatNoLiveStreamUses) {

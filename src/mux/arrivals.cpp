@@ -1,0 +1,49 @@
+#include "mux/arrivals.h"
+
+#include <algorithm>
+
+#include "mux/messages.h"
+#include "mux/mux_state.h"
+
+namespace quorvelant {
+namespace {
+
+void Warn(const MuxState& state, const MessageKind& kind, int number, const LateArrivals& late) {
+  if (late.Count > 0) {
+    const auto seconds = static_cast<double>(late.FirstPts - VideoStartPts) / 90000;
+    const auto milliseconds = static_cast<double>(late.WorstTicks) / 90;
+    state.Build.Ui.Tell(MessageOf(kind, {}, number, state.Input.Name, late.Count, seconds, milliseconds));
+  }
+}
+
+}  // namespace
+
+void LateArrivals::Note(Clock scr, std::int64_t pts) {
+  const std::int64_t behind = (scr + SectorTicks).WholeTicks() - pts;
+  if (behind > 0) {
+    FirstPts = Count == 0 ? pts : FirstPts;
+    ++Count;
+    WorstTicks = std::max(WorstTicks, behind);
+  }
+}
+
+std::int64_t SubpictureBuffer::Enter(Clock scr, std::int64_t pts, std::size_t bytes) {
+  while (!units_.empty() && units_.front().Pts <= scr.WholeTicks()) {
+    fill_ -= units_.front().Bytes;
+    units_.pop_front();
+  }
+  units_.push_back({pts, static_cast<std::int64_t>(bytes)});
+  fill_ += units_.back().Bytes;
+  return fill_;
+}
+
+void WarnOfLateArrivals(const MuxState& state) {
+  for (const AudioState& stream : state.Audio) {
+    Warn(state, message::AudioLate, stream.Input->StreamNumber, stream.Late);
+  }
+  for (const SubpictureState& stream : state.Subpictures) {
+    Warn(state, message::SubtitlesLate, stream.Input->StreamNumber, stream.Late);
+  }
+}
+
+}  // namespace quorvelant
