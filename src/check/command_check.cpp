@@ -130,13 +130,14 @@ class CommandChecker {
     }
   }
 
-  // A line that the list has not ends it.
+  // A line that the list does not have ends it.
   void CheckLine(const VMICommand_P& command, std::size_t count, const std::string& key) {
     const std::int32_t line = TargetOf(command).Line;
     const Missing missing = line == 0 ? Missing() : Beyond("line", line, count, "its list");
     if (missing) {
       findings_.push_back(MessageOf(message::TargetMissing, fmt::format("{} {}", key, command.Key),
                                     command.FullCommand, *missing));
+      findings_.back().Level = Severity::Warning;
     }
   }
 

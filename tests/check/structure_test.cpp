@@ -12,6 +12,7 @@
 #include "check/command_check.h"
 #include "check/messages.h"
 #include "picture/bmp.h"
+#include "support/disc_walk.h"
 #include "support/folders.h"
 #include "support/media.h"
 #include "support/recording_ui.h"
@@ -174,7 +175,7 @@ std::vector<Row> Rows() {
        WithButtons(MenuPlay + ExitLine + ExitLine) + "Item=Palette|Name=Reds|0=255,0,0|",
        "W palette-missing VTS1.TITLE1.PGC1|", dark},
 
-      InTitle("GoToBeyondTheList", "GoTo 9", inTitle),
+      InTitle("GoToBeyondTheList", "GoTo 9", Replace(inTitle, "E ", "W ")),
       InTitle("NoNextPgc", "LinkNextPGC", inTitle),
       InTitle("NoGoUpPgc", "LinkGoUpPGC", inTitle),
       InTitle("PartFarBeyond", "JumpVTS_PTT ptt_500 @ vts_ttn_9", inTitle),
@@ -233,6 +234,11 @@ class StructureTest : public testing::TestWithParam<Row> {
   int Status = ExitDone;
 };
 
+// Readers fail at these, but for the first; the others they play as it comes, or never come back from.
+constexpr std::array<std::string_view, 9> JudgedByReaders{
+    "ADiscThatPlays", "FirstPlayWithNothing", "SetWithoutTitles", "TitleWithoutCells", "TitleBeyond",
+    "PartBeyond",     "ProgramOfAnother",     "CellOfAnother",    "SetBeyond"};
+
 TEST_P(StructureTest, IsRefusedForPlayersAndMadeWithAWarningByTradition) {
   const Row& row = GetParam();
   const bool dead = row.Found.find("E ") != std::string::npos;
@@ -248,6 +254,9 @@ TEST_P(StructureTest, IsRefusedForPlayersAndMadeWithAWarningByTradition) {
   const std::string classic = Folder / "classic";
   EXPECT_EQ(Told({"author", "-o", classic, "--rules", "classic"}), told);
   EXPECT_NE(std::filesystem::exists(classic), told.find("E ") != std::string::npos);
+  if (std::ranges::find(JudgedByReaders, row.Name) != JudgedByReaders.end()) {
+    EXPECT_EQ(WalkDisc(classic).Complaints.empty(), !dead);
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Projects, StructureTest, testing::ValuesIn(Rows()),

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QtGlobal>
+#include <array>
 #include <atomic>
 #include <cstdlib>
 #include <filesystem>
@@ -192,6 +193,24 @@ TEST(PlatformPictures, DrawsTextInItsColoursAlone) {
   Picture soft = blank;
   service->DrawText(soft, 10, 5, "Play", {.PixelHeight = 40, .Smooth = true, .Color = 0x0000F0});
   EXPECT_NE(soft, page);
+}
+
+// Red, green of which four fifths show, blue of which two fifths do, and nothing.
+TEST(PlatformPictures, SeeThroughPixelsAreWhiteOrBackground) {
+  constexpr char File[] =  // NOLINT(modernize-avoid-c-arrays): it holds zeros
+      "\x89\x50\x4E\x47\x0D\x0A\x1A\x0A\x00\x00\x00\x0D\x49\x48\x44\x52\x00\x00\x00\x04\x00\x00\x00\x01"
+      "\x08\x06\x00\x00\x00\xF9\x3C\x0F\xCD\x00\x00\x00\x16\x49\x44\x41\x54\x78\xDA\x63\xF8\xCF\xC0\xF0"
+      "\x1F\x08\x4F\x00\xA9\x14\x4E\x4E\x4E\x06\x00\x37\x30\x05\x44\x79\x31\x3C\xEB\x00\x00\x00\x00\x49"
+      "\x45\x4E\x44\xAE\x42\x60\x82";
+  const TempFolder folder;
+  folder.Write("a.png", std::string(File, 79));
+  const auto service = MakePlatformPictures();
+  const Picture onWhite = service->Load(folder / "a.png");
+  EXPECT_EQ(onWhite.At(0, 0), 0x0000FFU);
+  EXPECT_EQ(onWhite.At(3, 0), 0xFFFFFFU);
+  const Picture over = service->LoadOver(folder / "a.png", 0x123456);
+  EXPECT_THAT((std::array{over.At(0, 0), over.At(1, 0), over.At(2, 0), over.At(3, 0)}),
+              testing::ElementsAre(0x0000FFU, 0x00FF00U, 0x123456U, 0x123456U));
 }
 
 }  // namespace

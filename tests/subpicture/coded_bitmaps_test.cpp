@@ -34,8 +34,10 @@ TEST(CodedBitmaps, AreCodedAheadAsOneByOne) {
     const EncodedBitmap* kept = coded.Find(record, false);
     ASSERT_EQ(kept != nullptr, &record != &records[30]) << record.File;
     if (kept != nullptr) {
-      const auto [fieldA, fieldB, area] = LoadSPUBitmap(loader, record, false, Rules::Players);
-      EXPECT_TRUE(kept->FieldA == fieldA && kept->FieldB == fieldB && kept->Area == area) << record.File;
+      const auto [fieldA, fieldB, area, oddPixels] = LoadSPUBitmap(loader, record, false, Rules::Players);
+      EXPECT_TRUE(kept->FieldA == fieldA && kept->FieldB == fieldB && kept->Area == area &&
+                  kept->OddPixels == oddPixels)
+          << record.File;
     }
   }
   CodedBitmaps none;
