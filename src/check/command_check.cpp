@@ -314,7 +314,7 @@ class CommandChecker {
     const auto& sets = contents_.Sets();
     const auto set = static_cast<std::size_t>(target.TitleSet);
     const bool there = set >= 1 && set <= sets.size() &&
-                       (target.Title == 0 ||
+                       (target.Title < 1 ||
                         static_cast<std::size_t>(target.Title) <= contents_.Of(*sets[set - 1]).Titles.size());
     return there ? sets[set - 1] : nullptr;
   }
