@@ -39,9 +39,9 @@ inline constexpr MessageKind PcmFormat{"audio-pcm-format", Severity::Error, Refu
 inline constexpr MessageKind Ac3BitRate{"audio-ac3-bit-rate", Severity::Error, RefusedTitle,
                                         "it has {} kbit/s; a disc carries 448 at most"};
 
-inline constexpr MessageKind IndexStale{"index-stale", Severity::Warning, "Picture Index",
-                                        "The index \"{}\" is not that of the file as it is now: {}. Chapters "
-                                        "may come to stand at the wrong pictures. "
-                                        "--reindex builds it anew."};
+inline constexpr MessageKind IndexNotCurrent{"index-not-current", Severity::Warning, "Picture Index",
+                                             "The index \"{}\" is not that of the file as it is now: {}. "
+                                             "Chapters may come to stand at the wrong pictures. "
+                                             "author --reindex or index --force builds it anew."};
 
 }  // namespace quorvelant::message

@@ -275,7 +275,7 @@ IndexRun BuildPictureIndex(const std::vector<IndexSource>& files, const std::str
       result.Index = FindPictureIndex(source.Name, store).value_or(PictureIndex{});
       const std::string_view stale = WhyStale(source.Name, result.Index, ui);
       if (!stale.empty()) {
-        ui.Tell(MessageOf(message::IndexStale, source.Name, IndexName(source.Name), stale));
+        ui.Tell(MessageOf(message::IndexNotCurrent, source.Name, IndexName(source.Name), stale));
       }
     }
     run.Files.push_back(std::move(result));

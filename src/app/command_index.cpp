@@ -64,9 +64,6 @@ bool IndexOne(const std::string& file, const IndexCommandOptions& options, Comma
     return false;
   }
   const FileIndex& result = run.Files.front();
-  if (result.State == IndexState::Reused && IndexIsOlder(file)) {
-    context.Ui.Tell(MessageOf(message::IndexNotCurrent, file));
-  }
   context.Report(fmt::format("{}: {}, {} frames, {} entries\n", IndexName(file), StateText(result.State),
                              result.Index.TotalFrames, result.Index.Entries.size()));
   return result.State == IndexState::Built || result.State == IndexState::Reused;

@@ -46,8 +46,6 @@ inline constexpr MessageKind IndexWithoutVideo{"index-without-video", Severity::
                                                "it holds no MPEG video to index; probe tells what it is"};
 inline constexpr MessageKind IndexOfBitmap{"index-of-bitmap", Severity::Error, "Index Error",
                                            "a bitmap has no index"};
-inline constexpr MessageKind IndexNotCurrent{"index-not-current", Severity::Warning, "Index Warning",
-                                             "the index is older than the file; --force rebuilds it"};
 
 // `picture` and `still`
 inline constexpr MessageKind PictureWithoutVideo{

@@ -28,10 +28,11 @@ CarriedStreams DomainRecords::StreamsOf(const Cell_P& cell) const {
   return found == vobOfTrack_.end() ? CarriedStreams{} : carried_[found->second];
 }
 
-int FramesOf(const CellRecord& cell, bool ntsc) {
+int FramesOf(const CellRecord& cell, bool ntsc, const Rules& rules) {
   constexpr int StillFramesPal = 10;
   constexpr int StillFramesNtsc = 15;
-  return cell.Frames >= 2 ? cell.Frames : ntsc ? StillFramesNtsc : StillFramesPal;
+  const bool counts = cell.Frames >= 2 || rules.ShortSlidesEndTheirVobu;
+  return counts ? cell.Frames : ntsc ? StillFramesNtsc : StillFramesPal;
 }
 
 std::int64_t FramesOf(const Title_P& title, const EntryRecords& records) {
@@ -39,7 +40,7 @@ std::int64_t FramesOf(const Title_P& title, const EntryRecords& records) {
   for (const PGC_P* chain : Live(title.PGC)) {
     for (const Cell_P* cell : LiveCells(*chain)) {
       const auto written = records.Title.Find(*cell);
-      frames += written ? FramesOf(*written->Cell, records.Ntsc) : 0;
+      frames += written ? FramesOf(*written->Cell, records.Ntsc, records.Rules) : 0;
     }
   }
   return frames;

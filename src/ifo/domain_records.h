@@ -60,9 +60,8 @@ struct EntryRecords {
   std::string_view Standard() const { return Ntsc ? "NTSC" : "PAL"; }
 };
 
-// Frames that a cell counts for. One of less than two frames, as a still has it, counts for 10 (PAL) or
-// 15 (NTSC).
-int FramesOf(const CellRecord& cell, bool ntsc);
+// Frames that a cell counts for. Traditionally one of less than two frames counts for 10 (PAL) or 15 (NTSC).
+int FramesOf(const CellRecord& cell, bool ntsc, const Rules& rules);
 
 // Frames of all cells of a title that were written.
 std::int64_t FramesOf(const Title_P& title, const EntryRecords& records);

@@ -24,7 +24,7 @@ struct Content {
   std::int64_t Frames = 0;
 };
 
-Content ContentOf(const PGC_P& chain, const DomainRecords& records, bool ntsc) {
+Content ContentOf(const PGC_P& chain, const DomainRecords& records, const Rules& rules, bool ntsc) {
   Content content;
   for (const PG_P* program : Live(chain.PG)) {
     const CellsOfProgram cells = WrittenCells(*program, records);
@@ -33,7 +33,7 @@ Content ContentOf(const PGC_P& chain, const DomainRecords& records, bool ntsc) {
     }
     content.FirstCells.push_back(static_cast<std::uint8_t>(content.Cells.size() + 1));
     for (const auto& cell : cells) {
-      content.Frames += FramesOf(*cell.second.Cell, ntsc);
+      content.Frames += FramesOf(*cell.second.Cell, ntsc, rules);
       content.Cells.push_back(cell);
     }
   }
@@ -100,7 +100,7 @@ void AppendPlayback(const Content& content, const Rules& rules, bool ntsc, Bytes
     Put(entry, cell_playback::Category, disc::Number{CellCategory(content, i, rules)});
     Put(entry, cell_playback::StillTime, disc::Number{static_cast<std::uint8_t>(cell->StillTime)});
     Put(entry, cell_playback::Command, disc::Number{static_cast<std::uint8_t>(cell->CellCommand)});
-    Put(entry, cell_playback::PlaybackTime, ToBcdTime(FramesOf(*written.Cell, ntsc), ntsc ? 30 : 25));
+    Put(entry, cell_playback::PlaybackTime, ToBcdTime(FramesOf(*written.Cell, ntsc, rules), ntsc ? 30 : 25));
     Put(entry, cell_playback::FirstVobu, disc::Sectors{written.Cell->StartSector});
     Put(entry, cell_playback::LastVobu, disc::Sectors{written.Cell->LastVobuStartSector});
     Put(entry, cell_playback::LastSector, disc::Sectors{written.Cell->EndSector});
@@ -260,7 +260,7 @@ Bytes BuildPgc(const PGC_P& chain, const PgcPlace& place) {
   Put(bytes, pgc::StillTime, disc::Number{static_cast<std::uint8_t>(chain.StillTime)});
   PutPalette(chain, records, bytes);
   AppendCommands(chain, bytes);
-  AppendContent(ContentOf(chain, domain, records.Ntsc), records.Rules, records.Ntsc, bytes);
+  AppendContent(ContentOf(chain, domain, records.Rules, records.Ntsc), records.Rules, records.Ntsc, bytes);
   return bytes;
 }
 

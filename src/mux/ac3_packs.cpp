@@ -71,6 +71,8 @@ AudioPack WalkFrames(AudioState& stream, ByteView bytes, std::size_t payload,
       throw MuxFault(message::AudioRateChanges, stream.Source.Place(at), stream.Source.File(at));
     }
     if (frame.FrameBytes == 0) {
+      stream.FirstBreak = stream.Breaks == 0 ? stream.Source.Place(at) : stream.FirstBreak;
+      ++stream.Breaks;
       at = FindFrame(stream, bytes, at + 1);
       continue;
     }

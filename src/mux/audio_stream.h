@@ -28,6 +28,8 @@ struct AudioState {
   AudioSource Source;
   PcmFormat Pcm;                        // of a PCM stream
   Ac3Frame Kind = {};                   // of an AC3 stream: that of its first frame
+  std::size_t Breaks = 0;               // of the chain of frames, where they are not mended
+  std::string FirstBreak = {};          // "file@byte"
   std::optional<Message> Changed = {};  // where sound of another kind went on
   std::int64_t FrameBytes = 0;          // on the disc
   std::int64_t FrameTicks = 0;

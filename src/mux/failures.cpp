@@ -115,6 +115,10 @@ void WarnOfDamagedSound(const MuxState& state) {
     if (stream.Changed) {
       state.Build.Ui.Tell(*stream.Changed);
     }
+    if (stream.Breaks > 0) {
+      state.Build.Ui.Tell(MessageOf(message::AudioBroken, stream.FirstBreak, stream.Input->StreamNumber,
+                                    state.Input.Name, stream.Breaks, stream.FirstBreak));
+    }
     const Ac3Damage damage = stream.Source.Damage();
     if (damage.Places > 0) {
       const std::string& first = stream.Source.FirstDamage();

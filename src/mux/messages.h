@@ -115,6 +115,10 @@ inline constexpr MessageKind AudioDamaged{
     "Audio stream {} of track \"{}\": {} places of its files are damaged, the first in {}. {} bytes are no "
     "sound and were left out; for {} lost frames ({:.2f} seconds) the frame before is heard again. Take the "
     "sound from its source anew."};
+inline constexpr MessageKind AudioBroken{"audio-broken", Severity::Warning, "Audio Source",
+                                         "Audio stream {} of track \"{}\": {} places of its files are no AC3 "
+                                         "frames, the first in {}. The sound after each "
+                                         "may be out of time. Take it from its source anew."};
 inline constexpr MessageKind PcmUnfit{
     "pcm-unfit", Severity::Error, MuxErrorTitle,
     "Audio stream {} of track \"{}\": PCM sound of {} bits, {} kHz and {} channels can't go on a disc."};

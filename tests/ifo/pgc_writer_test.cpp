@@ -34,7 +34,7 @@ TEST(PgcWriter, TablesFollowOneAnother) {
   chain.PreCommands.emplace_back().CommandHex = "3002000000010000";
   chain.CellCommands.emplace_back().CommandHex = "2005000000000001";
   const Bytes bytes = Build(disc, chain, Domain::Title);
-  EXPECT_EQ(Words(bytes, 0, 12), "00000304 00000458 01000001");  // 24 + 36 + 10 + 48 frames
+  EXPECT_EQ(Words(bytes, 0, 12), "00000304 00000449 01000001");  // 24 + 36 + 1 + 48 frames
   EXPECT_EQ(At(bytes, 0xA3, 1), 5U);
   EXPECT_EQ(Words(bytes, 0xE4, 8), "00EC0104 01080168");
   EXPECT_EQ(Words(bytes, 236),
@@ -43,10 +43,11 @@ TEST(PgcWriter, TablesFollowOneAnother) {
             "01030400 "                             // programs and a byte to stay even
             "02000000 00000064 00000000 00000000 00000064 000000C7 "
             "0800FF01 00000151 000000C8 00000000 00000190 000001F3 "  // goes on: seamless
-            "02000000 00000050 000001F4 00000000 000001F4 00000257 "  // one frame counts for ten
+            "02000000 00000041 000001F4 00000000 000001F4 00000257 "  // of one frame
             "02000000 00000163 00000258 00000000 00000384 000003E7 "
             "00010001 00010002 00010003 00020001");
   EXPECT_EQ(At(Build(disc, chain, Domain::Title, Rules::Classic), 336, 1), 8U);
+  EXPECT_EQ(At(Build(disc, chain, Domain::Title, Rules::Classic), 4, 4), 0x458U);  // one frame counts for ten
 }
 
 TEST(PgcWriter, ChainsWithoutCells) {
@@ -79,16 +80,17 @@ TEST(PgcWriter, StreamsAreThoseOfTheTracksWithinThePolicy) {
   chain.WideAssignments[5] = 2;
   chain.LetterAssignments[5] = 3;
   chain.PanAssignments[5] = 4;
-  const auto subs = [&](const char* aspect, bool pan, bool letter) {
+  const auto subs = [&](const char* aspect, bool pan, bool letter, const Rules& rules = Rules::Players) {
     disc.Set().VTSTitleInfo.Aspect = aspect;
     disc.Set().VTSTitleInfo.Pan = pan;
     disc.Set().VTSTitleInfo.Letter = letter;
-    return At(Build(disc, chain, Domain::Title), 28, 4);
+    return At(Build(disc, chain, Domain::Title, rules), 28, 4);
   };
   EXPECT_EQ(subs("4:3", false, false), 0x81000000U);
   EXPECT_EQ(subs("4:3", true, false), 0x80020004U);
   EXPECT_EQ(subs("4:3", true, true), 0x80020304U);
-  EXPECT_EQ(subs("16:9", false, true), 0x80020300U);
+  EXPECT_EQ(subs("16:9", false, true), 0x80020304U);
+  EXPECT_EQ(subs("16:9", false, true, Rules::Classic), 0x80020300U);
 
   const Bytes title = Build(disc, chain, Domain::Title);
   EXPECT_EQ(At(title, 0x0C, 6), 0x8600'0000'8000U);  // row 1 is a number that no track carries

@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "mux/audio_stream.h"
+#include "mux/messages.h"
 #include "mux_run.h"
 #include "support/media.h"
 #include "support/stream_builder.h"
@@ -182,6 +183,7 @@ TEST(AudioPacks, FramesAreFoundAgainAfterDamage) {
   }
   MuxRun run(Rules::Classic);
   ASSERT_EQ(run.Mux(FilmWith({Ac3Stream(Saved(run.Folder, stream.Data()))})), MuxOutcome::Done);
+  EXPECT_TRUE(run.Ui.Messages.at(0).Is(message::AudioBroken));
   Bytes expected(stream.Data().begin() + static_cast<std::ptrdiff_t>(noise.Size()), stream.Data().end());
   const Bytes sent = run.Stream(0x80);
   ASSERT_GE(sent.size(), 29 * 768U);
