@@ -59,7 +59,8 @@ std::map<std::size_t, SceneButtons> ButtonsByScene(const Track& track) {
   return scenes;
 }
 
-void CheckScene(const Cells& cells, const SceneButtons& scene, const std::string& track, Findings& findings) {
+void CheckScene(const Cells& cells, const SceneButtons& scene, const std::string& track, Domain domain,
+                Findings& findings) {
   const auto speaking =
       std::ranges::find_if(cells, [](const Cell_P* cell) { return !CommandsOf(*cell).empty(); });
   const Cell_P& first = speaking == cells.end() ? *cells.front() : **speaking;
@@ -67,6 +68,9 @@ void CheckScene(const Cells& cells, const SceneButtons& scene, const std::string
   if (commands.size() < scene.Buttons) {
     findings.push_back(
         MessageOf(message::ButtonsWithoutCommand, first.Key, track, scene.Buttons, commands.size()));
+    // A title goes on without its buttons, as where a menu's track is played in one.
+    const bool goesOn = domain == Domain::Title && commands.empty();
+    findings.back().Level = goesOn ? Severity::Warning : Severity::Error;
   } else if (commands.size() > scene.Buttons) {
     findings.push_back(
         MessageOf(message::CommandsWithoutButton, first.Key, track, scene.Buttons, commands.size()));
@@ -101,7 +105,7 @@ Findings CheckButtonCommands(const Project& project) {
         for (const auto& [scene, buttons] : ButtonsByScene(track)) {
           const auto of = cells.find({row.Index, scene});
           if (of != cells.end()) {
-            CheckScene(of->second, buttons, track.TrackName, findings);
+            CheckScene(of->second, buttons, track.TrackName, domain, findings);
           }
         }
       }

@@ -6,6 +6,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "base/text.h"
 #include "check/disc_contents.h"
@@ -314,8 +315,7 @@ class CommandChecker {
     const auto& sets = contents_.Sets();
     const auto set = static_cast<std::size_t>(target.TitleSet);
     const bool there = set >= 1 && set <= sets.size() &&
-                       (target.Title < 1 ||
-                        static_cast<std::size_t>(target.Title) <= contents_.Of(*sets[set - 1]).Titles.size());
+                       std::cmp_less_equal(target.Title, contents_.Of(*sets[set - 1]).Titles.size());
     return there ? sets[set - 1] : nullptr;
   }
 

@@ -255,8 +255,8 @@ inline constexpr MessageKind ButtonCommandsUneven{
     "all of them in order, one each, wherever a Menu Play ends"};
 inline constexpr MessageKind ButtonCommandsDiffer{
     "button-commands-differ", Severity::Error, ButtonTitle,
-    R"(This cell has other button commands than {1}, and both play one scene of the track "{0}", which is on the )"
-    "disc once: the buttons do what {1} says. Give this cell a track of its own"};
+    R"(This cell has other button commands than {1}, and both play one scene of the track "{0}", whose buttons )"
+    "these menus or titles hold once: they do what {1} says. Give this cell a track of its own"};
 inline constexpr MessageKind TooManyButtons{"too-many-buttons", Severity::Error, ButtonTitle,
                                             "{} buttons, and {} display modes leave room for {}"};
 inline constexpr MessageKind ButtonNameRepeated{"button-name-repeated", Severity::Warning, ButtonTitle,

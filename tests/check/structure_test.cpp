@@ -162,6 +162,8 @@ std::vector<Row> Rows() {
       {"APlayForEachButton", Disc, WithButtons(MenuPlay + ExitLine + MenuPlay + ExitLine), "", dark},
       {"ButtonWithoutCommand", Disc, WithButtons(MenuPlay + ExitLine), "E buttons-without-command " + cell,
        dark + "W buttons-without-command " + cell},
+      {"ATitleWithoutButtonCommands", Disc, WithButtons(""), "W buttons-without-command " + cell,
+       dark + "W buttons-without-command " + cell},
       {"CommandWithoutButton", Disc, WithButtons(MenuPlay + ExitLine + ExitLine + ExitLine),
        "W commands-without-button " + cell, dark + "W commands-without-button " + cell},
       {"PlaysAreNoButtons", Disc, WithButtons(MenuPlay + ExitLine + ExitLine + MenuPlay),
