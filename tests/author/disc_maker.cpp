@@ -57,8 +57,7 @@ void DiscMaker::Paint(const std::string& name, int width, int height, std::uint3
     const int y = i / width;
     picture.Set(x, y, (x / 8 + y / 8) % 2 == 0 ? colour : 0xFFFFFF);
   }
-  const Bytes bmp = WriteBmp(picture);
-  Temp.Write(name, std::string(bmp.begin(), bmp.end()));
+  Temp.Write(name, WriteBmp(picture));
 }
 
 AuthorResult DiscMaker::Author(const Rules& rules, bool dryRun) {

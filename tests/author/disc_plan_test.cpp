@@ -69,8 +69,7 @@ TEST_F(PlanTest, PicturesAreOpened) {
 }
 
 TEST_F(PlanTest, SourcesThatNoDiscCarriesAreRefusedByTheRulesOfPlayers) {
-  const Bytes small = BuildStream({.Sequence = {.Width = 480}});
-  Film().VideoPlays[0].File = maker.Temp.Write("small.m2v", std::string(small.begin(), small.end()));
+  Film().VideoPlays[0].File = maker.Temp.Write("small.m2v", BuildStream({.Sequence = {.Width = 480}}));
   Film().AudioStreams[0].AudioPlays[0].File = SampleAc3({.Rate = 44100});
   EXPECT_EQ(Found(), "E video-frame-size Track.0.Video1\nE audio-sample-rate Track.0.Audio1.AudioPlay1\n");
   Rules without = Rules::Players;

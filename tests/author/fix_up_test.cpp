@@ -33,7 +33,7 @@ class FixUpFolder : public testing::Test {
       PutBytes(vmg, 2048 + 14 + 12 * i, 1, static_cast<std::uint64_t>(setOfTitle[i]));
     }
     for (const char* name : {"VIDEO_TS.IFO", "VIDEO_TS.BUP"}) {
-      folder.Write(name, std::string(vmg.begin(), vmg.end()));
+      folder.Write(name, vmg);
     }
     for (const std::string name : {"VTS_01_0.IFO", "VTS_01_0.BUP", "VTS_02_0.IFO", "VTS_02_0.BUP",
                                    "VTS_01_0.VOB", "VTS_01_1.VOB", "VTS_02_1.VOB"}) {

@@ -23,10 +23,6 @@
 namespace quorvelant {
 namespace {
 
-std::string Text(const Bytes& bytes) {
-  return {bytes.begin(), bytes.end()};
-}
-
 // The text with each number in turn.
 std::string Repeat(int count, std::string_view text, int first = 0) {
   std::string all;
@@ -235,26 +231,26 @@ std::vector<Row> Rows() {
 class FindingsTest : public testing::TestWithParam<Row> {
  protected:
   FindingsTest() {
-    const std::string bitmap = Text(WriteBmp(Picture(8, 8)));
+    const std::string bitmap = TextOf(WriteBmp(Picture(8, 8)));
     Picture smoothed(8, 8);
     smoothed.Set(1, 1, 0x808080);
-    const std::string film = Text(BuildStream({.Gops = 1}));
-    const std::string ac3 = Text({0x0B, 0x77, 0, 0, 0x14, 0x40, 0x40, 0});
+    const std::string film = TextOf(BuildStream({.Gops = 1}));
+    const std::string ac3 = Ac3Head(0x14);
     const std::pair<const char*, std::string> files[] = {
         {"good.bmp", bitmap},
-        {"odd.bmp", Text(WriteBmp(smoothed))},
+        {"odd.bmp", TextOf(WriteBmp(smoothed))},
         {"cut.bmp", bitmap.substr(0, bitmap.size() - 20)},
-        {"small.bmp", Text(WriteBmp(Picture(100, 100)))},
-        {"still.bmp", Text(WriteBmp(Picture(720, 576)))},
+        {"small.bmp", TextOf(WriteBmp(Picture(100, 100)))},
+        {"still.bmp", TextOf(WriteBmp(Picture(720, 576)))},
         {"pal.m2v", film},
         {"indexed.m2v", film},
-        {"wide.m2v", Text(BuildStream({.Sequence = {.AspectCode = 3}, .Gops = 1}))},
-        {"mpeg1.m1v", Text(BuildStream({.Sequence = {.Mpeg2 = false}, .Gops = 1}))},
+        {"wide.m2v", TextOf(BuildStream({.Sequence = {.AspectCode = 3}, .Gops = 1}))},
+        {"mpeg1.m1v", TextOf(BuildStream({.Sequence = {.Mpeg2 = false}, .Gops = 1}))},
         {"a.ac3", ac3},
         {"sub/a.ac3", ac3},
-        {"b.ac3", Text({0x0B, 0x77, 0, 0, 0x1C, 0x40, 0x40, 0})},
+        {"b.ac3", Ac3Head(0x1C)},
         {"no.ac3", "no sound"},
-        {"d.dts", Text({0x7F, 0xFE, 0x80, 0x01, 0xFC, 0x3C, 0x7D, 0xB0, 0xB7, 0, 0, 0})},
+        {"d.dts", TextOf(Bytes{0x7F, 0xFE, 0x80, 0x01, 0xFC, 0x3C, 0x7D, 0xB0, 0xB7, 0, 0, 0})},
         {"c.wav", TempFolder::Read(SampleWav({.Rate = 44100, .Seconds = 0.1}))}};
     for (const auto& [name, content] : files) {
       Folder.Write(name, content);

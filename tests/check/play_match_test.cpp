@@ -27,8 +27,7 @@ namespace quorvelant {
 namespace {
 
 std::string Film(const GopPlan& plan) {
-  const Bytes bytes = BuildStream(plan);
-  return {bytes.begin(), bytes.end()};
+  return TextOf(BuildStream(plan));
 }
 
 // Groups of ten pictures after one sequence header.
@@ -45,34 +44,11 @@ std::string OneSequence(int groups) {
 }
 
 std::string Ac3(int rateCode, int mode, int frequency = 0) {
-  return {'\x0B',
-          '\x77',
-          0,
-          0,
-          static_cast<char>(frequency << 6 | rateCode),
-          '\x40',
-          static_cast<char>(mode << 5),
-          0};
+  return Ac3Head(static_cast<std::uint8_t>(frequency << 6 | rateCode), static_cast<std::uint8_t>(mode << 5));
 }
 
 std::string Wave(int channels, int rate = 48000, int bits = 16) {
-  std::string head = "RIFF....WAVEfmt ";
-  const auto put = [&head](std::uint32_t value, int bytes) {
-    for (int i = 0; i < bytes; ++i) {
-      head += static_cast<char>(value >> (8 * i));
-    }
-  };
-  const int align = channels * bits / 8;
-  put(16, 4);
-  put(1, 2);
-  put(static_cast<std::uint32_t>(channels), 2);
-  put(static_cast<std::uint32_t>(rate), 4);
-  put(static_cast<std::uint32_t>(rate * align), 4);
-  put(static_cast<std::uint32_t>(align), 2);
-  put(static_cast<std::uint32_t>(bits), 2);
-  head += "data";
-  put(960, 4);
-  return head + std::string(960, '\0');
+  return TempFolder::Read(SampleWav({.Rate = rate, .Bits = bits, .Channels = channels, .Seconds = 0.1}));
 }
 
 std::string Transport(std::size_t packet) {
@@ -99,142 +75,84 @@ struct Row {
   std::vector<std::string> Video;  // contents
   std::vector<std::string> Sound;
   std::string Found;
+  std::string Says;  // part of each text
   std::string Kind = "AC3";
   std::string Standard = "PAL";
-  std::string Says = {};  // part of each text
 };
+
+Row OfVideo(std::string name, std::vector<std::string> video, std::string found, std::string says = {}) {
+  return {std::move(name), std::move(video), {}, std::move(found), std::move(says)};
+}
+Row OfSound(std::string name, std::string kind, std::vector<std::string> sound, std::string found,
+            std::string says = {}) {
+  return {std::move(name), {Film({})}, std::move(sound), std::move(found), std::move(says), std::move(kind)};
+}
+Row NoVideo(std::string name, const std::string& content, std::string says = {}) {
+  return OfVideo(std::move(name), {content}, "EW source-foreign v1|-E video-missing v1", std::move(says));
+}
+Row NoSound(std::string name, const std::string& content) {
+  return OfSound(std::move(name), "AC3", {content}, "EW source-foreign a1|-E audio-head a1");
+}
 
 std::vector<Row> Rows() {
   const std::string pal = Film({});
   const std::string ntsc = Film({.Sequence = {.Height = 480, .FrameRateCode = 4}});
   const std::string programStream =
       StreamBuilder().Raw(Bytes{0, 0, 1, 0xBA, 0x44}).Sequence().Picture().Picture().Text();
+  const std::string noGroups =
+      StreamBuilder().Sequence().Picture().Picture({.Type = 'P'}).Sequence().Picture().Text();
+  const std::string otherVideo = "EW source-unlike-first v2";
+  const std::string otherSound = "EW source-unlike-first a2";
   return {
-      {"Alike", {pal, pal}, {Ac3(20, 2), Ac3(20, 2)}, ""},
-      {"OddFrameSizeCodeOfTheSameRate", {pal}, {Ac3(20, 2), Ac3(21, 2)}, ""},
-      {"Sizes",
-       {pal, Film({.Sequence = {.Width = 704}})},
-       {},
-       "EW source-unlike-first v2",
-       "",
-       "PAL",
-       "704x576"},
-      {"Aspects",
-       {pal, Film({.Sequence = {.AspectCode = 3}})},
-       {},
-       "EW source-unlike-first v2",
-       "",
-       "PAL",
-       "'v2.m2v': MPEG2 PAL 720x576 16:9 where 'v1.m2v'"},
-      {"Standards", {pal, ntsc}, {}, "EW source-unlike-track v2|EW source-unlike-first v2"},
-      {"Codings",
-       {pal, Film({.Sequence = {.Mpeg2 = false}})},
-       {},
-       "EW video-mpeg1 v2|EW source-unlike-first v2"},
-      {"StandardOfTheTrack", {pal}, {}, "EW source-unlike-track v1", "", "NTSC", "Resolution=PAL"},
-      {"NoStandard", {pal}, {}, "EW track-standard-unknown ", "", "PALL", "Resolution=PALL"},
-      {"StandardByTheFile", {pal}, {}, "", "", ""},
-      {"BitRates",
-       {pal},
-       {Ac3(20, 2), Ac3(30, 2), Ac3(20, 2)},
-       "EW source-unlike-first a2",
-       "AC3",
-       "PAL",
-       "where 'a1.ac3', the first of its list, is AC3 48 kHz, 192 kbit/s, 2 channels"},
-      {"Channels",
-       {pal},
-       {Ac3(20, 2), Ac3(20, 1)},
-       "EW source-unlike-first a2",
-       "AC3",
-       "PAL",
-       "-b:a 192k -ar 48000 -ac 2"},
-      {"StereoThenMono",
-       {pal},
-       {Wave(2), Wave(1)},
-       "EW source-unlike-first a2",
-       "PCM",
-       "PAL",
-       "pcm_s16le -ar 48000 -ac 2"},
-      {"PcmRates", {pal}, {Wave(2), Wave(2, 96000)}, "EW source-unlike-first a2", "PCM"},
-      {"PcmBits",
-       {pal},
-       {Wave(2, 48000, 24), Wave(2)},
-       "EW source-unlike-first a2",
-       "PCM",
-       "PAL",
-       "pcm_s24le"},
-      {"WaveAmongAc3", {pal}, {Ac3(20, 2), Wave(2)}, "EE audio-other-kind a2", "AC3", "PAL", "it holds PCM"},
-      {"Rate44",
-       {pal},
-       {Wave(2, 44100)},
-       "EW audio-sample-rate a1",
-       "PCM",
-       "PAL",
-       "-c:a ac3 -b:a 192k -ar 48000"},
-      {"Rate44Ac3", {pal}, {Ac3(20, 2, 1)}, "EW audio-sample-rate a1"},
+      {"Alike", {pal, pal}, {Ac3(20, 2), Ac3(20, 2)}, "", ""},
+      OfSound("OddFrameSizeCodeOfTheSameRate", "AC3", {Ac3(20, 2), Ac3(21, 2)}, ""),
+      OfVideo("Sizes", {pal, Film({.Sequence = {.Width = 704}})}, otherVideo, "704x576"),
+      OfVideo("Aspects", {pal, Film({.Sequence = {.AspectCode = 3}})}, otherVideo,
+              "'v2.m2v': MPEG2 PAL 720x576 16:9 where 'v1.m2v'"),
+      OfVideo("Standards", {pal, ntsc}, "EW source-unlike-track v2|" + otherVideo),
+      OfVideo("Codings", {pal, Film({.Sequence = {.Mpeg2 = false}})}, "EW video-mpeg1 v2|" + otherVideo),
+      {"StandardOfTheTrack", {pal}, {}, "EW source-unlike-track v1", "Resolution=PAL", "", "NTSC"},
+      {"NoStandard", {pal}, {}, "EW track-standard-unknown ", "Resolution=PALL", "", "PALL"},
+      {"StandardByTheFile", {pal}, {}, "", "", "", ""},
+      OfSound("BitRates", "AC3", {Ac3(20, 2), Ac3(30, 2), Ac3(20, 2)}, otherSound,
+              "where 'a1.ac3', the first of its list, is AC3 48 kHz, 192 kbit/s, 2 channels"),
+      OfSound("Channels", "AC3", {Ac3(20, 2), Ac3(20, 1)}, otherSound, "-b:a 192k -ar 48000 -ac 2"),
+      OfSound("StereoThenMono", "PCM", {Wave(2), Wave(1)}, otherSound, "pcm_s16le -ar 48000 -ac 2"),
+      OfSound("PcmRates", "PCM", {Wave(2), Wave(2, 96000)}, otherSound),
+      OfSound("PcmBits", "PCM", {Wave(2, 48000, 24), Wave(2)}, otherSound, "pcm_s24le"),
+      OfSound("WaveAmongAc3", "AC3", {Ac3(20, 2), Wave(2)}, "EE audio-other-kind a2", "it holds PCM"),
+      OfSound("Rate44", "PCM", {Wave(2, 44100)}, "EW audio-sample-rate a1", "-c:a ac3 -b:a 192k -ar 48000"),
+      OfSound("Rate44Ac3", "AC3", {Ac3(20, 2, 1)}, "EW audio-sample-rate a1"),
 
-      {"ProgramStream",
-       {programStream},
-       {},
-       "EW source-foreign v1",
-       "",
-       "PAL",
-       "-map 0:v:0 -c:v copy FOLDER/v1-dvd.m2v"},
-      {"TransportStream",
-       {Transport(188)},
-       {},
-       "EW source-foreign v1|-E video-missing v1",
-       "",
-       "PAL",
-       "ffmpeg -i FOLDER/v1.m2v -map 0:v:0 -c:v mpeg2video -s 720x576 -r 25"},
-      {"TransportStreamOfADisc", {Transport(192)}, {}, "EW source-foreign v1|-E video-missing v1"},
-      {"Mp4",
-       {Word("\0\0\0\x18"
-             "ftypisom"sv)},
-       {},
-       "EW source-foreign v1|-E video-missing v1"},
-      {"Matroska", {Word("\x1A\x45\xDF\xA3"sv)}, {}, "EW source-foreign v1|-E video-missing v1"},
-      {"Avi", {Word("RIFF....AVI LIST")}, {}, "EW source-foreign v1|-E video-missing v1"},
-      {"AdvancedVideo",
-       {Word("\0\0\0\1\x09\xF0\0\0\0\1\x67\x64"sv)},
-       {},
-       "EW source-foreign v1|-E video-missing v1"},
-      {"MatroskaSound",
-       {pal},
-       {Word("\x1A\x45\xDF\xA3"sv)},
-       "EW source-foreign a1|-E audio-head a1",
-       "AC3",
-       "PAL"},
-      {"Flac", {pal}, {Word("fLaC")}, "EW source-foreign a1|-E audio-head a1"},
-      {"Ogg", {pal}, {Word("OggS")}, "EW source-foreign a1|-E audio-head a1"},
-      {"Mp3", {pal}, {Word("\xFF\xFB\x90\x64"sv)}, "EW source-foreign a1|-E audio-head a1"},
-      {"TaggedMp3", {pal}, {Word("ID3")}, "EW source-foreign a1|-E audio-head a1"},
-      {"Mp2", {pal}, {Word("\xFF\xFD\xA4\0"sv)}, "EW source-foreign a1|-E audio-head a1"},
-      {"Garbage", {std::string(500, 'x')}, {std::string(500, 'x')}, "EE video-missing v1|EE audio-head a1"},
+      OfVideo("ProgramStream", {programStream}, "EW source-foreign v1",
+              "-map 0:v:0 -c:v copy FOLDER/v1-dvd.m2v"),
+      NoVideo("TransportStream", Transport(188),
+              "ffmpeg -i FOLDER/v1.m2v -map 0:v:0 -c:v mpeg2video -s 720x576 -r 25"),
+      NoVideo("TransportStreamOfADisc", Transport(192)),
+      NoVideo("Mp4", Word("\0\0\0\x18\146typisom"sv)),
+      NoVideo("Matroska", Word("\x1A\x45\xDF\xA3"sv)),
+      NoVideo("Avi", Word("RIFF....AVI LIST")),
+      NoVideo("AdvancedVideo", Word("\0\0\0\1\x09\xF0\0\0\0\1\x67\x64"sv)),
+      NoSound("MatroskaSound", Word("\x1A\x45\xDF\xA3"sv)),
+      NoSound("Flac", Word("fLaC")),
+      NoSound("Ogg", Word("OggS")),
+      NoSound("Mp3", Word("\xFF\xFB\x90\x64"sv)),
+      NoSound("TaggedMp3", Word("ID3")),
+      NoSound("Mp2", Word("\xFF\xFD\xA4\0"sv)),
+      {"Garbage",
+       {std::string(500, 'x')},
+       {std::string(500, 'x')},
+       "EE video-missing v1|EE audio-head a1",
+       ""},
 
-      {"CutBeforeASequence",
-       {StreamBuilder().Group().Picture().Picture().Text() + pal},
-       {},
-       "EE video-sequence-not-first v1",
-       "",
-       "PAL",
-       "-c:v copy FOLDER/v1-dvd.m2v"},
-      {"OneSequence",
-       {OneSequence(7)},
-       {},
-       "EW video-one-sequence v1",
-       "",
-       "PAL",
-       "dump_extra=freq=keyframe"},
-      {"OneSequenceOfAShortFilm", {OneSequence(5)}, {}, ""},
-      {"NoGroups",
-       {StreamBuilder().Sequence().Picture().Picture({.Type = 'P'}).Sequence().Picture().Text()},
-       {},
-       "WW video-no-groups v1"},
-      {"SinglePicture",
-       {StreamBuilder().Sequence().Group().Picture().Text()},
-       {},
-       "EW video-single-picture v1"},
+      OfVideo("CutBeforeASequence", {StreamBuilder().Group().Picture().Picture().Text() + pal},
+              "EE video-sequence-not-first v1", "-c:v copy FOLDER/v1-dvd.m2v"),
+      OfVideo("OneSequence", {OneSequence(7)}, "EW video-one-sequence v1", "dump_extra=freq=keyframe"),
+      OfVideo("OneSequenceOfManyFrames", {OneSequence(8)}, "EW video-one-sequence v1", "first 60 frames"),
+      OfVideo("OneSequenceOfAShortFilm", {OneSequence(5)}, ""),
+      OfVideo("NoGroups", {noGroups}, "WW video-no-groups v1"),
+      OfVideo("SinglePicture", {StreamBuilder().Sequence().Group().Picture().Text()},
+              "EW video-single-picture v1"),
   };
 }
 

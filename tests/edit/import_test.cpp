@@ -21,30 +21,22 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-std::string Text(const Bytes& bytes) {
-  return {bytes.begin(), bytes.end()};
-}
-
 bool IsOneLine(const std::string& text) {
   return text.ends_with('\n') && text.find('\n') + 1 == text.size();
 }
 
 std::string Bitmap(int width, int height) {
-  return Text(WriteBmp(Picture(width, height)));
+  return TextOf(WriteBmp(Picture(width, height)));
 }
 
 std::string Stream(const SequenceFields& sequence) {
-  return Text(BuildStream({.Sequence = sequence}));
-}
-
-std::string Ac3(std::uint8_t rateAndSize, std::uint8_t modes = 0x40, std::uint8_t channels = 0x40) {
-  return Text({0x0B, 0x77, 0, 0, rateAndSize, modes, channels, 0});
+  return TextOf(BuildStream({.Sequence = sequence}));
 }
 
 std::string Dts(unsigned rateCode) {  // 48 kHz, stereo
-  return Text({0x7F, 0xFE, 0x80, 0x01, 0xFC, 0x3C, 0x7D, 0xB0,
-               static_cast<std::uint8_t>(0xB4 | (rateCode >> 3)), static_cast<std::uint8_t>(rateCode << 5), 0,
-               0});
+  return TextOf(Bytes{0x7F, 0xFE, 0x80, 0x01, 0xFC, 0x3C, 0x7D, 0xB0,
+                      static_cast<std::uint8_t>(0xB4 | (rateCode >> 3)),
+                      static_cast<std::uint8_t>(rateCode << 5), 0, 0});
 }
 
 std::string Wave(int rate, int channels, int bits) {
@@ -114,7 +106,7 @@ TEST_F(Imports, VideoRefusals) {
       {"Motion", "m.bmp", Bitmap(720, 576), bitmap},
       {"Motion", "n.bmp", Bitmap(64, 64), bitmap},
       {"Motion", "o.m2v", "", "o.m2v' can't be imported: it holds no MPEG video"},
-      {"Motion", "p.mpg", Text({0, 0, 1, 0xBA, 0x21, 0, 0, 0, 0}), "it is a program stream; take the"},
+      {"Motion", "p.mpg", TextOf(Bytes{0, 0, 1, 0xBA, 0x21, 0, 0, 0, 0}), "it is a program stream; take the"},
       {"Motion", "folder/file", "x", "it is a folder, not a file"},
       {"Motion", "q.m2v", Stream({.Height = 480, .FrameRateCode = 1}), "Import Warning: ", true},
   };
@@ -152,7 +144,7 @@ TEST_F(Imports, ChaptersAtTheInterval) {
   NewTrack("Motion");
   Options.AutoCreateChapters = true;
   Options.PalChapters = 30;
-  ASSERT_TRUE(Video("v.m2v", Text(BuildStream({.Gops = 10}))));  // 120 frames, a group each 12
+  ASSERT_TRUE(Video("v.m2v", TextOf(BuildStream({.Gops = 10}))));  // 120 frames, a group each 12
   EXPECT_THAT(SceneFrames(), ElementsAre(0, 24, 60, 84));
   EXPECT_EQ(Last().VideoFrames, 120);
 }
@@ -165,18 +157,19 @@ TEST_F(Imports, AudioRefusalsAndQuestions) {
     bool Question = false;
   };
   const Case cases[] = {
-      {"a.ac3", Ac3(0x14), ""},
+      {"a.ac3", Ac3Head(0x14), ""},
       {"b.wav", Wave(96000, 2, 24), ""},
       {"c.dts", Dts(24), ""},
-      {"d.ac3", Ac3(0x54), rate},
+      {"d.ac3", Ac3Head(0x54), rate},
       {"e.wav", Wave(44100, 2, 16), rate},
-      {"f.ac3", Ac3(0x25), "Maximum Audio Bitrate for DVD is 448Kpbs. This source exceeds that (640)", true},
+      {"f.ac3", Ac3Head(0x25), "Maximum Audio Bitrate for DVD is 448Kpbs. This source exceeds that (640)",
+       true},
       {"g.dts", Dts(25), dts + "(1920)", true},
       {"h.dts", Dts(0), dts + "(32)", true},
       {"i.wav", Wave(96000, 3, 24), "PCM Data Rate Error: PCM Data Rate is non-dvd standard.", true},
-      {"j.ac3", Ac3(0x14, 0x80), "it is Enhanced AC3, which players don't read\n"},
+      {"j.ac3", Ac3Head(0x14, 0x40, 0x80), "it is Enhanced AC3, which players don't read\n"},
       {"k.wav", "RIFF", "k.wav' can't be imported: it is no WAV file\n"},
-      {"l.mp2", Ac3(0x14), "its name is not that of an AC3 or WAV file\n"},
+      {"l.mp2", Ac3Head(0x14), "its name is not that of an AC3 or WAV file\n"},
   };
   for (const Case& given : cases) {
     for (const bool answer : {false, true}) {
@@ -197,17 +190,17 @@ TEST_F(Imports, AudioRefusalsAndQuestions) {
 TEST_F(Imports, AudioPlaysMustBeLikeTheFirst) {
   NewTrack("Motion");
   AudioStream& stream = *AddAudioStream(Last());
-  ASSERT_TRUE(Audio("a.ac3", Ac3(0x14)));
+  ASSERT_TRUE(Audio("a.ac3", Ac3Head(0x14)));
   EXPECT_EQ(stream.Format, "AC3");
   EXPECT_EQ(stream.Traits.BitRate, 192);
   EXPECT_TRUE(Last().HasAudio);
   ASSERT_NE(AddAudioPlay(stream), nullptr);
-  for (const std::string& other : {Ac3(0x1C), Ac3(0x14, 0x40, 0xE1)}) {
+  for (const std::string& other : {Ac3Head(0x1C), Ac3Head(0x14, 0xE1)}) {
     EXPECT_FALSE(Audio("b.ac3", other, 1));
     EXPECT_THAT(Told(), HasSubstr("Audio Play Error: "));
   }
   EXPECT_FALSE(Audio("c.wav", Wave(48000, 2, 16), 1));
-  EXPECT_TRUE(Audio("d.ac3", Ac3(0x15), 1));
+  EXPECT_TRUE(Audio("d.ac3", Ac3Head(0x15), 1));
 }
 
 TEST_F(Imports, SubtitlesNeedAVideoFirst) {
@@ -225,9 +218,9 @@ TEST_F(Imports, ChapterAnalysis) {
   NewTrack("Motion");
   EXPECT_FALSE(AnalyseChapters(Disc, 0, Store, Ui));
   EXPECT_THAT(Told(), HasSubstr("Analysis Error: "));
-  ASSERT_TRUE(Video("a.m2v", Text(BuildStream({.Gops = 3}))));
+  ASSERT_TRUE(Video("a.m2v", TextOf(BuildStream({.Gops = 3}))));
   AddVideoPlay(Last());
-  ASSERT_TRUE(Video("b.m2v", Text(BuildStream({.Gops = 2, .GopLength = 10})), 1));
+  ASSERT_TRUE(Video("b.m2v", TextOf(BuildStream({.Gops = 2, .GopLength = 10})), 1));
   const std::int32_t times[] = {0, 13, 23, 24, 56, 35, 50, 400};
   Last().Scenes.clear();
   Collection<Cell_P>& cells = Disc.Disc.Add({}).Title.Add({}).PGC.Add({}).PG.Add({}).Cell;
@@ -266,7 +259,7 @@ TEST_F(Imports, ChaptersOfSlidesStartWithASlide) {
 
 TEST_F(Imports, ChaptersStartAnywhereInAStreamOfSingleIPictures) {
   NewTrack("Motion");
-  ASSERT_TRUE(Video("i.m2v", Text(BuildStream({.Gops = 30, .GopLength = 1}))));
+  ASSERT_TRUE(Video("i.m2v", TextOf(BuildStream({.Gops = 30, .GopLength = 1}))));
   Last().Scenes.push_back({"S", 17, {}});
   EXPECT_TRUE(AnalyseChapters(Disc, 0, Store, Ui));
   EXPECT_EQ(Last().Scenes[1].Frame, 17);
@@ -275,7 +268,7 @@ TEST_F(Imports, ChaptersStartAnywhereInAStreamOfSingleIPictures) {
 
 TEST_F(Imports, ChapterLists) {
   NewTrack("Motion");
-  ASSERT_TRUE(Video("v.m2v", Text(BuildStream({.Gops = 20}))));
+  ASSERT_TRUE(Video("v.m2v", TextOf(BuildStream({.Gops = 20}))));
   ASSERT_TRUE(AnalyseChapters(Disc, 0, Store, Ui));
   const std::string list =
       Folder.Write("list.txt",

@@ -31,6 +31,7 @@ TEST(Attributes, VideoBits) {
   };
   for (const Case& c : {
            Case{"PAL", "4:3", "720x576", false, false, false, false, 0x5300, 0x5300},
+           Case{"PAL", "4:3", "640x576", false, false, false, false, 0x5300, 0x5300},  // no size of a disc
            Case{"PAL", "16:9", "704x576", false, true, false, false, 0x5E08, 0x5E08},
            Case{"NTSC", "16:9", "352x480", true, true, true, true, 0x4C14, 0x4C14},
            Case{"PAL", "4:3", "352x288", true, false, false, true, 0x5D19, 0x5118},  // pan-scan, film

@@ -1,7 +1,9 @@
 #include "mux/decode_schedule.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -26,15 +28,15 @@ std::vector<CodedPicture> Pictures(std::string_view text) {
   return pictures;
 }
 
-// Relative to the start, where the first picture shown is shown.
-std::vector<TimeStamps> Schedule(const std::vector<CodedPicture>& pictures, const FrameTiming& timing) {
+// When each is shown and decoded, relative to the start, where the first picture shown is shown.
+std::string Schedule(const std::vector<CodedPicture>& pictures, const FrameTiming& timing) {
   DecodeSchedule schedule(timing);
-  std::vector<TimeStamps> times;
+  std::string times;
   for (std::size_t i = 0; i < pictures.size(); ++i) {
     const DecodeTimes t = schedule.Next(pictures[i], [&](std::size_t offset) {
       return i + offset < pictures.size() ? &pictures[i + offset] : nullptr;
     });
-    times.push_back({t.Pts.WholeTicks() - VideoStartPts, t.Dts.WholeTicks() - VideoStartPts});
+    times += fmt::format("{} {}, ", t.Pts.WholeTicks() - VideoStartPts, t.Dts.WholeTicks() - VideoStartPts);
   }
   return times;
 }
@@ -43,29 +45,18 @@ TEST(DecodeSchedule, PicturesAreDecodedInTurnAndShownInOrder) {
   struct Case {
     const char* Pictures;
     FrameTiming Timing;
-    std::vector<TimeStamps> Times;  // shown, decoded
+    const char* Times;  // shown, decoded
   };
   const Case cases[] = {
-      // An open GOP's I picture is decoded a frame ahead and shown behind its B pictures.
-      {"I2 B0 B1 P5 B3 B4",
-       PalTiming,
-       {{7200, -3600}, {0, 0}, {3600, 3600}, {18000, 7200}, {10800, 10800}, {14400, 14400}}},
-      {"I0 P3 B1 B2 I4", PalTiming, {{0, -3600}, {10800, 0}, {3600, 3600}, {7200, 7200}, {14400, 10800}}},
+      // An open GOP's I picture is decoded a frame before its B pictures and shown after them.
+      {"I2 B0 B1 P5 B3 B4", PalTiming, "7200 -3600, 0 0, 3600 3600, 18000 7200, 10800 10800, 14400 14400, "},
+      {"I0 P3 B1 B2 I4", PalTiming, "0 -3600, 10800 0, 3600 3600, 7200 7200, 14400 10800, "},
       // Pulldown: I0 for 3 fields, B1 for 2, B2 for 3, P3 for 2, ... each field 1501.5 ticks.
-      {"I0* P3 B1 B2* P6* B4* B5",
-       NtscTiming,
-       {{0, -3003}, {12012, 0}, {4504, 4504}, {7507, 7507}, {22522, 12012}, {15015, 15015}, {19519, 19519}}},
+      {"I0* P3 B1 B2* P6* B4* B5", NtscTiming,
+       "0 -3003, 12012 0, 4504 4504, 7507 7507, 22522 12012, 15015 15015, 19519 19519, "},
       // Field pairs last one frame.
-      {"i0 p0 p3 p3 b1 b1 B2 I4",
-       NtscTiming,
-       {{0, -3003},
-        {1501, -1502},
-        {9009, 0},
-        {10510, 1501},
-        {3003, 3003},
-        {4504, 4504},
-        {6006, 6006},
-        {12012, 9009}}},
+      {"i0 p0 p3 p3 b1 b1 B2 I4", NtscTiming,
+       "0 -3003, 1501 -1502, 9009 0, 10510 1501, 3003 3003, 4504 4504, 6006 6006, 12012 9009, "},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(Schedule(Pictures(c.Pictures), c.Timing), c.Times) << c.Pictures;

@@ -76,7 +76,7 @@ Bytes FileBytes(const std::string& path) {
 }
 
 std::string Saved(const TempFolder& folder, const Bytes& bytes, const std::string& name) {
-  return folder.Write(name, std::string(bytes.begin(), bytes.end()));
+  return folder.Write(name, bytes);
 }
 
 MuxInput MotionTrack(const std::vector<std::string>& videos, bool ntsc) {

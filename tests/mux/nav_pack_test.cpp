@@ -41,9 +41,9 @@ struct Packed {
 
 Packed Build(const std::vector<VobuRecord>& records, std::size_t index, const MuxInput& input = {}) {
   Packed packed{Bytes(SectorBytes, 0xAA)};
-  BuildNavPack(
-      {.Records = records, .Input = input, .Rules = Rules::Players, .VobEndPts = records.back().EndPts},
-      index, packed.Sector);
+  const auto end = VideoStartPts + 43200 * static_cast<std::int64_t>(records.size());
+  BuildNavPack({.Records = records, .Input = input, .Rules = Rules::Players, .VobEndPts = end}, index,
+               packed.Sector);
   return packed;
 }
 
@@ -84,7 +84,8 @@ TEST(NavPack, HeadersAndMarksOfSyncFields) {
 // Only the VOB's last picture can carry a sequence end code in motion video; a slide ends on its own.
 TEST(NavPack, EndTimesOfTheLastVobu) {
   auto records = Vobus(4, 2);
-  records[1].EndPts -= 1;  // an inner cell keeps its own end
+  records[1].EndPts -= 1;  // an inner cell keeps its own end, the last VOBU takes that of the VOB
+  records[3].EndPts -= 1;
   records[3].SeqEndPts = 99;
   MuxInput input;
   for (const auto& [kind, seqEnd] :
@@ -121,6 +122,16 @@ TEST(NavPack, VobusWithoutVideoAreToldApart) {
   EXPECT_EQ(Build(records, 4).At(1349), 0x80000000U + 100);
 }
 
+GopPlan Light(const SequenceFields& sequence, int gops, int length, bool pulldown = false) {
+  return {.Sequence = sequence,
+          .Gops = gops,
+          .GopLength = length,
+          .Pulldown = pulldown,
+          .BytesI = 9000,
+          .BytesP = 4000,
+          .BytesB = 1500};
+}
+
 // Tracks long enough for all search rows: every figure is what a walk through the finished sectors finds.
 TEST(NavPack, EveryFigureIsWhatAWalkFinds) {
   struct Case {
@@ -131,26 +142,13 @@ TEST(NavPack, EveryFigureIsWhatAWalkFinds) {
     Rules Rule = Rules::Players;
     std::uint32_t Split = SplitSectors;
   };
+  const GopPlan open{.Gops = 40, .GopLength = 4, .Closed = false};
   const Case cases[] = {
-      {"PAL", {.Gops = 300, .BytesI = 9000, .BytesP = 4000, .BytesB = 1500}, {}, 1},
+      {"PAL", Light({}, 300, 12), {}, 1},
       // Marks on headers in a row make VOBUs of few frames; VOBUs lie across files.
-      {"PAL, cells",
-       {.Gops = 40, .GopLength = 4, .Closed = false},
-       {40, 41, 44, 100},
-       4,
-       Rules::Players,
-       700},
+      {"PAL, cells", open, {40, 41, 44, 100}, 4, Rules::Players, 700},
       {"PAL, cells, classic", {.Gops = 40, .GopLength = 4}, {40, 44, 100}, 4, Rules::Classic},
-      {"NTSC, pulldown",
-       {.Sequence = {.Height = 480, .FrameRateCode = 4},
-        .Gops = 90,
-        .GopLength = 15,
-        .Pulldown = true,
-        .BytesI = 9000,
-        .BytesP = 4000,
-        .BytesB = 1500},
-       {333, 1000},
-       3},
+      {"NTSC, pulldown", Light({.Height = 480, .FrameRateCode = 4}, 90, 15, true), {333, 1000}, 3},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.Name);

@@ -185,10 +185,13 @@ TEST_F(Slides, WhatCannotBeASlideIsToldByName) {
   torn.Video[1].Path = Folder.Write("torn.BMP", "BM");
   MuxInput film = Track({30, 30});
   film.Video[1] = {.Path = SampleVideo({.Frames = 2})};
+  MuxInput fields = film;
+  fields.Video[1].Path = Saved(Folder, BuildStream({.Gops = 1, .GopLength = 2, .FieldPictures = true}));
   const std::tuple<MuxInput, MessageKind, std::size_t> faults[] = {
       {otherStandard, message::StillSizeUnfit, 0},
       {torn, message::StillUnreadable, 1},
       {film, message::SlideOfSeveralPictures, 1},
+      {fields, message::SlideOfSeveralPictures, 1},
   };
   for (const auto& [input, kind, file] : faults) {
     MuxRun run;

@@ -156,9 +156,11 @@ TEST(ScriptReader, AMixOfStandardsLeavesTheDefaultStructure) {
   EXPECT_EQ(mixed.Target.Tracks.Count(), 0U);
   ASSERT_EQ(mixed.Target.Disc.Count(), 2U);
   EXPECT_EQ(mixed.Target.Disc.Item(2)->Title.Item(1)->TitleName, "VTS1_Title1");
-  const Loaded alike(TwoStandards("pal"));
-  EXPECT_TRUE(alike.Result.Loaded);
-  EXPECT_EQ(alike.Target.Standard(), "PAL");
+  for (const char* alike : {"pal", ""}) {  // one that is not known fits any
+    const Loaded loaded(TwoStandards(alike));
+    EXPECT_TRUE(loaded.Result.Loaded);
+    EXPECT_EQ(loaded.Target.Standard(), "PAL");
+  }
 }
 
 TEST(LoadFindings, LinesTheirEndCommandsAndNamesInTheirOrder) {

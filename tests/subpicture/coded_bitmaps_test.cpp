@@ -21,9 +21,8 @@ TEST(CodedBitmaps, AreCodedAheadAsOneByOne) {
     for (int x = 0; x < picture.Width; ++x) {
       picture.Set(x, x % 20, 0xFFFFFF);
     }
-    const Bytes file = WriteBmp(picture);
     records[i].Conversion = {0xFFFFFF, 1, 2};
-    records[i].File = folder.Write(std::to_string(i) + ".BMP", std::string(file.begin(), file.end()));
+    records[i].File = folder.Write(std::to_string(i) + ".BMP", WriteBmp(picture));
   }
   std::filesystem::remove(records[30].File);
   RecordingUi ui;

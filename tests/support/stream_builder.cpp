@@ -9,20 +9,16 @@ namespace quorvelant {
 
 namespace {
 
-struct BitField {
-  int Width, Value;
-};
-
-// Appends a start code and the fields after it, most significant bit first.
-void Append(Bytes& target, std::uint8_t code, std::initializer_list<BitField> fields) {
+// Appends a start code and the fields after it: the width in bits and the value of each in turn.
+void Append(Bytes& target, std::uint8_t code, std::initializer_list<int> fields) {
   target.insert(target.end(), {0, 0, 1, code});
   int used = 0;
-  for (const auto& [width, value] : fields) {
-    for (int bit = width; bit-- > 0; used = (used + 1) % 8) {
+  for (const int* field = fields.begin(); field != fields.end(); field += 2) {
+    for (int bit = field[0]; bit-- > 0; used = (used + 1) % 8) {
       if (used == 0) {
         target.push_back(0);
       }
-      target.back() = static_cast<std::uint8_t>(target.back() | (value >> bit & 1) << (7 - used));
+      target.back() = static_cast<std::uint8_t>(target.back() | (field[1] >> bit & 1) << (7 - used));
     }
   }
 }
@@ -81,74 +77,53 @@ void AddFrame(StreamBuilder& stream, const GopPlan& plan, PlannedPicture coded) 
 StreamBuilder& StreamBuilder::Sequence(const SequenceFields& fields) {
   height_ = fields.Height;
   Append(bytes_, 0xB3,
-         {{12, fields.Width},
-          {12, fields.Height},
-          {4, fields.AspectCode},
-          {4, fields.FrameRateCode},
-          {18, fields.BitRate / 400},
-          {1, 1},
-          {10, 112},
-          {3, 0}});    // no constraint, no matrices
+         {12, fields.Width, 12, fields.Height, 4, fields.AspectCode, 4, fields.FrameRateCode, 18,
+          fields.BitRate / 400, 1, 1, 10, 112, 3, 0});  // no constraint, no matrices
   if (fields.Mpeg2) {  // main profile at main level, interlaced, 4:2:0; upper bits of sizes and rates
-    Append(bytes_, ExtensionCode, {{4, 1}, {8, 0x48}, {3, 1}, {16, 0}, {1, 1}, {16, 0}});
+    Append(bytes_, ExtensionCode, {4, 1, 8, 0x48, 3, 1, 16, 0, 1, 1, 16, 0});
   }
   if (fields.DisplayWidth) {
-    const bool coloured = fields.ColourDescription;
+    const int coloured = fields.ColourDescription;
     Append(bytes_, ExtensionCode,
-           {{4, 2},
-            {3, 5},
-            {1, coloured},
-            {coloured ? 24 : 0, 0x050505},
-            {14, *fields.DisplayWidth},
-            {1, 1},
-            {14, fields.Height}});
+           {4, 2, 3, 5, 1, coloured, 24 * coloured, 0x050505, 14, *fields.DisplayWidth, 1, 1, 14,
+            fields.Height});
   }
   return *this;
 }
 
 StreamBuilder& StreamBuilder::Group(const GroupFields& fields) {
   Append(bytes_, 0xB8,
-         {{1, 0},
-          {5, fields.Hours},
-          {6, fields.Minutes},
-          {1, 1},
-          {6, fields.Seconds},
-          {6, fields.Pictures},
-          {1, fields.Closed},
-          {1, 0}});
+         {1, 0, 5, fields.Hours, 6, fields.Minutes, 1, 1, 6, fields.Seconds, 6, fields.Pictures, 1,
+          fields.Closed, 1, 0});
   return *this;
 }
 
 StreamBuilder& StreamBuilder::Picture(const PictureFields& fields) {
   const std::size_t start = bytes_.size();
   const int motionCode = fields.Mpeg2 ? 7 : 1;
-  const bool forward = fields.Type != 'I';
-  const bool backward = fields.Type == 'B';
+  const int forward = fields.Type != 'I' ? 1 : 0;
+  const int backward = fields.Type == 'B' ? 1 : 0;
   Append(bytes_, 0x00,
-         {{10, fields.TemporalReference},
-          {3, 1 + forward + backward},
-          {16, 0xFFFF},
-          {forward ? 4 : 0, motionCode},
-          {backward ? 4 : 0, motionCode},
-          {1, 0}});
+         {10, fields.TemporalReference, 3, 1 + forward + backward, 16, 0xFFFF, 4 * forward, motionCode,
+          4 * backward, motionCode, 1, 0});
   if (fields.Mpeg2) {  // frame_pred_frame_dct and chroma_420_type go with progressive_frame
     const int progressive = fields.ProgressiveFrame;
-    Append(bytes_, ExtensionCode,
-           {{4, 8},
-            {8, forward ? 0x33 : 0xFF},
-            {8, backward ? 0x33 : 0xFF},
-            {2, 0},
-            {2, static_cast<int>(fields.Structure)},
-            {1, fields.TopFieldFirst},
-            {1, progressive},
-            {4, 0},
-            {1, fields.RepeatFirstField},
-            {1, progressive},
-            {1, progressive},
-            {1, 0}});
+    const auto structure = static_cast<int>(fields.Structure);
+    Append(bytes_, ExtensionCode, {4, 8,
+                                   8, forward != 0 ? 0x33 : 0xFF,
+                                   8, backward != 0 ? 0x33 : 0xFF,
+                                   2, 0,
+                                   2, structure,
+                                   1, fields.TopFieldFirst,
+                                   1, progressive,
+                                   4, 0,
+                                   1, fields.RepeatFirstField,
+                                   1, progressive,
+                                   1, progressive,
+                                   1, 0});
   }
   if (fields.DisplayExtension) {
-    Append(bytes_, ExtensionCode, {{4, 7}, {16, 0}, {1, 1}, {16, 0}, {1, 1}});
+    Append(bytes_, ExtensionCode, {4, 7, 16, 0, 1, 1, 16, 0, 1, 1});
   }
   const std::size_t end = start + fields.TotalBytes;
   const int rows = (height_ + 15) / (fields.Structure == PictureStructure::Frame ? 16 : 32);
@@ -188,6 +163,14 @@ Bytes BuildStream(const GopPlan& plan) {
     stream.SequenceEnd();
   }
   return stream.Data();
+}
+
+std::string TextOf(ByteView bytes) {
+  return {bytes.begin(), bytes.end()};
+}
+
+std::string Ac3Head(std::uint8_t rateAndSize, std::uint8_t channels, std::uint8_t version) {
+  return TextOf(Bytes{0x0B, 0x77, 0, 0, rateAndSize, version, channels, 0});
 }
 
 }  // namespace quorvelant

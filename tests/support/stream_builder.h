@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -73,5 +74,9 @@ struct GopPlan {
   bool EndCode = true;
 };
 Bytes BuildStream(const GopPlan& plan);
+
+std::string TextOf(ByteView bytes);
+// The head of an AC3 frame, by its bytes of sample rate and size, of version and service, and of channels.
+std::string Ac3Head(std::uint8_t rateAndSize, std::uint8_t channels = 0x40, std::uint8_t version = 0x40);
 
 }  // namespace quorvelant

@@ -50,7 +50,7 @@ Files FilesOf(const SmallestDisc& disc) {
 std::vector<std::string> FaultsOf(const Files& files) {
   const TempFolder folder;
   for (const auto& [name, bytes] : files) {
-    folder.Write(name, std::string(bytes.begin(), bytes.end()));
+    folder.Write(name, bytes);
   }
   RecordingUi ui;
   std::vector<std::string> codes;
