@@ -146,7 +146,7 @@ TEST(PlatformPictures, WithoutItsModuleTheProgramTakesBitmapsAndSaysSo) {
   service->Save(Ramp(720, 576), folder / "a.bmp");
   service->Save(Ramp(720, 576), folder / "a.png");
   const auto still = [&](const std::string& input) {
-    const std::string words = fmt::format("'{}' still {} a.m2v > out 2>&1", program, input);
+    const std::string words = fmt::format("'{}' still {} a.m2v --force > out 2>&1", program, input);
     return std::system(fmt::format("cd '{}' && {}", folder.Path().string(), words).c_str());
   };
   EXPECT_EQ(still("a.bmp"), 0) << TempFolder::Read(folder / "out");
@@ -160,7 +160,7 @@ TEST(PlatformPictures, WithoutItsModuleTheProgramTakesBitmapsAndSaysSo) {
   EXPECT_EQ(still("a.png"), 0) << TempFolder::Read(folder / "out");
   folder.Write("cut.png", TempFolder::Read(folder / "a.png").substr(0, 1000));
   EXPECT_NE(still("cut.png"), 0);  // and the decoder prints nothing besides
-  EXPECT_THAT(TempFolder::Read(folder / "out"), testing::MatchesRegex("Error: [^\n]*cannot be read[^\n]*\n"));
+  EXPECT_THAT(TempFolder::Read(folder / "out"), testing::MatchesRegex("error: [^\n]*cannot be read[^\n]*\n"));
 }
 
 TEST(PlatformPictures, Scales) {

@@ -238,7 +238,7 @@ TEST(ScriptWriter, GeneratedProjectsComeBackEqual) {
   }
 }
 
-TEST(ScriptWriter, SavingAsksReportsAndKeepsTheOldFile) {
+TEST(ScriptWriter, SavingAsksReportsAndReplacesFilesAlone) {
   const TempFolder folder;
   const std::string path = folder.Write("p.qvp", "old");
   Project project = EveryKey();
@@ -254,11 +254,11 @@ TEST(ScriptWriter, SavingAsksReportsAndKeepsTheOldFile) {
   EXPECT_FALSE(SaveDataPath(project, ui));
   EXPECT_FALSE(SaveDataPath(project, ui));
   EXPECT_EQ(ui.Messages.size(), 1U);
-  // Where the new file cannot be made the old one stays.
-  std::filesystem::create_directory(fmt::format("{}.{}.part", path, getpid()));
-  EXPECT_FALSE(SaveData(Project(), path, ui));
-  EXPECT_EQ(ui.Messages.back().Text, "Unable to write script file: " + path);
-  EXPECT_EQ(TempFolder::Read(path), WriteScript(project));
+  // Only a file is replaced.
+  const std::string taken = folder / "folder";
+  std::filesystem::create_directory(taken);
+  EXPECT_FALSE(SaveData(Project(), taken, ui));
+  EXPECT_EQ(ui.Messages.back().Text, "Unable to write script file: " + taken);
 }
 
 }  // namespace

@@ -128,7 +128,7 @@ StreamBuilder& StreamBuilder::Picture(const PictureFields& fields) {
   const std::size_t end = start + fields.TotalBytes;
   const int rows = (height_ + 15) / (fields.Structure == PictureStructure::Frame ? 16 : 32);
   for (int row = 1; row <= rows && (row == 1 || fields.TotalBytes == 0 || bytes_.size() + 6 <= end); ++row) {
-    Append(bytes_, static_cast<std::uint8_t>(row), {{16, 0x5555}});
+    Append(bytes_, static_cast<std::uint8_t>(row), {16, 0x5555});
   }
   for (int i = 0; bytes_.size() < end; i = (i + 1) % 97) {
     bytes_.push_back(static_cast<std::uint8_t>(0x55 + i));  // never a zero, so no start code arises
