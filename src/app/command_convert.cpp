@@ -67,7 +67,8 @@ bool MayReplaceItself(const LoadResult& load, const ConvertOptions& options, Use
   const bool loses = load.SkippedCount > 0 || load.IsScenarist;
   if (loses && !options.Force) {
     const std::string what =
-        load.SkippedCount > 0 ? fmt::format("{} lines", load.SkippedCount) : "The dialect";
+        load.SkippedCount > 0 ? fmt::format("{} line{}", load.SkippedCount, load.SkippedCount == 1 ? "" : "s")
+                              : "The dialect";
     ui.Tell(MessageOf(message::ConvertLosesLines, options.Out, what));
   }
   return !loses || options.Force;

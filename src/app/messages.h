@@ -73,7 +73,8 @@ inline constexpr MessageKind OtherDialect{"other-dialect", Severity::Error, "Sub
                                           "with --output"};
 inline constexpr MessageKind LinesWouldBeLost{
     "lines-would-be-lost", Severity::Error, "Subtitles",
-    "{} lines of this script are not understood and would be lost: name another file to write with --output"};
+    "Lines of this script ({} in all) are not understood and would be lost: name another file to write with "
+    "--output"};
 inline constexpr MessageKind BitmapsMissing{"bitmaps-missing", Severity::Warning, "Subtitles",
                                             "{} of the bitmaps do not exist, the first of them here"};
 

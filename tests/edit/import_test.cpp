@@ -248,7 +248,7 @@ TEST_F(Imports, ChaptersOfSlidesStartWithASlide) {
   Track& track = Last();
   track.VideoPlays.resize(2);
   for (VideoPlay& slide : track.VideoPlays) {
-    slide.File = Folder.Write("s.m2v", Text(BuildStream({.Gops = 1, .GopLength = 1})));
+    slide.File = Folder.Write("s.m2v", TextOf(BuildStream({.Gops = 1, .GopLength = 1})));
     slide.SlideDuration = "00:00:02:00";
   }
   track.Scenes = {{"A", 0, {}}, {"B", 50, {}}, {"C", 60, {}}, {"D", 100, {}}};
