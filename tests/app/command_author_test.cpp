@@ -1,4 +1,5 @@
-// The example disc as `quorvelant author` makes it, also where the disk is full.
+// The example disc as `quorvelant author` makes it, and runs that meet a full disk, one that cannot be read,
+// or a signal.
 #include <fmt/format.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -6,13 +7,15 @@
 #include <atomic>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <filesystem>
 #include <map>
 #include <sstream>
+#include <utility>
 
 #include "app/command_form.h"
+#include "app/console_ui.h"
 #include "base/text.h"
-#include "support/disc_judges.h"
 #include "support/disc_walk.h"
 #include "support/folders.h"
 #include "support/recording_ui.h"
@@ -21,28 +24,47 @@
 namespace quorvelant {
 namespace {
 
-std::string failingPath;  // empty while nothing fails
-std::atomic<int> writesLeft;
+// Parts of paths; empty while nothing fails.
+std::string unwritable;
+std::string unreadable;
+std::atomic<std::int64_t> left;  // writes, or bytes to read, until one fails
 
-bool WriteFails(int file) {
+// How much of `wanted` the disk takes or gives, at that cost.
+std::size_t Granted(int file, const std::string& failing, std::size_t wanted, std::size_t cost) {
   std::error_code unknown;
   const auto path = std::filesystem::read_symlink(fmt::format("/proc/self/fd/{}", file), unknown);
-  return Contains(path.string(), failingPath) && --writesLeft < 0;
+  if (!Contains(path.string(), failing)) {
+    return wanted;
+  }
+  const std::int64_t before = left.fetch_sub(static_cast<std::int64_t>(cost));
+  return std::cmp_greater_equal(before, cost) ? wanted
+                                              : static_cast<std::size_t>(std::max<std::int64_t>(before, 0));
 }
 
 }  // namespace
 }  // namespace quorvelant
 
-// Takes the place of the C library's: files whose path holds `failingPath` are on a disk that has room for
-// `writesLeft` writes more.
-// NOLINTNEXTLINE(readability-identifier-naming,misc-use-internal-linkage): its name there
+// Take the place of the C library's.
+// NOLINTBEGIN(readability-identifier-naming,misc-use-internal-linkage): their names there
 extern "C" ssize_t write(int file, const void* bytes, size_t count) {
-  if (!quorvelant::failingPath.empty() && quorvelant::WriteFails(file)) {
+  if (!quorvelant::unwritable.empty() && quorvelant::Granted(file, quorvelant::unwritable, 1, 1) == 0) {
     errno = ENOSPC;
     return -1;
   }
   return syscall(SYS_write, file, bytes, count);
 }
+
+extern "C" ssize_t read(int file, void* bytes, size_t count) {
+  if (!quorvelant::unreadable.empty() && count > 0) {
+    count = quorvelant::Granted(file, quorvelant::unreadable, count, count);
+    if (count == 0) {
+      errno = EIO;
+      return -1;
+    }
+  }
+  return syscall(SYS_read, file, bytes, count);
+}
+// NOLINTEND(readability-identifier-naming,misc-use-internal-linkage)
 
 namespace quorvelant {
 namespace {
@@ -59,13 +81,15 @@ Files FilesOf(const fs::path& folder) {
   return files;
 }
 
-class AuthorCommand : public testing::Test {
+class Runs : public testing::Test {
  protected:
-  AuthorCommand() { ui.Unattended = true; }
-  ~AuthorCommand() override { failingPath.clear(); }
+  Runs() { ui.Unattended = true; }
+  ~Runs() override {
+    unwritable.clear();
+    unreadable.clear();
+  }
 
-  int Author(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), "author");
+  int Run(const std::vector<std::string>& arguments) {
     std::ostringstream out;
     std::ostringstream err;
     return RunCommandForm(arguments, ui, out, err,
@@ -78,8 +102,8 @@ class AuthorCommand : public testing::Test {
   std::string disc = temp / "VIDEO_TS";
 };
 
-TEST_F(AuthorCommand, TheButtonsOfTheExampleLeadWhereTheySay) {
-  ASSERT_EQ(Author({demo, "-o", disc}), ExitDone);
+TEST_F(Runs, TheButtonsOfTheExampleLeadWhereTheySay) {
+  ASSERT_EQ(Run({"author", demo, "-o", disc}), ExitDone);
   EXPECT_THAT(ui.Messages, IsEmpty());
   for (const auto& [buttons, leads] : {std::pair{std::vector{1}, "title 1 chapter 1"},
                                        {{2}, "title 2 chapter 1"},
@@ -90,32 +114,73 @@ TEST_F(AuthorCommand, TheButtonsOfTheExampleLeadWhereTheySay) {
   }
 }
 
-TEST_F(AuthorCommand, TheCheckerFindsNothing) {
-  if (!HasChecker()) {
-    GTEST_SKIP() << CheckerMissing;
-  }
-  ASSERT_EQ(Author({demo, "-o", disc}), ExitDone);
-  EXPECT_THAT(CheckerErrors(disc), IsEmpty());
-}
-
 // One write of the run after the other is the first for which there is no room: all of the first and of the
 // last ones (the tables, and the sums entered into them), every eighth in between.
-TEST_F(AuthorCommand, AFullDiskIsToldOnceAndLeavesTheDestinationAsItWas) {
-  failingPath = ".VIDEO_TS.making.";
-  writesLeft = INT_MAX;
-  ASSERT_EQ(Author({demo, "-o", disc}), ExitDone);
-  const int writes = INT_MAX - writesLeft;
-  ASSERT_EQ(Author({demo, "-o", disc, "--force", "--rules", "classic"}), ExitDone);
+TEST_F(Runs, AFullDiskIsToldOnceAndLeavesTheDestinationAsItWas) {
+  unwritable = ".VIDEO_TS.making.";
+  left = INT_MAX;
+  ASSERT_EQ(Run({"author", demo, "-o", disc}), ExitDone);
+  const std::int64_t writes = INT_MAX - left;
+  ASSERT_EQ(Run({"author", demo, "-o", disc, "--force", "--rules", "classic"}), ExitDone);
   const Files before = FilesOf(disc);
-  for (int allowed = 0; allowed < writes; allowed += allowed < 8 || allowed + 16 >= writes ? 1 : 8) {
+  for (std::int64_t allowed = 0; allowed < writes; allowed += allowed < 8 || allowed + 16 >= writes ? 1 : 8) {
     ui.Messages.clear();
-    writesLeft = allowed;
-    EXPECT_EQ(Author({demo, "-o", disc, "--force"}), ExitFailed) << allowed;
+    left = allowed;
+    EXPECT_EQ(Run({"author", demo, "-o", disc, "--force"}), ExitFailed) << allowed;
     ASSERT_EQ(ui.Messages.size(), 1U) << allowed;
     EXPECT_THAT(ui.Messages[0].Text,
                 testing::ContainsRegex("making[.][0-9a-f]*/V.*: No space left on device"));
     EXPECT_EQ(std::distance(fs::directory_iterator(temp.Path()), {}), 2);  // and the log
     ASSERT_TRUE(FilesOf(disc) == before) << allowed;
+  }
+}
+
+TEST_F(Runs, NothingIsWrittenOfWhatCannotBeReadWhole) {
+  const std::string target = temp.Write("target.qvp", "mine");
+  const struct {
+    const char* Path;
+    std::int64_t Bytes;
+  } cases[] = {{"demo.qvp", 0}, {"demo.qvp", 2000}, {"first.m2v", 0}, {"first.m2v", 10}};
+  for (const auto& test : cases) {
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"convert", demo, target, "--force"},
+          {"subtitles", demo, demo, "--track", "1", "-o", target}}) {
+      unreadable = test.Path;
+      left = test.Bytes;
+      EXPECT_EQ(Run(command), ExitFailed) << test.Path << test.Bytes << command[0];
+      unreadable.clear();
+      EXPECT_FALSE(ui.Messages.empty());
+      EXPECT_EQ(TempFolder::Read(target), "mine");
+    }
+  }
+}
+
+TEST_F(Runs, ADryRunAndAReadLeaveNoFile) {
+  fs::copy(SourceFile("examples"), temp / "own", fs::copy_options::recursive);
+  EXPECT_EQ(Run({"author", temp / "own/demo.qvp", "-o", temp / "disc", "--dry-run", "--analyse"}), ExitDone);
+  for (const auto& entry : fs::recursive_directory_iterator(temp / "own")) {
+    EXPECT_NE(entry.path().extension(), ".qvi");
+  }
+  EXPECT_FALSE(fs::exists(temp / "disc"));
+}
+
+TEST_F(Runs, SignalsAskForAnOrderlyEnd) {
+  std::signal(SIGHUP, SIG_IGN);
+  {
+    const StopSignal stop;
+    raise(SIGHUP);  // ignored from the start
+    raise(SIGXFSZ);
+    EXPECT_FALSE(StopSignal::Raised());
+    raise(SIGPIPE);
+    raise(SIGPIPE);
+    EXPECT_TRUE(StopSignal::Raised());
+  }
+  std::signal(SIGHUP, SIG_DFL);
+  for (const int number : {SIGHUP, SIGINT, SIGTERM}) {
+    const StopSignal stop;
+    EXPECT_FALSE(StopSignal::Raised());
+    raise(number);
+    EXPECT_TRUE(StopSignal::Raised());
   }
 }
 

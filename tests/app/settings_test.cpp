@@ -27,18 +27,6 @@ TEST(Settings, EveryLineInItsOrder) {
             "Destination Folder=C:\\out\r\n");
 }
 
-TEST(Settings, WhatWasWrittenReadsBack) {
-  Settings settings = DefaultSettings();
-  settings.RemoveSeqEnd = false;
-  settings.ScenesNotSeamless = true;
-  settings.AutoCreateChapters = true;
-  settings.PalChapters = 1;
-  settings.NtscSlideDuration = 7;
-  settings.RegionAllowed = {false, true, false, true, false, true, false};
-  settings.DestinationFolder = "/disc/\xC3\xBC";
-  EXPECT_EQ(ParseSettings(SettingsText(settings)), settings);
-}
-
 TEST(Settings, Repairs) {
   const Settings defaults = DefaultSettings();
   struct Case {
@@ -86,12 +74,25 @@ TEST(Settings, TheFileAndTheFolderGivenOtherwise) {
   EXPECT_EQ(ReadSettings(file), DefaultSettings());
   EXPECT_EQ(ReadSettings(folder.Path().string()), DefaultSettings()) << "a folder is no file";
   Settings settings = DefaultSettings();
-  settings.DestinationFolder = "/from/file";
+  settings.RemoveSeqEnd = settings.RegionAllowed[2] = settings.RegionAllowed[6] = false;
+  settings.ScenesNotSeamless = settings.AutoCreateChapters = true;
+  settings.PalChapters = 1;
+  settings.NtscSlideDuration = 7;
+  settings.DestinationFolder = "/disc/\xC3\xBC";
   ASSERT_TRUE(WriteSettings(file, settings));
   EXPECT_EQ(ReadSettings(file), settings);
   EXPECT_EQ(ReadSettings(file, "/given").DestinationFolder, "/given");
   EXPECT_FALSE(WriteSettings(file + "/below", settings));
   EXPECT_FALSE(WriteSettings("", settings));
+}
+
+TEST(Settings, OfABatchRunChangeNothing) {
+  const TempFolder temp;
+  EXPECT_EQ(ReadUserSettings(temp.Write("a", SettingsText({}))), DefaultSettings());
+  Settings own = DefaultSettings();
+  own.NtscSlideDuration = 0;
+  own.RemoveSeqEnd = false;
+  EXPECT_FALSE(ReadUserSettings(temp.Write("b", SettingsText(own))).RemoveSeqEnd);
 }
 
 TEST(UserFolders, FollowTheBaseDirectories) {

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
@@ -12,6 +11,7 @@
 #include <utility>
 
 #include "base/file_text.h"
+#include "base/fresh_name.h"
 #include "base/messages.h"
 #include "base/uint64.h"
 #include "support/faulty_disk.h"
@@ -115,6 +115,32 @@ TEST_F(RandomFiles, AFullDiskIsOneErrorThatNamesTheFile) {
   EXPECT_EQ(Files.FileBytes(1), 1000U);
 }
 
+TEST_F(RandomFiles, ALinkInTheWayOfANewFileIsNotFollowed) {
+  const std::string mine = Folder.Write("mine", "mine");
+  std::filesystem::create_symlink(mine, Folder / "link");
+  EXPECT_THROW(SystemDisk().Open(Folder / "link", FileAccess::New), FileError);
+  ASSERT_TRUE(Files.CreateFile(Folder / "link", 1));
+  Files.WriteBytes(Bytes{1});
+  EXPECT_EQ(TempFolder::Read(mine), "mine");
+  EXPECT_FALSE(std::filesystem::is_symlink(Folder / "link"));
+}
+
+TEST_F(RandomFiles, WhatOnlyACloseTellsIsRaised) {
+  FaultyDisk disk(2, EDQUOT);
+  Random files(Ui, disk);
+  files.DimFiles(1);
+  for (const bool abandoned : {true, false}) {
+    ASSERT_TRUE(files.CreateFile(Folder / "VTS_01_1.VOB", 1));
+    if (abandoned) {
+      files.WriteBytes(Bytes{1});
+      EXPECT_NO_THROW(files.AbandonFile(1));
+    } else {
+      EXPECT_THROW(files.CloseFile(1), FileError);
+    }
+    EXPECT_FALSE(files.IsOpen(1));
+  }
+}
+
 TEST_F(RandomFiles, WhatIsNoPlainFileIsRefusedAtOnce) {
   const std::string fifo = Folder / "fifo";
   ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
@@ -151,20 +177,50 @@ TEST_F(RandomFiles, AFailedOpenAsksOnce) {
   EXPECT_FALSE(std::filesystem::exists(name));
 }
 
-TEST(WriteAside, LeavesWhatWasThereWhenAWriteFails) {
+std::size_t CountIn(const std::filesystem::path& folder) {
+  return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
+}
+
+// Every write, flush and close of it fails in turn.
+TEST(WriteAside, LeavesWhatWasThereUntilAllIsWritten) {
   const TempFolder folder;
   const std::string file = folder.Write("real/list", "before");
+  ASSERT_EQ(chmod(file.c_str(), 0640), 0);
   std::filesystem::create_symlink(file, folder / "link");
-  FaultyDisk full(1);
-  EXPECT_EQ(WriteAside(folder / "link", "after", full), ENOSPC);
-  EXPECT_EQ(WriteAside(folder / "no/such/folder", "x"), ENOENT);
-  EXPECT_EQ(ReadWhole(file, 6), "before");
+  for (int failing = 1; failing < 4; ++failing) {
+    FaultyDisk disk(failing, EDQUOT);
+    EXPECT_EQ(WriteAside(folder / "link", "after", disk), EDQUOT) << failing;
+    EXPECT_EQ(ReadWhole(file, 6), "before");
+    EXPECT_EQ(CountIn(folder / "real"), 1U);
+  }
   EXPECT_EQ(WriteAside(folder / "link", "after it"), 0);
   EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
   EXPECT_EQ(ReadHead(file, 5), "after");
   EXPECT_EQ(ReadWhole(file, 7), std::nullopt);
-  const std::filesystem::directory_iterator left(folder / "real");
-  EXPECT_EQ(std::distance(begin(left), end(left)), 1);  // nothing aside
+  EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0640));
+  EXPECT_EQ(CountIn(folder / "real"), 1U);
+  EXPECT_EQ(WriteAside(folder / "no/such/folder", "x"), ENOENT);
+}
+
+TEST(WriteAside, ReplacesPlainFilesAlone) {
+  const TempFolder folder;
+  std::filesystem::create_directory(folder / "folder");
+  ASSERT_EQ(mkfifo((folder / "fifo").c_str(), 0600), 0);
+  std::filesystem::create_symlink("/dev/null", folder / "device");
+  for (const auto& [name, code] : {std::pair{"folder", EISDIR}, {"fifo", ENOTSUP}, {"device", ENOTSUP}}) {
+    EXPECT_EQ(WriteAside(folder / name, "x"), code) << name;
+  }
+  EXPECT_TRUE(std::filesystem::is_fifo(folder / "fifo") && std::filesystem::is_symlink(folder / "device"));
+  EXPECT_EQ(CountIn(folder.Path()), 3U);
+}
+
+TEST(FreshName, DiffersAndIsKnownAgain) {
+  const std::string name = FreshName(".disc.making.");
+  EXPECT_NE(name, FreshName(".disc.making."));
+  EXPECT_TRUE(IsFreshName(name, ".disc.making."));
+  for (const char* other : {".disc.making.", ".disc.making.0123456g", ".disc.making.012345678", "x"}) {
+    EXPECT_FALSE(IsFreshName(other, ".disc.making.")) << other;
+  }
 }
 
 TEST(UInt64, WordsAreHeldSigned) {
