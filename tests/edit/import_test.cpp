@@ -7,8 +7,11 @@
 #include "edit/chapter_analysis.h"
 #include "edit/chapter_list.h"
 #include "edit/import_audio.h"
+#include "edit/import_subtitles.h"
 #include "edit/import_video.h"
+#include "edit/messages.h"
 #include "edit/new_track.h"
+#include "edit/palettes.h"
 #include "picture/bmp.h"
 #include "support/media.h"
 #include "support/recording_ui.h"
@@ -203,17 +206,6 @@ TEST_F(Imports, AudioPlaysMustBeLikeTheFirst) {
   EXPECT_TRUE(Audio("d.ac3", Ac3Head(0x15), 1));
 }
 
-TEST_F(Imports, SubtitlesNeedAVideoFirst) {
-  NewTrack("Motion");
-  const auto none = [] { return std::optional<std::string>(); };
-  EXPECT_FALSE(ImportSubtitles(Disc, 0, none, false, Rules::Players, Ui));
-  EXPECT_THAT(Told(), HasSubstr("Sub Import Error: Please select a video/still file first"));
-  ASSERT_TRUE(Video("v.m2v", Stream({})));
-  Ui.Answers = {true};
-  EXPECT_TRUE(ImportSubtitles(Disc, 0, none, false, Rules::Players, Ui));
-  EXPECT_EQ(Last().SubStreams.size(), 1U);
-}
-
 TEST_F(Imports, ChapterAnalysis) {
   NewTrack("Motion");
   EXPECT_FALSE(AnalyseChapters(Disc, 0, Store, Ui));
@@ -302,6 +294,103 @@ TEST_F(Imports, ALongChapterListEndsAtTheMostScenes) {
             "New Scene Error: Please set a valid Timestamp\n"
             "New Scene Error: Timestamp exceeds Video Length\n"
             "New Scene Error: Max Number of Scenes reached (99)\n");
+}
+
+class SubtitleImports : public Imports {
+ protected:
+  SubtitleImports() {
+    NewTrack("Motion").Standard = "PAL";
+    Last().SubStreams.resize(1);
+    Disc.ScriptFile = Folder / "film.qvp";
+  }
+  bool Import(const std::string& name, const std::string& text) {
+    return ImportSubtitleScript(Disc, 0, 0, Folder.Write(name, text), false, Rules::Players, Ui);
+  }
+  const std::vector<SubPicturePlay>& Plays() { return Last().SubStreams[0].SubPlays; }
+};
+
+TEST_F(SubtitleImports, AddToTheListAndCountRelativeFoldersFromTheScript) {
+  const std::string entry = "SP_NUMBER\n1\t00:00:01:00\t00:00:02:00\ta.bmp\n";
+  const struct {
+    const char* Name;
+    const char* Directory;
+    const char* File;
+  } cases[] = {{"a.sst", "Directory\tbitmaps\n", "bitmaps\\a.bmp"},
+               {"subs/b.sst", "Directory\tbitmaps\n", "subs\\bitmaps\\a.bmp"},
+               {"subs/c.sst", "", "subs\\a.bmp"},
+               {"subs/d.sst", "Directory\tD:\\bitmaps\n", "D:\\bitmaps\\a.bmp"}};
+  for (const auto& test : cases) {
+    EXPECT_TRUE(Import(test.Name, test.Directory + entry));
+    EXPECT_EQ(Plays().back().File, test.File);
+  }
+  EXPECT_EQ(Plays().size(), 4U);
+  EXPECT_TRUE(Last().HasSubs && Ui.Messages.empty());
+}
+
+TEST_F(SubtitleImports, TellWhatIsWrongWithTheFile) {
+  const struct {
+    const char* Name;
+    std::string Text;
+    MessageKind Told;
+    const char* Place;
+  } cases[] = {
+      {"empty.sst", std::string("\0\xFF\t\t(", 5), message::SubtitlesEmpty, "empty.sst"},
+      {"half.sst", "SP_NUMBER\nnonsense\n1\t1\t2\ta.bmp\n", message::SubtitleLinePassedOver, "half.sst:2"},
+      {"large.sst", std::string((16 << 20) + 1, '\n'), message::SubtitlesTooLarge, "large.sst"}};
+  for (const auto& test : cases) {
+    EXPECT_EQ(Import(test.Name, test.Text), test.Name == std::string("half.sst"));
+    ASSERT_FALSE(Ui.Messages.empty());
+    EXPECT_TRUE(Ui.Messages.back().Is(test.Told)) << Ui.Messages.back().Text;
+    EXPECT_EQ(Ui.Messages.back().Place, Folder / test.Place);
+  }
+}
+
+TEST_F(SubtitleImports, OfferThePaletteOnce) {
+  std::string text = "Palette Entries\n";
+  for (int i = 0; i < 20; ++i) {
+    text += "RGB" + std::to_string(i) + " (" + std::to_string(i) + ", 0 ,255)\n";
+  }
+  text += "SP_NUMBER\n1\t1\t2\ta.bmp\n";
+  Disc.Palettes.Add({.Key = "Taken"});
+  Ui.Answers = {true};
+  Ui.Texts = {"Taken", "Mine"};
+  Import("a.sst", text);
+  EXPECT_EQ(Ui.Questions.size(), 3U);
+  ASSERT_EQ(Ui.Messages.size(), 1U);
+  EXPECT_TRUE(Ui.Messages[0].Is(message::PaletteNameTaken));
+  ASSERT_EQ(Disc.Palettes.Count(), 2U);
+  const Palette_P& mine = *Disc.Palettes.Item("Mine");
+  EXPECT_EQ(mine.PaletteColors[0], 0xFF0000U);
+  EXPECT_EQ(mine.PaletteColors[15], 0xFF000FU);
+
+  Ui.Answers = {false, true};
+  Ui.Texts = {std::nullopt};
+  Import("a.sst", text);
+  Import("a.sst", text);
+  EXPECT_EQ(Disc.Palettes.Count(), 2U);
+}
+
+TEST_F(SubtitleImports, TakeThePaletteUnderAFreeNameWhereNobodyAnswers) {
+  Disc.Palettes.Add({.Key = "Palette_3"});
+  Disc.Palettes.Add({.Key = "Palette_4"});
+  Ui.Unattended = true;
+  // Chains that show the track take it, but not one that has a palette.
+  Title_P& title = Disc.Disc.Add({}).Title.Add({});
+  for (const char* palette : {"Default", "Palette_3"}) {
+    PGC_P& chain = title.PGC.Add({});
+    chain.PaletteName = palette;
+    chain.PG.Add({}).Cell.Add({}).SegmentUsed = 0;
+  }
+  Import("a.sst", "Palette entries\n");
+  EXPECT_EQ(title.PGC.Item(1)->PaletteName, "Palette_5");
+  EXPECT_EQ(title.PGC.Item(2)->PaletteName, "Palette_3");
+  ASSERT_GE(Ui.Messages.size(), 2U);
+  EXPECT_TRUE(Ui.Messages[Ui.Messages.size() - 1].Is(message::PaletteKeptByChains) ||
+              Ui.Messages[Ui.Messages.size() - 2].Is(message::PaletteKeptByChains));
+  EXPECT_NE(Disc.Palettes.Item("Palette_5"), nullptr);
+  EXPECT_TRUE(UpdatePalette(Disc, "Palette_5", PaletteFrom(std::array<Color, 2>{1, 2})));
+  EXPECT_EQ(Disc.Palettes.Item("Palette_5")->PaletteColors[1], 2U);
+  EXPECT_FALSE(UpdatePalette(Disc, "palette_5", {}));
 }
 
 }  // namespace

@@ -42,6 +42,17 @@ TEST(Keys, BuiltKeysAddressWhatTheyName) {
   EXPECT_EQ(FindEntry(project.Disc, "VTS7"), nullptr);
 }
 
+TEST(DefaultStructure, LaterTitleSetsHaveNoCommandAndRemovedOnesKeepTheirPlace) {
+  Project project;
+  MakeDefaultStructure(project);
+  project.Disc.Remove(2);
+  AddNewVTSSet(project, true, 2);
+  EXPECT_TRUE(project.Disc.Item("VTS1")->Removed);
+  EXPECT_EQ(project.Disc.Item(3)->Key, "VTS2");
+  EXPECT_EQ(project.Disc.Item("VTS2")->Title.Item("VTS2.TITLE1")->TitleName, "VTS2_Title1");
+  EXPECT_TRUE(FindPgc(project.Disc, "VTS2.LANGUAGE1.PGC1")->PreCommands.empty());
+}
+
 TEST(SourceKeys, AreTakenApartFieldByField) {
   using Node = SourceKey::Node;
   EXPECT_EQ(ParseSourceKey("Track.10.Audio1"), (SourceKey{Node::AudioStream, 10, 1, 0}));

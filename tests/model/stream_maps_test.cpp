@@ -120,20 +120,6 @@ TEST_F(StreamMapsTest, FiveSubpictureNumbersFourMultiplexed) {
   }
 }
 
-TEST(GetSubStreamID, OffersTheNumbersThatNoLiveStreamUses) {
-  Track track;
-  EXPECT_THAT(GetSubStreamID(track), IsEmpty());
-  track.SubStreams.resize(3);
-  track.SubStreams[1].StreamNumber = 2;
-  track.SubStreams[2].StreamNumber = 1;
-  track.SubStreams[2].Removed = true;
-  const auto free = GetSubStreamID(track);
-  ASSERT_EQ(free.size(), 30U);
-  EXPECT_EQ(free[0], 1);
-  EXPECT_EQ(free[1], 3);
-  EXPECT_EQ(free.back(), 31);
-}
-
 TEST_F(StreamMapsTest, ADropCarriesExtensionsToItsTitleSetAndLocksTheTrack) {
   AddTrack("1", 1);
   Work.Tracks[0].AudioStreams[0].Extension = "visually impaired";

@@ -65,16 +65,13 @@ TEST(Walk, PgcsComeInTheOrderOfTheDiscWithTheirPlaces) {
 TEST(Walk, CellsOfRemovedElementsArePassedOver) {
   Project project = TwoEntries();
   VTS_P& entry = *project.Disc.Item(1);
-  PGC_P& first = *entry.Title.Item(1)->PGC.Item(1);
-  first.PG.Item(1)->Removed = true;
-  first.PG.Item(3)->Cell.Item(1)->Removed = true;
-  EXPECT_EQ(AllCells(first).size(), 3U);
-  EXPECT_EQ(LiveCells(first), std::vector{first.PG.Item(2)->Cell.Item(1)});
-  EXPECT_EQ(LiveCells(entry, Domain::Menu).size(), 6U);
+  Collection<PGC_P>& pgcs = entry.Title.Item(1)->PGC;
+  Collection<PG_P>& programs = pgcs.Item(1)->PG;
+  programs.Item(1)->Removed = programs.Item(3)->Cell.Item(1)->Removed = true;
+  EXPECT_EQ(AllCells(*pgcs.Item(1)).size(), 3U);
   EXPECT_EQ(LiveCells(entry, Domain::Title).size(), 4U);
-  entry.Title.Item(1)->PGC.Item(2)->Removed = true;
-  EXPECT_EQ(LiveCells(entry, Domain::Title).size(), 1U);
-  entry.Lang.Item(2)->Removed = true;
+  pgcs.Item(2)->Removed = entry.Lang.Item(2)->Removed = true;
+  EXPECT_EQ(LiveCells(entry, Domain::Title), std::vector<const Cell_P*>{programs.Item(2)->Cell.Item(1)});
   EXPECT_EQ(LiveCells(entry, Domain::Menu).size(), 3U);
   entry.Removed = true;
   EXPECT_TRUE(LiveCells(entry, Domain::Menu).empty());
