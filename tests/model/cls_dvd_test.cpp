@@ -36,13 +36,6 @@ TEST(CLsDVD, EachLookUpHasItsOwnRuleOfCase) {
   EXPECT_EQ(CLsDVD::ConvertSubExtensions("forced CAPTION"), "Forced");
 }
 
-TEST(CLsDVD, EveryLanguageHasItsOwnNameAndCode) {
-  EXPECT_EQ(CLsDVD::LanguageArray().size(), 137U);
-  for (const std::string_view name : CLsDVD::LanguageArray()) {
-    EXPECT_EQ(CLsDVD::LangCodeToLangName(CLsDVD::LangNameToLangCode(name)), name);
-  }
-}
-
 // Each cell of the page's table of languages, as "| Name | `xx` | `xxx`, `also` |".
 TEST(CLsDVD, ThePageOfListsNamesEveryLanguage) {
   std::ifstream page(SourceFile("docs/lists.md"));

@@ -132,32 +132,6 @@ TEST_F(StreamMapsTest, ADropCarriesExtensionsToItsTitleSetAndLocksTheTrack) {
   EXPECT_EQ(Set().SubExtension[0], "Unspecified");
 }
 
-TEST_F(StreamMapsTest, TheOtherDialectsExtensionsAndLanguagesReachTheStreams) {
-  AddTrack("0 1", 1);
-  AddTrack("0");
-  TitlePgc().PG.Item(2)->Cell.Item(1)->SceneUsed = "nowhere";
-  Set().AudioExtension[1] = "Directors Comments";
-  Set().SubExtension[0] = "Forced";
-  CarryScriptExtensions(Work);
-  EXPECT_EQ(Work.Tracks[0].AudioStreams[1].Extension, "Directors Comments");
-  EXPECT_EQ(Work.Tracks[0].SubStreams[0].Extension, "Forced");
-  EXPECT_EQ(Work.Tracks[1].AudioStreams[0].Extension, "Normal") << "no cell names its scene";
-
-  ScriptLanguages languages;
-  languages.Audio = {"NOT specified", "French"};
-  languages.SubPicture[0] = "none specified";
-  CarryScriptLanguages(Work.Tracks, IndexScenes(Work.Tracks), *Set().Title.Item(1), languages);
-  EXPECT_EQ(Work.Tracks[0].AudioStreams[0].Language, "English");
-  EXPECT_EQ(Work.Tracks[0].AudioStreams[1].Language, "French");
-  EXPECT_EQ(Work.Tracks[0].SubStreams[0].Language, "English");
-
-  Work.Tracks[0].AudioStreams[0].Language.clear();
-  Work.Tracks[0].SubStreams[0].Extension.clear();
-  FillStreamDefaults(Work.Tracks);
-  EXPECT_EQ(Work.Tracks[0].AudioStreams[0].Language, "English");
-  EXPECT_EQ(Work.Tracks[0].SubStreams[0].Extension, "Unspecified");
-}
-
 TEST_F(StreamMapsTest, ThePageShowsEachNumberUpToTheHighest) {
   AddTrack("2 2 8", 1);
   const StreamMapPage page = ShowStreamMaps(Set(), Work.Tracks);

@@ -6,7 +6,6 @@
 #include <sstream>
 
 #include "script/script_reader.h"
-#include "script/script_writer.h"
 #include "support/recording_ui.h"
 
 namespace quorvelant {
@@ -52,17 +51,6 @@ std::string Buttons(const Project& project) {
   const auto& buttons = project.Tracks[0].HighlightPlays[0].Buttons;
   return fmt::format("{}{}", buttons[0].Number, buttons[1].Number);
 }
-// What is written of it and read again.
-std::string Kept(const Project& project) {
-  const std::string text = WriteScript(project);
-  std::istringstream stream(text);
-  Project again;
-  RecordingUi ui;
-  LoadScript(stream, text.size(), "again.qvp", again, {.Rules = Rules::Players}, ui);
-  const Cell_P& cell = *again.Disc.Item(2)->Title.Item(1)->PGC.Item(1)->PG.Item(1)->Cell.Item(1);
-  return fmt::format("{} {:b} {:b}", again.Tracks[0].Aspect, cell.Uops.to_ulong(),
-                     again.Tracks[0].Scenes[0].Uops.to_ulong());
-}
 
 std::vector<Row> Rows() {
   const std::string title = "Item=VTS|Item=Title|Name=T|Item=PGC|Name=P|";
@@ -79,6 +67,8 @@ std::vector<Row> Rows() {
       {"AreaAlone", "Item=Track|" + subtitle + "DisplayArea=0,2,719,573|", Corner, "0,2", "0,2"},
       {"DropFrameOfAnOwnScript", "Item=Track|Resolution=NTSC|" + subtitle + "Start=00:01:00;02|", Start,
        "00:01:00:00", "00:01:00:02"},
+      {"DropFrameOfATenthMinute", "Item=Track|Resolution=NTSC|" + subtitle + "Start=00:10:00;00|", Start,
+       "00:09:59:12", "00:10:00:00"},
       {"CountedTimesStay", "Item=Track|Resolution=NTSC|" + subtitle + "Start=00:01:00:02|", Start,
        "00:01:00:02", "00:01:00:02"},
       {"DropFrameBeforeTheStandard", other + subtitle + "Start=00:01:00:02|Resolution=NTSC|", Start,
@@ -96,11 +86,6 @@ std::vector<Row> Rows() {
       {"StreamOfAllDisplays", title + "SubPicture Stream 3 Decodes=5|", Maps, "5555", "5555"},
       {"ButtonsByPlace", "Item=Track|Item=Highlight Play|Item=Button|Name=A|Item=Button|Name=B|", Buttons,
        "12", "12"},
-      {"WrittenAndReadAgain",
-       "Item=Track|Name=T|Aspect=16:9|Item=Still Play|VideoFile=a.bmp|Item=Scene|Name=s|UOPS|{|"
-       "TimePlay=Prohibited|ButtonSelect=Prohibited|}|" +
-           title + "Item=Program|Item=Cell|UsingScene=s|UOPS|{|GoUp=Prohibited|}|",
-       Kept, "16:9 10000 100000000000000001", "16:9 10000 100000000000000001"},
   };
 }
 

@@ -56,10 +56,11 @@ Track Slides() {
   track.Filled = track.HasAudio = track.HasSubs = track.HasHighlights = track.IDsLocked = true;
   track.TrackName = "Pages";
   track.TrackType = "SlideShow";
+  track.Aspect = "16:9";
   track.Standard = "NTSC";
   track.DisplayMode = "Both PanScan and LetterBox";
   track.Pan = track.Letter = true;
-  track.VideoPlays = {{.File = "a.m2v", .SlideDuration = "00:00:05:00", .DurationSet = true}};
+  track.VideoPlays = {{.File = "a.bmp", .SlideDuration = "00:00:05:00", .DurationSet = true}};
   track.FrameCount = track.VideoFrames = 900;
   track.ExtendSlideForAudio = true;
   AudioStream emphasis;

@@ -133,16 +133,13 @@ TEST(Encoder, EveryExampleOfThePageForUsers) {
 TEST(Encoder, LooseFormsReadAlike) {
   constexpr Row Rows[] = {
       {"", "0000000000000000"},
-      {"   ", "0000000000000000"},
       {"  linktopc ,BUTTON= 1 ", "2001000000000401"},
       {"LinkTopC", "2001000000000001"},
       {"LinkCN 4 button=1", "2007000000000404"},
       {"if(gprm1<=3)break", "00E2000100030000"},
       {"SetHL_BTNN HL_BTNN=2", "5600000008000000"},
       {"SetSTN subpicture=63 Dummy:OFF", "5100000080000000"},
-      {"SetSTN subpicture=1:OFF", "5100000080000000"},
       {"SetSTN subpicture=3", "51000000C2000000"},
-      {"SetSTN audio=16", "5100008F00000000"},
       {"SetSTN audio=1, ", "5100008000000000"},
       {"{ SetSTN subpicture=63 Dummy:ON ; LinkPGCN 2 button=1 }", "51040000FF000002"},
       {"CallSS FP_DOM", "3008000000000000"},
