@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
-#include <tuple>
+#include <utility>
 
 namespace quorvelant {
 namespace {
@@ -11,17 +11,15 @@ namespace {
 // Ten seconds of work, of which the second stage has nine: told from the second second on, at each tenth of a
 // stage, and never twice in two seconds.
 TEST(ConsoleUi, ProgressIsToldSparinglyWhereThereIsNoTerminal) {
-  for (const auto& [loudness, form, lines] :
-       {std::tuple{Verbosity::Normal, MessageForm::Levelled,
-                   "Muxing 11 %\nMuxing 33 %\nMuxing 55 %\nMuxing 77 %\nMuxing 100 %\n"},
-        {Verbosity::Verbose, MessageForm::Levelled,
+  for (const auto& [loudness, lines] :
+       {std::pair{Verbosity::Normal, "Muxing 11 %\nMuxing 33 %\nMuxing 55 %\nMuxing 77 %\nMuxing 100 %\n"},
+        {Verbosity::Verbose,
          "Indexing\nMuxing\nMuxing 11 %\nMuxing 33 %\nMuxing 55 %\nMuxing 77 %\nMuxing 100 %\n"},
-        {Verbosity::Quiet, MessageForm::Levelled, ""}}) {
+        {Verbosity::Quiet, ""}}) {
     std::ostringstream err;
     std::chrono::steady_clock::time_point now;
     ConsoleUi ui(err, false, {}, [&now] { return now; });
     ui.Loudness = loudness;
-    ui.Form = form;
     for (int second = 0; second <= 10; ++second) {
       now = std::chrono::steady_clock::time_point(std::chrono::seconds(second));
       ui.Status(second == 0 ? "Indexing" : "Muxing");

@@ -35,7 +35,6 @@ TEST(Settings, Repairs) {
     std::function<bool(const Settings&)> Holds;
   };
   const std::vector<Case> cases{
-      {"an empty file gives the defaults", "", [&](const Settings& s) { return s == defaults; }},
       {"zero numbers take their defaults, zero flags stay off", Zeros(),
        [&](const Settings& s) {
          return s.PalChapters == 15000 && s.NtscChapters == 18000 && s.PalSlideDuration == 250 &&

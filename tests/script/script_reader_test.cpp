@@ -11,7 +11,6 @@
 #include "base/text.h"
 #include "golden.h"
 #include "script/load_findings.h"
-#include "script/messages.h"
 #include "script/script_writer.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"

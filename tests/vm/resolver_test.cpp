@@ -138,8 +138,6 @@ TEST(Resolver, MissingTargetsTakeNumberOne) {
 TEST(Resolver, SaysWhichNamesAreMissing) {
   const Project project = Sample();
   NameIndex names(project, Rules::Players);
-  EXPECT_THAT(ResolveText("CallSS RSM=Nocell,, Nomenu", {}, &names).MissingNames,
-              testing::ElementsAre("nomenu", "nocell"));
   EXPECT_THAT(ResolveText("{ SetNVTMR NV_TMR=1, TT_PGCN=Gone ; LinkCN Lost }", {}, &names).MissingNames,
               testing::ElementsAre("gone", "lost"));
 }
