@@ -1,5 +1,6 @@
 #include "model/keys.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -42,9 +43,15 @@ TEST(Keys, BuiltKeysAddressWhatTheyName) {
   EXPECT_EQ(FindEntry(project.Disc, "VTS7"), nullptr);
 }
 
-TEST(DefaultStructure, LaterTitleSetsHaveNoCommandAndRemovedOnesKeepTheirPlace) {
+// Names can be resolved only once both entries stand.
+TEST(DefaultStructure, PlaysTitleOneAndLaterSetsHaveNoCommand) {
   Project project;
-  MakeDefaultStructure(project);
+  MakeDefaultStructure(project, [](const Project& whole, const PGC_P& place, const std::string& text) {
+    return fmt::format("{} {} {}", whole.Disc.Count(), place.Key, text);
+  });
+  EXPECT_EQ(project.FirstPlay.PreCommands.at(0).CommandHex, "2 FirstPGC JumpTT VTS1_Title1");
+  EXPECT_EQ(FindPgc(project.Disc, "VTS1.LANGUAGE1.PGC1")->PreCommands.at(0).CommandHex,
+            "2 VTS1.LANGUAGE1.PGC1 JumpVTS_TT VTS1_Title1");
   project.Disc.Remove(2);
   AddNewVTSSet(project, true, 2);
   EXPECT_TRUE(project.Disc.Item("VTS1")->Removed);
