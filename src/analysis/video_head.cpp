@@ -2,6 +2,7 @@
 
 #include "analysis/find_next_header.h"
 #include "analysis/header_walk.h"
+#include "analysis/messages.h"
 #include "base/random.h"
 
 namespace quorvelant {
@@ -48,7 +49,8 @@ std::optional<VideoHead> ScanVideoHead(const std::string& file, UserInterface& u
     }
     HeaderWalk walk(files, 0, {});
     return Scan(walk);
-  } catch (const FileError&) {
+  } catch (const FileError& error) {
+    ui.Tell(MessageOf(message::SourceReadFailed, file, error.OneLine()));
     return std::nullopt;
   }
 }

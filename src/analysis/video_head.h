@@ -21,7 +21,8 @@ struct VideoHead {
   bool IsOneSequence() const { return !SequenceRepeats && Fields >= LongFields; }
 };
 
-// Reads up to the second sequence header, or `VideoHead::LongFields`. Nothing if the file cannot be read.
+// Reads up to the second sequence header, or `VideoHead::LongFields`. Nothing if the file cannot be
+// read, which is told.
 std::optional<VideoHead> ScanVideoHead(const std::string& file, UserInterface& ui);
 
 }  // namespace quorvelant

@@ -25,6 +25,9 @@ void TakeSequence(ByteView data, VideoInfo& info) {
   info.Height = ((data[5] & 0xF) << 8) | data[6];
   info.AspectCode = data[7] >> 4;
   info.FrameRateCode = data[7] & 0xF;
+  if (data.size() >= 11) {
+    info.Kbps = (data[8] << 10 | data[9] << 2 | data[10] >> 6) * 2 / 5;  // of 400 bit/s
+  }
   info.Aspect = info.AspectCode == 2 ? "4:3" : "16:9";
   switch (info.FrameRateCode) {
     case 1:
@@ -66,6 +69,14 @@ void TakeGroup(ByteView data, VideoInfo& info) {
   info.GroupTimeCode = fmt::format("{}", (hours * 3600 + minutes * 60 + seconds) * rate + pictures);
 }
 
+void TakePicture(ByteView data, VideoInfo& info) {
+  ++info.PicturesSeen;
+  // temporal_reference 10 bits, picture_coding_type 3, vbv_delay 16
+  constexpr int Variable = 0xFFFF;
+  const int delay = data.size() < 8 ? Variable : (data[5] & 7) << 13 | data[6] << 5 | data[7] >> 3;
+  info.VariableRate = info.VariableRate || delay == Variable;
+}
+
 // The byte looked at holds f_code[1][1], intra_dc_precision and picture_structure, all of which are in use
 // in every stream: in practice each stream at 23.976 raises the mark unless `pulldownHandled`.
 void TakePictureCoding(ByteView data, bool pulldownHandled, VideoInfo& info) {
@@ -88,7 +99,7 @@ void Take(const FoundHeader& header, bool pulldownHandled, VideoInfo& info) {
   } else if (header.Word == headers::Group) {
     TakeGroup(header.Data, info);
   } else if (header.Word == headers::Picture) {
-    ++info.PicturesSeen;
+    TakePicture(header.Data, info);
   }
 }
 

@@ -22,6 +22,8 @@ struct VideoInfo {
   // What the tables do not carry but a refusal names: the codes themselves (ISO/IEC 13818-2 6.3.3).
   int AspectCode = 0;
   int FrameRateCode = 0;
+  int Kbps = 0;               // bit_rate: of a stream of constant rate that rate, of others a bound
+  bool VariableRate = false;  // a vbv_delay says so (6.3.9)
 };
 
 // Reads `fileName` up to its second picture. Nothing if it cannot be opened or read, which was told then.

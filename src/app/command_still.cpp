@@ -15,6 +15,7 @@
 #include "base/file_text.h"
 #include "base/rules.h"
 #include "codec/still_encoder.h"
+#include "picture/bitmap_size.h"
 #include "platform/platform_pictures.h"
 
 namespace quorvelant {
@@ -31,19 +32,26 @@ struct StillOptions {
   bool Force = false;
 };
 
+int TellSize(const StillOptions& options, const BitmapSize& size, UserInterface& ui) {
+  const std::string line = fmt::format("ffmpeg -i {} -vf scale=720:576 {}", ShellWord(options.Input),
+                                       ShellWord(options.Output + ".png"));
+  ui.Tell(MessageOf(message::StillSizeOther, options.Input, size.Width, size.Height, line));
+  return ExitFailed;
+}
+
 int Run(const StillOptions& options, CommandContext& context) {
   UserInterface& ui = context.Ui;
   if (!MayWrite(options.Output, options.Input, options.Force, ui)) {
     return ExitFailed;
   }
+  if (const auto oversize = ReadOversize(options.Input)) {
+    return TellSize(options, *oversize, ui);
+  }
   const Picture bitmap = MakePlatformPictures()->Load(options.Input);
   const Rules& rules = options.RuleSet.Used();
   const Bytes still = EncodeBitmap(bitmap, {.Wide = options.Wide}, rules);
   if (still.empty()) {
-    const std::string line = fmt::format("ffmpeg -i {} -vf scale=720:576 {}", ShellWord(options.Input),
-                                         ShellWord(options.Output + ".png"));
-    ui.Tell(MessageOf(message::StillSizeOther, options.Input, bitmap.Width, bitmap.Height, line));
-    return ExitFailed;
+    return TellSize(options, {bitmap.Width, bitmap.Height}, ui);
   }
   std::string stream(still.begin(), still.end());
   stream += SequenceEndCode;

@@ -15,6 +15,7 @@
 
 #include "app/messages.h"
 #include "app/open_project.h"
+#include "app/output_file.h"
 #include "app/rules_option.h"
 #include "author/message_recorder.h"
 #include "base/random.h"
@@ -45,7 +46,8 @@ struct SubtitlesOptions {
   std::string Language;    // empty: as it is, English for a new stream
   bool SubRip = false;
   RulesOption RuleSet;
-  std::string Output;
+  std::string Output;  // empty: the project itself
+  bool Force = false;
 };
 
 // The index of the live track with that number, counted from 1, or that name.
@@ -109,6 +111,13 @@ bool MayReplace(const LoadResult& load, const std::string& file, UserInterface& 
   return true;
 }
 
+// Whether the file that is to hold the project may be written.
+bool MaySave(const LoadResult& load, const SubtitlesOptions& options, UserInterface& ui) {
+  return options.Output.empty() || IsSameFile(options.Output, options.Project)
+             ? MayReplace(load, options.Project, ui)
+             : MayWrite(options.Output, options.Script, options.Force, ui);
+}
+
 bool HoldsReadFault(const std::vector<Message>& told) {
   return std::ranges::any_of(told, [](const Message& one) { return one.Is(message::SourceReadFailed); });
 }
@@ -124,7 +133,7 @@ int Run(const SubtitlesOptions& options, CommandContext& context) {
   if (load.Loaded && !whole) {
     ui.Tell(MessageOf(message::ScriptNotWhole, options.Project));
   }
-  if (!whole || (options.Output.empty() && !MayReplace(load, options.Project, ui))) {
+  if (!whole || !MaySave(load, options, ui)) {
     return ExitFailed;
   }
   const auto trackIndex = FindTrack(project, options.Track);
@@ -180,6 +189,7 @@ void AddSubtitlesCommand(CLI::App& program, CommandContext& context) {
   AddRulesOption(*command, options->RuleSet, "Whether the script may force subtitles");
   command->add_option("-o,--output", options->Output, "Write the project to this file instead of its own")
       ->type_name("FILE");
+  command->add_flag("--force", options->Force, "Replace another file that is there with --output");
   command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
 }
 

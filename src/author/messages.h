@@ -55,6 +55,13 @@ inline constexpr MessageKind StreamsBeyondRate{"streams-beyond-rate", Severity::
                                                "again. Leave streams out, or encode them at lower "
                                                "rates"};
 
+// The same of sound and picture together.
+inline constexpr MessageKind FilmBeyondRate{
+    "film-beyond-rate", Severity::Error, StreamsBeyondRate.Title,
+    "The picture of track \"{}\" takes {:.2f} Mbit/s all the time and its sound {:.2f}, and a disc carries "
+    "{}: "
+    "they would stop again and again. Leave audio streams out, or encode the picture at a lower rate"};
+
 // The run.
 inline constexpr MessageKind WarningsForbidDisc{
     "warnings-forbid-disc", Severity::Error, "Strict",

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "analysis/remedies.h"
@@ -36,22 +37,33 @@ TrackKind KindOf(std::string_view trackType) {
                                                : TrackKind::Motion;
 }
 
+std::uint64_t FileBytes(const std::string& path) {
+  std::error_code failed;
+  const std::uintmax_t bytes = std::filesystem::file_size(path, failed);
+  return failed ? 0 : bytes;
+}
+
 // A bitmap is looked at when it is encoded.
-void JudgeVideo(const TrackInput& from, const SourcePlay& play, bool isPicture, VideoPlays& plays) {
+void JudgeVideo(const TrackInput& from, const SourcePlay& play, bool isPicture, VideoPlays& plays,
+                VideoDemand& demand) {
   SourceJudge& judge = from.Source.Judge;
   if (!isPicture) {
     Judgement<VideoAttributes> judged = judge.Video(play);
     Append(from.Findings, std::move(judged.Findings));
     if (judged.Seen) {
       Append(from.Findings, plays.Judge(*judged.Seen, play, judge.PathOf(play.File)));
+      const VideoInfo& info = judged.Seen->Info;
+      demand.Kbps = std::min(demand.Kbps.value_or(info.Kbps), info.VariableRate ? 0 : info.Kbps);
+      demand.Bytes += FileBytes(judge.PathOf(play.File));
     }
   } else if (auto missing = judge.Missing(play)) {
     from.Findings.push_back(std::move(*missing));
   }
 }
 
-void AddVideo(const TrackInput& from, MuxInput& input) {
+VideoDemand AddVideo(const TrackInput& from, MuxInput& input) {
   const auto& plays = from.Track.VideoPlays;
+  VideoDemand demand;
   VideoPlays judged(from.Track, from.Source.Rules);
   for (std::size_t i = 0; i < plays.size(); ++i) {
     if (plays[i].Removed || plays[i].File.empty()) {
@@ -60,7 +72,8 @@ void AddVideo(const TrackInput& from, MuxInput& input) {
     MuxVideoFile& file = input.Video.emplace_back();
     file.Path = from.Source.Judge.PathOf(plays[i].File);
     file.ImageSource = IsPicture(plays[i].File);
-    JudgeVideo(from, {plays[i].File, VideoPlayKey(from.Index, i + 1), input.Ntsc}, file.ImageSource, judged);
+    JudgeVideo(from, {plays[i].File, VideoPlayKey(from.Index, i + 1), input.Ntsc}, file.ImageSource, judged,
+               demand);
     if (input.Kind != TrackKind::Motion) {
       file.HoldFrames = TimecodeToFrames(plays[i].SlideDuration, from.FramesPerSecond);
       // A still of one frame waits for ever.
@@ -70,10 +83,11 @@ void AddVideo(const TrackInput& from, MuxInput& input) {
   if (input.Video.empty()) {
     from.Findings.push_back(
         MessageOf(message::TrackWithoutVideo, TrackKey(from.Index), from.Track.TrackName));
-    return;
+    return demand;
   }
   // A still that is given no time, or one frame, waits for ever.
   input.Infinite = input.Kind == TrackKind::Still && !input.Video.back().HoldFlag;
+  return demand;
 }
 
 void AddAudioFile(const TrackInput& from, const AudioStream& stream, const SourcePlay& play,
@@ -230,12 +244,12 @@ MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, Find
     findings.push_back(std::move(*noStandard));
   }
   const TrackCells cells(source.Disc, source.Entry, source.Domain, trackIndex, source.Rules);
-  AddVideo(from, input);
+  const VideoDemand demand = AddVideo(from, input);
   AddAudio(from, input);
   AddSubpictures(from, input);
   AddMarks(from, cells, input);
   AddHighlights(from, cells, input);
-  Append(findings, JudgeRates(input, TrackKey(trackIndex), source.Rules));
+  Append(findings, JudgeRates(input, demand, TrackKey(trackIndex), source.Rules));
   return input;
 }
 

@@ -135,6 +135,10 @@ inline constexpr MessageKind TrackWithoutVideo{"track-without-video", Severity::
 // --- sources: the file and what is wrong with it. Further reasons stand in analysis/messages.h. ---
 
 inline constexpr MessageKind SourceMissing{"source-missing", Severity::Error, "Missing Source", "'{}': {}"};
+// The file, and what the system said.
+inline constexpr MessageKind SourceBroken{
+    SourceReadFailed.Code, Severity::Error, SourceReadFailed.Title,
+    "'{}': {} Nothing can be made of it: its disk fails, or is no longer there. Copy the file anew"};
 inline constexpr MessageKind SourceUnnamed{"source-unnamed", Severity::Warning, "Missing Source",
                                            "the play names no file"};
 

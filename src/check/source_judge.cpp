@@ -92,10 +92,17 @@ Findings SourceJudge::WhyForeign(const SourcePlay& play, const std::string& line
   return ByRules({MessageOf(message::SourceForeign, play.Place, play.File, kind, line)}, rules_);
 }
 
+std::optional<Message> SourceJudge::WhyBroken(const SourcePlay& play) const {
+  const auto fault = faults_.ByFile.find(PathOf(play.File));
+  return fault == faults_.ByFile.end()
+             ? std::nullopt
+             : std::optional(MessageOf(message::SourceBroken, play.Place, play.File, fault->second));
+}
+
 VideoHead SourceJudge::VideoHeadOf(const std::string& path) {
   const auto [known, isNew] = videoHeads_.try_emplace(path);
   if (isNew) {
-    known->second = ScanVideoHead(path, *ui_);
+    known->second = ScanVideoHead(path, faults_);
   }
   return known->second.value_or(VideoHead{.StartsWithSequence = true, .HasGroups = true});
 }
@@ -103,6 +110,9 @@ VideoHead SourceJudge::VideoHeadOf(const std::string& path) {
 // Why the quick scan, which goes by sequence headers, found no video.
 Message SourceJudge::WhyNoVideo(const SourcePlay& play) {
   const std::string path = PathOf(play.File);
+  if (auto broken = WhyBroken(play)) {
+    return *std::move(broken);
+  }
   if (const auto bitmap = ReadBitmapSize(path)) {
     return MessageOf(message::BitmapSizeUnfit, play.Place, play.File, bitmap->Width, bitmap->Height);
   }
@@ -117,7 +127,9 @@ Findings SourceJudge::JudgeHead(const VideoAttributes& seen, const SourcePlay& p
   const std::string path = PathOf(play.File);
   const VideoHead head = VideoHeadOf(path);
   Findings findings;
-  if (!head.StartsWithSequence) {
+  if (auto broken = WhyBroken(play)) {
+    findings.push_back(*std::move(broken));
+  } else if (!head.StartsWithSequence) {
     findings.push_back(MessageOf(message::SequenceNotFirst, play.Place, play.File, CopyVideoLine(path)));
   } else if (head.IsOneSequence()) {
     Findings one{
@@ -151,7 +163,7 @@ Judgement<VideoAttributes> SourceJudge::Video(const SourcePlay& play) {
   }
   const auto [known, isNew] = videos_.try_emplace(path);
   if (isNew) {
-    known->second = QuickScanVideo(path, *ui_);
+    known->second = QuickScanVideo(path, faults_);
   }
   judged.Seen = known->second;
   if (!judged.Seen) {
@@ -178,7 +190,7 @@ Judgement<AudioAttributes> SourceJudge::Audio(const SourcePlay& play, std::strin
   const std::string path = PathOf(play.File);
   const auto [known, isNew] = audios_.try_emplace({path, std::string(format)});
   if (isNew) {
-    known->second = QuickScanAudio(path, format, rules_, *ui_);
+    known->second = QuickScanAudio(path, format, rules_, faults_);
   }
   Judgement<AudioAttributes> judged{.Seen = known->second,
                                     .Findings = WhyForeign(play, EncodeAudioLine(path))};
@@ -186,7 +198,8 @@ Judgement<AudioAttributes> SourceJudge::Audio(const SourcePlay& play, std::strin
     return judged;
   }
   if (!judged.Seen) {
-    judged.Findings.push_back(WhyNoAudio(format, play, path));
+    auto broken = WhyBroken(play);
+    judged.Findings.push_back(broken ? *std::move(broken) : WhyNoAudio(format, play, path));
     return judged;
   }
   const AudioAttributes& seen = *judged.Seen;

@@ -13,6 +13,7 @@
 #include "base/rules.h"
 #include "base/user_interface.h"
 #include "check/findings.h"
+#include "check/read_faults.h"
 #include "model/picture_file.h"
 #include "model/tracks.h"
 
@@ -37,7 +38,7 @@ class SourceJudge {
  public:
   // Relative paths count from `folder`.
   SourceJudge(std::string folder, const Rules& rules, UserInterface& ui)
-      : folder_(std::move(folder)), rules_(rules), ui_(&ui) {}
+      : folder_(std::move(folder)), rules_(rules), faults_(ui) {}
 
   // The path of this system.
   std::string PathOf(const std::string& file) const;
@@ -63,13 +64,15 @@ class SourceJudge {
   const Head& HeadOf(const std::string& path);
   // That the file is something no disc is made of; `line` makes something of it.
   Findings WhyForeign(const SourcePlay& play, const std::string& line);
+  // That the system failed to read the file.
+  std::optional<Message> WhyBroken(const SourcePlay& play) const;
   VideoHead VideoHeadOf(const std::string& path);
   Message WhyNoVideo(const SourcePlay& play);
   Findings JudgeHead(const VideoAttributes& seen, const SourcePlay& play);
 
   std::string folder_;
   Rules rules_;
-  UserInterface* ui_;
+  KeptReadFaults faults_;
   std::map<std::string, std::string_view> missing_;
   std::map<std::string, Head> heads_;
   std::map<std::string, std::optional<VideoHead>> videoHeads_;

@@ -1,6 +1,7 @@
 #include "edit/import_audio.h"
 
 #include "analysis/disc_fit.h"
+#include "analysis/remedies.h"
 #include "check/messages.h"
 #include "check/source_judge.h"
 #include "edit/import_subtitles.h"
@@ -25,13 +26,13 @@ std::optional<Message> WhyRefused(const Judgement<AudioAttributes>& judged, cons
     return unusable(judge.WhyMissing(judge.PathOf(file)));
   }
   if (!judged.Seen) {
-    return unusable(NoKnownKind);
+    return Has(found, message::SourceBroken) ? found.back() : unusable(NoKnownKind);
   }
   if (!judged.Seen->Problem.empty()) {
     return unusable(judged.Seen->Problem);
   }
   if (Has(found, message::SampleRate)) {
-    return MessageOf(message::ImportSampleRate, file);
+    return MessageOf(message::ImportSampleRate, file, file, EncodeAudioLine(judge.PathOf(file)));
   }
   return std::nullopt;
 }

@@ -7,6 +7,7 @@
 
 #include "analysis/container_sniff.h"
 #include "analysis/disc_fit.h"
+#include "analysis/remedies.h"
 #include "base/random.h"
 #include "base/timecode.h"
 #include "check/messages.h"
@@ -51,6 +52,11 @@ std::optional<Message> WhyRefused(const Track& track, const Judgement<VideoAttri
   if (Has(found, message::SourceMissing)) {
     return unusable(judge.WhyMissing(path));
   }
+  if (const auto broken =
+          std::ranges::find_if(found, [](const Message& one) { return one.Is(message::SourceBroken); });
+      broken != found.end()) {
+    return *broken;
+  }
   if (Has(found, message::BitmapSizeUnfit)) {
     return track.TrackType == "Motion" ? unusable(BitmapOnMotion) : MessageOf(message::ImageSize, file);
   }
@@ -68,7 +74,8 @@ std::optional<Message> WhyRefused(const Track& track, const Judgement<VideoAttri
     return incompatible(judged.Seen->Resolution);
   }
   if (Has(found, message::Mpeg1Video)) {
-    return MessageOf(message::ImportMpeg1, file);
+    const VideoTarget target{.Ntsc = info.Standard == "NTSC", .Aspect = info.Aspect};
+    return MessageOf(message::ImportMpeg1, file, file, EncodeVideoLine(path, target));
   }
   const Findings forTrack = JudgeForTrack(*judged.Seen, track.TrackType, {file, file});
   if (Has(forTrack, message::BitmapOnMotion)) {

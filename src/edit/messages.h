@@ -12,8 +12,10 @@ inline constexpr MessageKind ImportUnusable{"import-unusable", Severity::Error, 
 // The coding ("MPEG2"), the standard and the attribute.
 inline constexpr MessageKind ImportIncompatible{"import-incompatible", Severity::Error, "Import Error",
                                                 "The video file has incompatible {} attributes -> {}; {}"};
-inline constexpr MessageKind ImportMpeg1{"import-mpeg1", Severity::Error, "MPEG1 Import Error",
-                                         "MPEG1 video is not supported in the Ondra version"};
+inline constexpr MessageKind ImportMpeg1{
+    "import-mpeg1", Severity::Error, "MPEG1 Import Error",
+    "MPEG1 video is not supported in the Ondra version: '{}'. This makes "
+    "MPEG2 of it: {}"};
 inline constexpr MessageKind ImageSize{"image-size", Severity::Error, "Image size error",
                                        "Image sizes must be 720*576 or 360*288 or 720*480 or 360*240"};
 inline constexpr MessageKind ImportNotStill{
@@ -26,8 +28,10 @@ inline constexpr MessageKind ImportVideoUnlike{"import-video-unlike", Severity::
 
 // --- the import of audio; those of severity Information are questions ---
 
-inline constexpr MessageKind ImportSampleRate{"import-sample-rate", Severity::Error, "Import Error",
-                                              "Unsupported file format - Sample Rate MUST be 48kHz"};
+inline constexpr MessageKind ImportSampleRate{
+    "import-sample-rate", Severity::Error, "Import Error",
+    "Unsupported file format - Sample Rate MUST be 48kHz: '{}'. This "
+    "makes one that fits: {}"};
 inline constexpr MessageKind ImportAudioUnlike{
     "import-audio-unlike", Severity::Error, "Audio Play Error",
     "This Audio Play has different parameters to the Audio Play #1"};

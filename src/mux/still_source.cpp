@@ -4,26 +4,30 @@
 #include "disc/video_standard.h"
 #include "mux/messages.h"
 #include "mux/mux_fault.h"
+#include "picture/bitmap_size.h"
 #include "picture/picture_loader.h"
 
 namespace quorvelant {
 namespace {
 
-void CheckSize(const MuxInput& input, const MuxVideoFile& file, const Picture& picture) {
+void CheckSize(const MuxInput& input, const MuxVideoFile& file, const BitmapSize& size) {
   const int height = FullHeight(input.Ntsc);
-  const bool full = picture.Width == FullWidth && picture.Height == height;
-  const bool half = picture.Width == FullWidth / 2 && picture.Height == height / 2;
+  const bool full = size.Width == FullWidth && size.Height == height;
+  const bool half = size.Width == FullWidth / 2 && size.Height == height / 2;
   if (!full && !half) {
     throw MuxFault(message::StillSizeUnfit, file.Path, FullWidth, height, FullWidth / 2, height / 2,
-                   input.Name, file.Path, picture.Width, picture.Height);
+                   input.Name, file.Path, size.Width, size.Height);
   }
 }
 
 Picture LoadStill(const MuxInput& input, const MuxVideoFile& file, PictureLoader* platform) {
   try {
+    if (const auto oversize = ReadOversize(file.Path)) {
+      CheckSize(input, file, *oversize);
+    }
     BmpLoader pictures(platform);
     Picture picture = pictures.Load(file.Path);
-    CheckSize(input, file, picture);
+    CheckSize(input, file, {picture.Width, picture.Height});
     return picture;
   } catch (const PictureError& error) {
     throw MuxFault(message::StillUnreadable, file.Path, error.what());

@@ -80,6 +80,11 @@ std::optional<BitmapSize> ReadBitmapSize(const std::string& file) {
   return GetBytes(head, 0, 2) == 0xFFD8 ? JpegSize(head) : std::nullopt;
 }
 
+std::optional<BitmapSize> ReadOversize(const std::string& file) {
+  const auto size = ReadBitmapSize(file);
+  return size && std::int64_t{size->Width} * size->Height > MostDiscPixels ? size : std::nullopt;
+}
+
 bool IsBitmapSize(int width, int height) {
   return (width == 720 && (height == 576 || height == 480)) ||
          (width == 360 && (height == 288 || height == 240));

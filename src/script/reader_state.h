@@ -52,7 +52,7 @@ struct LineOutcome {
   std::string_view SkipReason;  // why it was passed over
   std::string_view Doubt;       // what is odd about its value; empty where nothing is
   std::string_view Stage;       // status words that it asks for
-  std::string_view TooMany;     // what the script holds too many of; ends the reading
+  std::string TooMany;          // what the script holds too many of; ends the reading
   bool SceneRepeated = false;   // ends it as well
 };
 
@@ -162,6 +162,7 @@ struct DiscPlace {
   bool TitleUops = false;          // or the open title's, where no other's are open
   std::size_t DecodingBlock = 0;   // stream number of the open subpicture decoding block
   std::size_t PgcCount = 0;
+  std::size_t CommandCount = 0;
 };
 
 // The attribute block of the other dialect that is open.
@@ -184,6 +185,8 @@ struct ScriptTraits {
   bool TargetsStored = false;       // a command with the name that it is to point at
 };
 
+struct ItemWord;  // vocabulary.h
+
 // The last element of a list of what `owner` points at; nullptr where there is none.
 template <class Owner, class T>
 T* LastOf(Owner* owner, std::vector<T> Owner::*list) {
@@ -205,6 +208,7 @@ struct ReaderState {
   DiscPlace Disc;
   AttributePlace Attribute;
   std::vector<TitleLanguages> Languages;
+  std::unordered_map<const ItemWord*, std::size_t> Uses;  // of each line that opens something
 
   // The last one read; nullptr where there is none.
   Track* LastTrack();

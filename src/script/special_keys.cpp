@@ -1,5 +1,7 @@
 #include "script/special_keys.h"
 
+#include <fmt/format.h>
+
 #include <array>
 #include <utility>
 
@@ -10,6 +12,7 @@
 #include "script/item_names.h"
 #include "script/open_item.h"
 #include "script/script_reader.h"
+#include "script/vocabulary.h"
 
 namespace quorvelant {
 
@@ -180,6 +183,10 @@ bool ReadCommand(ReaderState& state, std::string_view value, std::size_t /*numbe
   constexpr std::string_view Prefix = "COMMAND=";
   CommandList* commands = state.OpenCommands();
   if (commands == nullptr) {
+    return false;
+  }
+  if (++state.Disc.CommandCount > ItemWord::ManyUses) {
+    state.Outcome.TooMany = fmt::format("{} commands", ItemWord::ManyUses);
     return false;
   }
   if (state.Traits.IsScenarist && value.starts_with(Prefix)) {

@@ -1,5 +1,7 @@
 #include "script/vocabulary.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <functional>
 #include <string>
@@ -39,14 +41,26 @@ std::string TextOfWord(std::string_view word, std::size_t number) {
 struct ItemMeaning {
   bool (*Open)(ReaderState& state, std::size_t number);
   std::size_t Number;
+  const ItemWord* Word;
 };
 
 void AddItems(Index<ItemMeaning>& index, std::span<const ItemWord> items) {
   for (const ItemWord& item : items) {
     for (std::size_t number = item.First; number < item.First + item.Count; ++number) {
-      index.emplace(TextOfWord(item.Line, number), ItemMeaning{item.Open, number});
+      index.emplace(TextOfWord(item.Line, number), ItemMeaning{item.Open, number, &item});
     }
   }
+}
+
+bool ReadItem(ReaderState& state, const ItemMeaning& item) {
+  if (item.Open == nullptr) {
+    return true;
+  }
+  if (++state.Uses[item.Word] > item.Word->Most) {
+    state.Outcome.TooMany = fmt::format("{} lines \"{}\"", item.Word->Most, item.Word->Line);
+    return false;
+  }
+  return item.Open(state, item.Number);
 }
 
 // --- keys ---
@@ -176,7 +190,7 @@ bool ReadLine(ReaderState& state) {
   state.Outcome.Doubt = {};
   const std::string_view line = state.Line.Lower;
   if (const ItemMeaning* item = Find(items, line)) {
-    return item->Open == nullptr || item->Open(state, item->Number);
+    return ReadItem(state, *item);
   }
   const std::size_t equal = line.find('=');
   if (equal != std::string_view::npos) {

@@ -7,6 +7,8 @@
 #include <optional>
 #include <utility>
 
+#include "picture/bitmap_size.h"
+#include "picture/messages.h"
 #include "subpicture/messages.h"
 
 namespace quorvelant {
@@ -210,6 +212,10 @@ Bytes BuildSPU(const SPURecord& record, const EncodedBitmap& bitmap) {
 }
 
 EncodedBitmap LoadSPUBitmap(PictureLoader& pictures, const SPURecord& record, bool ntsc, const Rules& rules) {
+  if (const auto oversize = ReadOversize(record.File)) {
+    RefusePicture(message::PictureTooLarge, record.File, oversize->Width, oversize->Height,
+                  PictureLimits{}.MostSide, MostDiscPixels);
+  }
   ConversionColors conversion = record.Conversion;
   // See-through pixels need a colour that reads as background: one of four is none of the other three.
   while (rules.SeeThroughIsBackground &&

@@ -144,7 +144,7 @@ TEST_F(Runs, NothingIsWrittenOfWhatCannotBeReadWhole) {
   for (const auto& test : cases) {
     for (const std::vector<std::string>& command :
          {std::vector<std::string>{"convert", demo, target, "--force"},
-          {"subtitles", demo, demo, "--track", "1", "-o", target}}) {
+          {"subtitles", demo, demo, "--track", "1", "-o", target, "--force"}}) {
       unreadable = test.Path;
       left = test.Bytes;
       EXPECT_EQ(Run(command), ExitFailed) << test.Path << test.Bytes << command[0];

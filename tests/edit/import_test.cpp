@@ -153,7 +153,7 @@ TEST_F(Imports, ChaptersAtTheInterval) {
 }
 
 TEST_F(Imports, AudioRefusalsAndQuestions) {
-  const std::string rate = "Import Error: Unsupported file format - Sample Rate MUST be 48kHz\n";
+  const std::string rate = "Import Error: Unsupported file format - Sample Rate MUST be 48kHz: ";
   const std::string dts = "Incorrect bitrate of DTS audio. This source is ";
   struct Case {
     std::string Name, Content, Told;

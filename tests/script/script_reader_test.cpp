@@ -106,10 +106,13 @@ std::string TwoStandards(std::string_view second) {
 }
 
 TEST(ScriptReader, FailuresAreToldOnceAndExactly) {
-  std::string manySets;
-  for (int i = 0; i < 100; ++i) {
-    manySets += "Item=VTS\n";
-  }
+  const auto repeated = [](const std::string& line, int count) {
+    std::string lines;
+    for (int i = 0; i < count; ++i) {
+      lines += line;
+    }
+    return lines;
+  };
   struct Case {
     std::string Script;
     std::string_view Told;
@@ -132,9 +135,13 @@ TEST(ScriptReader, FailuresAreToldOnceAndExactly) {
                 "project.qvp:1 script-utf16 Script Error: The script is UTF-16 text; please save it as "
                 "plain (ANSI or UTF-8) text: project.qvp",
                 ""},
-           Case{manySets,
+           Case{repeated("Item=VTS\n", 100),
                 "project.qvp:100 script-too-large Script Error: The script holds more than a disc can: "
                 "title sets",
+                ""},
+           Case{"Item=VTS\n" + repeated("Item=Title\n", 16385),
+                "project.qvp:16386 script-too-large Script Error: The script holds more than a disc can: "
+                "16384 lines \"Item=Title\"",
                 ""},
        }) {
     const Loaded loaded(c.Script);

@@ -27,12 +27,17 @@ QImage CanvasOf(Picture& picture) {
           QImage::Format_RGB888};
 }
 
-Picture PictureOf(const QImage& image) {
+// The rows of the picture from `top` on.
+void PutRows(const QImage& image, Picture& picture, int top) {
   const QImage pixels = image.convertToFormat(QImage::Format_RGB888);
-  Picture picture(pixels.width(), pixels.height());
-  for (int row = 0; row < picture.Height; ++row) {
-    std::memcpy(picture.Row(row), pixels.constScanLine(row), picture.RowBytes());
+  for (int row = 0; row < pixels.height(); ++row) {
+    std::memcpy(picture.Row(top + row), pixels.constScanLine(row), picture.RowBytes());
   }
+}
+
+Picture PictureOf(const QImage& image) {
+  Picture picture(image.width(), image.height());
+  PutRows(image, picture, 0);
   return picture;
 }
 
@@ -62,6 +67,17 @@ QImage Over(const QImage& image, std::uint32_t background) {
                    [rest](QRgb pixel) { return qAlpha(pixel) < HalfSeen ? rest : pixel | 0xFF000000U; });
   }
   return flat;
+}
+
+// A few rows at a time, so that a large image is never held in all its forms at once.
+Picture Flattened(const QImage& image, const std::uint32_t* background) {
+  constexpr int BandRows = 64;
+  Picture picture(image.width(), image.height());
+  for (int top = 0; top < picture.Height; top += BandRows) {
+    const QImage band = image.copy(0, top, picture.Width, std::min(BandRows, picture.Height - top));
+    PutRows(background == nullptr ? OnWhite(band) : Over(band, *background), picture, top);
+  }
+  return picture;
 }
 
 // Fonts need an application object; one without a window system serves when the program has none.
@@ -96,8 +112,7 @@ DecodedPicture Decode(ByteView file, const SizeJudge& judge, const std::uint32_t
     return {.Known = true, .Reason = reader.errorString().toStdString(), .Pixels = {}};
   }
   judge(image.width(), image.height());
-  const QImage flat = background == nullptr ? OnWhite(image) : Over(image, *background);
-  return {.Known = true, .Reason = {}, .Pixels = PictureOf(flat)};
+  return {.Known = true, .Reason = {}, .Pixels = Flattened(image, background)};
 }
 
 Picture Scale(const Picture& picture, int width, int height, bool smooth) {

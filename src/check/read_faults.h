@@ -1,0 +1,28 @@
+// What could not be read of sources.
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "analysis/messages.h"
+#include "base/passing_ui.h"
+
+namespace quorvelant {
+
+// Keeps back what the analysis tells of files that cannot be read on, for findings on the plays that name
+// them.
+class KeptReadFaults : public PassingUi {
+ public:
+  using PassingUi::PassingUi;
+  void Tell(const Message& message) override {
+    if (message.Is(message::SourceReadFailed)) {
+      ByFile.emplace(message.Place, message.Text);
+    } else {
+      PassingUi::Tell(message);
+    }
+  }
+
+  std::map<std::string, std::string> ByFile;
+};
+
+}  // namespace quorvelant
