@@ -19,14 +19,15 @@ std::size_t Below(Random32& random, std::size_t limit) {
   return limit == 0 ? 0 : random() % limit;
 }
 
-// One to eight injuries: bits turned, bytes overwritten, lost, doubled, put in or exchanged.
+// One to eight injuries: bits turned, bytes overwritten, lost, doubled, put in or moved.
 std::string Damaged(std::string text, Random32& random) {
   constexpr std::size_t Lengths[] = {1, 2, 3, 7, 50, 184, 512, 2048, 5000, 20000};
   for (std::size_t left = std::size_t{1} << Below(random, 4); left > 0 && text.size() > 64; --left) {
     const std::size_t at = Below(random, text.size());
     const std::size_t length = std::min(Lengths[Below(random, std::size(Lengths))], text.size() - at);
     const auto noise = [&] { return static_cast<char>(random()); };
-    switch (Below(random, 8)) {
+    const std::string piece = text.substr(at, length);
+    switch (Below(random, 6)) {
       case 0:
         text[at] = static_cast<char>(text[at] ^ 1 << Below(random, 8));
         break;
@@ -34,25 +35,14 @@ std::string Damaged(std::string text, Random32& random) {
         std::generate_n(text.begin() + static_cast<std::ptrdiff_t>(at), length, noise);
         break;
       case 2:
-        std::fill_n(text.begin() + static_cast<std::ptrdiff_t>(at), length, '\0');
+        text.insert(at, Below(random, 2) == 0 ? piece : std::string(length, noise()));
         break;
       case 3:
-        text.erase(at, length);
-        break;
-      case 4:
-        text.insert(at, text.substr(at, length));
-        break;
-      case 5:
-        text.insert(at, std::string(length, noise()));
-        break;
-      case 6:
         text.resize(std::max(at, text.size() / 2));
         break;
-      default: {
-        const std::string moved = text.substr(at, length);
+      default:
         text.erase(at, length);
-        text.insert(Below(random, text.size()), moved);
-      }
+        text.insert(Below(random, text.size()), Below(random, 2) == 0 ? piece : "");
     }
   }
   return text;

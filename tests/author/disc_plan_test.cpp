@@ -4,7 +4,6 @@
 #include <fmt/format.h>
 
 #include "disc_maker.h"
-#include "model/keys.h"
 #include "picture/bmp.h"
 #include "support/stream_builder.h"
 
@@ -89,13 +88,6 @@ TEST_F(PlanTest, TheNeededBytesComeCloseToTheDisc) {
   EXPECT_THAT(ratio(), AllOf(Ge(1), Le(1.04))) << "packs that are not full weigh more";
   Film().AudioStreams.clear();
   EXPECT_THAT(ratio(), AllOf(Ge(0.95), Le(1))) << "the length is not known";
-  VTS_P set = *maker.Disc.Disc.Item(2);
-  set.Lang.Item(1)->PGC.Item(1)->PG.Remove(1);
-  for (int i = 3; i < 23; ++i) {
-    set.Key = EntryKey(i);
-    maker.Disc.Disc.Add(set);
-  }
-  EXPECT_THAT(ratio(), AllOf(Ge(0.95), Le(1))) << "many tables";
 }
 
 }  // namespace

@@ -1,19 +1,14 @@
 #include "support/disc_walk.h"
 
 #include <dvdnav/dvdnav.h>
-#include <dvdread/dvd_reader.h>
-#include <dvdread/ifo_read.h>
 #include <fmt/format.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
-#include <filesystem>
 #include <functional>
-#include <memory>
 #include <stdexcept>
 
 namespace quorvelant {
@@ -24,20 +19,15 @@ constexpr int LoopVobus = 400;      // a menu that has played so many without le
 
 // What is said about the folder being no drive is no complaint about the disc.
 bool IsNoise(std::string_view text) {
-  for (const std::string_view noise :
-       {"Encrypted DVD", "device name", "name block", "DVDRead", "dvd_read_name", "Can't read name block"}) {
-    if (text.find(noise) != std::string_view::npos) {
-      return true;
-    }
-  }
-  return false;
+  constexpr std::string_view Noises[] = {"Encrypted DVD", "device name",   "name block",
+                                         "DVDRead",       "dvd_read_name", "Can't read name block"};
+  return std::ranges::any_of(Noises, [&](auto noise) { return text.find(noise) != std::string_view::npos; });
 }
 
-template <class Level>
-void Collect(void* complaints, Level level, const char* format, va_list arguments) {
+void Collect(void* complaints, dvdnav_logger_level_t level, const char* format, va_list arguments) {
   std::array<char, 512> text{};
   vsnprintf(text.data(), text.size(), format, arguments);
-  const bool bad = static_cast<int>(level) == 1 || static_cast<int>(level) == 2;  // error or warning
+  const bool bad = level == DVDNAV_LOGGER_LEVEL_ERROR || level == DVDNAV_LOGGER_LEVEL_WARN;
   if (bad && !IsNoise(text.data())) {
     static_cast<std::vector<std::string>*>(complaints)->emplace_back(text.data());
   }
@@ -46,7 +36,7 @@ void Collect(void* complaints, Level level, const char* format, va_list argument
 class Player {
  public:
   Player(const std::string& folder, DiscWalk& walk) : walk_(walk) {
-    logger_.pf_log = &Collect<dvdnav_logger_level_t>;
+    logger_.pf_log = &Collect;
     if (dvdnav_open2(&nav_, &walk_.Complaints, &logger_, folder.c_str()) != DVDNAV_STATUS_OK) {
       throw std::runtime_error("libdvdnav cannot open " + folder);
     }
@@ -113,25 +103,6 @@ class Player {
   std::array<std::uint8_t, DVD_VIDEO_LB_LEN> block_{};
 };
 
-void OpenIfos(const std::string& folder, DiscWalk& walk) {
-  dvd_logger_cb logger{};
-  logger.pf_log = &Collect<dvd_logger_level_t>;
-  const std::unique_ptr<dvd_reader_t, decltype(&DVDClose)> reader(
-      DVDOpen2(&walk.Complaints, &logger, folder.c_str()), &DVDClose);
-  if (!reader) {
-    throw std::runtime_error("libdvdread cannot open " + folder);
-  }
-  for (int set = 0; set == 0 || std::filesystem::exists(fmt::format("{}/VTS_{:02}_0.IFO", folder, set));
-       ++set) {
-    const std::unique_ptr<ifo_handle_t, decltype(&ifoClose)> ifo(ifoOpen(reader.get(), set), &ifoClose);
-    if (!ifo || (set != 0 &&
-                 (ifo->vts_ptt_srpt == nullptr || ifo->vts_pgcit == nullptr || ifo->vts_c_adt == nullptr ||
-                  ifo->vts_vobu_admap == nullptr || ifo->pgci_ut == nullptr))) {
-      walk.Complaints.push_back(fmt::format("a table of set {} was not read", set));
-    }
-  }
-}
-
 WalkedTitle PlayTitle(const std::string& folder, int title, int chapters, DiscWalk& walk) {
   WalkedTitle result{title, chapters, false, {}, ""};
   Player player(folder, walk);
@@ -166,18 +137,8 @@ void PlayChapters(const std::string& folder, const WalkedTitle& title, DiscWalk&
   }
 }
 
-// To the root menu of a title's set, or with 0 to the title menu.
-void CallMenu(Player& player, int title) {
-  player.Start();
-  if (title > 0) {
-    dvdnav_title_play(player.Nav(), title);
-    player.PlayToVobu();
-  }
-  dvdnav_menu_call(player.Nav(), title > 0 ? DVD_MENU_Root : DVD_MENU_Title);
-}
-
-// Plays on in the menu until buttons show; null where none do.
-pci_t* PlayToButtons(Player& player) {
+// Presses the button as soon as buttons show. False where none do before the menu has played long.
+bool Press(Player& player, int button) {
   pci_t* found = nullptr;
   const int limit = player.Vobus + LoopVobus;
   player.Play([&] {
@@ -187,30 +148,14 @@ pci_t* PlayToButtons(Player& player) {
     }
     return found != nullptr || player.Vobus > limit;
   });
-  return found;
-}
-
-// Presses the buttons one after the other. The one that could not be pressed, 0 where all were.
-int Press(Player& player, const std::vector<int>& buttons) {
-  for (const int button : buttons) {
-    pci_t* pci = PlayToButtons(player);
-    if (pci == nullptr || dvdnav_button_select_and_activate(player.Nav(), pci, button) != DVDNAV_STATUS_OK) {
-      return button;
-    }
-  }
-  return 0;
+  return found != nullptr &&
+         dvdnav_button_select_and_activate(player.Nav(), found, button) == DVDNAV_STATUS_OK;
 }
 
 }  // namespace
 
 DiscWalk WalkDisc(const std::string& folder) {
   DiscWalk walk;
-  testing::internal::CaptureStderr();
-  OpenIfos(folder, walk);
-  const std::string said = testing::internal::GetCapturedStderr();
-  if (!said.empty() && !IsNoise(said)) {
-    walk.Complaints.push_back(said);
-  }
   Player first(folder, walk);
   first.PlayToVobu();
   walk.FirstPlay = first.Place();
@@ -228,9 +173,16 @@ DiscWalk WalkDisc(const std::string& folder) {
 std::string PressButtons(const std::string& folder, int title, const std::vector<int>& buttons) {
   DiscWalk walk;
   Player player(folder, walk);
-  CallMenu(player, title);
-  if (const int missing = Press(player, buttons); missing != 0) {
-    return fmt::format("no button {}", missing);
+  player.Start();
+  if (title > 0) {
+    dvdnav_title_play(player.Nav(), title);
+    player.PlayToVobu();
+  }
+  dvdnav_menu_call(player.Nav(), title > 0 ? DVD_MENU_Root : DVD_MENU_Title);
+  for (const int button : buttons) {
+    if (!Press(player, button)) {
+      return fmt::format("no button {}", button);
+    }
   }
   player.PlayToVobu();
   std::string place = player.Place();
@@ -238,45 +190,6 @@ std::string PressButtons(const std::string& folder, int title, const std::vector
     place += fmt::format(" chapter {}", player.Chapter());
   }
   return walk.Complaints.empty() ? place : walk.Complaints.front();
-}
-
-MenuPage LookAtMenu(const std::string& folder, int title, const std::vector<int>& buttons) {
-  DiscWalk walk;
-  Player player(folder, walk);
-  CallMenu(player, title);
-  MenuPage page;
-  pci_t* pci = Press(player, buttons) == 0 ? PlayToButtons(player) : nullptr;
-  if (pci == nullptr) {
-    return page;
-  }
-  const hl_gi_t& info = pci->hli.hl_gi;
-  const unsigned groups = info.btngr_ns;
-  page.Endless = info.hli_e_ptm == 0xFFFFFFFF;
-  const std::array<unsigned, 3> displays{info.btngr1_dsp_ty, info.btngr2_dsp_ty, info.btngr3_dsp_ty};
-  for (unsigned group = 0; group < groups; ++group) {
-    page.Displays += std::to_string(displays.at(group));
-  }
-  for (int number = 1; number <= info.btn_ns; ++number) {
-    MenuButton& button = page.Buttons.emplace_back();
-    for (const auto arrow : {&dvdnav_upper_button_select, &dvdnav_lower_button_select,
-                             &dvdnav_left_button_select, &dvdnav_right_button_select}) {
-      std::int32_t selected = 0;
-      dvdnav_button_select(player.Nav(), pci, number);
-      arrow(player.Nav(), pci);
-      dvdnav_get_current_highlight(player.Nav(), &selected);
-      button.Leads += std::to_string(selected);
-    }
-    dvdnav_highlight_area_t area{};
-    dvdnav_get_highlight_area(pci, number, 0, &area);
-    button.Selected = area.palette;
-    dvdnav_get_highlight_area(pci, number, 1, &area);
-    button.Activated = area.palette;
-    for (unsigned group = 0; group < groups; ++group) {
-      const btni_t& entry = pci->hli.btnit[36 / groups * group + static_cast<unsigned>(number) - 1];
-      button.Areas.push_back({entry.x_start, entry.x_end, entry.y_start, entry.y_end});
-    }
-  }
-  return page;
 }
 
 }  // namespace quorvelant
