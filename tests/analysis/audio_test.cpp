@@ -10,7 +10,6 @@
 #include "analysis/audio_headers.h"
 #include "analysis/quick_scan.h"
 #include "analysis/wave_file.h"
-#include "support/media.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -214,13 +213,6 @@ TEST_F(AudioFiles, WavOfMoreThanFourGigabytes) {
   EXPECT_EQ(ReadWaveFile(late, Rules::Players, Ui).DataOffset, 52 + std::uint64_t{Junk});
   EXPECT_EQ(ReadWaveFile(late, Rules::Players, Ui).DataBytes, 60U);
   EXPECT_EQ(ReadWaveFile(late, Rules::Classic, Ui).DataBytes, 68 + std::uint64_t{Junk});
-}
-
-TEST_F(AudioFiles, FramesOfWav) {
-  const AudioAttributes deep = Scan(SampleWav({.Rate = 96000, .Bits = 24, .Channels = 2, .Seconds = 0.5}));
-  EXPECT_EQ(deep.BitRate, 96 * 2 * 24);
-  EXPECT_EQ(deep.FrameBytes, 960);
-  EXPECT_EQ(deep.Quantisation, 24);
 }
 
 TEST_F(AudioFiles, WhatIsNotWhatItsNameSays) {

@@ -8,13 +8,8 @@ namespace quorvelant {
 namespace {
 
 TEST(Attributes, TimesAreBcdWithTheRateOnTop) {
-  for (const auto& [frames, rate, value] : {std::tuple{25, 25, 0x00000140U},
-                                            {24, 25, 0x00000064U},
-                                            {29, 30, 0x000000E9U},
-                                            {(3600 * 12 + 34 * 60 + 56) * 30, 30, 0x123456C0U},
-                                            {-1, 25, 0x00000040U}}) {
-    EXPECT_EQ(ToBcdTime(frames, rate).Value, value) << frames;
-  }
+  EXPECT_EQ(ToBcdTime((3600 * 12 + 34 * 60 + 56) * 30 + 29, 30).Value, 0x123456E9U);
+  EXPECT_EQ(ToBcdTime(-1, 25).Value, 0x00000040U);
 }
 
 TEST(Attributes, VideoBits) {

@@ -7,6 +7,7 @@
 
 #include "mux/audio_stream.h"
 #include "mux/messages.h"
+#include "mux/next_sector.h"
 #include "mux_run.h"
 #include "support/media.h"
 #include "support/stream_builder.h"
@@ -76,17 +77,17 @@ TEST(AudioPacks, NextPackIsDueWhenAFrameLeavesThatMakesRoom) {
   EXPECT_EQ(stream.NextScr, Clock{153 * 2048});
   // 4029 bytes; two frames leave, at 25257 and 28137, before 2016 more have room in 4096.
   AdvanceAudioClock(stream, Clock{153 * 2048}, 2016);
-  EXPECT_EQ(stream.Due, Clock::FromTicks(28137));
   EXPECT_EQ(stream.NextScr, Clock{193 * 2048}) << "the first step of the grid from 28137 on";
   EXPECT_EQ(stream.Fill, 4029 - 2 * 1792 + 2016);
-  AdvanceAudioClock(stream, stream.NextScr, 2016);
-  EXPECT_EQ(stream.Due, Clock::FromTicks(31017));
-  AlignAudioClock(stream, Clock::FromTicks(31000));
-  EXPECT_EQ(stream.NextScr, Clock::FromTicks(31000) + SectorTicks) << "a new grid";
-  AlignAudioClock(stream, Clock::FromTicks(31017));
-  EXPECT_EQ(stream.NextScr, Clock::FromTicks(31017));
-  EXPECT_EQ(AudioBufferBytes(320, 150, 2), 4096) << "PCM of 16 bits and two channels";
   EXPECT_EQ(AudioBufferBytes(2560, 2880, 1), 5120) << "AC3 at 640 kbit/s";
+}
+
+TEST(AudioPacks, TiesGoInTheirOrderAndSoundBeyondTheLimitIsPassedOver) {
+  const std::vector<AudioClaim> two{{Clock{100}, 500}, {Clock{100}, 499}};
+  EXPECT_EQ(NextSectorKind(Clock{100}, Clock{100}, two, {}), NextSector{SectorKind::Nav});
+  EXPECT_EQ(NextSectorKind(Clock{0}, Clock{100}, two, {}), NextSector{SectorKind::Video});
+  EXPECT_EQ(NextSectorKind({}, Clock{101}, two, {}), (NextSector{SectorKind::Audio, 0}));
+  EXPECT_EQ(NextSectorKind({}, Clock{101}, two, 500), (NextSector{SectorKind::Audio, 1}));
 }
 
 TEST(AudioPacks, PcmIsHeardBitForBit) {

@@ -61,7 +61,6 @@ TEST(Highlights, ShowForTheirTimeAndOutlastACellThatWaits) {
   }
 }
 
-// What whole discs in players do not show: numbers out of range, and links to nowhere.
 TEST(Highlights, FieldsStayWithinTheirSet) {
   HighlightPlay play;
   play.StartTimeToVideo = "00:00:01:12";
@@ -75,8 +74,11 @@ TEST(Highlights, FieldsStayWithinTheirSet) {
   play.Buttons[1].Name = "B";
   play.Buttons[1].Up = "A";
   play.Buttons[1].Down = "gone";
+  play.Buttons[1].Right = "A";
+  play.Buttons[1].ColorScheme = 2;
   play.Buttons[1].AutoAction = true;
   play.Buttons[1].Areas[1] = {1, 2, 3, 4};
+  play.Schemes[1] = {{1, 2, 3, 4}, {5, 6, 7, 8}, {9, 10, 11, 12}, {13, 14, 15, 16}};
   const MuxHighlight timed = TimeHighlight(play, PalTiming);
   EXPECT_THAT((std::array{timed.StartPts, timed.EndPts, timed.SelectionEndPts}),
               ElementsAre(25257 + 37 * 3600, 25257 + 87 * 3600, 0));
@@ -90,7 +92,8 @@ TEST(Highlights, FieldsStayWithinTheirSet) {
   EXPECT_THAT(part(141, 22), ElementsAre(0, 1,                                                  // HLI_SS
                                          0, 0, 0x75, 0x30, 0, 1, 0x5F, 0x90, 0, 1, 0x5F, 0x90,  // times
                                          0x21, 0x20, 1, 2, 2, 0, 2, 0));
-  EXPECT_THAT(part(187 + 324 + 18, 10), ElementsAre(0x40, 0x10, 0x02, 0x40, 0x30, 0x04, 1, 2, 2, 2));
+  EXPECT_THAT(part(171, 8), ElementsAre(0x12, 0x34, 0x56, 0x78, 0x9A, 0xBC, 0xDE, 0xF0));
+  EXPECT_THAT(part(187 + 324 + 18, 10), ElementsAre(0x80, 0x10, 0x02, 0x40, 0x30, 0x04, 1, 2, 2, 1));
 }
 
 }  // namespace

@@ -3,13 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sstream>
-#include <vector>
-
-#include "disc/video_standard.h"
-#include "support/folders.h"
-#include "support/temp_folder.h"
-
 namespace quorvelant {
 namespace {
 
@@ -58,7 +51,6 @@ TEST(Packet, FormsAndFilling) {
       .StreamId = start_code::PrivateStream1, .Pts = 25257, .BufferKib = PrivateBufferKib};
   const Case cases[] = {
       {timed, 2015, 0, {0x07, 0xEC, 0x81, 0xC0, 0x0A}, {0xAA}},
-      {{}, 2025, 0, {0x07, 0xEC, 0x81, 0x00, 0x00}, {0xAA}},
       {sound,
        2017,
        0,
@@ -82,24 +74,6 @@ TEST(Packet, FormsAndFilling) {
     EXPECT_TRUE(std::ranges::equal(ByteView(sector).last(c.Tail.size()), c.Tail));
     EXPECT_EQ(at, SectorBytes - (c.Room - c.Spare) - (c.Spare >= 8 ? c.Spare : 0));
   }
-}
-
-// The table of docs/formats/packs.md is what a first pack begins with.
-TEST(Packet, WorkedExample) {
-  const std::string page = TempFolder::Read(SourceFile("docs/formats/packs.md"));
-  Bytes expected;
-  for (std::size_t at = page.find("| `", page.find("Packet.WorkedExample")); at != std::string::npos;
-       at = page.find("\n| `", at)) {
-    at = page.find('`', at) + 1;
-    std::istringstream row(page.substr(at, page.find('`', at) - at));
-    for (unsigned byte = 0; row >> std::hex >> byte;) {
-      expected.push_back(static_cast<std::uint8_t>(byte));
-    }
-  }
-  Bytes sector(SectorBytes);
-  const PacketHeader first{.Pts = VideoStartPts, .Dts = VideoStartPts - 3600, .BufferKib = VideoBufferKib};
-  sector.resize(PutPacket(sector, ScrOf(SectorTicks, PackKind::Video, Rules::Players), first, 2012));
-  EXPECT_EQ(sector, expected);
 }
 
 }  // namespace

@@ -165,19 +165,6 @@ TEST_F(Slides, AStillThatWaitsForEverPlaysAllOfItsSound) {
   EXPECT_THAT(sounding.Complaints(), IsEmpty());
 }
 
-TEST_F(Slides, ALoneNavigationPackAtACellsEndIsPaddedForPlayers) {
-  MuxInput input = Track({40, 30});
-  input.Marks = MarksAt({40});
-  for (const Rules& rules : {Rules::Players, Rules::Classic}) {
-    MuxRun run(rules);
-    ASSERT_EQ(run.Mux(input), MuxOutcome::Done);
-    const CellRecord& cell = run.Records.Vobs.at(0).Cells.at(0);
-    EXPECT_EQ(cell.EndSector - cell.LastVobuStartSector, rules.PadLoneNavPack ? 1U : 0U);
-    EXPECT_EQ(run.Packs().back().StreamId, rules.PadLoneNavPack ? 0xBE : 0xBB);
-    PictureFrames(run, 3600);
-  }
-}
-
 TEST_F(Slides, WhatCannotBeASlideIsToldByName) {
   MuxInput otherStandard = Track({30});
   otherStandard.Ntsc = true;

@@ -8,10 +8,13 @@
 #include <filesystem>
 #include <set>
 
+#include "mux/arrivals.h"
+#include "mux/messages.h"
 #include "subpicture/coded_bitmaps.h"
 #include "subpicture/spu_timing.h"
 #include "subtitled_track.h"
 #include "support/media.h"
+#include "support/nav_figures.h"
 #include "support/stream_builder.h"
 
 namespace quorvelant {
@@ -87,18 +90,15 @@ void ExpectShown(const Screen& screen, std::size_t index, const std::vector<Test
 std::vector<TestSubtitle> BitmapsInTurn() {
   std::vector<TestSubtitle> subtitles{{200, 60, 100, 400, 0, 0},
                                       {200, 61, 100, 400, 0, 0, true},  // odd height
-                                      {201, 60, 100, 400, 0, 0},        // odd width
                                       {203, 37, 101, 401, 0, 0, true},
                                       {202, 60, 0, 0, 0, 0},      // a width that four does not divide
                                       {200, 60, -37, 300, 0, 0},  // left of the picture
-                                      {200, 61, 20, -20, 0, 0},   // above it
                                       {200, 60, 20, -21, 0, 0},   // above it by an odd count
                                       {200, 60, 601, 300, 0, 0, true},
                                       {200, 61, 20, 540, 0, 0},
                                       {900, 700, -51, -33, 0, 0, false, 12},  // beyond all sides
-                                      {720, 576, 0, 0, 0, 0, false, 12},
-                                      {720, 360, 0, 100, 0, 0, false, 0},  // runs of 1 to 360
-                                      {720, 720, 0, -400, 0, 0, true, 0},  // up to 720
+                                      {720, 360, 0, 100, 0, 0, false, 0},     // runs of 1 to 360
+                                      {720, 720, 0, -400, 0, 0, true, 0},     // up to 720
                                       {2, 3, 300, 300, 0, 0}};
   for (int i = 0; TestSubtitle & subtitle : subtitles) {
     subtitle.Start = 8 * i++;
@@ -173,35 +173,67 @@ TEST(SubtitleMux, UnitsFollowTheirNavigationPackAndLetSoundThroughForPlayers) {
     }
     EXPECT_EQ(firstPacks.size(), 32U);
     EXPECT_EQ(soundBetween > 0, rules.AudioBetweenUnitPacks);
-    for (std::size_t number = 0; number < firstPacks.size(); ++number) {
-      const auto sync = [&](std::size_t vobu) { return vobus.at(vobu).Field(1449 + 4 * number, 4); };
-      EXPECT_EQ(sync(0), 0x7FFFFFFFU);
-      EXPECT_EQ(sync(2), 0x7FFFFFFFU) << "it starts after this pack";
-      EXPECT_EQ(sync(3), 0x80000000U | (vobus[3].Sector - firstPacks[number]));
-      EXPECT_EQ(sync(4), 0x7FFFFFFFU) << "it has ended";
-    }
+    CheckNavFigures(vobus, {3600, 25, rules.AudioSyncLeavesVobu});
   }
 }
 
-// What the checks have coded is not read again.
+// What the checks have coded, side by side on all processors, is not read again.
 TEST(SubtitleMux, CodedBitmapsTakeThePlaceOfFiles) {
   const TempFolder folder;
-  const SubtitleStream stream = StreamOf(folder, "a", {{64, 32, 600, 300, 5, 20}}, false);
+  std::vector<TestSubtitle> entries;
+  for (int i = 0; i < 60; ++i) {
+    entries.push_back({64 + i, 32, 600, 300, i, i + 1});
+  }
+  const SubtitleStream stream = StreamOf(folder, "a", entries, false);
   MuxInput input = FilmWith({}, 75);
   input.Subpictures = {{2, &stream, {}}};
   MuxRun whole;
   ASSERT_EQ(whole.Mux(input), MuxOutcome::Done);
+  auto records = PrepareSPURecords(stream, {}, {3600, 25, VideoStartPts}, {});
+  records.push_back(records[0]);
+  records.back().File = folder / "none.bmp";
   CodedBitmaps coded;
-  const TrackClock clock{3600, 25, VideoStartPts};
-  CodeAhead(PrepareSPURecords(stream, {}, clock, {}), false, Rules::Players, whole.Ui, coded);
-  std::filesystem::remove(stream.SubPlays[0].File);
+  CodeAhead(records, false, Rules::Players, whole.Ui, coded);
+  EXPECT_EQ(coded.Find(records.back(), false), nullptr);
+  CodedBitmaps stopped;
+  whole.Ui.StopWhen = [] { return true; };
+  CodeAhead(records, false, Rules::Players, whole.Ui, stopped);
+  EXPECT_EQ(stopped.Find(records[59], false), nullptr);
+  for (const SubPicturePlay& play : stream.SubPlays) {
+    std::filesystem::remove(play.File);
+  }
   MuxRun again;
   again.Build.Coded = &coded;
   ASSERT_EQ(again.Mux(input), MuxOutcome::Done);
   EXPECT_EQ(again.Sectors(), whole.Sectors());
-  const CodedBitmaps none(100);
-  again.Build.Coded = &none;
-  EXPECT_EQ(again.Mux(input), MuxOutcome::Failed);
+}
+
+TEST(SubtitleMux, UnitsLeaveTheBufferWhenTheyShow) {
+  SubpictureBuffer buffer;
+  EXPECT_EQ(buffer.Enter(Clock::FromTicks(900), 1000, 7000), 7000);
+  EXPECT_EQ(buffer.Enter(Clock::FromTicks(999), 1200, 8000), 15000);
+  EXPECT_EQ(buffer.Enter(Clock::FromTicks(1000), 1300, 100), 8100);
+  LateArrivals late;
+  late.Note(Clock::FromTicks(1000), 1146);
+  late.Note(Clock::FromTicks(1000), 1100);
+  EXPECT_EQ(late.Count, 1);
+  EXPECT_EQ(late.WorstTicks, 46);
+}
+
+// Each of them fits by itself.
+TEST(SubtitleMux, TooMuchAtOnceIsRefusedForPlayers) {
+  for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+    MuxRun run(rules);
+    std::vector<TestSubtitle> entries;
+    for (int i = 0; i < 20; ++i) {
+      entries.push_back({200, 200, 100, 100, 40 + i, 41 + i, false, 1});
+    }
+    const SubtitleStream stream = StreamOf(run.Folder, "a", entries, false);
+    MuxInput input = FilmWith({}, 75);
+    input.Subpictures = {{0, &stream, {}}};
+    EXPECT_EQ(run.Mux(input), rules.RefusesDeadDiscs ? MuxOutcome::Failed : MuxOutcome::Done);
+    EXPECT_TRUE(run.Ui.Messages.at(0).Is(message::SubtitlesOverfill));
+  }
 }
 
 }  // namespace
