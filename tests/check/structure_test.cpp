@@ -150,7 +150,7 @@ std::vector<Row> Rows() {
        "E too-many-pgcs VTS1.LANGUAGE1|"},
 
       {"TwoAspects", "", Other(wide, "a.ac3"), "E video-mixed Track.1|"},
-      {"TwoSizes", "", Other("Item=Video Play|VideoFile=narrow.m2v|", "a.ac3"), "W video-mixed Track.1|"},
+      {"TwoSizes", "", Other("Item=Video Play|VideoFile=narrow.m2v|", "a.ac3"), "E video-mixed Track.1|"},
       {"TwoKindsOfSound", "", Other(film, "stereo.wav"), "E audio-mixed Track.1.Audio1|"},
       {"TwoKindsOfPcm", Disc, Replace(Disc, "a.ac3", "mono.wav") + Other(film, "stereo.wav"),
        "W audio-mixed Track.1.Audio1|"},
