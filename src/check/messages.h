@@ -38,6 +38,10 @@ inline constexpr MessageKind TitleStartsWithoutCells{
 inline constexpr MessageKind LanguageWithoutPgcs{
     "language-without-pgcs", Severity::Error, StructureTitle,
     R"(The language "{}" has no PGCs, and a player that takes it finds no menu: add one or remove the language)"};
+inline constexpr MessageKind MenuRepeated{
+    "menu-repeated", Severity::Warning, StructureTitle,
+    R"(The language "{}" has a "{}" menu already, "{}": players show one of the two and never the other. Write )"
+    R"(MenuType=None for "{}", and reach it by a link)"};
 inline constexpr MessageKind MenuLeadsNowhere{
     "menu-leads-nowhere", Severity::Error, StructureTitle,
     R"(The menu "{}" neither holds by a still time nor leads on, so a player stops there: give it a still time )"

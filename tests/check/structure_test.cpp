@@ -102,6 +102,9 @@ std::vector<Row> Rows() {
       InFirst("FirstPlayWithNop", "NOP", noFirst),
       InFirst("FirstPlayThatExits", "Exit", noFirst),
       InFirst("FirstPlayToItself", "JumpSS FP_DOM", noFirst),
+      InFirst("FirstPlayThatBreaksOff", "Break|Command=JumpTT T", noFirst),
+      InFirst("FirstPlayThatGoesInCircles", "GoTo 1|Command=JumpTT T", noFirst),
+      InFirst("FirstPlayThatGoesOn", "GoTo 2|Command=JumpTT T", ""),
       {"SetWithoutTitles", "", "Item=VTS|", "E set-without-titles VTS2|"},
       {"TitleWithoutCells", "", Second + "Item=Program|", "E title-without-cells VTS1.TITLE2|"},
       {"TitleOfCommands", "", Second + "Item=PreCommands|Command=LinkPGCN P|",
@@ -115,6 +118,8 @@ std::vector<Row> Rows() {
        "W pgc-link-missing VTS1.LANGUAGE1.PGC1|" + noMenu},
       {"MenuOfNothingButNop", Root, "Item=PGC|Name=R|Item=PostCommands|Command=LinkNoLink, button=1|",
        noMenu},
+      {"TwoTitleMenus", "Item=VTS|", "Item=PGC|Name=W|MenuType=TitleMenu|StillTime=255|Item=VTS|",
+       "W menu-repeated VMG1.LANGUAGE1.PGC2|"},
       {"MenuThatHolds", Root, "Item=PGC|Name=R|StillTime=255|", ""},
       {"MenuWithANext", Root, "Item=PGC|Name=N|NextPGC=R|" + Root, ""},
 
