@@ -16,6 +16,7 @@
 #include "support/folders.h"
 #include "support/media.h"
 #include "support/recording_ui.h"
+#include "support/stream_builder.h"
 #include "support/temp_folder.h"
 #include "vm/resolver.h"
 
@@ -154,6 +155,7 @@ std::vector<Row> Rows() {
       {"TooManyPgcs", Title, Repeat(999, "Item=PGC|Name=M{}|StillTime=255|") + Title,
        "E too-many-pgcs VTS1.LANGUAGE1|"},
 
+      {"ColoursAt422", "film.m2v", "422.m2v", "E video-colour-sampling Track.0.Video1|"},
       {"TwoAspects", "", Other(wide, "a.ac3"), "E video-mixed Track.1|"},
       {"TwoSizes", "", Other("Item=Video Play|VideoFile=narrow.m2v|", "a.ac3"), "E video-mixed Track.1|"},
       {"TwoKindsOfSound", "", Other(film, "stereo.wav"), "E audio-mixed Track.1.Audio1|"},
@@ -205,6 +207,7 @@ class StructureTest : public testing::TestWithParam<Row> {
     Link("film.m2v", SampleVideo({.Frames = 25}));
     Link("wide.m2v", SampleVideo({.Aspect = "16:9", .Frames = 25}));
     Link("narrow.m2v", SampleVideo({.Width = 704, .Frames = 25}));
+    Folder.Write("422.m2v", BuildStream({.Sequence = {.ChromaFormat = 2}}));
     Link("a.ac3", SampleAc3({.Seconds = 1}));
     Link("stereo.wav", SampleWav({.Seconds = 1}));
     Link("mono.wav", SampleWav({.Channels = 1, .Seconds = 1}));
