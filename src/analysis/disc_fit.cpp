@@ -11,7 +11,6 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view Chroma = "its colours are not sampled 4:2:0";
 constexpr std::string_view Peak =
     "its pictures come {:.0f} KB ahead of the 9.8 Mbit/s that a disc carries; a decoder's buffer holds "
     "{:.0f}";
@@ -79,6 +78,9 @@ std::vector<Message> FaultsOf(const VideoInfo& info) {
   if (!mpeg1 && info.AspectCode != 2 && info.AspectCode != 3) {
     faults.push_back(MessageOf(message::VideoAspect, {}, AspectText(info.AspectCode)));
   }
+  if (!mpeg1 && info.ChromaFormat != 1) {
+    faults.push_back(MessageOf(message::ColourSampling, {}));
+  }
   return faults;
 }
 
@@ -107,9 +109,7 @@ DiscFit JudgeVideo(const VideoProbe& probe) {
   if (probe.Info.PicturesSeen == 0) {
     return fit;
   }
-  if (probe.Info.Coding == "MPEG2" && probe.ChromaFormat != 1) {
-    fit.Reasons.emplace_back(Chroma);
-  } else if (probe.Info.Coding == "MPEG2" && !IsMainLevel(probe.Profile)) {
+  if (probe.Info.Coding == "MPEG2" && probe.Info.ChromaFormat == 1 && !IsMainLevel(probe.Profile)) {
     fit.Notes.push_back(fmt::format(ProfileText, probe.Profile));
   }
   if (probe.PeakBacklogBits > DecoderBufferBits && probe.Frames() > 1) {

@@ -90,6 +90,7 @@ void Take(const FoundHeader& header, bool pulldownHandled, VideoInfo& info) {
     TakeSequence(header.Data, info);
   } else if (header.Word == headers::SequenceExtension && info.Coding != "NO") {
     info.Coding = "MPEG2";
+    info.ChromaFormat = header.Data.size() > 5 ? (header.Data[5] >> 1) & 3 : info.ChromaFormat;
   } else if (header.Word == headers::SequenceDisplay) {
     TakeSequenceDisplay(header.Data, info);
   } else if (header.Word == headers::PictureDisplay) {

@@ -24,6 +24,7 @@ struct VideoInfo {
   int FrameRateCode = 0;
   int Kbps = 0;               // bit_rate: of a stream of constant rate that rate, of others a bound
   bool VariableRate = false;  // a vbv_delay says so (6.3.9)
+  int ChromaFormat = 1;       // 1: 4:2:0
 };
 
 // Reads `fileName` up to its second picture. Nothing if it cannot be opened or read, which was told then.

@@ -118,7 +118,6 @@ void Walker::TakeSequence(const FoundHeader& header) {
 void Walker::TakeSequenceExtension(ByteView data) {
   probe_->Profile = ((data[4] & 0xF) << 4) | (data[5] >> 4);
   probe_->ProgressiveSequence = (data[5] & 8) != 0;
-  probe_->ChromaFormat = (data[5] >> 1) & 3;
 }
 
 void Walker::TakePicture(const FoundHeader& header) {

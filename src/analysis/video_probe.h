@@ -44,7 +44,6 @@ struct VideoProbe {
   // before.
   double PeakBacklogBits = 0;
   bool ProgressiveSequence = false;
-  int ChromaFormat = 1;  // 1: 4:2:0
   int Profile = 0;       // profile_and_level_indication; 0x48 is main profile at main level
 
   // Coded frames: a pair of field pictures is one.

@@ -1,10 +1,12 @@
 #include "check/check.h"
 
+#include <algorithm>
 #include <string>
 #include <unordered_set>
 
 #include "base/text.h"
 #include "check/command_check.h"
+#include "check/decoding_check.h"
 #include "check/messages.h"
 #include "check/mixed_set_check.h"
 #include "check/overlay_check.h"
@@ -46,6 +48,7 @@ class ProjectChecker {
   void CheckNumbers(const std::vector<Stream>& streams, StreamNumbers numbers,
                     std::string (*key)(std::size_t, std::size_t), std::size_t track);
   void CheckStreams(const VTS_P& entry, Tracks& tracks);
+  void CheckEntries(const Track& track, std::size_t index);
   template <class Stream>
   void CheckMuxed(const std::vector<Stream>& streams, std::string_view what,
                   std::string (*key)(std::size_t, std::size_t), const TrackListRow& row, const VTS_P& entry);
@@ -53,7 +56,8 @@ class ProjectChecker {
   const Project& project_;
   Rules rules_;
   Findings findings_;
-  std::unordered_set<std::string> told_;  // places of streams that are in the findings
+  std::unordered_set<std::string> told_;   // places of streams that are in the findings
+  std::unordered_set<std::string> empty_;  // places of streams that are told as empty
 };
 
 // --- names ---
@@ -133,6 +137,16 @@ void ProjectChecker::CheckMuxed(const std::vector<Stream>& streams, std::string_
   }
 }
 
+void ProjectChecker::CheckEntries(const Track& track, std::size_t index) {
+  for (const auto& [place, stream] : LiveWithIndex(track.SubStreams)) {
+    const bool empty = std::ranges::none_of(stream.SubPlays, &SubPicturePlay::Used);
+    const std::string key = SubStreamKey(index, place + 1);
+    if (empty && stream.MuxThisStream && empty_.insert(key).second) {
+      Add(message::SubStreamEmpty, key, stream.StreamNumber, track.TrackName);
+    }
+  }
+}
+
 void ProjectChecker::CheckStreams(const VTS_P& entry, Tracks& tracks) {
   for (const Domain domain : {Domain::Menu, Domain::Title}) {
     const TrackList list = BuildTrackList(entry, domain, tracks);
@@ -142,6 +156,7 @@ void ProjectChecker::CheckStreams(const VTS_P& entry, Tracks& tracks) {
       const Track& track = tracks[row.Index];
       CheckMuxed(track.AudioStreams, "Audio", AudioStreamKey, row, entry);
       CheckMuxed(track.SubStreams, "Subpicture", SubStreamKey, row, entry);
+      CheckEntries(track, row.Index);
     }
   }
   if (auto box = ShowStreamMaps(entry, project_.Tracks).Box) {
@@ -177,6 +192,7 @@ Findings CheckNamesAndStreams(const Project& project, const Rules& rules) {
 Findings CheckProject(const Project& project, const Rules& rules) {
   Findings findings = CheckNamesAndStreams(project, rules);
   Append(findings, ByRules(CheckMixedSets(project), rules));
+  Append(findings, ByRules(CheckDecoding(project), rules));
   Append(findings, ByRules(CheckStructure(project), rules));
   Append(findings, ByRules(CheckCommandTargets(project), rules));
   Append(findings, CheckDisplays(project, rules));

@@ -38,6 +38,10 @@ inline constexpr MessageKind TitleStartsWithoutCells{
 inline constexpr MessageKind LanguageWithoutPgcs{
     "language-without-pgcs", Severity::Error, StructureTitle,
     R"(The language "{}" has no PGCs, and a player that takes it finds no menu: add one or remove the language)"};
+inline constexpr MessageKind MenuRepeated{
+    "menu-repeated", Severity::Warning, StructureTitle,
+    R"(The language "{}" has a "{}" menu already, "{}": players show one of the two and never the other. Write )"
+    R"(MenuType=None for "{}", and reach it by a link)"};
 inline constexpr MessageKind MenuLeadsNowhere{
     "menu-leads-nowhere", Severity::Error, StructureTitle,
     R"(The menu "{}" neither holds by a still time nor leads on, so a player stops there: give it a still time )"
@@ -125,6 +129,14 @@ inline constexpr MessageKind StreamNotMuxed{
     "stream-not-multiplexed", Severity::Warning, "Stream Not Multiplexed",
     "{} stream {} does not reach the disc in {}: DTS is not multiplexed, and a domain carries {} AC3 or PCM "
     "and {} subpicture streams"};
+inline constexpr MessageKind SubStreamEmpty{
+    "subpicture-stream-empty", Severity::Warning, "Empty Stream",
+    "Subpicture stream {} of track \"{}\" has no entries: viewers can choose it, and it shows nothing. Add "
+    "entries, or remove the stream"};
+inline constexpr MessageKind DecodingMissing{
+    "decoding-missing", Severity::Error, "Stream Decoding",
+    R"(The PGC "{}" plays {} stream {} as stream {}, which track "{}" does not have: {}. Mend the line of its )"
+    "stream decoding that says so"};
 inline constexpr MessageKind AudioKindUnknown{
     "audio-kind-unknown", Severity::Error, "Unknown Source",
     "'{}': the name of a stream's first file ends in .ac3, .wav or .dts and tells its kind; this one is "

@@ -79,10 +79,9 @@ class DomainChecker {
         Message& mixed = findings_.emplace_back(MessageOf(message::VideoMixed, TrackKey(index), Here(),
                                                           entry_.Key, first->TrackName,
                                                           first->*Attributes.at(i), track.TrackName, value));
-        // Players find a size in the stream. Bitmaps have no shape of their own: they show in the domain's.
-        const auto attribute = Attributes.at(i);
+        // Bitmaps have no shape of their own: they show in the domain's.
         const bool bitmap = IsBitmap(track) || IsBitmap(*first);
-        const bool shows = attribute == &Track::Resolution || (bitmap && attribute == &Track::Aspect);
+        const bool shows = bitmap && Attributes.at(i) == &Track::Aspect;
         mixed.Level = shows ? Severity::Warning : Severity::Error;
       }
     }

@@ -46,4 +46,14 @@ void WarnOfLateArrivals(const MuxState& state) {
   }
 }
 
+void WarnOfUnsentUnits(const MuxState& state) {
+  for (const SubpictureState& stream : state.Subpictures) {
+    if (stream.Next < stream.Units.size()) {
+      state.Build.Ui.Tell(MessageOf(message::SubtitlesPastEnd, {}, stream.Input->StreamNumber,
+                                    state.Input.Name, stream.Units.size() - stream.Next,
+                                    stream.Units[stream.Next].Entry + 1));
+    }
+  }
+}
+
 }  // namespace quorvelant

@@ -40,5 +40,7 @@ class SubpictureBuffer {
 
 // Warns of what came late, stream by stream.
 void WarnOfLateArrivals(const MuxState& state);
+// Of units that a track left behind at its end.
+void WarnOfUnsentUnits(const MuxState& state);
 
 }  // namespace quorvelant

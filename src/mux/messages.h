@@ -144,6 +144,10 @@ inline constexpr MessageKind SubtitlesLate{
     "Subpicture stream {} of track \"{}\": {} entries come too late, the first at {:.1f} seconds, by up to "
     "{:.1f} "
     "ms. They show late or not at all. Lower the bit rate of the picture, or use smaller bitmaps."};
+inline constexpr MessageKind SubtitlesPastEnd{"subtitles-past-end", Severity::Warning, "Subtitle Length",
+                                              "Subpicture stream {} of track \"{}\": {} entries start after "
+                                              "the picture ends, the first is entry {}. They "
+                                              "are left out: look at their times."};
 inline constexpr MessageKind SubtitlesOverfill{"subtitles-overfill", Severity::Error, MuxErrorTitle,
                                                "Track \"{}\", subpicture stream {}, entry {}: with those "
                                                "sent ahead of it the player has to keep {} bytes, and "

@@ -48,6 +48,7 @@ void EndTrack(MuxState& state, VobSetRecords& records) {
   CloseRecords(state, endPts);
   WarnOfDamage(state);
   WarnOfLateArrivals(state);
+  WarnOfUnsentUnits(state);
   WarnOfDamagedSound(state);
   WarnOfAudioLengths(state, endPts);
   ReportMissedMarks(state, state.NextMark, state.Input.Marks.size());

@@ -108,11 +108,23 @@ bool GoesToLine(const CommandBytes& bytes) {
   return Bits(bytes, 0, 0xFF) == 0 && (sub == GoTo || sub == SetTmpPml);
 }
 
+bool LeavesLine(const CommandBytes& bytes) {
+  constexpr std::int32_t GoTo = 1;
+  constexpr std::int32_t Break = 2;
+  constexpr std::int32_t Jumps = 0x30;
+  constexpr std::int32_t Exit = 1;
+  const std::int32_t sub = Bits(bytes, 1, 0x0F);
+  const std::int32_t kind = Bits(bytes, 0, 0xFF);
+  const bool leaves = kind == 0 ? sub == GoTo || sub == Break : kind == Jumps && sub == Exit;
+  return leaves && Bits(bytes, 1, 0x70) == 0;
+}
+
 }  // namespace
 
 CommandTarget TargetOf(const CommandBytes& bytes) {
   constexpr int TimerSet = 2;
   CommandTarget target;
+  target.LeavesLine = LeavesLine(bytes);
   const bool bit4 = Bits(bytes, 0, 0x10) != 0;
   const auto link = static_cast<LinkKind>(Bits(bytes, 1, 0x0F));
   switch (Bits(bytes, 0, 0xE0) >> 5) {

@@ -30,6 +30,7 @@ struct CommandTarget {
   std::int32_t ResumeCell = 0;
   std::int32_t TimerPgc = 0;  // SetNVTMR, which may go on to a link
   std::int32_t Line = 0;      // GoTo, SetTmpPML: of the list, which the command does not leave
+  bool LeavesLine = false;    // GoTo, Break and Exit without a condition: the line after it is not reached
 
   [[nodiscard]] bool IsLink(LinkKind kind) const { return What == Instruction::Link && Link.Kind == kind; }
   [[nodiscard]] bool IsResume() const {

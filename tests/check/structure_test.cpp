@@ -16,6 +16,7 @@
 #include "support/folders.h"
 #include "support/media.h"
 #include "support/recording_ui.h"
+#include "support/stream_builder.h"
 #include "support/temp_folder.h"
 #include "vm/resolver.h"
 
@@ -102,6 +103,9 @@ std::vector<Row> Rows() {
       InFirst("FirstPlayWithNop", "NOP", noFirst),
       InFirst("FirstPlayThatExits", "Exit", noFirst),
       InFirst("FirstPlayToItself", "JumpSS FP_DOM", noFirst),
+      InFirst("FirstPlayThatBreaksOff", "Break|Command=JumpTT T", noFirst),
+      InFirst("FirstPlayThatGoesInCircles", "GoTo 1|Command=JumpTT T", noFirst),
+      InFirst("FirstPlayThatGoesOn", "GoTo 2|Command=JumpTT T", ""),
       {"SetWithoutTitles", "", "Item=VTS|", "E set-without-titles VTS2|"},
       {"TitleWithoutCells", "", Second + "Item=Program|", "E title-without-cells VTS1.TITLE2|"},
       {"TitleOfCommands", "", Second + "Item=PreCommands|Command=LinkPGCN P|",
@@ -115,6 +119,8 @@ std::vector<Row> Rows() {
        "W pgc-link-missing VTS1.LANGUAGE1.PGC1|" + noMenu},
       {"MenuOfNothingButNop", Root, "Item=PGC|Name=R|Item=PostCommands|Command=LinkNoLink, button=1|",
        noMenu},
+      {"TwoTitleMenus", "Item=VTS|", "Item=PGC|Name=W|MenuType=TitleMenu|StillTime=255|Item=VTS|",
+       "W menu-repeated VMG1.LANGUAGE1.PGC2|"},
       {"MenuThatHolds", Root, "Item=PGC|Name=R|StillTime=255|", ""},
       {"MenuWithANext", Root, "Item=PGC|Name=N|NextPGC=R|" + Root, ""},
 
@@ -149,11 +155,16 @@ std::vector<Row> Rows() {
       {"TooManyPgcs", Title, Repeat(999, "Item=PGC|Name=M{}|StillTime=255|") + Title,
        "E too-many-pgcs VTS1.LANGUAGE1|"},
 
+      {"ColoursAt422", "film.m2v", "422.m2v", "E video-colour-sampling Track.0.Video1|"},
       {"TwoAspects", "", Other(wide, "a.ac3"), "E video-mixed Track.1|"},
-      {"TwoSizes", "", Other("Item=Video Play|VideoFile=narrow.m2v|", "a.ac3"), "W video-mixed Track.1|"},
+      {"TwoSizes", "", Other("Item=Video Play|VideoFile=narrow.m2v|", "a.ac3"), "E video-mixed Track.1|"},
       {"TwoKindsOfSound", "", Other(film, "stereo.wav"), "E audio-mixed Track.1.Audio1|"},
       {"TwoKindsOfPcm", Disc, Replace(Disc, "a.ac3", "mono.wav") + Other(film, "stereo.wav"),
        "W audio-mixed Track.1.Audio1|"},
+      {"PlaysAStreamThatIsNotThere", "Name=P|", "Name=P|Item=Audio Stream Decoding|Audio Stream 0 Decodes=5|",
+       "E decoding-missing VTS1.TITLE1.PGC1|"},
+      {"SubtitlesWithoutEntries", SceneLine, "Item=SubPicture|StreamNumber=0|" + SceneLine,
+       "W subpicture-stream-empty Track.0.Sub1|"},
       {"WideWithoutDisplay", "film.m2v", "wide.m2v", "W wide-letterboxed Track.0|",
        "W wide-without-display Track.0|"},
       {"WideWithButtons", Disc, Replace(WithButtons(MenuPlay + ExitLine + ExitLine), "film.m2v", "wide.m2v"),
@@ -196,6 +207,7 @@ class StructureTest : public testing::TestWithParam<Row> {
     Link("film.m2v", SampleVideo({.Frames = 25}));
     Link("wide.m2v", SampleVideo({.Aspect = "16:9", .Frames = 25}));
     Link("narrow.m2v", SampleVideo({.Width = 704, .Frames = 25}));
+    Folder.Write("422.m2v", BuildStream({.Sequence = {.ChromaFormat = 2}}));
     Link("a.ac3", SampleAc3({.Seconds = 1}));
     Link("stereo.wav", SampleWav({.Seconds = 1}));
     Link("mono.wav", SampleWav({.Channels = 1, .Seconds = 1}));

@@ -80,7 +80,7 @@ StreamBuilder& StreamBuilder::Sequence(const SequenceFields& fields) {
          {12, fields.Width, 12, fields.Height, 4, fields.AspectCode, 4, fields.FrameRateCode, 18,
           fields.BitRate / 400, 1, 1, 10, 112, 3, 0});  // no constraint, no matrices
   if (fields.Mpeg2) {  // main profile at main level, interlaced, 4:2:0; upper bits of sizes and rates
-    Append(bytes_, ExtensionCode, {4, 1, 8, 0x48, 3, 1, 16, 0, 1, 1, 16, 0});
+    Append(bytes_, ExtensionCode, {4, 1, 8, 0x48, 3, fields.ChromaFormat, 16, 0, 1, 1, 16, 0});
   }
   if (fields.DisplayWidth) {
     const int coloured = fields.ColourDescription;

@@ -20,6 +20,7 @@ struct SequenceFields {
   int FrameRateCode = 3;                           // 1: 23.976, 3: 25, 4: 29.97
   int BitRate = 9800000;                           // bit/s, held in units of 400
   bool Mpeg2 = true;                               // a sequence extension follows
+  int ChromaFormat = 1;                            // 1: 4:2:0, 2: 4:2:2
   std::optional<int> DisplayWidth = std::nullopt;  // a sequence display extension follows
   bool ColourDescription = false;                  // ... with its three colour bytes
 };
