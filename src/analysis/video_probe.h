@@ -44,7 +44,7 @@ struct VideoProbe {
   // before.
   double PeakBacklogBits = 0;
   bool ProgressiveSequence = false;
-  int Profile = 0;       // profile_and_level_indication; 0x48 is main profile at main level
+  int Profile = 0;  // profile_and_level_indication; 0x48 is main profile at main level
 
   // Coded frames: a pair of field pictures is one.
   std::int64_t Frames() const { return PictureHeaders - FieldPictures + FieldPictures / 2; }
