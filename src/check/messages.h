@@ -150,7 +150,7 @@ inline constexpr MessageKind SourceMissing{"source-missing", Severity::Error, "M
 // The file, and what the system said.
 inline constexpr MessageKind SourceBroken{
     SourceReadFailed.Code, Severity::Error, SourceReadFailed.Title,
-    "'{}': {} Nothing can be made of it: its disk fails, or is no longer there. Copy the file anew"};
+    "'{}': it cannot be read as far as it is needed ({}). Its disk fails, or is gone: copy the file anew"};
 inline constexpr MessageKind SourceUnnamed{"source-unnamed", Severity::Warning, "Missing Source",
                                            "the play names no file"};
 
