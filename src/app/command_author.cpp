@@ -16,6 +16,8 @@
 #include "author/message_recorder.h"
 #include "base/random.h"
 #include "check/check.h"
+#include "check/check_sources.h"
+#include "check/disc_limits.h"
 #include "check/source_judge.h"
 #include "edit/chapter_analysis.h"
 #include "model/walk.h"
@@ -74,6 +76,10 @@ bool Load(const AuthorArguments& arguments, Project& project, UserInterface& ui)
   Findings findings = LoadFindings(loaded);
   if (loaded.Loaded) {
     Append(findings, CheckProject(project, arguments.RulesUsed()));
+    if (HasErrors(findings)) {  // the plan, which would judge the rest, is not made
+      Append(findings, CheckLimits(project, arguments.RulesUsed()));
+      Append(findings, LookForSources(project, ui, arguments.RulesUsed()));
+    }
   }
   for (const Message& finding : findings) {
     ui.Tell(finding);

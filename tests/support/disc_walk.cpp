@@ -1,14 +1,19 @@
 #include "support/disc_walk.h"
 
 #include <dvdnav/dvdnav.h>
+#include <dvdread/dvd_reader.h>
+#include <dvdread/ifo_read.h>
 #include <fmt/format.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
+#include <filesystem>
 #include <functional>
+#include <memory>
 #include <stdexcept>
 
 namespace quorvelant {
@@ -24,10 +29,12 @@ bool IsNoise(std::string_view text) {
   return std::ranges::any_of(Noises, [&](auto noise) { return text.find(noise) != std::string_view::npos; });
 }
 
-void Collect(void* complaints, dvdnav_logger_level_t level, const char* format, va_list arguments) {
+// The levels of both libraries: 1 is an error, 2 a warning.
+template <class Level>
+void Collect(void* complaints, Level level, const char* format, va_list arguments) {
   std::array<char, 512> text{};
   vsnprintf(text.data(), text.size(), format, arguments);
-  const bool bad = level == DVDNAV_LOGGER_LEVEL_ERROR || level == DVDNAV_LOGGER_LEVEL_WARN;
+  const bool bad = static_cast<int>(level) == 1 || static_cast<int>(level) == 2;
   if (bad && !IsNoise(text.data())) {
     static_cast<std::vector<std::string>*>(complaints)->emplace_back(text.data());
   }
@@ -36,7 +43,7 @@ void Collect(void* complaints, dvdnav_logger_level_t level, const char* format, 
 class Player {
  public:
   Player(const std::string& folder, DiscWalk& walk) : walk_(walk) {
-    logger_.pf_log = &Collect;
+    logger_.pf_log = &Collect<dvdnav_logger_level_t>;
     if (dvdnav_open2(&nav_, &walk_.Complaints, &logger_, folder.c_str()) != DVDNAV_STATUS_OK) {
       throw std::runtime_error("libdvdnav cannot open " + folder);
     }
@@ -152,10 +159,34 @@ bool Press(Player& player, int button) {
          dvdnav_button_select_and_activate(player.Nav(), found, button) == DVDNAV_STATUS_OK;
 }
 
+// Opens the tables of each set, played or not.
+void OpenIfos(const std::string& folder, DiscWalk& walk) {
+  dvd_logger_cb logger{};
+  logger.pf_log = &Collect<dvd_logger_level_t>;
+  const std::unique_ptr<dvd_reader_t, decltype(&DVDClose)> reader(
+      DVDOpen2(&walk.Complaints, &logger, folder.c_str()), &DVDClose);
+  if (!reader) {
+    throw std::runtime_error("libdvdread cannot open " + folder);
+  }
+  for (int set = 0; set == 0 || std::filesystem::exists(fmt::format("{}/VTS_{:02}_0.IFO", folder, set));
+       ++set) {
+    const std::unique_ptr<ifo_handle_t, decltype(&ifoClose)> ifo(ifoOpen(reader.get(), set), &ifoClose);
+    if (!ifo || (set != 0 && (ifo->vts_ptt_srpt == nullptr || ifo->vts_pgcit == nullptr))) {
+      walk.Complaints.push_back(fmt::format("a table of set {} was not read", set));
+    }
+  }
+}
+
 }  // namespace
 
 DiscWalk WalkDisc(const std::string& folder) {
   DiscWalk walk;
+  testing::internal::CaptureStderr();
+  OpenIfos(folder, walk);
+  const std::string said = testing::internal::GetCapturedStderr();
+  if (!said.empty() && !IsNoise(said)) {
+    walk.Complaints.push_back(said);
+  }
   Player first(folder, walk);
   first.PlayToVobu();
   walk.FirstPlay = first.Place();
