@@ -57,10 +57,11 @@ void Reindex(const Project& project, std::size_t track, IndexStore& store, UserI
 }
 
 // Whether a disc may be made of what was loaded; what was found is told.
-bool Load(const AuthorArguments& arguments, Project& project, UserInterface& ui) {
+bool Load(const AuthorArguments& arguments, const std::string& cacheFolder, Project& project,
+          UserInterface& ui) {
   SilentBoxes quiet(ui);  // the findings hold what the load would say
   const FileScanner scanner(arguments.RulesUsed(), quiet);
-  IndexStore store(arguments.DryRun);
+  IndexStore store(arguments.DryRun, cacheFolder);
   LoadOptions options{.Rules = arguments.RulesUsed(), .Scanner = &scanner};
   options.AnalyseChapters = [&](Project& whole, std::size_t track) {
     if (arguments.Reindex) {
@@ -101,7 +102,7 @@ bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
   RunReporter reporter(context.Ui, context.Out, arguments.Json);
   MessageRecorder loading(reporter);
   Project project;
-  if (!Load(arguments, project, loading)) {
+  if (!Load(arguments, context.CacheFolder, project, loading)) {
     return false;
   }
   if (!arguments.LogFile.empty() &&

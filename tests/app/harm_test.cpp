@@ -5,10 +5,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <sstream>
 
+#include "analysis/picture_index.h"
 #include "app/command_form.h"
 #include "app/console_ui.h"
 #include "app/settings.h"
@@ -95,6 +97,21 @@ TEST_F(Harm, ADryRunAndAReadLeaveNoFile) {
     EXPECT_NE(entry.path().extension(), ".qvi");
   }
   EXPECT_FALSE(std::filesystem::exists(temp / "disc"));
+}
+
+TEST_F(Harm, AnIndexThatCannotStandBesideItsFileGoesIntoTheCache) {
+  const std::string film = temp / "film.m2v";
+  std::filesystem::copy_file(SourceFile("examples/media/first.m2v"), film);
+  std::filesystem::create_directory(film + ".qvi");
+  EXPECT_EQ(Run({"index", film}), ExitDone);
+  const IndexStore cache(false, temp / "quorvelant/indexes");
+  const auto index = FindPictureIndex(film, cache);
+  ASSERT_TRUE(index);
+  EXPECT_GT(index->TotalFrames, 0);
+  std::filesystem::last_write_time(film,
+                                   std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+  EXPECT_FALSE(FindPictureIndex(film, cache));
+  EXPECT_THAT(ui.Messages, testing::IsEmpty());
 }
 
 TEST_F(Harm, SignalsAskForAnOrderlyEnd) {

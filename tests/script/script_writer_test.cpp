@@ -256,9 +256,8 @@ TEST(ScriptWriter, SavingAsksReportsAndKeepsTheOldFile) {
   EXPECT_FALSE(SaveDataPath(project, ui));
   EXPECT_EQ(ui.Messages.size(), 1U);
   // Where the new file cannot be made the old one stays.
-  std::filesystem::create_directory(fmt::format("{}.{}.part", path, getpid()));
-  EXPECT_FALSE(SaveData(Project(), path, ui));
-  EXPECT_EQ(ui.Messages.back().Text, "Unable to write script file: " + path);
+  EXPECT_FALSE(SaveData(Project(), path + "/p.qvp", ui));
+  EXPECT_EQ(ui.Messages.back().Text, "Unable to write script file: " + path + "/p.qvp");
   EXPECT_EQ(TempFolder::Read(path), WriteScript(project));
 }
 
