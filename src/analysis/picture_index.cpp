@@ -25,7 +25,8 @@ constexpr std::string_view TooManyLine = "'{}' holds more pictures than a disc c
 
 // 25 hours of I pictures alone at 30 frames a second. More is no video, and would fill the memory.
 constexpr std::size_t MostPictures = 2'700'000;
-constexpr std::uint64_t MostIndexBytes = std::uint64_t{64} * MostPictures;
+// A line has 48 bytes at most and stands for two pictures.
+constexpr std::uint64_t MostIndexBytes = std::uint64_t{24} * MostPictures;
 
 constexpr std::string_view FrameKey = "frame=";
 constexpr std::string_view OffsetKey = "offset=";
@@ -122,6 +123,21 @@ std::string_view WhyStale(const std::string& file, const PictureIndex& index, Us
   }
 }
 
+bool WriteCached(const PictureIndex& index, const std::string& name) {
+  std::error_code failed;
+  return !name.empty() &&
+         (std::filesystem::create_directories(std::filesystem::path(name).parent_path(), failed), !failed) &&
+         WriteAside(name, WritePictureIndex(index)) == 0;
+}
+
+// Whether the index was written after the file; also where there is no index.
+bool IsCurrent(const std::string& index, const std::string& file) {
+  std::error_code missing;
+  const auto source = std::filesystem::last_write_time(file, missing);
+  const auto written = std::filesystem::last_write_time(index, missing);
+  return missing || written >= source;
+}
+
 // Scans `file` and leaves its index on disk or in the store. False when the run ends here.
 bool IndexFile(const std::string& file, bool wantLetters, IndexStore& store, UserInterface& ui,
                FileIndex& result) {
@@ -144,11 +160,18 @@ bool IndexFile(const std::string& file, bool wantLetters, IndexStore& store, Use
     store.Keep(file, result.Index);
     return true;
   }
-  int refusal = WriteAside(IndexName(file), WritePictureIndex(result.Index));
+  result.Path = IndexName(file);
+  int refusal = WriteAside(result.Path, WritePictureIndex(result.Index));
+  if (refusal != 0 && WriteCached(result.Index, store.CachedName(file))) {
+    result.Path = store.CachedName(file);
+    result.State = IndexState::Built;
+    return true;
+  }
   if (refusal == 0 && wantLetters) {
     refusal = WriteAside(LettersName(file), result.Index.Letters + "\r\n");
   }
   result.State = refusal == 0 ? IndexState::Built : IndexState::KeptInMemory;
+  result.Path = refusal == 0 ? result.Path : std::string();
   if (refusal != 0 && store.Keep(file, result.Index)) {
     ui.Tell(MessageOf(message::IndexKeptInMemory, file, file, std::generic_category().message(refusal)));
   }
@@ -226,6 +249,20 @@ std::optional<PictureIndex> ScanPictures(Random& files, int slot, const IndexOpt
   return std::move(index);
 }
 
+// A hash of the whole path (FNV-1a) keeps files of one name apart.
+std::string IndexStore::CachedName(const std::string& file) const {
+  if (cacheFolder_.empty()) {
+    return {};
+  }
+  std::error_code failed;
+  const std::filesystem::path path = std::filesystem::absolute(file, failed).lexically_normal();
+  std::uint64_t hash = 0xCBF29CE484222325;
+  for (const char letter : path.string()) {
+    hash = (hash ^ static_cast<std::uint8_t>(letter)) * 0x100000001B3;
+  }
+  return fmt::format("{}/{:016x}-{}.qvi", cacheFolder_, hash, path.filename().string());
+}
+
 const PictureIndex* IndexStore::Find(const std::string& file) const {
   const auto found = kept_.find(file);
   return found == kept_.end() ? nullptr : &found->second;
@@ -241,18 +278,16 @@ std::optional<PictureIndex> FindPictureIndex(const std::string& file, const Inde
   if (const PictureIndex* kept = store.Find(file)) {
     return *kept;
   }
-  const auto text = ReadWhole(IndexName(file), MostIndexBytes);
+  auto text = ReadWhole(IndexName(file), MostIndexBytes);
+  if (const std::string cached = store.CachedName(file);
+      !text && !cached.empty() && IsCurrent(cached, file)) {
+    text = ReadWhole(cached, MostIndexBytes);
+  }
   return text ? std::optional(ReadPictureIndex(*text)) : std::nullopt;
 }
 
 bool IndexIsOlder(const std::string& file) {
-  std::error_code missing;
-  const auto index = std::filesystem::last_write_time(IndexName(file), missing);
-  if (missing) {
-    return false;
-  }
-  const auto source = std::filesystem::last_write_time(file, missing);
-  return !missing && index < source;
+  return !IsCurrent(IndexName(file), file);
 }
 
 IndexRun BuildPictureIndex(const std::vector<IndexSource>& files, const std::string& groupFile,

@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/random.h"
@@ -47,10 +48,14 @@ std::optional<PictureIndex> ScanPictures(Random& files, int slot, const IndexOpt
 // Indexes whose folder cannot be written, kept for the run.
 class IndexStore {
  public:
-  // With `inMemory` indexes are kept here without a word, and none is written.
-  explicit IndexStore(bool inMemory = false) : inMemory_(inMemory) {}
+  // With `inMemory` indexes are kept here without a word, and none is written. `cacheFolder`, which need not
+  // be there, takes those whose own folder cannot be written to; empty for none.
+  explicit IndexStore(bool inMemory = false, std::string cacheFolder = {})
+      : inMemory_(inMemory), cacheFolder_(std::move(cacheFolder)) {}
 
   bool InMemory() const { return inMemory_; }
+  // Where the index of the file goes in the cache folder; empty without one.
+  std::string CachedName(const std::string& file) const;
   const PictureIndex* Find(const std::string& file) const;
   // Whether this is the first one: told once a run.
   bool Keep(const std::string& file, PictureIndex index);
@@ -58,6 +63,7 @@ class IndexStore {
  private:
   std::map<std::string, PictureIndex> kept_;
   bool inMemory_;
+  std::string cacheFolder_;
 };
 
 struct IndexSource {
@@ -71,6 +77,7 @@ struct FileIndex {
   std::string Name;
   IndexState State = IndexState::NotIndexed;
   PictureIndex Index;
+  std::string Path = {};  // of the index that was written; empty where none was
 };
 
 struct IndexRun {
@@ -85,7 +92,8 @@ struct IndexRun {
 IndexRun BuildPictureIndex(const std::vector<IndexSource>& files, const std::string& groupFile,
                            IndexStore& store, UserInterface& ui, bool force = false);
 
-// The index of one file, kept or on disk; nothing where there is none.
+// The index of one file: kept, beside it, or in the cache folder where it is no older than the file; nothing
+// where there is none that can be read.
 std::optional<PictureIndex> FindPictureIndex(const std::string& file, const IndexStore& store);
 
 // Whether the file was written to after its index.

@@ -2,6 +2,7 @@
 
 #include "analysis/picture_index.h"
 #include "app/messages.h"
+#include "app/user_folders.h"
 #include "author/author.h"
 #include "check/check.h"
 #include "edit/chapter_analysis.h"
@@ -16,7 +17,7 @@ namespace {
 
 bool Load(const std::string& script, bool analyse, Project& project, UserInterface& ui) {
   const FileScanner scanner(SwitchFormRules, ui);
-  IndexStore store;
+  IndexStore store(false, CacheFolder(ProcessEnvironment));
   LoadOptions options{.Rules = SwitchFormRules, .Scanner = &scanner};
   if (analyse) {
     // A track that cannot be analysed is told and keeps its times; it is met again when it is authored.

@@ -59,10 +59,11 @@ void Reindex(const Project& project, std::size_t track, IndexStore& store, UserI
 }
 
 // Whether a disc may be made of what was loaded; what was found is told.
-bool Load(const AuthorArguments& arguments, Project& project, UserInterface& ui) {
+bool Load(const AuthorArguments& arguments, const std::string& cacheFolder, Project& project,
+          UserInterface& ui) {
   SilentBoxes quiet(ui);  // the findings hold what the load would say
   const FileScanner scanner(arguments.RulesUsed(), quiet);
-  IndexStore store(arguments.DryRun);
+  IndexStore store(arguments.DryRun, cacheFolder);
   LoadOptions options{.Rules = arguments.RulesUsed(), .Scanner = &scanner};
   options.AnalyseChapters = [&](Project& whole, std::size_t track) {
     if (arguments.Reindex) {
@@ -109,7 +110,7 @@ AuthorOrder OrderFrom(const AuthorArguments& arguments, const CommandContext& co
 AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& context, UserInterface& ui) {
   MessageRecorder loading(ui);
   Project project;
-  if (!Load(arguments, project, loading)) {
+  if (!Load(arguments, context.CacheFolder, project, loading)) {
     return {};
   }
   if (!arguments.LogFile.empty() &&

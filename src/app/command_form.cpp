@@ -110,7 +110,8 @@ int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, st
   CommandContext context{.Ui = ui,
                          .Out = out,
                          .Options = ReadUserSettings(SettingsFile(environment)),
-                         .LogFile = LogFile(environment)};
+                         .LogFile = LogFile(environment),
+                         .CacheFolder = CacheFolder(environment)};
   CLI::App program{std::string(Description), "quorvelant"};
   program.set_version_flag("--version", std::string("quorvelant ") + std::string(ProgramVersion()));
   program.footer(std::string(Footer));

@@ -24,8 +24,9 @@ inline constexpr int ExitUsage = 2;
 struct CommandContext {
   UserInterface& Ui;
   std::ostream& Out;
-  Settings Options;     // read already; never written back
-  std::string LogFile;  // empty where there is no place for one
+  Settings Options;              // read already; never written back
+  std::string LogFile;           // empty where there is no place for one
+  std::string CacheFolder = {};  // empty where there is no place for one
   int ExitStatus = ExitDone;
   bool Quiet = false;
 

@@ -57,14 +57,15 @@ bool IndexOne(const std::string& file, const IndexCommandOptions& options, Comma
   }
   context.Ui.Status("Indexing " + file);
   const bool lettersMissing = options.Pictures && !std::filesystem::exists(LettersName(file));
-  IndexStore store;
+  IndexStore store(false, context.CacheFolder);
   const IndexRun run = BuildPictureIndex({{file, false}}, options.Pictures ? file : std::string(), store,
                                          context.Ui, options.Force || lettersMissing);
   if (!run.Complete || run.Files.empty()) {
     return false;
   }
   const FileIndex& result = run.Files.front();
-  context.Report(fmt::format("{}: {}, {} frames, {} entries\n", IndexName(file), StateText(result.State),
+  context.Report(fmt::format("{}: {}, {} frames, {} entries\n",
+                             result.Path.empty() ? IndexName(file) : result.Path, StateText(result.State),
                              result.Index.TotalFrames, result.Index.Entries.size()));
   return result.State == IndexState::Built || result.State == IndexState::Reused;
 }

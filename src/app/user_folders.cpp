@@ -37,4 +37,8 @@ std::string LogFile(const EnvironmentLookup& environment) {
   return UserFile(environment, "XDG_STATE_HOME", ".local/state", "Quorvelant.LOG");
 }
 
+std::string CacheFolder(const EnvironmentLookup& environment) {
+  return UserFile(environment, "XDG_CACHE_HOME", ".cache", "indexes");
+}
+
 }  // namespace quorvelant

@@ -15,5 +15,7 @@ std::string ProcessEnvironment(const std::string& name);
 // below HOME. Empty where neither is set.
 std::string SettingsFile(const EnvironmentLookup& environment);
 std::string LogFile(const EnvironmentLookup& environment);
+// For indexes of files whose own folder cannot be written to.
+std::string CacheFolder(const EnvironmentLookup& environment);
 
 }  // namespace quorvelant

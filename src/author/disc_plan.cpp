@@ -5,12 +5,14 @@
 #include <map>
 #include <numeric>
 
+#include "author/messages.h"
 #include "author/mux_input.h"
 #include "check/button_check.h"
 #include "check/disc_limits.h"
 #include "check/source_judge.h"
 #include "check/subtitle_check.h"
 #include "codec/still_encoder.h"
+#include "model/keys.h"
 #include "mux/still_source.h"
 
 namespace quorvelant {
@@ -28,11 +30,31 @@ std::uint64_t SizeOf(const std::string& path) {
   return failed ? 0 : size;
 }
 
+// Of stills and slides that are shown for a time.
+std::int64_t HeldSeconds(const MuxInput& input) {
+  std::int64_t frames = 0;
+  for (const MuxVideoFile& file : input.Video) {
+    frames += file.HoldFlag ? file.HoldFrames : 0;
+  }
+  return frames / (input.Ntsc ? 30 : 25);
+}
+
+// The stamps of a track count 90,000 a second in 32 bits.
+void CheckLength(const MuxInput& input, DiscPlan& plan) {
+  constexpr std::int64_t MostSeconds = 47721;
+  if (const std::int64_t seconds = HeldSeconds(input); seconds > MostSeconds) {
+    Findings tooLong{MessageOf(message::TrackTooLong, TrackKey(static_cast<std::size_t>(input.TrackIndex)),
+                               input.Name, seconds / 3600, seconds / 60 % 60)};
+    Append(plan.Findings, ByRules(std::move(tooLong), plan.Rules));
+  }
+}
+
 void CountSources(const MuxInput& input, DiscPlan& plan) {
   for (const MuxVideoFile& file : input.Video) {
     plan.VideoBytes += file.ImageSource ? LargestStillBytes : SizeOf(file.Path);
   }
-  double seconds = 0;  // of the longest stream; without sound nothing is known of a track's length
+  // Of the longest stream; without sound nothing is known of a film's length.
+  auto seconds = static_cast<double>(HeldSeconds(input));
   for (const MuxAudioStream& stream : input.Audio) {
     const std::uint64_t bytes =
         std::accumulate(stream.DataBytes.begin(), stream.DataBytes.end(), std::uint64_t{0});
@@ -55,6 +77,7 @@ DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, SourceJ
   for (const TrackListRow& row : result.List) {
     result.Inputs.push_back(MakeMuxInput(source, row.Index, plan.Findings));
     CountSources(result.Inputs.back(), plan);
+    CheckLength(result.Inputs.back(), plan);
   }
   return result;
 }

@@ -66,6 +66,10 @@ inline constexpr MessageKind FilmBeyondRate{
 inline constexpr MessageKind WarningsForbidDisc{
     "warnings-forbid-disc", Severity::Error, "Strict",
     "There were warnings, and --strict makes them failures: no disc was made"};
+inline constexpr MessageKind TrackTooLong{
+    "track-too-long", Severity::Error, "Track Length",
+    R"(The pictures of track "{}" are held for {} hours and {} minutes; a player's clock starts anew after 13 )"
+    "hours and 15 minutes, and the disc stops there: hold them for less, or make several tracks"};
 inline constexpr MessageKind NoTitles{
     "no-titles", Severity::Error, "No Title Error",
     "There are NO titles in your DVD - please drag and drop track scenes onto a title PGC"};

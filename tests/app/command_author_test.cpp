@@ -6,6 +6,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <csignal>
 #include <filesystem>
@@ -13,6 +14,7 @@
 #include <sstream>
 #include <utility>
 
+#include "analysis/picture_index.h"
 #include "app/command_form.h"
 #include "app/console_ui.h"
 #include "base/text.h"
@@ -162,6 +164,20 @@ TEST_F(Runs, ADryRunAndAReadLeaveNoFile) {
     EXPECT_NE(entry.path().extension(), ".qvi");
   }
   EXPECT_FALSE(fs::exists(temp / "disc"));
+}
+
+TEST_F(Runs, AnIndexThatCannotStandBesideItsFileGoesIntoTheCache) {
+  const std::string film = temp / "film.m2v";
+  std::filesystem::copy_file(SourceFile("examples/media/first.m2v"), film);
+  std::filesystem::create_directory(film + ".qvi");
+  EXPECT_EQ(Run({"index", film}), ExitDone);
+  const IndexStore cache(false, temp / "quorvelant/indexes");
+  const auto index = FindPictureIndex(film, cache);
+  ASSERT_TRUE(index);
+  EXPECT_GT(index->TotalFrames, 0);
+  std::filesystem::last_write_time(film,
+                                   std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+  EXPECT_FALSE(FindPictureIndex(film, cache));
 }
 
 TEST_F(Runs, SignalsAskForAnOrderlyEnd) {

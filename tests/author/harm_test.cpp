@@ -135,6 +135,27 @@ TEST_F(HarmedRun, WithoutDescriptorsItEndsWithAWord) {
   EXPECT_EQ(outcome, "done");
 }
 
+TEST_F(HarmedRun, AHoldOfAHundredHoursIsRefusedBeforeAnythingIsWritten) {
+  Track& film = maker.Disc.Tracks[0];
+  film.TrackType = "SlideShow";
+  std::uint64_t needed = 0;
+  for (const auto& [time, code] : {std::pair{"00:00:10:00", ""},
+                                   {"13:15:00:00", ""},
+                                   {"13:16:00:00", "track-too-long"},
+                                   {"99:59:59:00", "track-too-long"}}) {
+    film.VideoPlays[0].SlideDuration = time;
+    const DiscPlan plan = PlanDisc(maker.Disc, Rules::Players, maker.Ui);
+    const bool found =
+        std::ranges::any_of(plan.Findings, [](const Message& one) { return one.Is(message::TrackTooLong); });
+    EXPECT_EQ(found, *code != '\0') << time;
+    EXPECT_GT(plan.NeededBytes(), needed);
+    needed = plan.NeededBytes();
+  }
+  EXPECT_GT(needed, std::uint64_t{1} << 30);
+  EXPECT_EQ(Author(), "track-too-long");
+  EXPECT_TRUE(maker.Files() == before);
+}
+
 // In a process without rights, since the limit does not hold for the system's own user.
 TEST_F(HarmedRun, WithoutThreadsItEndsWithAWord) {
   fs::permissions(maker.Temp.Path(), fs::perms::all);
