@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <functional>
 
+#include "author/messages.h"
 #include "disc_maker.h"
 #include "verify/messages.h"
 #include "verify/named_files.h"
