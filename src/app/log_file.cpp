@@ -1,5 +1,6 @@
 #include "app/log_file.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 
@@ -15,12 +16,9 @@ namespace {
 
 bool IsSourceOf(const Project& project, const std::string& file) {
   const auto isOneOf = [&](const auto& plays) {
-    for (const auto& play : plays) {
-      if (!play.File.empty() && IsSameFile(SystemPath(play.File, project.SourceFolder()), file)) {
-        return true;
-      }
-    }
-    return false;
+    return std::ranges::any_of(plays, [&](const auto& play) {
+      return !play.File.empty() && IsSameFile(SystemPath(play.File, project.SourceFolder()), file);
+    });
   };
   for (const Track& track : project.Tracks) {
     if (isOneOf(track.VideoPlays)) {

@@ -133,7 +133,7 @@ FolderLock::~FolderLock() {
   close(handle_);
 }
 
-void FolderLock::Write(const std::string& folderName) {
+void FolderLock::Write(const std::string& folderName) const {
   if (!ownFile_) {
     return;
   }

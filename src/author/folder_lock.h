@@ -39,7 +39,7 @@ class FolderLock {
  private:
   FolderLock(std::filesystem::path destination, int handle, bool ownFile);
   void ClearLeftover(UserInterface& ui) const;
-  void Write(const std::string& folderName);
+  void Write(const std::string& folderName) const;
 
   std::filesystem::path destination_;
   int handle_;    // -1 when moved from

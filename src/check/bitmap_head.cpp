@@ -13,7 +13,7 @@
 namespace quorvelant {
 namespace {
 
-using std::string_view_literals::operator""sv;
+using namespace std::string_view_literals;
 
 // The first bytes of the formats that are read.
 constexpr std::array Marks{"BM"sv,   "\x89PNG"sv, "\xFF\xD8"sv, "GIF8"sv, "II*\0"sv, "MM\0*"sv,

@@ -89,6 +89,9 @@ void Ac3Mender::OpenGap(bool broken) {
 std::int64_t Ac3Mender::LostInGap() const {
   const auto frame = static_cast<std::int64_t>(kind_.Bytes);
   const auto gap = static_cast<std::int64_t>(gapBytes_);
+  if (frame == 0) {
+    return 0;  // no frame was met yet
+  }
   return broken_ && gap % frame != 0 ? std::max<std::int64_t>(1, (gap + frame / 2) / frame) : gap / frame;
 }
 
