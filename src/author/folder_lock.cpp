@@ -193,7 +193,7 @@ std::optional<fs::path> FolderLock::MakeFolder(std::error_code& failed) {
   return std::nullopt;
 }
 
-void FolderLock::Forget() {
+void FolderLock::Forget() const {
   Write({});
 }
 

@@ -31,7 +31,7 @@ class FolderLock {
   // nothing, with the reason in `failed`.
   [[nodiscard]] std::optional<std::filesystem::path> MakeFolder(std::error_code& failed);
   // Leaves the folder that was made to the user: it is no leftover.
-  void Forget();
+  void Forget() const;
 
   // Where the disc before stands for a moment while that folder takes its place.
   [[nodiscard]] static std::filesystem::path FormerOf(const std::filesystem::path& made);
