@@ -158,7 +158,7 @@ inline constexpr MessageKind SubtitlesOverfill{"subtitles-overfill", Severity::E
 // Chapter marks.
 inline constexpr MessageKind MarkOpensNoCell{
     "mark-opens-no-cell", Severity::Error, ChapterMarkTitle,
-    "Scene \"{}\" of track \"{}\" opens no cell: its mark at frame {} {}. Players can't jump to it. {}"};
+    R"(Scene "{}" of track "{}" opens no cell: its mark at frame {} {}. Players can't jump to it. {})"};
 inline constexpr MessageKind MarkBeyondCells{
     "mark-beyond-cells", Severity::Error, ChapterMarkTitle,
     "Scene \"{}\" of track \"{}\" opens no cell: its mark at frame {} comes after the {} cells that a track "
