@@ -50,7 +50,13 @@ std::string Cached(std::string command, std::string_view kind, std::string_view 
   if (status != 0 || fs::file_size(aside, missing) == 0 || missing) {
     throw std::runtime_error(fmt::format("sample media not made by: {}\n{}", command, TempFolder::Read(log)));
   }
-  fs::rename(aside, wanted);
+  // Where another program was first its file stays: a run that reads it would end if it changed.
+  std::error_code taken;
+  fs::create_hard_link(aside, wanted, taken);
+  if (!fs::exists(wanted)) {
+    fs::rename(aside, wanted);  // on a file system without links
+  }
+  fs::remove(aside);
   fs::remove(log);
   return wanted.string();
 }

@@ -1,6 +1,6 @@
 // Sample media for every test program, made when it is first asked for by ffmpeg and mpeg2enc and kept in
 // build/media, for all builds of a checkout. Two calls with equal parameters give the same file; a file is
-// written aside and renamed, so programs that run side by side never see half of one.
+// written aside and then takes its name, so programs that run side by side never see half of one.
 #pragma once
 
 #include <optional>
