@@ -57,6 +57,7 @@ Findings CheckUnits(const VTS_P& entry) {
   for (const Lang_P* language : Live(entry.Lang)) {
     limit(message::TooManyPgcs, language->Key, language->Language, Live(language->PGC).size(), MostPgcs);
   }
+  limit(message::TooManyLanguages, entry.Key, entry.VTSName, Live(entry.Lang).size(), MostLanguages);
   std::size_t pgcs = 0;
   for (const Title_P* title : Live(entry.Title)) {
     pgcs += Live(title->PGC).size();

@@ -110,6 +110,8 @@ inline constexpr MessageKind TooManyCommands{"too-many-commands", Severity::Erro
                                              R"(PGC "{}" has {} commands; there can be {})"};
 inline constexpr MessageKind TooManyPgcs{"too-many-pgcs", Severity::Error, LimitTitle,
                                          R"("{}" has {} PGCs; there can be {})"};
+inline constexpr MessageKind TooManyLanguages{"too-many-languages", Severity::Error, LimitTitle,
+                                              R"(The menus of "{}" have {} languages; there can be {})"};
 inline constexpr MessageKind TooManyParts{
     "too-many-parts", Severity::Error, LimitTitle,
     R"(The title "{}" has {} programs, which are its parts; there can be {})"};

@@ -163,6 +163,8 @@ std::vector<Row> Rows() {
        "W audio-mixed Track.1.Audio1|"},
       {"PlaysAStreamThatIsNotThere", "Name=P|", "Name=P|Item=Audio Stream Decoding|Audio Stream 0 Decodes=5|",
        "E decoding-missing VTS1.TITLE1.PGC1|"},
+      {"TooManyLanguages", Title, Repeat(99, "Item=Language|LU=en|" + Root) + Title,
+       "E too-many-languages VTS1|"},
       {"SubtitlesWithoutEntries", SceneLine, "Item=SubPicture|StreamNumber=0|" + SceneLine,
        "W subpicture-stream-empty Track.0.Sub1|"},
       {"WideWithoutDisplay", "film.m2v", "wide.m2v", "W wide-letterboxed Track.0|",
@@ -249,9 +251,9 @@ class StructureTest : public testing::TestWithParam<Row> {
 };
 
 // Readers fail at these, but for the first; the others they play as it comes, or never come back from.
-constexpr std::array<std::string_view, 9> JudgedByReaders{
+constexpr std::array<std::string_view, 10> JudgedByReaders{
     "ADiscThatPlays", "FirstPlayWithNothing", "SetWithoutTitles", "TitleWithoutCells", "TitleBeyond",
-    "PartBeyond",     "ProgramOfAnother",     "CellOfAnother",    "SetBeyond"};
+    "PartBeyond",     "ProgramOfAnother",     "CellOfAnother",    "SetBeyond",         "TooManyLanguages"};
 
 TEST_P(StructureTest, IsRefusedForPlayersAndMadeWithAWarningByTradition) {
   const Row& row = GetParam();
