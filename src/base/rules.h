@@ -100,6 +100,8 @@ struct Rules {
   bool PgcLinksThroughTable = false;
   // ifo. The pan-scan subpicture numbers of 16:9 domains are those of the PGC; traditionally 0.
   bool PanScanSubNumbers = false;
+  // ifo. The tables count all eight channels of PCM; traditionally eight are written as one.
+  bool EightChannelsCounted = false;
   // ifo. A cell that does not go on where the one before it ended (the first of each VOB, and after a
   // jump within one) is marked as a discontinuity and never seamless; traditionally the project's flag
   // stands alone.
@@ -167,6 +169,7 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .RoundColours = true,
                                       .PgcLinksThroughTable = true,
                                       .PanScanSubNumbers = true,
+                                      .EightChannelsCounted = true,
                                       .MarkClockRestart = true,
                                       .LegiblePalette = true,
                                       .RefusesUnfitSources = true,

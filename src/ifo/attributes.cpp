@@ -62,11 +62,13 @@ disc::Number VideoAttributes(const VTS_P& entry, Domain domain, std::string_view
           bit(letterboxed, 2) | bit(title && pal && entry.TitleCameraMode, 0)};  // source, film mode
 }
 
-disc::Number AudioAttributes(const AudioMapRow& row, Domain domain) {
+disc::Number AudioAttributes(const AudioMapRow& row, Domain domain, const Rules& rules) {
   const bool title = domain == Domain::Title;
   const bool language = title && !row.Language.empty();
   const std::int32_t channels = row.ChannelCount - 1;
-  const std::uint64_t channelBits = channels >= 1 && channels <= 6 ? static_cast<std::uint64_t>(channels) : 0;
+  const std::int32_t mostBits = rules.EightChannelsCounted ? 7 : 6;
+  const std::uint64_t channelBits =
+      channels >= 1 && channels <= mostBits ? static_cast<std::uint64_t>(channels) : 0;
   const std::uint64_t extension = title ? CLsDVD::ExtensionIndex(row.Extension) : 0;  // the row is the code
   return {CodecBits(row.Format) << 61 | (language ? 0b00100ULL : 0) << 56 |  // codec, language follows
           QuantisationBits(row.Quantisation) << 54 | (row.SampleRate == 48 ? 0ULL : 0b010ULL) << 51 |

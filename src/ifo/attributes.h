@@ -15,7 +15,7 @@ namespace quorvelant {
 disc::Number VideoAttributes(const VTS_P& entry, Domain domain, std::string_view projectStandard);
 
 // AST_ATR, eight bytes. A menu stream has neither language nor extension.
-disc::Number AudioAttributes(const AudioMapRow& row, Domain domain);
+disc::Number AudioAttributes(const AudioMapRow& row, Domain domain, const Rules& rules);
 
 // SPST_ATR, six bytes.
 disc::Number SubpictureAttributes(const SubMapRow& row);

@@ -27,8 +27,8 @@ struct TitleStreamRows {
 
 // `standard` is the project's, for a domain without any picture.
 void PutStreams(const MenuStreamRows& rows, const VTS_P& entry, const DomainRecords& menu,
-                std::string_view standard, ByteSpan head);
+                std::string_view standard, const Rules& rules, ByteSpan head);
 void PutStreams(const TitleStreamRows& rows, const VTS_P& entry, const DomainRecords& titles,
-                std::string_view standard, ByteSpan head);
+                std::string_view standard, const Rules& rules, ByteSpan head);
 
 }  // namespace quorvelant

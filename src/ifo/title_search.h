@@ -19,7 +19,8 @@ struct WrittenSet {
 Bytes BuildTitleSearch(std::span<const WrittenSet> sets);
 
 // VTS_ATRT: the attributes of all title sets.
-Bytes BuildSetAttributes(std::span<const WrittenSet> sets, std::string_view projectStandard);
+Bytes BuildSetAttributes(std::span<const WrittenSet> sets, std::string_view projectStandard,
+                         const Rules& rules);
 
 // TT_PB_TY of a title.
 std::uint8_t PlaybackTypeOf(const Title_P& title);

@@ -30,7 +30,7 @@ Bytes BuildHead(const EntryRecords& menu, std::size_t titleSets, std::uint8_t re
   Put(head, vmgi::Side, disc::Number{1});
   Put(head, vmgi::TitleSets, disc::Number{titleSets});
   PutStreams(MenuStreamRows{vmgi::MenuVideo, vmgi::MenuAudioCount, vmgi::MenuAudio, vmgi::MenuSubCount},
-             menu.Entry, menu.Menu, menu.Standard(), head);
+             menu.Entry, menu.Menu, menu.Standard(), menu.Rules, head);
 
   const Bytes firstPlay = BuildFirstPlayPgc(menu.Disc.FirstPlay);
   Put(head, vmgi::FirstPlayPgc, disc::ByteOffset{vmgi::Size});
@@ -55,7 +55,7 @@ Bytes BuildVideoManagerIfo(const EntryRecords& menu, std::span<const WrittenSet>
   TableChain file(BuildHead(menu, sets.size(), regionMask));
   file.Add(vmgi::TitleSearch, BuildTitleSearch(sets));
   file.Add(vmgi::MenuUnits, BuildMenuUnits(menu));
-  file.Add(vmgi::SetAttributes, BuildSetAttributes(sets, menu.Standard()));
+  file.Add(vmgi::SetAttributes, BuildSetAttributes(sets, menu.Standard(), menu.Rules));
   file.Add(vmgi::MenuCells, BuildCellAddressTable(menu.Menu.Vobs));
   file.Add(vmgi::MenuVobus, BuildVobuMap(menu.Menu.Vobs));
   const std::uint32_t sectors = file.SectorCount().Value;

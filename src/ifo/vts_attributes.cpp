@@ -5,18 +5,19 @@
 namespace quorvelant {
 namespace {
 
-void PutRecord(const WrittenSet& set, std::string_view standard, ByteSpan record) {
+void PutRecord(const WrittenSet& set, std::string_view standard, const Rules& rules, ByteSpan record) {
   using namespace set_attributes;  // NOLINT(google-build-using-namespace): the rows below
   Put(record, Last, disc::ByteOffset{Size - 1});
   PutStreams(MenuStreamRows{MenuVideo, MenuAudioCount, MenuAudio, MenuSubCount}, *set.Entry, *set.Menu,
-             standard, record);
+             standard, rules, record);
   PutStreams(TitleStreamRows{TitleVideo, TitleAudioCount, TitleAudio, TitleSubCount, TitleSub}, *set.Entry,
-             *set.Title, standard, record);
+             *set.Title, standard, rules, record);
 }
 
 }  // namespace
 
-Bytes BuildSetAttributes(std::span<const WrittenSet> sets, std::string_view projectStandard) {
+Bytes BuildSetAttributes(std::span<const WrittenSet> sets, std::string_view projectStandard,
+                         const Rules& rules) {
   const std::size_t records = table_head::Size + 4 * sets.size();
   Bytes bytes(records + set_attributes::Size * sets.size());
   Put(bytes, table_head::Count, disc::Number{sets.size()});
@@ -24,7 +25,7 @@ Bytes BuildSetAttributes(std::span<const WrittenSet> sets, std::string_view proj
   for (std::size_t i = 0; i < sets.size(); ++i) {
     const std::size_t start = records + set_attributes::Size * i;
     PutBytes(bytes, table_head::Size + 4 * i, 4, start);
-    PutRecord(sets[i], projectStandard, ByteSpan(bytes).subspan(start, set_attributes::Size));
+    PutRecord(sets[i], projectStandard, rules, ByteSpan(bytes).subspan(start, set_attributes::Size));
   }
   return bytes;
 }

@@ -24,9 +24,9 @@ Bytes BuildHead(const EntryRecords& records) {
   Put(head, Version, disc::Number{FormatVersion});
   Put(head, MatLast, disc::ByteOffset{Size - 1});
   PutStreams(MenuStreamRows{MenuVideo, MenuAudioCount, MenuAudio, MenuSubCount}, records.Entry, records.Menu,
-             records.Standard(), head);
+             records.Standard(), records.Rules, head);
   PutStreams(TitleStreamRows{TitleVideo, TitleAudioCount, TitleAudio, TitleSubCount, TitleSub}, records.Entry,
-             records.Title, records.Standard(), head);
+             records.Title, records.Standard(), records.Rules, head);
   return head;
 }
 

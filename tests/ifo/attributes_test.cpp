@@ -46,15 +46,18 @@ TEST(Attributes, AudioBytes) {
     AudioMapRow Row;
     Domain Of;
     std::uint64_t Value;
+    const Rules& By = Rules::Players;
   } cases[] = {
       {{"English", 48, "Directors Comments", 2, "AC3", 1, 0, 0}, Domain::Title, 0x04C1'656E'0003'0000},
       {{"English", 48, "Directors Comments", 2, "AC3", 1, 0, 0}, Domain::Menu, 0x00C1'0000'0000'0000},
       {{"None Specified", 96, "Directors Comments", 6, "PCM", 1, 0, 20},
        Domain::Title,
        0x8455'0000'0003'0000},
+      {{"", 48, "unknown", 8, "PCM", 1, 0, 16}, Domain::Menu, 0x8007'0000'0000'0000},
+      {{"", 48, "unknown", 8, "PCM", 1, 0, 16}, Domain::Menu, 0x8000'0000'0000'0000, Rules::Classic},
       {{"", 48, "unknown", 1, "DTS", 1, 0, 16}, Domain::Title, 0xC000'0000'0000'0000}};
-  for (const auto& [row, domain, value] : cases) {
-    EXPECT_EQ(AudioAttributes(row, domain).Value, value) << row.Format;
+  for (const auto& [row, domain, value, rules] : cases) {
+    EXPECT_EQ(AudioAttributes(row, domain, rules).Value, value) << row.Format;
   }
 }
 

@@ -96,7 +96,7 @@ TEST(WholeFiles, TheManagerTellsVersionRegionsAndEightStreamsAtMost) {
   const Bytes vmg = BuildVideoManagerIfo(manager, std::array{set}, 0x80);
   EXPECT_EQ(std::string(vmg.begin() + 0x40, vmg.begin() + 0x45), std::string("NOLV\0", 5));
   EXPECT_EQ(At(vmg, 0x20, 4), 0x00110080U);
-  EXPECT_EQ(At(BuildSetAttributes(std::array{set}, "PAL"), 12 + 264, 4), 0x53000008U);
+  EXPECT_EQ(At(BuildSetAttributes(std::array{set}, "PAL", Rules::Players), 12 + 264, 4), 0x53000008U);
 }
 
 TEST(RegionMask, SetBitsForbid) {
