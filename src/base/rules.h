@@ -91,6 +91,9 @@ struct Rules {
 
   // subpicture. What is see-through in a bitmap is background; traditionally it is laid on white.
   bool SeeThroughIsBackground = false;
+  // subpicture. A pixel of none of the four colours is what the nearest of them is; traditionally it is
+  // background, and smoothed letters lose their fill.
+  bool OddPixelsTakeNearest = false;
 
   // codec. Colours to planes round to the nearest step; traditionally they are cut.
   bool RoundColours = false;
@@ -166,6 +169,7 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .StopDelayOnClock = true,
                                       .ScriptForcesUnits = true,
                                       .SeeThroughIsBackground = true,
+                                      .OddPixelsTakeNearest = true,
                                       .RoundColours = true,
                                       .PgcLinksThroughTable = true,
                                       .PanScanSubNumbers = true,

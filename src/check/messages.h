@@ -224,9 +224,9 @@ inline constexpr MessageKind SubtitleOutside{
 inline constexpr MessageKind SubtitleOddPixels{
     "subtitle-odd-pixels", Severity::Warning, SubtitleTitle,
     "'{}': {} pixels of {} bitmaps of this stream, of which it is the first, have none of the four colours "
-    "Conversion(Bg), (P), (E1), (E2), and show as background: letters lose their edges. Draw without "
-    "smoothing, "
-    "or give each colour of the bitmap a Conversion"};
+    "Conversion(Bg), (P), (E1), (E2), and show as {}. Draw without smoothing, or give each colour of the "
+    "bitmap "
+    "a Conversion"};
 inline constexpr MessageKind SubtitleWithoutFile{"subtitle-without-bitmap", Severity::Warning, SubtitleTitle,
                                                  "the subtitle has no bitmap"};
 inline constexpr MessageKind SubtitleIndexBeyond{"subtitle-index-beyond", Severity::Warning, SubtitleTitle,

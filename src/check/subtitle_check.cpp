@@ -114,7 +114,11 @@ void StreamCheck::CountOddPixels(const SPURecord& record, const EncodedBitmap& b
 
 void StreamCheck::TellOddPixels() {
   if (oddBitmaps_ > 0) {
-    Add(message::SubtitleOddPixels, firstOdd_, stream_.SubPlays[firstOdd_].File, oddPixels_, oddBitmaps_);
+    const std::string_view become = context_.Rules.OddPixelsTakeNearest
+                                        ? "what has the nearest of them: letters have jagged edges"
+                                        : "background: letters lose their edges";
+    Add(message::SubtitleOddPixels, firstOdd_, stream_.SubPlays[firstOdd_].File, oddPixels_, oddBitmaps_,
+        become);
   }
 }
 

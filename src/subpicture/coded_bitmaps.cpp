@@ -24,7 +24,8 @@ constexpr std::size_t RecordsAThread = 16;
 
 CodedBitmaps::Key CodedBitmaps::KeyOf(const SPURecord& record, bool ntsc) {
   const ConversionColors& colors = record.Conversion;
-  return {record.File, colors.Pattern, colors.Emphasis1, colors.Emphasis2, record.X1, record.Y1, ntsc};
+  return {record.File,       colors.Pattern, colors.Emphasis1, colors.Emphasis2,
+          colors.Background, record.X1,      record.Y1,        ntsc};
 }
 
 const EncodedBitmap* CodedBitmaps::Find(const SPURecord& record, bool ntsc) const {

@@ -31,7 +31,7 @@ class CodedBitmaps {
  private:
   struct Key {
     std::string File;
-    Color Pattern, Emphasis1, Emphasis2;
+    Color Pattern, Emphasis1, Emphasis2, Background;
     int X1, Y1;
     bool Ntsc;
     // NOLINTNEXTLINE(modernize-use-nullptr, readability-implicit-bool-conversion): no pointer, no bool

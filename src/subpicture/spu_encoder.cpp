@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -56,9 +57,11 @@ int EqualPixels(const std::uint8_t* at, const std::uint8_t* end) {
   return static_cast<int>((next - at) / 3);
 }
 
-// Background by no colour of its own.
+// Shown pixels of none of the four colours.
 struct OddColors {
-  std::size_t Pixels = 0;
+  Color Corner = 0;  // of the first pixel that shows
+  std::size_t CornerPixels = 0;
+  std::size_t Pixels = 0;  // those of the corner's colour among them
   std::optional<Color> First;
   bool Several = false;
   bool BackgroundShows = false;
@@ -68,19 +71,52 @@ struct OddColors {
       BackgroundShows = true;
       return;
     }
-    Several = Several || First.value_or(color) != color;
-    First = color;
+    First = First.value_or(color);
+    Several = Several || *First != color;
     Pixels += static_cast<std::size_t>(pixels);
+    CornerPixels += color == Corner ? static_cast<std::size_t>(pixels) : 0;
   }
+  // Without one pixel of the background's colour, what the corner has is the background, or all of them are
+  // where they are of one colour.
+  bool CornerIsBackground() const { return !BackgroundShows && CornerPixels > 0; }
+  std::size_t Count() const { return BackgroundShows ? Pixels : Several ? Pixels - CornerPixels : 0; }
 };
 
-void EncodeRow(const std::uint8_t* pixels, int width, const ConversionColors& conversion, RunWriter& field,
-               OddColors& odd) {
+int SquaredDistance(Color a, Color b) {
+  int sum = 0;
+  for (const unsigned shift : {0U, 8U, 16U}) {
+    const int difference = static_cast<int>(a >> shift & 0xFFU) - static_cast<int>(b >> shift & 0xFFU);
+    sum += difference * difference;
+  }
+  return sum;
+}
+
+// Of colours at one distance the one that counts first, as PixelToCode has it.
+PixelCode NearestCode(Color color, const ConversionColors& conversion) {
+  const std::pair<PixelCode, Color> painted[] = {{PixelCode::Pattern, conversion.Pattern},
+                                                 {PixelCode::Emphasis2, conversion.Emphasis2},
+                                                 {PixelCode::Emphasis1, conversion.Emphasis1}};
+  PixelCode nearest = PixelCode::Background;
+  int least = conversion.BackgroundIsPainted || color == conversion.Background
+                  ? SquaredDistance(color, conversion.Background) + 1
+                  : std::numeric_limits<int>::max();
+  for (const auto& [code, own] : painted) {
+    if (const int distance = SquaredDistance(color, own); distance < least) {
+      nearest = code;
+      least = distance;
+    }
+  }
+  return nearest;
+}
+
+// `codeOf` gives the code of a colour; `odd` counts what is coded as background.
+void EncodeRow(const std::uint8_t* pixels, int width, const ConversionColors& conversion, const auto& codeOf,
+               RunWriter& field, OddColors& odd) {
   const std::uint8_t* const end = pixels + std::size_t{3} * static_cast<std::size_t>(width);
-  PixelCode open = PixelToCode(ColorAt(pixels), conversion);
+  PixelCode open = codeOf(ColorAt(pixels), conversion);
   unsigned length = 0;
   while (pixels < end) {
-    const PixelCode code = PixelToCode(ColorAt(pixels), conversion);
+    const PixelCode code = codeOf(ColorAt(pixels), conversion);
     if (code != open) {
       field.Run(length, open);
       open = code;
@@ -104,20 +140,39 @@ bool InFirstField(const BitmapWindow& window, int line, BitmapReading reading) {
 }
 
 EncodedBitmap EncodeRows(const Picture& picture, const ClippedBitmap& clip,
-                         const ConversionColors& conversion, BitmapReading reading) {
+                         const ConversionColors& conversion, BitmapReading reading, const auto& codeOf,
+                         OddColors& odd) {
   EncodedBitmap encoded;
   encoded.Area = clip.Area;
   RunWriter fieldA(encoded.FieldA);
   RunWriter fieldB(encoded.FieldB);
-  OddColors odd;
   for (int line = 0; line < clip.Window.Rows(); ++line) {
     const int pictureRow = picture.Height - 1 - (clip.Window.LastRow - line);
     const std::uint8_t* pixels =
         picture.Row(pictureRow) + std::size_t{3} * static_cast<std::size_t>(clip.Window.FirstCol);
-    EncodeRow(pixels, clip.Window.Width(), conversion,
+    if (line == 0) {
+      odd.Corner = ColorAt(pixels);
+    }
+    EncodeRow(pixels, clip.Window.Width(), conversion, codeOf,
               InFirstField(clip.Window, line, reading) ? fieldA : fieldB, odd);
   }
-  encoded.OddPixels = odd.Several || odd.BackgroundShows ? odd.Pixels : 0;
+  return encoded;
+}
+
+// The rows, and how many pixels have none of the four colours.
+EncodedBitmap EncodeWindow(const Picture& picture, const ClippedBitmap& clip, ConversionColors conversion,
+                           BitmapReading reading, bool toNearest) {
+  OddColors odd;
+  EncodedBitmap encoded = EncodeRows(picture, clip, conversion, reading, PixelToCode, odd);
+  if (toNearest && odd.Count() > 0) {
+    if (odd.CornerIsBackground()) {
+      conversion.Background = odd.Corner;
+      conversion.BackgroundIsPainted = true;
+    }
+    OddColors left;
+    encoded = EncodeRows(picture, clip, conversion, reading, NearestCode, left);
+  }
+  encoded.OddPixels = odd.Count();
   return encoded;
 }
 
@@ -151,9 +206,10 @@ std::optional<EncodedBitmap> EncodeSPUBitmap(const Picture& picture, const Conve
                                              int x1, int y1, bool ntsc, const Rules& rules) {
   const BitmapReading reading =
       rules.BitmapsAsPainted ? BitmapReading::AsPainted : BitmapReading::Traditional;
+  const bool toNearest = rules.OddPixelsTakeNearest;
   auto clip = ClipBitmap(picture.Width, picture.Height, x1, y1, ntsc, reading);
   if (!clip || reading == BitmapReading::AsPainted) {
-    return clip ? std::optional(EncodeRows(picture, *clip, conversion, reading)) : std::nullopt;
+    return clip ? std::optional(EncodeWindow(picture, *clip, conversion, reading, toNearest)) : std::nullopt;
   }
   Picture changed;  // the bitmap itself is never changed
   const Picture* source = &picture;
@@ -169,7 +225,7 @@ std::optional<EncodedBitmap> EncodeSPUBitmap(const Picture& picture, const Conve
     changed = ShearRows(*source);
     source = &changed;
   }
-  return EncodeRows(*source, *clip, conversion, reading);
+  return EncodeWindow(*source, *clip, conversion, reading, toNearest);
 }
 
 Bytes BuildSPU(const SPURecord& record, const EncodedBitmap& bitmap) {
@@ -221,6 +277,7 @@ EncodedBitmap LoadSPUBitmap(PictureLoader& pictures, const SPURecord& record, bo
   while (rules.SeeThroughIsBackground &&
          PixelToCode(conversion.Background, conversion) != PixelCode::Background) {
     ++conversion.Background;
+    conversion.BackgroundIsPainted = false;
   }
   const Picture picture = rules.SeeThroughIsBackground ? pictures.LoadOver(record.File, conversion.Background)
                                                        : pictures.Load(record.File);

@@ -21,12 +21,13 @@ struct EncodedBitmap {
   Bytes FieldA;  // the lines that are shown first
   Bytes FieldB;
   DisplayArea Area;
-  // Shown pixels of none of the four colours, as smoothed edges have them. 0 where all are of one colour and
-  // no pixel is of the background's: then it is the background.
+  // Shown pixels of none of the four colours, as smoothed edges have them. Where no pixel is of the
+  // background's, the corner's colour is the background, or the one that all of them have.
   std::size_t OddPixels = 0;
 };
 
-// Compared exactly, in this order: pattern, emphasis 2, emphasis 1; anything else is background.
+// Compared exactly, in this order: pattern, emphasis 2, emphasis 1; anything else is background. By the rules
+// of players such a pixel is then what the nearest of the four colours is.
 PixelCode PixelToCode(Color color, const ConversionColors& conversion);
 
 // Clips the bitmap, placed at (x1, y1), to the picture and codes its rows. Nothing when no line shows.

@@ -15,6 +15,8 @@ struct ConversionColors {
   Color Emphasis1 = 0;
   Color Emphasis2 = 0;
   Color Background = 0;
+  // Whether what is painted may be background by its colour; otherwise only what is see-through is.
+  bool BackgroundIsPainted = true;
 };
 
 struct SPURecord {

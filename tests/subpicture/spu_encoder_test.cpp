@@ -87,6 +87,43 @@ TEST(EncodeSPUBitmap, OddSizesUnderBothRules) {
   }
 }
 
+// One line each, smoothed, and the sharp one that it is for players.
+TEST(EncodeSPUBitmap, OddPixelsTakeTheNearestForPlayers) {
+  constexpr ConversionColors Own{.Pattern = 0xFFFFFF, .Background = 1, .BackgroundIsPainted = false};
+  const struct {
+    const char* Name;
+    std::vector<Color> Smoothed;
+    const ConversionColors& By;
+    const char* Sharp;
+    std::size_t Odd;
+    const char* Classic;
+  } cases[] = {
+      {"black shows", {0x000000, 0x303030, 0x606060, 0xD0D0D0, 0x10E010}, Colors, "..epE", 4, "....."},
+      {"a corner is the background", {0x00C0C0, 0x00C0C0, 0xE0E0E0, 0xFFFFFF}, Colors, "..pp", 1, "...p"},
+      {"one colour alone", {0xFFFFFF, 0xE0E0E0, 0xE0E0E0}, Colors, "p..", 0, "p.."},
+      {"see-through parts", {0x000000, 0x202020, 0xE0E0E0, 0x000001}, Own, "EEp.", 2, "E..."},
+  };
+  for (const auto& test : cases) {
+    for (const bool toNearest : {true, false}) {
+      SCOPED_TRACE(test.Name);
+      Rules rules = Rules::Players;
+      rules.OddPixelsTakeNearest = toNearest;
+      Picture picture(static_cast<int>(test.Smoothed.size()), 2);
+      for (int x = 0; x < picture.Width; ++x) {
+        picture.Set(x, 0, test.Smoothed[static_cast<std::size_t>(x)]);
+        picture.Set(x, 1, test.Smoothed[0]);
+      }
+      const auto encoded = EncodeSPUBitmap(picture, test.By, 0, 0, false, rules);
+      const std::string sharp = toNearest ? test.Sharp : test.Classic;
+      const auto expected =
+          EncodeSPUBitmap(Paint({sharp, std::string(sharp.size(), '.')}), Colors, 0, 0, false, rules);
+      ASSERT_TRUE(encoded && expected);
+      EXPECT_EQ(encoded->FieldA, expected->FieldA);
+      EXPECT_EQ(encoded->OddPixels, test.Odd);
+    }
+  }
+}
+
 SPURecord RecordWith(std::uint32_t stopDelay, bool forced) {
   SPURecord record;
   record.ColorIndexes = {1, 2, 3, 4};
