@@ -109,8 +109,8 @@ void CheckStills(const MuxInput& input, DiscPlan& plan, PictureLoader& pictures,
 
 void CheckPictures(DiscPlan& plan, PictureLoader& pictures, SourceJudge& judge, UserInterface& ui) {
   const SubtitleChecks checks{.Rules = plan.Rules,
-                              .Pictures = pictures,
                               .Ui = ui,
+                              .Pictures = &pictures,
                               .SourceFolder = plan.Disc->SourceFolder(),
                               .MuxedOnly = true,
                               .Coded = &plan.Coded};

@@ -159,13 +159,14 @@ void SourceChecker::CheckTrack(std::size_t index) {
   Append(findings_, CheckButtonLinks(track, index));
   if (!Opens()) {
     CheckSubtitleFiles(track, index);
-    return;
   }
   Append(findings_,
          CheckSubtitles(
              track, index,
-             {.Rules = rules_, .Pictures = *pictures_, .Ui = ui_, .SourceFolder = project_.SourceFolder()}));
-  Append(findings_, CheckButtons(track, index));
+             {.Rules = rules_, .Ui = ui_, .Pictures = pictures_, .SourceFolder = project_.SourceFolder()}));
+  if (Opens()) {
+    Append(findings_, CheckButtons(track, index));
+  }
 }
 
 Findings SourceChecker::Run() {

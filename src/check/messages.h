@@ -240,8 +240,10 @@ inline constexpr MessageKind SubtitleWithoutDuration{
 inline constexpr MessageKind SubtitlesOutOfOrder{"subtitles-out-of-order", Severity::Error, SubtitleTitle,
                                                  "the subtitle starts ({}) before the one ahead of it ({})"};
 inline constexpr MessageKind SubtitlesStartTogether{
-    "subtitles-start-together", Severity::Warning, SubtitleTitle,
-    "the subtitle starts with the one ahead of it ({}), which never shows"};
+    "subtitles-start-together", Severity::Error, SubtitleTitle,
+    "the subtitle starts with the one before it ({}), and players show one of the two, or none: let them "
+    "start "
+    "at different times, put one into a stream of its own, or paint both in one bitmap"};
 inline constexpr MessageKind SubtitlesOverlap{
     "subtitles-overlap", Severity::Warning, SubtitleTitle,
     "the subtitle starts ({}) before the one ahead of it ends ({})"};

@@ -32,6 +32,8 @@ class StreamCheck {
   Findings Run();
 
  private:
+  bool Still() const { return EqualNoCase(track_.TrackType, "Still"); }
+  bool CheckOrder(std::size_t entry, const PlaySpan& span, const PlaySpan& earlier);
   void CheckTimes(std::size_t entry, const PlaySpan& span, const std::optional<PlaySpan>& earlier);
   void CheckIndexes(const SPURecord& record);
   void CheckBitmap(const SPURecord& record);
@@ -55,6 +57,20 @@ class StreamCheck {
   std::size_t firstOdd_ = 0;  // entry
 };
 
+// Whether the entry starts after the one before it. Traditionally only films were held to the order.
+bool StreamCheck::CheckOrder(std::size_t entry, const PlaySpan& span, const PlaySpan& earlier) {
+  const std::size_t told = findings_.size();
+  if (span.Start == earlier.Start) {
+    Add(message::SubtitlesStartTogether, entry, times_.Timecode(span.Start));
+  } else if (span.Start < earlier.Start) {
+    Add(message::SubtitlesOutOfOrder, entry, times_.Timecode(span.Start), times_.Timecode(earlier.Start));
+  }
+  if (told < findings_.size() && (Still() || span.Start == earlier.Start)) {
+    findings_.back() = ByRules({findings_.back()}, context_.Rules).front();
+  }
+  return told == findings_.size();
+}
+
 // A start against the one before it, and the end of what is before it.
 void StreamCheck::CheckTimes(std::size_t entry, const PlaySpan& span,
                              const std::optional<PlaySpan>& earlier) {
@@ -65,11 +81,7 @@ void StreamCheck::CheckTimes(std::size_t entry, const PlaySpan& span,
   } else if (span.End == span.Start) {
     Add(message::SubtitleWithoutDuration, entry);
   }
-  if (earlier && span.Start < earlier->Start) {
-    Add(message::SubtitlesOutOfOrder, entry, start, times_.Timecode(earlier->Start));
-  } else if (earlier && span.Start == earlier->Start) {
-    Add(message::SubtitlesStartTogether, entry, start);
-  } else if (earlier && span.Start < earlier->End) {
+  if (earlier && CheckOrder(entry, span, *earlier) && span.Start < earlier->End) {
     Add(message::SubtitlesOverlap, entry, start, times_.Timecode(earlier->End));
   }
   if (times_.StartsPastEnd(span.Start)) {
@@ -97,7 +109,7 @@ void StreamCheck::MakeUnitOf(const SPURecord& record) {
     CountOddPixels(record, *coded);
     return;
   }
-  const EncodedBitmap bitmap = LoadSPUBitmap(context_.Pictures, record, ntsc, context_.Rules);
+  const EncodedBitmap bitmap = LoadSPUBitmap(*context_.Pictures, record, ntsc, context_.Rules);
   MakeUnit(record, bitmap);
   CountOddPixels(record, bitmap);
   if (context_.Coded != nullptr) {
@@ -145,22 +157,25 @@ Findings StreamCheck::Run() {
   const TrackClock clock{.FramesPerSecond = times_.FramesPerSecond};
   const std::vector<SPURecord> records =
       PrepareSPURecords(stream_, {}, clock, {.SourceFolder = context_.SourceFolder});
-  if (context_.Coded != nullptr) {
+  if (context_.Coded != nullptr && context_.Pictures != nullptr) {
     CodeAhead(records, times_.IsNtsc(), context_.Rules, context_.Ui, *context_.Coded);
   }
-  const bool still = EqualNoCase(track_.TrackType, "Still");
   std::optional<PlaySpan> earlier;
   for (const SPURecord& record : records) {
     if (context_.Ui.StopRequested()) {
       break;
     }
     const PlaySpan span = SpanOf(stream_.SubPlays[record.Entry], times_.FramesPerSecond);
-    if (!still) {
+    if (!Still()) {
       CheckTimes(record.Entry, span, earlier);
+    } else if (earlier) {
+      CheckOrder(record.Entry, span, *earlier);
     }
     earlier = span;
     CheckIndexes(record);
-    CheckBitmap(record);
+    if (context_.Pictures != nullptr) {
+      CheckBitmap(record);
+    }
   }
   TellOddPixels();
   return std::move(findings_);

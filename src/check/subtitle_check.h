@@ -16,11 +16,11 @@ namespace quorvelant {
 // What the check needs besides the track.
 struct SubtitleChecks {
   quorvelant::Rules Rules;
-  PictureLoader& Pictures;
   UserInterface& Ui;
-  std::string SourceFolder = {};  // relative bitmap paths count from here
-  bool MuxedOnly = false;         // streams that go on the disc, by their marks
-  CodedBitmaps* Coded = nullptr;  // takes what was coded, for the multiplexer
+  PictureLoader* Pictures = nullptr;  // without one no bitmap is looked at
+  std::string SourceFolder = {};      // relative bitmap paths count from here
+  bool MuxedOnly = false;             // streams that go on the disc, by their marks
+  CodedBitmaps* Coded = nullptr;      // takes what was coded, for the multiplexer
 };
 
 // Checks times, colours and bitmaps of the track of that index; every bitmap is loaded and coded. A finding's

@@ -94,7 +94,8 @@ std::vector<Row> Rows() {
        "Selection Color=0 2 0 0|Action Color=0, 2, 0, 0|Item=Audio Play List|AudioLanguage=german |",
        "W doubtful-value p.qvp:4|W doubtful-value p.qvp:6|W doubtful-value p.qvp:8|W doubtful-value "
        "p.qvp:10|W "
-       "doubtful-value p.qvp:12|E audio-kind-unknown Audio1|"},
+       "doubtful-value p.qvp:12|E audio-kind-unknown Audio1|W subtitle-without-bitmap Sub1 (Track_1) entry "
+       "1|"},
       {"Command", Pgc + "Item=PreCommands|Command=Frobnicate|", "W command-unknown PGC1 Pre1|"},
       {"UnknownScene", Pgc + CellOfS, "E scene-unknown CELL1|W cell-left-out PGC1|"},
       {"UnknownPalette", Pgc + "PaletteUsed=Q|", "W palette-unknown PGC1|"},
@@ -161,7 +162,7 @@ std::vector<Row> Rows() {
       {"TimesOfSubtitles",
        Subtitles + Sub("01:00", "01:00") + Sub("01:10", "01:20") + Sub("01:05", "02:20") +
            Sub("01:05", "02:20") + Sub("06:00", "00:00") + Sub("09:00", "01:01") + Sub("10:00", "00:00"),
-       "W subtitles-overlap Sub1+2|E subtitles-out-of-order Sub1+3|W subtitles-start-together Sub1+4|W "
+       "W subtitles-overlap Sub1+2|E subtitles-out-of-order Sub1+3|E subtitles-start-together Sub1+4|W "
        "subtitle-without-duration Sub1+5|W subtitle-ends-past-end Sub1+6|W subtitle-without-duration "
        "Sub1+7|W subtitles-overlap Sub1+7|W subtitle-starts-past-end Sub1+7|",
        true},

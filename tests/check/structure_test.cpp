@@ -52,10 +52,12 @@ std::string Other(std::string_view film, std::string_view sound) {
 
 // Buttons and the marks that show them, on the track; and the commands of the cell.
 const std::string SceneLine = "Item=Scene|Name=s|";
+const std::string Subtitle =
+    "Item=SubPicture Play|File=marks.bmp|Start=00:00:00:00|Duration=00:00:01:00|Forced=Yes|"
+    "Conversion(P)=255,255,255|";
 const std::string Overlay =
-    "Item=SubPicture|StreamNumber=0|Item=SubPicture "
-    "Play|File=marks.bmp|Start=00:00:00:00|Duration=00:00:01:00|"
-    "Forced=Yes|Conversion(P)=255,255,255|Item=Highlight Play|Start Time To Video=00:00:00:00|"
+    "Item=SubPicture|StreamNumber=0|" + Subtitle +
+    "Item=Highlight Play|Start Time To Video=00:00:00:00|"
     "Duration=00:00:01:00|Item=Button|Name=A|Highlight Area #1=0,0,9,9|Item=Button|Name=B|"
     "Highlight Area #1=20,0,29,9|";
 const std::string MenuPlay = "Item=Menu Play|";
@@ -86,6 +88,8 @@ Row InTitle(std::string name, const std::string& command, std::string found, con
 }
 
 std::vector<Row> Rows() {
+  const std::string twoSubtitles = "Item=SubPicture|StreamNumber=0|" + Subtitle + Subtitle;
+  const std::string together = "E subtitles-start-together Track.0.Sub1 (F) entry 2|";
   const std::string noFirst = "E first-play-leads-nowhere FirstPGC|";
   const std::string inFirst = "E target-missing FirstPGC FirstPGC1|";
   const std::string inManager = "E target-missing VMG1.LANGUAGE1.PGC1 Pre1|";
@@ -97,6 +101,11 @@ std::vector<Row> Rows() {
   const std::string film = "Item=Video Play|VideoFile=film.m2v|";
   const std::string cell = "VTS1.TITLE1.PGC1.PG1.CELL1|";
   const std::string dark = "W palette-dark VTS1.TITLE1.PGC1|";
+  std::string notMuxed;
+  for (int stream = 5; stream <= 32; ++stream) {
+    notMuxed += fmt::format("W stream-not-multiplexed Track.0.Sub{}|", stream);
+  }
+  notMuxed += dark;
   return {
       {"ADiscThatPlays", "", "", ""},
       {"FirstPlayWithNothing", First, "Item=FirstPGC|", noFirst},
@@ -154,6 +163,8 @@ std::vector<Row> Rows() {
        "E too-many-parts VTS1.TITLE2|"},
       {"TooManyPgcs", Title, Repeat(999, "Item=PGC|Name=M{}|StillTime=255|") + Title,
        "E too-many-pgcs VTS1.LANGUAGE1|"},
+      {"TooManyLanguages", Title, Repeat(99, "Item=Language|LU=en|" + Root) + Title,
+       "E too-many-languages VTS1|"},
 
       {"ColoursAt422", "film.m2v", "422.m2v", "E video-colour-sampling Track.0.Video1|"},
       {"TwoAspects", "", Other(wide, "a.ac3"), "E video-mixed Track.1|"},
@@ -163,10 +174,17 @@ std::vector<Row> Rows() {
        "W audio-mixed Track.1.Audio1|"},
       {"PlaysAStreamThatIsNotThere", "Name=P|", "Name=P|Item=Audio Stream Decoding|Audio Stream 0 Decodes=5|",
        "E decoding-missing VTS1.TITLE1.PGC1|"},
-      {"TooManyLanguages", Title, Repeat(99, "Item=Language|LU=en|" + Root) + Title,
-       "E too-many-languages VTS1|"},
       {"SubtitlesWithoutEntries", SceneLine, "Item=SubPicture|StreamNumber=0|" + SceneLine,
        "W subpicture-stream-empty Track.0.Sub1|"},
+      {"AllSubpictureStreams", Disc,
+       Replace(Disc, SceneLine, Repeat(32, "Item=SubPicture|StreamNumber={}|" + Subtitle) + SceneLine), "",
+       notMuxed},
+      {"TwoSubtitlesAtOnce", Disc, Replace(Disc, SceneLine, twoSubtitles + SceneLine), together,
+       dark + Replace(together, "E ", "W ")},
+      {"TwoSubtitlesOfAStill", Disc,
+       Replace(Replace(Disc, SceneLine, twoSubtitles + SceneLine), "Item=Video Play|VideoFile=film.m2v",
+               "Item=Still Play|VideoFile=page.bmp"),
+       together, dark + Replace(together, "E ", "W ")},
       {"WideWithoutDisplay", "film.m2v", "wide.m2v", "W wide-letterboxed Track.0|",
        "W wide-without-display Track.0|"},
       {"WideWithButtons", Disc, Replace(WithButtons(MenuPlay + ExitLine + ExitLine), "film.m2v", "wide.m2v"),
@@ -215,6 +233,8 @@ class StructureTest : public testing::TestWithParam<Row> {
     Link("mono.wav", SampleWav({.Channels = 1, .Seconds = 1}));
     const Bytes marks = WriteBmp(Picture(8, 8));
     Folder.Write("marks.bmp", {marks.begin(), marks.end()});
+    const Bytes page = WriteBmp(Picture(360, 288));
+    Folder.Write("page.bmp", {page.begin(), page.end()});
   }
   void Link(const std::string& name, const std::string& sample) const {
     std::filesystem::create_symlink(sample, Folder.Path() / name);
