@@ -132,6 +132,12 @@ void WarnOfDamagedSound(const MuxState& state) {
 
 void WarnOfAudioLengths(MuxState& state, std::int64_t endPts) {
   for (AudioState& stream : state.Audio) {
+    if (stream.PacksSent == 0 && stream.Input->DelayMs > 0) {
+      RefuseOrWarn(state.Build, MessageOf(message::AudioNeverStarts, stream.Source.Place(),
+                                          stream.Input->StreamNumber, state.Input.Name, stream.Input->DelayMs,
+                                          static_cast<double>(endPts - VideoStartPts) / 90000));
+      continue;
+    }
     // Silence under stills and slides is usual.
     const bool motion = state.Input.Kind == TrackKind::Motion;
     const double missing = motion ? static_cast<double>(endPts - stream.NextPts) / 90000 : 0;

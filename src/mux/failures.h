@@ -35,7 +35,8 @@ void WarnOfDamage(const MuxState& state);
 // Warns of sound files that hold bytes of no frame.
 void WarnOfDamagedSound(const MuxState& state);
 
-// Warns of sound that is more than a second shorter or longer than the picture, which ends at `endPts`.
+// Warns of sound that is more than a second shorter or longer than the picture, which ends at `endPts`, and
+// refuses sound that would start after it.
 void WarnOfAudioLengths(MuxState& state, std::int64_t endPts);
 
 }  // namespace quorvelant

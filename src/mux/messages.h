@@ -125,6 +125,10 @@ inline constexpr MessageKind PcmUnfit{
 inline constexpr MessageKind AudioDelayUnfit{
     "audio-delay-unfit", Severity::Error, MuxErrorTitle,
     "Audio stream {} of track \"{}\": with a delay of {} ms the sound would begin before the disc does."};
+inline constexpr MessageKind AudioNeverStarts{
+    "audio-never-starts", Severity::Error, AudioLengthTitle,
+    "Audio stream {} of track \"{}\" is delayed by {} ms and would start after the picture ends, at {:.1f} "
+    "seconds: players offer it, and it stays silent. Lower its Delay, or remove the stream."};
 inline constexpr MessageKind AudioTooShort{
     "audio-too-short", Severity::Warning, AudioLengthTitle,
     "Audio stream {} of track \"{}\" ends {:.1f} seconds before the picture does."};

@@ -6,6 +6,7 @@
 
 #include "mux/messages.h"
 #include "mux_run.h"
+#include "support/media.h"
 #include "support/stream_builder.h"
 
 namespace quorvelant {
@@ -71,6 +72,49 @@ TEST(RefusedTracks, EndTheBuildForPlayersAlone) {
       EXPECT_THAT(told.Text, testing::HasSubstr(c.Text));
       EXPECT_THAT(told.Place, testing::HasSubstr(c.Place));
     }
+  }
+}
+
+TEST(RefusedTracks, AFilmThatCannotBeSearched) {
+  using namespace std::string_view_literals;
+  std::string film = TextOf(BuildStream({.Gops = 25}));
+  const auto sequence = "\0\0\1\xB3"sv;
+  for (std::size_t at = film.rfind(sequence); at > 0; at = film.rfind(sequence, at - 1)) {
+    film.erase(at, film.find("\0\0\1\xB8"sv, at) - at);
+  }
+  for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+    MuxRun run(rules);
+    EXPECT_EQ(run.Mux(MotionTrack({run.Folder.Write("film.m2v", film)})),
+              rules.RefusesDeadDiscs ? MuxOutcome::Failed : MuxOutcome::Done);
+    ASSERT_GE(run.Ui.Messages.size(), 2U);
+    EXPECT_TRUE(run.Ui.Messages[0].Is(message::SequencesApart));
+    EXPECT_TRUE(run.Ui.Messages[1].Is(message::SequencesFarApart));
+    EXPECT_EQ(run.Ui.Messages[1].Level, rules.RefusesDeadDiscs ? Severity::Error : Severity::Warning);
+  }
+}
+
+TEST(RefusedTracks, SoundThatWouldStartAfterThePicture) {
+  for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+    MuxRun run(rules);
+    MuxInput input = FilmWith({Ac3Stream(SampleAc3({.Seconds = 0.5})), Ac3Stream(SampleAc3({}), 1)}, 50);
+    input.Audio[0].DelayMs = 60'000;
+    input.Audio[1].DelayMs = 1500;
+    EXPECT_EQ(run.Mux(input), rules.RefusesDeadDiscs ? MuxOutcome::Failed : MuxOutcome::Done);
+    ASSERT_FALSE(run.Ui.Messages.empty());
+    EXPECT_TRUE(run.Ui.Messages[0].Is(message::AudioNeverStarts));
+    EXPECT_THAT(run.Ui.Messages[0].Text, testing::HasSubstr("Audio stream 0"));
+    EXPECT_EQ(run.Ui.Messages.back().Is(message::AudioNeverStarts), rules.RefusesDeadDiscs);
+  }
+}
+
+// One pack between two of video is too little for PCM of 6.1 Mbit/s.
+TEST(RefusedTracks, SoundThatComesTooLateIsTold) {
+  for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+    MuxRun run(rules);
+    const std::string sound = run.Folder.Write("eight", std::string(2 * 768'000, '\0'));
+    EXPECT_EQ(run.Mux(FilmWith({PcmStream(sound, 16, 8)}, 50)), MuxOutcome::Done);
+    ASSERT_EQ(run.Ui.Messages.size(), rules.OverdueAudioGoesFirst ? 0U : 1U);
+    EXPECT_TRUE(run.Ui.Messages.empty() || run.Ui.Messages[0].Is(message::AudioLate));
   }
 }
 
