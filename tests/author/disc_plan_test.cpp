@@ -74,7 +74,7 @@ TEST_F(PlanTest, SourcesThatNoDiscCarriesAreRefusedByTheRulesOfPlayers) {
   Rules without = Rules::Players;
   without.RefusesUnfitSources = false;
   EXPECT_EQ(Found(without),
-            "W video-frame-size Track.0.Video1\nW audio-sample-rate Track.0.Audio1.AudioPlay1\n");
+            "W video-frame-size Track.0.Video1\nE audio-sample-rate Track.0.Audio1.AudioPlay1\n");
 }
 
 TEST_F(PlanTest, TheNeededBytesComeCloseToTheDisc) {
