@@ -11,6 +11,7 @@
 #include <string>
 
 #include "mux/mux_track.h"
+#include "picture/bmp.h"
 
 namespace quorvelant {
 namespace {
@@ -151,6 +152,46 @@ void CopyOfTheSameBytes(benchmark::State& state) {
   Report(state, std::filesystem::file_size(folder / "VTS_01_1.VOB"));
 }
 BENCHMARK(CopyOfTheSameBytes)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// One slide for so many hours, which no sector holds back: a navigation pack for half a second of it. The
+// time grows with the hours (N), never with their square, and the memory by a record of 250 bytes each.
+void HoldASlide(benchmark::State& state) {
+  const Folder& folder = Media();
+  const std::string slide = folder / "slide.bmp";
+  const Bytes bitmap = WriteBmp(Picture(720, 576));
+  std::ofstream(slide, std::ios::binary)
+      .write(reinterpret_cast<const char*>(bitmap.data()), std::ssize(bitmap));
+  MuxInput input;
+  input.Name = "Slides";
+  input.Kind = TrackKind::SlideShow;
+  input.Video.push_back(
+      {.Path = slide, .ImageSource = true, .HoldFlag = true, .HoldFrames = state.range(0) * 3600 * 25});
+  std::uint64_t bytes = 0;
+  for (auto run : state) {
+    SilentUi ui;
+    Log log;
+    Random files(ui);
+    files.DimFiles(9);
+    MuxBuild build{ui, log, files, Rules::Players};
+    VobOutput output(files, {folder / "VTS_02"});
+    VobSetRecords records;
+    if (MuxTrack(input, build, output, records) != MuxOutcome::Done) {
+      state.SkipWithError("the track failed");
+      return;
+    }
+    output.Finish();
+    bytes = std::uint64_t{output.TotalSectors()} * SectorBytes;
+  }
+  state.SetComplexityN(state.range(0));
+  Report(state, bytes);
+}
+BENCHMARK(HoldASlide)
+    ->RangeMultiplier(2)
+    ->Range(1, 8)
+    ->Arg(13)
+    ->Complexity(benchmark::oN)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 }  // namespace
 }  // namespace quorvelant

@@ -5,14 +5,12 @@
 #include <map>
 #include <numeric>
 
-#include "author/messages.h"
 #include "author/mux_input.h"
 #include "check/button_check.h"
 #include "check/disc_limits.h"
 #include "check/source_judge.h"
 #include "check/subtitle_check.h"
 #include "codec/still_encoder.h"
-#include "model/keys.h"
 #include "mux/still_source.h"
 
 namespace quorvelant {
@@ -37,16 +35,6 @@ std::int64_t HeldSeconds(const MuxInput& input) {
     frames += file.HoldFlag ? file.HoldFrames : 0;
   }
   return frames / (input.Ntsc ? 30 : 25);
-}
-
-// The stamps of a track count 90,000 a second in 32 bits.
-void CheckLength(const MuxInput& input, DiscPlan& plan) {
-  constexpr std::int64_t MostSeconds = 47721;
-  if (const std::int64_t seconds = HeldSeconds(input); seconds > MostSeconds) {
-    Findings tooLong{MessageOf(message::TrackTooLong, TrackKey(static_cast<std::size_t>(input.TrackIndex)),
-                               input.Name, seconds / 3600, seconds / 60 % 60)};
-    Append(plan.Findings, ByRules(std::move(tooLong), plan.Rules));
-  }
 }
 
 void CountSources(const MuxInput& input, DiscPlan& plan) {
@@ -77,7 +65,6 @@ DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, SourceJ
   for (const TrackListRow& row : result.List) {
     result.Inputs.push_back(MakeMuxInput(source, row.Index, plan.Findings));
     CountSources(result.Inputs.back(), plan);
-    CheckLength(result.Inputs.back(), plan);
   }
   return result;
 }
@@ -123,20 +110,6 @@ void CheckPictures(DiscPlan& plan, PictureLoader& pictures, SourceJudge& judge, 
   }
 }
 
-// The same file is often used by several domains: each finding is kept once.
-void DropRepeats(Findings& findings) {
-  Findings once;
-  for (Message& finding : findings) {
-    const bool known = std::ranges::any_of(once, [&](const Message& other) {
-      return other.Text == finding.Text && other.Place == finding.Place;
-    });
-    if (!known) {
-      once.push_back(std::move(finding));
-    }
-  }
-  findings = std::move(once);
-}
-
 }  // namespace
 
 bool DiscPlan::HasTitles() const {
@@ -178,7 +151,7 @@ DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui, Pi
   if (pictures != nullptr) {
     CheckPictures(plan, *pictures, judge, ui);
   }
-  DropRepeats(plan.Findings);
+  plan.Findings = OnceEach(std::move(plan.Findings));
   return plan;
 }
 

@@ -47,29 +47,10 @@ inline constexpr MessageKind SpaceTooLittle{"space-too-little", Severity::Error,
 inline constexpr MessageKind SpaceDoubtful{"space-doubtful", Severity::Warning, SpaceTooLittle.Title,
                                            SpaceTooLittle.Text};
 
-// The streams of a track.
-inline constexpr MessageKind StreamsBeyondRate{"streams-beyond-rate", Severity::Error, "Bit Rate",
-                                               "The {1} audio streams of track \"{0}\" take {2:.1f} of the "
-                                               "{3} Mbit/s that a disc carries, which leaves none "
-                                               "for the picture: sound and picture would stop again and "
-                                               "again. Leave streams out, or encode them at lower "
-                                               "rates"};
-
-// The same of sound and picture together.
-inline constexpr MessageKind FilmBeyondRate{
-    "film-beyond-rate", Severity::Error, StreamsBeyondRate.Title,
-    "The picture of track \"{}\" takes {:.2f} Mbit/s all the time and its sound {:.2f}, and a disc carries "
-    "{}: "
-    "they would stop again and again. Leave audio streams out, or encode the picture at a lower rate"};
-
 // The run.
 inline constexpr MessageKind WarningsForbidDisc{
     "warnings-forbid-disc", Severity::Error, "Strict",
     "There were warnings, and --strict makes them failures: no disc was made"};
-inline constexpr MessageKind TrackTooLong{
-    "track-too-long", Severity::Error, "Track Length",
-    R"(The pictures of track "{}" are held for {} hours and {} minutes; a player's clock starts anew after 13 )"
-    "hours and 15 minutes, and the disc stops there: hold them for less, or make several tracks"};
 inline constexpr MessageKind NoTitles{
     "no-titles", Severity::Error, "No Title Error",
     "There are NO titles in your DVD - please drag and drop track scenes onto a title PGC"};

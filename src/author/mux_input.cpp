@@ -3,17 +3,17 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <filesystem>
+#include <numeric>
 #include <utility>
 
 #include "analysis/remedies.h"
-#include "author/stream_rates.h"
 #include "author/track_cells.h"
 #include "base/text.h"
 #include "base/timecode.h"
 #include "check/messages.h"
 #include "check/play_match.h"
 #include "check/stream_numbers.h"
+#include "check/track_demand.h"
 #include "ifo/domain_records.h"
 #include "model/keys.h"
 #include "mux/highlights.h"
@@ -37,12 +37,6 @@ TrackKind KindOf(std::string_view trackType) {
                                                : TrackKind::Motion;
 }
 
-std::uint64_t FileBytes(const std::string& path) {
-  std::error_code failed;
-  const std::uintmax_t bytes = std::filesystem::file_size(path, failed);
-  return failed ? 0 : bytes;
-}
-
 // A bitmap is looked at when it is encoded.
 void JudgeVideo(const TrackInput& from, const SourcePlay& play, bool isPicture, VideoPlays& plays,
                 VideoDemand& demand) {
@@ -52,9 +46,7 @@ void JudgeVideo(const TrackInput& from, const SourcePlay& play, bool isPicture, 
     Append(from.Findings, std::move(judged.Findings));
     if (judged.Seen) {
       Append(from.Findings, plays.Judge(*judged.Seen, play, judge.PathOf(play.File)));
-      const VideoInfo& info = judged.Seen->Info;
-      demand.Kbps = std::min(demand.Kbps.value_or(info.Kbps), info.VariableRate ? 0 : info.Kbps);
-      demand.Bytes += FileBytes(judge.PathOf(play.File));
+      demand.AddFilm(judged.Seen->Info, judge.PathOf(play.File));
     }
   } else if (auto missing = judge.Missing(play)) {
     from.Findings.push_back(std::move(*missing));
@@ -74,19 +66,14 @@ VideoDemand AddVideo(const TrackInput& from, MuxInput& input) {
     file.ImageSource = IsPicture(plays[i].File);
     JudgeVideo(from, {plays[i].File, VideoPlayKey(from.Index, i + 1), input.Ntsc}, file.ImageSource, judged,
                demand);
-    if (input.Kind != TrackKind::Motion) {
-      file.HoldFrames = TimecodeToFrames(plays[i].SlideDuration, from.FramesPerSecond);
-      // A still of one frame waits for ever.
-      file.HoldFlag = file.HoldFrames > (input.Kind == TrackKind::Still ? 1 : 0);
-    }
+    const auto held = HeldFrames(from.Track, plays[i], from.FramesPerSecond);
+    file.HoldFlag = held.has_value();
+    file.HoldFrames = held.value_or(0);
+    demand.HeldFrames += file.HoldFrames;
   }
-  if (input.Video.empty()) {
-    from.Findings.push_back(
-        MessageOf(message::TrackWithoutVideo, TrackKey(from.Index), from.Track.TrackName));
-    return demand;
-  }
+  demand.HasFiles = !input.Video.empty();
   // A still that is given no time, or one frame, waits for ever.
-  input.Infinite = input.Kind == TrackKind::Still && !input.Video.back().HoldFlag;
+  input.Infinite = input.Kind == TrackKind::Still && demand.HasFiles && !input.Video.back().HoldFlag;
   return demand;
 }
 
@@ -223,6 +210,19 @@ void AddHighlights(const TrackInput& from, const TrackCells& cells, MuxInput& in
   }
 }
 
+TrackDemand DemandOf(const TrackInput& from, const MuxInput& input, const VideoDemand& video) {
+  TrackDemand demand{.Name = input.Name, .FramesPerSecond = from.FramesPerSecond, .Video = video};
+  for (const MuxAudioStream& stream : input.Audio) {
+    demand.Sound.push_back(
+        {.Number = stream.StreamNumber,
+         .Pcm = stream.Pcm,
+         .DelayMs = stream.DelayMs,
+         .Traits = stream.Traits,
+         .Bytes = std::accumulate(stream.DataBytes.begin(), stream.DataBytes.end(), std::uint64_t{0})});
+  }
+  return demand;
+}
+
 }  // namespace
 
 MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, Findings& findings) {
@@ -244,12 +244,12 @@ MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, Find
     findings.push_back(std::move(*noStandard));
   }
   const TrackCells cells(source.Disc, source.Entry, source.Domain, trackIndex, source.Rules);
-  const VideoDemand demand = AddVideo(from, input);
+  const VideoDemand video = AddVideo(from, input);
   AddAudio(from, input);
   AddSubpictures(from, input);
   AddMarks(from, cells, input);
   AddHighlights(from, cells, input);
-  Append(findings, JudgeRates(input, demand, TrackKey(trackIndex), source.Rules));
+  Append(findings, JudgeDemand(DemandOf(from, input, video), TrackKey(trackIndex), source.Rules));
   return input;
 }
 

@@ -2,23 +2,37 @@
 
 #include <fmt/format.h>
 
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "analysis/picture_index.h"
 #include "analysis/remedies.h"
+#include "base/timecode.h"
 #include "check/bitmap_head.h"
 #include "check/button_check.h"
 #include "check/messages.h"
 #include "check/play_match.h"
 #include "check/source_judge.h"
+#include "check/stream_numbers.h"
 #include "check/subtitle_check.h"
+#include "check/track_demand.h"
 #include "model/keys.h"
+#include "model/picture_file.h"
+#include "model/stream_maps.h"
+#include "model/walk.h"
 
 namespace quorvelant {
 
 namespace {
+
+// What a track asks for, with all of its streams that have a number and sound.
+struct Asked {
+  TrackDemand Demand;
+  std::vector<std::size_t> Streams;  // in the track, of each of the demand's
+};
 
 class SourceChecker {
  public:
@@ -35,17 +49,22 @@ class SourceChecker {
  private:
   bool Opens() const { return pictures_ != nullptr; }
   void CheckTrack(std::size_t index);
-  void CheckVideo(const Track& track, std::size_t index);
-  void CheckAudio(const Track& track, std::size_t index);
+  void CheckVideo(const Track& track, std::size_t index, VideoDemand& demand);
+  void CheckAudio(const Track& track, std::size_t index, Asked& asked);
+  void CheckAudioFiles(const Track& track, std::size_t index, std::size_t place, SoundDemand& sound);
   void CheckSubtitleFiles(const Track& track, std::size_t index);
+  // By the streams that each domain carries.
+  void CheckDemands();
   std::optional<VideoAttributes> OpenVideo(const Track& track, const SourcePlay& play);
   std::optional<AudioAttributes> OpenAudio(const AudioStream& stream, const SourcePlay& play);
 
   // Whether the play's file is there to be opened.
   bool IsThere(const SourcePlay& play);
+  std::string StandardOf(const Track& track) const {
+    return track.Standard.empty() ? project_.Standard() : track.Standard;
+  }
   SourcePlay PlayOf(const Track& track, const std::string& file, const std::string& key) const {
-    const std::string standard = track.Standard.empty() ? project_.Standard() : track.Standard;
-    return {file, Opens() ? fmt::format("{} ({})", key, track.TrackName) : key, standard == "NTSC"};
+    return {file, Opens() ? fmt::format("{} ({})", key, track.TrackName) : key, StandardOf(track) == "NTSC"};
   }
   template <class... Values>
   void Add(const MessageKind& kind, const SourcePlay& play, const Values&... values) {
@@ -57,6 +76,7 @@ class SourceChecker {
   PictureLoader* pictures_;
   UserInterface& ui_;
   SourceJudge judge_;
+  std::map<std::size_t, Asked> asked_;  // by track
   Findings findings_;
 };
 
@@ -86,19 +106,28 @@ std::optional<VideoAttributes> SourceChecker::OpenVideo(const Track& track, cons
   return outOfPlace ? std::nullopt : judged.Seen;
 }
 
-void SourceChecker::CheckVideo(const Track& track, std::size_t index) {
+void SourceChecker::CheckVideo(const Track& track, std::size_t index, VideoDemand& demand) {
   VideoPlays plays(track, rules_);
   for (std::size_t i = 0; i < track.VideoPlays.size(); ++i) {
-    const SourcePlay play = PlayOf(track, track.VideoPlays[i].File, VideoPlayKey(index, i + 1));
-    if (track.VideoPlays[i].Removed || !IsThere(play)) {
+    const VideoPlay& video = track.VideoPlays[i];
+    const SourcePlay play = PlayOf(track, video.File, VideoPlayKey(index, i + 1));
+    if (!video.Removed && !video.File.empty()) {
+      demand.HasFiles = true;
+      demand.HeldFrames += HeldFrames(track, video, FramesPerSecond(StandardOf(track))).value_or(0);
+    }
+    if (video.Removed || !IsThere(play)) {
       continue;
     }
     const auto seen = OpenVideo(track, play);
     if (!seen) {
       continue;
     }
-    Append(findings_, plays.Judge(*seen, play, judge_.PathOf(play.File)));
-    if (Opens() && IndexIsOlder(judge_.PathOf(play.File))) {
+    const std::string path = judge_.PathOf(play.File);
+    if (!IsPicture(play.File)) {
+      demand.AddFilm(seen->Info, path);
+    }
+    Append(findings_, plays.Judge(*seen, play, path));
+    if (Opens() && IndexIsOlder(path)) {
       Add(message::IndexOlder, play, play.File);
     }
   }
@@ -110,27 +139,39 @@ std::optional<AudioAttributes> SourceChecker::OpenAudio(const AudioStream& strea
   return judged.Seen && judged.Seen->Problem.empty() ? judged.Seen : std::nullopt;
 }
 
-void SourceChecker::CheckAudio(const Track& track, std::size_t index) {
-  for (std::size_t i = 0; i < track.AudioStreams.size(); ++i) {
-    const AudioStream& stream = track.AudioStreams[i];
-    if (stream.Removed) {
+void SourceChecker::CheckAudioFiles(const Track& track, std::size_t index, std::size_t place,
+                                    SoundDemand& sound) {
+  const AudioStream& stream = track.AudioStreams[place];
+  AudioPlays plays(rules_);
+  for (std::size_t i = 0; i < stream.AudioPlays.size(); ++i) {
+    const SourcePlay play = PlayOf(track, stream.AudioPlays[i].File, AudioPlayKey(index, place + 1, i + 1));
+    if (stream.AudioPlays[i].Removed || !IsThere(play) || stream.Format.empty()) {
       continue;
     }
-    const bool known = !stream.Format.empty();
-    AudioPlays plays(rules_);
-    for (std::size_t j = 0; j < stream.AudioPlays.size(); ++j) {
-      const SourcePlay play = PlayOf(track, stream.AudioPlays[j].File, AudioPlayKey(index, i + 1, j + 1));
-      if (stream.AudioPlays[j].Removed || !IsThere(play) || !known) {
-        continue;
-      }
-      if (const auto seen = OpenAudio(stream, play)) {
-        Append(findings_, plays.Judge(*seen, play, judge_.PathOf(play.File)));
-      }
+    if (const auto seen = OpenAudio(stream, play)) {
+      Append(findings_, plays.Judge(*seen, play, judge_.PathOf(play.File)));
+      sound.Traits = sound.Traits == AudioTraits{} ? TraitsOf(*seen) : sound.Traits;
+      sound.Bytes += seen->DataBytes;
     }
-    if (!known) {
+  }
+}
+
+void SourceChecker::CheckAudio(const Track& track, std::size_t index, Asked& asked) {
+  StreamNumbers numbers = StreamNumbers::OfAudio();
+  for (const auto& [place, stream] : LiveWithIndex(track.AudioStreams)) {
+    SoundDemand sound{.Number = stream.StreamNumber,
+                      .Pcm = stream.Format == "PCM",
+                      .DelayMs = stream.Delay,
+                      .Traits = stream.Traits};
+    CheckAudioFiles(track, index, place, sound);
+    const bool isNumbered = !numbers.WhyRefused(stream.StreamNumber, {});
+    if (stream.Format.empty()) {
       const std::string& file = stream.AudioPlays.empty() ? "" : stream.AudioPlays.front().File;
-      Add(message::AudioKindUnknown, PlayOf(track, {}, AudioStreamKey(index, i + 1)), file,
+      Add(message::AudioKindUnknown, PlayOf(track, {}, AudioStreamKey(index, place + 1)), file,
           EncodeAudioLine(judge_.PathOf(file)));
+    } else if (isNumbered && sound.Bytes > 0) {
+      asked.Demand.Sound.push_back(std::move(sound));
+      asked.Streams.push_back(place);
     }
   }
 }
@@ -154,8 +195,11 @@ void SourceChecker::CheckTrack(std::size_t index) {
   if (auto noStandard = WhyNoStandard(track, TrackKey(index), rules_)) {
     findings_.push_back(std::move(*noStandard));
   }
-  CheckVideo(track, index);
-  CheckAudio(track, index);
+  Asked& asked = asked_[index];
+  asked.Demand.Name = track.TrackName;
+  asked.Demand.FramesPerSecond = FramesPerSecond(StandardOf(track));
+  CheckVideo(track, index, asked.Demand.Video);
+  CheckAudio(track, index, asked);
   Append(findings_, CheckButtonLinks(track, index));
   if (!Opens()) {
     CheckSubtitleFiles(track, index);
@@ -169,6 +213,29 @@ void SourceChecker::CheckTrack(std::size_t index) {
   }
 }
 
+void SourceChecker::CheckDemands() {
+  Tracks tracks = project_.Tracks;  // building a map marks the streams
+  Findings found;
+  for (const VTS_P* entry : Live(project_.Disc)) {
+    for (const Domain domain : {Domain::Menu, Domain::Title}) {
+      const TrackList list = BuildTrackList(*entry, domain, tracks);
+      BuildAudioMap(list, tracks, rules_);
+      for (const TrackListRow& row : list) {
+        const Asked& asked = asked_[row.Index];
+        TrackDemand demand = asked.Demand;
+        demand.Sound.clear();
+        for (std::size_t i = 0; i < asked.Streams.size(); ++i) {
+          if (tracks[row.Index].AudioStreams[asked.Streams[i]].MuxThisStream) {
+            demand.Sound.push_back(asked.Demand.Sound[i]);
+          }
+        }
+        Append(found, JudgeDemand(demand, TrackKey(row.Index), rules_));
+      }
+    }
+  }
+  Append(findings_, OnceEach(std::move(found)));
+}
+
 Findings SourceChecker::Run() {
   const std::size_t count = project_.Tracks.Count();
   for (std::size_t i = 0; i < count && !ui_.StopRequested(); ++i) {
@@ -178,6 +245,9 @@ Findings SourceChecker::Run() {
     if (Opens()) {
       ui_.Progress(static_cast<double>(i + 1), static_cast<double>(count));
     }
+  }
+  if (!ui_.StopRequested()) {
+    CheckDemands();
   }
   return std::move(findings_);
 }

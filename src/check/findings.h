@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <utility>
 #include <vector>
 
 #include "base/message.h"
@@ -38,6 +39,20 @@ inline bool Has(const Findings& findings, const MessageKind& kind) {
 
 inline void Append(Findings& findings, Findings more) {
   findings.insert(findings.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+}
+
+// The same source is often used by several domains: each finding once.
+[[nodiscard]] inline Findings OnceEach(Findings findings) {
+  Findings once;
+  for (Message& finding : findings) {
+    const bool known = std::ranges::any_of(once, [&finding](const Message& other) {
+      return other.Text == finding.Text && other.Place == finding.Place;
+    });
+    if (!known) {
+      once.push_back(std::move(finding));
+    }
+  }
+  return once;
 }
 
 }  // namespace quorvelant

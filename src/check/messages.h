@@ -143,8 +143,30 @@ inline constexpr MessageKind AudioKindUnknown{
     "audio-kind-unknown", Severity::Error, "Unknown Source",
     "'{}': the name of a stream's first file ends in .ac3, .wav or .dts and tells its kind; this one is "
     "unknown. This makes a file that fits: {}"};
+
+// --- tracks: what they ask of a disc as a whole ---
+
 inline constexpr MessageKind TrackWithoutVideo{"track-without-video", Severity::Error, "Source Error",
                                                R"(Track "{}" is used on the disc and has no video)"};
+inline constexpr MessageKind TrackTooLong{
+    "track-too-long", Severity::Error, "Track Length",
+    R"(The pictures of track "{}" are held for {} hours and {} minutes; a player's clock starts anew after 13 )"
+    "hours and 15 minutes, and the disc stops there: hold them for less, or make several tracks"};
+
+// The streams of a track.
+inline constexpr MessageKind StreamsBeyondRate{"streams-beyond-rate", Severity::Error, "Bit Rate",
+                                               "The {1} audio streams of track \"{0}\" take {2:.1f} of the "
+                                               "{3} Mbit/s that a disc carries, which leaves none "
+                                               "for the picture: sound and picture would stop again and "
+                                               "again. Leave streams out, or encode them at lower "
+                                               "rates"};
+
+// The same of sound and picture together.
+inline constexpr MessageKind FilmBeyondRate{
+    "film-beyond-rate", Severity::Error, StreamsBeyondRate.Title,
+    "The picture of track \"{}\" takes {:.2f} Mbit/s all the time and its sound {:.2f}, and a disc carries "
+    "{}: "
+    "they would stop again and again. Leave audio streams out, or encode the picture at a lower rate"};
 
 // --- sources: the file and what is wrong with it. Further reasons stand in analysis/messages.h. ---
 

@@ -51,6 +51,14 @@ std::string_view SoundOf(SourceKind kind) {
   }
 }
 
+// Whether the multiplexer can write the sound at all, as traditional discs have it.
+bool IsMuxable(const AudioAttributes& seen) {
+  const bool pcm = seen.Format == "PCM";
+  const int bits = seen.Quantisation;
+  return (seen.SampleRate == 48 || (pcm && seen.SampleRate == 96)) &&
+         (!pcm || (bits >= 16 && bits <= 24 && bits % 4 == 0 && seen.ChannelCount() <= 8));
+}
+
 Message WhyNoAudio(std::string_view format, const SourcePlay& play, const std::string& path) {
   const bool known = !format.empty() || !GetAudioType(play.File).empty();
   return known ? MessageOf(message::AudioUnreadable, play.Place, play.File)
@@ -213,7 +221,8 @@ Judgement<AudioAttributes> SourceJudge::Audio(const SourcePlay& play, std::strin
   Severity level = Severity::Error;
   if (seen.Problem.empty()) {
     const bool carried = seen.Format != "DTS";
-    level = carried && rules_.RefusesUnfitSources ? Severity::Error : Severity::Warning;
+    const bool refused = rules_.RefusesUnfitSources || !IsMuxable(seen);
+    level = carried && refused ? Severity::Error : Severity::Warning;
   }
   for (Message& fault : FaultsOf(seen)) {
     const bool mends = !sound.empty();

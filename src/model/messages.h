@@ -27,4 +27,11 @@ inline constexpr MessageKind AudioStreamsUnlike{
     "audio-streams-unlike", Severity::Error, "Audio ID Error",
     "New track audio information does not match the source PGC [{}] for Stream ID {}"};
 
+// By the check of a project and by the multiplexer, since a head may hide what the whole file shows.
+inline constexpr MessageKind AudioDelayUnfit{"audio-delay-unfit", Severity::Error, "Audio Delay",
+                                             "Audio stream {} of track \"{}\" has a delay of {} ms; a disc "
+                                             "keeps {} to {} ms, since no sound can begin "
+                                             "before the disc does. Give a delay in between, and cut the "
+                                             "sound, or put silence before it, for the rest"};
+
 }  // namespace quorvelant::message

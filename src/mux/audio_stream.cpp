@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "disc/audio_start.h"
+#include "model/messages.h"
 #include "mux/messages.h"
 #include "mux/mux_fault.h"
 
@@ -13,15 +15,6 @@ constexpr std::int64_t PcmFrameTicks = 150;
 constexpr std::int64_t PcmHeaderBytes = 7;
 constexpr std::int64_t Ac3PackBytes = 2016;
 
-// Packs are first sent at fixed times before the first picture: 134 and 153 sectors.
-constexpr Clock FirstAudioScr{134 * SectorTicks.Units};
-constexpr Clock SecondAudioScr{153 * SectorTicks.Units};
-// A delay beyond these bounds moves the packs too.
-constexpr std::int64_t LeastDelayMs = -60;
-constexpr std::int64_t MostDelayMs = 300;
-constexpr std::int64_t MostDelayAtAllMs = 24LL * 3600 * 1000;
-constexpr std::int64_t TicksPerMs = 90;
-
 // Sectors that a pack may come late: the step of the grid, a video pack under way, its own arrival, one
 // more to spare, and a pack of each other stream.
 constexpr std::size_t LateSectors = 4;
@@ -30,32 +23,20 @@ Clock Steps(std::size_t count) {
   return {SectorTicks.Units * static_cast<std::int64_t>(count)};
 }
 
-// The latest step of the grid at or before `scr` from which a pack arrives before `stamp`, whatever is under
-// way and whichever stream goes first.
-Clock InTimeFor(std::int64_t stamp, Clock scr, std::size_t streams) {
-  const Clock late = scr - (Clock::FromTicks(stamp) - Steps(streams + 1));
-  const std::int64_t steps = (late.Units + SectorTicks.Units - 1) / SectorTicks.Units;
-  return late.Units > 0 ? scr - Clock{steps * SectorTicks.Units} : scr;
-}
-
 void SetFirstClocks(AudioState& stream, std::size_t index, const MuxInput& input, const Rules& rules) {
   const std::size_t count = input.Audio.size();
   const std::int64_t delayMs = stream.Input->DelayMs;
-  const std::int64_t beyond = delayMs - std::clamp(delayMs, LeastDelayMs, MostDelayMs);
-  const Clock shift = Clock::FromTicks(TicksPerMs * beyond);
-  const Clock early = Clock::FromTicks(TicksPerMs * std::min(delayMs - beyond, std::int64_t{0}));
-  stream.FirstScr = FirstAudioScr + Steps(index) + shift;
-  stream.SecondScr = SecondAudioScr + Steps(index + 1 == count ? 0 : index + 1) + shift + early;
-  stream.NextPts = VideoStartPts + TicksPerMs * delayMs;
-  if (rules.FirstAudioMeetsItsStamp) {
-    stream.FirstScr = InTimeFor(stream.NextPts, stream.FirstScr, count);
+  if (!IsDelayKept(delayMs, index, count, rules)) {
+    throw MuxFault(message::AudioDelayUnfit, {}, stream.Input->StreamNumber, input.Name, delayMs,
+                   LeastDelayAtAllMs(index, count, rules), MostDelayAtAllMs);
   }
+  const AudioStart start = StartOfAudio(delayMs, index, count, rules);
+  stream.FirstScr = start.FirstScr;
+  stream.SecondScr = start.SecondScr;
+  stream.NextPts = start.FirstPts;
   stream.DecodeTime = Clock::FromTicks(stream.NextPts - stream.FrameTicks);
   stream.Due = stream.FirstScr;
   stream.NextScr = stream.FirstScr;
-  if (stream.FirstScr < Steps(index + 1) || delayMs > MostDelayAtAllMs) {
-    throw MuxFault(message::AudioDelayUnfit, {}, stream.Input->StreamNumber, input.Name, delayMs);
-  }
 }
 
 AudioState OpenStream(Random& files, const MuxInput& input, std::size_t index, const Rules& rules) {

@@ -122,9 +122,6 @@ inline constexpr MessageKind AudioBroken{"audio-broken", Severity::Warning, "Aud
 inline constexpr MessageKind PcmUnfit{
     "pcm-unfit", Severity::Error, MuxErrorTitle,
     "Audio stream {} of track \"{}\": PCM sound of {} bits, {} kHz and {} channels can't go on a disc."};
-inline constexpr MessageKind AudioDelayUnfit{
-    "audio-delay-unfit", Severity::Error, MuxErrorTitle,
-    "Audio stream {} of track \"{}\": with a delay of {} ms the sound would begin before the disc does."};
 inline constexpr MessageKind AudioNeverStarts{
     "audio-never-starts", Severity::Error, AudioLengthTitle,
     "Audio stream {} of track \"{}\" is delayed by {} ms and would start after the picture ends, at {:.1f} "

@@ -6,7 +6,6 @@
 #include "disc/nav_layout.h"
 #include "mux/highlights.h"
 #include "mux/pack_header.h"
-#include "mux/search_tables.h"
 
 namespace quorvelant {
 namespace {
@@ -91,7 +90,7 @@ const MuxMark* MarkOf(const NavSource& source, const VobuRecord& record) {
   return record.Mark < source.Input.Marks.size() ? &source.Input.Marks[record.Mark] : nullptr;
 }
 
-void BuildNavPack(const NavSource& source, std::size_t index, ByteSpan sector) {
+void BuildNavPack(const NavSource& source, const SearchTables& search, std::size_t index, ByteSpan sector) {
   const VobuRecord& record = source.Records[index];
   const FrameTiming& timing = TimingOf(source.Input.Ntsc);
   const bool lastOfVob = index + 1 == source.Records.size();
@@ -102,7 +101,7 @@ void BuildNavPack(const NavSource& source, std::size_t index, ByteSpan sector) {
   PutPackHeader(sector, scr);
   PutPresentation(source, record, lastOfVob, elapsed, sector);
   PutDataSearch(source, record, scr.Base, elapsed, sector);
-  PutSearchTables(source.Records, index, timing, sector);
+  search.Fill(index, sector);
   PutSync(source.Input, record, sector);
   if (const auto shown = FindHighlight(source, index)) {
     const HighlightPlay& play = *shown->Set->Play;

@@ -12,6 +12,7 @@
 #include "disc/video_standard.h"
 #include "disc/vob_records.h"
 #include "mux/mux_track.h"
+#include "mux/search_tables.h"
 
 namespace quorvelant {
 
@@ -27,7 +28,7 @@ struct NavSource {
 // The mark that opened the cell of a VOBU; null in a track without marks.
 const MuxMark* MarkOf(const NavSource& source, const VobuRecord& record);
 
-// Fills the sector of record `index`.
-void BuildNavPack(const NavSource& source, std::size_t index, ByteSpan sector);
+// Fills the sector of record `index`; `search` is made of the same records.
+void BuildNavPack(const NavSource& source, const SearchTables& search, std::size_t index, ByteSpan sector);
 
 }  // namespace quorvelant

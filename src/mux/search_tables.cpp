@@ -1,9 +1,8 @@
 #include "mux/search_tables.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdlib>
-#include <optional>
 
 #include "disc/nav_layout.h"
 
@@ -20,8 +19,10 @@ enum class Way : std::int8_t { Forward = 1, Backward = -1 };
 // The VOBUs of one cell as seen from one of them: number 0 is itself, then one after the other.
 class Walk {
  public:
-  Walk(std::span<const VobuRecord> records, std::size_t index, Way way)
-      : records_(records), index_(index), way_(way) {}
+  // `withVideo` are the places of the records with video.
+  Walk(std::span<const VobuRecord> records, std::span<const std::size_t> withVideo, std::size_t index,
+       Way way)
+      : records_(records), withVideo_(withVideo), index_(index), way_(way) {}
 
   // The VOBU `count` away; nullptr beyond the cell.
   const VobuRecord* At(std::size_t count) const {
@@ -33,13 +34,14 @@ class Walk {
     const VobuRecord& there = records_[way_ == Way::Forward ? index_ + count : index_ - count];
     return there.VobId == here.VobId && there.CellId == here.CellId ? &there : nullptr;
   }
-  // The first from `count` on that has video, and the cell's end as nullptr.
-  const VobuRecord* VideoFrom(std::size_t count) const {
-    const VobuRecord* there = At(count);
-    while (there != nullptr && !there->HasVideo) {
-      there = At(++count);
+  // The next one that has video, and the cell's end as nullptr.
+  const VobuRecord* NextVideo() const {
+    if (way_ == Way::Forward) {
+      const auto after = std::ranges::upper_bound(withVideo_, index_);
+      return after == withVideo_.end() ? nullptr : At(*after - index_);
     }
-    return there;
+    const auto here = std::ranges::lower_bound(withVideo_, index_);
+    return here == withVideo_.begin() ? nullptr : At(index_ - *(here - 1));
   }
   // Whether time `ticks` lies beyond this VOBU on the way, or within it (both ends included).
   bool Beyond(const VobuRecord& there, std::int64_t ticks) const {
@@ -56,6 +58,7 @@ class Walk {
 
  private:
   std::span<const VobuRecord> records_;
+  std::span<const std::size_t> withVideo_;
   std::size_t index_;
   Way way_;
 };
@@ -105,16 +108,24 @@ std::array<std::uint32_t, StepHalfSeconds.size()> Jumps(const Walk& walk, const 
 
 }  // namespace
 
-void PutSearchTables(std::span<const VobuRecord> records, std::size_t index, const FrameTiming& timing,
-                     ByteSpan sector) {
-  const Walk forward(records, index, Way::Forward);
-  const Walk backward(records, index, Way::Backward);
-  Put(sector, nav::NextVideo, Address(forward, forward.VideoFrom(1), nav::NoVideoVobu));
+SearchTables::SearchTables(std::span<const VobuRecord> records, const FrameTiming& timing)
+    : records_(records), timing_(&timing) {
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    if (records[i].HasVideo) {
+      withVideo_.push_back(i);
+    }
+  }
+}
+
+void SearchTables::Fill(std::size_t index, ByteSpan sector) const {
+  const Walk forward(records_, withVideo_, index, Way::Forward);
+  const Walk backward(records_, withVideo_, index, Way::Backward);
+  Put(sector, nav::NextVideo, Address(forward, forward.NextVideo(), nav::NoVideoVobu));
   Put(sector, nav::NextVobu, Address(forward, forward.At(1), nav::NoVobu));
   Put(sector, nav::PreviousVobu, Address(backward, backward.At(1), nav::NoVobu));
-  Put(sector, nav::PreviousVideo, Address(backward, backward.VideoFrom(1), nav::NoVideoVobu));
-  const auto onward = Jumps(forward, timing);
-  const auto back = Jumps(backward, timing);
+  Put(sector, nav::PreviousVideo, Address(backward, backward.NextVideo(), nav::NoVideoVobu));
+  const auto onward = Jumps(forward, *timing_);
+  const auto back = Jumps(backward, *timing_);
   for (std::size_t row = 0; row < onward.size(); ++row) {
     Put(sector, nav::ForwardJumps, disc::Number{onward[row]}, onward.size() - 1 - row);
     Put(sector, nav::BackwardJumps, disc::Number{back[row]}, row);

@@ -16,12 +16,13 @@ namespace {
 // The navigation packs hold addresses of VOBUs much later, so they are written when all are known.
 void WriteNavPacks(const MuxState& state, std::int64_t endPts) {
   const NavSource source{state.Vobus, state.Input, state.Build.Rules, VideoStartPts, endPts};
+  const SearchTables search(state.Vobus, TimingOf(state.Input.Ntsc));
   std::array<std::uint8_t, SectorBytes> sector{};
   for (std::size_t i = 0; i < state.Vobus.size(); ++i) {
     if (state.Build.Ui.StopRequested()) {
       throw MuxStopped();
     }
-    BuildNavPack(source, i, sector);
+    BuildNavPack(source, search, i, sector);
     state.Output.Rewrite(state.Vobus[i].StartSector, sector);
   }
 }

@@ -75,7 +75,7 @@ TEST_F(PlanTest, SourcesThatNoDiscCarriesAreRefusedByTheRulesOfPlayers) {
   Rules without = Rules::Players;
   without.RefusesUnfitSources = false;
   EXPECT_EQ(Found(without),
-            "W video-frame-size Track.0.Video1\nW audio-sample-rate Track.0.Audio1.AudioPlay1\n");
+            "W video-frame-size Track.0.Video1\nE audio-sample-rate Track.0.Audio1.AudioPlay1\n");
 }
 
 // Streams of 448 kbit/s take 0.455 Mbit/s of packs each, and PCM of eight channels 6.25.

@@ -9,6 +9,7 @@
 #include <functional>
 
 #include "author/messages.h"
+#include "check/messages.h"
 #include "disc_maker.h"
 #include "verify/messages.h"
 #include "verify/named_files.h"

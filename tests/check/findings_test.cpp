@@ -53,7 +53,7 @@ std::string Words(const Findings& findings, const std::string& folder) {
 // Scripts; "|" ends a line.
 const std::string Pgc = "Item=VTS|Item=Title|Name=T|Item=PGC|Name=P|";
 const std::string CellOfS = "Item=Program|Item=Cell|UsingScene=s|";
-const std::string SceneS = "Item=Scene|Name=s|";
+const std::string SceneS = "Item=Video Play|VideoFile=pal.m2v|Item=Scene|Name=s|";
 const std::string OneCell = Pgc + CellOfS + "Item=Track|" + SceneS;
 const std::string Film = "Item=Track|Name=F|Item=Video Play|VideoFile=pal.m2v|FrameCount=250|";
 const std::string Audio = "Item=Audio Play List|Item=Audio Play|AudioFile=";

@@ -17,6 +17,7 @@
 #include "check/messages.h"
 #include "check/source_judge.h"
 #include "edit/file_scanner.h"
+#include "picture/bmp.h"
 #include "script/load_findings.h"
 #include "support/media.h"
 #include "support/recording_ui.h"
@@ -25,6 +26,8 @@
 
 namespace quorvelant {
 namespace {
+
+using std::string_view_literals::operator""sv;
 
 std::string Film(const GopPlan& plan) {
   return TextOf(BuildStream(plan));
@@ -43,13 +46,23 @@ std::string OneSequence(int groups) {
   return stream.Text();
 }
 
+// The same with a vbv_delay, which streams of variable rate have not.
+std::string OfConstantRate(std::string film) {
+  for (std::size_t at = film.find("\0\0\1\0"sv); at != std::string::npos;
+       at = film.find("\0\0\1\0"sv, at + 1)) {
+    film.at(at + 6) = 0x10;
+  }
+  return film;
+}
+
 std::string Ac3(int rateCode, int mode, int frequency = 0) {
   return Ac3Head(static_cast<std::uint8_t>(frequency << 6 | rateCode), static_cast<std::uint8_t>(mode << 5));
 }
 
-std::string Wave(int channels, int rate = 48000, int bits = 16) {
-  return TempFolder::Read(SampleWav({.Rate = rate, .Bits = bits, .Channels = channels, .Seconds = 0.1}));
+std::string Wave(int channels, int rate = 48000, int bits = 16, double seconds = 0.1) {
+  return TempFolder::Read(SampleWav({.Rate = rate, .Bits = bits, .Channels = channels, .Seconds = seconds}));
 }
+constexpr const char* SecondStream = "Item=Audio Play List|StreamNumber=1|Item=Audio Play|AudioFile=a1.wav|";
 
 std::string Transport(std::size_t packet) {
   std::string packets(packet * 3, '\0');
@@ -65,8 +78,6 @@ std::string Word(std::string_view bytes, std::size_t length = 64) {
   return text;
 }
 
-using std::string_view_literals::operator""sv;
-
 // Found are severity under `Rules::Players` and under `Rules::Classic`, code, and number of the play.
 struct Row {
   friend void PrintTo(const Row& row, std::ostream* out) { *out << row.Name; }
@@ -78,6 +89,7 @@ struct Row {
   std::string Says;  // part of each text
   std::string Kind = "AC3";
   std::string Standard = "PAL";
+  std::string More = {};  // lines of the script after the sound; "|" ends one
 };
 
 Row OfVideo(std::string name, std::vector<std::string> video, std::string found, std::string says = {}) {
@@ -121,8 +133,49 @@ std::vector<Row> Rows() {
       OfSound("PcmRates", "PCM", {Wave(2), Wave(2, 96000)}, otherSound),
       OfSound("PcmBits", "PCM", {Wave(2, 48000, 24), Wave(2)}, otherSound, "pcm_s24le"),
       OfSound("WaveAmongAc3", "AC3", {Ac3(20, 2), Wave(2)}, "EE audio-other-kind a2", "it holds PCM"),
-      OfSound("Rate44", "PCM", {Wave(2, 44100)}, "EW audio-sample-rate a1", "-c:a ac3 -b:a 192k -ar 48000"),
-      OfSound("Rate44Ac3", "AC3", {Ac3(20, 2, 1)}, "EW audio-sample-rate a1"),
+      OfSound("Rate44", "PCM", {Wave(2, 44100)}, "EE audio-sample-rate a1", "-c:a ac3 -b:a 192k -ar 48000"),
+      OfSound("Rate44Ac3", "AC3", {Ac3(20, 2, 1)}, "EE audio-sample-rate a1"),
+
+      {"Delays", {pal}, {Ac3(20, 2)}, "", "", "AC3", "PAL", "Delay=-250|"},
+      {"DelayBeforeTheDisc",
+       {pal},
+       {Ac3(20, 2)},
+       "EE audio-delay-unfit ",
+       "-5000 ms; a disc keeps -2",
+       "AC3",
+       "PAL",
+       "Delay=-5000|"},
+      {"DelayOfADay",
+       {pal},
+       {Ac3(20, 2)},
+       "EE audio-delay-unfit ",
+       "to 86400000 ms",
+       "AC3",
+       "PAL",
+       "Delay=86400001|"},
+      {"StreamsBeyondRate",
+       {pal},
+       {Wave(8)},
+       "EW streams-beyond-rate ",
+       "The 2 audio streams of track \"F\" take 12.5",
+       "PCM",
+       "PAL",
+       SecondStream},
+      {"FilmBeyondRate",
+       {OfConstantRate(pal)},
+       {Wave(8, 48000, 16, 0.5)},
+       "EW film-beyond-rate ",
+       "its sound 6.25",
+       "PCM"},
+      {"HeldTooLong",
+       {},
+       {},
+       "EW track-too-long ",
+       "13 hours and 16 minutes",
+       "",
+       "PAL",
+       "Item=SlideShow Play|VideoFile=slide.bmp|SlideDuration=13:16:00:00|"},
+      {"NoPicture", {}, {}, "EE track-without-video ", "", "", "PAL"},
 
       OfVideo("ProgramStream", {programStream}, "EW source-foreign v1",
               "-map 0:v:0 -c:v copy FOLDER/v1-dvd.m2v"),
@@ -174,7 +227,9 @@ class PlayMatchTest : public testing::TestWithParam<Row> {
       script += fmt::format("Item=Audio Play\nAudioFile={}\n", name);
       Folder.Write(name, row.Sound[i]);
     }
-    script += "Item=Scene\nName=s\n";
+    script += row.More + "Item=Scene|Name=s|";
+    std::ranges::replace(script, '|', '\n');
+    Folder.Write("slide.bmp", TextOf(WriteBmp(Picture(720, 576))));
     std::istringstream stream(script);
     const FileScanner scanner(Rules::Players, Ui);
     LoadScript(stream, script.size(), Folder / "p.qvp", Disc, {.Rules = Rules::Players, .Scanner = &scanner},

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "model/messages.h"
 #include "mux/messages.h"
 #include "mux_run.h"
 #include "subtitled_track.h"
