@@ -123,11 +123,16 @@ std::string_view WhyStale(const std::string& file, const PictureIndex& index, Us
   }
 }
 
-bool WriteCached(const PictureIndex& index, const std::string& name) {
+std::string LettersText(const PictureIndex& index) {
+  return index.Letters + "\r\n";
+}
+
+bool WriteCached(const PictureIndex& index, const std::string& name, bool wantLetters) {
   std::error_code failed;
-  return !name.empty() &&
-         (std::filesystem::create_directories(std::filesystem::path(name).parent_path(), failed), !failed) &&
-         WriteAside(name, WritePictureIndex(index)) == 0;
+  std::filesystem::path path(name);
+  return !name.empty() && (std::filesystem::create_directories(path.parent_path(), failed), !failed) &&
+         WriteAside(name, WritePictureIndex(index)) == 0 &&
+         (!wantLetters || WriteAside(path.replace_extension(".gpi"), LettersText(index)) == 0);
 }
 
 // Whether the index was written after the file; also where there is no index.
@@ -162,13 +167,13 @@ bool IndexFile(const std::string& file, bool wantLetters, IndexStore& store, Use
   }
   result.Path = IndexName(file);
   int refusal = WriteAside(result.Path, WritePictureIndex(result.Index));
-  if (refusal != 0 && WriteCached(result.Index, store.CachedName(file))) {
+  if (refusal != 0 && WriteCached(result.Index, store.CachedName(file), wantLetters)) {
     result.Path = store.CachedName(file);
     result.State = IndexState::Built;
     return true;
   }
   if (refusal == 0 && wantLetters) {
-    refusal = WriteAside(LettersName(file), result.Index.Letters + "\r\n");
+    refusal = WriteAside(LettersName(file), LettersText(result.Index));
   }
   result.State = refusal == 0 ? IndexState::Built : IndexState::KeptInMemory;
   result.Path = refusal == 0 ? result.Path : std::string();
@@ -293,21 +298,23 @@ bool IndexIsOlder(const std::string& file) {
 IndexRun BuildPictureIndex(const std::vector<IndexSource>& files, const std::string& groupFile,
                            IndexStore& store, UserInterface& ui, bool force) {
   IndexRun run;
-  const auto hasIndex = [&](const std::string& file) {
-    return !force && FindPictureIndex(file, store).has_value();
+  const auto found = [&](const std::string& file) {
+    return force ? std::nullopt : FindPictureIndex(file, store);
   };
   for (const IndexSource& source : files) {
     FileIndex result{source.Name, IndexState::NotIndexed, {}};
-    const bool own = !source.Name.empty() && !source.IsImage && !hasIndex(source.Name);
-    const bool group = !groupFile.empty() && !hasIndex(groupFile);
+    const bool hasOne = !source.Name.empty() && !source.IsImage;
+    auto reused = hasOne ? found(source.Name) : std::nullopt;  // read once: a second look may not find it
+    const bool own = hasOne && !reused;
+    const bool group = !groupFile.empty() && !found(groupFile);
     if (own || group) {
       result.Name = groupFile.empty() ? source.Name : groupFile;
       if (!IndexFile(result.Name, !groupFile.empty(), store, ui, result)) {
         return run;
       }
-    } else if (!source.Name.empty() && !source.IsImage) {
+    } else if (reused) {
       result.State = IndexState::Reused;
-      result.Index = FindPictureIndex(source.Name, store).value_or(PictureIndex{});
+      result.Index = *std::move(reused);
       const std::string_view stale = WhyStale(source.Name, result.Index, ui);
       if (!stale.empty()) {
         ui.Tell(MessageOf(message::IndexNotCurrent, source.Name, IndexName(source.Name), stale));

@@ -1,9 +1,14 @@
 #include "app/batch_services.h"
 
+#include <algorithm>
+#include <vector>
+
+#include "analysis/messages.h"
 #include "analysis/picture_index.h"
 #include "app/messages.h"
 #include "app/user_folders.h"
 #include "author/author.h"
+#include "author/message_recorder.h"
 #include "check/check.h"
 #include "edit/chapter_analysis.h"
 #include "edit/file_scanner.h"
@@ -15,7 +20,13 @@ namespace quorvelant {
 
 namespace {
 
-bool Load(const std::string& script, bool analyse, Project& project, UserInterface& ui) {
+bool HoldsReadFault(const std::vector<Message>& told) {
+  return std::ranges::any_of(told, [](const Message& one) { return one.Is(message::SourceReadFailed); });
+}
+
+// False too where a source cannot be read: what the disc would say of it would be wrong.
+bool Load(const std::string& script, bool analyse, Project& project, UserInterface& inner) {
+  MessageRecorder ui(inner);
   const FileScanner scanner(SwitchFormRules, ui);
   IndexStore store(false, CacheFolder(ProcessEnvironment));
   LoadOptions options{.Rules = SwitchFormRules, .Scanner = &scanner};
@@ -33,7 +44,7 @@ bool Load(const std::string& script, bool analyse, Project& project, UserInterfa
   for (const Message& finding : findings) {
     ui.Tell(finding);
   }
-  return result.MayAuthor() && !HasErrors(findings);
+  return result.MayAuthor() && !HasErrors(findings) && !HoldsReadFault(ui.Release());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "app/command_author.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <ostream>
@@ -46,8 +47,8 @@ struct AuthorArguments {
   const Rules& RulesUsed() const { return RuleSet.Used(); }
 };
 
-// Builds the indexes of a track's video files anew.
-void Reindex(const Project& project, std::size_t track, IndexStore& store, UserInterface& ui) {
+// Builds the indexes of a track's video files anew. False where one cannot be read; that is told.
+bool Reindex(const Project& project, std::size_t track, IndexStore& store, UserInterface& ui) {
   std::vector<IndexSource> files;
   for (const VideoPlay* play : Live(project.Tracks[track].VideoPlays)) {
     const std::string path = SystemPath(play->File, project.SourceFolder());
@@ -55,37 +56,40 @@ void Reindex(const Project& project, std::size_t track, IndexStore& store, UserI
       files.push_back({path});
     }
   }
-  BuildPictureIndex(files, {}, store, ui, true);
+  return BuildPictureIndex(files, {}, store, ui, true).Complete;
 }
 
 // Whether a disc may be made of what was loaded; what was found is told.
 bool Load(const AuthorArguments& arguments, const std::string& cacheFolder, Project& project,
           UserInterface& ui) {
-  SilentBoxes quiet(ui);  // the findings hold what the load would say
-  const FileScanner scanner(arguments.RulesUsed(), quiet);
+  ReadFaults faults(ui);  // the findings hold what the load would say
+  const FileScanner scanner(arguments.RulesUsed(), faults);
   IndexStore store(arguments.DryRun, cacheFolder);
   LoadOptions options{.Rules = arguments.RulesUsed(), .Scanner = &scanner};
+  bool indexed = true;  // chapters of a track without an index would stand where nobody wants them
   options.AnalyseChapters = [&](Project& whole, std::size_t track) {
-    if (arguments.Reindex) {
-      Reindex(whole, track, store, ui);
-    }
-    if (arguments.Analyse) {
-      AnalyseChapters(whole, track, store, ui);
+    const bool hasFiles = std::ranges::any_of(Live(whole.Tracks[track].VideoPlays),
+                                              [](const VideoPlay* play) { return !play->File.empty(); });
+    if (arguments.Reindex && !Reindex(whole, track, store, ui)) {
+      indexed = false;
+    } else if (arguments.Analyse && !AnalyseChapters(whole, track, store, ui)) {
+      indexed = indexed && !hasFiles;
     }
   };
-  const LoadResult loaded = LoadScriptFile(arguments.Project, project, options, quiet);
+  const LoadResult loaded = LoadScriptFile(arguments.Project, project, options, faults);
   Findings findings = LoadFindings(loaded);
   if (loaded.Loaded) {
     Append(findings, CheckProject(project, arguments.RulesUsed()));
-    if (HasErrors(findings)) {  // the plan, which would judge the rest, is not made
+    if (HasErrors(findings) || !faults.Told.empty()) {  // the plan, which would judge the rest, is not made
       Append(findings, CheckLimits(project, arguments.RulesUsed()));
       Append(findings, LookForSources(project, ui, arguments.RulesUsed()));
     }
   }
+  AppendReadFaults(findings, faults);
   for (const Message& finding : findings) {
     ui.Tell(finding);
   }
-  return loaded.MayAuthor() && !HasErrors(findings);
+  return indexed && loaded.MayAuthor() && !HasErrors(findings);
 }
 
 AuthorOrder OrderFrom(const AuthorArguments& arguments, const CommandContext& context) {

@@ -94,14 +94,15 @@ Findings CheckSources(const Project& project, const CheckOptions& options, UserI
   return OpenSources(project, options.RulesUsed(), *pictures, ui);
 }
 
+// Of a script that was not read to its end nothing further is judged.
 Findings AllFindings(const LoadResult& load, const Project& project, const CheckOptions& options,
                      UserInterface& ui) {
   Findings all = LoadFindings(load);
   if (load.Loaded) {
     Append(all, CheckProject(project, options.RulesUsed()));
     Append(all, CheckLimits(project, options.RulesUsed()));
+    Append(all, CheckSources(project, options, ui));
   }
-  Append(all, CheckSources(project, options, ui));
   ToldMessages told;
   std::erase_if(all, [&told](const Message& finding) { return !told.IsNew(finding); });
   return all;
@@ -109,9 +110,12 @@ Findings AllFindings(const LoadResult& load, const Project& project, const Check
 
 int Run(const CheckOptions& options, CommandContext& context) {
   Project project;
-  SilentBoxes quiet(context.Ui);  // the findings hold what the load would say
-  const LoadResult load = OpenProject(options.Project, project, options.RulesUsed(), quiet);
-  const Findings findings = AllFindings(load, project, options, context.Ui);
+  ReadFaults faults(context.Ui);  // the findings hold what the load would say
+  const FileScanner scanner(options.RulesUsed(), faults);
+  const LoadResult load =
+      LoadScriptFile(options.Project, project, {.Rules = options.RulesUsed(), .Scanner = &scanner}, faults);
+  Findings findings = AllFindings(load, project, options, context.Ui);
+  AppendReadFaults(findings, faults);
   const Verdict verdict = VerdictOn(findings, options.Strict);
   if (options.Json) {
     PrintJson(project, load, findings, verdict, context.Out);

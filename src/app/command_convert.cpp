@@ -12,7 +12,6 @@
 #include "base/random.h"
 #include "check/findings.h"
 #include "script/load_findings.h"
-#include "script/script_writer.h"
 
 namespace quorvelant {
 
@@ -100,7 +99,7 @@ int Run(const ConvertOptions& options, CommandContext& context) {
     context.Ui.Tell(finding);
   }
   if (!faults.Told.empty() || !MayConvert(load, options, context.Ui) ||
-      !SaveDataLike(project, OwnScriptText(load), options.Out, context.Ui)) {
+      !SaveLoaded(project, load, options.Out, context.Ui)) {
     return ExitFailed;
   }
   TellMovedSources(options, project, context.Ui);

@@ -109,7 +109,7 @@ int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, st
                    const std::function<void(Verbosity)>& setVerbosity) {
   CommandContext context{.Ui = ui,
                          .Out = out,
-                         .Options = ReadUserSettings(SettingsFile(environment)),
+                         .Options = ReadUserSettings(SettingsFile(environment), ui),
                          .LogFile = LogFile(environment),
                          .CacheFolder = CacheFolder(environment)};
   CLI::App program{std::string(Description), "quorvelant"};

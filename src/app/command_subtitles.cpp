@@ -27,7 +27,6 @@
 #include "model/cls_dvd.h"
 #include "model/walk.h"
 #include "script/script_reader.h"
-#include "script/script_writer.h"
 
 namespace quorvelant {
 
@@ -157,7 +156,7 @@ int Run(const SubtitlesOptions& options, CommandContext& context) {
   }
   WarnOfMissingBitmaps(project, std::span(stream.SubPlays).subspan(before), ui);
   const std::string& output = options.Output.empty() ? options.Project : options.Output;
-  if (!SaveDataLike(project, OwnScriptText(load), output, ui)) {
+  if (!SaveLoaded(project, load, output, ui)) {
     return ExitFailed;
   }
   context.Report(fmt::format("{} subtitles added to {} ({}) of {}, written to {}\n",

@@ -38,6 +38,9 @@ inline constexpr MessageKind LogInTheWay{
     "No log can be begun here, in place of the project, of a source or within the disc: name another file"};
 inline constexpr MessageKind ResultsNotWritten{"results-not-written", Severity::Error, "Output",
                                                "The results could not be written to standard output"};
+inline constexpr MessageKind SettingsNotRead{
+    "settings-not-read", Severity::Warning, "Settings",
+    "The settings cannot be read, and the built-in ones hold: mend the file or its permissions"};
 
 // `probe` and `index`; the first two take why a file cannot be read.
 inline constexpr MessageKind ProbeRefused{"probe-refused", Severity::Error, "Probe Error", "{}"};

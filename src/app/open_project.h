@@ -4,27 +4,23 @@
 #include <string>
 #include <vector>
 
-#include "analysis/messages.h"
 #include "base/file_text.h"
 #include "base/passing_ui.h"
 #include "base/random.h"
 #include "base/rules.h"
+#include "check/findings.h"
+#include "check/messages.h"
 #include "edit/file_scanner.h"
 #include "model/project.h"
+#include "script/messages.h"
 #include "script/script_reader.h"
+#include "script/script_writer.h"
 
 namespace quorvelant {
 
-// Passes status, progress and the wish to stop on and keeps boxes back: for a command that tells everything
-// itself when the work is done.
-class SilentBoxes : public PassingUi {
- public:
-  using PassingUi::PassingUi;
-  void Tell(const Message& /*message*/) override {}
-};
-
-// Keeps boxes back too, and what of the sources could not be read: what is not known of them would be written
-// wrong.
+// Passes status, progress and the wish to stop on and keeps boxes back, for a command that tells everything
+// itself when the work is done. What of the sources could not be read is kept: what is not known of them
+// would be written wrong.
 class ReadFaults : public PassingUi {
  public:
   using PassingUi::PassingUi;
@@ -41,18 +37,28 @@ class ReadFaults : public PassingUi {
   return load.Loaded && load.TakenCount > 0 && load.UnclosedCount == 0;
 }
 
-// The text of an own script, for what of it the project does not hold; empty of one in the other dialect.
-[[nodiscard]] inline std::string OwnScriptText(const LoadResult& load) {
+// Writes the project as a script with the comments and line ends of the own one that it was read from. False,
+// and said, where one of the two files fails.
+[[nodiscard]] inline bool SaveLoaded(const Project& project, const LoadResult& load, const std::string& path,
+                                     UserInterface& ui) {
   constexpr std::uint64_t MostBytes = std::uint64_t{1} << 28U;
-  return load.IsScenarist ? std::string() : ReadHead(SystemPath(load.File), MostBytes).value_or("");
+  const auto original = load.IsScenarist ? std::string() : ReadHead(SystemPath(load.File), MostBytes);
+  if (!original) {
+    ui.Tell(MessageOf(message::ScriptReadFailed, load.File, load.File));
+    return false;
+  }
+  return SaveDataLike(project, *original, path, ui);
 }
 
-// Loads a script with a look at the first file of each track and stream.
-[[nodiscard]] inline LoadResult OpenProject(const std::string& script, Project& project, const Rules& rules,
-                                            UserInterface& ui) {
-  SilentBoxes quiet(ui);
-  const FileScanner scanner(rules, quiet);
-  return LoadScriptFile(script, project, {.Rules = rules, .Scanner = &scanner}, ui);
+// Adds what the load could not read of sources: also a disk that fails once leaves a track without what its
+// file says. Where the look at the sources met the same, that has told it.
+inline void AppendReadFaults(Findings& findings, const ReadFaults& load) {
+  if (Has(findings, message::SourceBroken) || Has(findings, message::SourceMissing)) {
+    return;
+  }
+  for (const Message& fault : load.Told) {
+    findings.push_back(MessageOf(message::SourceBroken, fault.Place, fault.Place, fault.Text));
+  }
 }
 
 }  // namespace quorvelant

@@ -8,6 +8,7 @@
 #include <system_error>
 #include <vector>
 
+#include "app/messages.h"
 #include "base/file_text.h"
 #include "base/text.h"
 
@@ -178,8 +179,11 @@ bool IsLeftByBatchRun(std::string_view text) {
   return read.PalSlideDuration == 0 && read.NtscSlideDuration == 0;
 }
 
-Settings ReadUserSettings(const std::string& file) {
+Settings ReadUserSettings(const std::string& file, UserInterface& ui) {
   const auto text = ReadHead(file, MostFileBytes);
+  if (!text && SystemDisk().KindOf(file) == FileKind::Plain) {
+    ui.Tell(MessageOf(message::SettingsNotRead, file));
+  }
   return text && !IsLeftByBatchRun(*text) ? ParseSettings(*text) : DefaultSettings();
 }
 

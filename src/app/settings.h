@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/user_interface.h"
+
 namespace quorvelant {
 
 // Player regions 1 to 6 and 8; there is no region 7 to allow.
@@ -45,8 +47,9 @@ std::string SettingsText(const Settings& settings);
 // Whether a batch run has left this text: both slide times are 0, which no other run writes.
 [[nodiscard]] bool IsLeftByBatchRun(std::string_view text);
 
-// The settings for the command form: of the file, or the defaults where it is as a batch run leaves it.
-[[nodiscard]] Settings ReadUserSettings(const std::string& file);
+// The settings for the command form: of the file, or the defaults where it is as a batch run leaves it, or
+// cannot be read, which is told.
+[[nodiscard]] Settings ReadUserSettings(const std::string& file, UserInterface& ui);
 
 // Reads the file; the defaults where there is none or it cannot be read. Of a file beyond 1 MiB only that
 // much is looked at. `destination` (already given in another way) wins over the file's folder.

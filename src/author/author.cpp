@@ -107,8 +107,13 @@ bool EnterSums(const AuthorRun& run, const std::string& folder) {
   return !foreign || run.Refuse(MessageOf(message::ForeignFile, folder, *foreign));
 }
 
+// Neither a source nor the project's own script is taken for a file of the disc before.
 bool KeepsSources(const AuthorRun& run, const SourceStamps& stamps) {
-  const auto replaced = stamps.FirstReplacedIn(run.Order.Folder);
+  auto replaced = stamps.FirstReplacedIn(run.Order.Folder);
+  if (const std::string script = SystemPath(run.Plan.Disc->ScriptFile);
+      !script.empty() && IsReplacedIn(run.Order.Folder, script)) {
+    replaced = script;
+  }
   return !replaced || run.Refuse(MessageOf(message::SourceInDestination, *replaced));
 }
 

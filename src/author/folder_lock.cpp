@@ -75,13 +75,14 @@ Message BusyMessage(const fs::path& destination, int handle, bool ownFile) {
 Opened OpenLock(const fs::path& destination, const fs::path& file) {
   Opened opened;
   opened.Handle = open(file.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
-  if (opened.Handle < 0 && (errno == EACCES || errno == EROFS || errno == EPERM)) {
+  const int refused = errno;
+  if (opened.Handle < 0 && (refused == EACCES || refused == EROFS || refused == EPERM)) {
     opened.Handle = open(destination.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     opened.OwnFile = false;
   }
   if (opened.Handle < 0) {
-    const std::string reason = std::generic_category().message(errno);
-    opened.Refusal = errno == ELOOP || errno == EISDIR || errno == ENXIO
+    const std::string reason = std::generic_category().message(refused);
+    opened.Refusal = refused == ELOOP || refused == EISDIR || refused == ENXIO
                          ? MessageOf(message::LockIsForeign, file.string())
                          : MessageOf(message::FolderNotLocked, destination.string(), reason);
   } else if (opened.OwnFile && IsForeign(opened.Handle)) {

@@ -1,5 +1,7 @@
 #include "author/source_stamps.h"
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 #include <system_error>
 
@@ -64,18 +66,23 @@ std::optional<std::string> SourceStamps::FirstChanged() const {
 }
 
 std::optional<std::string> SourceStamps::FirstReplacedIn(const std::string& folder) const {
-  const std::filesystem::path destination = DestinationPath(folder);
   for (const auto& [path, stamp] : stamps_) {
-    std::error_code failed;
-    for (const auto& real : {std::filesystem::canonical(path, failed),
-                             std::filesystem::absolute(path, failed).lexically_normal()}) {
-      if (IsDiscFileName(real.filename().string()) &&
-          std::filesystem::weakly_canonical(real.parent_path(), failed) == destination) {
-        return path;
-      }
+    if (IsReplacedIn(folder, path)) {
+      return path;
     }
   }
   return std::nullopt;
+}
+
+bool IsReplacedIn(const std::string& folder, const std::string& file) {
+  const std::filesystem::path destination = DestinationPath(folder);
+  std::error_code failed;
+  const std::array<std::filesystem::path, 2> names{
+      std::filesystem::canonical(file, failed), std::filesystem::absolute(file, failed).lexically_normal()};
+  return std::ranges::any_of(names, [&](const std::filesystem::path& name) {
+    return IsDiscFileName(name.filename().string()) &&
+           std::filesystem::weakly_canonical(name.parent_path(), failed) == destination;
+  });
 }
 
 }  // namespace quorvelant

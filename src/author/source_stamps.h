@@ -29,4 +29,7 @@ class SourceStamps {
   std::map<std::string, struct stat> stamps_;
 };
 
+// Whether the disc in `folder` would replace the file, by its name or by what a link of its name means.
+[[nodiscard]] bool IsReplacedIn(const std::string& folder, const std::string& file);
+
 }  // namespace quorvelant

@@ -85,6 +85,22 @@ std::vector<std::int64_t> SlideFrames(const Project& project, const Track& track
   return frames;
 }
 
+// Where chapters can start in files one after the other, `indexes` in their order: nothing where one has
+// none.
+std::vector<ChapterStart> StartsIn(const std::vector<std::optional<PictureIndex>>& indexes) {
+  std::vector<ChapterStart> starts;
+  std::int64_t base = 0;
+  for (const std::optional<PictureIndex>& index : indexes) {
+    starts.push_back({base, !index || index->Entries.empty()});
+    for (std::size_t i = 0; index && i < index->Entries.size(); ++i) {
+      starts.push_back({base + index->Entries[i].Frame, false});
+    }
+    base += index ? index->TotalFrames : 1;
+  }
+  std::ranges::stable_sort(starts, {}, &ChapterStart::Frame);
+  return starts;
+}
+
 // Stores the length of the track, removes the scenes past it where it is known and moves the others.
 void FitScenes(Project& project, std::size_t trackIndex, std::int64_t frames, bool endIsKnown,
                const std::vector<ChapterStart>& starts, UserInterface& ui) {
@@ -122,40 +138,36 @@ bool AnalyseChapters(Project& project, std::size_t trackIndex, IndexStore& store
     return false;
   }
   std::int64_t frames = 0;
+  std::vector<std::optional<PictureIndex>> indexes;
   for (const FileIndex& file : run.Files) {
-    frames += file.State == IndexState::NotIndexed ? 1 : file.Index.TotalFrames;
+    const bool hasOne = file.State != IndexState::NotIndexed;
+    frames += hasOne ? file.Index.TotalFrames : 1;
+    indexes.push_back(hasOne ? std::optional(file.Index) : std::nullopt);
   }
   if (frames <= 0) {
     return true;  // an index that tells nothing
   }
-  FitScenes(project, trackIndex, frames, true, ChapterStarts(project, trackIndex, store), ui);
+  FitScenes(project, trackIndex, frames, true, StartsIn(indexes), ui);
   return true;
 }
 
 std::vector<ChapterStart> ChapterStarts(const Project& project, std::size_t trackIndex,
                                         const IndexStore& store) {
-  std::vector<ChapterStart> starts;
-  std::int64_t base = 0;
   const Track& track = project.Tracks[trackIndex];
   if (IsSlideShow(track)) {
+    std::vector<ChapterStart> starts;
+    std::int64_t base = 0;
     for (const std::int64_t frames : SlideFrames(project, track)) {
       starts.push_back({base, false});
       base += frames;
     }
     return starts;
   }
+  std::vector<std::optional<PictureIndex>> indexes;
   for (const IndexSource& file : VideoFiles(project, track)) {
-    const auto found = file.IsImage ? std::nullopt : FindPictureIndex(file.Name, store);
-    const PictureIndex index = found.value_or(PictureIndex{});
-    starts.push_back({base, index.Entries.empty()});
-    for (const PictureIndex::Entry& entry : index.Entries) {
-      starts.push_back({base + entry.Frame, false});
-    }
-    base += found ? index.TotalFrames : 1;
+    indexes.push_back(file.IsImage ? std::nullopt : FindPictureIndex(file.Name, store));
   }
-  std::stable_sort(starts.begin(), starts.end(),
-                   [](const ChapterStart& a, const ChapterStart& b) { return a.Frame < b.Frame; });
-  return starts;
+  return StartsIn(indexes);
 }
 
 std::int64_t MoveToChapterStart(const std::vector<ChapterStart>& starts, std::int64_t frame) {

@@ -1,4 +1,6 @@
 // Files of a data folder, and the plays that name them.
+#include <fmt/format.h>
+
 #include <filesystem>
 #include <fstream>
 
@@ -12,7 +14,7 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::size_t MostParts = 1000;
+constexpr std::size_t MostListedFiles = 1000;
 
 bool NameVideoPlay(ReaderState& state, std::string_view name) {
   Track* track = state.LastTrack();
@@ -90,7 +92,8 @@ std::string SubtitlePath(const ReaderState& state, std::string_view file) {
   return hasFolder || folder.empty() ? std::string(file) : folder + "\\" + std::string(file);
 }
 
-// A list of the files of a multi-part source, one a line; "#" starts a remark.
+// A list of the files of a multi-part source, one a line; "#" starts a remark. False, and no files, where it
+// cannot be read to its end.
 bool ReadParts(const ReaderState& state, DataFile_P& data) {
   const std::string path = SystemPath(data.FilePath, state.Target.SourceFolder());
   std::error_code failed;
@@ -102,11 +105,14 @@ bool ReadParts(const ReaderState& state, DataFile_P& data) {
     return false;
   }
   LineReader lines(list);
-  while (data.Parts.size() < MostParts && lines.Next()) {
+  while (data.Parts.size() <= MostListedFiles && lines.Next()) {
     const std::string_view part = Trim(lines.Line());
     if (!part.empty() && !part.starts_with('#')) {
       data.Parts.emplace_back(part);
     }
+  }
+  if (lines.Broken()) {
+    data.Parts.clear();
   }
   return !data.Parts.empty();
 }
@@ -132,6 +138,10 @@ bool ReadFile(ReaderState& state, std::string_view value, std::size_t /*number*/
     data->FilePath = state.Open == Segment::DataSub ? SubtitlePath(state, value) : std::string(value);
     if (Lower(value).ends_with("cfx") && !ReadParts(state, *data)) {
       state.Outcome.SkipReason = UnreadableList;
+      return false;
+    }
+    if (data->Parts.size() > MostListedFiles) {
+      state.Outcome.TooMany = fmt::format("{} files in a list", MostListedFiles);
       return false;
     }
     return true;

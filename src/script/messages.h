@@ -59,6 +59,6 @@ inline constexpr MessageKind PaletteUnknown{
 inline constexpr MessageKind ScriptSaved{"script-saved", Severity::Information, "Script Success",
                                          "Script file has been saved to: {}"};
 inline constexpr MessageKind ScriptSaveFailed{"script-save-failed", Severity::Error, "Script Error",
-                                              "Unable to write script file: {}"};
+                                              "Unable to write script file: {} ({})"};
 
 }  // namespace quorvelant::message

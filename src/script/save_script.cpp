@@ -1,4 +1,7 @@
 // Saving a project.
+#include <string>
+#include <system_error>
+
 #include "base/file_text.h"
 #include "base/random.h"
 #include "script/kept_text.h"
@@ -7,22 +10,25 @@
 
 namespace quorvelant {
 
-bool SaveData(const Project& project, const std::string& path, UserInterface& ui) {
-  if (WriteAside(SystemPath(path), WriteScript(project)) == 0) {
-    return true;
+namespace {
+
+bool Save(const std::string& text, const std::string& path, UserInterface& ui) {
+  const int refusal = WriteAside(SystemPath(path), text);
+  if (refusal != 0) {
+    ui.Tell(MessageOf(message::ScriptSaveFailed, path, path, std::generic_category().message(refusal)));
   }
-  ui.Tell(MessageOf(message::ScriptSaveFailed, path, path));
-  return false;
+  return refusal == 0;
+}
+
+}  // namespace
+
+bool SaveData(const Project& project, const std::string& path, UserInterface& ui) {
+  return Save(WriteScript(project), path, ui);
 }
 
 bool SaveDataLike(const Project& project, std::string_view original, const std::string& path,
                   UserInterface& ui) {
-  const std::string written = WithLineEndsOf(original, WithCommentsOf(original, WriteScript(project)));
-  if (WriteAside(SystemPath(path), written) == 0) {
-    return true;
-  }
-  ui.Tell(MessageOf(message::ScriptSaveFailed, path, path));
-  return false;
+  return Save(WithLineEndsOf(original, WithCommentsOf(original, WriteScript(project))), path, ui);
 }
 
 bool SaveDataPath(Project& project, UserInterface& ui) {

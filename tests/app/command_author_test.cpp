@@ -17,6 +17,7 @@
 #include "analysis/picture_index.h"
 #include "app/command_form.h"
 #include "app/console_ui.h"
+#include "app/messages.h"
 #include "base/text.h"
 #include "support/disc_walk.h"
 #include "support/folders.h"
@@ -30,6 +31,7 @@ namespace {
 std::string unwritable;
 std::string unreadable;
 std::atomic<std::int64_t> left;  // writes, or bytes to read, until one fails
+bool recovers = false;           // a disk that fails one read alone
 
 // How much of `wanted` the disk takes or gives, at that cost.
 std::size_t Granted(int file, const std::string& failing, std::size_t wanted, std::size_t cost) {
@@ -60,6 +62,7 @@ extern "C" ssize_t read(int file, void* bytes, size_t count) {
   if (!quorvelant::unreadable.empty() && count > 0) {
     count = quorvelant::Granted(file, quorvelant::unreadable, count, count);
     if (count == 0) {
+      quorvelant::left = quorvelant::recovers ? INT_MAX : 0;
       errno = EIO;
       return -1;
     }
@@ -139,22 +142,64 @@ TEST_F(Runs, AFullDiskIsToldOnceAndLeavesTheDestinationAsItWas) {
 
 TEST_F(Runs, NothingIsWrittenOfWhatCannotBeReadWhole) {
   const std::string target = temp.Write("target.qvp", "mine");
+  const std::vector<std::vector<std::string>> authors = {{"author", demo, "-o", disc},
+                                                         {"author", demo, "-o", disc, "--rules", "classic"}};
+  std::vector<std::vector<std::string>> readers = authors;
+  readers.push_back({"check", demo});
+  readers.push_back({"convert", demo, target, "--force"});
+  readers.push_back({"subtitles", demo, demo, "--track", "1", "-o", target, "--force"});
   const struct {
     const char* Path;
     std::int64_t Bytes;
-  } cases[] = {{"demo.qvp", 0}, {"demo.qvp", 2000}, {"first.m2v", 0}, {"first.m2v", 10}};
+    bool Once;
+    const std::vector<std::vector<std::string>>& Commands;
+  } cases[] = {{"demo.qvp", 0, false, readers},          {"demo.qvp", 2000, false, readers},
+               {"first.m2v", 0, false, readers},         {"first.m2v", 10, false, readers},
+               {"second.m2v", 100, true, readers},       {"first_de.ac3", 10, true, readers},
+               {"first_de.ac3", 150000, false, authors}, {"first.m2v", 900000, true, authors},
+               {"en2.png", 100, false, authors}};
   for (const auto& test : cases) {
-    for (const std::vector<std::string>& command :
-         {std::vector<std::string>{"convert", demo, target, "--force"},
-          {"subtitles", demo, demo, "--track", "1", "-o", target, "--force"}}) {
+    for (const std::vector<std::string>& command : test.Commands) {
+      ui.Messages.clear();
       unreadable = test.Path;
       left = test.Bytes;
+      recovers = test.Once;
       EXPECT_EQ(Run(command), ExitFailed) << test.Path << test.Bytes << command[0];
       unreadable.clear();
-      EXPECT_FALSE(ui.Messages.empty());
-      EXPECT_EQ(TempFolder::Read(target), "mine");
+      EXPECT_TRUE(std::ranges::any_of(ui.Messages, [](const Message& told) {
+        return told.Level == Severity::Error && Contains(told.Place + told.Text, "read");
+      })) << test.Path;
+      EXPECT_TRUE(TempFolder::Read(target) == "mine");
+      EXPECT_FALSE(fs::exists(disc));
     }
   }
+}
+
+// The second read of a script is for its comments; an index is built anew.
+TEST_F(Runs, WhatAReadLosesIsNotLostInSilence) {
+  fs::copy(SourceFile("examples"), temp / "own", fs::copy_options::recursive);
+  const std::string own = temp / "own/demo.qvp";
+  const auto analysed = [&] {
+    EXPECT_EQ(Run({"author", own, "-o", disc, "--force", "--analyse"}), ExitDone);
+    return FilesOf(disc);
+  };
+  const Files before = analysed();
+  recovers = true;
+  unreadable = "first.m2v.qvi";
+  left = 10;
+  EXPECT_TRUE(analysed() == before);
+  const std::string script = "# mine\n" + TempFolder::Read(own);
+  temp.Write("own/demo.qvp", script);
+  unreadable = "demo.qvp";
+  left = static_cast<std::int64_t>(script.size());
+  EXPECT_EQ(Run({"convert", own, own}), ExitFailed);
+  EXPECT_TRUE(TempFolder::Read(own) == script);
+  temp.Write("quorvelant/Quorvelant.ini", "Region1=0");
+  ui.Messages.clear();
+  unreadable = "Quorvelant.ini";
+  left = 0;
+  EXPECT_EQ(Run({"command", "NOP"}), ExitDone);
+  EXPECT_TRUE(ui.Messages.at(0).Is(message::SettingsNotRead));
 }
 
 TEST_F(Runs, ADryRunAndAReadLeaveNoFile) {

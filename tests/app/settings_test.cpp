@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "app/user_folders.h"
+#include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
 namespace quorvelant {
@@ -87,11 +88,12 @@ TEST(Settings, TheFileAndTheFolderGivenOtherwise) {
 
 TEST(Settings, OfABatchRunChangeNothing) {
   const TempFolder temp;
-  EXPECT_EQ(ReadUserSettings(temp.Write("a", SettingsText({}))), DefaultSettings());
+  RecordingUi ui;
+  EXPECT_EQ(ReadUserSettings(temp.Write("a", SettingsText({})), ui), DefaultSettings());
   Settings own = DefaultSettings();
   own.NtscSlideDuration = 0;
   own.RemoveSeqEnd = false;
-  EXPECT_FALSE(ReadUserSettings(temp.Write("b", SettingsText(own))).RemoveSeqEnd);
+  EXPECT_FALSE(ReadUserSettings(temp.Write("b", SettingsText(own)), ui).RemoveSeqEnd);
 }
 
 TEST(UserFolders, FollowTheBaseDirectories) {

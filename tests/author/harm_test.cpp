@@ -114,6 +114,11 @@ TEST_F(HarmedRun, ASourceThatTheDiscWouldReplaceIsRefused) {
   const std::string content = TempFolder::Read(taken);
   EXPECT_EQ(Author(), "source-in-destination");
   EXPECT_EQ(maker.Author().Outcome, AuthorOutcome::Failed);  // into the folder at once
+  fs::remove(film);
+  fs::copy_file(taken, film);
+  maker.Disc.ScriptFile = maker.Temp / "disc.qvp";
+  fs::create_symlink(taken, maker.Disc.ScriptFile);
+  EXPECT_EQ(Author(), "source-in-destination");
   EXPECT_EQ(TempFolder::Read(taken), content);
 }
 

@@ -236,5 +236,20 @@ TEST(SubtitleMux, TooMuchAtOnceIsRefusedForPlayers) {
   }
 }
 
+TEST(SubtitleMux, EntriesPastTheEndAreLeftOutAndTold) {
+  for (const Rules& rules : {Rules::Players, Rules::Classic}) {
+    MuxRun run(rules);
+    const SubtitleStream stream =
+        StreamOf(run.Folder, "a", {{200, 60, 100, 100, 10, 20}, {200, 60, 100, 100, 80, 90}}, false);
+    MuxInput input = FilmWith({}, 75);
+    input.Subpictures = {{0, &stream, {}}};
+    EXPECT_EQ(run.Mux(input), MuxOutcome::Done);
+    ASSERT_EQ(run.Ui.Messages.size(), 1U);
+    EXPECT_TRUE(run.Ui.Messages[0].Is(message::SubtitlesPastEnd));
+    EXPECT_THAT(run.Ui.Messages[0].Text,
+                testing::HasSubstr("1 entries start after the picture ends, the first is entry 2"));
+  }
+}
+
 }  // namespace
 }  // namespace quorvelant

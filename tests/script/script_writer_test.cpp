@@ -305,7 +305,7 @@ TEST(ScriptWriter, SavingAsksReportsAndReplacesFilesAlone) {
   const std::string taken = folder / "folder";
   std::filesystem::create_directory(taken);
   EXPECT_FALSE(SaveData(Project(), taken, ui));
-  EXPECT_EQ(ui.Messages.back().Text, "Unable to write script file: " + taken);
+  EXPECT_EQ(ui.Messages.back().Text, "Unable to write script file: " + taken + " (Is a directory)");
 }
 
 }  // namespace

@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "picture/picture_loader.h"
+#include "support/temp_folder.h"
+
 namespace quorvelant {
 namespace {
 
@@ -167,6 +170,20 @@ TEST(BuildSPU, FormsWithoutStopForcedAndOdd) {
   EXPECT_EQ(filled.size(), 4U + 5 + 24 + 1);
   EXPECT_EQ(GetBytes(filled, 0, 2), filled.size());
   EXPECT_EQ(filled.back(), 0xFF);
+}
+
+// A file of a quarter megabyte that would take 600 of memory: its head tells, and no pixel is decoded.
+TEST(LoadSPUBitmap, WhatNoScreenHoldsIsRefusedByItsHead) {
+  const TempFolder folder;
+  SPURecord record;
+  for (const auto& [width, refused] : {std::pair{"\x40", true}, {"\x08", false}}) {
+    record.File = folder.Write("a.png", std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0", 18) + width +
+                                            std::string("\0\0\0\x08\0\x08\x02\0\0\0", 10));
+    BmpLoader none;  // decodes no such file, and says so
+    EXPECT_THAT([&] { LoadSPUBitmap(none, record, false, Rules::Players); },
+                testing::ThrowsMessage<PictureError>(
+                    testing::HasSubstr(refused ? "16384x2048 is too large" : "only Windows bitmaps")));
+  }
 }
 
 }  // namespace
