@@ -16,6 +16,8 @@ constexpr std::string_view Peak =
     "{:.0f}";
 constexpr std::string_view LongGroup = "a group of pictures lasts {} fields; players expect {} at most";
 constexpr std::string_view NoSequenceFirst = "it does not start with a sequence header: cut it at one";
+constexpr std::string_view NoGroupHeaders =
+    "it has no group headers (GOP), so that some players search badly in it";
 constexpr std::string_view ProgressiveSequence =
     "it is marked as a progressive sequence, which a disc's video is not; most players don't mind";
 constexpr std::string_view FieldPairs =
@@ -105,7 +107,9 @@ std::vector<Message> FaultsOf(const AudioAttributes& audio) {
 }
 
 DiscFit JudgeVideo(const VideoProbe& probe) {
-  DiscFit fit = FitOf(FaultsOf(probe.Info));
+  // Of a stream that is cut before its first sequence header the head tells nothing else.
+  const bool cut = probe.Info.Coding == "NO" && probe.Info.PicturesSeen > 0 && !probe.StartsWithSequence;
+  DiscFit fit = cut ? DiscFit{} : FitOf(FaultsOf(probe.Info));
   if (probe.Info.PicturesSeen == 0) {
     return fit;
   }
@@ -123,6 +127,9 @@ DiscFit JudgeVideo(const VideoProbe& probe) {
   const std::int64_t mostFields = TimingOf(probe.Info.Standard == "NTSC").MostGopFields;
   if (probe.LongestGroupFields > mostFields) {
     fit.Reasons.push_back(fmt::format(LongGroup, probe.LongestGroupFields, mostFields));
+  }
+  if (probe.Groups == 0 && probe.Frames() > 1) {
+    fit.Notes.emplace_back(NoGroupHeaders);
   }
   if (probe.ProgressiveSequence) {
     fit.Notes.emplace_back(ProgressiveSequence);

@@ -160,6 +160,9 @@ std::string VideoText(const VideoProbe& video) {
 std::string Headline(const ProbeReport& report) {
   if (report.Video) {
     const VideoInfo& info = report.Video->Info;
+    if (info.Coding == "NO") {
+      return "pictures of MPEG video, and no sequence header before them";
+    }
     return fmt::format("{}{}, {}, {}x{}, {}{}, {:.3f} frames a second", info.Coding,
                        report.Video->Frames() == 1 ? " still" : " video",
                        info.Standard.empty() ? "no video standard" : info.Standard, info.Width, info.Height,

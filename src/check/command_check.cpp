@@ -110,10 +110,14 @@ class CommandChecker {
 
  private:
   void CheckChain(const Stand& stand) {
-    for (const CommandList* list :
-         {&stand.Chain.PreCommands, &stand.Chain.PostCommands, &stand.Chain.CellCommands}) {
-      CheckList(stand, *list, stand.Chain.Key);
-    }
+    // First Play without cells goes from its last list into a stop.
+    const Severity beyondPre = stand.In == FirstPlay && LiveCount(stand.Chain.PostCommands) == 0
+                                   ? Severity::Error
+                                   : Severity::Warning;
+    const Severity beyondPost = stand.In == FirstPlay ? Severity::Error : Severity::Warning;
+    CheckList(stand, stand.Chain.PreCommands, stand.Chain.Key, beyondPre);
+    CheckList(stand, stand.Chain.PostCommands, stand.Chain.Key, beyondPost);
+    CheckList(stand, stand.Chain.CellCommands, stand.Chain.Key);
     for (const Cell_P* cell : LiveCells(stand.Chain)) {
       for (const ButtonCommands_P& play : cell->ButtonCommands) {
         CheckList(stand, play.Commands, cell->Key);
@@ -121,24 +125,29 @@ class CommandChecker {
     }
   }
 
-  void CheckList(const Stand& stand, const CommandList& list, const std::string& key) {
-    const auto count = static_cast<std::size_t>(std::ranges::count(list, false, &VMICommand_P::Deleted));
+  static std::size_t LiveCount(const CommandList& list) {
+    return static_cast<std::size_t>(std::ranges::count(list, false, &VMICommand_P::Deleted));
+  }
+
+  void CheckList(const Stand& stand, const CommandList& list, const std::string& key,
+                 Severity beyondLines = Severity::Warning) {
+    const std::size_t count = LiveCount(list);
     for (const VMICommand_P& command : list) {
       if (!command.Deleted) {
         Check(stand, command, key);
-        CheckLine(command, count, key);
+        CheckLine(command, count, key, beyondLines);
       }
     }
   }
 
   // A line that the list does not have ends it.
-  void CheckLine(const VMICommand_P& command, std::size_t count, const std::string& key) {
+  void CheckLine(const VMICommand_P& command, std::size_t count, const std::string& key, Severity level) {
     const std::int32_t line = TargetOf(command).Line;
     const Missing missing = line == 0 ? Missing() : Beyond("line", line, count, "its list");
     if (missing) {
       findings_.push_back(MessageOf(message::TargetMissing, fmt::format("{} {}", key, command.Key),
                                     command.FullCommand, *missing));
-      findings_.back().Level = Severity::Warning;
+      findings_.back().Level = level;
     }
   }
 

@@ -1,4 +1,4 @@
-// What the PGCs of titles say about the streams that a viewer chooses.
+// What PGCs say about the streams that a viewer chooses.
 #pragma once
 
 #include "check/findings.h"

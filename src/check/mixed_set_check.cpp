@@ -15,12 +15,26 @@
 namespace quorvelant {
 namespace {
 
-// AC3 says in each frame how many channels it has; of PCM the domain's attributes tell, though most players
-// go by the packs.
-bool SoundsAlike(const AudioTraits& a, const AudioTraits& b) {
-  return a.ChannelCount == 0 || b.ChannelCount == 0 ||
-         (a.SampleRate == b.SampleRate && a.Quantisation == b.Quantisation &&
-          a.ChannelCount == b.ChannelCount);
+// AC3 says in each frame how many channels it has; of PCM the domain's attributes tell. Packs repeat them,
+// but a player that has set up its converter for 16 bits plays samples of 24 as noise; channels it mixes as
+// they come.
+bool HasTraits(const AudioTraits& traits) {
+  return traits.ChannelCount != 0;
+}
+bool HasSamplesOf(const AudioTraits& a, const AudioTraits& b) {
+  return a.SampleRate == b.SampleRate && a.Quantisation == b.Quantisation;
+}
+Severity HowUnlike(const AudioStream& a, const AudioStream& b) {
+  if (a.Format != b.Format) {
+    return Severity::Error;
+  }
+  if (a.Format != "PCM" || !HasTraits(a.Traits) || !HasTraits(b.Traits)) {
+    return Severity::Information;
+  }
+  if (!HasSamplesOf(a.Traits, b.Traits)) {
+    return Severity::Error;
+  }
+  return a.Traits.ChannelCount == b.Traits.ChannelCount ? Severity::Information : Severity::Warning;
 }
 
 bool IsBitmap(const Track& track) {
@@ -94,15 +108,14 @@ class DomainChecker {
       }
       const auto [first, isNew] = streams_.try_emplace(stream.StreamNumber, &stream, &track);
       const AudioStream& other = *first->second.first;
-      const bool sameKind = other.Format == stream.Format;
-      const bool alike = sameKind && (stream.Format != "PCM" || SoundsAlike(other.Traits, stream.Traits));
-      if (isNew || alike || first->second.second == &track) {
+      const Severity unlike = HowUnlike(other, stream);
+      if (isNew || unlike == Severity::Information || first->second.second == &track) {
         continue;
       }
       Message& mixed = findings_.emplace_back(MessageOf(
           message::AudioMixed, AudioStreamKey(index, place + 1), Here(), entry_.Key, stream.StreamNumber,
           KindOf(other), first->second.second->TrackName, KindOf(stream), track.TrackName));
-      mixed.Level = sameKind ? Severity::Warning : Severity::Error;
+      mixed.Level = unlike;
     }
   }
 

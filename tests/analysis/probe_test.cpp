@@ -206,10 +206,14 @@ TEST_F(Probes, ReasonsAgainstADisc) {
       {Bytes(5000), "it holds no MPEG video"},
       {StreamBuilder().Group().Picture().Raw(BuildStream({})).Data(),
        "it does not start with a sequence header: cut it at one"},
+      {StreamBuilder().Group().Picture({.TotalBytes = 300000}).Data(),
+       "it does not start with a sequence header: cut it at one"},
   };
   for (const auto& [stream, reason] : cases) {
     EXPECT_EQ(fmt::format("{}", fmt::join(JudgeVideo(Probe(stream)).Reasons, "; ")), reason);
   }
+  const Bytes noGroups = StreamBuilder().Sequence().Picture().Picture({.Type = 'P'}).Data();
+  EXPECT_EQ(JudgeVideo(Probe(noGroups)).Notes.size(), 1U);
   const AudioChannels three = PcmChannels(3);
   const std::pair<AudioAttributes, std::string> sounds[] = {
       {{.Format = "PCM", .BitRate = 96 * 3 * 24, .SampleRate = 96, .Channels = three, .Quantisation = 24},

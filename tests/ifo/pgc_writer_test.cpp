@@ -127,6 +127,12 @@ TEST(PgcWriter, LinksModesAndPalette) {
     EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA2, 1), value);
     EXPECT_EQ(At(Build(disc, chain, Domain::Menu), 0xA2, 1), 0U);
   }
+  Track& track = disc.Disc.Tracks.Add({});
+  EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA4 + 4, 4), 0U);
+  track.HighlightPlays.emplace_back().Buttons.emplace_back();
+  EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA4, 8), 0x0010'8080'00EB'8080U);  // black, white
+  EXPECT_EQ(At(Build(disc, chain, Domain::Title, Rules::Classic), 0xA4 + 4, 4), 0U);
+  track.HighlightPlays.clear();
   disc.Disc.Palettes.Add({.Key = "Mine"}).PaletteColors[15] = 0xFFFFFF;
   EXPECT_EQ(At(Build(disc, chain, Domain::Title), 0xA4 + 60, 4), 0U);
   chain.PaletteName = "Mine";

@@ -1,26 +1,10 @@
-// Discs that no player gets through: a project a row, as `check` and `author` tell it by both sets of rules.
+#include "dead_disc_rows.h"
+
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <array>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
-#include "app/command_form.h"
 #include "base/text.h"
-#include "check/command_check.h"
-#include "check/messages.h"
-#include "picture/bmp.h"
-#include "support/disc_walk.h"
-#include "support/folders.h"
-#include "support/media.h"
-#include "support/recording_ui.h"
-#include "support/stream_builder.h"
-#include "support/temp_folder.h"
-#include "vm/resolver.h"
 
-namespace quorvelant {
+namespace quorvelant::dead {
 namespace {
 
 // A disc that plays; "|" ends a line.
@@ -32,8 +16,14 @@ const std::string Manager =
 const std::string Root = "Item=PGC|Name=R|MenuType=Root|Item=PreCommands|Command=JumpVTS_TT T|";
 const std::string Title = "Item=Title|Name=T|Item=PGC|Name=P|Item=PreCommands|Command=NOP|";
 const std::string Cell = "Item=Program|Name=G|Item=Cell|Name=C|UsingScene=s|";
+}  // namespace
+
 const std::string Disc = Film + Sound + "a.ac3|Item=Scene|Name=s|" + First + Manager + "Command=JumpTT T|" +
                          "Item=VTS|Item=Language|LU=en|" + Root + Title + Cell;
+
+const std::string SceneLine = "Item=Scene|Name=s|";
+
+namespace {
 
 std::string Repeat(int count, std::string_view text) {
   std::string all;
@@ -51,7 +41,6 @@ std::string Other(std::string_view film, std::string_view sound) {
 }
 
 // Buttons and the marks that show them, on the track; and the commands of the cell.
-const std::string SceneLine = "Item=Scene|Name=s|";
 const std::string Subtitle =
     "Item=SubPicture Play|File=marks.bmp|Start=00:00:00:00|Duration=00:00:01:00|Forced=Yes|"
     "Conversion(P)=255,255,255|";
@@ -66,16 +55,6 @@ std::string WithButtons(const std::string& commands) {
   return Replace(Disc, SceneLine, Overlay + SceneLine) + commands;
 }
 
-struct Row {
-  friend void PrintTo(const Row& row, std::ostream* out) { *out << row.Name; }
-
-  std::string Name;
-  std::string From;  // of the disc; empty for its end
-  std::string To;
-  std::string Found;         // by players' rules; a classic run tells the same and makes the disc
-  std::string Classic = {};  // where it tells something else
-};
-
 Row InFirst(std::string name, const std::string& command, std::string found) {
   return {std::move(name), First, "Item=FirstPGC|Item=PreCommands|Command=" + command + "|",
           std::move(found)};
@@ -87,13 +66,46 @@ Row InTitle(std::string name, const std::string& command, std::string found, con
   return {std::move(name), "Command=NOP|" + Cell, "Command=" + command + "|" + Cell + more, std::move(found)};
 }
 
-std::vector<Row> Rows() {
+// Told by `author` alone.
+Row ReadWhole(std::string name, std::string from, std::string to, std::string found,
+              std::string classic = {}) {
+  return {std::move(name), std::move(from), std::move(to), "", std::move(classic), std::move(found)};
+}
+
+}  // namespace
+
+// What shows over the film, and its scenes.
+std::vector<Row> OverlayRows() {
+  const std::string subtitle = Overlay.substr(0, Overlay.find("Item=Highlight"));
+  const std::string dark = "W palette-dark VTS1.TITLE1.PGC1|";
+  const std::string doubtful = "W doubtful-value p.qvp:";
+  const std::string marks =
+      SceneLine + "Item=Scene|Name=n|SceneTime=00:00:00:13|Item=Scene|Name=o|SceneTime=00:00:00:18|";
+  const std::string both = "Item=Cell|Name=N|UsingScene=n|Item=Cell|Name=O|UsingScene=o|";
+  const std::string crowd =
+      "Item=SubPicture|StreamNumber=0|" +
+      Repeat(20, "Item=SubPicture Play|File=noise.bmp|Start=00:00:00:{:02}|Duration=00:00:00:01|");
+  return {
+      ReadWhole("TwoMarksInAGop", Disc, Replace(Disc, SceneLine, marks) + both, "E mark-opens-no-cell |"),
+      ReadWhole("CrowdedSubtitles", SceneLine, crowd + SceneLine, "E subtitles-overfill noise.bmp|",
+                dark + "W subtitles-overfill noise.bmp|"),
+      ReadWhole("SmoothedSubtitle", SceneLine, Replace(subtitle, "marks", "smooth") + SceneLine,
+                "W subtitle-odd-pixels Track.0.Sub1 (F) entry 1|",
+                dark + "W subtitle-odd-pixels Track.0.Sub1 (F) entry 1|"),
+      {"AColourThatNoKeyTakes", SceneLine, Replace(subtitle, "255,255,255", "#ffffff") + SceneLine,
+       doubtful + "17|", doubtful + "17|" + dark},
+      {"OriginAndDisplayArea", SceneLine, subtitle + "Origin=80,480|DisplayArea=0,2,719,573|" + SceneLine,
+       doubtful + "19|", doubtful + "19|" + dark},
+  };
+}
+std::vector<Row> StructureRows() {
   const std::string twoSubtitles = "Item=SubPicture|StreamNumber=0|" + Subtitle + Subtitle;
   const std::string together = "E subtitles-start-together Track.0.Sub1 (F) entry 2|";
   const std::string noFirst = "E first-play-leads-nowhere FirstPGC|";
   const std::string inFirst = "E target-missing FirstPGC FirstPGC1|";
   const std::string inManager = "E target-missing VMG1.LANGUAGE1.PGC1 Pre1|";
   const std::string inTitle = "E target-missing VTS1.TITLE1.PGC1 Pre1|";
+  const std::string noScene = "E scene-unknown VTS1.TITLE1.PGC1.PG1.CELL2|W cell-left-out VTS1.TITLE1.PGC1|";
   const std::string noMenu = "E menu-leads-nowhere VTS1.LANGUAGE1.PGC1|";
   const std::string twoOfEach =
       Second + Cell + "Item=Cell|Name=C2|UsingScene=s|" + "Item=Program|Name=G2|Item=Cell|UsingScene=s|";
@@ -115,6 +127,9 @@ std::vector<Row> Rows() {
       InFirst("FirstPlayThatBreaksOff", "Break|Command=JumpTT T", noFirst),
       InFirst("FirstPlayThatGoesInCircles", "GoTo 1|Command=JumpTT T", noFirst),
       InFirst("FirstPlayThatGoesOn", "GoTo 2|Command=JumpTT T", ""),
+      InFirst("FirstPlayThatMayGoBeyondItsList", "If ( GPRM0 == 0 ) GoTo 9|Command=JumpTT T", inFirst),
+      InFirst("FirstPlayThatGoesToItsPostCommands", "GoTo 9|Item=PostCommands|Command=JumpTT T",
+              Replace(inFirst, "E ", "W ")),
       {"SetWithoutTitles", "", "Item=VTS|", "E set-without-titles VTS2|"},
       {"TitleWithoutCells", "", Second + "Item=Program|", "E title-without-cells VTS1.TITLE2|"},
       {"TitleOfCommands", "", Second + "Item=PreCommands|Command=LinkPGCN P|",
@@ -150,6 +165,13 @@ std::vector<Row> Rows() {
       InTitle("PgcOfTheSet", "LinkPGCN Q", "", twoOfEach),
       {"PgcOfTitles", "Command=JumpVTS_TT T|", "Command=LinkPGCN Q|", "E command-target-missing VTS1/en/R/-|",
        "E command-target-missing VTS1/en/R/-|"},
+      InFirst("CallInFirstPlay", "CallSS RSM=0,TitleMenu", "E target-forbidden FirstPGC FirstPGC1|"),
+      InFirst("TitleOfASetInFirstPlay", "JumpVTS_TT T", "E target-forbidden FirstPGC FirstPGC1|"),
+      InManager("PartInATitleMenu", "JumpVTS_PTT ptt_1 @ vts_ttn_1",
+                "E target-forbidden VMG1.LANGUAGE1.PGC1 Pre1|"),
+      InTitle("TitleOfTheDiscInATitle", "JumpTT T", "E target-forbidden VTS1.TITLE1.PGC1 Pre1|"),
+      {"MenuAfterATitle", "Command=NOP|" + Cell, Cell + "Item=PostCommands|Command=JumpSS TitleMenu|",
+       "E target-forbidden VTS1.TITLE1.PGC1 Post1|"},
       {"ButtonCommand", Cell, Cell + "Item=Menu List|Item=Menu Play|Button Command=RSM|",
        "E target-forbidden VTS1.TITLE1.PGC1.PG1.CELL1 Button1|"},
       {"EmptyProgram", "Command=NOP|" + Cell, "Command=LinkPGN G, button=0|Item=Program|Name=E|" + Cell, "",
@@ -166,14 +188,20 @@ std::vector<Row> Rows() {
       {"TooManyLanguages", Title, Repeat(99, "Item=Language|LU=en|" + Root) + Title,
        "E too-many-languages VTS1|"},
 
-      {"ColoursAt422", "film.m2v", "422.m2v", "E video-colour-sampling Track.0.Video1|"},
       {"TwoAspects", "", Other(wide, "a.ac3"), "E video-mixed Track.1|"},
       {"TwoSizes", "", Other("Item=Video Play|VideoFile=narrow.m2v|", "a.ac3"), "E video-mixed Track.1|"},
       {"TwoKindsOfSound", "", Other(film, "stereo.wav"), "E audio-mixed Track.1.Audio1|"},
       {"TwoKindsOfPcm", Disc, Replace(Disc, "a.ac3", "mono.wav") + Other(film, "stereo.wav"),
        "W audio-mixed Track.1.Audio1|"},
+      {"PcmOfTwoSampleSizes", Disc, Replace(Disc, "a.ac3", "fine.wav") + Other(film, "stereo.wav"),
+       "E audio-mixed Track.1.Audio1|"},
+      {"ACellWithoutAScene", "", "Item=Cell|Name=D|", noScene, noScene},
       {"PlaysAStreamThatIsNotThere", "Name=P|", "Name=P|Item=Audio Stream Decoding|Audio Stream 0 Decodes=5|",
        "E decoding-missing VTS1.TITLE1.PGC1|"},
+      {"AMenuPlaysAStreamThatIsNotThere", Root,
+       "Item=PGC|Name=R|MenuType=Root|StillTime=255|Item=Audio Stream Decoding|Audio Stream 0 Decodes=5|" +
+           Cell,
+       "E decoding-missing VTS1.LANGUAGE1.PGC1|"},
       {"SubtitlesWithoutEntries", SceneLine, "Item=SubPicture|StreamNumber=0|" + SceneLine,
        "W subpicture-stream-empty Track.0.Sub1|"},
       {"AllSubpictureStreams", Disc,
@@ -221,117 +249,4 @@ std::vector<Row> Rows() {
   };
 }
 
-class StructureTest : public testing::TestWithParam<Row> {
- protected:
-  StructureTest() {
-    Link("film.m2v", SampleVideo({.Frames = 25}));
-    Link("wide.m2v", SampleVideo({.Aspect = "16:9", .Frames = 25}));
-    Link("narrow.m2v", SampleVideo({.Width = 704, .Frames = 25}));
-    Folder.Write("422.m2v", BuildStream({.Sequence = {.ChromaFormat = 2}}));
-    Link("a.ac3", SampleAc3({.Seconds = 1}));
-    Link("stereo.wav", SampleWav({.Seconds = 1}));
-    Link("mono.wav", SampleWav({.Channels = 1, .Seconds = 1}));
-    const Bytes marks = WriteBmp(Picture(8, 8));
-    Folder.Write("marks.bmp", {marks.begin(), marks.end()});
-    const Bytes page = WriteBmp(Picture(360, 288));
-    Folder.Write("page.bmp", {page.begin(), page.end()});
-  }
-  void Link(const std::string& name, const std::string& sample) const {
-    std::filesystem::create_symlink(sample, Folder.Path() / name);
-  }
-
-  void Write(const Row& row) const {
-    std::string script = Disc;
-    const std::size_t at = row.From.empty() ? script.size() : script.find(row.From);
-    ASSERT_NE(at, std::string::npos);
-    script.replace(at, row.From.size(), row.To);
-    std::ranges::replace(script, '|', '\n');
-    Folder.Write("p.qvp", script);
-  }
-
-  // What a command tells: severity, code and place of each finding.
-  std::string Told(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin() + 1, Folder / "p.qvp");
-    RecordingUi ui;
-    ui.Unattended = true;
-    std::ostringstream out;
-    Status = RunCommandForm(arguments, ui, out, out, [this](const std::string& name) {
-      return name.starts_with("XDG_") ? Folder / name : std::string();
-    });
-    std::string words;
-    for (const Message& message : ui.Messages) {
-      words +=
-          fmt::format("{} {} {}|", message.Level == Severity::Error ? "E" : "W", message.Code, message.Place);
-    }
-    return words;
-  }
-
-  TempFolder Folder;
-  int Status = ExitDone;
-};
-
-// Readers fail at these, but for the first; the others they play as it comes, or never come back from.
-constexpr std::array<std::string_view, 10> JudgedByReaders{
-    "ADiscThatPlays", "FirstPlayWithNothing", "SetWithoutTitles", "TitleWithoutCells", "TitleBeyond",
-    "PartBeyond",     "ProgramOfAnother",     "CellOfAnother",    "SetBeyond",         "TooManyLanguages"};
-
-TEST_P(StructureTest, IsRefusedForPlayersAndMadeWithAWarningByTradition) {
-  const Row& row = GetParam();
-  const bool dead = row.Found.find("E ") != std::string::npos;
-  Write(row);
-  EXPECT_EQ(Told({"check"}), row.Found);
-  EXPECT_EQ(Status, dead ? ExitFailed : ExitDone);
-  const std::string players = Folder / "players";
-  EXPECT_EQ(Told({"author", "-o", players}), row.Found);
-  EXPECT_EQ(Status, dead ? ExitFailed : ExitDone);
-  EXPECT_NE(std::filesystem::exists(players), dead);
-
-  const std::string told = row.Classic.empty() ? Replace(row.Found, "E ", "W ") : row.Classic;
-  const std::string classic = Folder / "classic";
-  EXPECT_EQ(Told({"author", "-o", classic, "--rules", "classic"}), told);
-  EXPECT_NE(std::filesystem::exists(classic), told.find("E ") != std::string::npos);
-  if (std::ranges::find(JudgedByReaders, row.Name) != JudgedByReaders.end()) {
-    EXPECT_EQ(WalkDisc(classic).Complaints.empty(), !dead);
-  }
-}
-
-INSTANTIATE_TEST_SUITE_P(Projects, StructureTest, testing::ValuesIn(Rows()),
-                         [](const auto& row) { return row.param.Name; });
-
-// The page for users says in its last column where each command that moves may stand.
-TEST(CommandsPage, SaysWhereEachCommandIsAllowed) {
-  constexpr std::array<std::string_view, 4> Domains{"First Play", "manager menus", "set menus", "titles"};
-  std::ifstream page(SourceFile("docs/commands.md"));
-  int judged = 0;
-  for (std::string line; std::getline(page, line);) {
-    const auto cells = Split(line, "|");
-    if (!line.starts_with("| `") || cells.size() != 6) {
-      continue;
-    }
-    VMICommand_P command;
-    command.FullCommand = Split(line, "`")[1];
-    command.CommandHex = Split(line, "`")[3];
-    for (const std::string_view domain : Domains) {
-      Project project;
-      PGC_P chain;
-      chain.PreCommands.push_back(command);
-      Lang_P language;
-      Title_P title;
-      domain == Domains.front() ? void(project.FirstPlay = chain)
-      : domain == "titles"      ? void(title.PGC.Add(chain))
-                                : void(language.PGC.Add(chain));
-      VTS_P& manager = project.Disc.Add({});
-      VTS_P& set = project.Disc.Add({});
-      (domain == "manager menus" ? manager : set).Lang.Add(language);
-      set.Title.Add(title);
-      const bool allowed = Contains(cells[4], domain) || Trim(cells[4]) == "all";
-      EXPECT_EQ(Has(CheckCommandTargets(project), message::TargetForbidden), !allowed)
-          << command.FullCommand << " in " << domain;
-      ++judged;
-    }
-  }
-  EXPECT_GE(judged, 80);
-}
-
-}  // namespace
-}  // namespace quorvelant
+}  // namespace quorvelant::dead
