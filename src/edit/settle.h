@@ -1,0 +1,14 @@
+#pragma once
+
+// What follows from a project's structure.
+
+namespace quorvelant {
+
+class Change;
+
+// Works out anew, for all that the change so far may have moved: the scene that each cell shows (by its name)
+// and the name of its track, the video attributes and stream extensions of the domains, and whether tracks
+// are in use, which locks their stream numbers. Parts that are right already are not touched.
+void SettleStructure(Change& change);
+
+}  // namespace quorvelant
