@@ -46,7 +46,7 @@ class NameTable {
 
 // Looks names up in one project. Each kind is walked once, when first asked for, so that resolving all
 // commands costs one pass over the names; the project must outlive the index, and its structure must
-// not change meanwhile. Removed elements are counted and never found.
+// not change meanwhile. Removed elements are neither counted nor found, as on the disc.
 class NameIndex {
  public:
   NameIndex(const Project& project, const Rules& rules) : project_(project), rules_(rules) {}
