@@ -180,6 +180,8 @@ std::uint32_t HashOf(std::string_view name) {
   return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
 }
 
+}  // namespace
+
 bool SameName(std::string_view a, std::string_view b) {
   std::size_t atA = 0;
   std::size_t atB = 0;
@@ -192,8 +194,6 @@ bool SameName(std::string_view a, std::string_view b) {
   } while (letter != NameEnd);
   return true;
 }
-
-}  // namespace
 
 // The slot that holds the name, or the free one where it belongs.
 std::size_t NameTable::SlotOf(std::uint32_t hash, std::string_view name) const {

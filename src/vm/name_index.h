@@ -14,6 +14,9 @@
 
 namespace quorvelant {
 
+// Whether two names are equal, blanks and case aside.
+[[nodiscard]] bool SameName(std::string_view a, std::string_view b);
+
 // What a name denotes: the first element of that name in the search order of its kind.
 struct NamedTarget {
   std::size_t Order = 0;    // place in the walk
