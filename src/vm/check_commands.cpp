@@ -122,7 +122,8 @@ std::vector<Message> WarningsFor(TextFault faults, std::string_view pgcName, std
   return warnings;
 }
 
-CommandCheck CheckCommands(Project& project, const Rules& rules, const ResolveOptions& options) {
+CommandCheck CheckCommands(Project& project, const Rules& rules, const ResolveOptions& options,
+                           MissingTargets missing) {
   CommandCheck check;
   NameIndex names(project, rules);
   for (const PlacedList& list : ListsOf(project)) {
@@ -138,7 +139,7 @@ CommandCheck CheckCommands(Project& project, const Rules& rules, const ResolveOp
           check.Warnings.push_back(std::move(warning));
         }
       }
-      if (command.CommandHex.empty()) {
+      if (command.CommandHex.empty() || (missing == MissingTargets::AreErrors && result.TargetMissing)) {
         check.Errors.push_back(ErrorRow(command, list));
       }
     }
