@@ -1,0 +1,39 @@
+#include "edit/element_names.h"
+
+#include <fmt/format.h>
+
+#include "edit/live_elements.h"
+#include "model/cls_dvd.h"
+#include "model/keys.h"
+
+namespace quorvelant {
+
+std::string FreeName(const Project& project, ElementKind kind, std::string_view stem, std::size_t number) {
+  std::string name = fmt::format("{}{}", stem, number);
+  while (RefuseName(project, kind, name)) {
+    name = fmt::format("{}{}", stem, ++number);
+  }
+  return name;
+}
+
+std::string NameOfElement(const Project& project, std::string_view key) {
+  if (const Cell_P* cell = LiveCell(project, key)) {
+    return cell->CellName;
+  }
+  if (const PG_P* program = LiveProgram(project, key)) {
+    return program->PGName;
+  }
+  if (const PGC_P* chain = LivePgc(project, key)) {
+    return chain->PGCName;
+  }
+  if (const Title_P* title = LiveTitle(project, key)) {
+    return title->TitleName;
+  }
+  if (const Lang_P* language = LiveLanguage(project, key)) {
+    return LanguageUnitName(TitleSetEntry(key), CLsDVD::LangCodeToLangName(language->Language));
+  }
+  const VTS_P* entry = LiveEntry(project, key);
+  return entry == nullptr ? std::string() : entry->VTSName;
+}
+
+}  // namespace quorvelant
