@@ -1,9 +1,12 @@
 #include "edit/change.h"
 
 #include <utility>
+#include <vector>
 
 #include "edit/session_state.h"
 #include "edit/settle.h"
+#include "model/keys.h"
+#include "vm/command_aims.h"
 
 namespace quorvelant {
 
@@ -28,10 +31,25 @@ void Change::Keep(const Part& part) {
 }
 
 void Change::PutBack() {
+  const std::vector<std::size_t> entries = EntriesOf(images_);
   for (auto image = images_.rbegin(); image != images_.rend(); ++image) {
     Exchange(session_->state_->Work, image->first, std::move(image->second));
   }
   images_.clear();
+  session_->state_->Aims.Update(Work(), entries);
+}
+
+// Commands that lead by number to elements which have other numbers now.
+void Change::FollowNumbers() {
+  CommandAims& aims = session_->state_->Aims;
+  const std::vector<std::size_t> entries = EntriesOf(images_);
+  if (entries.empty()) {
+    return;
+  }
+  for (const CommandEdit& edit : aims.Renumbered(Work(), entries)) {
+    EditCommand(edit.Place).FullCommand = edit.Text;
+  }
+  aims.Update(Work(), EntriesOf(images_));
 }
 
 Track& Change::EditTrack(std::size_t index) {
@@ -54,6 +72,13 @@ std::string& Change::EditDestination() {
   return Touch({{PartKind::Destination}}).DestinationFolder;
 }
 
+VMICommand_P& Change::EditCommand(const CommandPlace& place) {
+  const Part part = place.Key == FirstPgcKey
+                        ? Part{PartKind::FirstPlay}
+                        : Part::OfEntry(static_cast<std::size_t>(TitleSetEntry(place.Key)));
+  return *FindCommand(Touch({part}), place);
+}
+
 Project& Change::Touch(std::initializer_list<Part> parts) {
   for (const Part& part : parts) {
     Keep(part);
@@ -62,12 +87,14 @@ Project& Change::Touch(std::initializer_list<Part> parts) {
 }
 
 Outcome Change::Commit(std::string key) {
-  SettleStructure(*this);
+  SettleStructure(*this, session_->RulesInForce());
+  FollowNumbers();
   isCommitted_ = true;
   EditSession::State& state = *session_->state_;
+  std::erase_if(images_, [this](const auto& image) { return Holds(Work(), image.first, image.second); });
   if (outer_ != nullptr) {
     outer_->images_.merge(images_);  // of a part that both touched, the outer one's is the older
-  } else {
+  } else if (!images_.empty()) {
     state.Record(std::move(words_), std::move(images_));
   }
   return Outcome::Done(std::move(key));

@@ -10,6 +10,7 @@
 #include "edit/outcome.h"
 #include "edit/part.h"
 #include "edit/session.h"
+#include "vm/command_place.h"
 
 namespace quorvelant {
 
@@ -33,16 +34,19 @@ class Change {
   PGC_P& EditFirstPlay();
   Collection<Palette_P>& EditPalettes();
   std::string& EditDestination();
+  VMICommand_P& EditCommand(const CommandPlace& place);
   // The whole, for functions that take it: they may write the parts named here, and no others. One past the
   // last track or entry is the one they add.
   Project& Touch(std::initializer_list<Part> parts);
 
-  // Settles what follows from the structure, records the step and tells the listeners.
+  // Settles what follows from the structure, records the step, unless all is as it was, and tells the
+  // listeners.
   Outcome Commit(std::string key = {});
 
  private:
   void Keep(const Part& part);
   void PutBack();
+  void FollowNumbers();
 
   EditSession* session_;
   Change* outer_;

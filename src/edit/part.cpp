@@ -1,6 +1,7 @@
 #include "edit/part.h"
 
 #include <stdexcept>
+#include <type_traits>
 #include <utility>
 
 namespace quorvelant {
@@ -127,6 +128,16 @@ std::size_t Bytes(const std::monostate& /*nothing*/) {
 
 }  // namespace
 
+std::vector<std::size_t> EntriesOf(const PartImages& images) {
+  std::vector<std::size_t> entries;
+  for (const auto& [part, content] : images) {
+    if (part.Kind == PartKind::Entry || part.Kind == PartKind::FirstPlay) {
+      entries.push_back(part.Number);
+    }
+  }
+  return entries;
+}
+
 PartContent ContentOf(const Project& project, const Part& part) {
   switch (part.Kind) {
     case PartKind::Track:
@@ -143,6 +154,28 @@ PartContent ContentOf(const Project& project, const Part& part) {
       return project.DestinationFolder;
   }
   return {};
+}
+
+bool Holds(const Project& project, const Part& part, const PartContent& content) {
+  const auto is = [&content](const auto& value) {
+    const auto* held = std::get_if<std::decay_t<decltype(value)>>(&content);
+    return held != nullptr && *held == value;
+  };
+  switch (part.Kind) {
+    case PartKind::Track:
+      return part.Number < project.Tracks.Count() ? is(project.Tracks[part.Number]) : is(std::monostate());
+    case PartKind::Entry: {
+      const VTS_P* entry = project.Disc.Item(part.Number);
+      return entry != nullptr ? is(*entry) : is(std::monostate());
+    }
+    case PartKind::FirstPlay:
+      return is(project.FirstPlay);
+    case PartKind::Palettes:
+      return is(project.Palettes);
+    case PartKind::Destination:
+      return is(project.DestinationFolder);
+  }
+  return false;
 }
 
 PartContent Exchange(Project& project, const Part& part, PartContent content) {

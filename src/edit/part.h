@@ -8,6 +8,7 @@
 #include <map>
 #include <string>
 #include <variant>
+#include <vector>
 
 #include "model/project.h"
 
@@ -31,7 +32,13 @@ using PartContent = std::variant<std::monostate, Track, VTS_P, PGC_P, Collection
 // Parts as they stood before a step, lower numbers first, so that additions are taken back from the last.
 using PartImages = std::map<Part, PartContent>;
 
+// The entries of the disc among them, by number; First Play is 0.
+[[nodiscard]] std::vector<std::size_t> EntriesOf(const PartImages& images);
+
 [[nodiscard]] PartContent ContentOf(const Project& project, const Part& part);
+
+// Whether the part holds just this.
+[[nodiscard]] bool Holds(const Project& project, const Part& part, const PartContent& content);
 
 // Puts a content into its place and gives what was there. A track or entry can be added after the last one,
 // and the last one be taken away; raises std::logic_error at any other gap.

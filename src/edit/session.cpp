@@ -14,7 +14,7 @@ namespace quorvelant {
 
 namespace {
 
-Project NewProject(const EditOptions& options) {
+Project BlankProject(const EditOptions& options) {
   Project project;
   MakeDefaultStructure(project);
   Palette_P palette;
@@ -80,6 +80,7 @@ void EditSession::State::Take(std::deque<HistoryStep>& from, std::deque<HistoryS
     step.Bytes += BytesOf(content);
   }
   Bytes += step.Bytes;
+  Aims.Update(Work, EntriesOf(step.Images));
   std::swap(step.Former, Content);
   to.push_back(std::move(step));
   CommandsStale = true;
@@ -100,7 +101,7 @@ void EditSession::State::TellChanged(const PartImages& before) {
 
 EditSession::EditSession(const Rules& rules, EditOptions options, IndexStore indexes)
     : state_(std::make_unique<State>(rules, std::move(options), std::move(indexes))) {
-  Replace(NewProject(state_->Chosen));
+  StartAnew();
 }
 
 EditSession::~EditSession() = default;
@@ -169,8 +170,33 @@ const CommandCheck& EditSession::Commands() {
   return state_->Commands;
 }
 
-void EditSession::Replace(Project project) {
+bool EditSession::TakeNewCommandErrors() {
+  const std::vector<CommandError>& rows = Commands().Errors;
+  const auto isKnown = [this](const CommandError& row) {
+    return std::ranges::find(state_->AskedErrors, row) != state_->AskedErrors.end();
+  };
+  const bool isNew = !std::ranges::all_of(rows, isKnown);
+  state_->AskedErrors = rows;
+  return isNew;
+}
+
+const CommandAims& EditSession::Aims() const {
+  return state_->Aims;
+}
+
+const std::string& EditSession::File() const {
+  return state_->File;
+}
+
+void EditSession::StartAnew() {
+  Replace(BlankProject(state_->Chosen), {});
+}
+
+void EditSession::Replace(Project project, std::string file) {
+  state_->File = std::move(file);
   state_->Work = std::move(project);
+  state_->Aims = CommandAims(state_->Work, state_->InForce);
+  state_->AskedErrors.clear();
   std::vector<EditListener*> listeners = std::exchange(state_->Listeners, {});
   {
     Change settled(*this, {});
@@ -186,8 +212,8 @@ void EditSession::Replace(Project project) {
   }
 }
 
-void EditSession::MarkSaved(std::string scriptFile) {
-  state_->Work.ScriptFile = std::move(scriptFile);
+void EditSession::MarkSaved(std::string file) {
+  state_->File = std::move(file);
   state_->SavedContent = state_->Content;
 }
 

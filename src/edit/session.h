@@ -15,6 +15,7 @@
 #include "edit/tree.h"
 #include "model/project.h"
 #include "vm/check_commands.h"
+#include "vm/command_aims.h"
 
 namespace quorvelant {
 
@@ -79,11 +80,20 @@ class EditSession {
   // Digits and error rows of all commands; resolved when they are asked for and stale: numbers count live
   // elements.
   const CommandCheck& Commands();
+  // Whether there are rows that no call of this before has counted: each is asked about once.
+  [[nodiscard]] bool TakeNewCommandErrors();
+  // Which commands lead where, by now.
+  [[nodiscard]] const CommandAims& Aims() const;
 
+  // The file that the content was loaded from or saved to last; empty for none. Relative source paths count
+  // from where the project was loaded, wherever it is saved.
+  [[nodiscard]] const std::string& File() const;
   // Another project: what follows from its structure is settled and the history ends.
-  void Replace(Project project);
-  // The content stands in `scriptFile` now.
-  void MarkSaved(std::string scriptFile);
+  void Replace(Project project, std::string file);
+  // The default structure, as a new session has it.
+  void StartAnew();
+  // The content stands in `file` now.
+  void MarkSaved(std::string file);
 
   void Listen(EditListener& listener);
   void Leave(EditListener& listener);

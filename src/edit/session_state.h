@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "edit/session.h"
+#include "vm/command_aims.h"
 
 namespace quorvelant {
 
@@ -24,6 +25,7 @@ struct EditSession::State {
       : InForce(rules), Chosen(std::move(options)), Indexes(std::move(indexes)) {}
 
   Project Work;
+  std::string File;
   Rules InForce;
   EditOptions Chosen;
   IndexStore Indexes;
@@ -36,7 +38,9 @@ struct EditSession::State {
   std::uint64_t LastContent = 0;
   std::uint64_t SavedContent = 0;
 
+  CommandAims Aims{Work, InForce};
   CommandCheck Commands;
+  std::vector<CommandError> AskedErrors;
   bool CommandsStale = true;
   Change* Open = nullptr;
   std::vector<EditListener*> Listeners;

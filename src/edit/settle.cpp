@@ -2,10 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "edit/change.h"
+#include "model/display_mode.h"
 #include "model/stream_maps.h"
 #include "model/update_my_dvd.h"
 #include "model/walk.h"
@@ -108,21 +110,38 @@ std::vector<bool> UsedTracks(const Project& project) {
   return used;
 }
 
+// What a track says of itself twice: a script holds the display mode and the length alone.
+Track SettledTrack(const Track& track, bool isUsed, const Rules& rules) {
+  Track settled;
+  settled.DisplayMode = track.DisplayMode;
+  settled.Aspect = track.Aspect;
+  settled.HasHighlights = track.HasHighlights;
+  FollowDisplayMode(settled, rules);
+  settled.UsedInStructure = settled.IDsLocked = isUsed;
+  settled.FrameCount = track.VideoFrames;
+  return settled;
+}
+
+void SettleTrack(Change& change, std::size_t index, bool isUsed, const Rules& rules) {
+  const auto facts = [](auto& track) {
+    return std::tie(track.Pan, track.Letter, track.UsedInStructure, track.IDsLocked, track.FrameCount);
+  };
+  const Track settled = SettledTrack(change.Work().Tracks[index], isUsed, rules);
+  if (facts(settled) != facts(change.Work().Tracks[index])) {
+    facts(change.EditTrack(index)) = facts(settled);
+  }
+}
+
 }  // namespace
 
-void SettleStructure(Change& change) {
+void SettleStructure(Change& change, const Rules& rules) {
+  const std::vector<bool> used = UsedTracks(change.Work());
+  for (std::size_t i = 0; i < used.size(); ++i) {
+    SettleTrack(change, i, used[i], rules);
+  }
   for (std::size_t number = 1; number <= change.Work().Disc.Count(); ++number) {
     if (!change.Work().Disc.Item(number)->Removed) {
       SettleEntry(change, number);
-    }
-  }
-  const std::vector<bool> used = UsedTracks(change.Work());
-  for (std::size_t i = 0; i < used.size(); ++i) {
-    const Track& track = change.Work().Tracks[i];
-    if (track.UsedInStructure != used[i] || track.IDsLocked != used[i]) {
-      Track& changed = change.EditTrack(i);
-      changed.UsedInStructure = used[i];
-      changed.IDsLocked = used[i];
     }
   }
 }
