@@ -224,6 +224,17 @@ inline constexpr MessageKind AskSaveFirst{
     "ask-save-first", Severity::Information, "Save Project",
     "Would you like to save the current project before loading a new one?"};
 
+// --- files as films ---
+
+inline constexpr MessageKind FileOfNoFilm{
+    "file-of-no-film", Severity::Error, "Import Error",
+    "'{}' belongs to no video: its name must begin as that of one does (film.m2v, film.de.ac3)"};
+inline constexpr MessageKind PictureIsNoFilm{
+    "picture-is-no-film", Severity::Error, "Import Error",
+    "'{}' is a picture, and films become titles: stills and slides come in with `quorvelant edit`"};
+inline constexpr MessageKind SecondChapterList{"second-chapter-list", Severity::Error, "Import Error",
+                                               "'{}': '{}' has the chapter list '{}' already"};
+
 // --- the list of command errors ---
 
 inline constexpr MessageKind AskErrorListFile{"ask-error-list-file", Severity::Information,

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/random.h"
 #include "base/silent_ui.h"
 #include "base/timecode.h"
 #include "edit/change.h"
@@ -168,8 +169,8 @@ Outcome ImportSubtitleList(EditSession& session, std::string_view stream, const 
   for (std::size_t number = 1; number <= project.Disc.Count(); ++number) {
     change.Touch({Part::OfEntry(number)});  // whose PGCs may take the palette
   }
-  if (!ImportSubtitleScript(project, key->Track, key->Number - 1, file, session.Options().SubRip,
-                            session.RulesInForce(), heard)) {
+  if (!ImportSubtitleScript(project, key->Track, key->Number - 1, SystemPath(file, project.SourceFolder()),
+                            session.Options().SubRip, session.RulesInForce(), heard)) {
     return heard.GaveUp();
   }
   heard.TellKept();
@@ -180,7 +181,8 @@ Outcome ImportChapters(EditSession& session, std::string_view track, const std::
                        UserInterface& ui) {
   return ChangeScenes(session, track, "Import Chapters", ui,
                       [&](Project& project, std::size_t index, UserInterface& heard) {
-                        return ImportChapterList(project, index, list, session.Indexes(), heard);
+                        return ImportChapterList(project, index, SystemPath(list, project.SourceFolder()),
+                                                 session.Indexes(), heard);
                       });
 }
 

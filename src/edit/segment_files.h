@@ -1,7 +1,8 @@
 #pragma once
 
 // Files come into a project under work. These read files, so they take the user interface: for progress, the
-// wish to stop and warnings. Errors and questions come with the outcome.
+// wish to stop and warnings. Errors and questions come with the outcome. Files are named as a script would
+// hold them: relative paths count from the project's folder.
 
 #include <string>
 #include <string_view>
@@ -12,7 +13,7 @@
 
 namespace quorvelant {
 
-// A file, as the script would hold it, onto a video or audio play. All plays of a list must be alike,
+// A file onto a video or audio play. All plays of a list must be alike,
 // whichever came first; a track that cells show keeps its standard and aspect. A slide makes a chapter where
 // the settings say so. Rates beyond the disc's are asked.
 Outcome ImportFile(EditSession& session, std::string_view play, const std::string& file, UserInterface& ui,

@@ -34,6 +34,10 @@ std::string From(const fs::path& folder, const fs::path& former, const std::stri
 
 }  // namespace
 
+std::string PathFrom(const std::string& script, const std::string& file) {
+  return IsRelative(file) ? From(FolderOf(script), FolderOf({}), file) : file;
+}
+
 Project ForScriptAt(const Project& project, const std::string& file) {
   Project copy = project;
   copy.ScriptFile = file;

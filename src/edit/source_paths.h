@@ -12,4 +12,7 @@ namespace quorvelant {
 // to the same sources from there.
 [[nodiscard]] Project ForScriptAt(const Project& project, const std::string& file);
 
+// A path that counts from here, as a script at `script` would hold it.
+[[nodiscard]] std::string PathFrom(const std::string& script, const std::string& file);
+
 }  // namespace quorvelant
