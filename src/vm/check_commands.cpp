@@ -5,9 +5,7 @@
 #include <array>
 #include <utility>
 
-#include "base/text.h"
 #include "model/walk.h"
-#include "vm/encoder.h"
 #include "vm/messages.h"
 
 namespace quorvelant {
@@ -20,7 +18,6 @@ constexpr std::string_view PostType = "Post Command";
 constexpr std::string_view CellType = "Cell Command";
 constexpr std::string_view ButtonType = "Button Command";
 constexpr std::string_view FirstPlayName = "FirstPGC";
-constexpr std::string_view NopText = "NOP";
 
 struct FaultMessage {
   TextFault Fault;
@@ -146,25 +143,6 @@ CommandCheck CheckCommands(Project& project, const Rules& rules, const ResolveOp
   }
   project.ScriptHadCommandErrors = project.ScriptHadCommandErrors || !check.Errors.empty();
   return check;
-}
-
-bool CheckNameUsed(Project& project, std::string_view name, bool reset) {
-  const std::string wanted = Lower(name);
-  bool used = false;
-  for (const PlacedList& list : ListsOf(project)) {
-    for (VMICommand_P& command : list.Commands) {
-      if (wanted.empty() || command.Deleted || !Contains(Lower(command.FullCommand), wanted)) {
-        continue;
-      }
-      if (!reset) {
-        return true;
-      }
-      used = true;
-      command.FullCommand = NopText;
-      command.CommandHex = NopHex;
-    }
-  }
-  return used;
 }
 
 }  // namespace quorvelant

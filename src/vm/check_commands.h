@@ -49,8 +49,4 @@ CommandCheck CheckCommands(Project& project, const Rules& rules, const ResolveOp
 std::vector<Message> WarningsFor(TextFault faults, std::string_view pgcName, std::string_view text,
                                  std::string_view place);
 
-// Whether any command's text holds `name` (case aside, as a part of a longer name too). With `reset` every
-// such command becomes "NOP". An empty name is never used.
-bool CheckNameUsed(Project& project, std::string_view name, bool reset);
-
 }  // namespace quorvelant

@@ -33,6 +33,13 @@ std::size_t After(std::string_view text, std::string_view word, std::size_t from
   return at == None ? from : at + word.size();
 }
 
+// A name without what readers take from it or write in another way.
+std::string Bare(std::string_view name) {
+  std::string bare = NameKey(name);
+  std::erase_if(bare, [](char c) { return std::string_view(",{}()").find(c) != None; });
+  return bare;
+}
+
 // Where a name stands whose reference says where it ends with its word: at that end, as a rule. A name from
 // which commas or brackets were taken is all that stands after the word.
 Span SpanOf(std::string_view text, const CommandReference& reference, std::string_view word) {
@@ -45,7 +52,8 @@ Span SpanOf(std::string_view text, const CommandReference& reference, std::strin
     return {end - name.size(), name.size()};
   }
   const std::size_t begin = text.find_first_not_of(' ', After(text.substr(0, end), word, reference.Begin));
-  return begin < end ? Span{begin, end - begin} : Find(text, name, reference.End);
+  return begin < end && Bare(text.substr(begin, end - begin)) == Bare(name) ? Span{begin, end - begin}
+                                                                            : Find(text, name, end);
 }
 
 std::string_view WordOf(TargetKind kind) {

@@ -132,6 +132,12 @@ TEST(CommandAims, LeadToElementsAndNeverToPartsOfTheirNames) {
   EXPECT_EQ(edits->front().Text, "LinkPGCN Main");
   EXPECT_EQ(WordsOf(project, edits->front().Place), root1 + "Pre1");
 
+  // The later of two first, so that the earlier stays where it was.
+  Put(film.PreCommands, "{ SetNVTMR NV_TMR=1, TT_PGCN=My Menu ; LinkPGCN mymenu }");
+  const CommandAims again(project, Rules::Players);
+  EXPECT_EQ(again.Renamed(project, "VTS1.LANGUAGE1.PGC1", "Main Menu of All").value().at(1).Text,
+            "{ SetNVTMR NV_TMR=1, TT_PGCN=Main Menu of All ; LinkPGCN Main Menu of All }");
+
   ResetToNop(film.PreCommands[0]);
   EXPECT_EQ(film.PreCommands[0].FullCommand + film.PreCommands[0].CommandHex, "NOP0000000000000000");
 }

@@ -265,19 +265,5 @@ TEST(CheckCommands, RowsAndWarningsInOrder) {
   EXPECT_EQ(check.Warnings[0].Place, "VTS1.TITLE1.PGC1 Pre1");
 }
 
-TEST(CheckNameUsed, ASubstringIsAReferenceAndResetMakesNop) {
-  Project project = Sample();
-  project.FirstPlay.PreCommands.push_back(Command("FirstPGC1", "JumpSS Menu10"));
-  CommandList& cell = project.Disc.Item(3)->Title.Item(1)->PGC.Item(1)->CellCommands;
-  cell.push_back(Command("Cell1", "LinkPGCN menu1"));
-  EXPECT_TRUE(CheckNameUsed(project, "Menu1", false));
-  EXPECT_FALSE(CheckNameUsed(project, "Menu2", true));
-  EXPECT_FALSE(CheckNameUsed(project, "", true));
-  EXPECT_TRUE(CheckNameUsed(project, "MENU1", true));
-  EXPECT_EQ(project.FirstPlay.PreCommands[0].FullCommand, "NOP");
-  EXPECT_EQ(cell[0].CommandHex, "0000000000000000");
-  EXPECT_FALSE(CheckNameUsed(project, "Menu1", false));
-}
-
 }  // namespace
 }  // namespace quorvelant
