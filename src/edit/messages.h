@@ -272,4 +272,13 @@ inline constexpr MessageKind PaletteKeptByChains{"palette-kept-by-pgcs", Severit
                                                  "have: {}. The subtitles show in its colours; for "
                                                  "their own, name \"{}\" in PaletteUsed"};
 
+inline constexpr MessageKind CommandListFull{"command-list-full", Severity::Error, "New Command Error",
+                                             "Maximum number of commands reached for this PGC ({})"};
+inline constexpr MessageKind CommandListMissing{"command-list-missing", Severity::Error, "Command Error",
+                                                "There is no such list of commands: \"{}\""};
+inline constexpr MessageKind CommandMissing{"command-missing", Severity::Error, "Command Error",
+                                            "There is no command {}: the list has {}"};
+inline constexpr MessageKind CommandTextUnknown{"command-text-unknown", Severity::Error, "Command Error",
+                                                "\"{}\" is no command"};
+
 }  // namespace quorvelant::message

@@ -12,11 +12,13 @@ namespace quorvelant {
 
 enum class ListKind : std::uint8_t { Pre, Post, Cell, Button };
 
+inline constexpr std::size_t ListEnd = static_cast<std::size_t>(-1);
+
 struct CommandPlace {
   std::string Key;  // of the PGC; of the cell for buttons
   ListKind List = ListKind::Pre;
-  std::size_t Play = 0;      // of buttons: the entry in `Cell_P::ButtonCommands`
-  std::size_t Position = 0;  // in the list, from 0
+  std::size_t Play = 0;            // of buttons: the entry in `Cell_P::ButtonCommands`
+  std::size_t Position = ListEnd;  // in the list, from 0
 
   auto operator<=>(const CommandPlace&) const = default;
 };
