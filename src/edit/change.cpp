@@ -36,7 +36,7 @@ void Change::PutBack() {
     Exchange(session_->state_->Work, image->first, std::move(image->second));
   }
   images_.clear();
-  session_->state_->Aims.Update(Work(), entries);
+  session_->state_->Reread(entries);
 }
 
 // Commands that lead by number to elements which have other numbers now.
@@ -86,8 +86,14 @@ Project& Change::Touch(std::initializer_list<Part> parts) {
   return session_->state_->Work;
 }
 
+std::vector<Part> Change::Touched() const {
+  return PartsOf(images_);
+}
+
 Outcome Change::Commit(std::string key) {
-  SettleStructure(*this, session_->RulesInForce());
+  TrackUses& uses = session_->state_->Uses;
+  uses.Update(Work(), EntriesOf(images_));
+  SettleStructure(*this, session_->RulesInForce(), uses);
   FollowNumbers();
   isCommitted_ = true;
   EditSession::State& state = *session_->state_;

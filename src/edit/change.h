@@ -6,6 +6,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "edit/outcome.h"
 #include "edit/part.h"
@@ -38,6 +39,8 @@ class Change {
   // The whole, for functions that take it: they may write the parts named here, and no others. One past the
   // last track or entry is the one they add.
   Project& Touch(std::initializer_list<Part> parts);
+
+  [[nodiscard]] std::vector<Part> Touched() const;
 
   // Settles what follows from the structure, records the step, unless all is as it was, and tells the
   // listeners.

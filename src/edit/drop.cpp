@@ -142,8 +142,8 @@ bool GoesOn(const PGC_P& chain, const Dropped& what, std::size_t scene, const Ed
 // Places the scenes; the entry has been touched.
 class CellPlacer {
  public:
-  CellPlacer(Project& project, const Dropped& what, std::string_view target, const EditOptions& options)
-      : project_(project), what_(what), options_(options), program_(FindProgram(project.Disc, target)) {
+  CellPlacer(EditSession& session, Project& project, const Dropped& what, std::string_view target)
+      : session_(session), project_(project), what_(what), program_(FindProgram(project.Disc, target)) {
     chainKey_ = target.substr(0, program_ == nullptr ? target.size() : target.rfind('.'));
   }
 
@@ -159,8 +159,8 @@ class CellPlacer {
                    .Segment = static_cast<std::int32_t>(what_.Track),
                    .ReNameOnly = false,
                    .Scene = static_cast<std::int32_t>(scene),
-                   .Seamless = GoesOn(chain, what_, scene, options_),
-                   .NewName = FreeName(project_, ElementKind::Cell, name, static_cast<std::size_t>(number)),
+                   .Seamless = GoesOn(chain, what_, scene, session_.Options()),
+                   .NewName = FreeName(session_, ElementKind::Cell, name, static_cast<std::size_t>(number)),
                    .CellCounter = 0,
                    .KeepName = false});
     cell->Key = CellKey(program.Key, number);
@@ -172,13 +172,13 @@ class CellPlacer {
     const std::size_t number = chain.PG.Count() + 1;
     PG_P program;
     program.Key = ProgramKey(chain.Key, static_cast<int>(number));
-    program.PGName = FreeName(project_, ElementKind::Program, chain.PGCName + "_PG", number);
+    program.PGName = FreeName(session_, ElementKind::Program, chain.PGCName + "_PG", number);
     return chain.PG.Add(std::move(program));
   }
 
+  EditSession& session_;
   Project& project_;
   const Dropped& what_;
-  const EditOptions& options_;
   PG_P* program_;
   std::string chainKey_;
 };
@@ -220,7 +220,7 @@ Outcome Drop(EditSession& session, const Dropped& what, std::string_view target)
   Change change(session, what.Scene ? "Drop Scene" : "Drop Track");
   Project& project = change.Touch(
       {Part::OfEntry(static_cast<std::size_t>(TitleSetEntry(target))), Part::OfTrack(what.Track)});
-  CellPlacer placer(project, what, target, session.Options());
+  CellPlacer placer(session, project, what, target);
   const std::size_t first = what.Scene.value_or(0);
   const std::size_t last = what.Scene ? first : project.Tracks[what.Track].Scenes.size() - 1;
   std::string key = placer.Place(first);

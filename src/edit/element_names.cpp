@@ -2,15 +2,30 @@
 
 #include <fmt/format.h>
 
+#include <array>
+
 #include "edit/live_elements.h"
 #include "model/cls_dvd.h"
 #include "model/keys.h"
 
 namespace quorvelant {
 
-std::string FreeName(const Project& project, ElementKind kind, std::string_view stem, std::size_t number) {
+namespace {
+
+std::string_view PlainStem(ElementKind kind) {
+  constexpr std::array<std::string_view, 4> Stems{"Title_", "PGC_", "Program_", "Cell_"};
+  return Stems.at(static_cast<std::size_t>(kind));
+}
+
+}  // namespace
+
+std::string FreeName(const EditSession& session, ElementKind kind, std::string_view stem,
+                     std::size_t number) {
+  if (RefuseNameForm(kind, fmt::format("{}{}", stem, number))) {
+    stem = PlainStem(kind);
+  }
   std::string name = fmt::format("{}{}", stem, number);
-  while (RefuseName(project, kind, name)) {
+  while (session.Aims().HasName(name)) {
     name = fmt::format("{}{}", stem, ++number);
   }
   return name;

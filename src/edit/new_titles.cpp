@@ -112,7 +112,7 @@ class TitleMaker {
     }
     const std::string set = last_.substr(0, last_.find('.'));
     if (FitsInto(*LiveEntry(session_.Work(), set), session_.Work().Tracks[track])) {
-      return NewTitle(session_, set, ProposedName(session_.Work(), set));
+      return NewTitle(session_, set, ProposedName(session_, set));
     }
     Outcome made = NewTitleSet(session_);
     made.Key = made.IsDone() ? TitleKey(made.Key, 1) : std::string();
@@ -134,8 +134,7 @@ class TitleMaker {
     std::string command = "JumpVTS_TT " + name;
     if (TitleSetEntry(title) != TitleSetEntry(last_)) {
       const std::string chain = steps_.Do([&] {
-        return NewPgc(session_, ManagerMenus,
-                      FreeName(session_.Work(), ElementKind::Pgc, "Play_" + name + "_", 1));
+        return NewPgc(session_, ManagerMenus, FreeName(session_, ElementKind::Pgc, "Play_" + name + "_", 1));
       });
       if (!steps_.GoOn()) {
         return;

@@ -138,6 +138,15 @@ std::vector<std::size_t> EntriesOf(const PartImages& images) {
   return entries;
 }
 
+std::vector<Part> PartsOf(const PartImages& images) {
+  std::vector<Part> parts;
+  parts.reserve(images.size());
+  for (const auto& [part, content] : images) {
+    parts.push_back(part);
+  }
+  return parts;
+}
+
 PartContent ContentOf(const Project& project, const Part& part) {
   switch (part.Kind) {
     case PartKind::Track:

@@ -32,6 +32,7 @@ using PartContent = std::variant<std::monostate, Track, VTS_P, PGC_P, Collection
 // Parts as they stood before a step, lower numbers first, so that additions are taken back from the last.
 using PartImages = std::map<Part, PartContent>;
 
+[[nodiscard]] std::vector<Part> PartsOf(const PartImages& images);
 // The entries of the disc among them, by number; First Play is 0.
 [[nodiscard]] std::vector<std::size_t> EntriesOf(const PartImages& images);
 

@@ -25,15 +25,6 @@ Project BlankProject(const EditOptions& options) {
   return project;
 }
 
-std::vector<Part> PartsOf(const PartImages& images) {
-  std::vector<Part> parts;
-  parts.reserve(images.size());
-  for (const auto& [part, content] : images) {
-    parts.push_back(part);
-  }
-  return parts;
-}
-
 }  // namespace
 
 void EditSession::State::Record(std::string words, PartImages images) {
@@ -54,6 +45,11 @@ void EditSession::State::Record(std::string words, PartImages images) {
   }
   CommandsStale = true;
   TellChanged(Done.back().Images);
+}
+
+void EditSession::State::Reread(std::span<const std::size_t> entries) {
+  Aims.Update(Work, entries);
+  Uses.Update(Work, entries);
 }
 
 void EditSession::State::ForgetHistory() {
@@ -80,7 +76,7 @@ void EditSession::State::Take(std::deque<HistoryStep>& from, std::deque<HistoryS
     step.Bytes += BytesOf(content);
   }
   Bytes += step.Bytes;
-  Aims.Update(Work, EntriesOf(step.Images));
+  Reread(EntriesOf(step.Images));
   std::swap(step.Former, Content);
   to.push_back(std::move(step));
   CommandsStale = true;
@@ -196,10 +192,14 @@ void EditSession::Replace(Project project, std::string file) {
   state_->File = std::move(file);
   state_->Work = std::move(project);
   state_->Aims = CommandAims(state_->Work, state_->InForce);
+  state_->Uses = {};
   state_->AskedErrors.clear();
   std::vector<EditListener*> listeners = std::exchange(state_->Listeners, {});
   {
     Change settled(*this, {});
+    for (std::size_t number = 1; number <= state_->Work.Disc.Count(); ++number) {
+      settled.Touch({Part::OfEntry(number)});
+    }
     static_cast<void>(settled.Commit());
   }
   state_->ForgetHistory();

@@ -4,10 +4,12 @@
 
 #include <cstdint>
 #include <deque>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "edit/session.h"
+#include "edit/track_uses.h"
 #include "vm/command_aims.h"
 
 namespace quorvelant {
@@ -39,6 +41,7 @@ struct EditSession::State {
   std::uint64_t SavedContent = 0;
 
   CommandAims Aims{Work, InForce};
+  TrackUses Uses;
   CommandCheck Commands;
   std::vector<CommandError> AskedErrors;
   bool CommandsStale = true;
@@ -46,6 +49,8 @@ struct EditSession::State {
   std::vector<EditListener*> Listeners;
 
   void Record(std::string words, PartImages images);
+  // Of entries that changed: what is kept beside the project.
+  void Reread(std::span<const std::size_t> entries);
   void ForgetHistory();
   // Exchanges the step's images for what stands in their places and moves the step to the other side.
   void Take(std::deque<HistoryStep>& from, std::deque<HistoryStep>& to);

@@ -1,5 +1,6 @@
 #include "edit/settle.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <tuple>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include "edit/change.h"
+#include "edit/track_uses.h"
 #include "model/display_mode.h"
 #include "model/stream_maps.h"
 #include "model/update_my_dvd.h"
@@ -96,20 +98,6 @@ void SettleEntry(Change& change, std::size_t number) {
   }
 }
 
-std::vector<bool> UsedTracks(const Project& project) {
-  std::vector<bool> used(project.Tracks.Count());
-  for (const VTS_P* entry : Live(project.Disc)) {
-    for (const Domain domain : {Domain::Menu, Domain::Title}) {
-      for (const Cell_P* cell : LiveCells(*entry, domain)) {
-        if (TrackOf(*cell, project.Tracks) != nullptr) {
-          used[static_cast<std::size_t>(cell->SegmentUsed)] = true;
-        }
-      }
-    }
-  }
-  return used;
-}
-
 // What a track says of itself twice: a script holds the display mode and the length alone.
 Track SettledTrack(const Track& track, bool isUsed, const Rules& rules) {
   Track settled;
@@ -134,13 +122,23 @@ void SettleTrack(Change& change, std::size_t index, bool isUsed, const Rules& ru
 
 }  // namespace
 
-void SettleStructure(Change& change, const Rules& rules) {
-  const std::vector<bool> used = UsedTracks(change.Work());
+void SettleStructure(Change& change, const Rules& rules, const TrackUses& uses) {
+  const std::vector<Part> touched = change.Touched();
+  const auto wasTouched = [&touched](const Part& part) {
+    return std::ranges::find(touched, part) != touched.end();
+  };
+  const auto showsTouched = [&](std::size_t entry) {
+    return std::ranges::any_of(touched, [&](const Part& part) {
+      return part.Kind == PartKind::Track && uses.Shows(entry, part.Number);
+    });
+  };
+  const std::vector<bool> used = uses.InUse(change.Work().Tracks.Count());
   for (std::size_t i = 0; i < used.size(); ++i) {
     SettleTrack(change, i, used[i], rules);
   }
   for (std::size_t number = 1; number <= change.Work().Disc.Count(); ++number) {
-    if (!change.Work().Disc.Item(number)->Removed) {
+    const bool moved = wasTouched(Part::OfEntry(number)) || showsTouched(number);
+    if (moved && !change.Work().Disc.Item(number)->Removed) {
       SettleEntry(change, number);
     }
   }

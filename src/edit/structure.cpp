@@ -60,8 +60,8 @@ PGC_P ChainOf(std::string_view parent, std::size_t number, std::string name) {
                  PgcKey(parent, static_cast<int>(number)));
 }
 
-std::string NextPgcName(const Project& project, std::string_view unitName, std::size_t count) {
-  return FreeName(project, ElementKind::Pgc, fmt::format("{}_PGC", unitName), count + 1);
+std::string NextPgcName(const EditSession& session, std::string_view unitName, std::size_t count) {
+  return FreeName(session, ElementKind::Pgc, fmt::format("{}_PGC", unitName), count + 1);
 }
 
 std::string LanguageUnitOf(const Lang_P& language) {
@@ -100,9 +100,9 @@ Outcome AddPgc(EditSession& session, std::string_view parent, std::string name) 
 }
 
 // The usual name of a new element may be one that the user gave to another.
-void KeepOrFree(const Project& project, ElementKind kind, std::string_view key, std::string& name) {
-  if (RefuseName(project, kind, name, key)) {
-    name = FreeName(project, kind, name + "_", 2);
+void KeepOrFree(const EditSession& session, ElementKind kind, std::string& name) {
+  if (session.Aims().HasName(name)) {
+    name = FreeName(session, kind, name + "_", 2);
   }
 }
 
@@ -120,20 +120,21 @@ Message NameQuestion(NewLevel level) {
   return {};
 }
 
-std::string ProposedName(const Project& project, std::string_view parent) {
+std::string ProposedName(const EditSession& session, std::string_view parent) {
+  const Project& project = session.Work();
   if (const Lang_P* language = LiveLanguage(project, parent)) {
-    return NextPgcName(project, LanguageUnitOf(*language), language->PGC.Count());
+    return NextPgcName(session, LanguageUnitOf(*language), language->PGC.Count());
   }
   if (const Title_P* title = LiveTitle(project, parent)) {
-    return NextPgcName(project, title->TitleName, title->PGC.Count());
+    return NextPgcName(session, title->TitleName, title->PGC.Count());
   }
   if (const PGC_P* chain = LivePgc(project, parent)) {
-    return FreeName(project, ElementKind::Program, chain->PGCName + "_Pgm", chain->PG.Count() + 1);
+    return FreeName(session, ElementKind::Program, chain->PGCName + "_Pgm", chain->PG.Count() + 1);
   }
   const VTS_P* set = LiveEntry(project, parent);
   return set == nullptr
              ? std::string()
-             : FreeName(project, ElementKind::Title, set->VTSName + "_Title", set->Title.Count() + 1);
+             : FreeName(session, ElementKind::Title, set->VTSName + "_Title", set->Title.Count() + 1);
 }
 
 Outcome NewPgc(EditSession& session, std::string_view parent, std::string name) {
@@ -189,7 +190,7 @@ Outcome NewTitle(EditSession& session, std::string_view set, std::string name) {
   title.Key = TitleKey(set, static_cast<int>(entry->Title.Count() + 1));
   title.TitleName = std::move(name);
   const std::string key = change.EditEntry(EntryNumber(set)).Title.Add(std::move(title)).Key;
-  const Outcome chain = NewPgc(session, key, ProposedName(change.Work(), key));
+  const Outcome chain = NewPgc(session, key, ProposedName(session, key));
   return chain.IsDone() ? change.Commit(key) : chain;
 }
 
@@ -215,7 +216,7 @@ Outcome NewLanguage(EditSession& session, std::string_view entry, std::string_vi
   unit.Key = LanguageKey(entry, static_cast<int>(parent->Lang.Count() + 1));
   unit.Language = code;
   const std::string key = change.EditEntry(EntryNumber(entry)).Lang.Add(std::move(unit)).Key;
-  const Outcome chain = NewPgc(session, key, ProposedName(change.Work(), key));
+  const Outcome chain = NewPgc(session, key, ProposedName(session, key));
   return chain.IsDone() ? change.Commit(key) : chain;
 }
 
@@ -235,9 +236,9 @@ Outcome NewTitleSet(EditSession& session) {
   Title_P& title = *set.Title.Item(1);
   PGC_P& chain = *title.PGC.Item(1);
   PGC_P& menu = *set.Lang.Item(1)->PGC.Item(1);
-  KeepOrFree(changed, ElementKind::Title, title.Key, title.TitleName);
-  KeepOrFree(changed, ElementKind::Pgc, chain.Key, chain.PGCName);
-  KeepOrFree(changed, ElementKind::Pgc, menu.Key, menu.PGCName);
+  KeepOrFree(session, ElementKind::Title, title.TitleName);
+  KeepOrFree(session, ElementKind::Pgc, chain.PGCName);
+  KeepOrFree(session, ElementKind::Pgc, menu.PGCName);
   menu.PreCommands.clear();
   AddCommand(menu.PreCommands, "Pre", "JumpVTS_TT " + title.TitleName);
   return change.Commit(set.Key);

@@ -19,7 +19,7 @@ enum class NewLevel { Pgc, Program, Title };
 [[nodiscard]] Message NameQuestion(NewLevel level);
 // The name to propose for a new child of a language, title, PGC or title set, free by then:
 // "VTS1_Title1_PGC2". Empty where the key names no such parent.
-[[nodiscard]] std::string ProposedName(const Project& project, std::string_view parent);
+[[nodiscard]] std::string ProposedName(const EditSession& session, std::string_view parent);
 
 // A PGC of a language or title. A menu is of the usual type when its language has no other.
 Outcome NewPgc(EditSession& session, std::string_view parent, std::string name);

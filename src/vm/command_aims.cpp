@@ -223,6 +223,11 @@ CommandPlace CommandAims::PlaceOf(const Command& command) {
   return {KeyOf(command.Stand), command.List, command.Play, command.Position};
 }
 
+bool CommandAims::HasName(std::string_view name) const {
+  const std::uint32_t known = KnownName(name);
+  return known != NoName && !named_[known].empty();
+}
+
 std::vector<CommandPlace> CommandAims::To(std::string_view key) const {
   std::vector<CommandPlace> places;
   const auto element = PlaceOfKey(key);

@@ -45,6 +45,9 @@ class CommandAims {
   // Play.
   void Update(const Project& project, std::span<const std::size_t> entries);
 
+  // Whether a live title, PGC, program or cell has the name, blanks and case aside.
+  [[nodiscard]] bool HasName(std::string_view name) const;
+
   // The references of a text that stood in a PGC or cell.
   [[nodiscard]] std::vector<CommandReferenceAim> Of(std::string_view text, std::string_view key) const;
 

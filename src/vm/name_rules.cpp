@@ -94,8 +94,7 @@ std::string KeyOfNamed(const Project& project, ElementKind kind, std::string_vie
 
 }  // namespace
 
-std::optional<Message> RefuseName(const Project& project, ElementKind kind, std::string_view name,
-                                  std::string_view own) {
+std::optional<Message> RefuseNameForm(ElementKind kind, std::string_view name, std::string_view own) {
   const std::string key = NameKey(name);
   if (key.empty()) {
     return MessageOf(message::NameEmpty, own);
@@ -118,6 +117,14 @@ std::optional<Message> RefuseName(const Project& project, ElementKind kind, std:
     if (!Carries(command, row.Leads, name)) {
       return MessageOf(message::NameNotCarried, own, name, command);
     }
+  }
+  return std::nullopt;
+}
+
+std::optional<Message> RefuseName(const Project& project, ElementKind kind, std::string_view name,
+                                  std::string_view own) {
+  if (auto refusal = RefuseNameForm(kind, name, own)) {
+    return refusal;
   }
   const std::string other = KeyOfNamed(project, kind, name, own);
   return other.empty() ? std::nullopt : std::optional(MessageOf(message::NameInUse, own, name, other));

@@ -19,4 +19,8 @@ enum class ElementKind : std::uint8_t { Title, Pgc, Program, Cell };
 [[nodiscard]] std::optional<Message> RefuseName(const Project& project, ElementKind kind,
                                                 std::string_view name, std::string_view own = {});
 
+// The same, whatever the names of others are.
+[[nodiscard]] std::optional<Message> RefuseNameForm(ElementKind kind, std::string_view name,
+                                                    std::string_view own = {});
+
 }  // namespace quorvelant

@@ -87,10 +87,10 @@ class Editor {
     WentInHistory = false;
     switch (Below(16)) {
       case 0:
-        return NewPgc(session_, One(keys.Units), ProposedName(work, One(keys.Units)));
+        return NewPgc(session_, One(keys.Units), ProposedName(session_, One(keys.Units)));
       case 1: {
         const std::string chain = One(keys.Chains);
-        return NewProgram(session_, chain, ProposedName(work, chain));
+        return NewProgram(session_, chain, ProposedName(session_, chain));
       }
       case 2:
         return NewTitle(session_, One(keys.Entries), fmt::format("Title {}", random_() % 40));

@@ -145,7 +145,8 @@ TEST_F(Operations, RefuseInTheirOrderAndChangeNothing) {
        "references this VTS."},
       {[&] { return Rename(Session, "VTS1.TITLE1", "none"); }, "", "none"},
       {[&] { return NewTrack(Session, "Motion", "film"); }, "New Track Error", "film"},
-      {[&] { return AddPlay(Session, "Track.77.VideoStreams"); }, "Alteration Error", "Track.77.VideoStreams"},
+      {[&] { return AddPlay(Session, "Track.77.VideoStreams"); }, "Alteration Error",
+       "Track.77.VideoStreams"},
       {[&] { return AddPlay(Session, TrackKey(empty) + ".VideoStreams"); }, "New Play Error", "no file yet"},
       {[&] { return AddSubtitles(Session, TrackKey(empty)); }, "Sub Import Error",
        "Please select a video/still file first, so that the correct subtitle display modes can be set"},
@@ -256,7 +257,7 @@ TEST_F(Operations, NewElementsComeWithWhatPlayersNeed) {
   EXPECT_EQ(NewLanguage(Session, "VTS2", "de").Key, "VTS2.LANGUAGE2");
   EXPECT_EQ(At("VTS2.LANGUAGE2.PGC1").MenuType, "Root");
   EXPECT_EQ(At("VTS2.LANGUAGE2.PGC1").PGCName, "VTS2_German_PGC1");
-  EXPECT_EQ(ProposedName(Session.Work(), "VTS2.LANGUAGE2"), "VTS2_German_PGC2");
+  EXPECT_EQ(ProposedName(Session, "VTS2.LANGUAGE2"), "VTS2_German_PGC2");
   ASSERT_TRUE(NewPgc(Session, "VTS2.LANGUAGE2", "More").IsDone());
   EXPECT_EQ(At("VTS2.LANGUAGE2.PGC2").MenuType, "None");
   ASSERT_TRUE(NewTitle(Session, "VTS2", "Extra").IsDone());
