@@ -15,7 +15,7 @@
 
 #include "analysis/picture_index.h"
 #include "disc/start_code_search.h"
-#include "silent_ui.h"
+#include "base/silent_ui.h"
 
 namespace quorvelant {
 namespace {

@@ -8,7 +8,7 @@
 #include "large_project.h"
 #include "script/script_reader.h"
 #include "script/script_writer.h"
-#include "silent_ui.h"
+#include "base/silent_ui.h"
 
 namespace quorvelant {
 namespace {

@@ -2,10 +2,13 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
 
+#include "large_project.h"
 #include "vm/check_commands.h"
+#include "vm/command_aims.h"
 #include "vm/decoder.h"
 #include "vm/resolver.h"
 
@@ -82,5 +85,43 @@ void CheckProject(benchmark::State& state) {
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 BENCHMARK(CheckProject)->Arg(2400)->Arg(24000)->Arg(240000)->Unit(benchmark::kMillisecond);
+
+// --- 99 title sets of one title with 99 chapters: 10,098 commands ---
+
+Project FullDisc() {
+  return LargeProject(TitleSets * PgcLines);
+}
+
+// At most 50 ms.
+void ReadAims(benchmark::State& state) {
+  const Project project = FullDisc();
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(CommandAims(project, Rules::Players));
+  }
+}
+BENCHMARK(ReadAims)->Unit(benchmark::kMillisecond);
+
+// What an operation on one title set asks of the index; at most 5 ms with all else that it does.
+void FollowOneChange(benchmark::State& state) {
+  const Project project = FullDisc();
+  CommandAims aims(project, Rules::Players);
+  const std::array<std::size_t, 1> entries{50};
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(aims.To("VTS49.TITLE1.PGC1"));
+    benchmark::DoNotOptimize(aims.Renumbered(project, entries));
+    aims.Update(project, entries);
+  }
+}
+BENCHMARK(FollowOneChange)->Unit(benchmark::kMillisecond);
+
+// At most 50 ms.
+void ResolveAllCommands(benchmark::State& state) {
+  Project project = FullDisc();
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(CheckCommands(project, Rules::Players, {.Numbers = NumericTargets::BehindNames},
+                                           MissingTargets::AreErrors));
+  }
+}
+BENCHMARK(ResolveAllCommands)->Unit(benchmark::kMillisecond);
 
 }  // namespace

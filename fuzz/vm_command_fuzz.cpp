@@ -1,4 +1,5 @@
 // Any bytes as a command text, and as the eight bytes of a command.
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
@@ -6,6 +7,7 @@
 
 #include "vm/check_commands.h"
 #include "vm/decoder.h"
+#include "vm/references.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byteCount) {
   using namespace quorvelant;
@@ -32,6 +34,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byte
   const Resolution followed = ResolveText(text, "stored", &names);
   if (followed.Text.size() > text.size() + 64) {
     std::abort();
+  }
+  // A number that is written once more where it stands reads as before.
+  for (const TextReference& reference : TextReferencesOf(text)) {
+    if (reference.Length > 0 && reference.Number) {
+      const auto again =
+          TextReferencesOf(RenumberedText(text, reference, *reference.Number, reference.Within));
+      const auto same = [&reference](const TextReference& other) {
+        return other.Kind == reference.Kind && other.Number == reference.Number;
+      };
+      if (reference.Offset + reference.Length > text.size() || std::ranges::none_of(again, same)) {
+        std::abort();
+      }
+    }
   }
   if (byteCount >= 8) {
     CommandBytes bytes{};

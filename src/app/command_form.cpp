@@ -12,6 +12,7 @@
 #include "app/command_command.h"
 #include "app/command_convert.h"
 #include "app/command_index.h"
+#include "app/command_new.h"
 #include "app/command_picture.h"
 #include "app/command_probe.h"
 #include "app/command_still.h"
@@ -42,6 +43,7 @@ void AddCommands(CLI::App& program, CommandContext& context) {
   AddAuthorCommand(program, context);
   AddCheckCommand(program, context);
   AddConvertCommand(program, context);
+  AddNewCommand(program, context);
   AddProbeCommand(program, context);
   AddIndexCommand(program, context);
   AddCommandCommand(program, context);

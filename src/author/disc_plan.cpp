@@ -134,10 +134,10 @@ DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui, Pi
   SourceJudge judge(disc.SourceFolder(), rules, ui);
   int number = 0;
   for (const VTS_P& entry : disc.Disc) {
-    ++number;
     if (entry.Removed) {
       continue;
     }
+    ++number;
     SetPlan set;
     set.EntryNumber = number;
     set.Menu = PlanDomain(entry, Domain::Menu, plan, judge);

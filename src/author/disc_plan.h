@@ -28,7 +28,7 @@ struct DomainPlan {
 };
 
 struct SetPlan {
-  int EntryNumber = 0;  // in `MyDVD`, as the log names it
+  int EntryNumber = 0;  // among live ones, as the log names it
   DomainPlan Menu;
   DomainPlan Title;
 };

@@ -131,6 +131,10 @@ struct Rules {
   // name and a menu's by its name or its code as written.
   bool NamesLanguagesAnyWay = false;
 
+  // edit. A PGC takes 128 commands in its three lists together, as the format does, and a set of buttons one
+  // for each of 36; traditionally each list takes 24.
+  bool CommandsToFormatLimit = false;
+
   // app. A run goes by the settings; traditionally, by built-in ones that allow no region and keep
   // sequence end codes.
   bool GoesBySettings = false;
@@ -181,6 +185,7 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .ChainStillHolds = true,
                                       .RefusesDeadDiscs = true,
                                       .NamesLanguagesAnyWay = true,
+                                      .CommandsToFormatLimit = true,
                                       .GoesBySettings = true};
 
 }  // namespace quorvelant

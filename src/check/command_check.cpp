@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <string>
 #include <utility>
@@ -12,22 +11,22 @@
 #include "check/disc_contents.h"
 #include "check/messages.h"
 #include "model/keys.h"
+#include "model/menu_kind.h"
 #include "model/walk.h"
+#include "vm/command_choices.h"
+#include "vm/command_domains.h"
 #include "vm/command_target.h"
 
 namespace quorvelant {
 namespace {
 
-// The four domains of the format, as bits.
-enum Space : std::uint8_t { FirstPlay = 1, Manager = 2, SetMenus = 4, Titles = 8 };
-
-constexpr std::string_view NameOf(Space space) {
-  switch (space) {
-    case FirstPlay:
+constexpr std::string_view NameOf(CommandDomain domain) {
+  switch (domain) {
+    case CommandDomain::FirstPlay:
       return "First Play";
-    case Manager:
+    case CommandDomain::ManagerMenus:
       return "a menu of the Video Manager";
-    case SetMenus:
+    case CommandDomain::SetMenus:
       return "a menu of a title set";
     default:
       return "a title";
@@ -37,49 +36,36 @@ constexpr std::string_view NameOf(Space space) {
 // Where a command stands.
 struct Stand {
   const PGC_P& Chain;
-  Space In = FirstPlay;
+  CommandDomain In = CommandDomain::FirstPlay;
   const VTS_P* Entry = nullptr;
   const Lang_P* Language = nullptr;
   const Title_P* Title = nullptr;
 };
 
-// Whether a target has the form of a row, the domains that may hold it, and what to write elsewhere.
-struct Permit {
-  bool (*Fits)(const CommandTarget&);
-  std::uint8_t Allowed;
-  std::string_view Remedy;
-};
-
-template <Instruction What>
-bool Is(const CommandTarget& target) {
-  return target.What == What;
-}
-
-// The first row that fits counts.
-constexpr std::array Permits{
-    Permit{Is<Instruction::JumpTt>, FirstPlay | Manager,
-           "within a set JumpVTS_TT reaches its titles; those of other sets are reached by way of the title "
-           "menu"},
-    Permit{Is<Instruction::JumpVtsTt>, SetMenus | Titles, "there JumpTT reaches the titles of the disc"},
-    Permit{Is<Instruction::JumpVtsPtt>, SetMenus | Titles,
-           "there JumpTT reaches a title, whose pre commands may lead on to a part"},
-    Permit{[](const CommandTarget& target) {
-             return target.What == Instruction::JumpSs && target.Space == SystemSpace::SetMenu;
-           },
-           FirstPlay | Manager, "a menu reaches others of its set by LinkPGCN, a title by CallSS"},
-    Permit{Is<Instruction::JumpSs>, FirstPlay | Manager | SetMenus, "a title reaches menus by CallSS"},
-    Permit{Is<Instruction::CallSs>, Titles, "only titles are come back to: JumpSS leads to a menu"},
-    Permit{[](const CommandTarget& target) { return target.IsResume(); }, Manager | SetMenus,
-           "only a menu that a title called can go back"},
-    Permit{[](const CommandTarget& target) { return target.IsLink(LinkKind::Part); }, Titles,
-           "a menu of the set reaches parts by JumpVTS_PTT"},
-    Permit{Is<Instruction::Link>, Manager | SetMenus | Titles,
-           "First Play reaches titles by JumpTT and menus by JumpSS"}};
-
-const Permit* PermitOf(const CommandTarget& target) {
-  const auto* const permit =
-      std::ranges::find_if(Permits, [&target](const Permit& row) { return row.Fits(target); });
-  return permit == Permits.end() ? nullptr : permit;
+// What to write where a command may not stand.
+constexpr std::string_view RemedyOf(Move move) {
+  switch (move) {
+    case Move::JumpTitle:
+      return "within a set JumpVTS_TT reaches its titles; those of other sets are reached by way of the "
+             "title "
+             "menu";
+    case Move::JumpSetTitle:
+      return "there JumpTT reaches the titles of the disc";
+    case Move::JumpSetPart:
+      return "there JumpTT reaches a title, whose pre commands may lead on to a part";
+    case Move::JumpSetMenu:
+      return "a menu reaches others of its set by LinkPGCN, a title by CallSS";
+    case Move::JumpSystem:
+      return "a title reaches menus by CallSS";
+    case Move::Call:
+      return "only titles are come back to: JumpSS leads to a menu";
+    case Move::Resume:
+      return "only a menu that a title called can go back";
+    case Move::LinkPart:
+      return "a menu of the set reaches parts by JumpVTS_PTT";
+    default:
+      return "First Play reaches titles by JumpTT and menus by JumpSS";
+  }
 }
 
 // What a count leaves out: "title 3 (the disc has 2)"; nothing where the number is there.
@@ -96,11 +82,8 @@ class CommandChecker {
   Findings Run() {
     CheckChain({.Chain = project_.FirstPlay});
     for (const auto& at : LivePgcs(project_)) {
-      const bool manager = at.EntryNumber == 1;
       CheckChain({.Chain = *at.Chain,
-                  .In = at.Title != nullptr ? Titles
-                        : manager           ? Manager
-                                            : SetMenus,
+                  .In = DomainOf(at),
                   .Entry = at.Entry,
                   .Language = at.Language,
                   .Title = at.Title});
@@ -154,10 +137,10 @@ class CommandChecker {
   void Check(const Stand& stand, const VMICommand_P& command, const std::string& key) {
     const CommandTarget target = TargetOf(command);
     const auto place = [&] { return fmt::format("{} {}", key, command.Key); };
-    const Permit* permit = PermitOf(target);
-    if (permit != nullptr && (permit->Allowed & stand.In) == 0) {
+    const Move move = MoveOf(target);
+    if (!MayStandIn(stand.In, move)) {
       findings_.push_back(MessageOf(message::TargetForbidden, place(), command.FullCommand, NameOf(stand.In),
-                                    permit->Remedy));
+                                    RemedyOf(move)));
       return;
     }
     for (const Missing& missing :
@@ -193,7 +176,8 @@ class CommandChecker {
   [[nodiscard]] Missing WhatLinkMisses(const Stand& stand, const LinkTarget& link) const {
     switch (link.Kind) {
       case LinkKind::Pgc:
-        return Beyond("PGC", link.Number, PgcCount(stand), stand.In == Titles ? "the set" : "the menu");
+        return Beyond("PGC", link.Number, PgcCount(stand),
+                      stand.In == CommandDomain::Titles ? "the set" : "the menu");
       case LinkKind::Program:
         return Beyond("program", link.Number, ProgramCount(stand.Chain), "the PGC");
       case LinkKind::Cell:
@@ -215,9 +199,9 @@ class CommandChecker {
         return Unnamed(stand, chain.NextPGC, "next");
       case PrevPgcCode:
         // A menu has none on the disc.
-        return stand.In == Titles ? Unnamed(stand, chain.PrevPGC, "previous") : std::nullopt;
+        return stand.In == CommandDomain::Titles ? Unnamed(stand, chain.PrevPGC, "previous") : std::nullopt;
       case GoUpPgcCode:
-        return stand.In != Titles && Contains(Lower(chain.GoUpPGC), "resume")
+        return stand.In != CommandDomain::Titles && Contains(Lower(chain.GoUpPGC), "resume")
                    ? Missing()
                    : Unnamed(stand, chain.GoUpPGC, "go-up");
       default:
@@ -230,7 +214,8 @@ class CommandChecker {
     const auto isNamed = [&key](const PGC_P* chain) { return NameKey(chain->PGCName) == key; };
     const auto holds = [&isNamed](const auto* unit) { return std::ranges::any_of(Live(unit->PGC), isNamed); };
     const bool none = key.empty() || key == "none";
-    const bool found = !none && (stand.In == Titles ? std::ranges::any_of(Live(stand.Entry->Title), holds)
+    const bool found =
+        !none && (stand.In == CommandDomain::Titles ? std::ranges::any_of(Live(stand.Entry->Title), holds)
                                                     : holds(stand.Language));
     return found ? Missing() : Missing(fmt::format("the PGC has no {} one; name it in its lines", word));
   }
@@ -246,7 +231,7 @@ class CommandChecker {
 
   // The timer leads to a PGC of titles; in a menu it names none of the menu's.
   [[nodiscard]] Missing WhatTimerMisses(const Stand& stand, const CommandTarget& target) const {
-    return target.TimerPgc == 0 || stand.In != Titles
+    return target.TimerPgc == 0 || stand.In != CommandDomain::Titles
                ? std::nullopt
                : Beyond("PGC", target.TimerPgc, PgcCount(stand), "the set");
   }
@@ -329,7 +314,8 @@ class CommandChecker {
   }
 
   [[nodiscard]] std::size_t PgcCount(const Stand& stand) const {
-    return stand.In == Titles ? contents_.Of(*stand.Entry).Pgcs : Live(stand.Language->PGC).size();
+    return stand.In == CommandDomain::Titles ? contents_.Of(*stand.Entry).Pgcs
+                                             : Live(stand.Language->PGC).size();
   }
 
   const Project& project_;

@@ -4,7 +4,6 @@
 #include <array>
 #include <limits>
 
-#include "model/menu_kind.h"
 #include "model/walk.h"
 
 namespace quorvelant {
@@ -41,14 +40,6 @@ std::size_t PartCount(const Title_P& title) {
     parts += ProgramCount(*chain);
   }
   return parts;
-}
-
-bool HasMenu(const Lang_P& language, std::int32_t menu) {
-  constexpr unsigned MenuBits = 0x0F;
-  return std::ranges::any_of(Live(language.PGC), [menu](const PGC_P* chain) {
-    const unsigned category = MenuKindOf(chain->MenuType).Category;
-    return category != 0 && static_cast<std::int32_t>(category & MenuBits) == menu;
-  });
 }
 
 std::string_view MenuNameOf(std::int32_t menu) {

@@ -40,7 +40,6 @@ class DiscContents {
 [[nodiscard]] std::size_t PartCount(const Title_P& title);
 
 // Menus by the number that commands give: 2 title, 3 root, 4 subpicture, 5 audio, 6 angle, 7 part of title.
-[[nodiscard]] bool HasMenu(const Lang_P& language, std::int32_t menu);
 [[nodiscard]] std::string_view MenuNameOf(std::int32_t menu);
 
 }  // namespace quorvelant

@@ -87,6 +87,154 @@ inline constexpr MessageKind ForcedNeeded{
     "forced-needed", Severity::Error, "",
     "Subtitles must always be set to Forced when highlight buttons exist"};
 
+// --- the structure ---
+
+inline constexpr MessageKind AskPgcName{"ask-pgc-name", Severity::Information, "New PGC",
+                                        "What is the name of the new PGC?"};
+inline constexpr MessageKind AskProgramName{"ask-program-name", Severity::Information, "New Program",
+                                            "What is the name of the new Program?"};
+inline constexpr MessageKind AskTitleName{"ask-title-name", Severity::Information, "New Title",
+                                          "What is the name of the new Title Play?"};
+inline constexpr MessageKind NoSuchElement{
+    "no-such-element", Severity::Error, "Alteration Error",
+    "The project has no {} \"{}\". `quorvelant check --tree` lists the keys of its elements"};
+inline constexpr MessageKind MostPgcsReached{"most-pgcs-reached", Severity::Error, "New PGC Error",
+                                             "Max Number of PGC's reached (999)"};
+inline constexpr MessageKind MostProgramsReached{"most-programs-reached", Severity::Error,
+                                                 "New Program Error",
+                                                 "Max Number of Programs Reached (99) for this PGC"};
+inline constexpr MessageKind MostTitlesReached{"most-titles-reached", Severity::Error, "New Title Error",
+                                               "Max Number of Titles Reached (99) for this DVD"};
+inline constexpr MessageKind ManagerHasNoTitles{"manager-has-no-titles", Severity::Error, "New Title Error",
+                                                "Titles stand in title sets, not in the Video Manager"};
+inline constexpr MessageKind MostSetsReached{"most-sets-reached", Severity::Error, "New VTS Error",
+                                             "Max Number of Title Sets Reached (99) for this DVD"};
+inline constexpr MessageKind LanguageTaken{"language-taken", Severity::Error, "New Language Error",
+                                           "This Language already exists in this VTS"};
+inline constexpr MessageKind LanguageUnknown{"new-language-unknown", Severity::Error, "New Language Error",
+                                             "\"{}\" is no language of the list: its name or its code of two "
+                                             "or three letters is expected (docs/lists.md)"};
+inline constexpr MessageKind MostLanguagesReached{"most-languages-reached", Severity::Error,
+                                                  "New Language Error",
+                                                  "Max Number of Languages Reached (99) for these menus"};
+
+// --- removal and names ---
+
+inline constexpr MessageKind NotRemovable{"not-removable", Severity::Error, "Alteration Error",
+                                          "FirstPGC and Video Manager cannot be removed"};
+inline constexpr MessageKind LastSetStays{"last-set-stays", Severity::Error, "VTS Removal Error",
+                                          "At least 1 VTS must be present - unable to remove this VTS"};
+inline constexpr MessageKind AskRemovalOfTarget{"ask-removal-of-target", Severity::Information,
+                                                "VM Reference Error",
+                                                "At least one VM Command references this {}. If you remove "
+                                                "it referenced VM commands will be reset to NOP"};
+inline constexpr MessageKind AskRemoval{"ask-removal", Severity::Information, "Confirm Removal",
+                                        "Remove {}?"};
+inline constexpr MessageKind AskSourceRemoval{
+    "ask-source-removal", Severity::Information, "Confirm Removal",
+    "Remove {}? {} cells show it and go with it; commands that lead to them will be reset to NOP"};
+inline constexpr MessageKind FirstSceneStays{"first-scene-stays", Severity::Error, "Scene Error",
+                                             "The first scene starts the track and stays"};
+inline constexpr MessageKind LastFileStays{
+    "last-file-stays", Severity::Error, "Alteration Error",
+    "Cells show track \"{}\", whose only file this is: give the play another file, or remove the track"};
+inline constexpr MessageKind NameNotCarried{
+    "name-not-carried", Severity::Error, "Rename Error",
+    "A command that leads here cannot be written with the name \"{}\": choose one without words of commands"};
+
+// --- tracks, plays and streams ---
+
+inline constexpr MessageKind TrackNameTaken{"track-name-taken", Severity::Error, "New Track Error",
+                                            "There is a track named \"{}\" already"};
+inline constexpr MessageKind TrackNameUnfit{
+    "track-name-unfit", Severity::Error, "New Track Error",
+    "\"{}\" cannot be the name of a track: it must not be empty nor hold a tab, a line end, \";\" or braces"};
+inline constexpr MessageKind PlayBeforeIsEmpty{
+    "play-before-empty", Severity::Error, "New Play Error",
+    "The last play of this list has no file yet: give it one first"};
+inline constexpr MessageKind StillHasOnePlay{"still-has-one-play", Severity::Error, "New Play Error",
+                                             "A still track has one picture: a slideshow takes several"};
+inline constexpr MessageKind MostAudioStreams{"most-audio-streams", Severity::Error, "New Audio Stream Error",
+                                              "Max Number of Audio Streams Reached (8) for this track"};
+inline constexpr MessageKind MostSubStreams{"most-subtitle-streams", Severity::Error,
+                                            "New Subtitle Stream Error",
+                                            "Max Number of Subtitle Streams Reached (32) for this track"};
+inline constexpr MessageKind StreamNumberUnfit{
+    "stream-number-unfit", Severity::Error, "Stream ID Error",
+    "A stream of this track cannot have the ID {}: it must be free in the track and from 0 to {}"};
+inline constexpr MessageKind DisplayModeUnfit{"display-mode-unfit", Severity::Error, "Display Mode Error",
+                                              "\"{}\" is no display mode here; one of these is: {}"};
+inline constexpr MessageKind SlideTimeMissing{"slide-time-missing", Severity::Error, "Slide Duration Error",
+                                              "\"{}\" is no time for a slide: HH:MM:SS:FF of at least one "
+                                              "frame is expected, or nothing for the default"};
+
+// --- drops of tracks and scenes ---
+
+inline constexpr MessageKind DropHasNoFile{"drop-without-file", Severity::Error, "New Cell Error",
+                                           "Track \"{}\" has no video or still yet: give it a file first"};
+inline constexpr MessageKind VideoUnlike{
+    "video-attributes-unlike", Severity::Error, "Attribute Match Error",
+    "Video Attributes (Standard or Aspect Ratio) do not match existing Cells"};
+inline constexpr MessageKind DtsInMenu{
+    "dts-in-menu", Severity::Error, "Menu Audio Error",
+    "DTS audio detected in this track. DTS in Menu domains violates the DVD spec"};
+inline constexpr MessageKind AudioKindUnlike{
+    "audio-kind-unlike", Severity::Error, "Audio ID Error",
+    "Stream ID {} is {} in track \"{}\" and {} in this one; a stream has one kind of sound in all {} of a "
+    "title set: give this track's stream another ID"};
+inline constexpr MessageKind TooManyCellsForAll{
+    "cells-exceeded-by-all", Severity::Error, "New Cell Error",
+    "The max number of Cells (255) will be exceeded for this PGC if all scenes are added"};
+inline constexpr MessageKind TooManyCellsForOne{
+    "cells-exceeded-by-one", Severity::Error, "New Cell Error",
+    "The max number of Cells (255) will be exceeded for this PGC if this scene is added"};
+
+// --- before an interactive run makes a disc ---
+
+inline constexpr MessageKind AskCommandErrors{
+    "ask-command-errors", Severity::Information, "Contine Authoring",
+    "Command errors were present in the script file. Continue with authoring anyway?\n"
+    "(This message will not appear again)"};
+inline constexpr MessageKind NoTitleMenu{
+    "no-title-menu", Severity::Error, "Pre-Check failure",
+    "No Title Menu PGC has been specified in Video Manager, Language {}"};
+inline constexpr MessageKind NoRootMenu{"no-root-menu", Severity::Error, "Pre-Check failure",
+                                        "No Root Menu PGC has been specified in VTS {}, Language {}"};
+inline constexpr MessageKind DtsInMenus{"dts-in-menus", Severity::Error, "Pre-Check failure",
+                                        "DTS audio present in Menu domains - violates DVD specs"};
+inline constexpr MessageKind TitleHasNoCells{
+    "preflight-title-without-cells", Severity::Error, "Pre-Check failure",
+    "The Title ({}) does not have any cells. This violates the DVD spec"};
+inline constexpr MessageKind AskOnlyDts{
+    "ask-only-dts", Severity::Information, "Pre-Check failure",
+    "Audio streams are present in the title domain of VTS {}, of which none are AC3 or PCM\n"
+    "This violates the DVD spec - would you like to continue anyway?"};
+inline constexpr MessageKind AskDtsLeftOut{
+    "ask-dts-left-out", Severity::Information, "Ondra Limitation Error",
+    "DTS audio has been found - this will not be muxed - limitation of Ondra version\n"
+    "Do you wish to continue?"};
+inline constexpr MessageKind NoDestination{"no-destination", Severity::Error, "Destination Error",
+                                           "Please select a destination folder for your DVD"};
+
+// --- projects as files ---
+
+inline constexpr MessageKind AskNewProject{"ask-new-project", Severity::Information, "New Project",
+                                           "Create New Blank Project?"};
+inline constexpr MessageKind AskSaveFirst{
+    "ask-save-first", Severity::Information, "Save Project",
+    "Would you like to save the current project before loading a new one?"};
+
+// --- files as films ---
+
+inline constexpr MessageKind FileOfNoFilm{
+    "file-of-no-film", Severity::Error, "Import Error",
+    "'{}' belongs to no video: its name must begin as that of one does (film.m2v, film.de.ac3)"};
+inline constexpr MessageKind PictureIsNoFilm{
+    "picture-is-no-film", Severity::Error, "Import Error",
+    "'{}' is a picture, and films become titles: stills and slides come in with `quorvelant edit`"};
+inline constexpr MessageKind SecondChapterList{"second-chapter-list", Severity::Error, "Import Error",
+                                               "'{}': '{}' has the chapter list '{}' already"};
+
 // --- the list of command errors ---
 
 inline constexpr MessageKind AskErrorListFile{"ask-error-list-file", Severity::Information,
@@ -123,5 +271,14 @@ inline constexpr MessageKind PaletteKeptByChains{"palette-kept-by-pgcs", Severit
                                                  "These PGCs show the track and keep the palette that they "
                                                  "have: {}. The subtitles show in its colours; for "
                                                  "their own, name \"{}\" in PaletteUsed"};
+
+inline constexpr MessageKind CommandListFull{"command-list-full", Severity::Error, "New Command Error",
+                                             "Maximum number of commands reached for this PGC ({})"};
+inline constexpr MessageKind CommandListMissing{"command-list-missing", Severity::Error, "Command Error",
+                                                "There is no such list of commands: \"{}\""};
+inline constexpr MessageKind CommandMissing{"command-missing", Severity::Error, "Command Error",
+                                            "There is no command {}: the list has {}"};
+inline constexpr MessageKind CommandTextUnknown{"command-text-unknown", Severity::Error, "Command Error",
+                                                "\"{}\" is no command"};
 
 }  // namespace quorvelant::message

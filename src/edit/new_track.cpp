@@ -12,6 +12,7 @@
 #include "base/timecode.h"
 #include "disc/video_standard.h"
 #include "edit/messages.h"
+#include "model/display_mode.h"
 #include "model/my_dvd.h"
 #include "model/stream_maps.h"
 #include "model/walk.h"
@@ -19,11 +20,6 @@
 namespace quorvelant {
 
 namespace {
-
-constexpr std::string_view NotSpecified = "Not Specified";
-constexpr std::string_view OnlyPanScan = "Only PanScan";
-constexpr std::string_view OnlyLetterBox = "Only LetterBox";
-constexpr std::string_view BothModes = "Both PanScan and LetterBox";
 
 template <class Play>
 Play* AddPlay(std::vector<Play>& plays) {
@@ -178,15 +174,18 @@ bool StreamIDsMayChange(const Track& track, UserInterface& ui) {
 }
 
 std::vector<std::string_view> OfferedDisplayModes(const Track& track) {
+  if (track.Aspect == "16:9") {
+    return {display_mode::All.begin(), display_mode::All.end()};
+  }
   if (!track.Pan && !track.Letter) {
-    return {NotSpecified};
+    return {display_mode::NotSpecified};
   }
   std::vector<std::string_view> modes;
   if (track.Pan) {
-    modes = {OnlyPanScan, BothModes};
+    modes = {display_mode::OnlyPanScan, display_mode::Both};
   }
   if (track.Letter) {
-    modes.push_back(OnlyLetterBox);
+    modes.push_back(display_mode::OnlyLetterBox);
   }
   return modes;
 }
@@ -199,13 +198,13 @@ void SetVideoInfo(Track& track) {
 }
 
 std::vector<std::string_view> AdmittedSubDisplayModes(const Track& track) {
-  if (track.DisplayMode == OnlyPanScan) {
+  if (track.DisplayMode == display_mode::OnlyPanScan) {
     return {"Pan", "Wide", "Wide/Letter"};
   }
-  if (track.DisplayMode == OnlyLetterBox) {
+  if (track.DisplayMode == display_mode::OnlyLetterBox) {
     return {"LetterBox", "Wide", "Wide/Letter"};
   }
-  if (track.DisplayMode == BothModes) {
+  if (track.DisplayMode == display_mode::Both) {
     return {"Pan", "LetterBox", "Wide", "Wide/Letter", "Pan/Letter"};
   }
   return {track.Aspect == "4:3" ? std::string_view("Normal") : std::string_view("Wide")};

@@ -54,6 +54,14 @@ class Collection {
       element->Removed = true;
     }
   }
+  // Takes the last element away as if it had never been added. There must be one.
+  void DropLast() {
+    const auto found = numbers_.find(elements_.back().Key);
+    if (found != numbers_.end() && found->second == elements_.size()) {
+      numbers_.erase(found);
+    }
+    elements_.pop_back();
+  }
   void Clear() {
     elements_.clear();
     numbers_.clear();

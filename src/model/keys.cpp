@@ -140,33 +140,77 @@ std::string HighlightKey(std::string_view parent, int number) {
   return Below(parent, "HP", number);
 }
 
-VTS_P* FindEntry(MyDVD& disc, std::string_view key) {
+namespace {
+
+// `Disc` is `MyDVD` or `const MyDVD`.
+template <class Disc>
+auto* EntryIn(Disc& disc, std::string_view key) {
   return disc.Item(static_cast<std::size_t>(TitleSetEntry(key)));
 }
+// The child of that number in a list of the parent; nullptr where there is no parent.
+template <class Parent, class List>
+auto* ChildIn(Parent* parent, List list, int number) {
+  return parent == nullptr ? nullptr : (parent->*list).Item(static_cast<std::size_t>(number));
+}
+template <class Disc>
+auto* LanguageIn(Disc& disc, std::string_view key) {
+  return ChildIn(EntryIn(disc, key), &VTS_P::Lang, LanguageNumber(key));
+}
+template <class Disc>
+auto* TitleIn(Disc& disc, std::string_view key) {
+  return ChildIn(EntryIn(disc, key), &VTS_P::Title, TitleNumber(key));
+}
+template <class Disc>
+auto* PgcIn(Disc& disc, std::string_view key) {
+  return InTitleDomain(key) ? ChildIn(TitleIn(disc, key), &Title_P::PGC, PgcNumber(key))
+                            : ChildIn(LanguageIn(disc, key), &Lang_P::PGC, PgcNumber(key));
+}
+template <class Disc>
+auto* ProgramIn(Disc& disc, std::string_view key) {
+  return ChildIn(PgcIn(disc, key), &PGC_P::PG, ProgramNumber(key));
+}
+template <class Disc>
+auto* CellIn(Disc& disc, std::string_view key) {
+  return ChildIn(ProgramIn(disc, key), &PG_P::Cell, CellNumber(key));
+}
+
+}  // namespace
+
+VTS_P* FindEntry(MyDVD& disc, std::string_view key) {
+  return EntryIn(disc, key);
+}
+const VTS_P* FindEntry(const MyDVD& disc, std::string_view key) {
+  return EntryIn(disc, key);
+}
 Lang_P* FindLanguage(MyDVD& disc, std::string_view key) {
-  VTS_P* entry = FindEntry(disc, key);
-  return entry == nullptr ? nullptr : entry->Lang.Item(static_cast<std::size_t>(LanguageNumber(key)));
+  return LanguageIn(disc, key);
+}
+const Lang_P* FindLanguage(const MyDVD& disc, std::string_view key) {
+  return LanguageIn(disc, key);
 }
 Title_P* FindTitle(MyDVD& disc, std::string_view key) {
-  VTS_P* entry = FindEntry(disc, key);
-  return entry == nullptr ? nullptr : entry->Title.Item(static_cast<std::size_t>(TitleNumber(key)));
+  return TitleIn(disc, key);
+}
+const Title_P* FindTitle(const MyDVD& disc, std::string_view key) {
+  return TitleIn(disc, key);
 }
 PGC_P* FindPgc(MyDVD& disc, std::string_view key) {
-  const auto number = static_cast<std::size_t>(PgcNumber(key));
-  if (InTitleDomain(key)) {
-    Title_P* title = FindTitle(disc, key);
-    return title == nullptr ? nullptr : title->PGC.Item(number);
-  }
-  Lang_P* language = FindLanguage(disc, key);
-  return language == nullptr ? nullptr : language->PGC.Item(number);
+  return PgcIn(disc, key);
+}
+const PGC_P* FindPgc(const MyDVD& disc, std::string_view key) {
+  return PgcIn(disc, key);
 }
 PG_P* FindProgram(MyDVD& disc, std::string_view key) {
-  PGC_P* pgc = FindPgc(disc, key);
-  return pgc == nullptr ? nullptr : pgc->PG.Item(static_cast<std::size_t>(ProgramNumber(key)));
+  return ProgramIn(disc, key);
+}
+const PG_P* FindProgram(const MyDVD& disc, std::string_view key) {
+  return ProgramIn(disc, key);
 }
 Cell_P* FindCell(MyDVD& disc, std::string_view key) {
-  PG_P* program = FindProgram(disc, key);
-  return program == nullptr ? nullptr : program->Cell.Item(static_cast<std::size_t>(CellNumber(key)));
+  return CellIn(disc, key);
+}
+const Cell_P* FindCell(const MyDVD& disc, std::string_view key) {
+  return CellIn(disc, key);
 }
 
 std::string EntryName(int entry) {

@@ -45,11 +45,17 @@ std::string HighlightKey(std::string_view parent, int number);
 // What a key addresses, by its numbers; nullptr where the disc holds no such element. Removed elements are
 // found too: their numbers stay taken.
 VTS_P* FindEntry(MyDVD& disc, std::string_view key);
+const VTS_P* FindEntry(const MyDVD& disc, std::string_view key);
 Lang_P* FindLanguage(MyDVD& disc, std::string_view key);
+const Lang_P* FindLanguage(const MyDVD& disc, std::string_view key);
 Title_P* FindTitle(MyDVD& disc, std::string_view key);
+const Title_P* FindTitle(const MyDVD& disc, std::string_view key);
 PGC_P* FindPgc(MyDVD& disc, std::string_view key);
+const PGC_P* FindPgc(const MyDVD& disc, std::string_view key);
 PG_P* FindProgram(MyDVD& disc, std::string_view key);
+const PG_P* FindProgram(const MyDVD& disc, std::string_view key);
 Cell_P* FindCell(MyDVD& disc, std::string_view key);
+const Cell_P* FindCell(const MyDVD& disc, std::string_view key);
 
 // The names a new element is given, by its place. `languageName` is a name of the vocabulary.
 inline constexpr std::string_view FirstPgcName = "First PGC";

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/text.h"
+#include "model/walk.h"
 
 namespace quorvelant {
 
@@ -33,6 +34,14 @@ MenuKind MenuKindOf(std::string_view menuType) {
   }
   const auto* row = std::ranges::find(MenuRows, type, &MenuRow::Type);
   return row == MenuRows.end() ? MenuKind{} : row->Kind;
+}
+
+bool HasMenu(const Lang_P& language, std::int32_t menu) {
+  constexpr unsigned MenuBits = 0x0F;
+  return std::ranges::any_of(Live(language.PGC), [menu](const PGC_P* chain) {
+    const unsigned category = MenuKindOf(chain->MenuType).Category;
+    return category != 0 && static_cast<std::int32_t>(category & MenuBits) == menu;
+  });
 }
 
 }  // namespace quorvelant

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "model/my_dvd.h"
+
 namespace quorvelant {
 
 // What a menu PGC is for, by its menu type, in any case and with or without " menu" after it.
@@ -12,5 +14,9 @@ struct MenuKind {
   std::uint8_t Existence = 0;  // of the language unit
 };
 MenuKind MenuKindOf(std::string_view menuType);
+
+// Whether a language has a PGC for the menu of that number in commands: 2 title, 3 root, 4 subpicture, 5
+// audio, 6 angle, 7 part of title.
+[[nodiscard]] bool HasMenu(const Lang_P& language, std::int32_t menu);
 
 }  // namespace quorvelant

@@ -179,24 +179,27 @@ std::vector<std::int32_t> GetSubStreamID(const Track& track) {
   return free;
 }
 
-void CarryExtensions(Project& project, VTS_P& entry, Domain domain, std::size_t droppedTrack) {
-  project.Tracks[droppedTrack].IDsLocked = true;
-  if (domain != Domain::Title) {
-    return;
-  }
-  const TrackList list = BuildTitleTrackList(entry, project.Tracks);
-  for (const AudioMapRow& row : ViewAudioMap(list, project.Tracks)) {
+StreamExtensions::StreamExtensions() {
+  Audio.fill("Unspecified");
+  Sub.fill("Unspecified");
+}
+
+StreamExtensions TitleExtensions(const VTS_P& entry, const Tracks& tracks) {
+  StreamExtensions extensions;
+  const TrackList list = BuildTitleTrackList(entry, tracks);
+  for (const AudioMapRow& row : ViewAudioMap(list, tracks)) {
     if (IsNumber(row.StreamNumber, AudioStreamCount)) {
-      entry.AudioExtension[static_cast<std::size_t>(row.StreamNumber)] =
+      extensions.Audio[static_cast<std::size_t>(row.StreamNumber)] =
           CLsDVD::AudioArray()[CLsDVD::ExtensionIndex(row.Extension)];
     }
   }
-  for (const SubMapRow& row : ViewSubMap(list, project.Tracks)) {
+  for (const SubMapRow& row : ViewSubMap(list, tracks)) {
     if (IsNumber(row.StreamNumber, SubStreamCount)) {
-      entry.SubExtension[static_cast<std::size_t>(row.StreamNumber)] =
+      extensions.Sub[static_cast<std::size_t>(row.StreamNumber)] =
           CLsDVD::SubArray()[CLsDVD::SubExtensionIndex(row.Extension)];
     }
   }
+  return extensions;
 }
 
 SceneIndex IndexScenes(const Tracks& tracks) {

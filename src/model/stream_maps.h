@@ -79,9 +79,14 @@ SubMap ViewSubMap(const TrackList& list, const Tracks& tracks);
 // offer. Empty for a track without subtitles.
 std::vector<std::int32_t> GetSubStreamID(const Track& track);
 
-// After a drop on a PGC of the domain: the extensions of the domain's streams go to the entry (of the title
-// domain alone, the only one whose extensions reach the disc), and the track's stream numbers are locked.
-void CarryExtensions(Project& project, VTS_P& entry, Domain domain, std::size_t droppedTrack);
+// The extensions of the streams of an entry's title domain, the only one whose extensions reach the disc, by
+// stream number; "Unspecified" where there is no stream.
+struct StreamExtensions {
+  StreamExtensions();
+  std::array<std::string, AudioStreamCount> Audio;
+  std::array<std::string, SubStreamCount> Sub;
+};
+[[nodiscard]] StreamExtensions TitleExtensions(const VTS_P& entry, const Tracks& tracks);
 
 // Tracks by the names of their scenes; of equal names the first track's is found. The views point into the
 // tracks' scenes.

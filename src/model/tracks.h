@@ -191,6 +191,8 @@ class Tracks {
   std::size_t Count() const { return tracks_.size(); }  // live and removed
   Track& operator[](std::size_t index) { return tracks_[index]; }
   const Track& operator[](std::size_t index) const { return tracks_[index]; }
+  // Takes the last track away as if it had never been added. There must be one.
+  void DropLast() { tracks_.pop_back(); }
   void Clear() { tracks_.clear(); }
   auto begin() { return tracks_.begin(); }
   auto end() { return tracks_.end(); }

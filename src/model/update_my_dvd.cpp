@@ -13,17 +13,6 @@ namespace quorvelant {
 
 namespace {
 
-// A domain's picture follows the track placed last; the 4:3 displays, once possible, stay possible.
-void TakeVideoAttributes(VideoInfo_P& info, const Track& track) {
-  info.Standard = track.Standard;
-  info.Resolution = track.Resolution;
-  info.Aspect = track.Aspect;
-  info.Coding = track.Coding;
-  info.Pan = info.Pan || track.Pan;
-  info.Letter = info.Letter || track.Letter;
-  info.Set = true;
-}
-
 void Rename(MyDVD& disc, const DiscUpdate& update) {
   if (ProgramNumber(update.Key) > 0) {
     if (PG_P* program = FindProgram(disc, update.Key)) {
@@ -112,6 +101,16 @@ std::optional<Message> Compare(const std::vector<Stream>& source, const std::vec
 }
 
 }  // namespace
+
+void TakeVideoAttributes(VideoInfo_P& info, const Track& track) {
+  info.Standard = track.Standard;
+  info.Resolution = track.Resolution;
+  info.Aspect = track.Aspect;
+  info.Coding = track.Coding;
+  info.Pan = info.Pan || track.Pan;
+  info.Letter = info.Letter || track.Letter;
+  info.Set = true;
+}
 
 Cell_P* UpdateMyDVD(Project& project, const DiscUpdate& update) {
   if (!update.AddCell && CellNumber(update.Key) == 0) {

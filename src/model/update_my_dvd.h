@@ -34,6 +34,10 @@ struct DiscUpdate {
 // nullptr for a rename and where the key or the track names nothing; then nothing has changed.
 Cell_P* UpdateMyDVD(Project& project, const DiscUpdate& update);
 
+// What a track placed in a domain says of its picture: that of the track placed last, while a 4:3 display
+// that was possible stays possible.
+void TakeVideoAttributes(VideoInfo_P& info, const Track& track);
+
 // The name by which a cell refers to a scene: the scene's own, or where the track has no such scene the
 // name it would be given.
 std::string SceneName(const Track& track, std::int32_t scene);

@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "disc/audio_format.h"
 #include "model/default_structure.h"
+#include "model/display_mode.h"
 #include "model/keys.h"
 #include "model/stream_maps.h"
 #include "model/update_my_dvd.h"
@@ -66,9 +67,6 @@ void NameTrack(Track& track, std::size_t index) {
     track.TrackName = fmt::format("Track_{}", index + 1);
   }
   track.VideoFrames = track.FrameCount;
-  const std::string mode = Lower(track.DisplayMode);
-  track.Pan = Contains(mode, "panscan");
-  track.Letter = Contains(mode, "letterbox");
 }
 
 // Every track has a first scene, and every scene a name to be used by.
@@ -115,13 +113,6 @@ void FillFormats(Track& track, const Rules& rules) {
       std::string format = GetAudioType(stream.AudioPlays.front().File);
       stream.Format = format.empty() ? std::move(stream.Format) : std::move(format);
     }
-  }
-}
-
-// Highlights need areas of their own in a letterbox, so a track with buttons stays as it is.
-void ChooseDisplay(Track& track, const Rules& rules) {
-  if (rules.WideTakesLetterbox && track.Aspect == "16:9" && !track.Pan && !track.HasHighlights) {
-    track.Letter = true;
   }
 }
 
@@ -185,7 +176,7 @@ void CreateTrackList(ProjectBuild& build) {
     if (build.Options.Scanner != nullptr) {
       ScanTrack(track, *build.Options.Scanner, folder, aspectsSaid);
     }
-    ChooseDisplay(track, build.Options.Rules);
+    FollowDisplayMode(track, build.Options.Rules);
   }
   SetPendingTimes(build);
   AnalyseChapters(build);

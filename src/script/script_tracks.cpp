@@ -1,5 +1,7 @@
 #include "script/script_tracks.h"
 
+#include <algorithm>
+
 #include "base/timecode.h"
 #include "model/cls_dvd.h"
 #include "model/picture_file.h"
@@ -91,9 +93,16 @@ void WriteScene(ScriptText& text, const Scene& scene, int framesPerSecond) {
   text.Close();
 }
 
+// The first play that is written; nullptr where the track has no file.
+const VideoPlay* FirstFile(const Track& track) {
+  const auto found = std::ranges::find_if(
+      track.VideoPlays, [](const VideoPlay& play) { return !play.Removed && !play.File.empty(); });
+  return found == track.VideoPlays.end() ? nullptr : &*found;
+}
+
 // Films and encoded stills tell their aspect themselves.
 bool IsBitmapTrack(const Track& track) {
-  return !track.VideoPlays.empty() && IsPicture(track.VideoPlays.front().File);
+  return IsPicture(FirstFile(track)->File);
 }
 
 void WriteTrack(ScriptText& text, const Track& track, int framesPerSecond) {
@@ -149,8 +158,7 @@ void WriteTracks(ScriptText& text, const Project& project) {
     text.Open(item::Tracks);
   }
   for (const Track& track : project.Tracks) {
-    if (track.Filled && !track.Removed && !track.VideoPlays.empty() &&
-        !track.VideoPlays.front().File.empty()) {
+    if (track.Filled && !track.Removed && FirstFile(track) != nullptr) {
       WriteTrack(text, track, TrackFramesPerSecond(project, track));
     }
   }

@@ -5,9 +5,7 @@
 #include <array>
 #include <utility>
 
-#include "base/text.h"
 #include "model/walk.h"
-#include "vm/encoder.h"
 #include "vm/messages.h"
 
 namespace quorvelant {
@@ -20,7 +18,6 @@ constexpr std::string_view PostType = "Post Command";
 constexpr std::string_view CellType = "Cell Command";
 constexpr std::string_view ButtonType = "Button Command";
 constexpr std::string_view FirstPlayName = "FirstPGC";
-constexpr std::string_view NopText = "NOP";
 
 struct FaultMessage {
   TextFault Fault;
@@ -122,7 +119,8 @@ std::vector<Message> WarningsFor(TextFault faults, std::string_view pgcName, std
   return warnings;
 }
 
-CommandCheck CheckCommands(Project& project, const Rules& rules, const ResolveOptions& options) {
+CommandCheck CheckCommands(Project& project, const Rules& rules, const ResolveOptions& options,
+                           MissingTargets missing) {
   CommandCheck check;
   NameIndex names(project, rules);
   for (const PlacedList& list : ListsOf(project)) {
@@ -138,32 +136,13 @@ CommandCheck CheckCommands(Project& project, const Rules& rules, const ResolveOp
           check.Warnings.push_back(std::move(warning));
         }
       }
-      if (command.CommandHex.empty()) {
+      if (command.CommandHex.empty() || (missing == MissingTargets::AreErrors && result.TargetMissing)) {
         check.Errors.push_back(ErrorRow(command, list));
       }
     }
   }
   project.ScriptHadCommandErrors = project.ScriptHadCommandErrors || !check.Errors.empty();
   return check;
-}
-
-bool CheckNameUsed(Project& project, std::string_view name, bool reset) {
-  const std::string wanted = Lower(name);
-  bool used = false;
-  for (const PlacedList& list : ListsOf(project)) {
-    for (VMICommand_P& command : list.Commands) {
-      if (wanted.empty() || command.Deleted || !Contains(Lower(command.FullCommand), wanted)) {
-        continue;
-      }
-      if (!reset) {
-        return true;
-      }
-      used = true;
-      command.FullCommand = NopText;
-      command.CommandHex = NopHex;
-    }
-  }
-  return used;
 }
 
 }  // namespace quorvelant

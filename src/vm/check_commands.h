@@ -12,7 +12,7 @@
 
 namespace quorvelant {
 
-// A row of the error list: a command that could never be resolved. "-" where a level does not apply.
+// A row of the error list: a command that could not be resolved. "-" where a level does not apply.
 struct CommandError {
   std::string VTS;
   std::string TitleOrLanguage;
@@ -33,17 +33,20 @@ struct CommandCheck {
   std::size_t CommandCount = 0;
 };
 
+// What is said of a command whose target is missing.
+enum class MissingTargets {
+  KeepDigits,  // an error only where it never had digits: a script that once resolved is taken as it is
+  AreErrors    // whatever digits it kept: in a project under work they lead to what was there before
+};
+
 // Resolves and encodes every command of the project: First Play, then each entry of the disc, languages
 // before titles; in each PGC pre, post, cell and button commands. Marks the project when there are errors.
-CommandCheck CheckCommands(Project& project, const Rules& rules, const ResolveOptions& options = {});
+CommandCheck CheckCommands(Project& project, const Rules& rules, const ResolveOptions& options = {},
+                           MissingTargets missing = MissingTargets::KeepDigits);
 
 // The warnings for one text; `place` is the project key of its PGC and its own key ("VTS1.TITLE1.PGC1 Pre2").
 // Both are empty for a text on its own.
 std::vector<Message> WarningsFor(TextFault faults, std::string_view pgcName, std::string_view text,
                                  std::string_view place);
-
-// Whether any command's text holds `name` (case aside, as a part of a longer name too). With `reset` every
-// such command becomes "NOP". An empty name is never used.
-bool CheckNameUsed(Project& project, std::string_view name, bool reset);
 
 }  // namespace quorvelant

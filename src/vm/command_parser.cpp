@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/text.h"
+#include "vm/command_types.h"
 #include "vm/command_words.h"
 #include "vm/core_command.h"
 
@@ -133,20 +134,6 @@ void ReadShapes(CommandForm& form) {
   core.remove_prefix(std::min(core.find_first_not_of(" {"), core.size()));
   ReadCoreCommand(form, text, core);
   ReadLinkPart(form, text, Cut(rest, ';').first);
-}
-
-bool IsCompound(const ParsedCommand& c) {
-  return c.What == Instruction::SetCompareLink || c.What == Instruction::CompareSetAndLink ||
-         c.What == Instruction::CompareSetThenLink;
-}
-
-// Jumps, calls and system sets compare with registers only, and so do the later compounds with a number
-// as their source.
-bool ComparesRegistersOnly(const ParsedCommand& c) {
-  if (c.What == Instruction::CompareSetAndLink || c.What == Instruction::CompareSetThenLink) {
-    return c.Source.Is(OperandKind::Number);
-  }
-  return c.What >= Instruction::Exit && c.What <= Instruction::SetHlBtnn;
 }
 
 bool BeyondRegisters(std::int32_t number, std::int32_t count) {

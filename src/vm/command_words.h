@@ -103,6 +103,8 @@ inline constexpr std::array MenuWords{
 
 // A system register stands after the general ones where a byte may hold either.
 inline constexpr std::int32_t SystemRegisterBase = 128;
+// The number of "16:None" in SetSTN.
+inline constexpr Operand NoAudio{OperandKind::Number, 16};
 // The number that "63 Dummy" reads as in SetSTN. No disc has a stream of this number.
 inline constexpr std::int32_t DummySubpicture = 254;
 // What a byte of SetSTN holds: codes count up from the one of stream 0, those of registers from the one of

@@ -189,7 +189,6 @@ void ReadSetStn(const CoreText& t) {
   };
   for (const std::string_view piece : Split(text, ",")) {
     if (Contains(piece, "audio=")) {
-      constexpr Operand NoAudio{OperandKind::Number, 16};
       const std::string_view value = after(piece, "audio=");
       t.Command().Audio = Contains(piece, "16:none") ? NoAudio : ReadStream(t, value);
     }

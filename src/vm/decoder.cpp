@@ -3,8 +3,12 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
 #include <utility>
 
+#include "vm/command_builder.h"
 #include "vm/command_words.h"
 #include "vm/resolver.h"
 
@@ -12,267 +16,312 @@ namespace quorvelant {
 
 namespace {
 
+using Fields = std::optional<CommandFields>;
+
 constexpr unsigned ImmediateBit = 8;
+
+std::int32_t Signed(unsigned value) {
+  return static_cast<std::int32_t>(value);
+}
 
 unsigned Word(const CommandBytes& b, std::size_t at) {
   return static_cast<unsigned>(b[at] << 8U) + b[at + 1];
-}
-
-// A register as a byte holds it, general or system.
-std::string Register(unsigned value) {
-  constexpr unsigned Base = SystemRegisterBase;
-  return value >= Base && value < 2 * Base ? fmt::format("SPRM{}", value - Base)
-                                           : fmt::format("GPRM{}", value);
-}
-
-std::string Source(bool isNumber, unsigned value) {
-  return isNumber ? fmt::format("{}", value) : Register(value);
-}
-
-// "If ( GPRM1 == 3 ) ", with the operator and immediate bit of byte 1; empty where nothing is compared.
-std::string Comparison(const CommandBytes& b, unsigned left, unsigned right) {
-  const unsigned code = static_cast<unsigned>(b[1] >> 4U) & 7U;
-  const bool isNumber = ((b[1] >> 4U) & ImmediateBit) != 0;
-  const auto* const op = std::find_if(
-      CompareOperators.begin(), CompareOperators.end(),
-      [code](const CompareOperator& known) { return static_cast<unsigned>(known.Operation) == code; });
-  return op == CompareOperators.end()
-             ? std::string()
-             : fmt::format("If ( GPRM{} {} {} ) ", left, op->Text, Source(isNumber, right));
 }
 
 unsigned LowNibble(const CommandBytes& b) {
   return b[1] & 15U;
 }
 
-std::string FlowText(const CommandBytes& b) {
-  const std::string head = Comparison(b, b[3], Word(b, 4));
-  switch (LowNibble(b)) {
-    case 0:
-      return head + "NOP";
-    case 1:
-      return fmt::format("{}GoTo {}", head, b[7]);
-    case 2:
-      return head + "Break";
-    case 3:
-      return fmt::format("{}SetTmpPML parental:{} command:{}", head, b[6], b[7]);
-    default:
-      return {};
-  }
+Operand NumberOperand(unsigned value) {
+  return {OperandKind::Number, Signed(value)};
+}
+Operand GprmOperand(unsigned value) {
+  return {OperandKind::Gprm, Signed(value)};
+}
+// A number, or the general register that holds it.
+Operand GeneralOperand(bool isNumber, unsigned value) {
+  return isNumber ? NumberOperand(value) : GprmOperand(value);
 }
 
-// The link of a sub-code and the command's last two bytes; empty where there is none.
-std::string LinkText(unsigned subCode, unsigned high, unsigned low) {
-  if (subCode == static_cast<unsigned>(LinkKind::SubInstruction)) {
-    const auto* const sub =
-        std::find_if(SubInstructions.begin(), SubInstructions.end(),
-                     [low](const SubInstruction& known) { return static_cast<unsigned>(known.Code) == low; });
-    if (sub == SubInstructions.end()) {
-      return {};
+// A number, or a register as a byte holds it, general or system.
+Operand Source(bool isNumber, unsigned value) {
+  constexpr unsigned Base = SystemRegisterBase;
+  const bool system = !isNumber && value >= Base && value < 2 * Base;
+  return system ? Operand{OperandKind::Sprm, Signed(value - Base)} : GeneralOperand(isNumber, value);
+}
+
+// With the operator and immediate bit of byte 1; nothing where nothing is compared.
+std::optional<Comparison> Compared(const CommandBytes& b, unsigned left, unsigned right) {
+  const auto operation = static_cast<CompareOperation>(static_cast<unsigned>(b[1] >> 4U) & 7U);
+  const bool isNumber = ((b[1] >> 4U) & ImmediateBit) != 0;
+  return operation == CompareOperation::None
+             ? std::nullopt
+             : std::optional(Comparison{operation, Signed(left), Source(isNumber, right)});
+}
+
+std::string NameOf(unsigned number) {
+  return fmt::format("{}", number);
+}
+std::string PgcName(unsigned number) {
+  return fmt::format("pgc_{}", number);
+}
+
+Fields FlowFields(const CommandBytes& b) {
+  constexpr std::array Words{Instruction::Nop, Instruction::GoTo, Instruction::Break, Instruction::SetTmpPml};
+  if (LowNibble(b) >= Words.size()) {
+    return std::nullopt;
+  }
+  CommandFields fields;
+  ParsedCommand& c = fields.Command;
+  c.What = Words.at(LowNibble(b));
+  c.Compare = Compared(b, b[3], Word(b, 4));
+  c.Line = b[7];
+  c.ParentalLevel = b[6];
+  return fields;
+}
+
+// A link with the number of what it names.
+struct NumberedLink {
+  LinkTarget Link;
+  std::string Name;
+};
+
+// The link of a sub-code and the command's last two bytes; nothing where there is none.
+std::optional<NumberedLink> LinkOf(unsigned subCode, unsigned high, unsigned low) {
+  const auto kind = static_cast<LinkKind>(subCode);
+  const std::int32_t button = Signed(high / ButtonUnit);
+  switch (kind) {
+    case LinkKind::SubInstruction: {
+      const bool known = std::ranges::any_of(
+          SubInstructions, [low](const SubInstruction& sub) { return sub.Code == Signed(low); });
+      return known ? std::optional(NumberedLink{{kind, Signed(low), button}, {}}) : std::nullopt;
     }
-    const bool bare = sub->Read == word::Rsm && high == 0;
-    return bare ? std::string(sub->Shown) : fmt::format("{}, button={}", sub->Shown, high / ButtonUnit);
-  }
-  switch (static_cast<LinkKind>(subCode)) {
     case LinkKind::Pgc:
-      return fmt::format("LinkPGCN {}", high * 256 + low);
+      return NumberedLink{{kind, 0, 0}, NameOf(high * 256 + low)};
     case LinkKind::Part:
-      return fmt::format("LinkPTT {}, button={}", (high % ButtonUnit) * 256 + low, high / ButtonUnit);
+      return NumberedLink{{kind, 0, button}, NameOf((high % ButtonUnit) * 256 + low)};
     case LinkKind::Program:
-      return fmt::format("LinkPGN {}, button={}", low, high / ButtonUnit);
     case LinkKind::Cell:
-      return fmt::format("LinkCN {}, button={}", low, high / ButtonUnit);
+      return NumberedLink{{kind, 0, button}, NameOf(low)};
     default:
-      return {};
+      return std::nullopt;
   }
 }
 
-std::string MenuText(unsigned domain) {
-  const unsigned menu = domain % 64 - FirstMenuId;
-  return menu < MenuWords.size() ? std::string(MenuWords[menu].Shown) : std::string();
+Fields LinkFields(const CommandBytes& b) {
+  auto link = LinkOf(LowNibble(b), b[6], b[7]);
+  if (!link) {
+    return std::nullopt;
+  }
+  CommandFields fields;
+  fields.Command.What = Instruction::Link;
+  fields.Command.Compare = Compared(b, b[3], Word(b, 4));
+  fields.Command.Link = link->Link;
+  fields.Target = std::move(link->Name);
+  return fields;
 }
 
-std::string JumpSsText(const CommandBytes& b) {
-  if (b[5] == 0) {
-    return "JumpSS FP_DOM";
+// Where a jump or call across the disc leads. Menus beyond those of a title set are not known.
+bool ReadSpace(const CommandBytes& b, CommandFields& fields) {
+  ParsedCommand& c = fields.Command;
+  constexpr unsigned MenuBits = 64;
+  switch (b[5]) {
+    case 0:
+      c.Space = SystemSpace::FirstPlay;
+      return true;
+    case 0x42:
+      c.Space = SystemSpace::TitleMenu;
+      return true;
+    case 0xC0:
+      c.Space = SystemSpace::VmgPgc;
+      fields.Target = PgcName(Word(b, 2));
+      return true;
+    default:
+      c.Space = SystemSpace::SetMenu;
+      c.MenuId = Signed(b[5] % MenuBits);
+      c.TitleSet = b[4];
+      c.Title = b[3];
+      return c.MenuId >= FirstMenuId && std::cmp_less(c.MenuId - FirstMenuId, MenuWords.size());
   }
-  if (b[5] == 0x42) {
-    return "JumpSS TitleMenu";
-  }
-  if (b[5] == 0xC0) {
-    return fmt::format("JumpSS pgc_{}", Word(b, 2));
-  }
-  const std::string menu = MenuText(b[5]);
-  return menu.empty() ? menu : fmt::format("JumpSS vts_{}, vts_ttn_{} : {}", b[4], b[3], menu);
 }
 
-std::string CallSsText(const CommandBytes& b) {
-  const std::string resume = fmt::format("CallSS RSM={},", b[4]);
-  if (b[5] == 0) {
-    return resume + "FP_DOM";
-  }
-  if (b[5] == 0x42) {
-    return resume + "TitleMenu";
-  }
-  if (b[5] == 0xC0) {
-    return fmt::format("{}, pgc_{}", resume, Word(b, 2));
-  }
-  const std::string menu = MenuText(b[5]);
-  return menu.empty() ? menu : resume + menu;
-}
-
-std::string JumpText(const CommandBytes& b) {
-  const std::string head = Comparison(b, b[6], b[7]);
+Fields JumpFields(const CommandBytes& b) {
+  CommandFields fields;
+  ParsedCommand& c = fields.Command;
+  c.Compare = Compared(b, b[6], b[7]);
   switch (LowNibble(b)) {
     case 1:
-      return head + "Exit";
+      c.What = Instruction::Exit;
+      return fields;
     case 2:
-      return fmt::format("{}JumpTT {}", head, b[5]);
+      c.What = Instruction::JumpTt;
+      fields.Target = NameOf(b[5]);
+      return fields;
     case 3:
-      return fmt::format("{}JumpVTS_TT {}", head, b[5]);
+      c.What = Instruction::JumpVtsTt;
+      fields.Target = NameOf(b[5]);
+      return fields;
     case 5:
-      return fmt::format("{}JumpVTS_PTT ptt_{} @ vts_ttn_{}", head, Word(b, 2), b[5]);
+      c.What = Instruction::JumpVtsPtt;
+      fields.Target = fmt::format("ptt_{} @ vts_ttn_{}", Word(b, 2), b[5]);
+      return fields;
     case 6:
-      return head + JumpSsText(b);
+      c.What = Instruction::JumpSs;
+      return ReadSpace(b, fields) ? Fields(fields) : std::nullopt;
     case 8:
-      return head + CallSsText(b);
+      c.What = Instruction::CallSs;
+      fields.Resume = NameOf(b[4]);
+      return ReadSpace(b, fields) ? Fields(fields) : std::nullopt;
     default:
-      return {};
+      return std::nullopt;
   }
 }
 
-// A stream byte back to the number whose code it is.
-unsigned StreamNumber(unsigned byte, unsigned offset) {
-  return (byte + 256 - offset) % 256;
+// A stream byte back to the number whose code it is; 0 leaves the stream alone.
+Operand Stream(unsigned byte, bool isNumber, std::int32_t firstNumber) {
+  constexpr unsigned Codes = 256;
+  const std::int32_t first = isNumber ? firstNumber : FirstRegisterCode;
+  return byte == 0 ? Operand()
+                   : GeneralOperand(isNumber, (byte + Codes - static_cast<unsigned>(first)) % Codes);
 }
 
-std::string SubpictureText(unsigned byte) {
+void ReadSubpicture(unsigned byte, ParsedCommand& c) {
   constexpr unsigned SetBit = 0x80;
-  constexpr unsigned OnBit = 0x40;
+  constexpr std::int32_t OnBit = 0x40;
   constexpr unsigned DummyOn = 255;
-  if (byte == DummyOn) {
-    return "subpicture=63 Dummy:ON";
-  }
-  return (byte & SetBit) != 0 && (byte & OnBit) == 0
-             ? fmt::format("subpicture={}:OFF", StreamNumber(byte, 127))
-             : fmt::format("subpicture={}:ON", StreamNumber(byte, 191));
+  c.SubpictureOn = (byte & SetBit) == 0 || (byte & OnBit) != 0;
+  c.Subpicture = byte == DummyOn ? NumberOperand(DummySubpicture)
+                                 : Stream(byte, true, FirstSubpictureCode + (c.SubpictureOn ? OnBit : 0));
 }
 
-std::string StreamsText(const CommandBytes& b, bool isNumber) {
-  std::string text = "SetSTN ";
-  const auto add = [&text](const std::string& part) {
-    text.append(text.ends_with(' ') ? "" : ", ").append(part);
-  };
-  if (b[5] != 0) {
-    add(fmt::format("angle={}{}", isNumber ? "" : "GPRM", StreamNumber(b[5], 128)));
+void ReadStreams(const CommandBytes& b, bool isNumber, ParsedCommand& c) {
+  c.Angle = Stream(b[5], isNumber, FirstAngleCode);
+  c.Audio = Stream(b[3], isNumber, FirstAudioCode);
+  if (isNumber) {
+    ReadSubpicture(b[4], c);
+  } else {
+    c.Subpicture = Stream(b[4], false, 0);
   }
-  if (b[3] != 0) {
-    constexpr unsigned NoAudio = 0x8F;
-    const bool none = isNumber && b[3] == NoAudio;
-    add(none       ? std::string("audio=16:None")
-        : isNumber ? fmt::format("audio={}", StreamNumber(b[3], 127))
-                   : fmt::format("audio=GPRM{}", StreamNumber(b[3], 128)));
-  }
-  if (b[4] != 0) {
-    add(isNumber ? SubpictureText(b[4]) : fmt::format("subpicture=GPRM{}", StreamNumber(b[4], 128)));
-  }
-  return text;
 }
 
-std::string MixText(unsigned channel, unsigned mix) {
-  const auto state = [mix](unsigned bit) { return (mix & bit) != 0 ? "ON" : "OFF"; };
-  return fmt::format("ACH{}(4:{},3:{},2:{})", channel, state(16), state(8), state(4));
-}
-
-std::string SystemSetText(const CommandBytes& b, bool isNumber) {
-  const std::string_view prefix = isNumber ? "" : "GPRM";
+bool ReadSystemSet(const CommandBytes& b, bool isNumber, CommandFields& fields) {
+  ParsedCommand& c = fields.Command;
+  constexpr unsigned CounterBit = 0x80;
   switch (b[0] & 15U) {
     case 1:
-      return StreamsText(b, isNumber);
+      c.What = Instruction::SetStn;
+      ReadStreams(b, isNumber, c);
+      return true;
     case 2:
-      return fmt::format("SetNVTMR NV_TMR={}{}, TT_PGCN={}", prefix, Word(b, 2), Word(b, 4));
+      c.What = Instruction::SetNvtmr;
+      c.Source = GeneralOperand(isNumber, Word(b, 2));
+      fields.Target = NameOf(Word(b, 4));
+      return true;
     case 3:
-      return fmt::format("SetGPRMMD {}GPRM{}={}{}", (b[5] & 0x80U) != 0 ? "CounterMode" : "RegisterMode",
-                         b[5] & 0x7FU, prefix, Word(b, 2));
+      c.What = Instruction::SetGprmMd;
+      c.RegisterMode = (b[5] & CounterBit) == 0;
+      c.Destination = Signed(b[5] & ~CounterBit);
+      c.Source = GeneralOperand(isNumber, Word(b, 2));
+      return true;
     case 4:
-      return isNumber ? fmt::format("SetAMXMD {}, {}", MixText(0, b[4]), MixText(1, b[5]))
-                      : fmt::format("SetAMXMD GPRM{}", b[5]);
+      c.What = Instruction::SetAmxmd;
+      c.Source = isNumber ? Operand() : GprmOperand(b[5]);
+      c.ChannelMix = {b[4], b[5]};
+      return true;
     case 6:
-      return isNumber ? fmt::format("SetHL_BTNN HL_BTTN={}", Word(b, 4) >> 10U)
-                      : fmt::format("SetHL_BTNN HL_BTTN=GPRM{}", b[5]);
+      c.What = Instruction::SetHlBtnn;
+      c.Source = isNumber ? NumberOperand(Word(b, 4) >> 10U) : GprmOperand(b[5]);
+      return true;
     default:
-      return {};
+      return false;
   }
 }
 
-// A set alone, after a comparison, or with a link; `head` is the comparison.
-std::string SetShape(const CommandBytes& b, const std::string& head, const std::string& set) {
-  if (!head.empty() || LowNibble(b) == 0) {
-    return head + set;
+// A set alone, after a comparison, or with a link.
+bool ReadLinkAfterSet(const CommandBytes& b, CommandFields& fields) {
+  if (fields.Command.Compare || LowNibble(b) == 0) {
+    return true;
   }
-  return fmt::format("{{ {} ; {} }}", set, LinkText(LowNibble(b), b[6], b[7]));
+  auto link = LinkOf(LowNibble(b), b[6], b[7]);
+  if (link) {
+    fields.Command.LinkAfterSet = link->Link;
+    fields.LinkTarget = std::move(link->Name);
+  }
+  return link.has_value();
 }
 
-std::string ArithmeticText(const CommandBytes& b, unsigned destination, bool isNumber, unsigned value) {
-  const unsigned op = (b[0] & 15U) - 1;
-  return op < ArithmeticWords.size()
-             ? fmt::format("{} GPRM{}, {}", ArithmeticWords[op], destination, Source(isNumber, value))
-             : std::string();
+Fields SystemFields(const CommandBytes& b, bool isNumber) {
+  CommandFields fields;
+  fields.Command.Compare = Compared(b, b[6], b[7]);
+  return ReadSystemSet(b, isNumber, fields) && ReadLinkAfterSet(b, fields) ? Fields(fields) : std::nullopt;
 }
 
-std::string SetRegisterText(const CommandBytes& b, bool isNumber) {
-  return SetShape(b, Comparison(b, b[2], Word(b, 6)),
-                  ArithmeticText(b, b[3], isNumber, isNumber ? Word(b, 4) : b[5]));
+Fields RegisterFields(const CommandBytes& b, bool isNumber) {
+  CommandFields fields;
+  ParsedCommand& c = fields.Command;
+  c.What = Instruction::Set;
+  c.Compare = Compared(b, b[2], Word(b, 6));
+  c.Operation = static_cast<Arithmetic>(b[0] & 15U);
+  c.Destination = b[3];
+  c.Source = Source(isNumber, isNumber ? Word(b, 4) : b[5]);
+  return ReadLinkAfterSet(b, fields) ? Fields(fields) : std::nullopt;
 }
 
 // The link of a compound command. Only sub-instructions work there; two other bytes come from a text that
 // named a PGC, a program or a cell, and stand as the PGC number that makes them.
-std::string CompoundLink(const CommandBytes& b) {
-  const std::string sub = b[6] % ButtonUnit == 0
-                              ? LinkText(static_cast<unsigned>(LinkKind::SubInstruction), b[6], b[7])
-                              : std::string();
-  return sub.empty() ? LinkText(static_cast<unsigned>(LinkKind::Pgc), b[6], b[7]) : sub;
+NumberedLink CompoundLink(const CommandBytes& b) {
+  auto sub = b[6] % ButtonUnit == 0 ? LinkOf(static_cast<unsigned>(LinkKind::SubInstruction), b[6], b[7])
+                                    : std::nullopt;
+  return sub ? *sub : *LinkOf(static_cast<unsigned>(LinkKind::Pgc), b[6], b[7]);
 }
 
-std::string CompoundText(const CommandBytes& b, unsigned shape, bool isNumber) {
-  const std::string link = CompoundLink(b);
-  if (shape == 4) {
-    return fmt::format("{} ; {}{}", ArithmeticText(b, LowNibble(b), isNumber, isNumber ? Word(b, 2) : b[3]),
-                       Comparison(b, LowNibble(b), Word(b, 4)), link);
+Fields CompoundFields(const CommandBytes& b, unsigned type, bool isNumber) {
+  CommandFields fields;
+  ParsedCommand& c = fields.Command;
+  c.What = static_cast<Instruction>(static_cast<unsigned>(Instruction::SetCompareLink) + type - 4);
+  c.Operation = static_cast<Arithmetic>(b[0] & 15U);
+  c.Destination = Signed(LowNibble(b));
+  const bool setFirst = c.What == Instruction::SetCompareLink;
+  c.Source = Source(isNumber, isNumber ? Word(b, 2) : b[setFirst ? 3 : 2]);
+  if (setFirst) {
+    c.Compare = Compared(b, LowNibble(b), Word(b, 4));
+  } else {
+    c.Compare = isNumber ? Compared(b, b[4], b[5]) : Compared(b, b[3], Word(b, 4));
   }
-  const std::string set = ArithmeticText(b, LowNibble(b), isNumber, isNumber ? Word(b, 2) : b[2]);
-  const std::string head = isNumber ? Comparison(b, b[4], b[5]) : Comparison(b, b[3], Word(b, 4));
-  return shape == 5 ? fmt::format("{}{{ {} ; {} }}", head, set, link)
-                    : fmt::format("{}{{ {} ; }} {}", head, set, link);
+  NumberedLink link = CompoundLink(b);
+  c.LinkAfterSet = link.Link;
+  fields.LinkTarget = std::move(link.Name);
+  return fields;
 }
 
-// The text by the three bits of the command's type; bit 4 marks a number as the operand (jumps within
+// The operands by the three bits of the command's type; bit 4 marks a number as the operand (jumps within
 // the link type).
-std::string TextOf(const CommandBytes& b) {
+Fields FieldsOfBytes(const CommandBytes& b) {
   const unsigned type = b[0] >> 5U;
   const bool bit4 = (b[0] & 0x10U) != 0;
   switch (type) {
     case 0:
-      return FlowText(b);
+      return FlowFields(b);
     case 1:
-      return bit4 ? JumpText(b) : Comparison(b, b[3], Word(b, 4)) + LinkText(LowNibble(b), b[6], b[7]);
+      return bit4 ? JumpFields(b) : LinkFields(b);
     case 2:
-      return SetShape(b, Comparison(b, b[6], b[7]), SystemSetText(b, bit4));
+      return SystemFields(b, bit4);
     case 3:
-      return SetRegisterText(b, bit4);
+      return RegisterFields(b, bit4);
     case 4:
     case 5:
     case 6:
-      return CompoundText(b, type, bit4);
+      return CompoundFields(b, type, bit4);
     default:
-      return {};
+      return std::nullopt;
   }
 }
 
 }  // namespace
 
 DecodedCommand DecodeCommand(const CommandBytes& bytes) {
-  std::string text = TextOf(bytes);
+  const std::optional<CommandFields> fields = FieldsOfBytes(bytes);
+  std::string text = fields ? CommandText(*fields) : std::string();
   // A text that does not lead back to the same bytes says something else than they do.
   if (text.empty() ||
       ResolveText(text, {}, nullptr, {.Numbers = NumericTargets::First}).Hex != HexOfCommand(bytes)) {

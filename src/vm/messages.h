@@ -1,4 +1,5 @@
-// The messages about navigation commands. Each takes the command's text.
+// The messages about navigation commands, each of which takes the command's text, and about the names by
+// which they lead to elements.
 #pragma once
 
 #include "base/message.h"
@@ -54,5 +55,20 @@ inline constexpr MessageKind CommandLinkLost{
     "command-link-lost", Severity::Warning, "Command Warning",
     "\"{}\": this command carries no link, so what stands after its \";\" is lost; write it as a command of "
     "its own"};
+
+// Each takes the name; the second the element that has it.
+inline constexpr MessageKind NameEmpty{"name-empty", Severity::Error, "Name Error", "A name is needed"};
+inline constexpr MessageKind NameInUse{"name-in-use", Severity::Error, "Name Error",
+                                       "The name \"{}\" is in use: {} has it"};
+inline constexpr MessageKind NameReserved{"name-reserved", Severity::Error, "Name Error",
+                                          "\"{}\" cannot be a name: it stands for no PGC at all"};
+inline constexpr MessageKind NameBreaksLine{
+    "name-breaks-line", Severity::Error, "Name Error",
+    "\"{}\" cannot be a name: \";\", tabs and line ends part the texts in which names stand"};
+inline constexpr MessageKind NameIsNumber{"name-is-number", Severity::Error, "Name Error",
+                                          "\"{}\" cannot be a name: commands would take it for a number"};
+inline constexpr MessageKind NameNotCarried{
+    "name-not-carried", Severity::Error, "Name Error",
+    "\"{}\" cannot be a name: commands would read something else in it (\"{}\")"};
 
 }  // namespace quorvelant::message

@@ -12,34 +12,71 @@ std::int32_t Number(std::size_t count) {
   return static_cast<std::int32_t>(count);
 }
 
-// Collects the names of one kind: the first of equal names stays, and every element takes a place in the
-// walk. The members walk as players and script readers search.
+// A live PGC with its numbers among live ones.
+struct CountedPgc {
+  const PGC_P* Chain = nullptr;
+  bool OfManager = false;
+  std::size_t Title = 0;         // its number within the set; 0 in menus
+  std::size_t Number = 0;        // within the language or title
+  std::size_t DomainNumber = 0;  // through all of the domain
+};
+
+void CountPgcs(const Collection<PGC_P>& chains, const CountedPgc& before, std::vector<CountedPgc>& counted) {
+  std::size_t number = 0;
+  for (const PGC_P* chain : Live(chains)) {
+    ++number;
+    counted.push_back({chain, before.OfManager, before.Title, number, before.DomainNumber + number});
+  }
+}
+
+std::vector<CountedPgc> CountPgcs(const Project& project) {
+  std::vector<CountedPgc> counted;
+  const VTS_P* manager = project.Disc.Item(1);
+  for (const VTS_P* entry : Live(project.Disc)) {
+    const std::size_t first = counted.size();
+    CountedPgc before{.OfManager = entry == manager};
+    for (const Lang_P* language : Live(entry->Lang)) {
+      CountPgcs(language->PGC, before, counted);
+      before.DomainNumber = counted.size() - first;
+    }
+    const std::size_t firstOfTitles = counted.size();
+    for (const Title_P* title : Live(entry->Title)) {
+      ++before.Title;
+      before.DomainNumber = counted.size() - firstOfTitles;
+      CountPgcs(title->PGC, before, counted);
+    }
+  }
+  return counted;
+}
+
+// Collects the names of one kind: the first of equal names stays. The members walk as players and script
+// readers search; what is removed has neither name nor number.
 class NameCollector {
  public:
   NameCollector(const Project& project, const Rules& rules, NameTable& names)
-      : project_(project), pgcs_(AllPgcs(project)), rules_(rules), names_(names) {}
+      : project_(project), pgcs_(CountPgcs(project)), rules_(rules), names_(names) {}
 
   void Pgcs() {
-    for (const auto& at : pgcs_) {
-      const bool through = at.In() == Domain::Title && rules_.PgcCountsThroughTable;
-      Add(at.Chain->PGCName, at.IsLive, through ? at.DomainNumber : at.Number);
+    for (const CountedPgc& at : pgcs_) {
+      const bool through = at.Title > 0 && rules_.PgcCountsThroughTable;
+      Add(at.Chain->PGCName, through ? at.DomainNumber : at.Number);
     }
   }
 
   void VmgPgcs() {
-    for (const auto& at : pgcs_) {
-      if (at.EntryNumber == 1 && at.In() == Domain::Menu) {
-        Add(at.Chain->PGCName, at.IsLive, rules_.VmgPgcCountsWithinUnit ? at.Number : at.DomainNumber);
+    for (const CountedPgc& at : pgcs_) {
+      if (at.OfManager && at.Title == 0) {
+        Add(at.Chain->PGCName, rules_.VmgPgcCountsWithinUnit ? at.Number : at.DomainNumber);
       }
     }
   }
 
   void Titles(bool withinSet) {
     std::size_t number = 0;
-    for (const VTS_P& set : project_.Disc) {
+    for (const VTS_P* set : Live(project_.Disc)) {
       number = withinSet ? 0 : number;
-      for (const Title_P& title : set.Title) {
-        Add(title.TitleName, IsLive(set) && IsLive(title), ++number);
+      for (const Title_P* title : Live(set->Title)) {
+        Add(title->TitleName, ++number);
       }
     }
   }
@@ -47,12 +84,12 @@ class NameCollector {
   // Programs of titles, counted through the title.
   void Parts() {
     std::size_t number = 0;
-    for (const auto& at : pgcs_) {
-      if (at.In() == Domain::Title) {
+    for (const CountedPgc& at : pgcs_) {
+      if (at.Title > 0) {
         number = at.Number == 1 ? 0 : number;
-        for (const PG_P& program : at.Chain->PG) {
-          if (IsCounted(program)) {
-            Add(program.PGName, at.IsLive && IsLive(program), ++number, at.UnitNumber);
+        for (const PG_P* program : Live(at.Chain->PG)) {
+          if (IsCounted(*program)) {
+            Add(program->PGName, ++number, at.Title);
           }
         }
       }
@@ -60,26 +97,26 @@ class NameCollector {
   }
 
   void Programs() {
-    for (const auto& at : pgcs_) {
+    for (const CountedPgc& at : pgcs_) {
       std::size_t number = 0;
-      for (const PG_P& program : at.Chain->PG) {
-        if (IsCounted(program)) {
-          Add(program.PGName, at.IsLive && IsLive(program), ++number);
+      for (const PG_P* program : Live(at.Chain->PG)) {
+        if (IsCounted(*program)) {
+          Add(program->PGName, ++number);
         }
       }
     }
   }
 
   void Cells() {
-    for (const auto& at : pgcs_) {
-      CellsOf(at, true);
+    for (const CountedPgc& at : pgcs_) {
+      CellsOf(*at.Chain, true);
     }
   }
 
   void ResumeCells() {
-    for (const auto& at : pgcs_) {
-      if (at.In() == Domain::Title) {
-        CellsOf(at, rules_.ResumeCellCountsThroughPgc);
+    for (const CountedPgc& at : pgcs_) {
+      if (at.Title > 0) {
+        CellsOf(*at.Chain, rules_.ResumeCellCountsThroughPgc);
       }
     }
   }
@@ -89,32 +126,30 @@ class NameCollector {
   std::size_t Most() const { return most_; }
 
  private:
-  // Removed programs keep their numbers, as all removed elements do.
   bool IsCounted(const PG_P& program) const {
-    return !rules_.EmptyProgramsUncounted || program.Removed || std::ranges::any_of(program.Cell, IsLive);
+    return !rules_.EmptyProgramsUncounted || std::ranges::any_of(program.Cell, IsLive);
   }
 
-  void CellsOf(const PlacedPgc<const PGC_P>& at, bool throughPgc) {
+  void CellsOf(const PGC_P& chain, bool throughPgc) {
     std::size_t number = 0;
-    for (const PG_P& program : at.Chain->PG) {
+    for (const PG_P* program : Live(chain.PG)) {
       number = throughPgc ? number : 0;
-      for (const Cell_P& cell : program.Cell) {
-        Add(cell.CellName, at.IsLive && IsLive(program) && IsLive(cell), ++number);
+      for (const Cell_P* cell : Live(program->Cell)) {
+        Add(cell->CellName, ++number);
       }
     }
   }
 
-  void Add(const std::string& name, bool live, std::size_t number, std::size_t title = 0) {
+  void Add(const std::string& name, std::size_t number, std::size_t title = 0) {
     ++order_;
     most_ = std::max(most_, number);
-    if (!live || name.empty()) {
-      return;
+    if (!name.empty()) {
+      names_.Add({order_, Number(number), Number(title), &name});
     }
-    names_.Add({order_, Number(number), Number(title), &name});
   }
 
   const Project& project_;
-  std::vector<PlacedPgc<const PGC_P>> pgcs_;  // removed ones too: their numbers count
+  std::vector<CountedPgc> pgcs_;
   const Rules& rules_;
   NameTable& names_;
   std::size_t order_ = 0;
@@ -145,6 +180,8 @@ std::uint32_t HashOf(std::string_view name) {
   return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
 }
 
+}  // namespace
+
 bool SameName(std::string_view a, std::string_view b) {
   std::size_t atA = 0;
   std::size_t atB = 0;
@@ -157,8 +194,6 @@ bool SameName(std::string_view a, std::string_view b) {
   } while (letter != NameEnd);
   return true;
 }
-
-}  // namespace
 
 // The slot that holds the name, or the free one where it belongs.
 std::size_t NameTable::SlotOf(std::uint32_t hash, std::string_view name) const {

@@ -14,6 +14,9 @@
 
 namespace quorvelant {
 
+// Whether two names are equal, blanks and case aside.
+[[nodiscard]] bool SameName(std::string_view a, std::string_view b);
+
 // What a name denotes: the first element of that name in the search order of its kind.
 struct NamedTarget {
   std::size_t Order = 0;    // place in the walk
@@ -46,7 +49,7 @@ class NameTable {
 
 // Looks names up in one project. Each kind is walked once, when first asked for, so that resolving all
 // commands costs one pass over the names; the project must outlive the index, and its structure must
-// not change meanwhile. Removed elements are counted and never found.
+// not change meanwhile. Removed elements are neither counted nor found, as on the disc.
 class NameIndex {
  public:
   NameIndex(const Project& project, const Rules& rules) : project_(project), rules_(rules) {}

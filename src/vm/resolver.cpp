@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <utility>
 #include <vector>
 
 #include "base/text.h"
 #include "vm/encoder.h"
+#include "vm/numbered_target.h"
 
 namespace quorvelant {
 
@@ -20,30 +20,6 @@ struct Found {
   bool Missing = true;
   const std::string* Name = nullptr;
 };
-
-// A text of digits only, as a number.
-std::optional<std::int32_t> PlainNumber(std::string_view text) {
-  const bool digits = !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-  return digits ? std::optional(LeadingNumber(text)) : std::nullopt;
-}
-
-std::optional<std::int32_t> NumberAfter(std::string_view text, std::string_view word) {
-  return text.starts_with(word) ? PlainNumber(text.substr(word.size())) : std::nullopt;
-}
-
-constexpr std::string_view PgcWord = "pgc_";
-
-// "ptt_2 @ vts_ttn_1": program and title.
-std::optional<Found> NumberedPart(std::string_view name) {
-  const std::string key = NameKey(name);
-  const std::size_t at = std::min(key.find('@'), key.size());
-  const auto part = NumberAfter(std::string_view(key).substr(0, at), "ptt_");
-  const auto title = NumberAfter(std::string_view(key).substr(std::min(at + 1, key.size())), "vts_ttn_");
-  if (!part || !title) {
-    return std::nullopt;
-  }
-  return Found{*part, *title, false, nullptr};
-}
 
 // One text on its way to its bytes.
 class TextResolver {
@@ -103,19 +79,15 @@ class TextResolver {
 
   // A number in a name's place stands for itself, if the disc has as many.
   Found ByNumber(const CommandReference& reference) const {
-    if (reference.Kind == TargetKind::JumpSetPart) {
-      return NumberedPart(reference.Name).value_or(Found{});
-    }
-    auto number = PlainNumber(reference.Name);
-    if (!number && reference.Kind == TargetKind::VmgPgc) {
-      number = NumberAfter(reference.Name, PgcWord);
-    }
-    if (!number) {
+    const auto target = ReadNumberedTarget(reference.Kind, reference.Name);
+    if (!target) {
       return {};
     }
-    const bool reached = names_ == nullptr || reference.Kind == TargetKind::ResumeCell ||
-                         (*number >= 1 && *number <= names_->Most(reference.Kind));
-    return reached ? Found{*number, 1, false, nullptr} : Found{};
+    const bool counted =
+        reference.Kind != TargetKind::ResumeCell && reference.Kind != TargetKind::JumpSetPart;
+    const bool reached = names_ == nullptr || !counted ||
+                         (target->Number >= 1 && target->Number <= names_->Most(reference.Kind));
+    return reached ? Found{target->Number, target->Title, false, nullptr} : Found{};
   }
 
   static void PutTarget(CommandForm& form, const Found& found) {

@@ -120,16 +120,13 @@ TEST_F(StreamMapsTest, FiveSubpictureNumbersFourMultiplexed) {
   }
 }
 
-TEST_F(StreamMapsTest, ADropCarriesExtensionsToItsTitleSetAndLocksTheTrack) {
+TEST_F(StreamMapsTest, ATitleSetHasTheExtensionsOfItsStreams) {
   AddTrack("1", 1);
   Work.Tracks[0].AudioStreams[0].Extension = "visually impaired";
   Work.Tracks[0].SubStreams[0].Extension = "no such";
-  CarryExtensions(Work, Set(), Domain::Menu, 0);
-  EXPECT_TRUE(Work.Tracks[0].IDsLocked);
-  EXPECT_EQ(Set().AudioExtension[1], "Unspecified");
-  CarryExtensions(Work, Set(), Domain::Title, 0);
-  EXPECT_EQ(Set().AudioExtension[1], "Visually Impaired");
-  EXPECT_EQ(Set().SubExtension[0], "Unspecified");
+  const StreamExtensions extensions = TitleExtensions(Set(), Work.Tracks);
+  EXPECT_EQ(extensions.Audio[1], "Visually Impaired");
+  EXPECT_EQ(extensions.Sub[0], "Unspecified");
 }
 
 TEST_F(StreamMapsTest, ThePageShowsEachNumberUpToTheHighest) {

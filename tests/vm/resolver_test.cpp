@@ -202,12 +202,37 @@ TEST(Resolver, TextFollowsTheStoredTarget) {
   EXPECT_EQ(both.LinkNaming, "Wurzel");
 }
 
-TEST(Resolver, RemovedElementsAreCountedAndNeverFound) {
+// What is removed does not reach the disc, where numbers count.
+TEST(Resolver, RemovedElementsHaveNeitherNameNorNumber) {
   Project project = Sample();
-  project.Disc.Item(2)->Lang.Item(1)->PGC.Item(1)->Removed = true;  // the first Root
-  NameIndex names(project, Rules::Players);
-  EXPECT_EQ(ResolveText("LinkPGCN Root", {}, &names).Hex, "2004000000000002");  // the one of set 2
-  EXPECT_EQ(ResolveText("LinkPGCN Audio Menu", {}, &names).Hex, "2004000000000002");
+  project.Disc.Item(1)->Lang.Item(1)->PGC.Item(1)->Removed = true;  // VMG_En1
+  VTS_P& set = *project.Disc.Item(2);
+  set.Lang.Item(1)->PGC.Item(1)->Removed = true;               // the first Root
+  set.Title.Item(1)->Removed = true;                           // First
+  set.Title.Item(2)->PGC.Item(2)->PG.Item(1)->Removed = true;  // Start_PG1
+  constexpr Row Rows[] = {
+      {"LinkPGCN Root", "2004000000000002", "2004000000000002"},  // the one of set 2
+      {"LinkPGCN Audio Menu", "2004000000000001", "2004000000000001"},
+      {"LinkPGCN Start", "2004000000000002", "2004000000000002"},
+      {"LinkPGN Start_PG2, button=0", "2006000000000001", "2006000000000001"},
+      {"LinkPTT Start_PG2, button=0", "2005000000000002", "2005000000000002"},
+      {"LinkCN Start_PG2_CELL3, button=0", "2007000000000003", "2007000000000003"},
+      {"JumpTT Third", "3002000000020000", "3002000000020000"},
+      {"JumpVTS_TT Second", "3003000000010000", "3003000000010000"},
+      {"JumpVTS_PTT Start_PG2", "3005000200010000", "3005000200010000"},
+      {"JumpSS VMG_De1", "3006000200C00000", "3006000100C00000"},
+      {"JumpTT First", "missing", "missing"},
+  };
+  NameIndex classic(project, Rules::Classic);
+  NameIndex players(project, Rules::Players);
+  for (const auto& [text, old, now] : Rows) {
+    const auto hex = [&text](NameIndex& names) {
+      const Resolution result = ResolveText(text, {}, &names);
+      return result.TargetMissing ? "missing" : result.Hex;
+    };
+    EXPECT_EQ(hex(classic), old) << text;
+    EXPECT_EQ(hex(players), now) << text;
+  }
 }
 
 TEST(CheckCommands, RowsAndWarningsInOrder) {
@@ -238,20 +263,6 @@ TEST(CheckCommands, RowsAndWarningsInOrder) {
   EXPECT_TRUE(project.ScriptHadCommandErrors);
   ASSERT_EQ(check.Warnings.size(), 1U);
   EXPECT_EQ(check.Warnings[0].Place, "VTS1.TITLE1.PGC1 Pre1");
-}
-
-TEST(CheckNameUsed, ASubstringIsAReferenceAndResetMakesNop) {
-  Project project = Sample();
-  project.FirstPlay.PreCommands.push_back(Command("FirstPGC1", "JumpSS Menu10"));
-  CommandList& cell = project.Disc.Item(3)->Title.Item(1)->PGC.Item(1)->CellCommands;
-  cell.push_back(Command("Cell1", "LinkPGCN menu1"));
-  EXPECT_TRUE(CheckNameUsed(project, "Menu1", false));
-  EXPECT_FALSE(CheckNameUsed(project, "Menu2", true));
-  EXPECT_FALSE(CheckNameUsed(project, "", true));
-  EXPECT_TRUE(CheckNameUsed(project, "MENU1", true));
-  EXPECT_EQ(project.FirstPlay.PreCommands[0].FullCommand, "NOP");
-  EXPECT_EQ(cell[0].CommandHex, "0000000000000000");
-  EXPECT_FALSE(CheckNameUsed(project, "Menu1", false));
 }
 
 }  // namespace

@@ -1,0 +1,38 @@
+#pragma once
+
+// Files sorted to films by their names.
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "base/message.h"
+
+namespace quorvelant {
+
+// The files of one title. Names are as given.
+struct FilmFiles {
+  struct Stream {
+    std::string File;
+    std::string Language;  // a name of the vocabulary; empty where the file's name tells none
+    bool operator==(const Stream&) const = default;
+  };
+  std::string Video;
+  std::string Name;  // the video's stem
+  std::vector<Stream> Audio;
+  std::vector<Stream> Subtitles;
+  std::string Chapters;  // a chapter list, or empty
+  bool operator==(const FilmFiles&) const = default;
+};
+
+struct SortedFiles {
+  std::vector<FilmFiles> Films;  // in the order of the videos
+  std::vector<Message> Refusals;
+};
+
+// Audio, subtitle scripts and chapter lists go by extension, any other file is a video. A file belongs to the
+// video with the longest stem that its own begins with; a word of the rest ("film.de.ac3", "film_de.ac3") is
+// its language. No file is opened.
+[[nodiscard]] SortedFiles SortFilms(std::span<const std::string> files);
+
+}  // namespace quorvelant

@@ -1,0 +1,22 @@
+#pragma once
+
+// Projects under work as files. Each that gives a project up asks about unsaved work first (nobody there:
+// no); a save that was given up or failed ends it.
+
+#include <string>
+
+#include "base/user_interface.h"
+#include "edit/session.h"
+
+namespace quorvelant {
+
+// Asks, and starts on the default structure.
+bool NewProject(EditSession& session, UserInterface& ui);
+// Loads a script of either dialect; findings of the load are told. With `analyse` chapters move to pictures
+// at which they can start. Where the script cannot be loaded the session stays as it was.
+bool OpenProjectFile(EditSession& session, const std::string& script, bool analyse, UserInterface& ui);
+// Into the file the project came from, or one that is asked for; comments of that file stay.
+bool SaveProject(EditSession& session, bool otherPath, UserInterface& ui);
+bool SaveProjectAs(EditSession& session, const std::string& path, UserInterface& ui);
+
+}  // namespace quorvelant

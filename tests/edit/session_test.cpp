@@ -1,0 +1,288 @@
+#include "edit/session.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <stdexcept>
+#include <utility>
+
+#include "edit/change.h"
+#include "model/default_structure.h"
+#include "script/script_writer.h"
+#include "support/recording_ui.h"
+
+namespace quorvelant {
+namespace {
+
+// What a window's model keeps: both trees, changed by what it is told alone.
+class Mirror : public EditListener {
+ public:
+  explicit Mirror(EditSession& session) : session_(session) {
+    session_.Listen(*this);
+    Replaced();
+  }
+  ~Mirror() override { session_.Leave(*this); }
+  Mirror(const Mirror&) = delete;
+  Mirror& operator=(const Mirror&) = delete;
+
+  void Changed(std::span<const TreeChange> tree, std::span<const Part> /*parts*/) override {
+    for (const TreeChange& change : tree) {
+      if (change.Kind == TreeChange::What::Text) {
+        NodeOf(change.Node.Key)->Text = change.Node.Text;
+        continue;
+      }
+      std::vector<TreeNode>& children = NodeOf(change.Parent)->Children;
+      const auto at = children.begin() + static_cast<std::ptrdiff_t>(change.Row);
+      if (change.Kind == TreeChange::What::Insert) {
+        children.insert(at, change.Node);
+      } else {
+        EXPECT_EQ(at->Key, change.Node.Key);
+        children.erase(at);
+      }
+    }
+  }
+  void Replaced() override {
+    segments_ = SegmentTree(session_.Work());
+    structure_ = StructureTree(session_.Work());
+  }
+  [[nodiscard]] bool IsTrue() const {
+    return segments_ == SegmentTree(session_.Work()) && structure_ == StructureTree(session_.Work());
+  }
+
+ private:
+  TreeNode* Find(TreeNode& node, const std::string& key) {
+    if (node.Key == key) {
+      return &node;
+    }
+    for (TreeNode& child : node.Children) {
+      if (TreeNode* found = Find(child, key)) {
+        return found;
+      }
+    }
+    return nullptr;
+  }
+  TreeNode* NodeOf(const std::string& key) {
+    TreeNode* node = Find(segments_, key);
+    return node != nullptr ? node : Find(structure_, key);
+  }
+
+  EditSession& session_;
+  TreeNode segments_;
+  TreeNode structure_;
+};
+
+Scene SceneAt(std::string name, std::int32_t frame) {
+  Scene scene;
+  scene.Name = std::move(name);
+  scene.Frame = frame;
+  return scene;
+}
+
+Track Film(const std::string& name, int scenes) {
+  Track track;
+  track.TrackName = name;
+  track.Standard = "PAL";
+  track.Aspect = "16:9";
+  track.Letter = true;
+  track.Filled = true;
+  track.VideoPlays.emplace_back().File = name + ".m2v";
+  for (int i = 1; i <= scenes; ++i) {
+    track.Scenes.push_back(SceneAt(name + "_Scene" + std::to_string(i), i * 100));
+  }
+  return track;
+}
+
+EditOptions IntoFolder(std::string folder) {
+  EditOptions options;
+  options.DestinationFolder = std::move(folder);
+  return options;
+}
+
+Message Words(std::string text) {
+  Message message;
+  message.Text = std::move(text);
+  return message;
+}
+
+void PlayIn(VTS_P& entry, std::size_t track, const Track& source) {
+  Collection<PG_P>& programs = entry.Title.Item(1)->PGC.Item(1)->PG;
+  for (std::size_t i = 0; i < source.Scenes.size(); ++i) {
+    Cell_P cell;
+    cell.SegmentUsed = static_cast<std::int32_t>(track);
+    cell.SceneUsed = source.Scenes[i].Name;
+    programs.Add({}).Cell.Add(cell);
+  }
+}
+
+class SessionTest : public testing::Test {
+ protected:
+  // A step of whatever kind.
+  void Do(const std::function<void(Change&)>& what) {
+    Change change(Session, "Step");
+    what(change);
+    static_cast<void>(change.Commit());
+    EXPECT_TRUE(Model.IsTrue());
+  }
+  void AddFilm(const std::string& name, int scenes) {
+    Do([&](Change& change) {
+      const std::size_t index = change.Work().Tracks.Count();
+      change.Touch({Part::OfTrack(index)}).Tracks.Add(Film(name, scenes));
+      PlayIn(change.EditEntry(2), index, change.Work().Tracks[index]);
+    });
+  }
+  [[nodiscard]] std::string Script() const { return WriteScript(Session.Work()); }
+
+  EditSession Session{Rules::Players, IntoFolder("out")};
+  Mirror Model{Session};
+};
+
+TEST_F(SessionTest, StartsOnAStructureWhoseCommandsLead) {
+  EXPECT_TRUE(Session.Commands().Errors.empty());
+  EXPECT_EQ(Session.Commands().CommandCount, 3U);
+  EXPECT_EQ(Session.Work().FirstPlay.PreCommands[0].CommandHex, "3002000000010000");
+  EXPECT_EQ(Session.Work().DestinationFolder, "out");
+  EXPECT_NE(Session.Work().Palettes.Item("Default"), nullptr);
+  EXPECT_FALSE(Session.IsUnsaved() || Session.CanUndo() || Session.CanRedo());
+}
+
+TEST_F(SessionTest, UndoAndRedoBringEveryStateBack) {
+  std::vector<std::string> states{Script()};
+  const auto then = [&](const std::function<void(Change&)>& what) {
+    Do(what);
+    states.push_back(Script());
+  };
+  AddFilm("Film", 3);
+  states.push_back(Script());
+  then([](Change& change) {  // a set more, and a film that the one before has the row of
+    Project& project = change.Touch({Part::OfEntry(3), Part::OfTrack(1)});
+    AddNewVTSSet(project, true, 2);
+    project.Tracks.Add(Film("Second", 2));
+  });
+  then([](Change& change) { change.EditTrack(0).Removed = true; });
+  then([](Change& change) { change.EditEntry(2).Removed = true; });
+  then([](Change& change) {
+    change.EditDestination() = "elsewhere";
+    change.EditPalettes().Remove(1);
+    change.EditFirstPlay().PreCommands.clear();
+  });
+  for (std::size_t i = states.size(); i-- > 1;) {
+    EXPECT_EQ(Script(), states[i]);
+    EXPECT_TRUE(Session.IsUnsaved());
+    Session.Undo();
+    EXPECT_TRUE(Model.IsTrue()) << i;
+  }
+  EXPECT_EQ(Script(), states[0]);
+  EXPECT_FALSE(Session.IsUnsaved() || Session.CanUndo());
+  while (Session.CanRedo()) {
+    Session.Redo();
+    EXPECT_TRUE(Model.IsTrue());
+  }
+  EXPECT_EQ(Script(), states.back());
+}
+
+TEST_F(SessionTest, WhatIsNotCommittedIsPutBack) {
+  AddFilm("Film", 2);
+  const std::string before = Script();
+  const auto fault = [&] {
+    Change change(Session, "Step");
+    Project& project = change.Touch({Part::OfTrack(1), Part::OfTrack(2), Part::OfEntry(3)});
+    project.Tracks.Add(Film("Lost", 1));
+    AddNewVTSSet(project, true, 2);
+    change.EditTrack(0).Scenes.clear();
+    throw std::runtime_error("in the middle");
+  };
+  EXPECT_THROW(fault(), std::runtime_error);
+  EXPECT_EQ(Script(), before);
+  EXPECT_EQ(Session.Work().Tracks.Count(), 1U);
+
+  {  // of two changes within one, the second is given up
+    Change step(Session, "Whole");
+    Change(Session, "First").EditDestination() = "given up";
+    EXPECT_EQ(step.Work().DestinationFolder, "out");
+    Change kept(Session, "Second");
+    kept.EditDestination() = "kept";
+    static_cast<void>(kept.Commit());
+    step.EditTrack(0).TrackName = "Renamed";
+    static_cast<void>(step.Commit());
+  }
+  EXPECT_EQ(Session.Work().DestinationFolder, "kept");
+  EXPECT_EQ(Session.UndoWords(), "Whole");
+  Session.Undo();
+  EXPECT_EQ(Script(), before);
+  EXPECT_EQ(Session.RedoWords(), "Whole");
+}
+
+TEST_F(SessionTest, WhatFollowsFromTheStructureIsSettled) {
+  AddFilm("Film", 2);
+  const VTS_P& set = *Session.Work().Disc.Item(2);
+  const Cell_P& second = *set.Title.Item(1)->PGC.Item(1)->PG.Item(2)->Cell.Item(1);
+  EXPECT_EQ(set.Standard(), "PAL");
+  EXPECT_TRUE(set.VTSTitleInfo.Letter);
+  EXPECT_EQ(second.TrackName, "Film");
+  EXPECT_EQ(second.pScene, 1);
+  EXPECT_TRUE(Session.Work().Tracks[0].IDsLocked && Session.Work().Tracks[0].UsedInStructure);
+
+  Do([](Change& change) {
+    Track& film = change.EditTrack(0);
+    film.TrackName = "Other";
+    film.Scenes.insert(film.Scenes.begin() + 1, SceneAt("Between", 150));
+  });
+  EXPECT_EQ(second.TrackName, "Other");
+  EXPECT_EQ(second.pScene, 2) << "by its name";
+
+  Do([](Change& change) {
+    for (PG_P& program : change.EditEntry(2).Title.Item(1)->PGC.Item(1)->PG) {
+      program.Removed = true;
+    }
+  });
+  EXPECT_EQ(set.Standard(), "");
+  EXPECT_FALSE(set.VTSTitleInfo.Letter || Session.Work().Tracks[0].IDsLocked);
+  Session.Undo();
+  EXPECT_EQ(set.Standard(), "PAL");
+}
+
+TEST_F(SessionTest, ButtonSetsOfATrackShowBelowItsCells) {
+  AddFilm("Film", 2);
+  Do([](Change& change) {
+    change.EditTrack(0).HasHighlights = true;
+    change.EditTrack(0).HighlightPlays.emplace_back();
+  });
+  Session.Undo();
+  EXPECT_TRUE(Model.IsTrue());
+}
+
+TEST_F(SessionTest, TheHistoryIsBoundedByBytes) {
+  Track film = Film("Film", 1);
+  film.SubStreams.emplace_back().SubPlays.resize(20000);
+  Do([&](Change& change) { change.Touch({Part::OfTrack(0)}).Tracks.Add(film); });
+  for (int i = 0; i < 20; ++i) {
+    Do([i](Change& change) { change.EditTrack(0).VideoFrames = i + 1; });
+  }
+  EXPECT_GT(Session.LastStepBytes(), 20000 * sizeof(SubPicturePlay));
+  EXPECT_LE(Session.HistoryBytes(), EditSession::MostHistoryBytes);
+  std::int32_t undone = 0;
+  for (; Session.CanUndo(); ++undone) {
+    Session.Undo();
+  }
+  EXPECT_EQ(Session.Work().Tracks[0].VideoFrames, 20 - undone) << "from the newest on";
+  EXPECT_GT(undone, 2);
+  EXPECT_LE(Session.HistoryBytes(), EditSession::MostHistoryBytes);
+}
+
+TEST(Carry, TellsRefusalsAndAsksQuestions) {
+  RecordingUi ui;
+  ui.Unattended = true;
+  const auto asks = [](Consent consent) {
+    return consent == Consent::Given ? Outcome::Done("key") : Outcome::Asks(Words("sure?"));
+  };
+  EXPECT_FALSE(Carry(ui, asks).IsDone()) << "nobody there: no";
+  ui.Answers = {true};
+  EXPECT_EQ(Carry(ui, asks).Key, "key");
+  EXPECT_TRUE(ui.Messages.empty());
+  EXPECT_FALSE(Carry(ui, [](Consent) { return Outcome::Refused(Words("no")); }).IsDone());
+  EXPECT_EQ(ui.Messages.size(), 1U);
+}
+
+}  // namespace
+}  // namespace quorvelant
