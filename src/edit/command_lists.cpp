@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <functional>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -29,27 +28,6 @@ namespace {
 constexpr std::string_view NopText = "NOP";
 
 // --- the list at a place ---
-
-template <class Pgc>
-auto* ListIn(Pgc& chain, const CommandPlace& place) {
-  using List = std::remove_reference_t<decltype((chain.PreCommands))>;
-  switch (place.List) {
-    case ListKind::Pre:
-      return &chain.PreCommands;
-    case ListKind::Post:
-      return &chain.PostCommands;
-    case ListKind::Cell:
-      return &chain.CellCommands;
-    case ListKind::Button:
-      break;
-  }
-  for (auto* cell : LiveCells(chain)) {
-    if (cell->Key == place.Key && place.Play < cell->ButtonCommands.size()) {
-      return &cell->ButtonCommands[place.Play].Commands;
-    }
-  }
-  return static_cast<List*>(nullptr);
-}
 
 // The PGC of a list, whether a play of the cell's buttons is there or not.
 std::optional<CommandStand> StandOf(const Project& project, const CommandPlace& place) {
@@ -84,8 +62,9 @@ void NumberAnew(CommandList& list, const CommandPlace& place) {
   }
 }
 
-std::string KeyOf(const CommandPlace& place, std::size_t position) {
-  return fmt::format("{} {}{}", place.Key, KeyWord(place), position + 1);
+std::string WordsOf(const Project& project, CommandPlace place, std::size_t position) {
+  place.Position = position;
+  return WordsOf(project, place);
 }
 
 // --- numbers that follow ---
@@ -159,9 +138,9 @@ Outcome EditList(EditSession& session, const CommandPlace& place, std::string_vi
                  std::size_t position, const std::function<NewNumbers(CommandList&)>& edit) {
   Change change(session, words);
   PGC_P& chain = EditPgc(change, place);
-  CommandList& list = *ListIn(chain, place);
+  CommandList& list = *FindCommands(change.Touch({}), place);
   Follow(chain, place, list, edit(list));
-  return change.Commit(KeyOf(place, position));
+  return change.Commit(WordsOf(change.Work(), place, position));
 }
 
 // A play after the cell's last one.
@@ -181,15 +160,14 @@ bool HasControlByte(std::string_view text) {
 }  // namespace
 
 const CommandList* CommandsAt(const Project& project, const CommandPlace& place) {
-  const auto stand = StandOf(project, place);
-  return stand ? ListIn(*stand->Chain, place) : nullptr;
+  return StandOf(project, place) ? FindCommands(project, place) : nullptr;
 }
 
 std::optional<Message> RefuseNewCommand(const EditSession& session, const CommandPlace& place) {
   constexpr std::size_t MostOfList = 24;
   constexpr std::size_t MostButtons = 36;
   const auto stand = StandOf(session.Work(), place);
-  const CommandList* list = stand ? ListIn(*stand->Chain, place) : nullptr;
+  const CommandList* list = stand ? FindCommands(session.Work(), place) : nullptr;
   std::size_t count = list == nullptr ? 0 : list->size();
   std::size_t most = MostOfList;
   if (session.RulesInForce().CommandsToFormatLimit) {
@@ -248,7 +226,7 @@ Outcome SetCommand(EditSession& session, const CommandPlace& place, const std::s
   const std::size_t at = place.Position;
   const VMICommand_P& former = (*CommandsAt(session.Work(), place))[at];
   if (former.FullCommand == line && former.To_Action.empty()) {
-    return Outcome::Done(KeyOf(place, at));
+    return Outcome::Done(WordsOf(session.Work(), place));
   }
   return EditList(session, place, "Edit Command", at, [&](CommandList& commands) {
     // No digits and no target of the former text are kept: where the new one leads nowhere, none must stand
@@ -269,7 +247,7 @@ Outcome MoveCommand(EditSession& session, const CommandPlace& place, std::size_t
   }
   const std::size_t from = place.Position;
   if (from == to) {
-    return Outcome::Done(KeyOf(place, to));
+    return Outcome::Done(WordsOf(session.Work(), place));
   }
   return EditList(session, place, "Move Command", to, [from, to](CommandList& commands) {
     const auto rotate = [from, to](auto& list) {

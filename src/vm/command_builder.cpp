@@ -76,8 +76,8 @@ std::string JumpSsText(const CommandFields& fields) {
 }
 
 std::string CallSsText(const CommandFields& fields) {
-  const std::string resume =
-      fmt::format("CallSS RSM={},", fields.Resume.empty() ? std::string_view("0") : fields.Resume);
+  const bool isDefault = fields.Resume.empty() || fields.Resume == DefaultChoice;
+  const std::string resume = fmt::format("CallSS RSM={},", isDefault ? std::string_view("0") : fields.Resume);
   switch (fields.Command.Space) {
     case SystemSpace::FirstPlay:
       return resume + "FP_DOM";

@@ -13,8 +13,8 @@ namespace quorvelant {
 // command does not use stays as it is in a new `ParsedCommand`.
 struct CommandFields {
   ParsedCommand Command;
-  std::string Target;      // that a link, jump, call or timer names; a number may stand in its place
-  std::string Resume;      // CallSS: the cell to come back to, empty for where the call was
+  std::string Target;  // that a link, jump, call or timer names; a number may stand in its place
+  std::string Resume;  // CallSS: the cell to come back to; empty, or `DefaultChoice`, for where the call was
   std::string LinkTarget;  // that the link after a set names
   bool operator==(const CommandFields&) const = default;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <utility>
 
 #include "model/keys.h"
@@ -156,6 +157,22 @@ class NameLists {
   const Project& project_;
   std::vector<const std::string*> names_;
 };
+
+// At most so many targets as `most`.
+std::vector<std::string> FirstTargets(const Project& project, const Rules& rules, const CommandStand& stand,
+                                      TargetKind kind, std::size_t most) {
+  std::vector<std::string> targets;
+  if (!MayStandIn(DomainOf(stand), MoveOf(kind))) {
+    return targets;
+  }
+  NameIndex names(project, rules);
+  for (const std::string* name : NameLists(project).Of(stand, kind)) {
+    if (targets.size() < most && LeadsTo(names, kind, *name)) {
+      targets.push_back(*name);
+    }
+  }
+  return targets;
+}
 
 // --- First Play, menus and the Video Manager ---
 
@@ -332,17 +349,7 @@ bool LeadsTo(NameIndex& names, TargetKind kind, const std::string& name) {
 
 std::vector<std::string> TargetsFor(const Project& project, const Rules& rules, const CommandStand& stand,
                                     TargetKind kind) {
-  std::vector<std::string> targets;
-  if (!MayStandIn(DomainOf(stand), MoveOf(kind))) {
-    return targets;
-  }
-  NameIndex names(project, rules);
-  for (const std::string* name : NameLists(project).Of(stand, kind)) {
-    if (LeadsTo(names, kind, *name)) {
-      targets.push_back(*name);
-    }
-  }
-  return targets;
+  return FirstTargets(project, rules, stand, kind, std::numeric_limits<std::size_t>::max());
 }
 
 std::vector<CommandFields> SystemSpaceChoices(const Project& project, const Rules& rules,
@@ -359,7 +366,7 @@ std::optional<CommandFields> DefaultFields(const Project& project, const Rules& 
   if (!kind) {
     return FieldsOf(PlainForm(type));
   }
-  const std::vector<std::string> targets = TargetsFor(project, rules, stand, *kind);
+  const std::vector<std::string> targets = FirstTargets(project, rules, stand, *kind, 1);
   return targets.empty() ? std::nullopt : std::optional(Naming(*kind, targets.front()));
 }
 

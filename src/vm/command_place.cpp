@@ -67,6 +67,10 @@ CommandList* FindCommands(Project& project, const CommandPlace& place) {
   return CommandsAt(project, place);
 }
 
+const CommandList* FindCommands(const Project& project, const CommandPlace& place) {
+  return CommandsAt(project, place);
+}
+
 VMICommand_P* FindCommand(Project& project, const CommandPlace& place) {
   return CommandAt(CommandsAt(project, place), place.Position);
 }

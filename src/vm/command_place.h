@@ -25,6 +25,7 @@ struct CommandPlace {
 
 // nullptr where the project holds no such list or command. Removed elements have theirs.
 [[nodiscard]] CommandList* FindCommands(Project& project, const CommandPlace& place);
+[[nodiscard]] const CommandList* FindCommands(const Project& project, const CommandPlace& place);
 [[nodiscard]] VMICommand_P* FindCommand(Project& project, const CommandPlace& place);
 [[nodiscard]] const VMICommand_P* FindCommand(const Project& project, const CommandPlace& place);
 

@@ -190,8 +190,7 @@ inline constexpr NumberRange Audio{1, 8};        // and `NoAudio`
 inline constexpr NumberRange Subpicture{1, 32};  // and `DummySubpicture`
 }  // namespace range
 
-// The choice of a list that leaves the operand as it is by itself: the resume cell is where the call was, and
-// a number is 1.
+// The choice of the list of resume cells that comes back to where the call was.
 inline constexpr std::string_view DefaultChoice = "<<<<< Default >>>>>";
 
 }  // namespace quorvelant

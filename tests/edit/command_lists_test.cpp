@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "edit/change.h"
@@ -217,6 +218,18 @@ TEST(CommandLimits, TheLastThatFitsAndTheNext) {
     EXPECT_EQ(refused.Words.Title, "New Command Error");
     EXPECT_EQ(refused.Words.Text, limit.Text);
     EXPECT_EQ(WriteScript(session.Work()), before);
+  }
+}
+
+TEST_F(CommandListsTest, AListOfButtonCommandsHasItsOwnLimit) {
+  const CommandPlace list{.Key = FilmCell, .List = ListKind::Button};
+  for (const auto& [rules, most] : {std::pair{Rules::Classic, 24}, {Rules::Players, 36}}) {
+    EditSession session(rules);
+    session.Replace(Session.Work(), {});
+    for (int i = 1; i < most; ++i) {
+      EXPECT_TRUE(InsertCommand(session, list).IsDone()) << i;
+    }
+    EXPECT_TRUE(InsertCommand(session, list).Words.Is(message::CommandListFull)) << most;
   }
 }
 

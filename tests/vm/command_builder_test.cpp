@@ -289,5 +289,11 @@ TEST(CommandBuilder, OpensOnAnySpelling) {
   }
 }
 
+TEST(CommandBuilder, TheDefaultChoiceOfResumeCells) {
+  CommandFields fields = *FieldsOf("CallSS RSM=Cell,TitleMenu");
+  fields.Resume = DefaultChoice;
+  EXPECT_EQ(CommandText(fields), "CallSS RSM=0,TitleMenu");
+}
+
 }  // namespace
 }  // namespace quorvelant
