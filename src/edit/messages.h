@@ -283,9 +283,6 @@ inline constexpr MessageKind CommandTextUnknown{"command-text-unknown", Severity
 
 // --- subtitles, buttons and saved frames; questions are of severity Information ---
 
-// The value is the key of what was asked for.
-inline constexpr MessageKind OverlayPlaceMissing{"overlay-place-missing", Severity::Error, "Edit Error",
-                                                 "The project has no {}"};
 inline constexpr MessageKind SubtitleStreamMissing{
     "subtitle-stream-missing", Severity::Error, "Sub Import Error",
     "No subtitle stream exists for this display mode - please add a new blank stream from the main console"};
@@ -298,8 +295,6 @@ inline constexpr MessageKind AskDeleteButton{
     "Would you like to remove this button? (Any button links will need to be repaired manually!)"};
 inline constexpr MessageKind PaletteNameless{"palette-nameless", Severity::Error, "New Palette Error",
                                              "A palette needs a name of one line"};
-inline constexpr MessageKind PaletteMissing{"palette-missing", Severity::Error, "Palette Error",
-                                            "There is no palette of the name \"{}\""};
 inline constexpr MessageKind PaletteIndexBeyond{"palette-index-beyond", Severity::Error, "Colour Error",
                                                 "Colours and contrasts are 0 to 15, not {}"};
 inline constexpr MessageKind AskReplaceImage{"ask-replace-image", Severity::Information, "Replace Image",
