@@ -189,6 +189,15 @@ class DomainCells {
 
 }  // namespace
 
+std::optional<std::size_t> SceneShowing(const Track& track, std::size_t set) {
+  for (const auto& [scene, places] : DealingOf(track, track.HighlightPlays)) {
+    if (!places.empty() && places.front().Set == set) {
+      return scene;
+    }
+  }
+  return std::nullopt;
+}
+
 void CarryButtonCommands(Change& change, std::size_t track, const std::vector<HighlightPlay>& before,
                          const ButtonOrigins& origins) {
   const Track& played = change.Work().Tracks[track];

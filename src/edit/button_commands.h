@@ -22,6 +22,9 @@ struct ButtonPlace {
 // For each button of each set as it is now, which one it was before; nothing for a new one.
 using ButtonOrigins = std::vector<std::vector<std::optional<ButtonPlace>>>;
 
+// The scene that begins with this set: the one in which it starts, unless another set starts before it there.
+[[nodiscard]] std::optional<std::size_t> SceneShowing(const Track& track, std::size_t set);
+
 // After the sets of the track have changed, the commands of its live cells follow: each stays with its
 // button, a removed button takes its command along, a new one gets "NOP". The commands of a cell are dealt,
 // in a row, to the sets that start within its scene, in the order of their starts. Of the cells of a scene in

@@ -7,6 +7,7 @@
 #include "base/timecode.h"
 #include "check/track_times.h"
 #include "edit/button_commands.h"
+#include "edit/button_numbers.h"
 #include "edit/change.h"
 #include "edit/messages.h"
 #include "edit/track_viewer.h"
@@ -67,7 +68,7 @@ std::optional<Message> RefuseSet(const Project& project, std::size_t index, cons
   const std::size_t sets = there ? project.Tracks[index].HighlightPlays.size() : 0;
   if (!there || (set.Saved && *set.Saved >= sets)) {
     const std::string key = there ? HighStreamKey(index, *set.Saved + 1) : TrackKey(index);
-    return MessageOf(message::OverlayPlaceMissing, key, key);
+    return MessageOf(message::NoSuchElement, key, there ? "button set" : "track", key);
   }
   return std::nullopt;
 }
@@ -79,6 +80,21 @@ std::optional<Message> RefuseCount(const Track& track, const EditedSet& set, con
   const std::size_t most = std::max(limit, before);
   return Live(set.Buttons).size() <= most ? std::nullopt
                                           : std::optional(MessageOf(message::ButtonsAtLimit, {}, limit));
+}
+
+// Commands that select a button of the set select it again by its new number.
+void FollowNumbers(Change& change, const CommandAims& aims, std::size_t track, const EditedSet& set) {
+  const Track& before = change.Work().Tracks[track];
+  const auto scene = set.Saved ? SceneShowing(before, *set.Saved) : std::nullopt;
+  if (!scene) {
+    return;
+  }
+  const std::vector<std::int32_t> numbers =
+      NewNumbers(before.HighlightPlays[*set.Saved].Buttons.size(), set.Buttons);
+  for (const CommandEdit& edit : FollowButtons(change.Work(), aims, {track, *scene, numbers})) {
+    const auto entry = static_cast<std::size_t>(TitleSetEntry(edit.Place.Key));
+    FindCommand(change.Touch({Part::OfEntry(entry)}), edit.Place)->FullCommand = edit.Text;
+  }
 }
 
 }  // namespace
@@ -126,6 +142,7 @@ Outcome PutButtons(EditSession& session, std::size_t track, const EditedSet& set
   const std::vector<HighlightPlay> before = session.Work().Tracks[track].HighlightPlays;
   const std::size_t place = set.Saved.value_or(before.size());
   Change change(session, "Edit Buttons");
+  FollowNumbers(change, session.Aims(), track, set);
   Track& edited = change.EditTrack(track);
   edited.HighlightPlays.resize(std::max(before.size(), place + 1));
   HighlightPlay& target = edited.HighlightPlays[place];

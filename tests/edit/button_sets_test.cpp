@@ -8,7 +8,8 @@
 #include <utility>
 
 #include "base/timecode.h"
-#include "edit/button_rules.h"
+#include "edit/button_numbers.h"
+#include "edit/messages.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "model/walk.h"
@@ -90,7 +91,7 @@ struct Menu {
       cell.ButtonCommands = CommandsFor(names);
       program.Cell.Add(std::move(cell));
     }
-    Session.Replace(std::move(project));
+    Session.Replace(std::move(project), {});
   }
 
   const Track& MenuTrack() const { return Session.Work().Tracks[0]; }
@@ -188,9 +189,50 @@ TEST(ButtonSets, LimitsBindNewButtonsAlone) {
   }
   Menu menu;
   EditedSet set = menu.Open(1);
-  EXPECT_EQ(PutButtons(menu.Session, 7, set).Words.Text, "The project has no Track.7");
+  EXPECT_TRUE(PutButtons(menu.Session, 7, set).Words.Is(message::NoSuchElement));
   set.Saved = 3;
-  EXPECT_EQ(PutButtons(menu.Session, 0, set).Words.Text, "The project has no Track.0.High4");
+  EXPECT_EQ(PutButtons(menu.Session, 0, set).Words.Place, "Track.0.High4");
+}
+
+TEST(ButtonSets, SelectedButtonsFollowTheirNumbers) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"LinkTopPGC, button=3", "LinkTopPGC, button=2"},
+      {"if ( GPRM1 == 3 ) LinkTopPGC, button=2", "if ( GPRM1 == 3 ) LinkTopPGC, button=0"},
+      {"LinkTopPGC, button=1", "LinkTopPGC, button=1"},
+      {"LinkTopPGC, button=9", "LinkTopPGC, button=9"},
+      {"LinkPGN Buttons, button=3", "LinkPGN Buttons, button=2"},
+      {"LinkCN Second, button=3", "LinkCN Second, button=3"},  // which shows another set
+      {"LinkNextC, button=3", "LinkNextC, button=3"},          // to no certain set
+      {"SetHL_BTNN HL_BTTN=3", "SetHL_BTNN HL_BTTN=3"},
+  };
+  Menu menu;
+  Project project = menu.Session.Work();
+  PGC_P& chain = *FindPgc(project.Disc, Menu::MenuKey);
+  PG_P& program = *chain.PG.Item(1);
+  program.PGName = "Buttons";
+  program.Cell.Item(2)->CellName = "Second";
+  for (const auto& [before, after] : cases) {
+    chain.PreCommands.emplace_back().FullCommand = before;
+  }
+  menu.Session.Replace(project, {});
+  EditedSet set = menu.Open(1);
+  set.Buttons[1].Removed = true;
+  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+  Project now = menu.Session.Work();
+  const CommandList& list = FindPgc(now.Disc, Menu::MenuKey)->PreCommands;
+  const std::size_t first = list.size() - std::size(cases);
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    EXPECT_EQ(list[first + i].FullCommand, cases[i].second);
+  }
+
+  // Where all cells show the set, the others follow as well.
+  program.Cell.Item(2)->Removed = true;
+  menu.Session.Replace(project, {});
+  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+  now = menu.Session.Work();
+  const CommandList& followed = FindPgc(now.Disc, Menu::MenuKey)->PreCommands;
+  EXPECT_EQ(followed[first + 6].FullCommand, "LinkNextC, button=2");
+  EXPECT_EQ(followed[first + 7].FullCommand, "SetHL_BTNN HL_BTTN=2");
 }
 
 TEST(ButtonSets, ANewSetLastsAsLongAsItsSubtitle) {
