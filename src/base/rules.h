@@ -134,6 +134,11 @@ struct Rules {
   // edit. A PGC takes 128 commands in its three lists together, as the format does, and a set of buttons one
   // for each of 36; traditionally each list takes 24.
   bool CommandsToFormatLimit = false;
+  // edit. A button set takes what a navigation pack has room for: 36, 18 or 12 by its display modes;
+  // traditionally a third of it.
+  bool FullButtonSets = false;
+  // edit. Auto-route may link buttons by where they lie on the picture; traditionally in a ring.
+  bool RoutesByGeometry = false;
 
   // app. A run goes by the settings; traditionally, by built-in ones that allow no region and keep
   // sequence end codes.
@@ -186,6 +191,8 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .RefusesDeadDiscs = true,
                                       .NamesLanguagesAnyWay = true,
                                       .CommandsToFormatLimit = true,
+                                      .FullButtonSets = true,
+                                      .RoutesByGeometry = true,
                                       .GoesBySettings = true};
 
 }  // namespace quorvelant

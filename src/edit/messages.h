@@ -281,4 +281,25 @@ inline constexpr MessageKind CommandMissing{"command-missing", Severity::Error, 
 inline constexpr MessageKind CommandTextUnknown{"command-text-unknown", Severity::Error, "Command Error",
                                                 "\"{}\" is no command"};
 
+// --- subtitles, buttons and saved frames; questions are of severity Information ---
+
+inline constexpr MessageKind SubtitleStreamMissing{
+    "subtitle-stream-missing", Severity::Error, "Sub Import Error",
+    "No subtitle stream exists for this display mode - please add a new blank stream from the main console"};
+inline constexpr MessageKind SubtitleMissing{"subtitle-missing", Severity::Error, "Sub Replace Error",
+                                             "There is no Subpicture at this timestamp"};
+inline constexpr MessageKind ButtonsAtLimit{"buttons-at-limit", Severity::Error, "New Button Error",
+                                            "Max Number of Buttons Reached ({})"};
+inline constexpr MessageKind AskDeleteButton{
+    "ask-delete-button", Severity::Information, "Delete Button",
+    "Would you like to remove this button? (Any button links will need to be repaired manually!)"};
+inline constexpr MessageKind PaletteNameless{"palette-nameless", Severity::Error, "New Palette Error",
+                                             "A palette needs a name of one line"};
+inline constexpr MessageKind PaletteIndexBeyond{"palette-index-beyond", Severity::Error, "Colour Error",
+                                                "Colours and contrasts are 0 to 15, not {}"};
+inline constexpr MessageKind AskReplaceImage{"ask-replace-image", Severity::Information, "Replace Image",
+                                             "Image file already exists - replace?"};
+inline constexpr MessageKind ImageUnwritten{"image-unwritten", Severity::Error, "Save Frame Error",
+                                            "The picture cannot be written to '{}': {}"};
+
 }  // namespace quorvelant::message

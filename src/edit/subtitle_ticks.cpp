@@ -10,15 +10,12 @@
 
 namespace quorvelant {
 
-bool KeepIfBitmapExists(SubPicturePlay& play, std::string_view sourceFolder, UserInterface& ui) {
+std::optional<Message> RefuseUse(const SubPicturePlay& play, std::string_view sourceFolder) {
   const std::string path = SystemPath(play.File, sourceFolder);
   std::error_code error;
-  if (!std::filesystem::is_regular_file(path, error)) {
-    ui.Tell(MessageOf(message::BitmapDeselected, path));
-    play.Used = false;
-    return false;
-  }
-  return true;
+  return std::filesystem::is_regular_file(path, error)
+             ? std::nullopt
+             : std::optional(MessageOf(message::BitmapDeselected, path));
 }
 
 bool ShowTogether(const SubPicturePlay& play, const HighlightPlay& set, int framesPerSecond) {
@@ -27,15 +24,11 @@ bool ShowTogether(const SubPicturePlay& play, const HighlightPlay& set, int fram
   return !set.Buttons.empty() && buttons.Start < span.End && span.Start < buttons.End;
 }
 
-bool SetForced(SubPicturePlay& play, bool forced, std::span<const HighlightPlay> highlights,
-               int framesPerSecond, UserInterface& ui) {
-  const auto together = [&](const HighlightPlay& set) { return ShowTogether(play, set, framesPerSecond); };
-  if (!forced && std::ranges::any_of(highlights, together)) {
-    ui.Tell(MessageOf(message::ForcedNeeded, {}));
-    return false;
-  }
-  play.Forced = forced;
-  return true;
+std::optional<Message> RefuseForcedMark(const SubPicturePlay& play, bool forced,
+                                        std::span<const HighlightPlay> highlights, int framesPerSecond) {
+  const bool needed = std::ranges::any_of(
+      highlights, [&](const HighlightPlay& set) { return ShowTogether(play, set, framesPerSecond); });
+  return forced || !needed ? std::nullopt : std::optional(MessageOf(message::ForcedNeeded, {}));
 }
 
 }  // namespace quorvelant

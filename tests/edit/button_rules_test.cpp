@@ -3,11 +3,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <random>
+#include <set>
+#include <string>
+#include <tuple>
+#include <utility>
+
 #include "edit/auto_route.h"
 #include "edit/subtitle_ticks.h"
 #include "model/highlight_groups.h"
 #include "support/folders.h"
-#include "support/recording_ui.h"
 
 namespace quorvelant {
 namespace {
@@ -41,21 +46,38 @@ TEST(ButtonRules, ColumnsOfScreenAndDisc) {
   EXPECT_EQ(ScreenColumns({.ShowsWide = true, .Mode = ViewMode::Wide}, 0), 1024);
 }
 
-TEST(ButtonRules, DragsMakeButtonsUpToTheLimit) {
-  for (const auto& [modes, limit] : {std::pair{1U, 12U}, {2U, 6U}, {3U, 4U}}) {
-    const ButtonView view{.DisplayModes = modes};
-    std::vector<EditedButton> buttons;
-    EXPECT_FALSE(AddButton(buttons, Area(10, 10, 12, 40), view));
-    EXPECT_FALSE(AddButton(buttons, Area(10, 10, 40, 12), view));
-    EXPECT_FALSE(AddButton(buttons, Area(-50, 10, 0, 40), view));  // nothing of it is on the picture
-    for (unsigned i = 0; i < limit; ++i) {
-      EXPECT_TRUE(AddButton(buttons, Area(10, 10, 13, 13), view));
+TEST(ButtonRules, LimitsCountLiveButtons) {
+  for (const auto& [modes, classic, players] :
+       {std::tuple{1U, 12U, 36U}, std::tuple{2U, 6U, 18U}, std::tuple{3U, 4U, 12U}}) {
+    for (const auto& [rules, limit] : {std::pair{Rules::Classic, classic}, {Rules::Players, players}}) {
+      std::vector<EditedButton> buttons(limit);
+      EXPECT_EQ(RefuseButton(buttons, modes, rules)->Text,
+                fmt::format("Max Number of Buttons Reached ({})", limit));
+      buttons[1].Removed = true;
+      EXPECT_FALSE(RefuseButton(buttons, modes, rules));
     }
-    EXPECT_FALSE(AddButton(buttons, Area(10, 10, 13, 13), view));
-    EXPECT_EQ(buttons.size(), limit);
-    EXPECT_EQ(buttons.back().Button.Name, "Button_" + std::to_string(limit));
-    EXPECT_EQ(buttons.back().Button.Number, static_cast<int>(limit));
   }
+}
+
+TEST(ButtonRules, DragsOfThreePixelsMakeButtonsWithFreeNames) {
+  const ButtonView view{};
+  std::vector<EditedButton> buttons;
+  EXPECT_FALSE(AddButton(buttons, Area(10, 10, 12, 40), view));
+  EXPECT_FALSE(AddButton(buttons, Area(10, 10, 40, 12), view));
+  EXPECT_FALSE(AddButton(buttons, Area(-50, 10, 0, 40), view));  // nothing of it is on the picture
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_TRUE(AddButton(buttons, Area(10, 10, 13, 13), view));
+  }
+  EXPECT_EQ(buttons[2].Button.Name, "Button_3");
+  EXPECT_EQ(buttons[2].Button.Number, 3);
+  EXPECT_TRUE(RemoveButton(buttons[1], Consent::Given).IsDone());
+  EXPECT_TRUE(AddButton(buttons, Area(10, 10, 13, 13), view));
+  EXPECT_EQ(buttons[3].Button.Name, "Button_4");  // the removed one keeps its name until the set is saved
+  HighlightPlay saved;
+  saved.Buttons = KeptButtons(buttons);
+  buttons = EditedButtons(saved, view);
+  EXPECT_TRUE(AddButton(buttons, Area(10, 10, 13, 13), view));
+  EXPECT_EQ(buttons[3].Button.Name, "Button_2");
 }
 
 TEST(ButtonRules, RectanglesGoToAllGroupsInDiscPixels) {
@@ -84,13 +106,20 @@ std::vector<EditedButton> Three() {
   return buttons;
 }
 
-TEST(AutoRoute, IsARingThatNamesRemovedButtonsToo) {
+std::string LinksOf(const HighlightButton& button) {
+  return button.Left + button.Right + button.Up + button.Down;
+}
+
+TEST(AutoRoute, RingsJoinLiveButtons) {
   std::vector<EditedButton> buttons = Three();
+  AutoRoute(buttons, Route::Ring);
+  EXPECT_EQ(LinksOf(buttons[0].Button), "cbcb");
   buttons[1].Removed = true;
-  AutoRoute(buttons);
-  const HighlightButton& first = buttons[0].Button;
-  EXPECT_THAT((std::array{first.Left, first.Up, first.Right, first.Down}), ElementsAre("c", "c", "b", "b"));
-  EXPECT_EQ(buttons[1].Button.Left, "");
+  buttons[1].Button.Left = "stays";
+  AutoRoute(buttons, Route::Ring);
+  EXPECT_EQ(LinksOf(buttons[0].Button), "cccc");
+  EXPECT_EQ(LinksOf(buttons[2].Button), "aaaa");
+  EXPECT_EQ(buttons[1].Button.Left, "stays");
   const std::vector<HighlightButton> kept = KeptButtons(buttons);
   ASSERT_EQ(kept.size(), 2U);
   EXPECT_EQ(kept[1].Name, "c");
@@ -98,8 +127,78 @@ TEST(AutoRoute, IsARingThatNamesRemovedButtonsToo) {
 
   std::vector<HighlightButton> one(1);
   one[0].Name = "alone";
-  AutoRoute(one);
-  EXPECT_EQ(one[0].Up, "alone");
+  for (const Route route : {Route::Ring, Route::Geometry}) {
+    AutoRoute(one, route);
+    EXPECT_EQ(one[0].Up, "alone");
+  }
+  EXPECT_THAT(OfferedRoutes(Rules::Classic), ElementsAre(Route::Ring));
+  EXPECT_THAT(OfferedRoutes(Rules::Players), ElementsAre(Route::Geometry, Route::Ring));
+}
+
+TEST(AutoRoute, GeometryLeadsToTheNearestThatWay) {
+  const struct {
+    const char* What;
+    std::vector<HighlightArea> Areas;
+    std::vector<std::string> Links;  // left, right, up, down of a, b, c, ...
+  } cases[] = {
+      {"a grid goes round in rows and columns, whatever the order of its buttons",
+       {Area(300, 100, 400, 150), Area(100, 100, 200, 150), Area(100, 300, 200, 350),
+        Area(300, 300, 400, 350)},
+       {"bbdd", "aacc", "ddbb", "ccaa"}},
+      {"a list: level moves read on",
+       {Area(100, 100, 200, 130), Area(100, 200, 200, 230), Area(100, 300, 200, 330)},
+       {"cbcb", "acac", "baba"}},
+      {"a tall button beside three",
+       {Area(0, 0, 100, 300), Area(200, 0, 300, 80), Area(200, 110, 300, 190), Area(200, 220, 300, 300)},
+       {"ccbc", "aadc", "aabd", "aacb"}},
+      {"two askew", {Area(0, 0, 50, 50), Area(400, 100, 450, 150)}, {"bbbb", "aaaa"}},
+  };
+  for (const auto& test : cases) {
+    std::vector<HighlightButton> buttons(test.Areas.size());
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+      buttons[i].Name = std::string(1, static_cast<char>('a' + i));
+      buttons[i].Areas[1] = test.Areas[i];
+    }
+    AutoRoute(buttons, Route::Geometry, 1);
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+      EXPECT_EQ(LinksOf(buttons[i]), test.Links[i]) << test.What << ", " << buttons[i].Name;
+    }
+  }
+}
+
+// Whether every button can be reached from every other, and none links to itself.
+bool HasNoDeadEnd(const std::vector<HighlightButton>& buttons) {
+  for (const HighlightButton& from : buttons) {
+    std::set<std::string> reached{from.Name};
+    for (std::size_t before = 0; before < reached.size();) {
+      before = reached.size();
+      for (const HighlightButton& button : buttons) {
+        if (reached.contains(button.Name)) {
+          reached.insert({button.Left, button.Right, button.Up, button.Down});
+        }
+      }
+    }
+    if (reached.size() < buttons.size() || LinksOf(from).find(from.Name) != std::string::npos) {
+      return false;
+    }
+  }
+  return true;
+}
+
+TEST(AutoRoute, GeometryHasNoDeadEnds) {
+  std::mt19937 random(11);
+  for (int round = 0; round < 2000; ++round) {
+    std::vector<HighlightButton> buttons(2 + random() % 12);
+    for (std::size_t i = 0; i < buttons.size(); ++i) {
+      const int x = static_cast<int>(random() % 8) * 80;
+      const int y = static_cast<int>(random() % 8) * 60;
+      buttons[i].Name = std::string(1, static_cast<char>('a' + i));
+      buttons[i].Areas[0] =
+          Area(x, y, x + 10 + static_cast<int>(random() % 200), y + 10 + static_cast<int>(random() % 150));
+    }
+    AutoRoute(buttons, Route::Geometry);
+    ASSERT_TRUE(HasNoDeadEnd(buttons)) << round;
+  }
 }
 
 TEST(ButtonRules, LinksAndRemovals) {
@@ -109,11 +208,13 @@ TEST(ButtonRules, LinksAndRemovals) {
   LinkButton(buttons, 0, 2, LinkDirection::Down);
   EXPECT_THAT((std::array{buttons[0].Button.Up, buttons[0].Button.Left, buttons[0].Button.Down}),
               ElementsAre("", "b", "c"));
-  RecordingUi ui;
-  ui.Answers = {false, true};
-  RemoveButton(buttons[1], ui);
+  const Outcome asked = RemoveButton(buttons[1], Consent::None);
+  EXPECT_EQ(asked.Result, Outcome::Kind::Asks);
+  EXPECT_EQ(asked.Words.Title + ": " + asked.Words.Text,
+            "Delete Button: Would you like to remove this button? (Any button links will need to be repaired "
+            "manually!)");
   EXPECT_FALSE(buttons[1].Removed);
-  RemoveButton(buttons[1], ui);
+  EXPECT_TRUE(RemoveButton(buttons[1], Consent::Given).IsDone());
   EXPECT_TRUE(buttons[1].Removed);
 }
 
@@ -136,20 +237,15 @@ TEST(ButtonRules, SubtitlesUnderButtonsAreForcedAndStaySo) {
   EXPECT_EQ(set.Buttons.size(), 2U);
   EXPECT_TRUE(under.Forced);
   EXPECT_FALSE(after.Forced);
-  RecordingUi ui;
-  EXPECT_FALSE(SetForced(under, false, track.HighlightPlays, 25, ui));
-  EXPECT_TRUE(under.Forced);
-  EXPECT_EQ(ui.Messages.size(), 1U);
-  EXPECT_TRUE(SetForced(after, true, track.HighlightPlays, 25, ui));
-  EXPECT_TRUE(SetForced(after, false, track.HighlightPlays, 25, ui));
+  EXPECT_EQ(RefuseForcedMark(under, false, track.HighlightPlays, 25)->Text,
+            "Subtitles must always be set to Forced when highlight buttons exist");
+  EXPECT_FALSE(RefuseForcedMark(under, true, track.HighlightPlays, 25));
+  EXPECT_FALSE(RefuseForcedMark(after, false, track.HighlightPlays, 25));
 
   after.File = "gone.bmp";
-  EXPECT_FALSE(KeepIfBitmapExists(after, "/nowhere", ui));
-  EXPECT_FALSE(after.Used);
-  EXPECT_EQ(ui.Messages.size(), 2U);
+  EXPECT_EQ(RefuseUse(after, "/nowhere")->Text, "Requested Bitmap does not exist - deselecting this SPU");
   under.File = SourceFile("README.md");
-  EXPECT_TRUE(KeepIfBitmapExists(under, "", ui));
-  EXPECT_TRUE(under.Used);
+  EXPECT_FALSE(RefuseUse(under, ""));
 }
 
 }  // namespace

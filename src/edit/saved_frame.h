@@ -1,0 +1,26 @@
+// A picture of the viewer as a file, and as a track of its own. The picture is handed in: nothing is decoded
+// here.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "edit/outcome.h"
+#include "edit/session.h"
+#include "picture/picture.h"
+
+namespace quorvelant {
+
+// The picture in another size, each pixel mixed of its four nearest.
+[[nodiscard]] Picture Resized(const Picture& picture, int width, int height);
+
+// Writes the picture to a bitmap file, by a path as a project holds it. A file that is there is asked about.
+Outcome SaveFrame(const EditSession& session, const Picture& frame, const std::string& file, Consent consent);
+
+// The same in the full size of the standard, and the file becomes a still track of the standard, aspect and
+// displays of `source`, named "Track_" and the next free number. Undo takes the track away, the file stays.
+// Gives the key of its play.
+Outcome SaveFrameAsTrack(EditSession& session, std::size_t source, const Picture& frame,
+                         const std::string& file, Consent consent);
+
+}  // namespace quorvelant

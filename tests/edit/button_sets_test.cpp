@@ -1,0 +1,257 @@
+#include "edit/button_sets.h"
+
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+
+#include "base/timecode.h"
+#include "edit/button_numbers.h"
+#include "edit/messages.h"
+#include "model/default_structure.h"
+#include "model/keys.h"
+#include "model/walk.h"
+
+namespace quorvelant {
+namespace {
+
+using testing::ElementsAre;
+
+HighlightPlay SetOf(const char* start, const std::string& names) {
+  HighlightPlay set;
+  set.StartTimeToVideo = start;
+  set.Duration = "00:00:02:00";
+  set.NumericalButtons = static_cast<std::int32_t>(names.size());
+  for (const char name : names) {
+    HighlightButton& button = set.Buttons.emplace_back();
+    button.Name = std::string(1, name);
+    button.Areas.fill({.X1 = 0, .X2 = 20, .Y1 = 0, .Y2 = 20});
+  }
+  return set;
+}
+
+// Commands "go a", "go b", ...: one for each button by its name; a space begins another list.
+std::vector<ButtonCommands_P> CommandsFor(const std::string& names) {
+  std::vector<ButtonCommands_P> plays;
+  for (const char name : names) {
+    if (plays.empty() || name == ' ') {
+      plays.emplace_back();
+    }
+    if (name != ' ') {
+      VMICommand_P& command = plays.back().Commands.emplace_back();
+      command.FullCommand = name == '-' ? "NOP" : fmt::format("LinkTopC, button={}", name);
+      command.CommandHex = std::string(16, name);
+      command.Key = fmt::format("Button{}", plays.back().Commands.size());
+    }
+  }
+  return plays;
+}
+
+std::string NamesIn(const Cell_P& cell) {
+  std::string names;
+  for (const ButtonCommands_P& play : cell.ButtonCommands) {
+    names += names.empty() ? "" : " ";
+    for (const VMICommand_P& command : play.Commands) {
+      names += command.FullCommand == "NOP" ? '-' : command.FullCommand.back();
+      EXPECT_EQ(command.Key, fmt::format("Button{}", &command - play.Commands.data() + 1));
+    }
+  }
+  return names;
+}
+
+// A menu track of two scenes: sets "abc" and "de" start in the first, "f" in the second. Cells of the menu
+// show the first, the second and the first scene again.
+struct Menu {
+  explicit Menu(const Rules& rules = Rules::Classic) : Session(rules) {
+    Project project = Session.Work();
+    Track& track = project.Tracks.Add({});
+    track.TrackName = "Menu";
+    track.Filled = true;
+    track.Standard = "PAL";
+    track.Aspect = "4:3";
+    track.HasHighlights = true;
+    track.Scenes.resize(2);
+    track.Scenes[0].Name = "one";
+    track.Scenes[1].Name = "two";
+    track.Scenes[1].Frame = 200;
+    track.HighlightPlays = {SetOf("00:00:04:00", "de"), SetOf("00:00:00:00", "abc"),
+                            SetOf("00:00:09:00", "f")};
+    PGC_P* const chain = FindPgc(project.Disc, MenuKey);
+    PG_P& program = chain->PG.Add({});
+    program.Key = ProgramKey(chain->Key, 1);
+    for (const auto& [scene, names] : {std::pair{0, "abc de"}, {1, "f"}, {0, ""}}) {
+      Cell_P cell;
+      cell.Key = CellKey(program.Key, static_cast<int>(program.Cell.Count()) + 1);
+      cell.SegmentUsed = 0;
+      cell.pScene = scene;
+      cell.SceneUsed = track.Scenes[static_cast<std::size_t>(scene)].Name;
+      cell.TrackName = track.TrackName;
+      cell.ButtonCommands = CommandsFor(names);
+      program.Cell.Add(std::move(cell));
+    }
+    Session.Replace(std::move(project), {});
+  }
+
+  const Track& MenuTrack() const { return Session.Work().Tracks[0]; }
+  std::vector<std::string> Commands() const {
+    std::vector<std::string> names;
+    for (const auto& at : LivePgcs(Session.Work())) {
+      for (const Cell_P* cell : LiveCells(*at.Chain)) {
+        names.push_back(NamesIn(*cell));
+      }
+    }
+    return names;
+  }
+  EditedSet Open(std::size_t set) const { return OpenSet(MenuTrack(), set, {}); }
+
+  static constexpr const char* MenuKey = "VMG1.LANGUAGE1.PGC1";
+  EditSession Session;
+};
+
+void Draw(EditedSet& set) {
+  ASSERT_TRUE(AddButton(set.Buttons, {.X1 = 10, .X2 = 50, .Y1 = 10, .Y2 = 50}, {}));
+}
+
+TEST(ButtonSets, CommandsStayWithTheirButtons) {
+  Menu menu;
+  EXPECT_THAT(menu.Commands(), ElementsAre("abc de", "f", ""));
+  EditedSet set = menu.Open(1);
+  set.Buttons[1].Removed = true;
+  Draw(set);
+  EXPECT_EQ(PutButtons(menu.Session, 0, set).Key, "Track.0.High2");
+  EXPECT_THAT(menu.Commands(), ElementsAre("ac- de", "f", ""));
+  EXPECT_EQ(menu.MenuTrack().HighlightPlays[1].Buttons[2].Name, "Button_1");
+  menu.Session.Undo();
+  EXPECT_THAT(menu.Commands(), ElementsAre("abc de", "f", ""));
+
+  set = menu.Open(0);  // the later one of the scene
+  set.Buttons[0].Removed = true;
+  std::swap(set.Buttons[0], set.Buttons[1]);
+  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+  EXPECT_THAT(menu.Commands(), ElementsAre("abc e", "f", ""));
+
+  set = menu.Open(2);
+  set.Set.StartTimeToVideo = "00:00:02:00";  // into the first scene, between the two others
+  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+  EXPECT_THAT(menu.Commands(), ElementsAre("abc f e", "", ""));
+
+  set = menu.Open(1);
+  for (EditedButton& button : set.Buttons) {
+    button.Removed = true;
+  }
+  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+  EXPECT_THAT(menu.Commands(), ElementsAre("f e", "", ""));
+  EXPECT_EQ(menu.MenuTrack().HighlightPlays.size(), 2U);
+}
+
+TEST(ButtonSets, SilentCellsSpeakOnlyWhereNoneDoes) {
+  Menu menu;
+  EditedSet set = NewSet(menu.MenuTrack(), 260, nullptr);
+  Draw(set);
+  EXPECT_EQ(PutButtons(menu.Session, 0, set).Key, "Track.0.High4");
+  EXPECT_THAT(menu.Commands(), ElementsAre("abc de", "f -", ""));
+  set = menu.Open(2);
+  set.Buttons[0].Removed = true;
+  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+  EXPECT_THAT(menu.Commands(), ElementsAre("abc de", "-", ""));
+}
+
+TEST(ButtonSets, AWantedSetKeepsButtonsByTheirNames) {
+  Menu menu;
+  EditedSet set = menu.Open(1);
+  const std::vector<HighlightButton> wanted = SetOf("", "cxa").Buttons;
+  set.Buttons = EditedButtons(set.Set, wanted, {});
+  set.Set.ForcedSelect = 2;
+  set.Set.ForcedAction = 1;
+  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+  EXPECT_THAT(menu.Commands(), ElementsAre("c-a de", "f", ""));
+  const HighlightPlay& saved = menu.MenuTrack().HighlightPlays[1];
+  EXPECT_EQ(saved.ForcedSelect, 1);  // its button is gone
+  EXPECT_EQ(saved.ForcedAction, 3);
+  EXPECT_EQ(saved.NumericalButtons, 3);
+}
+
+TEST(ButtonSets, LimitsBindNewButtonsAlone) {
+  for (const auto& [rules, limit] : {std::pair{Rules::Classic, 12U}, {Rules::Players, 36U}}) {
+    Menu menu(rules);
+    EditedSet set = menu.Open(1);
+    set.Buttons.resize(limit);
+    EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+    set = menu.Open(1);
+    Draw(set);
+    const Outcome refused = PutButtons(menu.Session, 0, set);
+    EXPECT_EQ(refused.Words.Title, "New Button Error");
+    EXPECT_EQ(menu.MenuTrack().HighlightPlays[1].Buttons.size(), limit);
+    set.Buttons[0].Removed = true;
+    EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+  }
+  Menu menu;
+  EditedSet set = menu.Open(1);
+  EXPECT_TRUE(PutButtons(menu.Session, 7, set).Words.Is(message::NoSuchElement));
+  set.Saved = 3;
+  EXPECT_EQ(PutButtons(menu.Session, 0, set).Words.Place, "Track.0.High4");
+}
+
+TEST(ButtonSets, SelectedButtonsFollowTheirNumbers) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"LinkTopPGC, button=3", "LinkTopPGC, button=2"},
+      {"if ( GPRM1 == 3 ) LinkTopPGC, button=2", "if ( GPRM1 == 3 ) LinkTopPGC, button=0"},
+      {"LinkTopPGC, button=1", "LinkTopPGC, button=1"},
+      {"LinkTopPGC, button=9", "LinkTopPGC, button=9"},
+      {"LinkPGN Buttons, button=3", "LinkPGN Buttons, button=2"},
+      {"LinkCN Second, button=3", "LinkCN Second, button=3"},  // which shows another set
+      {"LinkNextC, button=3", "LinkNextC, button=3"},          // to no certain set
+      {"SetHL_BTNN HL_BTTN=3", "SetHL_BTNN HL_BTTN=3"},
+  };
+  Menu menu;
+  Project project = menu.Session.Work();
+  PGC_P& chain = *FindPgc(project.Disc, Menu::MenuKey);
+  PG_P& program = *chain.PG.Item(1);
+  program.PGName = "Buttons";
+  program.Cell.Item(2)->CellName = "Second";
+  for (const auto& [before, after] : cases) {
+    chain.PreCommands.emplace_back().FullCommand = before;
+  }
+  menu.Session.Replace(project, {});
+  EditedSet set = menu.Open(1);
+  set.Buttons[1].Removed = true;
+  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+  Project now = menu.Session.Work();
+  const CommandList& list = FindPgc(now.Disc, Menu::MenuKey)->PreCommands;
+  const std::size_t first = list.size() - std::size(cases);
+  for (std::size_t i = 0; i < std::size(cases); ++i) {
+    EXPECT_EQ(list[first + i].FullCommand, cases[i].second);
+  }
+
+  // Where all cells show the set, the others follow as well.
+  program.Cell.Item(2)->Removed = true;
+  menu.Session.Replace(project, {});
+  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+  now = menu.Session.Work();
+  const CommandList& followed = FindPgc(now.Disc, Menu::MenuKey)->PreCommands;
+  EXPECT_EQ(followed[first + 6].FullCommand, "LinkNextC, button=2");
+  EXPECT_EQ(followed[first + 7].FullCommand, "SetHL_BTNN HL_BTTN=2");
+}
+
+TEST(ButtonSets, ANewSetLastsAsLongAsItsSubtitle) {
+  Menu menu;
+  Track track = menu.MenuTrack();
+  SubPicturePlay subtitle;
+  subtitle.Start = "00:00:03:00";
+  subtitle.End = "00:00:07:10";
+  EXPECT_EQ(NewSet(track, 80, &subtitle).Set.StartTimeToVideo, "00:00:03:00");
+  EXPECT_EQ(NewSet(track, 80, &subtitle).Set.Duration, "00:00:04:10");
+  track.VideoFrames = 200;
+  EXPECT_EQ(NewSet(track, 80, nullptr).Set.StartTimeToVideo, "00:00:03:05");
+  EXPECT_EQ(NewSet(track, 80, nullptr).Set.Duration, "00:00:04:20");
+  track.TrackType = "Still";
+  EXPECT_EQ(NewSet(track, 80, nullptr).Set.Duration, "00:00:10:00");
+  EXPECT_EQ(SetAt(track, 49), 1U);
+  EXPECT_EQ(SetAt(track, 50), std::nullopt);
+  EXPECT_EQ(SetAt(track, 100), 0U);
+}
+
+}  // namespace
+}  // namespace quorvelant

@@ -1,0 +1,286 @@
+#include "edit/overlays.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <string>
+
+#include "edit/saved_frame.h"
+#include "picture/picture_loader.h"
+#include "script/script_writer.h"
+#include "support/folders.h"
+#include "support/temp_folder.h"
+
+namespace quorvelant {
+namespace {
+
+using testing::ElementsAre;
+
+// A film of 40 s with buttons from 20 to 30 s, a stream with entries at 4 to 6 and 8 to 10 s, an empty one
+// and a removed one with an entry.
+Project Film() {
+  Project project;
+  Track& track = project.Tracks.Add({});
+  track.TrackName = "Film";
+  track.Filled = true;
+  track.Standard = "PAL";
+  track.Aspect = "16:9";
+  track.DisplayMode = "Only LetterBox";
+  track.Letter = true;
+  track.VideoFrames = 1000;
+  track.VideoPlays.emplace_back().File = "film.m2v";
+  track.Scenes.emplace_back().Name = "Film_Scene1";
+  track.SubStreams.resize(3);
+  for (const std::size_t stream : {0U, 0U, 2U}) {
+    SubPicturePlay& entry = track.SubStreams[stream].SubPlays.emplace_back();
+    entry.File = "gone.bmp";
+    entry.Start = track.SubStreams[stream].SubPlays.size() == 1 ? "00:00:04:00" : "00:00:08:00";
+    entry.Duration = "00:00:02:00";
+  }
+  track.SubStreams[2].Removed = true;
+  HighlightPlay& set = track.HighlightPlays.emplace_back();
+  set.StartTimeToVideo = "00:00:20:00";
+  set.Duration = "00:00:10:00";
+  set.Buttons.resize(1);
+  track.HasHighlights = true;
+  project.Palettes.Add({.Key = "Default", .PaletteColors = {}});
+  return project;
+}
+
+struct FilmSession {
+  FilmSession() { Session.Replace(Film(), {}); }
+  const Track& Shown() const { return Session.Work().Tracks[0]; }
+  const SubPicturePlay& Entry(std::size_t entry) const { return Shown().SubStreams[0].SubPlays.at(entry); }
+  EditSession Session{Rules::Players};
+};
+
+SubPicturePlay Settings() {
+  SubPicturePlay settings;
+  settings.File = "new.bmp";
+  settings.X1 = 7;
+  settings.Start = "00:09:00:00";  // of the entry that the settings were taken from
+  settings.StopTime = "00:00:01:00";
+  return settings;
+}
+
+FourColors Colours(std::int32_t index) {
+  return {.Conversion = {1, 2, 3, 0xFF000004}, .Index = {index, 1, 2, 3}, .Contrast = {15, 14, 13, 0}};
+}
+
+TEST(Overlays, EveryRefusalHasItsBoxAndChangesNothing) {
+  const SubtitlePlace first{0, 0, 0};
+  const struct {
+    std::function<Outcome(EditSession&)> Operation;
+    const char* Box;
+  } cases[] = {
+      {[](EditSession& s) {
+         return NewSubtitle(s, {0, std::nullopt, 0}, Settings());
+       },
+       "Sub Import Error: No subtitle stream exists for this display mode - please add a new blank stream "
+       "from "
+       "the main console"},
+      {[](EditSession& s) {
+         return NewSubtitle(s, {0, 0, 100}, Settings());
+       },
+       "New Sub Error: A Subpicture already exists at this timestamp"},
+      {[](EditSession& s) {
+         return NewSubtitle(s, {0, 0, 99}, Settings());
+       },
+       "New Sub Error: The next Subpicture starts a frame later (00:00:04:00), and leaves no room for this "
+       "one"},
+      {[](EditSession& s) {
+         return NewSubtitle(s, {0, 2, 0}, Settings());
+       },
+       "Alteration Error: The project has no subtitle stream \"Track.0.Sub3\". `quorvelant check --tree` "
+       "lists the keys of its elements"},
+      {[](EditSession& s) {
+         return ReplaceBitmap(s, {0, 0, 150}, "b.bmp");
+       },
+       "Sub Replace Error: There is no Subpicture at this timestamp"},
+      {[=](EditSession& s) {
+         return SetTimes(s, first, {100, 100});
+       },
+       "Sub Overlap error: The new Start Time and Duration (00:00:08:00) will result in an overlap of the "
+       "next "
+       "subtitle (00:00:08:00)"},
+      {[=](EditSession& s) {
+         return SetTimes(s, first, {1000, 10});
+       },
+       "Sub Time Error: The Start Time (00:00:40:00) is not before the end of the track (00:00:40:00)"},
+      {[](EditSession& s) {
+         return SetTimes(s, {0, 0, 2}, {0, 1});
+       },
+       "Alteration Error: The project has no subtitle \"Track.0.Sub1.SubPlay3\". `quorvelant check --tree` "
+       "lists the keys of its elements"},
+      {[](EditSession& s) { return NewPalette(s, "Default", {}); },
+       "New Palette Error: This palette name already exists - reselect"},
+      {[](EditSession& s) { return NewPalette(s, "", {}); },
+       "New Palette Error: A palette needs a name of one line"},
+      {[](EditSession& s) { return ChangePalette(s, "Defaults", {}); },
+       "Alteration Error: The project has no palette \"Defaults\". `quorvelant check --tree` lists the keys "
+       "of its elements"},
+      {[](EditSession& s) { return SpreadColors(s, 0, 0, Colours(16), SpreadColor::Display, true); },
+       "Colour Error: Colours and contrasts are 0 to 15, not 16"},
+      {[](EditSession& s) { return SpreadColors(s, 0, 2, Colours(1), SpreadColor::Display, false); },
+       "Alteration Error: The project has no subtitle stream \"Track.0.Sub3\". `quorvelant check --tree` "
+       "lists the keys of its elements"},
+      {[](EditSession& s) { return SaveFrameAsTrack(s, 1, Picture(8, 8), "a.bmp", Consent::None); },
+       "Alteration Error: The project has no track \"Track.1\". `quorvelant check --tree` lists the keys of "
+       "its elements"},
+      {[](EditSession& s) { return SaveFrame(s, Picture(8, 8), "/nowhere/a.bmp", Consent::None); },
+       "Save Frame Error: The picture cannot be written to '/nowhere/a.bmp': No such file or directory"},
+  };
+  FilmSession film;
+  const Project before = film.Session.Work();
+  for (const auto& test : cases) {
+    const Outcome outcome = test.Operation(film.Session);
+    EXPECT_EQ(outcome.Result, Outcome::Kind::Refused);
+    EXPECT_EQ(outcome.Words.Title + ": " + outcome.Words.Text, test.Box);
+  }
+  EXPECT_FALSE(film.Session.CanUndo());
+  EXPECT_TRUE(film.Session.Work().SameContent(before));
+}
+
+TEST(Overlays, EveryOperationCanBeUndone) {
+  TempFolder folder;
+  const std::string bitmap = folder / "frame.bmp";
+  const struct {
+    std::function<Outcome(EditSession&)> Operation;
+    const char* Key;
+    bool Adds = false;
+  } cases[] = {
+      {[](EditSession& s) {
+         return NewSubtitle(s, {0, 0, 170}, Settings());
+       },
+       "Track.0.Sub1.SubPlay2", true},
+      {[](EditSession& s) {
+         return ReplaceBitmap(s, {0, 0, 120}, "b.bmp");
+       },
+       "Track.0.Sub1.SubPlay1"},
+      {[](EditSession& s) {
+         return SetTimes(s, {0, 0, 0}, {900, 10});
+       },
+       "Track.0.Sub1.SubPlay3", true},
+      {[](EditSession& s) {
+         return SetUsed(s, {0, 0, 1}, false);
+       },
+       "Track.0.Sub1.SubPlay2"},
+      {[](EditSession& s) {
+         return SetForcedMark(s, {0, 0, 1}, true);
+       },
+       "Track.0.Sub1.SubPlay2"},
+      {[](EditSession& s) { return SpreadColors(s, 0, 0, Colours(9), SpreadColor::Conversion, false); },
+       "Track.0.Sub1"},
+      {[](EditSession& s) { return SpreadColors(s, 0, 0, Colours(9), SpreadColor::Display, true); },
+       "Track.0"},
+      {[](EditSession& s) { return NewPalette(s, ProposedPaletteName(s.Work()), {5}); }, "Palette_2", true},
+      {[](EditSession& s) { return ChangePalette(s, "Default", {6}); }, "Default"},
+      {[&](EditSession& s) { return SaveFrameAsTrack(s, 0, Picture(360, 288), bitmap, Consent::None); },
+       "Track.1.Video1", true},
+  };
+  FilmSession film;
+  std::vector<Project> states{film.Session.Work()};
+  for (const auto& test : cases) {
+    EXPECT_EQ(test.Operation(film.Session).Key, test.Key);
+    EXPECT_FALSE(film.Session.Work().SameContent(states.back())) << test.Key;
+    states.push_back(film.Session.Work());
+    if (!test.Adds) {
+      EXPECT_TRUE(test.Operation(film.Session).IsDone());  // what is so already is no step
+    }
+  }
+  for (auto state = states.rbegin() + 1; state != states.rend(); ++state) {
+    film.Session.Undo();
+    EXPECT_TRUE(film.Session.Work().SameContent(*state));
+  }
+  EXPECT_FALSE(film.Session.CanUndo());
+}
+
+TEST(Overlays, ANewSubtitleTakesTheSettingsAndItsPlace) {
+  FilmSession film;
+  EXPECT_TRUE(NewSubtitle(film.Session, {0, 0, 170}, Settings()).IsDone());
+  EXPECT_EQ(film.Entry(1).Start, "00:00:06:20");
+  EXPECT_EQ(film.Entry(1).End, "00:00:07:24");  // a frame before the next
+  EXPECT_EQ(film.Entry(1).Duration, "00:00:01:04");
+  EXPECT_EQ(film.Entry(1).StopTime, "");
+  EXPECT_EQ(film.Entry(1).X1, 7);
+  EXPECT_FALSE(film.Entry(1).Forced);
+  EXPECT_TRUE(film.Shown().HasSubs);
+  EXPECT_TRUE(NewSubtitle(film.Session, {0, 0, 600}, Settings()).IsDone());  // under the buttons
+  EXPECT_TRUE(film.Entry(3).Forced);
+  EXPECT_EQ(SetForcedMark(film.Session, {0, 0, 3}, false).Words.Text,
+            "Subtitles must always be set to Forced when highlight buttons exist");
+  EXPECT_TRUE(SetTimes(film.Session, {0, 0, 2}, {700, 10}).IsDone());  // moved under them
+  EXPECT_TRUE(film.Entry(3).Forced);
+}
+
+TEST(Overlays, ASubtitleWithoutItsBitmapIsNoLongerUsed) {
+  FilmSession film;
+  EXPECT_EQ(DeselectMissing(film.Session, {0, 0, 0})->Title, "Bitamp View Error");
+  EXPECT_FALSE(film.Entry(0).Used);
+  EXPECT_EQ(SetUsed(film.Session, {0, 0, 0}, true).Words.Title, "Bitamp View Error");
+  EXPECT_TRUE(ReplaceBitmap(film.Session, {0, 0, 100}, SourceFile("README.md")).IsDone());
+  EXPECT_TRUE(SetUsed(film.Session, {0, 0, 0}, true).IsDone());
+  EXPECT_FALSE(DeselectMissing(film.Session, {0, 0, 0}));
+  EXPECT_TRUE(film.Entry(0).Used);
+}
+
+TEST(Overlays, ColoursSpreadOverAStreamOrAllLiveOnes) {
+  FilmSession film;
+  EXPECT_TRUE(NewSubtitle(film.Session, {0, 1, 0}, {}).IsDone());
+  EXPECT_TRUE(SpreadColors(film.Session, 0, 0, Colours(9), SpreadColor::Conversion, false).IsDone());
+  EXPECT_TRUE(SpreadColors(film.Session, 0, 1, Colours(9), SpreadColor::Display, true).IsDone());
+  const auto& streams = film.Shown().SubStreams;
+  for (const SubPicturePlay& entry : streams[0].SubPlays) {
+    EXPECT_THAT(ColorsOf(entry).Conversion, ElementsAre(1, 2, 3, 4));
+    EXPECT_THAT(ColorsOf(entry).Index, ElementsAre(9, 1, 2, 3));
+    EXPECT_THAT(ColorsOf(entry).Contrast, ElementsAre(15, 14, 13, 0));
+  }
+  EXPECT_EQ(streams[1].SubPlays[0].ColorE2, 9);
+  EXPECT_EQ(streams[1].SubPlays[0].ConversionE2, 0U);
+  EXPECT_EQ(streams[2].SubPlays[0].ColorE2, 0);  // removed
+}
+
+TEST(SavedFrame, BecomesAStillOfFullSizeAndTheAspectOfItsSource) {
+  TempFolder folder;
+  FilmSession film;
+  const std::string file = folder / "frame.bmp";
+  Picture frame(352, 288);
+  frame.Set(0, 0, 0x0000FF);
+  frame.Set(351, 287, 0xFF0000);
+  EXPECT_EQ(SaveFrame(film.Session, frame, file, Consent::None).Key, file);
+  const Outcome asked = SaveFrameAsTrack(film.Session, 0, frame, file, Consent::None);
+  EXPECT_EQ(asked.Words.Title + ": " + asked.Words.Text,
+            "Replace Image: Image file already exists - replace?");
+  EXPECT_EQ(BmpLoader().Load(file), frame);
+  EXPECT_TRUE(SaveFrameAsTrack(film.Session, 0, frame, file, Consent::Given).IsDone());
+  const Picture saved = BmpLoader().Load(file);
+  EXPECT_EQ(saved.Width, 720);
+  EXPECT_EQ(saved.Height, 576);
+  EXPECT_EQ(saved.At(0, 0), 0x0000FFU);
+  EXPECT_EQ(saved.At(719, 575), 0xFF0000U);
+  const Track& still = film.Session.Work().Tracks[1];
+  EXPECT_EQ(still.TrackName + still.TrackType + still.Aspect + still.Resolution + still.DisplayMode,
+            "Track_2Still16:9720x576Only LetterBox");
+  EXPECT_EQ(still.Scenes.size(), 1U);
+  EXPECT_NE(WriteScript(film.Session.Work()).find("Aspect=16:9"), std::string::npos);
+}
+
+TEST(SavedFrame, ResizingKeepsFlatColoursAndMiddles) {
+  Picture flat(3, 5);
+  for (std::uint8_t& value : flat.Pixels) {
+    value = 200;
+  }
+  const Picture wide = Resized(flat, 720, 480);
+  EXPECT_TRUE(std::ranges::all_of(wide.Pixels, [](std::uint8_t value) { return value == 200; }));
+  Picture two(2, 1);
+  two.Set(1, 0, 0xFFFFFF);
+  const Picture four = Resized(two, 4, 1);
+  EXPECT_EQ(four.At(1, 0), 0x404040U);  // a quarter of the way
+  EXPECT_EQ(four.At(2, 0), 0xBFBFBFU);
+  EXPECT_EQ(Resized(two, 2, 1), two);
+}
+
+}  // namespace
+}  // namespace quorvelant
