@@ -27,8 +27,8 @@ ROOM_CALL = re.compile(r"quorvelant_room\(([^)]*)\)")
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]+"([^"]+)"', re.M)
 MESSAGE_ROW = re.compile(r'\bMessageKind\s+\w+\s*\{\s*"((?:[^"\\]|\\.)*)"')
 CODE = re.compile(r"[a-z]+[0-9]*(-[a-z0-9]+)*")
-TITLE_COMPARED = re.compile(  # a pointer named Title may be compared with nullptr or another one
-    r"(?:\.|->)Title\s*[=!]=(?!\s*nullptr\b|\s*title\b|\s*\w+(?:\.|->)Title\b)"
+TITLE_COMPARED = re.compile(  # pointers and numbers named Title may be compared with their like
+    r"(?:\.|->)Title\s*[=!]=(?!\s*nullptr\b|\s*\d|\s*title\b|\s*\w+(?:\.|->)Title\b)"
     r'|(?:"|(?<![.>])\b\w*Title)\s*[=!]=\s*\w+(?:\.|->)Title\b')
 
 

@@ -94,10 +94,10 @@ class CommandChecker {
  private:
   void CheckChain(const Stand& stand) {
     // First Play without cells goes from its last list into a stop.
-    const Severity beyondPre = stand.In == FirstPlay && LiveCount(stand.Chain.PostCommands) == 0
-                                   ? Severity::Error
-                                   : Severity::Warning;
-    const Severity beyondPost = stand.In == FirstPlay ? Severity::Error : Severity::Warning;
+    const Severity beyondPre =
+        stand.In == CommandDomain::FirstPlay && LiveCount(stand.Chain.PostCommands) == 0 ? Severity::Error
+                                                                                         : Severity::Warning;
+    const Severity beyondPost = stand.In == CommandDomain::FirstPlay ? Severity::Error : Severity::Warning;
     CheckList(stand, stand.Chain.PreCommands, stand.Chain.Key, beyondPre);
     CheckList(stand, stand.Chain.PostCommands, stand.Chain.Key, beyondPost);
     CheckList(stand, stand.Chain.CellCommands, stand.Chain.Key);

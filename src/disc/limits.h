@@ -8,7 +8,6 @@ namespace quorvelant {
 inline constexpr std::size_t AudioStreamCount = 8;  // of a domain
 inline constexpr std::size_t SubStreamCount = 32;   // subpicture streams of a domain
 
-inline constexpr std::size_t MostLanguages = 99;  // of an entry's menus
 inline constexpr std::size_t MostTitleSets = 99;
 inline constexpr std::size_t MostTitles = 99;
 inline constexpr std::size_t MostPrograms = 99;   // of a program chain

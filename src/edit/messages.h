@@ -138,8 +138,8 @@ inline constexpr MessageKind FirstSceneStays{"first-scene-stays", Severity::Erro
 inline constexpr MessageKind LastFileStays{
     "last-file-stays", Severity::Error, "Alteration Error",
     "Cells show track \"{}\", whose only file this is: give the play another file, or remove the track"};
-inline constexpr MessageKind NameNotCarried{
-    "name-not-carried", Severity::Error, "Rename Error",
+inline constexpr MessageKind CommandCannotName{
+    "command-cannot-name", Severity::Error, "Rename Error",
     "A command that leads here cannot be written with the name \"{}\": choose one without words of commands"};
 
 // --- tracks, plays and streams ---
@@ -213,8 +213,8 @@ inline constexpr MessageKind AskDtsLeftOut{
     "ask-dts-left-out", Severity::Information, "Ondra Limitation Error",
     "DTS audio has been found - this will not be muxed - limitation of Ondra version\n"
     "Do you wish to continue?"};
-inline constexpr MessageKind NoDestination{"no-destination", Severity::Error, "Destination Error",
-                                           "Please select a destination folder for your DVD"};
+inline constexpr MessageKind DestinationUnset{"destination-unset", Severity::Error, "Destination Error",
+                                              "Please select a destination folder for your DVD"};
 
 // --- projects as files ---
 

@@ -187,7 +187,7 @@ Outcome Rename(EditSession& session, std::string_view key, std::string name) {
   }
   const auto edits = session.Aims().Renamed(work, key, name);
   if (!edits) {
-    return Outcome::Refused(MessageOf(message::NameNotCarried, key, name));
+    return Outcome::Refused(MessageOf(message::CommandCannotName, key, name));
   }
   Change change(session, "Rename");
   if (*kind == ElementKind::Pgc) {
