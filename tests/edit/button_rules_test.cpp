@@ -13,6 +13,7 @@
 #include "edit/subtitle_ticks.h"
 #include "model/highlight_groups.h"
 #include "support/folders.h"
+#include "support/rules_without.h"
 
 namespace quorvelant {
 namespace {
@@ -49,7 +50,8 @@ TEST(ButtonRules, ColumnsOfScreenAndDisc) {
 TEST(ButtonRules, LimitsCountLiveButtons) {
   for (const auto& [modes, classic, players] :
        {std::tuple{1U, 12U, 36U}, std::tuple{2U, 6U, 18U}, std::tuple{3U, 4U, 12U}}) {
-    for (const auto& [rules, limit] : {std::pair{Rules::Classic, classic}, {Rules::Players, players}}) {
+    for (const auto& [rules, limit] :
+         {std::pair{PlayersWithout(&Rules::FullButtonSets), classic}, {Rules::Players, players}}) {
       std::vector<EditedButton> buttons(limit);
       EXPECT_EQ(RefuseButton(buttons, modes, rules)->Text,
                 fmt::format("Max Number of Buttons Reached ({})", limit));
@@ -131,7 +133,7 @@ TEST(AutoRoute, RingsJoinLiveButtons) {
     AutoRoute(one, route);
     EXPECT_EQ(one[0].Up, "alone");
   }
-  EXPECT_THAT(OfferedRoutes(Rules::Classic), ElementsAre(Route::Ring));
+  EXPECT_THAT(OfferedRoutes(PlayersWithout(&Rules::RoutesByGeometry)), ElementsAre(Route::Ring));
   EXPECT_THAT(OfferedRoutes(Rules::Players), ElementsAre(Route::Geometry, Route::Ring));
 }
 

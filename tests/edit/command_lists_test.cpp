@@ -14,6 +14,7 @@
 #include "model/keys.h"
 #include "model/walk.h"
 #include "script/script_writer.h"
+#include "support/rules_without.h"
 
 namespace quorvelant {
 namespace {
@@ -187,7 +188,7 @@ TEST_F(CommandListsTest, ButtonCommandsOfACell) {
 
 // How many commands fit into a list beside two post commands, and the number that the box tells.
 struct Limit {
-  const Rules& By;
+  Rules By;
   ListKind Kind;
   std::size_t Most;
   std::string_view Text;
@@ -196,7 +197,7 @@ struct Limit {
 TEST(CommandLimits, TheLastThatFitsAndTheNext) {
   constexpr std::string_view List24 = "Maximum number of commands reached for this PGC (24)";
   constexpr std::string_view Pgc128 = "Maximum number of commands reached for this PGC (128)";
-  const std::vector<Limit> limits{{Rules::Classic, ListKind::Pre, 24, List24},
+  const std::vector<Limit> limits{{PlayersWithout(&Rules::CommandsToFormatLimit), ListKind::Pre, 24, List24},
                                   {Rules::Classic, ListKind::Cell, 24, List24},
                                   {Rules::Players, ListKind::Pre, 126, Pgc128}};
   for (const Limit& limit : limits) {
