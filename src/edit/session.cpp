@@ -160,7 +160,7 @@ std::size_t EditSession::LastStepBytes() const {
 
 const CommandCheck& EditSession::Commands() {
   if (state_->CommandsStale) {
-    state_->Commands = CheckCommands(state_->Work, state_->InForce, {.Numbers = NumbersOf(false)});
+    state_->Commands = CheckCommands(state_->Work, state_->InForce, {.Numbers = NumbersOf(false)}, MissingTargets::AreErrors);
     state_->CommandsStale = false;
   }
   return state_->Commands;
