@@ -51,12 +51,18 @@ std::string RepeatSequenceLine(const std::string& file) {
 }
 
 std::string EncodeVideoLine(const std::string& file, const VideoTarget& target) {
+  const std::string_view rate = target.Ntsc ? "30000/1001" : "25";
+  // A film `dar` wide takes 405 * dar columns of 16:9, or all of them with bars above and below.
+  const std::string shape =
+      target.Aspect.empty()
+          ? fmt::format("-vf \"scale='min(720,405*dar)':'min({})',pad=720:{}:-1:-1,setdar=16/9\" -r {}",
+                        target.Ntsc ? "480,2560/3/dar" : "576,1024/dar", target.Ntsc ? 480 : 576, rate)
+          : fmt::format("-s 720x{} -r {} -aspect {}", target.Ntsc ? 480 : 576, rate, target.Aspect);
   // A group of 15 or 12 pictures is half a second; the decoder's buffer holds 1,835,008 bits.
   return Line(file,
-              fmt::format("-map 0:v:0 -c:v mpeg2video -s 720x{} -r {} -aspect {} -pix_fmt yuv420p -b:v 6M "
-                          "-maxrate 9M -bufsize 1835008 -g {} -bf 2",
-                          target.Ntsc ? 480 : 576, target.Ntsc ? "30000/1001" : "25", target.Aspect,
-                          target.Ntsc ? 15 : 12),
+              fmt::format("-map 0:v:0 -c:v mpeg2video {} -pix_fmt yuv420p -b:v 6M -maxrate 9M "
+                          "-bufsize 1835008 -g {} -bf 2",
+                          shape, target.Ntsc ? 15 : 12),
               ".m2v");
 }
 

@@ -16,9 +16,10 @@ std::string CopyVideoLine(const std::string& file);
 // The same with the first sequence header before each I picture.
 std::string RepeatSequenceLine(const std::string& file);
 
+// Without an aspect the film's shape is not known: on 16:9, with black bars where they are needed.
 struct VideoTarget {
   bool Ntsc = false;
-  std::string Aspect = "16:9";
+  std::string Aspect = {};
 };
 std::string EncodeVideoLine(const std::string& file, const VideoTarget& target);
 

@@ -163,10 +163,13 @@ std::string Headline(const ProbeReport& report) {
     if (info.Coding == "NO") {
       return "pictures of MPEG video, and no sequence header before them";
     }
-    return fmt::format("{}{}, {}, {}x{}, {}{}, {:.3f} frames a second", info.Coding,
+    const bool hasAspect = info.AspectCode == 2 || info.AspectCode == 3;
+    const std::string rate = info.Standard.empty() ? std::string(FrameRateText(info.FrameRateCode))
+                                                   : fmt::format("{:.3f}", report.Video->ExactFrameRate());
+    return fmt::format("{}{}, {}, {}x{}{}{}, {} frames a second", info.Coding,
                        report.Video->Frames() == 1 ? " still" : " video",
                        info.Standard.empty() ? "no video standard" : info.Standard, info.Width, info.Height,
-                       info.Aspect, info.PanScan ? " with pan-scan" : "", report.Video->ExactFrameRate());
+                       hasAspect ? ", " + info.Aspect : "", info.PanScan ? " with pan-scan" : "", rate);
   }
   if (report.Audio) {
     const AudioAttributes& audio = *report.Audio;

@@ -5,7 +5,7 @@
 
 namespace quorvelant {
 
-// PGC_GI. Offsets of the tables behind it count from the start of the program chain.
+// PGC_GI. Offsets of the tables after it count from the start of the program chain.
 namespace pgc {
 using namespace disc;  // rows and units
 inline constexpr std::size_t Size = 236;

@@ -45,7 +45,7 @@ constexpr LanguageCode LanguageCodeOf(std::string_view letters) {
              : LanguageCode{};
 }
 
-// One row. `Count` items of `Width` bytes stand at `Offset`, one behind the other.
+// One row. `Count` items of `Width` bytes stand at `Offset`, one after the other.
 template <class Unit, unsigned Width, unsigned Count = 1>
 struct Field {
   std::string_view Name;

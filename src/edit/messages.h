@@ -249,8 +249,10 @@ inline constexpr MessageKind SubtitlesNotOpened{
     "The subtitle script cannot be opened. Is there a file of that name, and may you read it?"};
 inline constexpr MessageKind SubtitlesTooLarge{"subtitles-too-large", Severity::Error, "Sub Import Error",
                                                "The subtitle script is larger than 16 MB"};
-inline constexpr MessageKind SubtitlesEmpty{"subtitles-empty", Severity::Warning, "Sub Import Error",
-                                            "The subtitle script has no entries"};
+inline constexpr MessageKind SubtitlesEmpty{
+    "subtitles-empty", Severity::Error, "Sub Import Error",
+    "The subtitle script has no entries: no line after SP_NUMBER has a number, a start, an end and a bitmap. "
+    "Subtitles as text (.srt) become such a list as docs/first_disc.md shows"};
 inline constexpr MessageKind SubtitleLinePassedOver{
     "subtitle-line-passed-over", Severity::Warning, "Sub Import Error",
     "This line of the list is passed over: a number, a start, an end and a file name with tabs between are "

@@ -35,7 +35,7 @@ class DomainRecords {
   SubMap Subs;
   VobSetRecords Vobs;
 
-  // To be called for each VOB behind its writing: it can be found by its track from then on.
+  // To be called for each VOB once it is written: it can be found by its track from then on.
   void AddVob(std::size_t vobOrdinal, CarriedStreams carried);
 
   // Where the scene of a cell was written; nothing for a scene that opened no cell.

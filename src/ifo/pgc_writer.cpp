@@ -50,7 +50,7 @@ std::vector<const VMICommand_P*> LiveCommands(const CommandList& list) {
   return live;
 }
 
-// Behind the head, or nothing where there is no command.
+// After the head, or nothing where there is no command.
 void AppendCommands(const PGC_P& chain, Bytes& bytes) {
   const std::array lists{LiveCommands(chain.PreCommands), LiveCommands(chain.PostCommands),
                          LiveCommands(chain.CellCommands)};

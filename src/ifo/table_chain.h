@@ -1,4 +1,4 @@
-// The tables of an IFO file, one behind the other, each on a sector of its own.
+// The tables of an IFO file, one after the other, each on a sector of its own.
 #pragma once
 
 #include "disc/record.h"

@@ -19,7 +19,7 @@ inline constexpr MessageKind CommandLinkNotCarried{
     "\"{}\": a compound command can carry a sub-instruction only (LinkTopC, RSM, ...); the target is lost"};
 inline constexpr MessageKind CommandComparesSetRegister{
     "command-compares-set-register", Severity::Warning, "Command Warning",
-    "\"{}\": the comparison behind a set always takes the register just set"};
+    "\"{}\": the comparison after a set always takes the register just set"};
 inline constexpr MessageKind CommandWithoutOperator{
     "command-without-operator", Severity::Warning, "Command Warning",
     "\"{}\": the comparison has no operator; players will do nothing"};
@@ -33,7 +33,7 @@ inline constexpr MessageKind CommandMenuUnknown{"command-menu-unknown", Severity
                                                 "\"{}\" names no menu that a title set can have"};
 inline constexpr MessageKind CommandLinkUnknown{
     "command-link-unknown", Severity::Warning, "Command Warning",
-    "\"{}\": what stands behind the set is no link (LinkTopC, LinkPGCN, RSM, ...)"};
+    "\"{}\": what stands after the set is no link (LinkTopC, LinkPGCN, RSM, ...)"};
 inline constexpr MessageKind CommandRegisterBeyondRange{
     "command-register-beyond-range", Severity::Warning, "Command Warning",
     "\"{}\": registers are GPRM0 to GPRM15 and SPRM0 to SPRM23"};

@@ -202,7 +202,7 @@ std::vector<Row> SourceRows() {
     rows.push_back({fmt::format("As{}", Split(film, ".")[1]), "film.m2v", film,
                     "E source-foreign Track.0.Video1|",
                     "W source-foreign Track.0.Video1|E video-missing Track.0.Video1|", "",
-                    fmt::format("ffmpeg -i FOLDER/{} -map 0:v:0 -c:v mpeg2video -s 720x576 -r 25", film)});
+                    fmt::format("ffmpeg -i FOLDER/{} -map 0:v:0 -c:v mpeg2video -vf \"scale=", film)});
   }
   for (const char* sound : {"mkv.ac3", "flac.ac3", "ogg.ac3", "mp3.ac3", "id3.ac3", "mp2.ac3"}) {
     const std::string place = " Track.0.Audio1.AudioPlay1|";

@@ -43,6 +43,9 @@ std::string Scheme(const Project& project) {
 std::string Sound(const Project& project) {
   return project.Tracks[0].AudioStreams[0].Format + project.Tracks[0].AudioStreams[0].Language;
 }
+std::string MenuLanguage(const Project& project) {
+  return project.Disc.Item(2)->Lang.Item(1)->Language;
+}
 std::string Maps(const Project& project) {
   const PGC_P& chain = *project.Disc.Item(2)->Title.Item(1)->PGC.Item(1);
   return fmt::format("{}{}{}{}", chain.NormalAssignments[3], chain.WideAssignments[3],
@@ -96,6 +99,16 @@ std::vector<Row> Rows() {
        Extension, "Directors Comments", "Directors Comments ", &Rules::BlanksAroundWords},
       {"LanguageByItsLetters", "Item=Track|Item=Audio Play List|AudioLanguage=de|", Sound, "German", "de",
        &Rules::NamesLanguagesAnyWay},
+      {"LanguageInTheOtherDialect", other + "Item=Audio Stream|Language=DEU|Item=Audio Play|Name=a|", Sound,
+       "AC3German", "PCMDEU"},
+      {"LanguageOfATitle",
+       other + "Item=Audio Stream|Item=Audio Play|Name=a|Item=Scene|Name=S|Item=VTS|Item=Title|"
+               "Audio Attribute=0|Language=fra|Item=PGC|Item=Program|Item=Cell|UsingScene=S|",
+       Sound, "AC3French", "PCMfra"},
+      {"MenuLanguageByThreeLetters", "Item=VTS|Item=Language|LU=ger|", MenuLanguage, "de", "ger",
+       &Rules::NamesLanguagesAnyWay},
+      {"MenuLanguageInTheOtherDialect", data + "Item=VTS|Item=Language|Language Name=ger|", MenuLanguage,
+       "de", "ger", &Rules::NamesLanguagesAnyWay},
       {"WideWithoutDisplay", "Item=Track|Aspect=16:9|", Letterbox, "1", "0", &Rules::WideTakesLetterbox},
       {"StreamOfAllDisplays", title + "SubPicture Stream 3 Decodes=5|", Maps, "5555", "5555"},
       {"ButtonsByPlace", "Item=Track|Item=Highlight Play|Item=Button|Name=A|Item=Button|Name=B|", Buttons,
