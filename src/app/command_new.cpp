@@ -2,12 +2,15 @@
 
 #include <fmt/format.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "app/edit_options.h"
+#include "app/messages.h"
 #include "app/output_file.h"
 #include "app/rules_option.h"
 #include "edit/film_files.h"
@@ -58,12 +61,24 @@ std::string Summary(const NewOptions& options, const Project& project) {
   return options.Files.empty() ? fmt::format("{}: a title without films yet\n", options.Project) : text;
 }
 
+// A script in a folder that is not there could name no source.
+bool HasFolder(const std::string& path, UserInterface& ui) {
+  const auto folder = std::filesystem::path(path).parent_path();
+  std::error_code failed;
+  const bool isThere = folder.empty() || std::filesystem::is_directory(folder, failed);
+  if (!isThere) {
+    ui.Tell(MessageOf(message::OutputFolderMissing, path, folder.string()));
+  }
+  return isThere;
+}
+
 int Run(const NewOptions& options, CommandContext& context) {
   SortedFiles sorted = SortFilms(options.Files);
   for (const Message& refusal : sorted.Refusals) {
     context.Ui.Tell(refusal);
   }
-  if (!sorted.Refusals.empty() || !MayWrite(options.Project, {}, options.Force, context.Ui)) {
+  if (!sorted.Refusals.empty() || !HasFolder(options.Project, context.Ui) ||
+      !MayWrite(options.Project, {}, options.Force, context.Ui)) {
     return ExitFailed;
   }
   EditSession session(Rules::Players, EditOptionsOf(context.Options), IndexStore(true));

@@ -31,6 +31,8 @@ inline constexpr MessageKind OutputNotPlain{"output-not-plain", Severity::Error,
                                             "No file can be written here: {}"};
 inline constexpr MessageKind OutputIsSource{"output-is-source", Severity::Error, "Output",
                                             "This is the file that is read: name another one to write"};
+inline constexpr MessageKind OutputFolderMissing{"output-folder-missing", Severity::Error, "Output",
+                                                 "There is no folder '{}': make it first"};
 inline constexpr MessageKind OutputExists{"output-exists", Severity::Error, "Output",
                                           "The file exists already; --force replaces it"};
 inline constexpr MessageKind LogInTheWay{

@@ -138,6 +138,9 @@ inline constexpr MessageKind FirstSceneStays{"first-scene-stays", Severity::Erro
 inline constexpr MessageKind LastFileStays{
     "last-file-stays", Severity::Error, "Alteration Error",
     "Cells show track \"{}\", whose only file this is: give the play another file, or remove the track"};
+inline constexpr MessageKind RemovalFault{
+    "removal-fault", Severity::Error, "Alteration Error",
+    "An error has been trapped removing this item - please replicate and advise me"};
 inline constexpr MessageKind CommandCannotName{
     "command-cannot-name", Severity::Error, "Rename Error",
     "A command that leads here cannot be written with the name \"{}\": choose one without words of commands"};

@@ -170,6 +170,8 @@ Outcome AddTitles(EditSession& session, std::span<const FilmFiles> films, UserIn
   for (const FilmFiles& film : films) {
     Outcome outcome = maker.Add(film);
     if (!outcome.IsDone()) {
+      outcome.Words.Level = Severity::Error;  // nobody is asked here
+      outcome.Words.Place = outcome.Words.Place.empty() ? film.Video : std::move(outcome.Words.Place);
       return Outcome::Refused(std::move(outcome.Words));
     }
   }

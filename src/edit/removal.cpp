@@ -1,6 +1,7 @@
 #include "edit/removal.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 #include "edit/change.h"
@@ -171,9 +172,13 @@ Outcome Remove(EditSession& session, std::string_view key, Consent consent) {
     return Outcome::Asks(commands.empty() ? MessageOf(message::AskRemoval, key, NameOfElement(work, key))
                                           : MessageOf(message::AskRemovalOfTarget, key, word));
   }
-  Change change(session, "Remove " + NameOfElement(work, key));
-  TakeAway(change, session, key);
-  return change.Commit(std::string(key));
+  try {
+    Change change(session, "Remove " + NameOfElement(work, key));
+    TakeAway(change, session, key);
+    return change.Commit(std::string(key));
+  } catch (const std::exception&) {
+    return Outcome::Refused(MessageOf(message::RemovalFault, key));
+  }
 }
 
 Outcome Rename(EditSession& session, std::string_view key, std::string name) {
