@@ -11,6 +11,7 @@
 #include "edit/change.h"
 #include "edit/messages.h"
 #include "edit/track_viewer.h"
+#include "model/highlight_groups.h"
 #include "model/keys.h"
 #include "model/walk.h"
 #include "subpicture/spu_timing.h"
@@ -92,8 +93,7 @@ void FollowNumbers(Change& change, const CommandAims& aims, std::size_t track, c
   const std::vector<std::int32_t> numbers =
       NewNumbers(before.HighlightPlays[*set.Saved].Buttons.size(), set.Buttons);
   for (const CommandEdit& edit : FollowButtons(change.Work(), aims, {track, *scene, numbers})) {
-    const auto entry = static_cast<std::size_t>(TitleSetEntry(edit.Place.Key));
-    FindCommand(change.Touch({Part::OfEntry(entry)}), edit.Place)->FullCommand = edit.Text;
+    change.EditCommand(edit.Place).FullCommand = edit.Text;
   }
 }
 
@@ -155,6 +155,27 @@ Outcome PutButtons(EditSession& session, std::size_t track, const EditedSet& set
     edited.HasHighlights = !edited.HighlightPlays.empty();
   }
   return change.Commit(HighStreamKey(track, place + 1));
+}
+
+Outcome RouteButtons(EditSession& session, std::size_t track, std::size_t set, Route route) {
+  if (auto refusal = RefuseSet(session.Work(), track, {.Set = {}, .Buttons = {}, .Saved = set})) {
+    return Outcome::Refused(*std::move(refusal));
+  }
+  const std::string key = HighStreamKey(track, set + 1);
+  const std::vector<Route> offered = OfferedRoutes(session.RulesInForce());
+  if (std::ranges::find(offered, route) == offered.end()) {
+    return Outcome::Refused(MessageOf(message::RouteNotOffered, key));
+  }
+  const Track& shown = session.Work().Tracks[track];
+  const HighlightPlay& before = shown.HighlightPlays[set];
+  std::vector<HighlightButton> buttons = before.Buttons;
+  AutoRoute(buttons, route, ButtonGroupsOf(before, shown.Aspect, shown.DisplayMode).front().AreaPlace);
+  if (buttons == before.Buttons) {
+    return Outcome::Done(key);
+  }
+  Change change(session, "Auto-Route");
+  change.EditTrack(track).HighlightPlays[set].Buttons = std::move(buttons);
+  return change.Commit(key);
 }
 
 }  // namespace quorvelant

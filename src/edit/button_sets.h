@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "edit/auto_route.h"
 #include "edit/button_rules.h"
 #include "edit/outcome.h"
 #include "edit/session.h"
@@ -34,5 +35,8 @@ struct EditedSet {
 // their buttons. A set that was saved with more buttons than the limit takes no more. Gives the key of the
 // set.
 Outcome PutButtons(EditSession& session, std::size_t track, const EditedSet& set);
+
+// Links the buttons of a saved set by one of `OfferedRoutes`.
+Outcome RouteButtons(EditSession& session, std::size_t track, std::size_t set, Route route);
 
 }  // namespace quorvelant

@@ -295,6 +295,9 @@ inline constexpr MessageKind SubtitleMissing{"subtitle-missing", Severity::Error
                                              "There is no Subpicture at this timestamp"};
 inline constexpr MessageKind ButtonsAtLimit{"buttons-at-limit", Severity::Error, "New Button Error",
                                             "Max Number of Buttons Reached ({})"};
+inline constexpr MessageKind RouteNotOffered{
+    "route-not-offered", Severity::Error, "Auto-Route Error",
+    "The classic rules link buttons in a ring; by where they lie only those of players do"};
 inline constexpr MessageKind AskDeleteButton{
     "ask-delete-button", Severity::Information, "Delete Button",
     "Would you like to remove this button? (Any button links will need to be repaired manually!)"};

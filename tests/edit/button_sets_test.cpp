@@ -146,6 +146,19 @@ TEST(ButtonSets, CommandsStayWithTheirButtons) {
   EXPECT_EQ(menu.MenuTrack().HighlightPlays.size(), 2U);
 }
 
+TEST(ButtonSets, RoutesFollowTheRules) {
+  Menu classic;
+  EXPECT_TRUE(RouteButtons(classic.Session, 0, 1, Route::Geometry).Words.Is(message::RouteNotOffered));
+  EXPECT_TRUE(RouteButtons(classic.Session, 0, 3, Route::Ring).Words.Is(message::NoSuchElement));
+  EXPECT_EQ(RouteButtons(classic.Session, 0, 1, Route::Ring).Key, "Track.0.High2");
+  EXPECT_EQ(classic.MenuTrack().HighlightPlays[1].Buttons[0].Left, "c");
+  classic.Session.Undo();
+  EXPECT_FALSE(classic.Session.CanUndo());
+  Menu players(Rules::Players);
+  EXPECT_TRUE(RouteButtons(players.Session, 0, 0, Route::Geometry).IsDone());
+  EXPECT_EQ(players.MenuTrack().HighlightPlays[0].Buttons[0].Up, "e");
+}
+
 TEST(ButtonSets, SilentCellsSpeakOnlyWhereNoneDoes) {
   Menu menu;
   EditedSet set = NewSet(menu.MenuTrack(), 260, nullptr);
