@@ -6,11 +6,11 @@ namespace quorvelant {
 
 namespace {
 
-void LinkToNeighbours(HighlightButton& button, const HighlightButton& ahead, const HighlightButton& behind) {
-  button.Left = ahead.Name;
-  button.Up = ahead.Name;
-  button.Right = behind.Name;
-  button.Down = behind.Name;
+void LinkToNeighbours(HighlightButton& button, const HighlightButton& before, const HighlightButton& after) {
+  button.Left = before.Name;
+  button.Up = before.Name;
+  button.Right = after.Name;
+  button.Down = after.Name;
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 namespace quorvelant {
 
 // Links the buttons in a ring in the order of the array: left and up go to the one ahead, right and down
-// to the one behind, from the ends to the other end. Removed buttons get no links, but stand in the ring.
+// to the one after it, from the ends to the other end. Removed buttons get no links, but stand in the ring.
 void AutoRoute(std::span<EditedButton> buttons);
 void AutoRoute(std::span<HighlightButton> buttons);
 

@@ -17,7 +17,7 @@ struct ChapterLine {
   std::string Timecode;
 };
 
-// The timecodes behind "chapter=" (in any case), in the order of the lines. Takes any bytes.
+// The timecodes after "chapter=" (in any case), in the order of the lines. Takes any bytes.
 std::vector<ChapterLine> ParseChapterList(std::string_view text);
 
 // Makes a scene of each line; the first scene always stays at the start. Times are moved onto chapter starts
