@@ -150,16 +150,15 @@ inline constexpr MessageKind TrackWithoutVideo{"track-without-video", Severity::
                                                R"(Track "{}" is used on the disc and has no video)"};
 inline constexpr MessageKind TrackTooLong{
     "track-too-long", Severity::Error, "Track Length",
-    R"(The pictures of track "{}" are held for {} hours and {} minutes; a player's clock starts anew after 13 )"
+    R"(The pictures of track "{}" are held for {}:{:02} hours; a player's clock starts anew after 13 )"
     "hours and 15 minutes, and the disc stops there: hold them for less, or make several tracks"};
 
 // The streams of a track.
-inline constexpr MessageKind StreamsBeyondRate{"streams-beyond-rate", Severity::Error, "Bit Rate",
-                                               "The {1} audio streams of track \"{0}\" take {2:.1f} of the "
-                                               "{3} Mbit/s that a disc carries, which leaves none "
-                                               "for the picture: sound and picture would stop again and "
-                                               "again. Leave streams out, or encode them at lower "
-                                               "rates"};
+inline constexpr MessageKind StreamsBeyondRate{
+    "streams-beyond-rate", Severity::Error, "Bit Rate",
+    "The sound of track \"{}\" ({}) takes {:.1f} of the {} Mbit/s that a disc carries, which leaves none for "
+    "the picture: sound and picture would stop again and again. Leave streams out, or encode them at lower "
+    "rates"};
 
 // The same of sound and picture together.
 inline constexpr MessageKind FilmBeyondRate{
