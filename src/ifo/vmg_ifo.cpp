@@ -18,7 +18,7 @@ constexpr std::uint16_t FormatVersion = 0x0011;
 constexpr std::string_view ProviderId = "NOLV";
 constexpr std::size_t RegionWithoutSetting = 6;  // region 7
 
-// The head and the first-play PGC behind it.
+// The head and the first-play PGC after it.
 Bytes BuildHead(const EntryRecords& menu, std::size_t titleSets, std::uint8_t regionMask) {
   Bytes head(vmgi::Size);
   std::ranges::copy(FileId, head.begin());

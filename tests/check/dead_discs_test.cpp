@@ -110,6 +110,7 @@ TEST_P(DeadDiscs, AreRefusedForPlayersAndMadeWithAWarningByTradition) {
   Write(row, Folder);
   EXPECT_EQ(Told({"check"}), row.Found);
   EXPECT_EQ(Status, isDead(row.Found) ? ExitFailed : ExitDone);
+  EXPECT_EQ(Told({"check", "--sources"}), found);
   const std::string players = Folder / "players";
   EXPECT_EQ(Told({"author", "-o", players}), found);
   EXPECT_TRUE(Contains(Texts, row.Says)) << Texts;
