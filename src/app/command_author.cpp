@@ -11,6 +11,7 @@
 #include "app/log_file.h"
 #include "app/messages.h"
 #include "app/open_project.h"
+#include "app/place_names.h"
 #include "app/project_findings.h"
 #include "app/rules_option.h"
 #include "app/run_reporter.h"
@@ -106,9 +107,9 @@ AuthorOrder OrderFrom(const AuthorArguments& arguments, const CommandContext& co
   return order;
 }
 
-AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& context, UserInterface& ui) {
+AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& context, Project& project,
+                           UserInterface& ui) {
   MessageRecorder loading(ui);
-  Project project;
   const auto pictures = MakePlatformPictures();
   if (!Load(arguments, context.CacheFolder, project, *pictures, loading)) {
     return {};
@@ -124,11 +125,13 @@ AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& con
 }
 
 bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
-  RunReporter reporter(context.Ui, context.Out, arguments.Json);
+  Project project;
+  PlaceNames named(context.Ui, project);
+  RunReporter reporter(named, context.Out, arguments.Json);
   if (arguments.Json) {
     context.Out << BeginJson(arguments.Project) << '\n' << std::flush;
   }
-  const AuthorResult result = LoadAndAuthor(arguments, context, reporter);
+  const AuthorResult result = LoadAndAuthor(arguments, context, project, reporter);
   if (result.Outcome == AuthorOutcome::Stopped) {
     reporter.Tell(MessageOf(message::RunStopped, {}));
   }

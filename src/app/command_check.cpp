@@ -10,6 +10,7 @@
 #include "app/message_json.h"
 #include "app/messages.h"
 #include "app/open_project.h"
+#include "app/place_names.h"
 #include "app/project_findings.h"
 #include "app/rules_option.h"
 #include "app/told_messages.h"
@@ -118,8 +119,9 @@ int Run(const CheckOptions& options, CommandContext& context) {
   if (options.Tree && load.Loaded) {
     context.Out << Printable(OutlineText(OutlineOf(project)));
   }
+  PlaceNames named(context.Ui, project);
   for (const Message& finding : findings) {
-    context.Ui.Tell(finding);
+    named.Tell(finding);
   }
   context.Report(VerdictText(verdict, Printable(options.Project), options.Strict));
   return verdict.Ready ? ExitDone : ExitFailed;

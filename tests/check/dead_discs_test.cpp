@@ -32,7 +32,7 @@ class DeadDiscs : public testing::TestWithParam<Row> {
     Texts.clear();
     for (const Message& message : ui.Messages) {
       Texts += Replace(message.Text, Folder / "", "FOLDER/") + "\n";
-      const std::string place = Replace(message.Place, Folder / "", "");
+      const std::string place = Replace(Replace(message.Place, Folder / "", ""), " (F)", "");
       words += fmt::format("{} {} {}|", message.Level == Severity::Error ? "E" : "W", message.Code,
                            place.substr(0, place.find('@')));
     }
