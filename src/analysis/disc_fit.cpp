@@ -5,6 +5,7 @@
 #include <array>
 
 #include "analysis/messages.h"
+#include "base/counted.h"
 #include "disc/video_standard.h"
 
 namespace quorvelant {
@@ -98,8 +99,8 @@ std::vector<Message> FaultsOf(const AudioAttributes& audio) {
     faults.push_back(MessageOf(message::SampleRate, {}));
   } else if (audio.Format == "PCM" &&
              !CheckPcmRate(audio.SampleRate, audio.ChannelCount(), audio.Quantisation, audio.BitRate)) {
-    faults.push_back(
-        MessageOf(message::PcmFormat, {}, audio.SampleRate, audio.Quantisation, audio.ChannelCount()));
+    faults.push_back(MessageOf(message::PcmFormat, {}, audio.SampleRate, audio.Quantisation,
+                               Counted(audio.ChannelCount(), "channel")));
   } else if (audio.Format == "AC3" && audio.BitRate > MostAc3Kbps) {
     faults.push_back(MessageOf(message::Ac3BitRate, {}, audio.BitRate));
   }

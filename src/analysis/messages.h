@@ -37,7 +37,7 @@ inline constexpr MessageKind DtsAudio{"audio-dts", Severity::Error, RefusedTitle
 inline constexpr MessageKind SampleRate{"audio-sample-rate", Severity::Error, RefusedTitle,
                                         "its sample rate is not 48 kHz"};
 inline constexpr MessageKind PcmFormat{"audio-pcm-format", Severity::Error, RefusedTitle,
-                                       "a disc carries no PCM of {} kHz, {} bits and {} channels"};
+                                       "a disc carries no PCM of {} kHz, {} bits and {}"};
 inline constexpr MessageKind Ac3BitRate{"audio-ac3-bit-rate", Severity::Error, RefusedTitle,
                                         "it has {} kbit/s; a disc carries 448 at most"};
 

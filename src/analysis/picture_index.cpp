@@ -101,7 +101,7 @@ bool HasHeaderAt(Random& files, std::uint64_t offset) {
 // Why an index is not that of its file; empty where it may be.
 std::string_view WhyStale(const std::string& file, const PictureIndex& index, UserInterface& ui) {
   if (IndexIsOlder(file)) {
-    return "the file was written to after it";
+    return IndexWrittenBefore;
   }
   if (index.Entries.empty()) {
     return index.TotalFrames == 0 ? "it holds nothing" : "";

@@ -96,7 +96,8 @@ IndexRun BuildPictureIndex(const std::vector<IndexSource>& files, const std::str
 // where there is none that can be read.
 std::optional<PictureIndex> FindPictureIndex(const std::string& file, const IndexStore& store);
 
-// Whether the file was written to after its index.
+// Whether the file was written to after its index, and how that is told.
+inline constexpr std::string_view IndexWrittenBefore = "the file was written to after it";
 bool IndexIsOlder(const std::string& file);
 
 std::string IndexName(const std::string& file);    // <file>.qvi

@@ -109,7 +109,7 @@ std::string PlanText(const DiscPlan& plan, std::optional<std::uint64_t> freeByte
   }
   text += fmt::format("Sources {}; the disc needs about {}", SizeText(plan.VideoBytes + plan.AudioBytes),
                       SizeText(plan.NeededBytes()));
-  return text + (freeBytes ? fmt::format(", {} are free\n", SizeText(*freeBytes)) : "\n");
+  return text + (freeBytes ? fmt::format(", {} is free\n", SizeText(*freeBytes)) : "\n");
 }
 
 std::string PlanJson(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes) {

@@ -11,19 +11,18 @@
 #include "app/log_file.h"
 #include "app/messages.h"
 #include "app/open_project.h"
+#include "app/place_names.h"
+#include "app/project_findings.h"
 #include "app/rules_option.h"
 #include "app/run_reporter.h"
 #include "author/author.h"
 #include "author/message_recorder.h"
 #include "base/random.h"
-#include "check/check.h"
-#include "check/check_sources.h"
-#include "check/disc_limits.h"
-#include "check/source_judge.h"
+#include "check/findings.h"
 #include "edit/chapter_analysis.h"
+#include "model/picture_file.h"
 #include "model/walk.h"
 #include "platform/platform_pictures.h"
-#include "script/load_findings.h"
 #include "script/script_reader.h"
 #include "script/source_scanner.h"
 
@@ -61,7 +60,7 @@ bool Reindex(const Project& project, std::size_t track, IndexStore& store, UserI
 
 // Whether a disc may be made of what was loaded; what was found is told.
 bool Load(const AuthorArguments& arguments, const std::string& cacheFolder, Project& project,
-          UserInterface& ui) {
+          PictureLoader& pictures, UserInterface& ui) {
   ReadFaults faults(ui);  // the findings hold what the load would say
   const FileScanner scanner(arguments.RulesUsed(), faults);
   IndexStore store(arguments.DryRun, cacheFolder);
@@ -77,13 +76,10 @@ bool Load(const AuthorArguments& arguments, const std::string& cacheFolder, Proj
     }
   };
   const LoadResult loaded = LoadScriptFile(arguments.Project, project, options, faults);
-  Findings findings = LoadFindings(loaded);
-  if (loaded.Loaded) {
-    Append(findings, CheckProject(project, arguments.RulesUsed()));
-    if (HasErrors(findings) || !faults.Told.empty()) {  // the plan, which would judge the rest, is not made
-      Append(findings, CheckLimits(project, arguments.RulesUsed()));
-      Append(findings, LookForSources(project, ui, arguments.RulesUsed()));
-    }
+  Findings findings = ProjectFindings(loaded, project, arguments.RulesUsed());
+  if (HasErrors(findings) ||
+      !faults.Told.empty()) {  // no disc follows, and what else is wrong is told at once
+    findings = FindingsWithSources(loaded, project, arguments.RulesUsed(), ui, &pictures);
   }
   AppendReadFaults(findings, faults);
   for (const Message& finding : findings) {
@@ -111,17 +107,17 @@ AuthorOrder OrderFrom(const AuthorArguments& arguments, const CommandContext& co
   return order;
 }
 
-AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& context, UserInterface& ui) {
+AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& context, Project& project,
+                           UserInterface& ui) {
   MessageRecorder loading(ui);
-  Project project;
-  if (!Load(arguments, context.CacheFolder, project, loading)) {
+  const auto pictures = MakePlatformPictures();
+  if (!Load(arguments, context.CacheFolder, project, *pictures, loading)) {
     return {};
   }
   if (!arguments.LogFile.empty() &&
       !MayLog(arguments.LogFile, arguments.Project, arguments.Folder, project, ui)) {
     return {};
   }
-  const auto pictures = MakePlatformPictures();
   AuthorOrder order = OrderFrom(arguments, context);
   order.WarnedBefore = loading.HasWarnings();
   order.Pictures = pictures.get();
@@ -129,11 +125,13 @@ AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& con
 }
 
 bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
-  RunReporter reporter(context.Ui, context.Out, arguments.Json);
+  Project project;
+  PlaceNames named(context.Ui, project);
+  RunReporter reporter(named, context.Out, arguments.Json);
   if (arguments.Json) {
     context.Out << BeginJson(arguments.Project) << '\n' << std::flush;
   }
-  const AuthorResult result = LoadAndAuthor(arguments, context, reporter);
+  const AuthorResult result = LoadAndAuthor(arguments, context, project, reporter);
   if (result.Outcome == AuthorOutcome::Stopped) {
     reporter.Tell(MessageOf(message::RunStopped, {}));
   }

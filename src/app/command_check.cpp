@@ -8,16 +8,16 @@
 #include <vector>
 
 #include "app/message_json.h"
+#include "app/messages.h"
 #include "app/open_project.h"
+#include "app/place_names.h"
+#include "app/project_findings.h"
 #include "app/rules_option.h"
 #include "app/told_messages.h"
+#include "base/counted.h"
 #include "base/text.h"
-#include "check/check.h"
-#include "check/check_sources.h"
-#include "check/disc_limits.h"
 #include "edit/outline_json.h"
 #include "platform/platform_pictures.h"
-#include "script/load_findings.h"
 
 namespace quorvelant {
 
@@ -48,7 +48,7 @@ Verdict VerdictOn(const Findings& findings, bool strict) {
 }
 
 std::string Count(std::size_t count, std::string_view one) {
-  return fmt::format("{} {}{}", count == 0 ? "no" : std::to_string(count), one, count == 1 ? "" : "s");
+  return count == 0 ? fmt::format("no {}s", one) : Counted(count, one);
 }
 
 std::string VerdictText(const Verdict& verdict, const std::string& script, bool strict) {
@@ -86,22 +86,17 @@ void PrintJson(const Project& project, const LoadResult& load, const Findings& f
   out << JsonText(json) << '\n';
 }
 
-Findings CheckSources(const Project& project, const CheckOptions& options, UserInterface& ui) {
-  if (!options.Sources) {
-    return LookForSources(project, ui, options.RulesUsed());
-  }
-  const auto pictures = MakePlatformPictures();
-  return OpenSources(project, options.RulesUsed(), *pictures, ui);
-}
-
-// Of a script that was not read to its end nothing further is judged.
 Findings AllFindings(const LoadResult& load, const Project& project, const CheckOptions& options,
                      UserInterface& ui) {
-  Findings all = LoadFindings(load);
-  if (load.Loaded) {
-    Append(all, CheckProject(project, options.RulesUsed()));
-    Append(all, CheckLimits(project, options.RulesUsed()));
-    Append(all, CheckSources(project, options, ui));
+  Findings all;
+  if (options.Sources) {
+    const auto pictures = MakePlatformPictures();
+    all = FindingsOfWholeSources(load, project, options.RulesUsed(), ui, *pictures);
+  } else {
+    all = FindingsWithSources(load, project, options.RulesUsed(), ui);
+  }
+  if (ui.StopRequested()) {
+    all.push_back(MessageOf(message::CheckStopped, {}));
   }
   ToldMessages told;
   std::erase_if(all, [&told](const Message& finding) { return !told.IsNew(finding); });
@@ -124,8 +119,9 @@ int Run(const CheckOptions& options, CommandContext& context) {
   if (options.Tree && load.Loaded) {
     context.Out << Printable(OutlineText(OutlineOf(project)));
   }
+  PlaceNames named(context.Ui, project);
   for (const Message& finding : findings) {
-    context.Ui.Tell(finding);
+    named.Tell(finding);
   }
   context.Report(VerdictText(verdict, Printable(options.Project), options.Strict));
   return verdict.Ready ? ExitDone : ExitFailed;
@@ -141,7 +137,7 @@ void AddCheckCommand(CLI::App& program, CommandContext& context) {
       ->required()
       ->type_name("PROJECT");
   command->add_flag("--sources", options->Sources,
-                    "Code every subtitle too, and look at buttons and the ages of indexes");
+                    "Read every source whole, as author does, and tell what shows then");
   command->add_flag("--tree", options->Tree, "Print the tracks, the structure and the stream maps too");
   AddRulesOption(*command, options->RuleSet, "Whose findings are errors");
   command->add_flag("--strict", options->Strict, "Take warnings for errors");

@@ -17,7 +17,7 @@ inline constexpr MessageKind CommandNotDigits{"command-not-digits", Severity::Er
 // `convert`
 inline constexpr MessageKind SourcesMoved{
     "sources-moved", Severity::Warning, "Sources Not Found",
-    R"(Relative paths count from the script's folder: from "{}" on {} source files are looked for in "{}")"};
+    R"(Relative paths count from the script's folder: beginning with "{}", {} of its sources would be looked for in "{}")"};
 
 inline constexpr MessageKind ScriptNotWhole{
     "script-not-whole", Severity::Error, "Script Error",
@@ -81,7 +81,7 @@ inline constexpr MessageKind LinesWouldBeLost{
     "Lines of this script ({} in all) are not understood and would be lost: name another file to write with "
     "--output"};
 inline constexpr MessageKind BitmapsMissing{"bitmaps-missing", Severity::Warning, "Subtitles",
-                                            "{} of the bitmaps do not exist, the first of them here"};
+                                            "There is no file for {} of the bitmaps, the first of them here"};
 
 // Any command: faults that no room knew.
 inline constexpr MessageKind OutOfMemory{"out-of-memory", Severity::Error, "Error",
@@ -99,6 +99,12 @@ inline constexpr MessageKind SettingsNotWritten{"settings-not-written", Severity
                                                 "The settings could not be written"};
 inline constexpr MessageKind DiscComplete{"disc-complete", Severity::Information, "Author Success",
                                           "DVD Authoring Complete"};
+
+// `check`.
+// What author would ask, and answer by itself.
+inline constexpr MessageKind RunAsks{"question", Severity::Warning, "", "{}"};
+inline constexpr MessageKind CheckStopped{"check-stopped", Severity::Error, "Stopped",
+                                          "The check was stopped before it had seen everything"};
 
 // `author`.
 inline constexpr MessageKind RunStopped{"run-stopped", Severity::Information, "Stopped",

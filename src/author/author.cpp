@@ -109,9 +109,13 @@ bool EnterSums(const AuthorRun& run, const std::string& folder) {
 
 // Neither a source nor the project's own script is taken for a file of the disc before.
 bool KeepsSources(const AuthorRun& run, const SourceStamps& stamps) {
-  auto replaced = stamps.FirstReplacedIn(run.Order.Folder);
+  const std::string& folder = run.Order.Folder;
+  if (folder.empty()) {
+    return true;
+  }
+  auto replaced = stamps.FirstReplacedIn(folder);
   if (const std::string script = SystemPath(run.Plan.Disc->ScriptFile);
-      !script.empty() && IsReplacedIn(run.Order.Folder, script)) {
+      !script.empty() && IsReplacedIn(folder, script)) {
     replaced = script;
   }
   return !replaced || run.Refuse(MessageOf(message::SourceInDestination, *replaced));
@@ -168,6 +172,10 @@ AuthorOutcome MakeDisc(const AuthorRun& run) {
 }
 
 }  // namespace
+
+AuthorResult TryOut(const Project& project, const Rules& rules, PictureLoader* pictures, UserInterface& ui) {
+  return Author(project, {.Rules = rules, .Pictures = pictures, .DryRun = true, .InPlace = true}, ui);
+}
 
 AuthorResult Author(const Project& project, const AuthorOrder& order, UserInterface& ui) {
   MessageRecorder told(ui);

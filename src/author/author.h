@@ -17,4 +17,8 @@ inline constexpr std::string_view ReadingBackStatus = "Reading back";
 // straight into it.
 [[nodiscard]] AuthorResult Author(const Project& project, const AuthorOrder& order, UserInterface& ui);
 
+// The same without a disc: what would be told of one. The result's findings are complete.
+[[nodiscard]] AuthorResult TryOut(const Project& project, const Rules& rules, PictureLoader* pictures,
+                                  UserInterface& ui);
+
 }  // namespace quorvelant

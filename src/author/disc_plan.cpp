@@ -6,10 +6,9 @@
 #include <numeric>
 
 #include "author/mux_input.h"
-#include "check/button_check.h"
+#include "check/check_sources.h"
 #include "check/disc_limits.h"
 #include "check/source_judge.h"
-#include "check/subtitle_check.h"
 #include "codec/still_encoder.h"
 #include "mux/still_source.h"
 
@@ -54,7 +53,8 @@ void CountSources(const MuxInput& input, DiscPlan& plan) {
   plan.PartPacks += static_cast<std::uint64_t>(seconds * (3.0 + static_cast<double>(input.Audio.size())));
 }
 
-DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, SourceJudge& judge) {
+DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, SourceJudge& judge,
+                      MuxInputNotes& notes) {
   DomainPlan result;
   result.Entry = &entry;
   result.Domain = domain;
@@ -63,7 +63,7 @@ DomainPlan PlanDomain(const VTS_P& entry, Domain domain, DiscPlan& plan, SourceJ
   result.Subs = BuildSubMap(result.List, plan.Sources, plan.Rules);
   const MuxInputSource source{*plan.Disc, plan.Sources, entry, domain, judge, plan.Rules};
   for (const TrackListRow& row : result.List) {
-    result.Inputs.push_back(MakeMuxInput(source, row.Index, plan.Findings));
+    result.Inputs.push_back(MakeMuxInput(source, row.Index, notes));
     CountSources(result.Inputs.back(), plan);
   }
   return result;
@@ -85,28 +85,30 @@ std::map<std::size_t, const MuxInput*> TracksOf(const DiscPlan& plan) {
   return tracks;
 }
 
-void CheckStills(const MuxInput& input, DiscPlan& plan, PictureLoader& pictures, SourceJudge& judge) {
-  for (const MuxVideoFile& file : input.Video) {
-    const bool there = file.ImageSource && judge.WhyMissing(file.Path).empty();
-    if (auto fault = there ? FaultOfStill(input, file, pictures) : std::nullopt) {
-      plan.Findings.push_back(std::move(*fault));
+// Stills whose heads are well: the rest of the bitmap may be missing.
+void CheckStills(const DiscPlan& plan, PictureLoader& pictures, SourceJudge& judge, Findings& findings) {
+  for (const auto& [index, input] : TracksOf(plan)) {
+    for (const MuxVideoFile& file : input->Video) {
+      const bool judged = !file.ImageSource || HasErrors(judge.Video({file.Path, {}}).Findings);
+      if (auto fault = judged ? std::nullopt : FaultOfStill(*input, file, pictures)) {
+        findings.push_back(std::move(*fault));
+      }
     }
   }
 }
 
-void CheckPictures(DiscPlan& plan, PictureLoader& pictures, SourceJudge& judge, UserInterface& ui) {
-  const SubtitleChecks checks{.Rules = plan.Rules,
-                              .Ui = ui,
-                              .Pictures = &pictures,
-                              .SourceFolder = plan.Disc->SourceFolder(),
-                              .MuxedOnly = true,
-                              .Coded = &plan.Coded};
-  for (const auto& [index, input] : TracksOf(plan)) {
-    const Track& track = plan.Sources[index];
-    CheckStills(*input, plan, pictures, judge);
-    Append(plan.Findings, CheckSubtitles(track, index, checks));
-    Append(plan.Findings, CheckButtonLinks(track, index));
-    Append(plan.Findings, CheckButtons(track, index));
+void CheckPlan(DiscPlan& plan, SourceJudge& judge, MuxInputNotes& notes, UserInterface& ui,
+               PictureLoader* pictures) {
+  Append(plan.Findings, CheckLimits(*plan.Disc, plan.Rules));
+  Append(plan.Findings, CheckSources(*plan.Disc, judge,
+                                     {.Rules = plan.Rules,
+                                      .Ui = ui,
+                                      .Pictures = pictures,
+                                      .Coded = pictures != nullptr ? &plan.Coded : nullptr,
+                                      .OnDisc = &notes.OnDisc}));
+  Append(plan.Findings, std::move(notes.Findings));
+  if (pictures != nullptr) {
+    CheckStills(plan, *pictures, judge, plan.Findings);
   }
 }
 
@@ -130,8 +132,8 @@ DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui, Pi
   plan.Rules = rules;
   plan.Ntsc = disc.Standard() == "NTSC";
   plan.Sources = disc.Tracks;
-  plan.Findings = CheckLimits(disc, rules);
   SourceJudge judge(disc.SourceFolder(), rules, ui);
+  MuxInputNotes notes;
   int number = 0;
   for (const VTS_P& entry : disc.Disc) {
     if (entry.Removed) {
@@ -140,17 +142,15 @@ DiscPlan PlanDisc(const Project& disc, const Rules& rules, UserInterface& ui, Pi
     ++number;
     SetPlan set;
     set.EntryNumber = number;
-    set.Menu = PlanDomain(entry, Domain::Menu, plan, judge);
+    set.Menu = PlanDomain(entry, Domain::Menu, plan, judge, notes);
     if (number == 1) {
       plan.Manager = std::move(set);
       continue;
     }
-    set.Title = PlanDomain(entry, Domain::Title, plan, judge);
+    set.Title = PlanDomain(entry, Domain::Title, plan, judge, notes);
     plan.Sets.push_back(std::move(set));
   }
-  if (pictures != nullptr) {
-    CheckPictures(plan, *pictures, judge, ui);
-  }
+  CheckPlan(plan, judge, notes, ui, pictures);
   plan.Findings = OnceEach(std::move(plan.Findings));
   return plan;
 }

@@ -43,7 +43,7 @@ inline constexpr MessageKind FormerRestored{
 
 // What the disc needs, and what is free. The estimate is sure below the size of the sources alone.
 inline constexpr MessageKind SpaceTooLittle{"space-too-little", Severity::Error, "Disk Space",
-                                            "The disc needs about {}, and {} are free"};
+                                            "The disc needs about {}, and {} is free"};
 inline constexpr MessageKind SpaceDoubtful{"space-doubtful", Severity::Warning, SpaceTooLittle.Title,
                                            SpaceTooLittle.Text};
 

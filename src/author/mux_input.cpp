@@ -1,21 +1,16 @@
 #include "author/mux_input.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
-#include "analysis/remedies.h"
 #include "author/track_cells.h"
 #include "base/text.h"
 #include "base/timecode.h"
-#include "check/messages.h"
-#include "check/play_match.h"
 #include "check/stream_numbers.h"
 #include "check/track_demand.h"
 #include "ifo/domain_records.h"
 #include "model/keys.h"
+#include "model/walk.h"
 #include "mux/highlights.h"
 #include "subpicture/spu_timing.h"
 
@@ -28,7 +23,7 @@ struct TrackInput {
   std::size_t Index;
   const quorvelant::Track& Track;
   int FramesPerSecond;
-  quorvelant::Findings& Findings;
+  MuxInputNotes& Notes;
 };
 
 TrackKind KindOf(std::string_view trackType) {
@@ -37,61 +32,33 @@ TrackKind KindOf(std::string_view trackType) {
                                                : TrackKind::Motion;
 }
 
-// A bitmap is looked at when it is encoded.
-void JudgeVideo(const TrackInput& from, const SourcePlay& play, bool isPicture, VideoPlays& plays,
-                VideoDemand& demand) {
-  SourceJudge& judge = from.Source.Judge;
-  if (!isPicture) {
-    Judgement<VideoAttributes> judged = judge.Video(play);
-    Append(from.Findings, std::move(judged.Findings));
-    if (judged.Seen) {
-      Append(from.Findings, plays.Judge(*judged.Seen, play, judge.PathOf(play.File)));
-      demand.AddFilm(judged.Seen->Info, judge.PathOf(play.File));
-    }
-  } else if (auto missing = judge.Missing(play)) {
-    from.Findings.push_back(std::move(*missing));
-  }
-}
-
-VideoDemand AddVideo(const TrackInput& from, MuxInput& input) {
-  const auto& plays = from.Track.VideoPlays;
-  VideoDemand demand;
-  VideoPlays judged(from.Track, from.Source.Rules);
-  for (std::size_t i = 0; i < plays.size(); ++i) {
-    if (plays[i].Removed || plays[i].File.empty()) {
+void AddVideo(const TrackInput& from, MuxInput& input) {
+  for (const VideoPlay* play : Live(from.Track.VideoPlays)) {
+    if (play->File.empty()) {
       continue;
     }
     MuxVideoFile& file = input.Video.emplace_back();
-    file.Path = from.Source.Judge.PathOf(plays[i].File);
-    file.ImageSource = IsPicture(plays[i].File);
-    JudgeVideo(from, {plays[i].File, VideoPlayKey(from.Index, i + 1), input.Ntsc}, file.ImageSource, judged,
-               demand);
-    const auto held = HeldFrames(from.Track, plays[i], from.FramesPerSecond);
+    file.Path = from.Source.Judge.PathOf(play->File);
+    file.ImageSource = IsPicture(play->File);
+    const auto held = HeldFrames(from.Track, *play, from.FramesPerSecond);
     file.HoldFlag = held.has_value();
     file.HoldFrames = held.value_or(0);
-    demand.HeldFrames += file.HoldFrames;
   }
-  demand.HasFiles = !input.Video.empty();
   // A still that is given no time, or one frame, waits for ever.
-  input.Infinite = input.Kind == TrackKind::Still && demand.HasFiles && !input.Video.back().HoldFlag;
-  return demand;
+  input.Infinite = input.Kind == TrackKind::Still && !input.Video.empty() && !input.Video.back().HoldFlag;
 }
 
 void AddAudioFile(const TrackInput& from, const AudioStream& stream, const SourcePlay& play,
-                  AudioPlays& plays, MuxAudioStream& target) {
-  Judgement<AudioAttributes> judged = from.Source.Judge.Audio(play, stream.Format);
-  Append(from.Findings, std::move(judged.Findings));
-  if (!judged.Seen) {
+                  MuxAudioStream& target) {
+  const auto seen = from.Source.Judge.Audio(play, stream.Format).Seen;
+  if (!seen) {
     return;
   }
-  if (judged.Seen->Problem.empty()) {
-    Append(from.Findings, plays.Judge(*judged.Seen, play, from.Source.Judge.PathOf(play.File)));
-  }
   target.Paths.push_back(from.Source.Judge.PathOf(play.File));
-  target.DataOffsets.push_back(judged.Seen->DataOffset);
-  target.DataBytes.push_back(judged.Seen->DataBytes);
+  target.DataOffsets.push_back(seen->DataOffset);
+  target.DataBytes.push_back(seen->DataBytes);
   if (target.Traits == AudioTraits{}) {
-    target.Traits = TraitsOf(*judged.Seen);
+    target.Traits = TraitsOf(*seen);
   }
 }
 
@@ -101,20 +68,19 @@ bool NumberIsFree(const TrackInput& from, StreamNumbers& numbers, std::int32_t n
                   const std::string& key) {
   auto refusal = numbers.WhyRefused(number, key);
   if (refusal && refusal->Level == Severity::Error) {
-    from.Findings.push_back(std::move(*refusal));
+    from.Notes.Findings.push_back(std::move(*refusal));
   }
   return !refusal;
 }
 
 void AddAudioFiles(const TrackInput& from, const AudioStream& stream, std::size_t number,
                    MuxAudioStream& target) {
-  AudioPlays plays(from.Source.Rules);
   for (std::size_t i = 0; i < stream.AudioPlays.size(); ++i) {
     const AudioPlay& play = stream.AudioPlays[i];
     if (play.Removed || play.File.empty()) {
       continue;
     }
-    AddAudioFile(from, stream, {play.File, AudioPlayKey(from.Index, number, i + 1)}, plays, target);
+    AddAudioFile(from, stream, {play.File, AudioPlayKey(from.Index, number, i + 1)}, target);
   }
 }
 
@@ -127,11 +93,9 @@ void AddAudio(const TrackInput& from, MuxInput& input) {
     if (stream.Removed || !stream.MuxThisStream) {
       continue;
     }
+    from.Notes.OnDisc.insert(key);
     if (stream.Format != "AC3" && stream.Format != "PCM") {
-      const std::string& file = stream.AudioPlays.empty() ? "" : stream.AudioPlays.front().File;
-      from.Findings.push_back(
-          MessageOf(message::AudioKindUnknown, key, file, EncodeAudioLine(from.Source.Judge.PathOf(file))));
-      continue;
+      continue;  // its file tells no kind
     }
     if (!NumberIsFree(from, numbers, stream.StreamNumber, key)) {
       continue;
@@ -159,8 +123,9 @@ void AddSubpictures(const TrackInput& from, MuxInput& input) {
   StreamNumbers numbers = StreamNumbers::OfSubpictures();
   for (std::size_t i = 0; i < streams.size(); ++i) {
     const SubtitleStream& stream = streams[i];
-    if (!stream.Removed && stream.MuxThisStream &&
-        NumberIsFree(from, numbers, stream.StreamNumber, SubStreamKey(from.Index, i + 1))) {
+    const std::string key = SubStreamKey(from.Index, i + 1);
+    if (!stream.Removed && stream.MuxThisStream && NumberIsFree(from, numbers, stream.StreamNumber, key)) {
+      from.Notes.OnDisc.insert(key);
       input.Subpictures.push_back(
           {stream.StreamNumber, &stream, HeldPlays(from.Track, stream, sceneHolds, from.FramesPerSecond)});
     }
@@ -210,25 +175,12 @@ void AddHighlights(const TrackInput& from, const TrackCells& cells, MuxInput& in
   }
 }
 
-TrackDemand DemandOf(const TrackInput& from, const MuxInput& input, const VideoDemand& video) {
-  TrackDemand demand{.Name = input.Name, .FramesPerSecond = from.FramesPerSecond, .Video = video};
-  for (const MuxAudioStream& stream : input.Audio) {
-    demand.Sound.push_back(
-        {.Number = stream.StreamNumber,
-         .Pcm = stream.Pcm,
-         .DelayMs = stream.DelayMs,
-         .Traits = stream.Traits,
-         .Bytes = std::accumulate(stream.DataBytes.begin(), stream.DataBytes.end(), std::uint64_t{0})});
-  }
-  return demand;
-}
-
 }  // namespace
 
-MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, Findings& findings) {
+MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, MuxInputNotes& notes) {
   const Track& track = source.Sources[trackIndex];
   const std::string standard = track.Standard.empty() ? source.Disc.Standard() : track.Standard;
-  const TrackInput from{source, trackIndex, track, FramesPerSecond(standard), findings};
+  const TrackInput from{source, trackIndex, track, FramesPerSecond(standard), notes};
   MuxInput input;
   input.TrackIndex = static_cast<int>(trackIndex);
   input.Name = track.TrackName;
@@ -240,16 +192,13 @@ MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, Find
   input.ExtendSlideForAudio = track.ExtendSlideForAudio;
   input.ExtendFinalSubtitle = track.ExtendFinalSubtitle;
   input.SourceFolder = source.Disc.SourceFolder();
-  if (auto noStandard = WhyNoStandard(track, TrackKey(trackIndex), source.Rules)) {
-    findings.push_back(std::move(*noStandard));
-  }
+  notes.OnDisc.insert(TrackKey(trackIndex));
   const TrackCells cells(source.Disc, source.Entry, source.Domain, trackIndex, source.Rules);
-  const VideoDemand video = AddVideo(from, input);
+  AddVideo(from, input);
   AddAudio(from, input);
   AddSubpictures(from, input);
   AddMarks(from, cells, input);
   AddHighlights(from, cells, input);
-  Append(findings, JudgeDemand(DemandOf(from, input, video), TrackKey(trackIndex), source.Rules));
   return input;
 }
 

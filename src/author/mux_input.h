@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <set>
+#include <string>
 
 #include "check/findings.h"
 #include "check/source_judge.h"
@@ -22,9 +24,15 @@ struct MuxInputSource {
   const quorvelant::Rules& Rules;
 };
 
+// What is learned on the way.
+struct MuxInputNotes {
+  quorvelant::Findings Findings;  // on the track and its streams; the check of the sources judges their files
+  std::set<std::string> OnDisc;   // the keys of the track and of its streams that reach the disc
+};
+
 // Paths become paths of this system; scenes become marks with what the cells that play them say; button
-// commands are dealt. Every source file is judged: what is said of it joins `findings`, whose place is the
-// key of the play.
-[[nodiscard]] MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex, Findings& findings);
+// commands are dealt.
+[[nodiscard]] MuxInput MakeMuxInput(const MuxInputSource& source, std::size_t trackIndex,
+                                    MuxInputNotes& notes);
 
 }  // namespace quorvelant

@@ -8,6 +8,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "base/counted.h"
 #include "check/messages.h"
 #include "check/track_times.h"
 #include "model/highlight_groups.h"
@@ -23,9 +24,7 @@ namespace {
 class SetCheck {
  public:
   SetCheck(const Track& track, std::size_t trackIndex)
-      : track_(track),
-        times_(track),
-        trackPlace_(fmt::format("{} ({})", HighStreamKey(trackIndex), track.TrackName)) {}
+      : track_(track), times_(track), key_(HighStreamKey(trackIndex)) {}
 
   Findings Run();
 
@@ -43,7 +42,7 @@ class SetCheck {
 
   const Track& track_;
   TrackTimes times_;
-  std::string trackPlace_;
+  std::string key_;
   std::string place_;  // of the set that is looked at
   Findings findings_;
 };
@@ -75,7 +74,7 @@ void SetCheck::CheckButtonsOf(const HighlightPlay& play) {
   const std::size_t most = MostButtonsOnDisc(groups.size());
   const std::size_t count = play.Buttons.size();
   if (count > most) {
-    Add(message::TooManyButtons, count, groups.size(), most);
+    Add(message::TooManyButtons, count, Counted(groups.size(), "display mode"), most);
   }
   for (const HighlightButton& button : play.Buttons) {
     if (button.ColorScheme < 1 || button.ColorScheme > 3) {
@@ -118,7 +117,7 @@ Findings SetCheck::Run() {
   std::optional<PlaySpan> earlier;
   for (std::size_t i = 0; i < track_.HighlightPlays.size(); ++i) {
     const HighlightPlay& play = track_.HighlightPlays[i];
-    place_ = fmt::format("{} entry {}", trackPlace_, i + 1);
+    place_ = fmt::format("{} entry {}", key_, i + 1);
     const PlaySpan span = SpanOf(play, times_.FramesPerSecond);
     CheckTimes(span, earlier);
     earlier = span;
@@ -144,8 +143,9 @@ Findings CheckButtonLinks(const Track& track, std::size_t trackIndex) {
     for (const HighlightButton& button : buttons) {
       for (const std::string* link : {&button.Up, &button.Down, &button.Left, &button.Right}) {
         if (!link->empty() && !names.contains(*link)) {
-          findings.push_back(
-              MessageOf(message::ButtonLinkMissing, HighStreamKey(trackIndex, i + 1), button.Name, *link));
+          findings.push_back(MessageOf(message::ButtonLinkMissing,
+                                       fmt::format("{} entry {}", HighStreamKey(trackIndex), i + 1),
+                                       button.Name, *link));
         }
       }
     }

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/counted.h"
 #include "check/messages.h"
 #include "check/overlay_check.h"
 #include "check/track_times.h"
@@ -66,14 +67,16 @@ void CheckScene(const Cells& cells, const SceneButtons& scene, const std::string
   const Cell_P& first = speaking == cells.end() ? *cells.front() : **speaking;
   const Hexes commands = CommandsOf(first);
   if (commands.size() < scene.Buttons) {
-    findings.push_back(
-        MessageOf(message::ButtonsWithoutCommand, first.Key, track, scene.Buttons, commands.size()));
+    findings.push_back(MessageOf(message::ButtonsWithoutCommand, first.Key, track,
+                                 Counted(scene.Buttons, "button"),
+                                 Counted(commands.size(), "button command")));
     // A title goes on without its buttons, as where a menu's track is played in one.
     const bool goesOn = domain == Domain::Title && commands.empty();
     findings.back().Level = goesOn ? Severity::Warning : Severity::Error;
   } else if (commands.size() > scene.Buttons) {
-    findings.push_back(
-        MessageOf(message::CommandsWithoutButton, first.Key, track, scene.Buttons, commands.size()));
+    findings.push_back(MessageOf(message::CommandsWithoutButton, first.Key, track,
+                                 Counted(scene.Buttons, "button"),
+                                 Counted(commands.size(), "button command")));
   } else if (first.ButtonCommands.size() > scene.Sets &&
              !std::ranges::all_of(first.ButtonCommands,
                                   [](const auto& play) { return LiveCount(play) == 1; })) {

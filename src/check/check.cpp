@@ -27,6 +27,15 @@ bool IsNone(std::string_view link) {
   return link.empty() || EqualNoCase(link, "none");
 }
 
+// Sound of which each file tells that it stays off the disc.
+bool IsDts(const AudioStream& stream) {
+  return stream.Format == "DTS";
+}
+
+bool IsDts(const SubtitleStream& /*stream*/) {
+  return false;
+}
+
 class ProjectChecker {
  public:
   ProjectChecker(const Project& project, const Rules& rules) : project_(project), rules_(rules) {}
@@ -130,7 +139,8 @@ void ProjectChecker::CheckMuxed(const std::vector<Stream>& streams, std::string_
                                 const VTS_P& entry) {
   for (std::size_t i = 0; i < streams.size(); ++i) {
     const std::string place = key(row.Index, i + 1);
-    if (!streams[i].Removed && !streams[i].MuxThisStream && told_.insert(place + entry.Key).second) {
+    if (!streams[i].Removed && !streams[i].MuxThisStream && !IsDts(streams[i]) &&
+        told_.insert(place + entry.Key).second) {
       Add(message::StreamNotMuxed, place, what, streams[i].StreamNumber, entry.Key, MostCarried(rules_).Audio,
           MostCarried(rules_).Subs);
     }

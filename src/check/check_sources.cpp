@@ -1,9 +1,8 @@
 #include "check/check_sources.h"
 
-#include <fmt/format.h>
-
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,7 +10,6 @@
 #include "analysis/picture_index.h"
 #include "analysis/remedies.h"
 #include "base/timecode.h"
-#include "check/bitmap_head.h"
 #include "check/button_check.h"
 #include "check/messages.h"
 #include "check/play_match.h"
@@ -36,23 +34,17 @@ struct Asked {
 
 class SourceChecker {
  public:
-  // Without `pictures` subtitles are only looked for.
-  SourceChecker(const Project& project, const Rules& rules, PictureLoader* pictures, UserInterface& ui)
-      : project_(project),
-        rules_(rules),
-        pictures_(pictures),
-        ui_(ui),
-        judge_(project.SourceFolder(), rules, ui) {}
+  SourceChecker(const Project& project, SourceJudge& judge, const SourceChecks& checks)
+      : project_(project), rules_(checks.Rules), checks_(checks), judge_(judge) {}
 
   Findings Run();
 
  private:
-  bool Opens() const { return pictures_ != nullptr; }
   void CheckTrack(std::size_t index);
   void CheckVideo(const Track& track, std::size_t index, VideoDemand& demand);
   void CheckAudio(const Track& track, std::size_t index, Asked& asked);
-  void CheckAudioFiles(const Track& track, std::size_t index, std::size_t place, SoundDemand& sound);
-  void CheckSubtitleFiles(const Track& track, std::size_t index);
+  void CheckAudioStream(const Track& track, std::size_t index, std::size_t number, SoundDemand& sound);
+  void CheckSubtitleStreams(const Track& track, std::size_t index);
   // By the streams that each domain carries.
   void CheckDemands();
   std::optional<VideoAttributes> OpenVideo(const Track& track, const SourcePlay& play);
@@ -60,11 +52,18 @@ class SourceChecker {
 
   // Whether the play's file is there to be opened.
   bool IsThere(const SourcePlay& play);
+  bool IsOnDisc(const std::string& key) const {
+    return checks_.OnDisc == nullptr || checks_.OnDisc->contains(key);
+  }
+  // An index only counts where chapters are moved, so it is a note.
+  void TellOldIndex(const std::string& path);
+  // What was found from `first` on is of what that key names.
+  void JudgedUnder(const std::string& key, std::size_t first);
   std::string StandardOf(const Track& track) const {
     return track.Standard.empty() ? project_.Standard() : track.Standard;
   }
   SourcePlay PlayOf(const Track& track, const std::string& file, const std::string& key) const {
-    return {file, Opens() ? fmt::format("{} ({})", key, track.TrackName) : key, StandardOf(track) == "NTSC"};
+    return {file, key, StandardOf(track) == "NTSC"};
   }
   template <class... Values>
   void Add(const MessageKind& kind, const SourcePlay& play, const Values&... values) {
@@ -73,18 +72,15 @@ class SourceChecker {
 
   const Project& project_;
   const Rules& rules_;
-  PictureLoader* pictures_;
-  UserInterface& ui_;
-  SourceJudge judge_;
+  const SourceChecks& checks_;
+  SourceJudge& judge_;
   std::map<std::size_t, Asked> asked_;  // by track
   Findings findings_;
 };
 
 bool SourceChecker::IsThere(const SourcePlay& play) {
   if (play.File.empty()) {
-    if (Opens()) {
-      Add(message::SourceUnnamed, play);
-    }
+    Add(message::SourceUnnamed, play);
     return false;
   }
   auto missing = judge_.Missing(play);
@@ -94,16 +90,29 @@ bool SourceChecker::IsThere(const SourcePlay& play) {
   return !missing;
 }
 
+void SourceChecker::JudgedUnder(const std::string& key, std::size_t first) {
+  for (Message& finding : std::span(findings_).subspan(IsOnDisc(key) ? findings_.size() : first)) {
+    finding.Level = finding.Level == Severity::Error ? Severity::Warning : finding.Level;
+  }
+}
+
 std::optional<VideoAttributes> SourceChecker::OpenVideo(const Track& track, const SourcePlay& play) {
   Judgement<VideoAttributes> judged = judge_.Video(play);
   Append(findings_, std::move(judged.Findings));
   if (!judged.Seen) {
     return std::nullopt;
   }
-  Findings forTrack = JudgeForTrack(*judged.Seen, track.TrackType, play);
+  Findings forTrack = JudgeForTrack(*judged.Seen, track.TrackType, play, rules_);
   const bool outOfPlace = Has(forTrack, message::BitmapOnMotion);
   Append(findings_, std::move(forTrack));
   return outOfPlace ? std::nullopt : judged.Seen;
+}
+
+void SourceChecker::TellOldIndex(const std::string& path) {
+  if (IndexIsOlder(path)) {
+    findings_.push_back(MessageOf(message::IndexNotCurrent, path, IndexName(path), IndexWrittenBefore));
+    findings_.back().Level = Severity::Information;
+  }
 }
 
 void SourceChecker::CheckVideo(const Track& track, std::size_t index, VideoDemand& demand) {
@@ -127,9 +136,7 @@ void SourceChecker::CheckVideo(const Track& track, std::size_t index, VideoDeman
       demand.AddFilm(seen->Info, path);
     }
     Append(findings_, plays.Judge(*seen, play, path));
-    if (Opens() && IndexIsOlder(path)) {
-      Add(message::IndexOlder, play, play.File);
-    }
+    TellOldIndex(path);
   }
 }
 
@@ -139,13 +146,13 @@ std::optional<AudioAttributes> SourceChecker::OpenAudio(const AudioStream& strea
   return judged.Seen && judged.Seen->Problem.empty() ? judged.Seen : std::nullopt;
 }
 
-void SourceChecker::CheckAudioFiles(const Track& track, std::size_t index, std::size_t place,
-                                    SoundDemand& sound) {
-  const AudioStream& stream = track.AudioStreams[place];
+void SourceChecker::CheckAudioStream(const Track& track, std::size_t index, std::size_t number,
+                                     SoundDemand& sound) {
+  const AudioStream& stream = track.AudioStreams[number - 1];
   AudioPlays plays(rules_);
-  for (std::size_t i = 0; i < stream.AudioPlays.size(); ++i) {
-    const SourcePlay play = PlayOf(track, stream.AudioPlays[i].File, AudioPlayKey(index, place + 1, i + 1));
-    if (stream.AudioPlays[i].Removed || !IsThere(play) || stream.Format.empty()) {
+  for (const auto& [i, audio] : LiveWithIndex(stream.AudioPlays)) {
+    const SourcePlay play = PlayOf(track, audio.File, AudioPlayKey(index, number, i + 1));
+    if (!IsThere(play) || stream.Format.empty()) {
       continue;
     }
     if (const auto seen = OpenAudio(stream, play)) {
@@ -154,44 +161,50 @@ void SourceChecker::CheckAudioFiles(const Track& track, std::size_t index, std::
       sound.Bytes += seen->DataBytes;
     }
   }
+  if (stream.Format.empty()) {
+    const std::string& file = stream.AudioPlays.empty() ? "" : stream.AudioPlays.front().File;
+    Add(message::AudioKindUnknown, PlayOf(track, {}, AudioStreamKey(index, number)), file,
+        EncodeAudioLine(judge_.PathOf(file)));
+  }
 }
 
 void SourceChecker::CheckAudio(const Track& track, std::size_t index, Asked& asked) {
   StreamNumbers numbers = StreamNumbers::OfAudio();
   for (const auto& [place, stream] : LiveWithIndex(track.AudioStreams)) {
+    const std::size_t first = findings_.size();
     SoundDemand sound{.Number = stream.StreamNumber,
                       .Pcm = stream.Format == "PCM",
                       .DelayMs = stream.Delay,
                       .Traits = stream.Traits};
-    CheckAudioFiles(track, index, place, sound);
+    CheckAudioStream(track, index, place + 1, sound);
+    JudgedUnder(AudioStreamKey(index, place + 1), first);
     const bool isNumbered = !numbers.WhyRefused(stream.StreamNumber, {});
-    if (stream.Format.empty()) {
-      const std::string& file = stream.AudioPlays.empty() ? "" : stream.AudioPlays.front().File;
-      Add(message::AudioKindUnknown, PlayOf(track, {}, AudioStreamKey(index, place + 1)), file,
-          EncodeAudioLine(judge_.PathOf(file)));
-    } else if (isNumbered && sound.Bytes > 0) {
+    if (isNumbered && sound.Bytes > 0) {
       asked.Demand.Sound.push_back(std::move(sound));
       asked.Streams.push_back(place);
     }
   }
 }
 
-void SourceChecker::CheckSubtitleFiles(const Track& track, std::size_t index) {
-  for (std::size_t i = 0; i < track.SubStreams.size(); ++i) {
-    for (const SubPicturePlay& play : track.SubStreams[i].SubPlays) {
-      const SourcePlay source = PlayOf(track, play.File, SubStreamKey(index, i + 1));
-      if (track.SubStreams[i].Removed || !play.Used || !IsThere(source)) {
-        continue;
-      }
-      if (auto fault = WhyNoSubtitle(play, judge_.PathOf(play.File), source.Place, source.Ntsc)) {
-        findings_.push_back(std::move(*fault));
-      }
-    }
+void SourceChecker::CheckSubtitleStreams(const Track& track, std::size_t index) {
+  for (const auto& [i, stream] : LiveWithIndex(track.SubStreams)) {
+    const std::string key = SubStreamKey(index, i + 1);
+    const bool opens = IsOnDisc(key);
+    const std::size_t first = findings_.size();
+    Append(findings_, CheckSubtitles(track, index, i,
+                                     {.Rules = rules_,
+                                      .Judge = judge_,
+                                      .Ui = checks_.Ui,
+                                      .SourceFolder = project_.SourceFolder(),
+                                      .Pictures = opens ? checks_.Pictures : nullptr,
+                                      .Coded = opens ? checks_.Coded : nullptr}));
+    JudgedUnder(key, first);
   }
 }
 
 void SourceChecker::CheckTrack(std::size_t index) {
   const Track& track = project_.Tracks[index];
+  const std::size_t first = findings_.size();
   if (auto noStandard = WhyNoStandard(track, TrackKey(index), rules_)) {
     findings_.push_back(std::move(*noStandard));
   }
@@ -200,17 +213,10 @@ void SourceChecker::CheckTrack(std::size_t index) {
   asked.Demand.FramesPerSecond = FramesPerSecond(StandardOf(track));
   CheckVideo(track, index, asked.Demand.Video);
   CheckAudio(track, index, asked);
+  CheckSubtitleStreams(track, index);
   Append(findings_, CheckButtonLinks(track, index));
-  if (!Opens()) {
-    CheckSubtitleFiles(track, index);
-  }
-  Append(findings_,
-         CheckSubtitles(
-             track, index,
-             {.Rules = rules_, .Ui = ui_, .Pictures = pictures_, .SourceFolder = project_.SourceFolder()}));
-  if (Opens()) {
-    Append(findings_, CheckButtons(track, index));
-  }
+  Append(findings_, CheckButtons(track, index));
+  JudgedUnder(TrackKey(index), first);
 }
 
 void SourceChecker::CheckDemands() {
@@ -238,15 +244,15 @@ void SourceChecker::CheckDemands() {
 
 Findings SourceChecker::Run() {
   const std::size_t count = project_.Tracks.Count();
-  for (std::size_t i = 0; i < count && !ui_.StopRequested(); ++i) {
+  for (std::size_t i = 0; i < count && !checks_.Ui.StopRequested(); ++i) {
     if (!project_.Tracks[i].Removed) {
       CheckTrack(i);
     }
-    if (Opens()) {
-      ui_.Progress(static_cast<double>(i + 1), static_cast<double>(count));
+    if (checks_.Pictures != nullptr) {
+      checks_.Ui.Progress(static_cast<double>(i + 1), static_cast<double>(count));
     }
   }
-  if (!ui_.StopRequested()) {
+  if (!checks_.Ui.StopRequested()) {
     CheckDemands();
   }
   return std::move(findings_);
@@ -254,12 +260,18 @@ Findings SourceChecker::Run() {
 
 }  // namespace
 
+Findings CheckSources(const Project& project, SourceJudge& judge, const SourceChecks& checks) {
+  return SourceChecker(project, judge, checks).Run();
+}
+
 Findings LookForSources(const Project& project, UserInterface& ui, const Rules& rules) {
-  return SourceChecker(project, rules, nullptr, ui).Run();
+  SourceJudge judge(project.SourceFolder(), rules, ui);
+  return CheckSources(project, judge, {.Rules = rules, .Ui = ui});
 }
 
 Findings OpenSources(const Project& project, const Rules& rules, PictureLoader& pictures, UserInterface& ui) {
-  return SourceChecker(project, rules, &pictures, ui).Run();
+  SourceJudge judge(project.SourceFolder(), rules, ui);
+  return CheckSources(project, judge, {.Rules = rules, .Ui = ui, .Pictures = &pictures});
 }
 
 }  // namespace quorvelant

@@ -30,12 +30,7 @@ void CheckPgc(const PGC_P& pgc, const Rules& rules, Findings& findings) {
   const auto programs = Live(pgc.PG);
   std::size_t cells = 0;
   for (const PG_P* program : programs) {
-    for (const Cell_P* cell : Live(program->Cell)) {
-      ++cells;
-      if (cell->SegmentUsed < 0) {
-        findings.push_back(MessageOf(message::CellLeftOut, pgc.Key, pgc.PGCName, cell->SceneUsed));
-      }
-    }
+    cells += Live(program->Cell).size();
   }
   limit(message::TooManyPrograms, programs.size(), MostPrograms);
   limit(message::TooManyCells, cells, MostCells);

@@ -115,9 +115,6 @@ inline constexpr MessageKind TooManyLanguages{"too-many-languages", Severity::Er
 inline constexpr MessageKind TooManyParts{
     "too-many-parts", Severity::Error, LimitTitle,
     R"(The title "{}" has {} programs, which are its parts; there can be {})"};
-inline constexpr MessageKind CellLeftOut{
-    "cell-left-out", Severity::Warning, LimitTitle,
-    R"(A cell of PGC "{}" names the scene "{}", which no track has: it is left out)"};
 
 // --- streams ---
 
@@ -129,8 +126,8 @@ inline constexpr MessageKind StreamNumberRepeated{
     "{} stream number {} is an earlier stream's of the same track"};
 inline constexpr MessageKind StreamNotMuxed{
     "stream-not-multiplexed", Severity::Warning, "Stream Not Multiplexed",
-    "{} stream {} does not reach the disc in {}: DTS is not multiplexed, and a domain carries {} AC3 or PCM "
-    "and {} subpicture streams"};
+    "{} stream {} does not reach the disc in {}: it carries {} audio and {} subpicture streams. Leave "
+    "other streams out"};
 inline constexpr MessageKind SubStreamEmpty{
     "subpicture-stream-empty", Severity::Warning, "Empty Stream",
     "Subpicture stream {} of track \"{}\" has no entries: viewers can choose it, and it shows nothing. Add "
@@ -150,16 +147,15 @@ inline constexpr MessageKind TrackWithoutVideo{"track-without-video", Severity::
                                                R"(Track "{}" is used on the disc and has no video)"};
 inline constexpr MessageKind TrackTooLong{
     "track-too-long", Severity::Error, "Track Length",
-    R"(The pictures of track "{}" are held for {} hours and {} minutes; a player's clock starts anew after 13 )"
+    R"(The pictures of track "{}" are held for {}:{:02} hours; a player's clock starts anew after 13 )"
     "hours and 15 minutes, and the disc stops there: hold them for less, or make several tracks"};
 
 // The streams of a track.
-inline constexpr MessageKind StreamsBeyondRate{"streams-beyond-rate", Severity::Error, "Bit Rate",
-                                               "The {1} audio streams of track \"{0}\" take {2:.1f} of the "
-                                               "{3} Mbit/s that a disc carries, which leaves none "
-                                               "for the picture: sound and picture would stop again and "
-                                               "again. Leave streams out, or encode them at lower "
-                                               "rates"};
+inline constexpr MessageKind StreamsBeyondRate{
+    "streams-beyond-rate", Severity::Error, "Bit Rate",
+    "The sound of track \"{}\" ({}) takes {:.1f} of the {} Mbit/s that a disc carries, which leaves none for "
+    "the picture: sound and picture would stop again and again. Leave streams out, or encode them at lower "
+    "rates"};
 
 // The same of sound and picture together.
 inline constexpr MessageKind FilmBeyondRate{
@@ -183,10 +179,14 @@ inline constexpr MessageKind VideoMissing{"video-missing", Severity::Error, Refu
 inline constexpr MessageKind BitmapSizeUnfit{
     "bitmap-size", Severity::Error, RefusedTitle,
     "'{}': a bitmap of {}x{}: sizes are 720x576, 360x288, 720x480 and 360x240"};
-inline constexpr MessageKind BitmapOnMotion{"bitmap-on-motion", Severity::Error, RefusedTitle,
-                                            "'{}': a bitmap on a motion track"};
-inline constexpr MessageKind NotStill{"not-still", Severity::Error, RefusedTitle,
-                                      "'{}': a still or slide of more than one picture"};
+inline constexpr MessageKind BitmapOnMotion{
+    "bitmap-on-motion", Severity::Error, RefusedTitle,
+    "'{}': a bitmap on a motion track flashes by: put it into a list of "
+    "its own, Item=Still Play or Item=SlideShow Play"};
+inline constexpr MessageKind NotStill{
+    "not-still", Severity::Error, RefusedTitle,
+    "'{}': it holds more than one picture, and a still or a slide is a single "
+    "one: name it as Item=Video Play, or make a picture of it"};
 // What the file is, and a line for a shell.
 inline constexpr MessageKind SourceForeign{
     "source-foreign", Severity::Error, RefusedTitle,
@@ -230,8 +230,6 @@ inline constexpr MessageKind AudioOtherKind{"audio-other-kind", Severity::Error,
 inline constexpr MessageKind SinglePicture{
     "video-single-picture", Severity::Error, SourceMismatchedTitle,
     "'{}': a single picture on a motion track flashes by: make the track a still or a slideshow"};
-inline constexpr MessageKind IndexOlder{"index-older", Severity::Warning, "Source",
-                                        "'{}': its index is older than the file"};
 
 // --- subtitles ---
 
@@ -245,10 +243,9 @@ inline constexpr MessageKind SubtitleOutside{
     "'{}': no line of its {}x{} pixels lies within the screen from its corner {},{} on: mend its Origin"};
 inline constexpr MessageKind SubtitleOddPixels{
     "subtitle-odd-pixels", Severity::Warning, SubtitleTitle,
-    "'{}': {} pixels of {} bitmaps of this stream, of which it is the first, have none of the four colours "
-    "Conversion(Bg), (P), (E1), (E2), and show as {}. Draw without smoothing, or give each colour of the "
-    "bitmap "
-    "a Conversion"};
+    "'{}': {} in {} of this stream, of which it is the first, have none of the four colours Conversion(Bg), "
+    "(P), (E1), (E2), and show as {}. Draw without smoothing, or give each colour of the bitmap a "
+    "Conversion"};
 inline constexpr MessageKind SubtitleWithoutFile{"subtitle-without-bitmap", Severity::Warning, SubtitleTitle,
                                                  "the subtitle has no bitmap"};
 inline constexpr MessageKind SubtitleIndexBeyond{"subtitle-index-beyond", Severity::Warning, SubtitleTitle,
@@ -285,11 +282,11 @@ inline constexpr std::string_view ButtonTitle = "Button Check";
 // Of a cell: the track, its buttons and the cell's commands.
 inline constexpr MessageKind ButtonsWithoutCommand{
     "buttons-without-command", Severity::Error, ButtonTitle,
-    R"(The track "{}" has {} buttons in this cell's scene, and the cell has {} button commands, which are dealt )"
+    R"(The track "{}" has {} in this cell's scene, and the cell has {}, which are dealt )"
     "in order: the last buttons do nothing. Give each button one Button Command line"};
 inline constexpr MessageKind CommandsWithoutButton{
     "commands-without-button", Severity::Warning, ButtonTitle,
-    R"(The track "{}" has {} buttons in this cell's scene, and the cell has {} button commands: a button has )"
+    R"(The track "{}" has {} in this cell's scene, and the cell has {}: a button has )"
     "one, so they are dealt in order and the last ones are left out"};
 inline constexpr MessageKind ButtonCommandsUneven{
     "button-commands-uneven", Severity::Warning, ButtonTitle,
@@ -300,7 +297,7 @@ inline constexpr MessageKind ButtonCommandsDiffer{
     R"(This cell has other button commands than {1}, and both play one scene of the track "{0}", whose buttons )"
     "these menus or titles hold once: they do what {1} says. Give this cell a track of its own"};
 inline constexpr MessageKind TooManyButtons{"too-many-buttons", Severity::Error, ButtonTitle,
-                                            "{} buttons, and {} display modes leave room for {}"};
+                                            "{} buttons, and with {} there is room for {}"};
 inline constexpr MessageKind ButtonNameRepeated{"button-name-repeated", Severity::Warning, ButtonTitle,
                                                 R"(two buttons are named "{}": links reach the first)"};
 inline constexpr MessageKind ButtonSchemeUnknown{"button-scheme-unknown", Severity::Warning, ButtonTitle,
@@ -309,7 +306,7 @@ inline constexpr MessageKind ButtonAreaUnfit{
     "button-area", Severity::Warning, ButtonTitle,
     R"(button "{}" has no area within the picture ({},{} to {},{}))"};
 inline constexpr MessageKind ForcedButtonMissing{"forced-button-missing", Severity::Warning, ButtonTitle,
-                                                 "the {} button is number {}, and there are {}"};
+                                                 "the {} button is number {} of {}"};
 inline constexpr MessageKind ButtonsOutsideTrack{"buttons-outside-track", Severity::Error, ButtonTitle,
                                                  "the buttons start ({}) past the end of the track ({})"};
 inline constexpr MessageKind ButtonsEndPastEnd{

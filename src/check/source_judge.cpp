@@ -9,6 +9,7 @@
 #include "base/file_text.h"
 #include "base/random.h"
 #include "base/text.h"
+#include "check/bitmap_head.h"
 #include "check/messages.h"
 #include "picture/bitmap_size.h"
 
@@ -231,10 +232,16 @@ Judgement<AudioAttributes> SourceJudge::Audio(const SourcePlay& play, std::strin
   return judged;
 }
 
-Findings JudgeForTrack(const VideoAttributes& seen, std::string_view trackType, const SourcePlay& play) {
+std::optional<Message> SourceJudge::Subtitle(const SubPicturePlay& entry, const SourcePlay& play) {
+  auto missing = Missing(play);
+  return missing ? std::move(missing) : WhyNoSubtitle(entry, PathOf(play.File), play.Place, play.Ntsc);
+}
+
+Findings JudgeForTrack(const VideoAttributes& seen, std::string_view trackType, const SourcePlay& play,
+                       const Rules& rules) {
   const bool motion = EqualNoCase(trackType, "Motion");
   if (motion && seen.Bitmap) {
-    return {MessageOf(message::BitmapOnMotion, play.Place, play.File)};
+    return ByRules({MessageOf(message::BitmapOnMotion, play.Place, play.File)}, rules);
   }
   if (!motion && !seen.Still) {
     return {MessageOf(message::NotStill, play.Place, play.File)};

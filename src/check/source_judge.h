@@ -54,6 +54,8 @@ class SourceJudge {
   // `format` is "AC3", "PCM" or "DTS", or empty to go by the file's name. DTS stays off the disc, which is
   // right without it: warnings tell of it.
   Judgement<AudioAttributes> Audio(const SourcePlay& play, std::string_view format);
+  // Why a subtitle's bitmap makes none, as far as its head tells.
+  std::optional<Message> Subtitle(const SubPicturePlay& entry, const SourcePlay& play);
 
  private:
   struct Head {
@@ -81,7 +83,8 @@ class SourceJudge {
 };
 
 // What keeps a video or bitmap from a track of that type ("Motion", "Still", "SlideShow").
-Findings JudgeForTrack(const VideoAttributes& seen, std::string_view trackType, const SourcePlay& play);
+[[nodiscard]] Findings JudgeForTrack(const VideoAttributes& seen, std::string_view trackType,
+                                     const SourcePlay& play, const Rules& rules = Rules::Players);
 
 // What a track keeps of a stream's first file.
 AudioTraits TraitsOf(const AudioAttributes& audio);

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "base/file_text.h"
+#include "base/counted.h"
 #include "base/text.h"
 #include "check/messages.h"
 #include "check/track_times.h"
@@ -26,7 +26,7 @@ class StreamCheck {
       : track_(track),
         stream_(track.SubStreams[streamIndex]),
         times_(track),
-        place_(fmt::format("{} ({})", SubStreamKey(trackIndex, streamIndex + 1), track.TrackName)),
+        key_(SubStreamKey(trackIndex, streamIndex + 1)),
         context_(context) {}
 
   Findings Run();
@@ -41,15 +41,16 @@ class StreamCheck {
   void CountOddPixels(const SPURecord& record, const EncodedBitmap& bitmap);
   void TellOddPixels();
 
+  std::string PlaceOf(std::size_t entry) const { return fmt::format("{} entry {}", key_, entry + 1); }
   template <class... Values>
   void Add(const MessageKind& kind, std::size_t entry, const Values&... values) {
-    findings_.push_back(MessageOf(kind, fmt::format("{} entry {}", place_, entry + 1), values...));
+    findings_.push_back(MessageOf(kind, PlaceOf(entry), values...));
   }
 
   const Track& track_;
   const SubtitleStream& stream_;
   TrackTimes times_;
-  std::string place_;
+  std::string key_;
   const SubtitleChecks& context_;
   Findings findings_;
   std::size_t oddBitmaps_ = 0;
@@ -129,22 +130,27 @@ void StreamCheck::TellOddPixels() {
     const std::string_view become = context_.Rules.OddPixelsTakeNearest
                                         ? "what has the nearest of them: letters have jagged edges"
                                         : "background: letters lose their edges";
-    Add(message::SubtitleOddPixels, firstOdd_, stream_.SubPlays[firstOdd_].File, oddPixels_, oddBitmaps_,
-        become);
+    Add(message::SubtitleOddPixels, firstOdd_, stream_.SubPlays[firstOdd_].File, Counted(oddPixels_, "pixel"),
+        Counted(oddBitmaps_, "bitmap"), become);
   }
 }
 
 void StreamCheck::CheckBitmap(const SPURecord& record) {
+  const SubPicturePlay& entry = stream_.SubPlays[record.Entry];
+  if (auto fault = context_.Judge.Subtitle(entry, {entry.File, PlaceOf(record.Entry), times_.IsNtsc()})) {
+    findings_.push_back(std::move(*fault));
+    return;
+  }
   try {
-    MakeUnitOf(record);
-  } catch (const PictureError& error) {
-    if (const std::string_view why = WhyNotPlainFile(record.File); !why.empty()) {
-      Add(message::SourceMissing, record.Entry, stream_.SubPlays[record.Entry].File, why);
-    } else {
-      Add(message::SubtitleUnfit, record.Entry, error.what());
+    if (context_.Pictures != nullptr) {
+      MakeUnitOf(record);
     }
-  } catch (const SubpictureError& error) {
+  } catch (const PictureError& error) {
     Add(message::SubtitleUnfit, record.Entry, error.what());
+  } catch (const SubpictureError& error) {
+    Message fault = error.What();
+    fault.Place = PlaceOf(record.Entry);
+    findings_.push_back(std::move(fault));
   }
 }
 
@@ -173,9 +179,7 @@ Findings StreamCheck::Run() {
     }
     earlier = span;
     CheckIndexes(record);
-    if (context_.Pictures != nullptr) {
-      CheckBitmap(record);
-    }
+    CheckBitmap(record);
   }
   TellOddPixels();
   return std::move(findings_);
@@ -183,15 +187,9 @@ Findings StreamCheck::Run() {
 
 }  // namespace
 
-Findings CheckSubtitles(const Track& track, std::size_t trackIndex, const SubtitleChecks& checks) {
-  Findings findings;
-  for (std::size_t i = 0; i < track.SubStreams.size(); ++i) {
-    const SubtitleStream& stream = track.SubStreams[i];
-    if (!stream.Removed && (stream.MuxThisStream || !checks.MuxedOnly)) {
-      Append(findings, StreamCheck(track, trackIndex, i, checks).Run());
-    }
-  }
-  return findings;
+Findings CheckSubtitles(const Track& track, std::size_t trackIndex, std::size_t streamIndex,
+                        const SubtitleChecks& checks) {
+  return StreamCheck(track, trackIndex, streamIndex, checks).Run();
 }
 
 }  // namespace quorvelant

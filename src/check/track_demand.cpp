@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "base/counted.h"
 #include "base/text.h"
 #include "base/timecode.h"
 #include "check/messages.h"
@@ -60,8 +61,9 @@ Findings JudgeRates(const TrackDemand& track, const std::string& place, const Ru
     rate += RateOf(stream);
   }
   if (rate > MuxRate - LeastVideoRate) {
-    return ByRules(
-        {MessageOf(message::StreamsBeyondRate, place, track.Name, track.Sound.size(), rate, MuxRate)}, rules);
+    return ByRules({MessageOf(message::StreamsBeyondRate, place, track.Name,
+                              Counted(track.Sound.size(), "stream"), rate, MuxRate)},
+                   rules);
   }
   double pictureRate = 0;
   if (!Starves(track, rate, pictureRate)) {

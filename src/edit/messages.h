@@ -271,7 +271,7 @@ inline constexpr MessageKind PaletteNew{"palette-new", Severity::Information, "N
                                         "What is the name of your new Palette?"};
 inline constexpr MessageKind PaletteUsedByChains{
     "palette-used-by-pgcs", Severity::Information, "New Palette",
-    "{} of the PGCs that show the track take the palette \"{}\""};
+    "The palette \"{1}\" is taken by {0} of the PGCs that show the track"};
 inline constexpr MessageKind PaletteKeptByChains{"palette-kept-by-pgcs", Severity::Warning, "New Palette",
                                                  "These PGCs show the track and keep the palette that they "
                                                  "have: {}. The subtitles show in its colours; for "

@@ -2,17 +2,20 @@
 
 #include <algorithm>
 
+#include "base/counted.h"
 #include "mux/messages.h"
 #include "mux/mux_state.h"
 
 namespace quorvelant {
 namespace {
 
-void Warn(const MuxState& state, const MessageKind& kind, int number, const LateArrivals& late) {
+void Warn(const MuxState& state, const MessageKind& kind, int number, const LateArrivals& late,
+          std::string_view sent) {
   if (late.Count > 0) {
     const auto seconds = static_cast<double>(late.FirstPts - VideoStartPts) / 90000;
     const auto milliseconds = static_cast<double>(late.WorstTicks) / 90;
-    state.Build.Ui.Tell(MessageOf(kind, {}, number, state.Input.Name, late.Count, seconds, milliseconds));
+    state.Build.Ui.Tell(
+        MessageOf(kind, {}, number, state.Input.Name, Counted(late.Count, sent), seconds, milliseconds));
   }
 }
 
@@ -39,10 +42,10 @@ std::int64_t SubpictureBuffer::Enter(Clock scr, std::int64_t pts, std::size_t by
 
 void WarnOfLateArrivals(const MuxState& state) {
   for (const AudioState& stream : state.Audio) {
-    Warn(state, message::AudioLate, stream.Input->StreamNumber, stream.Late);
+    Warn(state, message::AudioLate, stream.Input->StreamNumber, stream.Late, "pack");
   }
   for (const SubpictureState& stream : state.Subpictures) {
-    Warn(state, message::SubtitlesLate, stream.Input->StreamNumber, stream.Late);
+    Warn(state, message::SubtitlesLate, stream.Input->StreamNumber, stream.Late, "subtitle");
   }
 }
 
@@ -50,7 +53,7 @@ void WarnOfUnsentUnits(const MuxState& state) {
   for (const SubpictureState& stream : state.Subpictures) {
     if (stream.Next < stream.Units.size()) {
       state.Build.Ui.Tell(MessageOf(message::SubtitlesPastEnd, {}, stream.Input->StreamNumber,
-                                    state.Input.Name, stream.Units.size() - stream.Next,
+                                    state.Input.Name, Counted(stream.Units.size() - stream.Next, "subtitle"),
                                     stream.Units[stream.Next].Entry + 1));
     }
   }

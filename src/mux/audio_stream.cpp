@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/counted.h"
 #include "disc/audio_start.h"
 #include "model/messages.h"
 #include "mux/messages.h"
@@ -44,7 +45,7 @@ AudioState OpenStream(Random& files, const MuxInput& input, std::size_t index, c
   PcmFormat pcm;
   if (from.Pcm && !PcmFormatOf(from.Traits, rules, pcm)) {
     throw MuxFault(message::PcmUnfit, {}, from.StreamNumber, input.Name, pcm.Bits, pcm.KiloHertz,
-                   pcm.Channels);
+                   Counted(pcm.Channels, "channel"));
   }
   const int slot = slot::FirstAudio + static_cast<int>(index);
   AudioState stream{&from, AudioSource(files, slot, from, from.Pcm ? pcm.SourceSampleBytes() : 1), pcm};

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "analysis/remedies.h"
+#include "base/counted.h"
 #include "mux/messages.h"
 #include "mux/mux_fault.h"
 #include "mux/vobu_decision.h"
@@ -117,14 +118,15 @@ void WarnOfDamagedSound(const MuxState& state) {
     }
     if (stream.Breaks > 0) {
       state.Build.Ui.Tell(MessageOf(message::AudioBroken, stream.FirstBreak, stream.Input->StreamNumber,
-                                    state.Input.Name, stream.Breaks, stream.FirstBreak));
+                                    state.Input.Name, Counted(stream.Breaks, "place"), stream.FirstBreak));
     }
     const Ac3Damage damage = stream.Source.Damage();
     if (damage.Places > 0) {
       const std::string& first = stream.Source.FirstDamage();
       const double seconds = static_cast<double>(damage.Lost * stream.FrameTicks) / 90000;
       state.Build.Ui.Tell(MessageOf(message::AudioDamaged, first, stream.Input->StreamNumber,
-                                    state.Input.Name, damage.Places, first, damage.Bytes, damage.Lost,
+                                    state.Input.Name, Counted(damage.Places, "place"), first,
+                                    Counted(damage.Bytes, "byte"), Counted(damage.Lost, "lost frame"),
                                     seconds));
     }
   }

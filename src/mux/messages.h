@@ -33,7 +33,7 @@ inline constexpr MessageKind CodedPictureMissing{"coded-picture-missing", Severi
                                                  "The video file {} holds no coded picture."};
 inline constexpr MessageKind SequenceHeaderMissing{
     "sequence-header-missing", Severity::Error, MuxErrorTitle,
-    "The video file {} has no sequence header ahead of its first picture."};
+    "The video file {} has no sequence header before its first picture."};
 inline constexpr MessageKind FirstPictureNotIntra{"first-picture-not-intra", Severity::Error, MuxErrorTitle,
                                                   "The first picture of the video file {} is no I picture."};
 inline constexpr MessageKind PictureTooLong{
@@ -76,18 +76,18 @@ inline constexpr MessageKind PictureTypeUnknown{
     "this place. Players can't decode them. Read the file anew from its source, or encode it again."};
 inline constexpr MessageKind FieldUnpaired{
     "field-unpaired", Severity::Warning, "Video Source",
-    "Damage in the video file {}: {} of its field pictures have no second field, the first before this "
-    "place. "
+    "Damage in the video file {}: fields lack their second field, {} in all, the first before this place. "
     "Players stumble there. Read the file anew from its source, or encode it again."};
-inline constexpr MessageKind SequenceHeaderAstray{"sequence-header-astray", Severity::Warning, "Video Source",
-                                                  "Damage in the video file {}: {} of its sequence headers "
-                                                  "lead no GOP with an I picture, the first at this "
-                                                  "place. Players that jump there show nothing whole. Read "
-                                                  "the file anew from its source, or encode it again."};
+inline constexpr MessageKind SequenceHeaderAstray{
+    "sequence-header-astray", Severity::Warning, "Video Source",
+    "Damage in the video file {}: no GOP with an I picture follows {} of its sequence headers, the first at "
+    "this place. Players that jump there show nothing whole. Read the file anew from its source, or encode "
+    "it again."};
 inline constexpr MessageKind GopBeyondLimit{
     "gop-beyond-limit", Severity::Warning, "Video Source",
-    "The video file {} has {} GOPs longer than a disc allows (30 fields PAL, 36 NTSC), the first at this "
-    "place. Some players stutter there: encode with GOPs of at most 15 frames (PAL) or 18 (NTSC)."};
+    "In the video file {}, what a disc allows (30 fields PAL, 36 NTSC) is too short for {} of its GOPs, the "
+    "first at this place. Some players stutter there: encode with GOPs of at most 15 frames (PAL) or 18 "
+    "(NTSC)."};
 
 // Stills and slides.
 inline constexpr MessageKind StillUnreadable{"still-unreadable", Severity::Error, MuxErrorTitle, "{}"};
@@ -112,16 +112,15 @@ inline constexpr MessageKind AudioChanges{
     "would play out of time, or not at all. Encode the whole file anew, of one kind."};
 inline constexpr MessageKind AudioDamaged{
     "audio-damaged", Severity::Warning, "Audio Source",
-    "Audio stream {} of track \"{}\": {} places of its files are damaged, the first in {}. {} bytes are no "
-    "sound and were left out; for {} lost frames ({:.2f} seconds) the frame before is heard again. Take the "
-    "sound from its source anew."};
-inline constexpr MessageKind AudioBroken{"audio-broken", Severity::Warning, "Audio Source",
-                                         "Audio stream {} of track \"{}\": {} places of its files are no AC3 "
-                                         "frames, the first in {}. The sound after each "
-                                         "may be out of time. Take it from its source anew."};
+    "Audio stream {} of track \"{}\": its files are damaged in {}, the first in {}. {} of no sound were left "
+    "out; for {} ({:.2f} seconds) the frame before is heard again. Take the sound from its source anew."};
+inline constexpr MessageKind AudioBroken{
+    "audio-broken", Severity::Warning, "Audio Source",
+    "Audio stream {} of track \"{}\": its files hold no AC3 frames in {}, the first in {}. The sound after "
+    "each may be out of time. Take it from its source anew."};
 inline constexpr MessageKind PcmUnfit{
     "pcm-unfit", Severity::Error, MuxErrorTitle,
-    "Audio stream {} of track \"{}\": PCM sound of {} bits, {} kHz and {} channels can't go on a disc."};
+    "Audio stream {} of track \"{}\": PCM sound of {} bits, {} kHz and {} can't go on a disc."};
 inline constexpr MessageKind AudioNeverStarts{
     "audio-never-starts", Severity::Error, AudioLengthTitle,
     "Audio stream {} of track \"{}\" is delayed by {} ms and would start after the picture ends, at {:.1f} "
@@ -137,21 +136,19 @@ inline constexpr MessageKind SubtitleNotMade{"subtitle-not-made", Severity::Erro
 
 inline constexpr MessageKind AudioLate{
     "audio-late", Severity::Warning, UnderflowTitle,
-    "Audio stream {} of track \"{}\": {} packs come too late, the first at {:.1f} seconds, by up to {:.1f} "
-    "ms. The "
+    "Audio stream {} of track \"{}\" sends {} too late, the first at {:.1f} seconds, by up to {:.1f} ms. The "
     "sound drops out there. Lower the bit rate of the picture or of the sound, or leave streams out."};
 inline constexpr MessageKind SubtitlesLate{
     "subtitles-late", Severity::Warning, UnderflowTitle,
-    "Subpicture stream {} of track \"{}\": {} entries come too late, the first at {:.1f} seconds, by up to "
-    "{:.1f} "
+    "Subpicture stream {} of track \"{}\" sends {} too late, the first at {:.1f} seconds, by up to {:.1f} "
     "ms. They show late or not at all. Lower the bit rate of the picture, or use smaller bitmaps."};
-inline constexpr MessageKind SubtitlesPastEnd{"subtitles-past-end", Severity::Warning, "Subtitle Length",
-                                              "Subpicture stream {} of track \"{}\": {} entries start after "
-                                              "the picture ends, the first is entry {}. They "
-                                              "are left out: look at their times."};
+inline constexpr MessageKind SubtitlesPastEnd{
+    "subtitles-past-end", Severity::Warning, "Subtitle Length",
+    "Subpicture stream {} of track \"{}\" has {} past the end of the picture, the first of them entry {}: "
+    "they never show. Look at their times."};
 inline constexpr MessageKind SubtitlesOverfill{"subtitles-overfill", Severity::Error, MuxErrorTitle,
                                                "Track \"{}\", subpicture stream {}, entry {}: with those "
-                                               "sent ahead of it the player has to keep {} bytes, and "
+                                               "sent before it the player has to keep {} bytes, and "
                                                "its buffer holds {}. Some of them would not show. Let fewer "
                                                "entries follow each other so closely, or use "
                                                "smaller bitmaps."};

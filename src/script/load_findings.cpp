@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "base/counted.h"
 #include "script/messages.h"
 
 namespace quorvelant {
@@ -33,8 +34,8 @@ void AddTextFindings(std::vector<Message>& findings, const LoadResult& load) {
   AddLines(findings, load, load.Doubted, load.DoubtedCount, message::ValueDoubtful,
            message::MoreValuesDoubtful);
   if (load.UnclosedCount > 0 && !failed) {
-    findings.push_back(MessageOf(message::BraceUnclosed, PlaceOf(load, load.LineCount), load.UnclosedCount,
-                                 load.UnclosedLine));
+    findings.push_back(MessageOf(message::BraceUnclosed, PlaceOf(load, load.LineCount),
+                                 Counted(load.UnclosedCount, "open brace"), load.UnclosedLine));
   }
   if (failed) {
     findings.push_back(load.Failure);

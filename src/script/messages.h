@@ -38,14 +38,14 @@ inline constexpr MessageKind NoProject{
     "No line of the file is one of a project script: is this the right file?"};
 inline constexpr MessageKind LineSkipped{"skipped-line", Severity::Warning, "Skipped Line", "{}: \"{}\""};
 inline constexpr MessageKind MoreLinesSkipped{"more-skipped-lines", Severity::Warning, "Skipped Line",
-                                              "{} more lines were passed over"};
+                                              "Lines passed over besides: {}"};
 inline constexpr MessageKind ValueDoubtful{"doubtful-value", Severity::Warning, "Doubtful Value",
                                            "{}: \"{}\""};
 inline constexpr MessageKind MoreValuesDoubtful{"more-doubtful-values", Severity::Warning, "Doubtful Value",
-                                                "{} more values are doubtful"};
+                                                "Doubtful values besides: {}"};
 inline constexpr MessageKind BraceUnclosed{
     "unclosed-brace", Severity::Error, "Unclosed Brace",
-    "The script ends within {} open braces; is its end missing? The outermost opens in line {}"};
+    "The script ends within {}; is its end missing? The outermost opens in line {}"};
 inline constexpr MessageKind CommandTargetMissing{"command-target-missing", Severity::Error, "Command Error",
                                                   "{} names a target that does not exist: \"{}\""};
 inline constexpr MessageKind SceneUnknown{"scene-unknown", Severity::Error, "Unknown Scene",

@@ -44,8 +44,8 @@ TEST_F(PlanTest, WhatIsWrongIsFoundOnce) {
   Film().HighlightPlays.emplace_back().Buttons.emplace_back().Up = "nowhere";
   EXPECT_EQ(Found(),
             "E source-missing Track.0.Video1\nE audio-head Track.0.Audio1.AudioPlay1\n"
-            "W button-link-missing Track.0.High1\nW button-area Track.0.High1 (Film) entry 1\n"
-            "W buttons-without-subtitle Track.0.High1 (Film) entry 1\n");
+            "W button-link-missing Track.0.High1 entry 1\nW button-area Track.0.High1 entry 1\n"
+            "W buttons-without-subtitle Track.0.High1 entry 1\n");
   Film().HighlightPlays.clear();
   Film().AudioStreams.clear();
   Film().VideoPlays[0].Removed = true;
@@ -57,7 +57,7 @@ TEST_F(PlanTest, PicturesAreOpened) {
   SubPicturePlay& play = Film().SubStreams.emplace_back().SubPlays.emplace_back();
   play.File = "gone.bmp";
   play.End = "00:00:01:00";
-  EXPECT_EQ(Found(), "E source-missing Track.0.Sub1 (Film) entry 1\n");
+  EXPECT_EQ(Found(), "E source-missing Track.0.Sub1 entry 1\n");
   Film().SubStreams.clear();
   Film().AudioStreams.clear();
   Film().TrackType = "SlideShow";

@@ -145,6 +145,7 @@ TEST_F(HarmedRun, WithoutDescriptorsItEndsWithAWord) {
 TEST_F(HarmedRun, AHoldOfAHundredHoursIsRefusedBeforeAnythingIsWritten) {
   Track& film = maker.Disc.Tracks[0];
   film.TrackType = "SlideShow";
+  film.VideoPlays[0].File = SampleVideo({.Frames = 1});
   std::uint64_t needed = 0;
   for (const auto& [time, code] : {std::pair{"00:00:10:00", ""},
                                    {"13:15:00:00", ""},

@@ -66,7 +66,7 @@ Row InTitle(std::string name, const std::string& command, std::string found, con
   return {std::move(name), "Command=NOP|" + Cell, "Command=" + command + "|" + Cell + more, std::move(found)};
 }
 
-// Told by `author` alone.
+// Told by `author` and by `check --sources` alone.
 Row ReadWhole(std::string name, std::string from, std::string to, std::string found,
               std::string classic = {}) {
   return {std::move(name), std::move(from), std::move(to), "", std::move(classic), std::move(found)};
@@ -90,8 +90,8 @@ std::vector<Row> OverlayRows() {
       ReadWhole("CrowdedSubtitles", SceneLine, crowd + SceneLine, "E subtitles-overfill noise.bmp|",
                 dark + "W subtitles-overfill noise.bmp|"),
       ReadWhole("SmoothedSubtitle", SceneLine, Replace(subtitle, "marks", "smooth") + SceneLine,
-                "W subtitle-odd-pixels Track.0.Sub1 (F) entry 1|",
-                dark + "W subtitle-odd-pixels Track.0.Sub1 (F) entry 1|"),
+                "W subtitle-odd-pixels Track.0.Sub1 entry 1|",
+                dark + "W subtitle-odd-pixels Track.0.Sub1 entry 1|"),
       {"AColourThatNoKeyTakes", SceneLine, Replace(subtitle, "255,255,255", "#ffffff") + SceneLine,
        doubtful + "17|", doubtful + "17|" + dark},
       {"OriginAndDisplayArea", SceneLine, subtitle + "Origin=80,480|DisplayArea=0,2,719,573|" + SceneLine,
@@ -100,12 +100,12 @@ std::vector<Row> OverlayRows() {
 }
 std::vector<Row> StructureRows() {
   const std::string twoSubtitles = "Item=SubPicture|StreamNumber=0|" + Subtitle + Subtitle;
-  const std::string together = "E subtitles-start-together Track.0.Sub1 (F) entry 2|";
+  const std::string together = "E subtitles-start-together Track.0.Sub1 entry 2|";
   const std::string noFirst = "E first-play-leads-nowhere FirstPGC|";
   const std::string inFirst = "E target-missing FirstPGC FirstPGC1|";
   const std::string inManager = "E target-missing VMG1.LANGUAGE1.PGC1 Pre1|";
   const std::string inTitle = "E target-missing VTS1.TITLE1.PGC1 Pre1|";
-  const std::string noScene = "E scene-unknown VTS1.TITLE1.PGC1.PG1.CELL2|W cell-left-out VTS1.TITLE1.PGC1|";
+  const std::string noScene = "E scene-unknown VTS1.TITLE1.PGC1.PG1.CELL2|";
   const std::string noMenu = "E menu-leads-nowhere VTS1.LANGUAGE1.PGC1|";
   const std::string twoOfEach =
       Second + Cell + "Item=Cell|Name=C2|UsingScene=s|" + "Item=Program|Name=G2|Item=Cell|UsingScene=s|";

@@ -17,7 +17,7 @@ struct Row {
   std::string To;
   std::string Found;         // by players' rules: severity, code and place of each finding
   std::string Classic = {};  // where a classic run tells other than the same as warnings
-  std::string Late = {};     // what `author` alone tells, as it reads the sources
+  std::string Late = {};     // what is told only when the sources are read
   std::string Says = {};     // part of the texts
 };
 

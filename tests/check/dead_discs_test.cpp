@@ -32,7 +32,7 @@ class DeadDiscs : public testing::TestWithParam<Row> {
     Texts.clear();
     for (const Message& message : ui.Messages) {
       Texts += Replace(message.Text, Folder / "", "FOLDER/") + "\n";
-      const std::string place = Replace(message.Place, Folder / "", "");
+      const std::string place = Replace(Replace(message.Place, Folder / "", ""), " (F)", "");
       words += fmt::format("{} {} {}|", message.Level == Severity::Error ? "E" : "W", message.Code,
                            place.substr(0, place.find('@')));
     }
@@ -110,6 +110,7 @@ TEST_P(DeadDiscs, AreRefusedForPlayersAndMadeWithAWarningByTradition) {
   Write(row, Folder);
   EXPECT_EQ(Told({"check"}), row.Found);
   EXPECT_EQ(Status, isDead(row.Found) ? ExitFailed : ExitDone);
+  EXPECT_EQ(Told({"check", "--sources"}), found);
   const std::string players = Folder / "players";
   EXPECT_EQ(Told({"author", "-o", players}), found);
   EXPECT_TRUE(Contains(Texts, row.Says)) << Texts;

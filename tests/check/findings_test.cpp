@@ -34,9 +34,8 @@ std::string Repeat(int count, std::string_view text, int first = 0) {
 
 // Of each finding severity, code and place; the commonest parts of keys, and the track's name, are shortened.
 std::string Words(const Findings& findings, const std::string& folder) {
-  const std::pair<std::string, std::string> shorter[] = {{folder, ""},         {"Track.0.", ""},
-                                                         {" (F) entry ", "+"}, {" (F)", "+"},
-                                                         {"VTS1.TITLE1.", ""}, {"PGC1.PG1.CELL1", "CELL1"}};
+  const std::pair<std::string, std::string> shorter[] = {
+      {folder, ""}, {"Track.0.", ""}, {" entry ", "+"}, {"VTS1.TITLE1.", ""}, {"PGC1.PG1.CELL1", "CELL1"}};
   std::string words;
   for (const Message& finding : findings) {
     std::string place = finding.Place;
@@ -94,10 +93,9 @@ std::vector<Row> Rows() {
        "Selection Color=0 2 0 0|Action Color=0, 2, 0, 0|Item=Audio Play List|AudioLanguage=german |",
        "W doubtful-value p.qvp:4|W doubtful-value p.qvp:6|W doubtful-value p.qvp:8|W doubtful-value "
        "p.qvp:10|W "
-       "doubtful-value p.qvp:12|E audio-kind-unknown Audio1|W subtitle-without-bitmap Sub1 (Track_1) entry "
-       "1|"},
+       "doubtful-value p.qvp:12|E audio-kind-unknown Audio1|W subtitle-without-bitmap Sub1+1|"},
       {"Command", Pgc + "Item=PreCommands|Command=Frobnicate|", "W command-unknown PGC1 Pre1|"},
-      {"UnknownScene", Pgc + CellOfS, "E scene-unknown CELL1|W cell-left-out PGC1|"},
+      {"UnknownScene", Pgc + CellOfS, "E scene-unknown CELL1|"},
       {"UnknownPalette", Pgc + "PaletteUsed=Q|", "W palette-unknown PGC1|"},
 
       {"StillTime", OneCell + Pgc + "StillTime=256|", "E still-time VTS2.TITLE1.PGC1|"},
@@ -135,29 +133,29 @@ std::vector<Row> Rows() {
       {"FilesThatAreNotWhenOpened",
        "Item=Track|Name=F|Item=Video Play|VideoFile=sub|Item=Video Play|" + Audio +
            "gone.wav|Item=SubPicture|" + Sub("00:00", "00:01", "", "gone.bmp"),
-       "E source-missing Video1+|W source-unnamed Video2+|E source-missing Audio1.AudioPlay1+|E "
+       "E source-missing Video1|W source-unnamed Video2|E source-missing Audio1.AudioPlay1|E "
        "source-missing Sub1+1|",
        true},
       {"BitmapHeads",
        Subtitles + Sub("00:00", "00:10", "", "no.ac3") + Sub("01:00", "00:10", "Origin=800,0|"),
-       "E subtitle-no-picture Sub1|E subtitle-outside Sub1|"},
+       "E subtitle-no-picture Sub1+1|E subtitle-outside Sub1+2|"},
       {"SmoothedBitmap",
        Subtitles + Sub("00:00", "00:10", "Conversion(E1)=1,1,1|Conversion(E2)=1,1,1|", "odd.bmp"),
        "W subtitle-odd-pixels Sub1+1|", true},
       {"GoodSources", Film + Audio + "sub\\a.ac3|" + Audio + "d.dts|StreamNumber=1|",
-       "W audio-dts Audio2.AudioPlay1+|", true},
+       "W audio-dts Audio2.AudioPlay1|", true},
       {"Refusals",
        "Item=Track|Name=F|Item=Video Play|VideoFile=a.ac3|Item=Video Play|VideoFile=mpeg1.m1v|Item=Video "
        "Play|VideoFile=small.bmp|Item=Video Play|VideoFile=still.bmp|" +
            Audio + "c.wav|" + Audio + "no.ac3|StreamNumber=1|",
-       "E video-missing Video1+|E video-mpeg1 Video2+|E bitmap-size Video3+|E bitmap-on-motion Video4+|E "
-       "audio-sample-rate Audio1.AudioPlay1+|E audio-head Audio2.AudioPlay1+|",
+       "E video-missing Video1|E video-mpeg1 Video2|E bitmap-size Video3|E bitmap-on-motion Video4|E "
+       "audio-sample-rate Audio1.AudioPlay1|E audio-head Audio2.AudioPlay1|",
        true},
       {"Stills",
        "Item=Track|Name=F|Item=SlideShow Play|VideoFile=still.bmp|Item=SlideShow Play|VideoFile=pal.m2v|",
-       "E not-still Video2+|", true},
-      {"OldIndex", "Item=Track|Name=F|Item=Video Play|VideoFile=indexed.m2v|", "W index-older Video1+|",
-       true},
+       "E not-still Video2|", true},
+      {"OldIndex", "Item=Track|Name=F|Item=Video Play|VideoFile=indexed.m2v|",
+       "W index-not-current indexed.m2v|", true},
 
       {"TimesOfSubtitles",
        Subtitles + Sub("01:00", "01:00") + Sub("01:10", "01:20") + Sub("01:05", "02:20") +
@@ -179,11 +177,11 @@ std::vector<Row> Rows() {
            Sub("01:00", "00:20", "", "gone.bmp") + Sub("02:00", "00:20", "", "cut.bmp") +
            Sub("03:00", "00:20", "Origin=800,0|") + Sub("04:00", "00:20", "", ""),
        "W subtitle-without-bitmap Sub1+5|W subtitle-index-beyond Sub1+1|W subtitle-index-beyond Sub1+1|E "
-       "source-missing Sub1+2|E subtitle-unfit Sub1+3|E subtitle-unfit Sub1+4|",
+       "source-missing Sub1+2|E subtitle-unfit Sub1+3|E subtitle-outside Sub1+4|",
        true},
 
       {"LinksOfButtons", Buttons + Button("A", "Up=B|Down=A|") + Button("B", "Left=b|"),
-       "W button-link-missing High1|"},
+       "W button-link-missing High1+1|W buttons-without-subtitle High1+1|"},
       {"ButtonsThatShow",
        Buttons + "Start Time To Video=00:00:01:00|Duration=00:00:02:00|" + Repeat(36, Button("b{}")) + forced,
        "", true},

@@ -5,7 +5,7 @@
 namespace quorvelant {
 namespace {
 
-// A full buffer of one old picture that leaves at `dts`, with the picture being sent behind it.
+// A full buffer of one old picture that leaves at `dts`, with the picture being sent after it.
 VideoBuffer Full(std::int64_t dts, std::int64_t free) {
   VideoBuffer buffer;
   QueuePicture(buffer, {dts, VideoBufferBytes - free});

@@ -175,7 +175,7 @@ TEST(LoadFindings, NamesThatNothingBearsAreLeftOutAndLongListsCut) {
   }
   const std::vector<Message> cut = LoadFindings(Loaded(many).Result);
   ASSERT_EQ(cut.size(), 2 * MostSkippedKept + 2);
-  EXPECT_EQ(cut[MostSkippedKept].Text, "7 more lines were passed over");
+  EXPECT_EQ(cut[MostSkippedKept].Text, "Lines passed over besides: 7");
   EXPECT_EQ(cut.back().Text, "7 more values are doubtful");
 }
 
