@@ -213,7 +213,7 @@ inline constexpr MessageKind AskDtsLeftOut{
     "ask-dts-left-out", Severity::Information, "Ondra Limitation Error",
     "DTS audio has been found - this will not be muxed - limitation of Ondra version\n"
     "Do you wish to continue?"};
-inline constexpr MessageKind NoDestination{"no-destination", Severity::Error, "Destination Error",
+inline constexpr MessageKind DestinationMissing{"destination-missing", Severity::Error, "Destination Error",
                                            "Please select a destination folder for your DVD"};
 
 // --- projects as files ---
