@@ -11,6 +11,7 @@
 #include "app/command_check.h"
 #include "app/command_command.h"
 #include "app/command_convert.h"
+#include "app/command_edit.h"
 #include "app/command_index.h"
 #include "app/command_new.h"
 #include "app/command_picture.h"
@@ -44,6 +45,7 @@ void AddCommands(CLI::App& program, CommandContext& context) {
   AddCheckCommand(program, context);
   AddConvertCommand(program, context);
   AddNewCommand(program, context);
+  AddEditCommand(program, context);
   AddProbeCommand(program, context);
   AddIndexCommand(program, context);
   AddCommandCommand(program, context);

@@ -83,6 +83,48 @@ inline constexpr MessageKind LinesWouldBeLost{
 inline constexpr MessageKind BitmapsMissing{"bitmaps-missing", Severity::Warning, "Subtitles",
                                             "There is no file for {} of the bitmaps, the first of them here"};
 
+// `edit`: a line of it, its fields, and what a run of lines meets.
+inline constexpr MessageKind EditLineNoJson{"edit-line-no-json", Severity::Error, "Edit Error",
+                                            "This is no JSON object: {}"};
+inline constexpr MessageKind EditLineWithoutWord{
+    "edit-line-without-op", Severity::Error, "Edit Error",
+    R"(A line is a JSON object with its operation in "op", such as {{"op":"new-title-set"}})"};
+inline constexpr MessageKind EditLineTooLong{"edit-line-too-long", Severity::Error, "Edit Error",
+                                             "The line is longer than 1 MiB"};
+inline constexpr MessageKind EditWordUnknown{"edit-op-unknown", Severity::Error, "Edit Error",
+                                             "\"{}\" is no operation; these are: {}"};
+inline constexpr MessageKind EditFieldMissing{"edit-field-missing", Severity::Error, "Edit Error",
+                                              "\"{}\" lacks the field \"{}\""};
+inline constexpr MessageKind EditFieldUnknown{
+    "edit-field-unknown", Severity::Error, "Edit Error",
+    R"("{}" has no field "{}"; these it takes ("?" after those that may be missing): {})"};
+inline constexpr MessageKind EditTakesNoField{"edit-takes-no-field", Severity::Error, "Edit Error",
+                                              R"("{}" has no field "{}": it takes none)"};
+inline constexpr MessageKind EditNoFields{
+    "edit-no-fields", Severity::Error, "Edit Error",
+    "\"{}\" has no fields to set; titles, PGCs, cells, title sets, tracks, plays, streams and scenes have"};
+inline constexpr MessageKind EditFieldUnfit{"edit-field-unfit", Severity::Error, "Edit Error",
+                                            "\"{}\" is {}; {} is expected"};
+inline constexpr MessageKind EditNothingToUndo{"edit-nothing-to-undo", Severity::Error, "Edit Error",
+                                               "There is no step to undo"};
+inline constexpr MessageKind EditNothingToRedo{"edit-nothing-to-redo", Severity::Error, "Edit Error",
+                                               "There is no step to redo"};
+inline constexpr MessageKind EditOtherDialect{
+    "edit-other-dialect", Severity::Error, "Edit Error",
+    "This script is of the other dialect, which is read and not written: name the project to write (.qvp) "
+    "with -o"};
+inline constexpr MessageKind EditLosesLines{
+    "edit-loses-lines", Severity::Error, "Edit Error",
+    "Lines of this script ({} in all) are not understood and would be lost: name another file to write with "
+    "-o"};
+inline constexpr MessageKind EditRunFailed{"edit-not-done", Severity::Error, "Edit Error",
+                                           "The operation was stopped or could not be done"};
+inline constexpr MessageKind EditNotAgreed{
+    "edit-not-agreed", Severity::Error, "Edit Error",
+    R"(The question was not agreed to: the next line must be the same with "agree":true)"};
+inline constexpr MessageKind EditNotSaved{"edit-not-saved", Severity::Information, "Edit",
+                                          R"(The changes are not saved: {{"op":"save"}} writes the project)"};
+
 // Any command: faults that no room knew.
 inline constexpr MessageKind OutOfMemory{"out-of-memory", Severity::Error, "Error",
                                          "There is not enough memory for this"};

@@ -216,8 +216,8 @@ inline constexpr MessageKind AskDtsLeftOut{
     "ask-dts-left-out", Severity::Information, "Ondra Limitation Error",
     "DTS audio has been found - this will not be muxed - limitation of Ondra version\n"
     "Do you wish to continue?"};
-inline constexpr MessageKind DestinationUnset{"destination-unset", Severity::Error, "Destination Error",
-                                              "Please select a destination folder for your DVD"};
+inline constexpr MessageKind DestinationMissing{"destination-missing", Severity::Error, "Destination Error",
+                                                "Please select a destination folder for your DVD"};
 
 // --- projects as files ---
 

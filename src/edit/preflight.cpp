@@ -113,7 +113,7 @@ bool MayAuthor(EditSession& session, UserInterface& ui) {
     return false;
   }
   if (project.DestinationFolder.empty() || project.DestinationFolder.starts_with('\\')) {
-    ui.Tell(MessageOf(message::DestinationUnset, {}));
+    ui.Tell(MessageOf(message::DestinationMissing, {}));
     return false;
   }
   return true;

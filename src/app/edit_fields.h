@@ -1,0 +1,17 @@
+// The plain fields of a project's elements, by names.
+#pragma once
+
+#include <string>
+
+#include "app/json_field.h"
+#include "edit/outcome.h"
+#include "edit/session.h"
+
+namespace quorvelant {
+
+// Sets fields of the element of a key, of the structure or of the source material, in one step. `fields` is
+// an object; a field that the element does not have, or a value that does not fit, raises a MessageError
+// with what is expected, and nothing changes.
+Outcome SetFields(EditSession& session, const std::string& key, const JsonField& fields);
+
+}  // namespace quorvelant

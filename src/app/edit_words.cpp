@@ -1,0 +1,69 @@
+#include "app/edit_words.h"
+
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "app/messages.h"
+#include "base/message_error.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::array Themes{StructureWords, SegmentWords, CommandWords, ProjectWords};
+
+const EditWord& WordOf(const EditLine& line) {
+  const std::string word = line.Word();
+  std::vector<std::string_view> words;
+  for (const auto theme : Themes) {
+    for (const EditWord& row : theme()) {
+      if (row.Word == word) {
+        return row;
+      }
+      words.push_back(row.Word);
+    }
+  }
+  throw MessageError(MessageOf(message::EditWordUnknown, {}, word, fmt::join(words, ", ")));
+}
+
+nlohmann::ordered_json BoxJson(const Message& words) {
+  nlohmann::ordered_json box{{"title", words.Title}, {"text", words.Text}};
+  if (!words.Code.empty()) {  // questions of lower rooms have none
+    box["code"] = words.Code;
+  }
+  if (!words.Place.empty()) {
+    box["place"] = words.Place;
+  }
+  return box;
+}
+
+}  // namespace
+
+EditAnswer RunEditLine(EditDesk& desk, const EditLine& line) {
+  try {
+    const EditWord& word = WordOf(line);
+    line.Expect(word.Fields);
+    return word.Run(desk, line);
+  } catch (const MessageError& fault) {
+    return Outcome::Refused(fault.What());
+  }
+}
+
+nlohmann::ordered_json AnswerJson(const EditAnswer& answer) {
+  switch (answer.Result.Result) {
+    case Outcome::Kind::Refused:
+      return {{"refused", BoxJson(answer.Result.Words)}};
+    case Outcome::Kind::Asks:
+      return {{"asks", BoxJson(answer.Result.Words)}};
+    case Outcome::Kind::Done:
+      break;
+  }
+  nlohmann::ordered_json done{{"done", answer.Result.Key}};
+  done.update(answer.More);
+  return done;
+}
+
+}  // namespace quorvelant

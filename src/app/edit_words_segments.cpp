@@ -1,0 +1,60 @@
+// Operations on the source material.
+#include <array>
+
+#include "app/edit_words.h"
+#include "edit/segment_files.h"
+#include "edit/segments.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr std::array<std::string_view, 3> TrackTypes{"Motion", "Still", "SlideShow"};
+
+constexpr std::array Words{
+    EditWord{"new-track", "type name?",
+             [](EditDesk& desk, const EditLine& line) -> EditAnswer {
+               return NewTrack(desk.Session, TrackTypes.at(line.At("type").OneOf(TrackTypes)),
+                               line.TextIf("name").value_or(""));
+             }},
+    EditWord{"import", "key file",
+             [](EditDesk& desk, const EditLine& line) -> EditAnswer {
+               return ImportFile(desk.Session, line.Text("key"), line.Text("file"), desk.Ui, ConsentOf(line));
+             }},
+    EditWord{"add-play", "key",
+             [](EditDesk& desk, const EditLine& line) -> EditAnswer {
+               return AddPlay(desk.Session, line.Text("key"));
+             }},
+    EditWord{"add-audio", "key",
+             [](EditDesk& desk, const EditLine& line) -> EditAnswer {
+               return AddAudio(desk.Session, line.Text("key"));
+             }},
+    EditWord{"add-subtitles", "key",
+             [](EditDesk& desk, const EditLine& line) -> EditAnswer {
+               return AddSubtitles(desk.Session, line.Text("key"));
+             }},
+    EditWord{"import-subtitles", "key file",
+             [](EditDesk& desk, const EditLine& line) -> EditAnswer {
+               return ImportSubtitleList(desk.Session, line.Text("key"), line.Text("file"), desk.Ui);
+             }},
+    EditWord{"new-scene", "key time",
+             [](EditDesk& desk, const EditLine& line) -> EditAnswer {
+               return NewScene(desk.Session, line.Text("key"), line.Text("time"));
+             }},
+    EditWord{"import-chapters", "key file",
+             [](EditDesk& desk, const EditLine& line) -> EditAnswer {
+               return ImportChapters(desk.Session, line.Text("key"), line.Text("file"), desk.Ui);
+             }},
+    EditWord{"analyse", "key",
+             [](EditDesk& desk, const EditLine& line) -> EditAnswer {
+               return Analyse(desk.Session, line.Text("key"), desk.Ui);
+             }},
+};
+
+}  // namespace
+
+std::span<const EditWord> SegmentWords() {
+  return Words;
+}
+
+}  // namespace quorvelant
