@@ -3,7 +3,6 @@
 
 #include <fmt/format.h>
 
-#include "author/stream_rates.h"
 #include "disc_maker.h"
 #include "picture/bmp.h"
 #include "support/stream_builder.h"
@@ -76,43 +75,6 @@ TEST_F(PlanTest, SourcesThatNoDiscCarriesAreRefusedByTheRulesOfPlayers) {
   without.RefusesUnfitSources = false;
   EXPECT_EQ(Found(without),
             "W video-frame-size Track.0.Video1\nE audio-sample-rate Track.0.Audio1.AudioPlay1\n");
-}
-
-// Streams of 448 kbit/s take 0.455 Mbit/s of packs each, and PCM of eight channels 6.25.
-TEST_F(PlanTest, StreamsBeyondTheRateAreRefusedBeforeTheyAreMultiplexed) {
-  const struct {
-    std::size_t Ac3, Pcm;
-    int VideoKbps;  // all the time; 0: it varies
-    double Seconds;
-    const char* Players;
-  } cases[] = {
-      {8, 0, 6000, 7200, ""},
-      {8, 0, 6400, 30, ""},  // what is too much waits in the buffer
-      {8, 0, 6600, 60, "film-beyond-rate"},
-      {8, 0, 0, 7200, ""},
-      {0, 1, 3600, 7200, ""},
-      {0, 1, 4200, 60, "film-beyond-rate"},
-      {8, 1, 0, 60, "streams-beyond-rate"},
-      {0, 2, 100, 60, "streams-beyond-rate"},
-  };
-  for (const auto& test : cases) {
-    MuxInput input;
-    for (std::size_t i = 0; i < test.Ac3 + test.Pcm; ++i) {
-      MuxAudioStream& stream = input.Audio.emplace_back();
-      stream.Pcm = i >= test.Ac3;
-      stream.Traits.BitRate = 448;
-      stream.Traits.SampleRate = 48;
-      stream.Traits.Quantisation = 16;
-      stream.Traits.ChannelCount = 8;
-      stream.DataBytes = {static_cast<std::uint64_t>(test.Seconds * (stream.Pcm ? 768e3 : 56e3))};
-    }
-    const VideoDemand video{test.VideoKbps, static_cast<std::uint64_t>(test.VideoKbps * 125 * test.Seconds)};
-    for (const Rules& rules : {Rules::Players, Rules::Classic}) {
-      const Findings found = JudgeRates(input, video, "Track.0", rules);
-      EXPECT_EQ(found.empty() ? "" : found[0].Code, test.Players) << test.VideoKbps;
-      EXPECT_EQ(HasErrors(found), rules.RefusesDeadDiscs && !found.empty());
-    }
-  }
 }
 
 TEST_F(PlanTest, TheNeededBytesComeCloseToTheDisc) {
