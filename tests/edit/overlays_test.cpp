@@ -7,15 +7,18 @@
 #include <functional>
 #include <string>
 
+#include "edit/messages.h"
 #include "edit/saved_frame.h"
 #include "picture/picture_loader.h"
 #include "script/script_writer.h"
+#include "subpicture/messages.h"
 #include "support/folders.h"
 #include "support/temp_folder.h"
 
 namespace quorvelant {
 namespace {
 
+using namespace message;
 using testing::ElementsAre;
 
 // A film of 40 s with buttons from 20 to 30 s, a stream with entries at 4 to 6 and 8 to 10 s, an empty one
@@ -69,75 +72,49 @@ FourColors Colours(std::int32_t index) {
   return {.Conversion = {1, 2, 3, 0xFF000004}, .Index = {index, 1, 2, 3}, .Contrast = {15, 14, 13, 0}};
 }
 
+using Operation = std::function<Outcome(EditSession&)>;
+
+SubtitleMoment At(std::int64_t frame, std::optional<std::size_t> stream = 0) {
+  return {0, stream, frame};
+}
+Operation Timed(std::size_t entry, const SubtitleTimes& times) {
+  return [=](EditSession& s) { return SetTimes(s, {0, 0, entry}, times); };
+}
+
+constexpr SubtitlePlace Second{0, 0, 1};
+
 TEST(Overlays, EveryRefusalHasItsBoxAndChangesNothing) {
-  const SubtitlePlace first{0, 0, 0};
+  const auto shown = SpreadColor::Display;
   const struct {
-    std::function<Outcome(EditSession&)> Operation;
-    const char* Box;
+    Operation Do;
+    const MessageKind& Kind;
+    const char* Says = "";
   } cases[] = {
-      {[](EditSession& s) {
-         return NewSubtitle(s, {0, std::nullopt, 0}, Settings());
-       },
-       "Sub Import Error: No subtitle stream exists for this display mode - please add a new blank stream "
-       "from "
-       "the main console"},
-      {[](EditSession& s) {
-         return NewSubtitle(s, {0, 0, 100}, Settings());
-       },
-       "New Sub Error: A Subpicture already exists at this timestamp"},
-      {[](EditSession& s) {
-         return NewSubtitle(s, {0, 0, 99}, Settings());
-       },
-       "New Sub Error: The next Subpicture starts a frame later (00:00:04:00), and leaves no room for this "
-       "one"},
-      {[](EditSession& s) {
-         return NewSubtitle(s, {0, 2, 0}, Settings());
-       },
-       "Alteration Error: The project has no subtitle stream \"Track.0.Sub3\". `quorvelant check --tree` "
-       "lists the keys of its elements"},
-      {[](EditSession& s) {
-         return ReplaceBitmap(s, {0, 0, 150}, "b.bmp");
-       },
-       "Sub Replace Error: There is no Subpicture at this timestamp"},
-      {[=](EditSession& s) {
-         return SetTimes(s, first, {100, 100});
-       },
-       "Sub Overlap error: The new Start Time and Duration (00:00:08:00) will result in an overlap of the "
-       "next "
-       "subtitle (00:00:08:00)"},
-      {[=](EditSession& s) {
-         return SetTimes(s, first, {1000, 10});
-       },
-       "Sub Time Error: The Start Time (00:00:40:00) is not before the end of the track (00:00:40:00)"},
-      {[](EditSession& s) {
-         return SetTimes(s, {0, 0, 2}, {0, 1});
-       },
-       "Alteration Error: The project has no subtitle \"Track.0.Sub1.SubPlay3\". `quorvelant check --tree` "
-       "lists the keys of its elements"},
-      {[](EditSession& s) { return NewPalette(s, "Default", {}); },
-       "New Palette Error: This palette name already exists - reselect"},
-      {[](EditSession& s) { return NewPalette(s, "", {}); },
-       "New Palette Error: A palette needs a name of one line"},
-      {[](EditSession& s) { return ChangePalette(s, "Defaults", {}); },
-       "Alteration Error: The project has no palette \"Defaults\". `quorvelant check --tree` lists the keys "
-       "of its elements"},
-      {[](EditSession& s) { return SpreadColors(s, 0, 0, Colours(16), SpreadColor::Display, true); },
-       "Colour Error: Colours and contrasts are 0 to 15, not 16"},
-      {[](EditSession& s) { return SpreadColors(s, 0, 2, Colours(1), SpreadColor::Display, false); },
-       "Alteration Error: The project has no subtitle stream \"Track.0.Sub3\". `quorvelant check --tree` "
-       "lists the keys of its elements"},
-      {[](EditSession& s) { return SaveFrameAsTrack(s, 1, Picture(8, 8), "a.bmp", Consent::None); },
-       "Alteration Error: The project has no track \"Track.1\". `quorvelant check --tree` lists the keys of "
-       "its elements"},
-      {[](EditSession& s) { return SaveFrame(s, Picture(8, 8), "/nowhere/a.bmp", Consent::None); },
-       "Save Frame Error: The picture cannot be written to '/nowhere/a.bmp': No such file or directory"},
+      {[](auto& s) { return NewSubtitle(s, At(0, {}), Settings()); }, SubtitleStreamMissing},
+      {[](auto& s) { return NewSubtitle(s, At(100), Settings()); }, SubtitleExists},
+      {[](auto& s) { return NewSubtitle(s, At(99), Settings()); }, SubtitleWithoutRoom, "00:00:04:00"},
+      {[](auto& s) { return NewSubtitle(s, At(0, 2), Settings()); }, NoSuchElement, "Sub3"},
+      {[](auto& s) { return ReplaceBitmap(s, At(150), "b.bmp"); }, SubtitleMissing},
+      {Timed(0, {100, 100}), SubtitleMeetsNext, "(00:00:08:00)"},
+      {Timed(0, {1000, 10}), SubtitlePastEnd, "(00:00:40:00)"},
+      {Timed(2, {0, 1}), NoSuchElement, "SubPlay3"},
+      {[](auto& s) { return NewPalette(s, "Default", {}); }, PaletteNameTaken},
+      {[](auto& s) { return NewPalette(s, "", {}); }, PaletteNameless},
+      {[](auto& s) { return ChangePalette(s, "Defaults", {}); }, NoSuchElement, "\"Defaults\""},
+      {[=](auto& s) { return SpreadColors(s, 0, 0, Colours(16), shown, true); }, PaletteIndexBeyond, "16"},
+      {[=](auto& s) { return SpreadColors(s, 0, 2, Colours(1), shown, false); }, NoSuchElement, "Sub3"},
+      {[](auto& s) { return SaveFrameAsTrack(s, 1, Picture(8, 8), "a.bmp", Consent::None); }, NoSuchElement,
+       "Track.1"},
+      {[](auto& s) { return SaveFrame(s, Picture(8, 8), "/nowhere/a.bmp", Consent::None); }, ImageUnwritten,
+       "'/nowhere/a.bmp': No such file or directory"},
   };
   FilmSession film;
   const Project before = film.Session.Work();
   for (const auto& test : cases) {
-    const Outcome outcome = test.Operation(film.Session);
+    const Outcome outcome = test.Do(film.Session);
     EXPECT_EQ(outcome.Result, Outcome::Kind::Refused);
-    EXPECT_EQ(outcome.Words.Title + ": " + outcome.Words.Text, test.Box);
+    EXPECT_EQ(outcome.Words.Code, test.Kind.Code);
+    EXPECT_THAT(outcome.Words.Text, testing::HasSubstr(test.Says));
   }
   EXPECT_FALSE(film.Session.CanUndo());
   EXPECT_TRUE(film.Session.Work().SameContent(before));
@@ -146,48 +123,32 @@ TEST(Overlays, EveryRefusalHasItsBoxAndChangesNothing) {
 TEST(Overlays, EveryOperationCanBeUndone) {
   TempFolder folder;
   const std::string bitmap = folder / "frame.bmp";
+  const FourColors nine = Colours(9);
   const struct {
-    std::function<Outcome(EditSession&)> Operation;
+    Operation Do;
     const char* Key;
     bool Adds = false;
   } cases[] = {
-      {[](EditSession& s) {
-         return NewSubtitle(s, {0, 0, 170}, Settings());
-       },
-       "Track.0.Sub1.SubPlay2", true},
-      {[](EditSession& s) {
-         return ReplaceBitmap(s, {0, 0, 120}, "b.bmp");
-       },
-       "Track.0.Sub1.SubPlay1"},
-      {[](EditSession& s) {
-         return SetTimes(s, {0, 0, 0}, {900, 10});
-       },
-       "Track.0.Sub1.SubPlay3", true},
-      {[](EditSession& s) {
-         return SetUsed(s, {0, 0, 1}, false);
-       },
-       "Track.0.Sub1.SubPlay2"},
-      {[](EditSession& s) {
-         return SetForcedMark(s, {0, 0, 1}, true);
-       },
-       "Track.0.Sub1.SubPlay2"},
-      {[](EditSession& s) { return SpreadColors(s, 0, 0, Colours(9), SpreadColor::Conversion, false); },
-       "Track.0.Sub1"},
-      {[](EditSession& s) { return SpreadColors(s, 0, 0, Colours(9), SpreadColor::Display, true); },
-       "Track.0"},
-      {[](EditSession& s) { return NewPalette(s, ProposedPaletteName(s.Work()), {5}); }, "Palette_2", true},
-      {[](EditSession& s) { return ChangePalette(s, "Default", {6}); }, "Default"},
-      {[&](EditSession& s) { return SaveFrameAsTrack(s, 0, Picture(360, 288), bitmap, Consent::None); },
+      {[](auto& s) { return NewSubtitle(s, At(170), Settings()); }, "Track.0.Sub1.SubPlay2", true},
+      {[](auto& s) { return ReplaceBitmap(s, At(120), "b.bmp"); }, "Track.0.Sub1.SubPlay1"},
+      {Timed(0, {900, 10}), "Track.0.Sub1.SubPlay3", true},
+      {[](auto& s) { return SetUsed(s, Second, false); }, "Track.0.Sub1.SubPlay2"},
+      {[](auto& s) { return SetForcedMark(s, Second, true); }, "Track.0.Sub1.SubPlay2"},
+      {[=](auto& s) { return SpreadColors(s, 0, 0, nine, SpreadColor::Conversion, false); }, "Track.0.Sub1"},
+      {[=](auto& s) { return SpreadColors(s, 0, 0, nine, SpreadColor::Display, true); }, "Track.0"},
+      {[](auto& s) { return NewPalette(s, ProposedPaletteName(s.Work()), {5}); }, "Palette_2", true},
+      {[](auto& s) { return ChangePalette(s, "Default", {6}); }, "Default"},
+      {[&](auto& s) { return SaveFrameAsTrack(s, 0, Picture(360, 288), bitmap, Consent::None); },
        "Track.1.Video1", true},
   };
   FilmSession film;
   std::vector<Project> states{film.Session.Work()};
   for (const auto& test : cases) {
-    EXPECT_EQ(test.Operation(film.Session).Key, test.Key);
+    EXPECT_EQ(test.Do(film.Session).Key, test.Key);
     EXPECT_FALSE(film.Session.Work().SameContent(states.back())) << test.Key;
     states.push_back(film.Session.Work());
     if (!test.Adds) {
-      EXPECT_TRUE(test.Operation(film.Session).IsDone());  // what is so already is no step
+      EXPECT_TRUE(test.Do(film.Session).IsDone());  // what is so already is no step
     }
   }
   for (auto state = states.rbegin() + 1; state != states.rend(); ++state) {
@@ -199,7 +160,7 @@ TEST(Overlays, EveryOperationCanBeUndone) {
 
 TEST(Overlays, ANewSubtitleTakesTheSettingsAndItsPlace) {
   FilmSession film;
-  EXPECT_TRUE(NewSubtitle(film.Session, {0, 0, 170}, Settings()).IsDone());
+  EXPECT_TRUE(NewSubtitle(film.Session, At(170), Settings()).IsDone());
   EXPECT_EQ(film.Entry(1).Start, "00:00:06:20");
   EXPECT_EQ(film.Entry(1).End, "00:00:07:24");  // a frame before the next
   EXPECT_EQ(film.Entry(1).Duration, "00:00:01:04");
@@ -207,7 +168,7 @@ TEST(Overlays, ANewSubtitleTakesTheSettingsAndItsPlace) {
   EXPECT_EQ(film.Entry(1).X1, 7);
   EXPECT_FALSE(film.Entry(1).Forced);
   EXPECT_TRUE(film.Shown().HasSubs);
-  EXPECT_TRUE(NewSubtitle(film.Session, {0, 0, 600}, Settings()).IsDone());  // under the buttons
+  EXPECT_TRUE(NewSubtitle(film.Session, At(600), Settings()).IsDone());  // under the buttons
   EXPECT_TRUE(film.Entry(3).Forced);
   EXPECT_EQ(SetForcedMark(film.Session, {0, 0, 3}, false).Words.Text,
             "Subtitles must always be set to Forced when highlight buttons exist");
