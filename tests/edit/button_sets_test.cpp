@@ -1,23 +1,22 @@
 #include "edit/button_sets.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "base/timecode.h"
 #include "edit/button_numbers.h"
 #include "edit/messages.h"
+#include "film_track.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "model/walk.h"
 
 namespace quorvelant {
 namespace {
-
-using testing::ElementsAre;
 
 HighlightPlay SetOf(const char* start, const std::string& names) {
   HighlightPlay set;
@@ -66,15 +65,8 @@ std::string NamesIn(const Cell_P& cell) {
 struct Menu {
   explicit Menu(const Rules& rules = Rules::Classic) : Session(rules) {
     Project project = Session.Work();
-    Track& track = project.Tracks.Add({});
-    track.TrackName = "Menu";
-    track.Filled = true;
-    track.Standard = "PAL";
-    track.Aspect = "4:3";
+    Track& track = project.Tracks.Add(Film("Menu", 2));
     track.HasHighlights = true;
-    track.Scenes.resize(2);
-    track.Scenes[0].Name = "one";
-    track.Scenes[1].Name = "two";
     track.Scenes[1].Frame = 200;
     track.HighlightPlays = {SetOf("00:00:04:00", "de"), SetOf("00:00:00:00", "abc"),
                             SetOf("00:00:09:00", "f")};
@@ -95,16 +87,23 @@ struct Menu {
   }
 
   const Track& MenuTrack() const { return Session.Work().Tracks[0]; }
-  std::vector<std::string> Commands() const {
-    std::vector<std::string> names;
+  // Those of each cell, parted by "|".
+  std::string Commands() const {
+    std::string names;
     for (const auto& at : LivePgcs(Session.Work())) {
       for (const Cell_P* cell : LiveCells(*at.Chain)) {
-        names.push_back(NamesIn(*cell));
+        names += NamesIn(*cell) + "|";
       }
     }
     return names;
   }
   EditedSet Open(std::size_t set) const { return OpenSet(MenuTrack(), set, {}); }
+  // The commands of all cells after the set is saved.
+  std::string Put(const EditedSet& set, std::string_view key = "") {
+    const Outcome outcome = PutButtons(Session, 0, set);
+    EXPECT_TRUE(outcome.IsDone() && (key.empty() || outcome.Key == key)) << outcome.Words.Text << outcome.Key;
+    return Commands();
+  }
 
   static constexpr const char* MenuKey = "VMG1.LANGUAGE1.PGC1";
   EditSession Session;
@@ -116,33 +115,29 @@ void Draw(EditedSet& set) {
 
 TEST(ButtonSets, CommandsStayWithTheirButtons) {
   Menu menu;
-  EXPECT_THAT(menu.Commands(), ElementsAre("abc de", "f", ""));
+  EXPECT_EQ(menu.Commands(), "abc de|f||");
   EditedSet set = menu.Open(1);
   set.Buttons[1].Removed = true;
   Draw(set);
-  EXPECT_EQ(PutButtons(menu.Session, 0, set).Key, "Track.0.High2");
-  EXPECT_THAT(menu.Commands(), ElementsAre("ac- de", "f", ""));
+  EXPECT_EQ(menu.Put(set, "Track.0.High2"), "ac- de|f||");
   EXPECT_EQ(menu.MenuTrack().HighlightPlays[1].Buttons[2].Name, "Button_1");
   menu.Session.Undo();
-  EXPECT_THAT(menu.Commands(), ElementsAre("abc de", "f", ""));
+  EXPECT_EQ(menu.Commands(), "abc de|f||");
 
   set = menu.Open(0);  // the later one of the scene
   set.Buttons[0].Removed = true;
   std::swap(set.Buttons[0], set.Buttons[1]);
-  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
-  EXPECT_THAT(menu.Commands(), ElementsAre("abc e", "f", ""));
+  EXPECT_EQ(menu.Put(set), "abc e|f||");
 
   set = menu.Open(2);
   set.Set.StartTimeToVideo = "00:00:02:00";  // into the first scene, between the two others
-  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
-  EXPECT_THAT(menu.Commands(), ElementsAre("abc f e", "", ""));
+  EXPECT_EQ(menu.Put(set), "abc f e|||");
 
   set = menu.Open(1);
   for (EditedButton& button : set.Buttons) {
     button.Removed = true;
   }
-  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
-  EXPECT_THAT(menu.Commands(), ElementsAre("f e", "", ""));
+  EXPECT_EQ(menu.Put(set), "f e|||");
   EXPECT_EQ(menu.MenuTrack().HighlightPlays.size(), 2U);
 }
 
@@ -163,12 +158,10 @@ TEST(ButtonSets, SilentCellsSpeakOnlyWhereNoneDoes) {
   Menu menu;
   EditedSet set = NewSet(menu.MenuTrack(), 260, nullptr);
   Draw(set);
-  EXPECT_EQ(PutButtons(menu.Session, 0, set).Key, "Track.0.High4");
-  EXPECT_THAT(menu.Commands(), ElementsAre("abc de", "f -", ""));
+  EXPECT_EQ(menu.Put(set, "Track.0.High4"), "abc de|f -||");
   set = menu.Open(2);
   set.Buttons[0].Removed = true;
-  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
-  EXPECT_THAT(menu.Commands(), ElementsAre("abc de", "-", ""));
+  EXPECT_EQ(menu.Put(set), "abc de|-||");
 }
 
 TEST(ButtonSets, AWantedSetKeepsButtonsByTheirNames) {
@@ -178,8 +171,7 @@ TEST(ButtonSets, AWantedSetKeepsButtonsByTheirNames) {
   set.Buttons = EditedButtons(set.Set, wanted, {});
   set.Set.ForcedSelect = 2;
   set.Set.ForcedAction = 1;
-  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
-  EXPECT_THAT(menu.Commands(), ElementsAre("c-a de", "f", ""));
+  EXPECT_EQ(menu.Put(set), "c-a de|f||");
   const HighlightPlay& saved = menu.MenuTrack().HighlightPlays[1];
   EXPECT_EQ(saved.ForcedSelect, 1);  // its button is gone
   EXPECT_EQ(saved.ForcedAction, 3);
@@ -191,14 +183,13 @@ TEST(ButtonSets, LimitsBindNewButtonsAlone) {
     Menu menu(rules);
     EditedSet set = menu.Open(1);
     set.Buttons.resize(limit);
-    EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+    menu.Put(set);
     set = menu.Open(1);
     Draw(set);
-    const Outcome refused = PutButtons(menu.Session, 0, set);
-    EXPECT_EQ(refused.Words.Title, "New Button Error");
+    EXPECT_TRUE(PutButtons(menu.Session, 0, set).Words.Is(message::ButtonsAtLimit));
     EXPECT_EQ(menu.MenuTrack().HighlightPlays[1].Buttons.size(), limit);
     set.Buttons[0].Removed = true;
-    EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
+    menu.Put(set);
   }
   Menu menu;
   EditedSet set = menu.Open(1);
@@ -208,44 +199,39 @@ TEST(ButtonSets, LimitsBindNewButtonsAlone) {
 }
 
 TEST(ButtonSets, SelectedButtonsFollowTheirNumbers) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"LinkTopPGC, button=3", "LinkTopPGC, button=2"},
-      {"if ( GPRM1 == 3 ) LinkTopPGC, button=2", "if ( GPRM1 == 3 ) LinkTopPGC, button=0"},
-      {"LinkTopPGC, button=1", "LinkTopPGC, button=1"},
-      {"LinkTopPGC, button=9", "LinkTopPGC, button=9"},
-      {"LinkPGN Buttons, button=3", "LinkPGN Buttons, button=2"},
-      {"LinkCN Second, button=3", "LinkCN Second, button=3"},  // which shows another set
-      {"LinkNextC, button=3", "LinkNextC, button=3"},          // to no certain set
-      {"SetHL_BTNN HL_BTTN=3", "SetHL_BTNN HL_BTTN=3"},
+  // The command, the button that it has then, and what where all cells show the set.
+  const std::tuple<std::string, char, char> cases[] = {
+      {"LinkTopPGC, button=3", '2', '2'},
+      {"if ( GPRM1 == 3 ) LinkTopPGC, button=2", '0', '0'},
+      {"LinkTopPGC, button=1", '1', '1'},
+      {"LinkTopPGC, button=9", '9', '9'},
+      {"LinkPGN Buttons, button=3", '2', '2'},
+      {"LinkCN Second, button=3", '3', '3'},  // which shows another set, or none
+      {"LinkNextC, button=3", '3', '2'},      // to no certain set
+      {"SetHL_BTNN HL_BTTN=3", '3', '2'},
   };
-  Menu menu;
-  Project project = menu.Session.Work();
-  PGC_P& chain = *FindPgc(project.Disc, Menu::MenuKey);
-  PG_P& program = *chain.PG.Item(1);
-  program.PGName = "Buttons";
-  program.Cell.Item(2)->CellName = "Second";
-  for (const auto& [before, after] : cases) {
-    chain.PreCommands.emplace_back().FullCommand = before;
+  for (const bool alone : {false, true}) {
+    Menu menu;
+    Project project = menu.Session.Work();
+    PGC_P& chain = *FindPgc(project.Disc, Menu::MenuKey);
+    PG_P& program = *chain.PG.Item(1);
+    program.PGName = "Buttons";
+    program.Cell.Item(2)->CellName = "Second";
+    program.Cell.Item(2)->Removed = alone;
+    chain.PreCommands.clear();
+    for (const auto& row : cases) {
+      chain.PreCommands.emplace_back().FullCommand = std::get<0>(row);
+    }
+    menu.Session.Replace(std::move(project), {});
+    EditedSet set = menu.Open(1);
+    set.Buttons[1].Removed = true;
+    menu.Put(set);
+    auto command = FindPgc(menu.Session.Work().Disc, Menu::MenuKey)->PreCommands.begin();
+    for (auto [text, now, nowAlone] : cases) {
+      text.back() = alone ? nowAlone : now;
+      EXPECT_EQ((command++)->FullCommand, text);
+    }
   }
-  menu.Session.Replace(project, {});
-  EditedSet set = menu.Open(1);
-  set.Buttons[1].Removed = true;
-  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
-  Project now = menu.Session.Work();
-  const CommandList& list = FindPgc(now.Disc, Menu::MenuKey)->PreCommands;
-  const std::size_t first = list.size() - std::size(cases);
-  for (std::size_t i = 0; i < std::size(cases); ++i) {
-    EXPECT_EQ(list[first + i].FullCommand, cases[i].second);
-  }
-
-  // Where all cells show the set, the others follow as well.
-  program.Cell.Item(2)->Removed = true;
-  menu.Session.Replace(project, {});
-  EXPECT_TRUE(PutButtons(menu.Session, 0, set).IsDone());
-  now = menu.Session.Work();
-  const CommandList& followed = FindPgc(now.Disc, Menu::MenuKey)->PreCommands;
-  EXPECT_EQ(followed[first + 6].FullCommand, "LinkNextC, button=2");
-  EXPECT_EQ(followed[first + 7].FullCommand, "SetHL_BTNN HL_BTTN=2");
 }
 
 TEST(ButtonSets, ANewSetLastsAsLongAsItsSubtitle) {

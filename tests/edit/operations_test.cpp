@@ -17,6 +17,7 @@
 #include "edit/source_removal.h"
 #include "edit/structure.h"
 #include "edit/tree.h"
+#include "film_track.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "model/messages.h"
@@ -32,22 +33,6 @@ using testing::HasSubstr;
 
 constexpr std::string_view Chain = "VTS1.TITLE1.PGC1";
 constexpr std::string_view RootMenu = "VTS1.LANGUAGE1.PGC1";
-
-Track Film(const std::string& name, std::size_t scenes = 1, std::string_view aspect = "4:3",
-           std::string_view standard = "PAL") {
-  Track track;
-  track.TrackName = name;
-  track.Standard = standard;
-  track.Aspect = aspect;
-  track.Filled = true;
-  track.VideoPlays.emplace_back().File = name + ".m2v";
-  for (std::size_t i = 1; i <= scenes; ++i) {
-    Scene& scene = track.Scenes.emplace_back();
-    scene.Name = fmt::format("{}_Scene{}", name, i);
-    scene.Frame = static_cast<std::int32_t>(i * 100);
-  }
-  return track;
-}
 
 Track FilmWithSound(const std::string& name, std::string_view format, std::string_view language = "English") {
   Track track = Film(name);

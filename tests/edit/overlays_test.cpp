@@ -9,6 +9,7 @@
 
 #include "edit/messages.h"
 #include "edit/saved_frame.h"
+#include "film_track.h"
 #include "picture/picture_loader.h"
 #include "script/script_writer.h"
 #include "subpicture/messages.h"
@@ -23,18 +24,12 @@ using testing::ElementsAre;
 
 // A film of 40 s with buttons from 20 to 30 s, a stream with entries at 4 to 6 and 8 to 10 s, an empty one
 // and a removed one with an entry.
-Project Film() {
+Project Sample() {
   Project project;
-  Track& track = project.Tracks.Add({});
-  track.TrackName = "Film";
-  track.Filled = true;
-  track.Standard = "PAL";
-  track.Aspect = "16:9";
+  Track& track = project.Tracks.Add(Film("Film", 1, "16:9"));
   track.DisplayMode = "Only LetterBox";
   track.Letter = true;
   track.VideoFrames = 1000;
-  track.VideoPlays.emplace_back().File = "film.m2v";
-  track.Scenes.emplace_back().Name = "Film_Scene1";
   track.SubStreams.resize(3);
   for (const std::size_t stream : {0U, 0U, 2U}) {
     SubPicturePlay& entry = track.SubStreams[stream].SubPlays.emplace_back();
@@ -53,7 +48,7 @@ Project Film() {
 }
 
 struct FilmSession {
-  FilmSession() { Session.Replace(Film(), {}); }
+  FilmSession() { Session.Replace(Sample(), {}); }
   const Track& Shown() const { return Session.Work().Tracks[0]; }
   const SubPicturePlay& Entry(std::size_t entry) const { return Shown().SubStreams[0].SubPlays.at(entry); }
   EditSession Session{Rules::Players};

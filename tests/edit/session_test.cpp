@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "edit/change.h"
+#include "film_track.h"
 #include "model/default_structure.h"
 #include "script/script_writer.h"
 #include "support/recording_ui.h"
@@ -51,16 +52,12 @@ class Mirror : public EditListener {
   }
 
  private:
-  TreeNode* Find(TreeNode& node, const std::string& key) {
-    if (node.Key == key) {
-      return &node;
+  static TreeNode* Find(TreeNode& node, const std::string& key) {
+    TreeNode* found = node.Key == key ? &node : nullptr;
+    for (auto child = node.Children.begin(); found == nullptr && child != node.Children.end(); ++child) {
+      found = Find(*child, key);
     }
-    for (TreeNode& child : node.Children) {
-      if (TreeNode* found = Find(child, key)) {
-        return found;
-      }
-    }
-    return nullptr;
+    return found;
   }
   TreeNode* NodeOf(const std::string& key) {
     TreeNode* node = Find(segments_, key);
@@ -72,49 +69,6 @@ class Mirror : public EditListener {
   TreeNode structure_;
 };
 
-Scene SceneAt(std::string name, std::int32_t frame) {
-  Scene scene;
-  scene.Name = std::move(name);
-  scene.Frame = frame;
-  return scene;
-}
-
-Track Film(const std::string& name, int scenes) {
-  Track track;
-  track.TrackName = name;
-  track.Standard = "PAL";
-  track.Aspect = "16:9";
-  track.Letter = true;
-  track.Filled = true;
-  track.VideoPlays.emplace_back().File = name + ".m2v";
-  for (int i = 1; i <= scenes; ++i) {
-    track.Scenes.push_back(SceneAt(name + "_Scene" + std::to_string(i), i * 100));
-  }
-  return track;
-}
-
-EditOptions IntoFolder(std::string folder) {
-  EditOptions options;
-  options.DestinationFolder = std::move(folder);
-  return options;
-}
-
-Message Words(std::string text) {
-  Message message;
-  message.Text = std::move(text);
-  return message;
-}
-
-void PlayIn(VTS_P& entry, std::size_t track, const Track& source) {
-  Collection<PG_P>& programs = entry.Title.Item(1)->PGC.Item(1)->PG;
-  for (std::size_t i = 0; i < source.Scenes.size(); ++i) {
-    Cell_P cell;
-    cell.SegmentUsed = static_cast<std::int32_t>(track);
-    cell.SceneUsed = source.Scenes[i].Name;
-    programs.Add({}).Cell.Add(cell);
-  }
-}
-
 class SessionTest : public testing::Test {
  protected:
   // A step of whatever kind.
@@ -124,16 +78,21 @@ class SessionTest : public testing::Test {
     static_cast<void>(change.Commit());
     EXPECT_TRUE(Model.IsTrue());
   }
-  void AddFilm(const std::string& name, int scenes) {
+  void AddFilm(const std::string& name, std::size_t scenes) {
     Do([&](Change& change) {
       const std::size_t index = change.Work().Tracks.Count();
-      change.Touch({Part::OfTrack(index)}).Tracks.Add(Film(name, scenes));
-      PlayIn(change.EditEntry(2), index, change.Work().Tracks[index]);
+      change.Touch({Part::OfTrack(index)}).Tracks.Add(Film(name, scenes, "16:9")).Letter = true;
+      for (const Scene& scene : change.Work().Tracks[index].Scenes) {
+        Cell_P cell;
+        cell.SegmentUsed = static_cast<std::int32_t>(index);
+        cell.SceneUsed = scene.Name;
+        change.EditEntry(2).Title.Item(1)->PGC.Item(1)->PG.Add({}).Cell.Add(cell);
+      }
     });
   }
   [[nodiscard]] std::string Script() const { return WriteScript(Session.Work()); }
 
-  EditSession Session{Rules::Players, IntoFolder("out")};
+  EditSession Session{Rules::Players, {.Import = {}, .DestinationFolder = "out"}};
   Mirror Model{Session};
 };
 
@@ -147,17 +106,21 @@ TEST_F(SessionTest, StartsOnAStructureWhoseCommandsLead) {
 }
 
 TEST_F(SessionTest, UndoAndRedoBringEveryStateBack) {
-  std::vector<std::string> states{Script()};
+  const std::string start = Script();
+  AddFilm("Film", 3);
+  std::vector<std::string> states{start, Script()};
   const auto then = [&](const std::function<void(Change&)>& what) {
     Do(what);
     states.push_back(Script());
   };
-  AddFilm("Film", 3);
-  states.push_back(Script());
   then([](Change& change) {  // a set more, and a film that the one before has the row of
     Project& project = change.Touch({Part::OfEntry(3), Part::OfTrack(1)});
     AddNewVTSSet(project, true, 2);
     project.Tracks.Add(Film("Second", 2));
+  });
+  then([](Change& change) {  // button sets show below cells
+    change.EditTrack(0).HasHighlights = true;
+    change.EditTrack(0).HighlightPlays.emplace_back();
   });
   then([](Change& change) { change.EditTrack(0).Removed = true; });
   then([](Change& change) { change.EditEntry(2).Removed = true; });
@@ -226,7 +189,9 @@ TEST_F(SessionTest, WhatFollowsFromTheStructureIsSettled) {
   Do([](Change& change) {
     Track& film = change.EditTrack(0);
     film.TrackName = "Other";
-    film.Scenes.insert(film.Scenes.begin() + 1, SceneAt("Between", 150));
+    Scene between;
+    between.Name = "Between";
+    film.Scenes.insert(film.Scenes.begin() + 1, between);
   });
   EXPECT_EQ(second.TrackName, "Other");
   EXPECT_EQ(second.pScene, 2) << "by its name";
@@ -240,16 +205,6 @@ TEST_F(SessionTest, WhatFollowsFromTheStructureIsSettled) {
   EXPECT_FALSE(set.VTSTitleInfo.Letter || Session.Work().Tracks[0].IDsLocked);
   Session.Undo();
   EXPECT_EQ(set.Standard(), "PAL");
-}
-
-TEST_F(SessionTest, ButtonSetsOfATrackShowBelowItsCells) {
-  AddFilm("Film", 2);
-  Do([](Change& change) {
-    change.EditTrack(0).HasHighlights = true;
-    change.EditTrack(0).HighlightPlays.emplace_back();
-  });
-  Session.Undo();
-  EXPECT_TRUE(Model.IsTrue());
 }
 
 TEST_F(SessionTest, TheHistoryIsBoundedByBytes) {
@@ -274,13 +229,13 @@ TEST(Carry, TellsRefusalsAndAsksQuestions) {
   RecordingUi ui;
   ui.Unattended = true;
   const auto asks = [](Consent consent) {
-    return consent == Consent::Given ? Outcome::Done("key") : Outcome::Asks(Words("sure?"));
+    return consent == Consent::Given ? Outcome::Done("key") : Outcome::Asks({});
   };
   EXPECT_FALSE(Carry(ui, asks).IsDone()) << "nobody there: no";
   ui.Answers = {true};
   EXPECT_EQ(Carry(ui, asks).Key, "key");
   EXPECT_TRUE(ui.Messages.empty());
-  EXPECT_FALSE(Carry(ui, [](Consent) { return Outcome::Refused(Words("no")); }).IsDone());
+  EXPECT_FALSE(Carry(ui, [](Consent) { return Outcome::Refused({}); }).IsDone());
   EXPECT_EQ(ui.Messages.size(), 1U);
 }
 

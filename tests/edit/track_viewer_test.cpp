@@ -5,7 +5,7 @@
 
 #include <map>
 #include <string>
-#include <utility>
+#include <tuple>
 
 namespace quorvelant {
 namespace {
@@ -43,13 +43,12 @@ std::optional<PictureIndex> IndexOf(const std::string& path) {
   return found == Indexes.end() ? std::nullopt : std::optional(found->second);
 }
 
-SubPicturePlay& AddEntry(Track& track, std::size_t stream, const char* start, const char* end,
-                         const char* duration = "") {
+void AddEntry(Track& track, std::size_t stream, const char* start, const char* end,
+              const char* duration = "") {
   SubPicturePlay& entry = track.SubStreams[stream].SubPlays.emplace_back();
   entry.Start = start;
   entry.End = end;
   entry.Duration = duration;
-  return entry;
 }
 
 TEST(TrackViewer, PicturesOfSeveralPlaysStandInARow) {
@@ -73,21 +72,18 @@ TEST(TrackViewer, PicturesOfSeveralPlaysStandInARow) {
 }
 
 TEST(TrackViewer, ViewsFollowAspectAndDisplayMode) {
-  const struct {
-    const char* Aspect;
-    const char* DisplayMode;
-    std::vector<ViewMode> Views;
-  } cases[] = {{"4:3", "Both PanScan and LetterBox", {ViewMode::Normal}},
-               {"16:9", "Not Specified", {ViewMode::Wide}},
-               {"16:9", "Only PanScan", {ViewMode::Wide, ViewMode::Pan}},
-               {"16:9", "Only LetterBox", {ViewMode::Wide, ViewMode::LetterBox}},
-               {"16:9", "Both PanScan and LetterBox", {ViewMode::Wide, ViewMode::Pan, ViewMode::LetterBox}}};
+  const std::tuple<const char*, const char*, std::vector<ViewMode>> cases[] = {
+      {"4:3", "Both PanScan and LetterBox", {ViewMode::Normal}},
+      {"16:9", "Not Specified", {ViewMode::Wide}},
+      {"16:9", "Only PanScan", {ViewMode::Wide, ViewMode::Pan}},
+      {"16:9", "Only LetterBox", {ViewMode::Wide, ViewMode::LetterBox}},
+      {"16:9", "Both PanScan and LetterBox", {ViewMode::Wide, ViewMode::Pan, ViewMode::LetterBox}}};
   Track track;
-  for (const auto& test : cases) {
-    track.Aspect = test.Aspect;
-    track.DisplayMode = test.DisplayMode;
-    EXPECT_EQ(OfferedViews(track), test.Views) << test.Aspect << test.DisplayMode;
-    EXPECT_EQ(ButtonViewOf(track, ViewMode::Pan).DisplayModes, test.Views.size());
+  for (const auto& [aspect, mode, views] : cases) {
+    track.Aspect = aspect;
+    track.DisplayMode = mode;
+    EXPECT_EQ(OfferedViews(track), views) << aspect << mode;
+    EXPECT_EQ(ButtonViewOf(track, ViewMode::Pan).DisplayModes, views.size());
   }
 }
 
@@ -100,14 +96,15 @@ TEST(TrackViewer, StreamsFollowTheWordsOfTheirDisplayMode) {
   EXPECT_THAT(StreamsIn(ViewMode::Normal, track), IsEmpty());
   track.Aspect = "4:3";
   EXPECT_THAT(StreamsIn(ViewMode::Normal, track), ElementsAre(2));
-  EXPECT_EQ(StreamsLine(ViewMode::Normal, false),
-            "Subtitle streams that are available for this Viewing Mode (4:3)");
-  EXPECT_EQ(StreamsLine(ViewMode::Wide, false),
-            "Subtitle streams that are available for this Viewing Mode (Wide)");
-  EXPECT_EQ(StreamsLine(ViewMode::Wide, true), "Subtitle streams set for this Viewing Mode (Wide)");
-  EXPECT_EQ(StreamsLine(ViewMode::Pan, true), "Subtitle streams set for this Viewing Mode (Pan-Scan)");
-  EXPECT_EQ(StreamsLine(ViewMode::LetterBox, true),
-            "Subtitle streams set for this Viewing Mode (LetterBoxed)");
+  const std::tuple<ViewMode, bool, const char*> lines[] = {
+      {ViewMode::Normal, false, "that are available for this Viewing Mode (4:3)"},
+      {ViewMode::Wide, false, "that are available for this Viewing Mode (Wide)"},
+      {ViewMode::Wide, true, "set for this Viewing Mode (Wide)"},
+      {ViewMode::Pan, true, "set for this Viewing Mode (Pan-Scan)"},
+      {ViewMode::LetterBox, true, "set for this Viewing Mode (LetterBoxed)"}};
+  for (const auto& [view, buttons, line] : lines) {
+    EXPECT_EQ(StreamsLine(view, buttons), std::string("Subtitle streams ") + line);
+  }
 }
 
 TEST(TrackViewer, MovesKeepTheExactFrameAndItsPicture) {
@@ -134,9 +131,8 @@ TEST(TrackViewer, MovesKeepTheExactFrameAndItsPicture) {
       {ViewerMove::PrevGop, 40, 3, 1},   {ViewerMove::FirstSub, 13, 1, 0},   {ViewerMove::LastSub, 67, 4, 2}};
   for (const auto& step : moves) {
     state = Moved(state, step.Move, material);
-    EXPECT_EQ(state.Frame, step.Frame);
-    EXPECT_EQ(state.Picture, step.Picture);
-    EXPECT_EQ(state.Entry.value_or(None), step.Entry) << step.Frame;
+    EXPECT_EQ(std::tuple(state.Frame, state.Picture, state.Entry.value_or(None)),
+              std::tuple(step.Frame, step.Picture, step.Entry));
   }
   EXPECT_EQ(StatusLine(state, material),
             "Subpicture Start= 00:00:02:17 ; Subpicture End=CELL_END (Duration=00:00:00:00)");

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "subpicture/messages.h"
@@ -10,6 +11,7 @@
 namespace quorvelant {
 namespace {
 
+using namespace message;
 using Entries = std::vector<SubPicturePlay>;
 
 SubPicturePlay Entry(const char* start, const char* end, const char* duration = "", const char* file = "") {
@@ -38,12 +40,11 @@ TEST(SubtitleTimes, AnEntryCoversItsStartAndNotItsEnd) {
 }
 
 TEST(SubtitleTimes, ANewEntryLastsTwoSecondsOrUpToTheNext) {
-  const struct {
+  struct Row {
     int Rate;
-    const char* Next;  // empty: none
-    const char* End;
-    const char* Duration;
-  } cases[] = {
+    const char *Next, *End, *Duration;  // next empty: none
+  };
+  constexpr Row Rows[] = {
       {25, "", "00:00:03:00", "00:00:02:00"},
       {25, "00:00:03:02", "00:00:03:00", "00:00:02:00"},  // gap 51
       {25, "00:00:03:01", "00:00:03:00", "00:00:02:00"},  // gap 50
@@ -51,30 +52,23 @@ TEST(SubtitleTimes, ANewEntryLastsTwoSecondsOrUpToTheNext) {
       {30, "00:00:02:00", "00:00:01:29", "00:00:00:29"},
       {25, "00:00:01:02", "00:00:01:01", "00:00:00:01"},
   };
-  for (const auto& test : cases) {
+  for (const Row& test : Rows) {
     Entries list{Entry("00:00:00:00", "00:00:00:05", "", "first")};
     if (*test.Next != 0) {
       list.insert(list.begin(), Entry(test.Next, "01:00:00:00", "", "next"));  // out of order, as loaded
     }
     EXPECT_EQ(InsertByStart(list, Entry("00:00:01:00", "", "", "new"), test.Rate), 1U);
-    EXPECT_EQ(list[0].File, "first");
-    EXPECT_EQ(list[1].File, "new");
-    EXPECT_EQ(list[1].End, test.End) << test.Next;
-    EXPECT_EQ(list[1].Duration, test.Duration) << test.Next;
+    EXPECT_EQ(list[0].File + " " + list[1].File, "first new");
+    EXPECT_EQ(list[1].End + list[1].Duration, std::string(test.End) + test.Duration) << test.Next;
   }
 }
 
 TEST(SubtitleTimes, WhereNoEntryCanBegin) {
   const Entries list{Entry("00:00:01:00", "00:00:02:00"), Entry("00:00:03:00", "00:00:03:00")};
-  const std::pair<std::int64_t, const MessageKind*> cases[] = {{0, nullptr},
-                                                               {23, nullptr},
-                                                               {24, &message::SubtitleWithoutRoom},
-                                                               {25, &message::SubtitleExists},
-                                                               {49, &message::SubtitleExists},
-                                                               {50, nullptr},
-                                                               {75, &message::SubtitleExists},
-                                                               {99, nullptr},
-                                                               {100, &message::SubtitlePastEnd}};
+  const std::pair<std::int64_t, const MessageKind*> cases[] = {
+      {0, nullptr},          {23, nullptr},         {24, &SubtitleWithoutRoom},
+      {25, &SubtitleExists}, {49, &SubtitleExists}, {50, nullptr},
+      {75, &SubtitleExists}, {99, nullptr},         {100, &SubtitlePastEnd}};
   for (const auto& [frame, kind] : cases) {
     const auto refusal = RefuseStart(list, frame, {25, 100});
     EXPECT_EQ(refusal ? refusal->Code : "", kind != nullptr ? kind->Code : "") << frame;
@@ -85,37 +79,30 @@ TEST(SubtitleTimes, ChangedTimesKeepAFrameToBothNeighbours) {
   // 25 to 50, 100 to 150, 200 on.
   const Entries list{Entry("00:00:01:00", "00:00:02:00"), Entry("00:00:04:00", "00:00:06:00"),
                      Entry("00:00:08:00", "")};
-  const struct {
-    std::size_t Entry;
-    SubtitleTimes Times;
-    const MessageKind* Refusal;
-  } cases[] = {
+  const std::tuple<std::size_t, SubtitleTimes, const MessageKind*> cases[] = {
       {1, {100, 99}, nullptr},
-      {1, {100, 100}, &message::SubtitleMeetsNext},
-      {1, {100, 0}, &message::SubtitleTimesUnfit},
+      {1, {100, 100}, &SubtitleMeetsNext},
+      {1, {100, 0}, &SubtitleTimesUnfit},
       {1, {51, 10}, nullptr},
-      {1, {50, 10}, &message::SubtitleMeetsEarlier},
-      {1, {25, 10}, &message::SubtitleMeetsEarlier},
-      {1, {0, 24}, nullptr},                        // before the first
-      {1, {0, 25}, &message::SubtitleMeetsNext},    // which is its next one then
-      {1, {201, 10}, nullptr},                      // the last has no end, and ends here
-      {1, {200, 10}, &message::SubtitleMeetsNext},  // of equal starts the first stays first
-      {2, {100, 10}, &message::SubtitleMeetsEarlier},
-      {1, {1000, 1}, &message::SubtitlePastEnd},
+      {1, {50, 10}, &SubtitleMeetsEarlier},
+      {1, {25, 10}, &SubtitleMeetsEarlier},
+      {1, {0, 24}, nullptr},               // before the first
+      {1, {0, 25}, &SubtitleMeetsNext},    // which is its next one then
+      {1, {201, 10}, nullptr},             // the last has no end, and ends here
+      {1, {200, 10}, &SubtitleMeetsNext},  // of equal starts the first stays first
+      {2, {100, 10}, &SubtitleMeetsEarlier},
+      {1, {1000, 1}, &SubtitlePastEnd},
       {2, {200, 5000}, nullptr},  // the start has not moved
       {0, {25, 25}, nullptr},
   };
-  for (const auto& test : cases) {
-    const auto refusal = RefuseTimes(list, test.Entry, test.Times, {25, 1000});
-    EXPECT_EQ(refusal ? refusal->Code : "", test.Refusal != nullptr ? test.Refusal->Code : "")
-        << test.Times.Start << " " << test.Times.Frames;
+  for (const auto& [entry, times, kind] : cases) {
+    const auto refusal = RefuseTimes(list, entry, times, {25, 1000});
+    EXPECT_EQ(refusal ? refusal->Code : "", kind != nullptr ? kind->Code : "")
+        << times.Start << " " << times.Frames;
   }
   EXPECT_EQ(RefuseTimes(list, 1, {100, 100}, {25, 0})->Text,
-            "The new Start Time and Duration (00:00:08:00) will result in an overlap of the next subtitle "
-            "(00:00:08:00)");
-}
-
-TEST(SubtitleTimes, WhatHasItsTimesIsNotTested) {
+            MessageOf(SubtitleMeetsNext, "", "00:00:08:00", "00:00:08:00").Text);
+  // Times that an entry has are not tested.
   const Entries together{Entry("00:00:01:00", "00:00:05:00"), Entry("00:00:01:00", "00:00:05:00")};
   EXPECT_FALSE(RefuseTimes(together, 0, {25, 100}, {25, 10}));
 }

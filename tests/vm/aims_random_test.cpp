@@ -9,7 +9,6 @@
 #include "vm/check_commands.h"
 #include "vm/command_aims.h"
 #include "vm/command_target.h"
-#include "vm/name_rules.h"
 
 namespace quorvelant {
 namespace {
@@ -107,13 +106,12 @@ class Worker {
   void Step() {
     const auto before = Meanings();
     removed_ = Nowhere;
-    const std::size_t draw = Draw(10);
-    draw < 4 ? Remove() : draw < 6 ? Rename() : Add();
+    Draw(2) == 0 ? Remove() : Add();
     Compare(before, Meanings());
     const CommandAims anew(project_, Rules::Players);
-    for (const Places& places :
-         {Counted(project_).Titles, Counted(project_).Pgcs, Counted(project_).Programs}) {
-      const std::string key = KeyOf(Pick(places));
+    const Counted disc(project_);
+    for (const Places* places : {&disc.Titles, &disc.Pgcs, &disc.Programs}) {
+      const std::string key = KeyOf(Pick(*places));
       ASSERT_EQ(aims_->To(key), anew.To(key)) << key;
     }
   }
@@ -167,19 +165,17 @@ class Worker {
         AddEntry();
         return Settle(project_.Disc.Count());
       case 1:
-        at.InTitles ? AddTitle(*FindEntry(project_.Disc, key)) : AddProgram(*FindPgc(project_.Disc, key));
-        break;
+        at.InTitles ? AddTitle(*FindEntry(project_.Disc, key))
+                    : AddPgc(FindLanguage(project_.Disc, key)->PGC);
+        return Settle(at.Entry);
       case 2:
-        AddPgc(at.InTitles ? FindTitle(project_.Disc, key)->PGC : FindLanguage(project_.Disc, key)->PGC);
-        break;
       case 3:
         AddProgram(*FindPgc(project_.Disc, key));
-        break;
+        return Settle(at.Entry);
       default:
         FindProgram(project_.Disc, KeyOf(program))->Cell.Add({}).CellName = NewName();
         return Settle(program.Entry);
     }
-    Settle(at.Entry);
   }
 
   void Remove() {
@@ -190,38 +186,36 @@ class Worker {
       return;
     }
     removed_ = Pick(places);
-    const std::string key = KeyOf(removed_);
-    for (const CommandPlace& place : aims_->To(key)) {
+    for (const CommandPlace& place : aims_->To(KeyOf(removed_))) {
       ResetToNop(*FindCommand(project_, place));
     }
-    (removed_.Cell > 0      ? FindCell(project_.Disc, key)->Removed
-     : removed_.Program > 0 ? FindProgram(project_.Disc, key)->Removed
-     : removed_.Pgc > 0     ? FindPgc(project_.Disc, key)->Removed
-     : removed_.Unit > 0    ? FindTitle(project_.Disc, key)->Removed
-                            : FindEntry(project_.Disc, key)->Removed) = true;
+    *At(removed_).Removed = true;
     Settle(removed_.Entry);
   }
 
-  void Rename() {
-    const DiscPlace at = Pick(Counted(project_).Programs);
-    const std::string name = NewName();
-    ASSERT_FALSE(RefuseName(project_, ElementKind::Program, name, KeyOf(at)));
-    const auto edits = aims_->Renamed(project_, KeyOf(at), name);
-    ASSERT_TRUE(edits);
-    FindProgram(project_.Disc, KeyOf(at))->PGName = name;
-    Apply(*edits, at.Entry);
+  struct Element {
+    std::string* Name;
+    bool* Removed;
+  };
+  Element At(const DiscPlace& at) {
+    const std::string key = KeyOf(at);
+    const auto of = [](auto* element, auto name) { return Element{&(element->*name), &element->Removed}; };
+    return at.Cell > 0      ? of(FindCell(project_.Disc, key), &Cell_P::CellName)
+           : at.Program > 0 ? of(FindProgram(project_.Disc, key), &PG_P::PGName)
+           : at.Pgc > 0     ? of(FindPgc(project_.Disc, key), &PGC_P::PGCName)
+           : at.Unit > 0    ? of(FindTitle(project_.Disc, key), &Title_P::TitleName)
+                            : of(FindEntry(project_.Disc, key), &VTS_P::Key);
   }
 
-  // What follows every change of the structure.
-  void Settle(std::size_t entry) { Apply(aims_->Renumbered(project_, std::array{entry}), entry); }
-  void Apply(const std::vector<CommandEdit>& edits, std::size_t changed) {
-    std::vector<std::size_t> entries{changed};
-    for (const CommandEdit& edit : edits) {
+  // What follows every change of the structure; any entry may hold commands that became NOP.
+  void Settle(std::size_t entry) {
+    std::vector<std::size_t> entries{entry};
+    for (const CommandEdit& edit : aims_->Renumbered(project_, std::array{entry})) {
       FindCommand(project_, edit.Place)->FullCommand = edit.Text;
       entries.push_back(PlaceOfKey(edit.Place.Key)->Entry);
     }
-    for (std::size_t entry = 1; entry <= project_.Disc.Count() && removed_ != Nowhere; ++entry) {
-      entries.push_back(entry);  // commands that became NOP
+    for (std::size_t other = 1; other <= project_.Disc.Count() && removed_ != Nowhere; ++other) {
+      entries.push_back(other);
     }
     aims_->Update(project_, entries);
   }
@@ -231,9 +225,8 @@ class Worker {
     const Counted disc(project_);
     for (const DiscPlace& at : disc.Pgcs) {
       PGC_P& pgc = *FindPgc(project_.Disc, KeyOf(at));
-      for (int i = 0; i < 4; ++i) {
+      for (int i = 0; i < 8; ++i) {
         pgc.PreCommands.emplace_back().FullCommand = RandomText(disc, at);
-        pgc.CellCommands.emplace_back().FullCommand = RandomText(disc, at);
       }
       for (Cell_P* cell : LiveCells(pgc)) {
         cell->ButtonCommands.emplace_back().Commands.emplace_back().FullCommand = RandomText(disc, at);
@@ -268,11 +261,7 @@ class Worker {
     if (places.empty() || Draw(2) == 0) {
       return fmt::format("{}{}", word, index + 1);
     }
-    const std::string key = KeyOf(places[index]);
-    return places[index].Cell > 0      ? FindCell(project_.Disc, key)->CellName
-           : places[index].Program > 0 ? FindProgram(project_.Disc, key)->PGName
-           : places[index].Pgc > 0     ? FindPgc(project_.Disc, key)->PGCName
-                                       : FindTitle(project_.Disc, key)->TitleName;
+    return *At(places[index]).Name;
   }
 
   // What all live commands mean by their bytes, and that the index says the same.
@@ -300,9 +289,7 @@ class Worker {
       }
     };
     for (const DiscPlace& at : disc.Pgcs) {
-      const PGC_P& pgc = *FindPgc(project_.Disc, KeyOf(at));
-      add(at, ListKind::Pre, pgc.PreCommands);
-      add(at, ListKind::Cell, pgc.CellCommands);
+      add(at, ListKind::Pre, FindPgc(project_.Disc, KeyOf(at))->PreCommands);
     }
     for (const DiscPlace& at : disc.Cells) {
       for (const ButtonCommands_P& play : FindCell(project_.Disc, KeyOf(at))->ButtonCommands) {

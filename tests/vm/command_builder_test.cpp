@@ -52,18 +52,20 @@ List One(Instruction what, std::string target = {}) {
 void Append(List& all, const List& more) {
   all.insert(all.end(), more.begin(), more.end());
 }
+std::vector<std::int32_t> Ends(const NumberRange& numbers) {
+  return {numbers.Least, numbers.Most};
+}
 
 List WithSources(const List& list, const NumberRange& numbers = range::Register) {
   return Times(list, Edges(SourceKindsOf(list[0].Command), numbers),
                [](CommandFields& f, const Operand& source) { f.Command.Source = source; });
 }
 List WithDestinations(const List& list) {
-  return Times(list, std::vector{range::Gprm.Least, range::Gprm.Most},
+  return Times(list, Ends(range::Gprm),
                [](CommandFields& f, std::int32_t gprm) { f.Command.Destination = gprm; });
 }
 List WithLines(const List& list) {
-  return Times(list, std::vector{range::Line.Least, range::Line.Most},
-               [](CommandFields& f, std::int32_t line) { f.Command.Line = line; });
+  return Times(list, Ends(range::Line), [](CommandFields& f, std::int32_t line) { f.Command.Line = line; });
 }
 
 // Links with both ends of the button's numbers; targets as numbers, so that bytes can be told back.
@@ -74,7 +76,7 @@ struct Link {
 std::vector<Link> SubInstructionLinks() {
   std::vector<Link> links;
   for (const SubInstruction& sub : SubInstructions) {
-    for (const std::int32_t button : {range::LinkButton.Least, range::LinkButton.Most}) {
+    for (const std::int32_t button : Ends(range::LinkButton)) {
       links.push_back({{LinkKind::SubInstruction, sub.Code, button}, {}});
     }
   }
@@ -83,7 +85,7 @@ std::vector<Link> SubInstructionLinks() {
 std::vector<Link> AllLinks() {
   std::vector<Link> links = SubInstructionLinks();
   links.push_back({{.Kind = LinkKind::Pgc}, "300"});
-  for (const std::int32_t button : {range::LinkButton.Least, range::LinkButton.Most}) {
+  for (const std::int32_t button : Ends(range::LinkButton)) {
     links.push_back({{LinkKind::Part, 0, button}, "700"});
     links.push_back({{LinkKind::Program, 0, button}, "99"});
     links.push_back({{LinkKind::Cell, 0, button}, "255"});
@@ -118,7 +120,7 @@ List StreamCommands() {
   for (const bool byRegister : {false, true}) {
     const auto values = [byRegister](const NumberRange& numbers, std::vector<Operand> more) {
       std::vector<Operand> streams = byRegister ? Edges(RegistersOnly) : std::move(more);
-      for (const std::int32_t number : {numbers.Least, numbers.Most}) {
+      for (const std::int32_t number : Ends(numbers)) {
         streams.push_back(byRegister ? Operand() : Operand{OperandKind::Number, number});
       }
       return streams;
@@ -149,20 +151,20 @@ List StreamCommands() {
 
 List PlainCommands() {
   List all;
-  for (const Instruction what : {Instruction::Nop, Instruction::Break, Instruction::Exit}) {
-    Append(all, One(what));
+  using I = Instruction;
+  const std::pair<Instruction, const char*> jumps[] = {
+      {I::Nop, ""},      {I::Break, ""},       {I::Exit, ""},
+      {I::JumpTt, "99"}, {I::JumpVtsTt, "99"}, {I::JumpVtsPtt, "ptt_999 @ vts_ttn_99"}};
+  for (const auto& [what, target] : jumps) {
+    Append(all, One(what, target));
   }
   Append(all, WithLines(One(Instruction::GoTo)));
-  Append(all,
-         Times(WithLines(One(Instruction::SetTmpPml)), std::vector{range::Level.Least, range::Level.Most},
-               [](CommandFields& f, std::int32_t level) { f.Command.ParentalLevel = level; }));
+  Append(all, Times(WithLines(One(Instruction::SetTmpPml)), Ends(range::Level),
+                    [](CommandFields& f, std::int32_t level) { f.Command.ParentalLevel = level; }));
   Append(all, Times(One(Instruction::Link), AllLinks(), [](CommandFields& f, const Link& link) {
            f.Command.Link = link.Target;
            f.Target = link.Name;
          }));
-  Append(all, One(Instruction::JumpTt, "99"));
-  Append(all, One(Instruction::JumpVtsTt, "99"));
-  Append(all, One(Instruction::JumpVtsPtt, "ptt_999 @ vts_ttn_99"));
   Append(all, SystemSpaceCommands());
   return all;
 }
@@ -252,10 +254,8 @@ TEST(CommandBuilder, EveryCombinationOfferedLeadsToItsBytesAndBack) {
 
 // Texts of other spellings, and what fields make of them; none where they cannot say it.
 TEST(CommandBuilder, OpensOnAnySpelling) {
-  constexpr struct {
-    std::string_view Text;
-    std::string_view Canonical;  // empty: no fields
-  } Rows[] = {
+  constexpr std::pair<std::string_view, std::string_view> Rows[] = {
+      // empty: no fields
       {"", "NOP"},
       {"  linkcn My Cell ,BUTTON= 2", "LinkCN My Cell, button=2"},
       {"linkpgcn C", "LinkPGCN C"},
@@ -283,13 +283,10 @@ TEST(CommandBuilder, OpensOnAnySpelling) {
       {"JumpSS vts_1, vts_ttn_1 : MainMenu", ""},
       {"{ mov GPRM1, 2 ; Exit }", ""},
   };
-  for (const auto& row : Rows) {
-    const auto fields = FieldsOf(row.Text);
-    EXPECT_EQ(fields ? CommandText(*fields) : "", row.Canonical) << row.Text;
+  for (const auto& [text, canonical] : Rows) {
+    const auto fields = FieldsOf(text);
+    EXPECT_EQ(fields ? CommandText(*fields) : "", canonical) << text;
   }
-}
-
-TEST(CommandBuilder, TheDefaultChoiceOfResumeCells) {
   CommandFields fields = *FieldsOf("CallSS RSM=Cell,TitleMenu");
   fields.Resume = DefaultChoice;
   EXPECT_EQ(CommandText(fields), "CallSS RSM=0,TitleMenu");

@@ -45,15 +45,9 @@ Project Sample() {
   return project;
 }
 
-struct Row {
-  std::string_view Place;
-  TargetKind Kind;
-  std::vector<std::string> Names;
-};
-
 TEST(CommandChoices, NamesReachableFromAPlace) {
-  const Project project = Sample();
-  const std::vector<Row> rows{
+  Project project = Sample();
+  const std::tuple<std::string_view, TargetKind, std::vector<std::string>> rows[] = {
       {"FirstPGC", TargetKind::JumpTitle, {"VTS1_Title1", "VTS2_Title1"}},
       {"FirstPGC", TargetKind::VmgPgc, {"VMG_English_PGC1"}},
       {"FirstPGC", TargetKind::LinkPgc, {}},
@@ -73,16 +67,11 @@ TEST(CommandChoices, NamesReachableFromAPlace) {
       {"VTS1.TITLE1.PGC3", TargetKind::ResumeCell, {"C_CELL1"}},
       {"VTS1.TITLE1.PGC3", TargetKind::TimerPgc, {"VTS1_Title1_PGC1", "Credits"}},
   };
-  for (const Row& row : rows) {
-    const auto stand = StandOf(project, row.Place);
-    ASSERT_TRUE(stand) << row.Place;
-    EXPECT_EQ(TargetsFor(project, Rules::Players, *stand, row.Kind), row.Names)
-        << row.Place << " kind " << static_cast<int>(row.Kind);
+  for (const auto& [place, kind, names] : rows) {
+    const auto stand = StandOf(project, place);
+    ASSERT_TRUE(stand) << place;
+    EXPECT_EQ(TargetsFor(project, Rules::Players, *stand, kind), names) << place << static_cast<int>(kind);
   }
-}
-
-TEST(CommandChoices, RemovedPlacesAreNone) {
-  Project project = Sample();
   project.Disc.Item(3)->Removed = true;
   EXPECT_FALSE(StandOf(project, "VTS2.TITLE1.PGC1"));
   EXPECT_FALSE(StandOf(project, "VTS1.TITLE1.PGC12"));

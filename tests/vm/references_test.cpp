@@ -6,6 +6,7 @@
 
 #include "model/default_structure.h"
 #include "model/keys.h"
+#include "model/walk.h"
 #include "vm/check_commands.h"
 #include "vm/command_aims.h"
 #include "vm/messages.h"
@@ -15,7 +16,6 @@
 namespace quorvelant {
 namespace {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 // The pieces of a text that are references; "-" for one by a word alone.
@@ -79,63 +79,66 @@ TEST(References, AreReplacedOneByOne) {
   }
 }
 
-VMICommand_P& Put(CommandList& list, std::string text) {
-  return AddCommand(list, "Pre", std::move(text));
-}
-
-TEST(CommandAims, LeadToElementsAndNeverToPartsOfTheirNames) {
+// The default structure, with the commands told alone.
+Project WithCommands(const std::vector<std::pair<std::string_view, std::string>>& commands = {}) {
   Project project;
   MakeDefaultStructure(project);
-  VTS_P& set = *project.Disc.Item(2);
-  PGC_P& film = *FindPgc(project.Disc, "VTS1.TITLE1.PGC1");
-  PGC_P& root = *FindPgc(project.Disc, "VTS1.LANGUAGE1.PGC1");
-  film.PreCommands.clear();
-  root.PreCommands.clear();
   project.FirstPlay.PreCommands.clear();
-  FindPgc(project.Disc, "VMG1.LANGUAGE1.PGC1")->PreCommands.clear();
-  film.PGCName = "VTS1_Title1";
-  set.Title.Item(1)->PGC.Add({}).PGCName = "VTS1_Title10";
-  root.PGCName = "My Menu";
-  PG_P& empty = film.PG.Add({});
-  film.PG.Add({}).Cell.Add({}).CellName = "Shown";
-  empty.PGName = "Later";
+  for (const auto& at : LivePgcs(project)) {
+    at.Chain->PreCommands.clear();
+  }
+  for (const auto& [key, text] : commands) {
+    PGC_P& pgc = key == FirstPgcKey ? project.FirstPlay : *FindPgc(project.Disc, key);
+    AddCommand(pgc.PreCommands, "Pre", text);
+  }
+  return project;
+}
+constexpr const char* Film = "VTS1.TITLE1.PGC1";
+constexpr const char* Root = "VTS1.LANGUAGE1.PGC1";
 
-  Put(film.PreCommands, "LinkPGCN VTS1_Title10");
-  Put(film.PreCommands, "CallSS RSM=0,RootMenu");
-  Put(film.PreCommands, "LinkPGN 1, button=0");  // the first that has a cell
-  Put(root.PreCommands, "LinkPGCN MyMenu");
-  Put(root.PreCommands, "JumpVTS_PTT ptt_1 @ vts_ttn_1");
-  Put(project.FirstPlay.PreCommands, "JumpSS vts_1, vts_ttn_1 : RootMenu");
-  Put(project.FirstPlay.PreCommands, "JumpTT 2");  // there is one
+TEST(CommandAims, LeadToElementsAndNeverToPartsOfTheirNames) {
+  Project project = WithCommands({{Film, "LinkPGCN VTS1_Title10"},
+                                  {Film, "CallSS RSM=0,RootMenu"},
+                                  {Film, "LinkPGN 1, button=0"},  // the first that has a cell
+                                  {Root, "LinkPGCN MyMenu"},
+                                  {Root, "JumpVTS_PTT ptt_1 @ vts_ttn_1"},
+                                  {FirstPgcKey, "JumpSS vts_1, vts_ttn_1 : RootMenu"},
+                                  {FirstPgcKey, "JumpTT 2"}});  // there is one
+  PGC_P& film = *FindPgc(project.Disc, Film);
+  film.PGCName = "VTS1_Title1";
+  FindTitle(project.Disc, "VTS1.TITLE1")->PGC.Add({}).PGCName = "VTS1_Title10";
+  FindPgc(project.Disc, Root)->PGCName = "My Menu";
+  film.PG.Add({}).PGName = "Later";
+  film.PG.Add({}).Cell.Add({}).CellName = "Shown";
 
   const CommandAims aims(project, Rules::Players);
-  const auto to = [&](std::string_view key) {
+  const std::pair<const char*, std::vector<std::string>> rows[] = {
+      {Film, {"VTS1.LANGUAGE1.PGC1 Pre2"}},
+      {"VTS1.TITLE1.PGC2", {"VTS1.TITLE1.PGC1 Pre1"}},
+      {"VTS1.TITLE1.PGC1.PG2", {"VTS1.LANGUAGE1.PGC1 Pre2", "VTS1.TITLE1.PGC1 Pre3"}},
+      {Root, {"FirstPGC Pre1", "VTS1.TITLE1.PGC1 Pre2"}},
+      {"VTS1.TITLE1", {"FirstPGC Pre1", "VTS1.LANGUAGE1.PGC1 Pre2"}},
+      {"VTS1", {"FirstPGC Pre1"}},
+      {"VTS2", {}},
+  };
+  for (const auto& [key, commands] : rows) {
     std::vector<std::string> words;
     for (const CommandPlace& place : aims.To(key)) {
       words.push_back(WordsOf(project, place));
     }
-    return words;
-  };
-  const std::string film1 = "VTS1.TITLE1.PGC1 ";
-  const std::string root1 = "VTS1.LANGUAGE1.PGC1 ";
-  EXPECT_THAT(to("VTS1.TITLE1.PGC1"), ElementsAre(root1 + "Pre2"));
-  EXPECT_THAT(to("VTS1.TITLE1.PGC2"), ElementsAre(film1 + "Pre1"));
-  EXPECT_THAT(to("VTS1.TITLE1.PGC1.PG2"), ElementsAre(root1 + "Pre2", film1 + "Pre3"));
-  EXPECT_THAT(to("VTS1.LANGUAGE1.PGC1"), ElementsAre("FirstPGC Pre1", film1 + "Pre2"));
-  EXPECT_THAT(to("VTS1.TITLE1"), ElementsAre("FirstPGC Pre1", root1 + "Pre2"));
-  EXPECT_THAT(to("VTS1"), ElementsAre("FirstPGC Pre1"));
-  EXPECT_THAT(to("VTS2"), IsEmpty());
-  EXPECT_EQ(aims.Of("LinkPGCN mymenu", "VTS1.LANGUAGE1.PGC1").at(0).Key, "VTS1.LANGUAGE1.PGC1");
+    EXPECT_EQ(words, commands) << key;
+  }
+  EXPECT_EQ(aims.Of("LinkPGCN mymenu", Root).at(0).Key, Root);
 
-  const auto edits = aims.Renamed(project, "VTS1.LANGUAGE1.PGC1", "Main");
+  const auto edits = aims.Renamed(project, Root, "Main");
   ASSERT_TRUE(edits && edits->size() == 1);
   EXPECT_EQ(edits->front().Text, "LinkPGCN Main");
-  EXPECT_EQ(WordsOf(project, edits->front().Place), root1 + "Pre1");
+  EXPECT_EQ(WordsOf(project, edits->front().Place), "VTS1.LANGUAGE1.PGC1 Pre1");
 
   // The later of two first, so that the earlier stays where it was.
-  Put(film.PreCommands, "{ SetNVTMR NV_TMR=1, TT_PGCN=My Menu ; LinkPGCN mymenu }");
+  AddCommand(film.PreCommands, "Pre", "{ SetNVTMR NV_TMR=1, TT_PGCN=My Menu ; LinkPGCN mymenu }");
   const CommandAims again(project, Rules::Players);
-  EXPECT_EQ(again.Renamed(project, "VTS1.LANGUAGE1.PGC1", "Main Menu of All").value().at(1).Text,
+  EXPECT_EQ(again.Renamed(project, Root, "Main Menu of All").value().at(1).Text,
             "{ SetNVTMR NV_TMR=1, TT_PGCN=Main Menu of All ; LinkPGCN Main Menu of All }");
 
   ResetToNop(film.PreCommands[0]);
@@ -143,11 +146,10 @@ TEST(CommandAims, LeadToElementsAndNeverToPartsOfTheirNames) {
 }
 
 TEST(PgcLinks, LeadWithinTheirDomain) {
-  Project project;
-  MakeDefaultStructure(project);
+  Project project = WithCommands();
   AddNewVTSSet(project, true, 2);
-  PGC_P& film = *FindPgc(project.Disc, "VTS1.TITLE1.PGC1");
-  PGC_P& root = *FindPgc(project.Disc, "VTS1.LANGUAGE1.PGC1");
+  PGC_P& film = *FindPgc(project.Disc, Film);
+  PGC_P& root = *FindPgc(project.Disc, Root);
   FindTitle(project.Disc, "VTS1.TITLE1")->PGC.Add({}).PGCName = "Credits";
   FindPgc(project.Disc, "VTS2.TITLE1.PGC1")->NextPGC = "Credits";  // of another set
   film.NextPGC = "CREDITS";
@@ -164,16 +166,11 @@ TEST(PgcLinks, LeadWithinTheirDomain) {
 }
 
 TEST(Names, AreRefusedWhereCommandsWouldMissThem) {
-  Project project;
-  MakeDefaultStructure(project);
+  Project project = WithCommands();
   PGC_P& removed = FindTitle(project.Disc, "VTS1.TITLE1")->PGC.Add({});
   removed.PGCName = "Gone";
   removed.Removed = true;
-  struct Row {
-    ElementKind Kind;
-    std::string_view Name, Code;
-  };
-  constexpr Row Rows[] = {
+  constexpr std::tuple<ElementKind, std::string_view, std::string_view> Rows[] = {
       {ElementKind::Pgc, "Main Menu", ""},
       {ElementKind::Pgc, "RootMenu", ""},
       {ElementKind::Pgc, "Gone", ""},
@@ -204,10 +201,8 @@ TEST(Names, AreRefusedWhereCommandsWouldMissThem) {
 }
 
 TEST(CheckCommands, InASessionAMissingTargetIsAnErrorWhateverDigitsItKept) {
-  Project project;
-  MakeDefaultStructure(project);
-  CommandList& list = FindPgc(project.Disc, "VTS1.TITLE1.PGC1")->PreCommands;
-  Put(list, "LinkPGCN Lost").CommandHex = "2004000000000001";
+  Project project = WithCommands({{Film, "LinkPGCN Lost"}});
+  FindPgc(project.Disc, Film)->PreCommands[0].CommandHex = "2004000000000001";
   EXPECT_THAT(CheckCommands(project, Rules::Players).Errors, IsEmpty());
   EXPECT_EQ(CheckCommands(project, Rules::Players, {}, MissingTargets::AreErrors).Errors.size(), 1U);
 }
