@@ -278,7 +278,7 @@ TEST_F(Operations, ThePreflightAsksAndTellsInItsOrder) {
   ASSERT_TRUE(DropOn(Chain, Add(FilmWithSound("Film", "DTS"))).IsDone());
   const std::string dts = text(AskOnlyDts, 1) + text(AskDtsLeftOut);
   EXPECT_EQ(run({true, false}), dts + "no");
-  const std::string nowhere = dts + text(DestinationUnset) + "no";
+  const std::string nowhere = dts + text(DestinationMissing) + "no";
   EXPECT_EQ(run({true, true}), nowhere);
   static_cast<void>(SetDestination(Session, "\\\\server\\share"));
   EXPECT_EQ(run({true, true}), nowhere);
