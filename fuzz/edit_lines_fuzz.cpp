@@ -50,7 +50,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byte
   SilentUi ui;
   EditSession session(Rules::Players, {}, IndexStore(true));
   AddFilm(session);
-  EditDesk desk{.Session = session, .Ui = ui, .SaveTo = "fuzz.qvp", .DryRun = true};
+  EditDesk desk{.Session = session, .Ui = ui};
+  desk.SaveTo = "fuzz.qvp";
+  desk.DryRun = true;
   std::istringstream in(std::string(reinterpret_cast<const char*>(data), byteCount));
   std::stringstream out;
   static_cast<void>(RunEditLines(in, desk, true, out));

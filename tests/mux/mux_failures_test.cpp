@@ -95,7 +95,7 @@ TEST_F(MuxFailures, AFaultIsOneMessageThatNamesFileAndPlace) {
        "from 192 kbit/s, 48 kHz, 2 channels to 192 kbit/s, 44.1 kHz, 2 channels",
        fmt::format("rate@{}$", damaged.size())},
       {message::AudioDamaged, with(video, Ac3Stream(Saved(Folder, damaged, "torn"))),
-       "768 bytes are no sound and were left out; for 1 lost frame (0.03 seconds)", "torn@7680$"},
+       "768 bytes of no sound were left out; for 1 lost frame (0.03 seconds)", "torn@7680$"},
       {message::AudioDelayUnfit, with(video, early), "-2000 ms", ""},
       {message::MuxSourceShrunk, with(video, gone), "ends at byte", ""},
       {message::PcmUnfit, with(video, PcmStream(video, 18, 2)), "18 bits, 48 kHz and 2 channels", ""},

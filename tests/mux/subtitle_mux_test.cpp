@@ -247,7 +247,7 @@ TEST(SubtitleMux, EntriesPastTheEndAreLeftOutAndTold) {
     ASSERT_EQ(run.Ui.Messages.size(), 1U);
     EXPECT_TRUE(run.Ui.Messages[0].Is(message::SubtitlesPastEnd));
     EXPECT_THAT(run.Ui.Messages[0].Text,
-                testing::HasSubstr("1 entries start after the picture ends, the first is entry 2"));
+                testing::HasSubstr("1 subtitle past the end of the picture, the first of them entry 2"));
   }
 }
 

@@ -176,7 +176,7 @@ TEST(LoadFindings, NamesThatNothingBearsAreLeftOutAndLongListsCut) {
   const std::vector<Message> cut = LoadFindings(Loaded(many).Result);
   ASSERT_EQ(cut.size(), 2 * MostSkippedKept + 2);
   EXPECT_EQ(cut[MostSkippedKept].Text, "Lines passed over besides: 7");
-  EXPECT_EQ(cut.back().Text, "7 more values are doubtful");
+  EXPECT_EQ(cut.back().Text, "Doubtful values besides: 7");
 }
 
 // Tells of files by their names.
