@@ -14,8 +14,8 @@
 #include <string>
 
 #include "analysis/picture_index.h"
-#include "disc/start_code_search.h"
 #include "base/silent_ui.h"
+#include "disc/start_code_search.h"
 
 namespace quorvelant {
 namespace {

@@ -5,10 +5,10 @@
 #include <memory>
 #include <sstream>
 
+#include "base/silent_ui.h"
 #include "large_project.h"
 #include "script/script_reader.h"
 #include "script/script_writer.h"
-#include "base/silent_ui.h"
 
 namespace quorvelant {
 namespace {
