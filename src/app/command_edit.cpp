@@ -114,10 +114,8 @@ void AddEditCommand(CLI::App& program, CommandContext& context) {
                     "Go on after a refusal; the exit status is 1 all the same");
   AddRulesOption(*command, arguments->RuleSet, "What players expect, or every traditional number");
   command->footer(
-      "{\"op\":\"new-title\",\"parent\":\"VTS1\"} gives {\"done\":KEY}, {\"refused\":...} or "
-      "{\"asks\":...}.\n"
-      "Nothing is saved without {\"op\":\"save\"}. Exit status: 0 all done, 1 refused or failed, 2 wrong "
-      "usage.");
+      R"({"op":"new-title","parent":"VTS1"} gives {"done":KEY}, {"refused":...} or {"asks":...}.
+Nothing is saved without {"op":"save"}. Exit status: 0 all done, 1 refused or failed, 2 wrong usage.)");
   command->callback([arguments, &context] { context.ExitStatus = Run(*arguments, context); });
 }
 

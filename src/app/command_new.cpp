@@ -54,7 +54,7 @@ std::string Summary(const NewOptions& options, const Project& project) {
   for (const VTS_P* entry : Live(project.Disc)) {
     const std::size_t ofEntry = Live(entry->Title).size();
     titles += ofEntry;
-    sets += std::size_t{ofEntry > 0};
+    sets += ofEntry > 0 ? 1 : 0;
   }
   const std::string text = fmt::format("{}: {} title{} in {} title set{}\n", options.Project, titles,
                                        titles == 1 ? "" : "s", sets, sets == 1 ? "" : "s");

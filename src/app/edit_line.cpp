@@ -62,7 +62,8 @@ bool EditLine::IsLike(const EditLine& other) const {
 
 void EditLine::Expect(std::string_view takes) const {
   const auto names = NamesIn(takes);
-  for (const auto& [name, value] : object_.items()) {
+  for (const auto& field : object_.items()) {
+    const std::string& name = field.key();
     const bool known =
         name == WordField || std::ranges::any_of(names, [&name](std::string_view taken) {
           return taken == name || (taken.ends_with('?') && taken.substr(0, taken.size() - 1) == name);

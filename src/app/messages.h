@@ -94,7 +94,7 @@ inline constexpr MessageKind EditLineTooLong{"edit-line-too-long", Severity::Err
 inline constexpr MessageKind EditWordUnknown{"edit-op-unknown", Severity::Error, "Edit Error",
                                              "\"{}\" is no operation; these are: {}"};
 inline constexpr MessageKind EditFieldMissing{"edit-field-missing", Severity::Error, "Edit Error",
-                                              "\"{}\" lacks the field \"{}\""};
+                                              R"("{}" lacks the field "{}")"};
 inline constexpr MessageKind EditFieldUnknown{
     "edit-field-unknown", Severity::Error, "Edit Error",
     R"("{}" has no field "{}"; these it takes ("?" after those that may be missing): {})"};

@@ -151,7 +151,7 @@ inline constexpr MessageKind TrackNameTaken{"track-name-taken", Severity::Error,
                                             "There is a track named \"{}\" already"};
 inline constexpr MessageKind TrackNameUnfit{
     "track-name-unfit", Severity::Error, "New Track Error",
-    "\"{}\" cannot be the name of a track: it must not be empty nor hold a tab, a line end, \";\" or braces"};
+    R"("{}" cannot be the name of a track: it must not be empty nor hold a tab, a line end, ";" or braces)"};
 inline constexpr MessageKind PlayBeforeIsEmpty{
     "play-before-empty", Severity::Error, "New Play Error",
     "The last play of this list has no file yet: give it one first"};

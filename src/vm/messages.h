@@ -64,11 +64,11 @@ inline constexpr MessageKind NameReserved{"name-reserved", Severity::Error, "Nam
                                           "\"{}\" cannot be a name: it stands for no PGC at all"};
 inline constexpr MessageKind NameBreaksLine{
     "name-breaks-line", Severity::Error, "Name Error",
-    "\"{}\" cannot be a name: \";\", tabs and line ends part the texts in which names stand"};
+    R"("{}" cannot be a name: ";", tabs and line ends part the texts in which names stand)"};
 inline constexpr MessageKind NameIsNumber{"name-is-number", Severity::Error, "Name Error",
                                           "\"{}\" cannot be a name: commands would take it for a number"};
 inline constexpr MessageKind NameNotCarried{
     "name-not-carried", Severity::Error, "Name Error",
-    "\"{}\" cannot be a name: commands would read something else in it (\"{}\")"};
+    R"("{}" cannot be a name: commands would read something else in it ("{}"))"};
 
 }  // namespace quorvelant::message
