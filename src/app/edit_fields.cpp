@@ -151,7 +151,7 @@ std::string Link(const FieldPlace& at, const JsonField& value) {
 }
 
 std::string PaletteName(const FieldPlace& at, const JsonField& value) {
-  const std::string name = value.Text();
+  std::string name = value.Text();
   std::vector<std::string_view> names;
   for (const Palette_P* palette : Live(at.Work.Palettes)) {
     if (palette->Name() == name) {
