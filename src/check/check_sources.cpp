@@ -180,7 +180,7 @@ void SourceChecker::CheckAudio(const Track& track, std::size_t index, Asked& ask
     JudgedUnder(AudioStreamKey(index, place + 1), first);
     const bool isNumbered = !numbers.WhyRefused(stream.StreamNumber, {});
     if (isNumbered && sound.Bytes > 0) {
-      asked.Demand.Sound.push_back(std::move(sound));
+      asked.Demand.Sound.push_back(sound);
       asked.Streams.push_back(place);
     }
   }

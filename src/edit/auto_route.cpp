@@ -143,7 +143,7 @@ void PutLinks(const Buttons& buttons, const std::array<Neighbours, 4>& links) {
   }
 }
 
-std::array<Neighbours, 4> RingOf(std::vector<std::size_t> order) {
+std::array<Neighbours, 4> RingOf(const std::vector<std::size_t>& order) {
   const Neighbours after = Following(order, 1);
   const Neighbours before = Following(order, order.size() - 1);
   return {before, after, before, after};
@@ -178,7 +178,7 @@ void LinkAll(const Buttons& buttons, Route route, std::size_t area) {
   }
   std::vector<std::size_t> order(buttons.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
-  PutLinks(buttons, route == Route::Ring ? RingOf(std::move(order)) : GeometryOf(buttons, area));
+  PutLinks(buttons, route == Route::Ring ? RingOf(order) : GeometryOf(buttons, area));
 }
 
 }  // namespace

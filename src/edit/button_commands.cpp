@@ -134,9 +134,9 @@ class DomainCells {
 
  private:
   [[nodiscard]] static const Places& At(const Dealing& dealing, std::size_t scene) {
-    static const Places Nothing;
+    static const Places nothing;
     const auto found = dealing.find(scene);
-    return found == dealing.end() ? Nothing : found->second;
+    return found == dealing.end() ? nothing : found->second;
   }
 
   // The command that a button had; `own` are those of the cell that plays `scene`.

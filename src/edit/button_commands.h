@@ -16,7 +16,7 @@ class Change;
 struct ButtonPlace {
   std::size_t Set = 0;
   std::size_t Button = 0;
-  auto operator<=>(const ButtonPlace&) const = default;
+  auto operator<=>(const ButtonPlace&) const = default;  // NOLINT(modernize-use-nullptr): no pointer
 };
 
 // For each button of each set as it is now, which one it was before; nothing for a new one.

@@ -171,7 +171,9 @@ Outcome AddTitles(EditSession& session, std::span<const FilmFiles> films, UserIn
     Outcome outcome = maker.Add(film);
     if (!outcome.IsDone()) {
       outcome.Words.Level = Severity::Error;  // nobody is asked here
-      outcome.Words.Place = outcome.Words.Place.empty() ? film.Video : std::move(outcome.Words.Place);
+      if (outcome.Words.Place.empty()) {
+        outcome.Words.Place = film.Video;
+      }
       return Outcome::Refused(std::move(outcome.Words));
     }
   }

@@ -67,7 +67,7 @@ std::optional<Message> RefusePaletteName(const Project& project, std::string_vie
 // The first index or contrast that no palette has.
 std::optional<std::int32_t> BeyondPalette(const FourColors& colors) {
   for (const ColorQuad* quad : {&colors.Index, &colors.Contrast}) {
-    const auto beyond =
+    const auto* const beyond =
         std::ranges::find_if(*quad, [](std::int32_t value) { return value < 0 || value > 15; });
     if (beyond != quad->end()) {
       return *beyond;

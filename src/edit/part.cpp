@@ -119,7 +119,7 @@ std::size_t Bytes(const Collection<Palette_P>& palettes) {
 }
 
 std::size_t Bytes(const std::string& text) {
-  return sizeof(text) + TextBytes(text);
+  return sizeof(std::string) + TextBytes(text);
 }
 
 std::size_t Bytes(const std::monostate& /*nothing*/) {

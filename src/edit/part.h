@@ -20,7 +20,7 @@ struct Part {
   PartKind Kind = PartKind::Track;
   std::size_t Number = 0;  // index in `Tracks`, number in `MyDVD`; 0 for the others
 
-  auto operator<=>(const Part&) const = default;
+  auto operator<=>(const Part&) const = default;  // NOLINT(modernize-use-nullptr): no pointer
 
   static constexpr Part OfTrack(std::size_t index) { return {PartKind::Track, index}; }
   static constexpr Part OfEntry(std::size_t number) { return {PartKind::Entry, number}; }

@@ -83,7 +83,7 @@ void EditSession::State::Take(std::deque<HistoryStep>& from, std::deque<HistoryS
   TellChanged(to.back().Images);
 }
 
-void EditSession::State::TellChanged(const PartImages& before) {
+void EditSession::State::TellChanged(const PartImages& before) const {
   if (Listeners.empty()) {
     return;
   }
@@ -160,7 +160,8 @@ std::size_t EditSession::LastStepBytes() const {
 
 const CommandCheck& EditSession::Commands() {
   if (state_->CommandsStale) {
-    state_->Commands = CheckCommands(state_->Work, state_->InForce, {.Numbers = NumbersOf(false)}, MissingTargets::AreErrors);
+    state_->Commands = CheckCommands(state_->Work, state_->InForce, {.Numbers = NumbersOf(false)},
+                                     MissingTargets::AreErrors);
     state_->CommandsStale = false;
   }
   return state_->Commands;

@@ -54,7 +54,7 @@ struct EditSession::State {
   void ForgetHistory();
   // Exchanges the step's images for what stands in their places and moves the step to the other side.
   void Take(std::deque<HistoryStep>& from, std::deque<HistoryStep>& to);
-  void TellChanged(const PartImages& before);
+  void TellChanged(const PartImages& before) const;
 };
 
 }  // namespace quorvelant

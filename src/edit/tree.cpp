@@ -216,7 +216,9 @@ std::optional<PlacedNode> Placed(const Part& part, const ProjectView& view, cons
     std::size_t row = 0;
     for (std::size_t i = 0; i < part.Number; ++i) {
       const Track* other = after.TrackAt(i);
-      row += std::size_t{IsLive(*other) && other->TrackType == track->TrackType};
+      if (IsLive(*other) && other->TrackType == track->TrackType) {
+        ++row;
+      }
     }
     return PlacedNode{track->TrackType, row, TrackNode(*track, part.Number)};
   }
@@ -226,7 +228,9 @@ std::optional<PlacedNode> Placed(const Part& part, const ProjectView& view, cons
   }
   std::size_t row = 1;  // after First Play
   for (std::size_t i = 1; i < part.Number; ++i) {
-    row += std::size_t{IsLive(*after.EntryAt(i))};
+    if (IsLive(*after.EntryAt(i))) {
+      ++row;
+    }
   }
   return PlacedNode{std::string(StructureKey), row, EntryNode(*entry, view)};
 }

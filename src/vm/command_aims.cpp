@@ -255,7 +255,7 @@ std::vector<CommandAims::Rewrite> CommandAims::ChooseRewrites(const Project& pro
     Rewrite rewrite;
     for (std::size_t i = 0; i < references.size(); ++i) {
       if (const std::optional<LiveNumber> number = choose(references[i], command.Stand)) {
-        rewrite.Pieces.push_back({i, *number});
+        rewrite.Pieces.emplace_back(i, *number);
       }
     }
     if (rewrite.Pieces.empty()) {

@@ -254,7 +254,7 @@ std::optional<CommandFields> FieldsOf(std::string_view text) {
     return std::nullopt;
   }
   CommandFields fields;
-  fields.Command = std::move(form.Command);
+  fields.Command = form.Command;
   if (fields.Command.What == Instruction::None) {
     fields.Command.What = Instruction::Nop;
   }

@@ -20,7 +20,7 @@ struct CommandPlace {
   std::size_t Play = 0;            // of buttons: the entry in `Cell_P::ButtonCommands`
   std::size_t Position = ListEnd;  // in the list, from 0
 
-  auto operator<=>(const CommandPlace&) const = default;
+  auto operator<=>(const CommandPlace&) const = default;  // NOLINT(modernize-use-nullptr): no pointer
 };
 
 // nullptr where the project holds no such list or command. Removed elements have theirs.

@@ -27,6 +27,7 @@ struct DiscPlace {
   // Whether `place` is this element or lies below it.
   [[nodiscard]] bool Holds(const DiscPlace& place) const;
 
+  // NOLINTNEXTLINE(modernize-use-nullptr,readability-implicit-bool-conversion): no pointer
   friend auto operator<=>(const DiscPlace&, const DiscPlace&) = default;
 };
 inline constexpr DiscPlace FirstPlayPlace{.Pgc = 1};
