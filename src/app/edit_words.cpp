@@ -13,7 +13,7 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::array Themes{StructureWords, SegmentWords, CommandWords, ProjectWords};
+constexpr std::array Themes{StructureWords, SegmentWords, OverlayWords, CommandWords, ProjectWords};
 
 const EditWord& WordOf(const EditLine& line) {
   const std::string word = line.Word();

@@ -46,6 +46,7 @@ struct EditWord {
 // By theme, each in the order of docs/edit.md.
 [[nodiscard]] std::span<const EditWord> StructureWords();
 [[nodiscard]] std::span<const EditWord> SegmentWords();
+[[nodiscard]] std::span<const EditWord> OverlayWords();
 [[nodiscard]] std::span<const EditWord> CommandWords();
 [[nodiscard]] std::span<const EditWord> ProjectWords();
 

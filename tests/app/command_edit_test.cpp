@@ -161,9 +161,35 @@ TEST_F(EditLines, RefuseFieldsByNameAndChangeNothing) {
   }
 }
 
+TEST_F(EditLines, PutOverlaysThatTheScriptHolds) {
+  struct Row {
+    std::string_view Line, Script;  // nothing: refused
+  };
+  const Row rows[] = {
+      {R"({"op":"new-subtitle","stream":"Track.0.Sub1","time":"00:00:00:00","file":"a.png","area":[1,2,3,4],
+           "conversion":["#ff8001","#000000","#000000","#000000"],"colors":[1,2,3,4],"contrast":[5,6,7,8]})",
+       "Conversion(E2)=255,128,1"},
+      {R"({"op":"put-buttons","key":"Track.0","stream":"Track.0.Sub1","buttons":[
+           {"name":"A","area":[2,4,8,6],"right":"B"},{"name":"B","area":[12,4,18,6],"scheme":2}]})",
+       "Highlight Area #3=12, 4, 18, 6"},
+      {R"({"op":"put-buttons","key":"Track.0.High1","buttons":[{"name":"A"}]})", ""},  // A links to B
+      {R"({"op":"put-buttons","key":"Track.0.High1","buttons":[{"name":"B","up":"B"},{"name":"C"}]})", ""},
+      {R"({"op":"put-buttons","key":"Track.0.High1","buttons":[{"name":"B"},{"name":" B"}]})", ""},
+      {R"({"op":"put-buttons","key":"Track.0.High1","buttons":[{"name":"B","left":"B","up":null}]})",
+       "Color Scheme=2"},
+  };
+  for (const Row& row : rows) {
+    std::string line(row.Line);
+    std::erase(line, '\n');
+    EXPECT_THAT(Run(line), HasSubstr(row.Script.empty() ? "edit-field-unfit" : "done")) << line;
+    EXPECT_THAT(WriteScript(Session.Work()), HasSubstr(row.Script)) << line;
+  }
+}
+
 TEST(EditWords, StandInTheirPage) {
   const std::string page = TempFolder::Read(SourceFile("docs/edit.md"));
-  for (const auto words : {StructureWords(), SegmentWords(), CommandWords(), ProjectWords()}) {
+  for (const auto words :
+       {StructureWords(), SegmentWords(), OverlayWords(), CommandWords(), ProjectWords()}) {
     for (const EditWord& word : words) {
       EXPECT_THAT(page, HasSubstr(fmt::format(R"({{"op":"{}")", word.Word)));
     }
