@@ -1,5 +1,6 @@
 #include "edit/change.h"
 
+#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -32,8 +33,8 @@ void Change::Keep(const Part& part) {
 
 void Change::PutBack() {
   const std::vector<std::size_t> entries = EntriesOf(images_);
-  for (auto image = images_.rbegin(); image != images_.rend(); ++image) {
-    Exchange(session_->state_->Work, image->first, std::move(image->second));
+  for (auto& [part, content] : images_ | std::views::reverse) {
+    Exchange(session_->state_->Work, part, std::move(content));
   }
   images_.clear();
   session_->state_->Reread(entries);

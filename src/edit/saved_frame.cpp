@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <system_error>
@@ -66,7 +67,8 @@ Picture Resized(const Picture& picture, int width, int height) {
       for (int channel = 0; channel < 3; ++channel) {
         const auto along = [&](int line) {
           const std::uint8_t* pixels = picture.Row(line) + channel;
-          return Mixed(pixels[3 * across.First], pixels[3 * across.Second], across.Weight);
+          return Mixed(pixels[std::ptrdiff_t{3} * across.First], pixels[std::ptrdiff_t{3} * across.Second],
+                       across.Weight);
         };
         constexpr int Half = 1 << 15;
         const int mixed = Mixed(along(down.First), along(down.Second), down.Weight);

@@ -93,9 +93,9 @@ int SquaredDistance(Color a, Color b) {
 
 // Of colours at one distance the one that counts first, as PixelToCode has it.
 PixelCode NearestCode(Color color, const ConversionColors& conversion) {
-  const std::pair<PixelCode, Color> painted[] = {{PixelCode::Pattern, conversion.Pattern},
-                                                 {PixelCode::Emphasis2, conversion.Emphasis2},
-                                                 {PixelCode::Emphasis1, conversion.Emphasis1}};
+  const std::array<std::pair<PixelCode, Color>, 3> painted{{{PixelCode::Pattern, conversion.Pattern},
+                                                            {PixelCode::Emphasis2, conversion.Emphasis2},
+                                                            {PixelCode::Emphasis1, conversion.Emphasis1}}};
   PixelCode nearest = PixelCode::Background;
   int least = conversion.BackgroundIsPainted || color == conversion.Background
                   ? SquaredDistance(color, conversion.Background) + 1

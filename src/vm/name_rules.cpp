@@ -28,7 +28,7 @@ struct KindRow {
 };
 
 const KindRow& RowOf(ElementKind kind) {
-  static const std::array<KindRow, 4> Rows{{
+  static const std::array<KindRow, 4> rows{{
       {ElementKind::Title,
        ReferenceKind::JumpTitle,
        {"JumpTT {}", "If ( GPRM0 == 1 ) JumpTT {}"},
@@ -46,7 +46,7 @@ const KindRow& RowOf(ElementKind kind) {
        {"LinkCN {}", "LinkCN {}, button=1", "{{ SetSTN audio=1 ; LinkCN {}, button=1 }}"},
        {TargetKind::LinkCell}},
   }};
-  return Rows.at(static_cast<std::size_t>(kind));
+  return rows.at(static_cast<std::size_t>(kind));
 }
 
 // Whether a command leads to the name and can be given another one.
