@@ -1,6 +1,6 @@
 #include "edit/change.h"
 
-#include <ranges>
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -33,9 +33,9 @@ void Change::Keep(const Part& part) {
 
 void Change::PutBack() {
   const std::vector<std::size_t> entries = EntriesOf(images_);
-  for (auto& [part, content] : images_ | std::views::reverse) {
-    Exchange(session_->state_->Work, part, std::move(content));
-  }
+  Project& work = session_->state_->Work;
+  std::for_each(images_.rbegin(), images_.rend(),
+                [&work](auto& image) { Exchange(work, image.first, std::move(image.second)); });
   images_.clear();
   session_->state_->Reread(entries);
 }

@@ -19,8 +19,7 @@ std::vector<std::size_t> TracksOf(const VTS_P& entry, std::size_t trackCount) {
     }
   }
   std::ranges::sort(tracks);
-  const auto rest = std::ranges::unique(tracks);
-  tracks.erase(rest.begin(), rest.end());
+  tracks.erase(std::unique(tracks.begin(), tracks.end()), tracks.end());
   return tracks;
 }
 
