@@ -112,7 +112,7 @@ HighlightButton ButtonOf(const Track& track, const HighlightPlay& saved, const J
   HighlightButton button = known ? saved.Buttons[*known] : HighlightButton();
   SetEach(track, button, fields, ButtonRows, "buttons");
   if (!known && std::ranges::count(button.Areas, HighlightArea()) == std::ssize(button.Areas)) {
-    object.Refuse(fmt::format("an \"area\" of the new button \"{}\"", button.Name));
+    object.Refuse(fmt::format(R"(an "area" of the new button "{}")", button.Name));
   }
   return button;
 }
@@ -125,7 +125,7 @@ void RequireNames(const std::vector<HighlightButton>& buttons, const JsonField& 
     }
     for (const std::string* link : {&button.Left, &button.Right, &button.Up, &button.Down}) {
       if (!link->empty() && !FindButton(buttons, *link)) {
-        list.Refuse(fmt::format("a button \"{}\", to which \"{}\" links,", *link, button.Name));
+        list.Refuse(fmt::format(R"(a button "{}", to which "{}" links,)", *link, button.Name));
       }
     }
   }
