@@ -14,6 +14,8 @@
 
 namespace quorvelant {
 
+class Change;
+
 // The parts as they were before the step, or after it once it is undone.
 struct HistoryStep {
   std::string Words;

@@ -129,7 +129,8 @@ bool Names(std::string_view word, ViewMode view, bool plain) {
 
 }  // namespace
 
-std::vector<ViewerPicture> PicturesOf(const Project& project, std::size_t track, const IndexLookup& indexOf) {
+std::vector<ViewerPicture> PicturesOf(const Project& project, std::size_t track,
+                                      const PictureIndexOf& indexOf) {
   const Track& shown = project.Tracks[track];
   const std::string& standard = shown.Standard.empty() ? project.Standard() : shown.Standard;
   const bool isFilm = EqualNoCase(shown.TrackType, "Motion");

@@ -25,12 +25,12 @@ struct ViewerPicture {
 };
 
 // The index of a file, given by its path of this system; nothing where there is none.
-using IndexLookup = std::function<std::optional<PictureIndex>(const std::string& path)>;
+using PictureIndexOf = std::function<std::optional<PictureIndex>(const std::string& path)>;
 
 // The pictures of all live plays in a row. A slide and a still are one picture for their time. A film's play
 // without an index ends the row, since nobody knows where the next one begins.
 [[nodiscard]] std::vector<ViewerPicture> PicturesOf(const Project& project, std::size_t track,
-                                                    const IndexLookup& indexOf);
+                                                    const PictureIndexOf& indexOf);
 
 // What is looked at. The pictures are those of the track, in the order of their frames.
 struct ViewerMaterial {

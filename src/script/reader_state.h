@@ -141,7 +141,7 @@ struct OverlayPlace {
 // --- what is open of the disc ---
 
 // Where "Command=" goes.
-struct CommandPlace {
+struct ReaderCommandPlace {
   CommandList PGC_P::*OfPgc = nullptr;  // of the open PGC
   Cell_P* OfCell = nullptr;             // or the last button entry of a cell
   std::string_view Word;                // of the commands' keys
@@ -150,14 +150,14 @@ struct CommandPlace {
 enum class UopPlace { None, Scene, Cell, Pgc };
 
 // The elements live in collections, which keep their addresses. nullptr where none is open.
-struct DiscPlace {
+struct ReaderDiscPlace {
   VTS_P* Entry = nullptr;
   Lang_P* Language = nullptr;
   Title_P* Title = nullptr;
   PGC_P* Pgc = nullptr;
   PG_P* Program = nullptr;
   Cell_P* Cell = nullptr;
-  CommandPlace Commands;
+  ReaderCommandPlace Commands;
   UopPlace Uops = UopPlace::None;  // whose operations "...=Prohibited" prohibits
   bool TitleUops = false;          // or the open title's, where no other's are open
   std::size_t DecodingBlock = 0;   // stream number of the open subpicture decoding block
@@ -205,7 +205,7 @@ struct ReaderState {
   DataFolder Data;
   SceneList Scenes;
   OverlayPlace Overlay;
-  DiscPlace Disc;
+  ReaderDiscPlace Disc;
   AttributePlace Attribute;
   std::vector<TitleLanguages> Languages;
   std::unordered_map<const ItemWord*, std::size_t> Uses;  // of each line that opens something
