@@ -2,14 +2,13 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 #include "base/file_text.h"
-#include "base/passing_ui.h"
 #include "base/random.h"
 #include "base/rules.h"
 #include "check/findings.h"
 #include "check/messages.h"
+#include "check/read_faults.h"
 #include "edit/file_scanner.h"
 #include "model/project.h"
 #include "script/messages.h"
@@ -17,25 +16,6 @@
 #include "script/script_writer.h"
 
 namespace quorvelant {
-
-// Passes status, progress and the wish to stop on and keeps boxes back, for a command that tells everything
-// itself when the work is done. What of the sources could not be read is kept: what is not known of them
-// would be written wrong.
-class ReadFaults : public PassingUi {
- public:
-  using PassingUi::PassingUi;
-  void Tell(const Message& message) override {
-    if (message.Is(message::SourceReadFailed)) {
-      Told.push_back(message);
-    }
-  }
-  std::vector<Message> Told;
-};
-
-// Whether the script was read to its end and is one: only then may anything be written of it.
-[[nodiscard]] inline bool IsReadWhole(const LoadResult& load) {
-  return load.Loaded && load.TakenCount > 0 && load.UnclosedCount == 0;
-}
 
 // Writes the project as a script with the comments and line ends of the own one that it was read from. False,
 // and said, where one of the two files fails.

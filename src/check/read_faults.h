@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "analysis/messages.h"
 #include "base/passing_ui.h"
@@ -23,6 +24,20 @@ class KeptReadFaults : public PassingUi {
   }
 
   std::map<std::string, std::string> ByFile;
+};
+
+// Passes status, progress and the wish to stop on and keeps boxes back, for a command that tells everything
+// itself when the work is done. What of the sources could not be read is kept: what is not known of them
+// would be written wrong.
+class ReadFaults : public PassingUi {
+ public:
+  using PassingUi::PassingUi;
+  void Tell(const Message& message) override {
+    if (message.Is(message::SourceReadFailed)) {
+      Told.push_back(message);
+    }
+  }
+  std::vector<Message> Told;
 };
 
 }  // namespace quorvelant

@@ -223,6 +223,10 @@ inline constexpr MessageKind DestinationMissing{"destination-missing", Severity:
 
 inline constexpr MessageKind AskNewProject{"ask-new-project", Severity::Information, "New Project",
                                            "Create New Blank Project?"};
+inline constexpr MessageKind OpenedInPart{"opened-in-part", Severity::Warning, "Open Project",
+                                          "'{}' was not read or understood as a whole, and saved over it the "
+                                          "rest would be lost: Save asks for another "
+                                          "file"};
 inline constexpr MessageKind AskSaveFirst{
     "ask-save-first", Severity::Information, "Save Project",
     "Would you like to save the current project before loading a new one?"};

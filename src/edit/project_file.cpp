@@ -5,8 +5,11 @@
 #include <optional>
 #include <utility>
 
+#include "base/disk.h"
 #include "base/file_text.h"
+#include "base/random.h"
 #include "base/text.h"
+#include "check/read_faults.h"
 #include "edit/chapter_analysis.h"
 #include "edit/file_scanner.h"
 #include "edit/messages.h"
@@ -48,22 +51,30 @@ bool OpenProjectFile(EditSession& session, const std::string& script, bool analy
     return false;
   }
   Project project;
-  const FileScanner scanner(session.RulesInForce(), ui);
+  ReadFaults faults(ui);  // the findings hold what the load would say besides
+  const FileScanner scanner(session.RulesInForce(), faults);
   LoadOptions options{.Rules = session.RulesInForce(), .Scanner = &scanner};
   if (analyse) {
     options.AnalyseChapters = [&session, &ui](Project& whole, std::size_t track) {
       AnalyseChapters(whole, track, session.Indexes(), ui);
     };
   }
-  const LoadResult load = LoadScriptFile(script, project, options, ui);
-  if (!load.Loaded) {
-    return false;  // told
-  }
+  const LoadResult load = LoadScriptFile(script, project, options, faults);
   for (const Message& finding : LoadFindings(load)) {
     ui.Tell(finding);
   }
-  // A script of the other dialect is saved as a project beside it.
-  session.Replace(std::move(project), load.IsScenarist ? std::string() : script);
+  for (const Message& fault : faults.Told) {
+    ui.Tell(fault);
+  }
+  if (!load.Loaded) {
+    return false;
+  }
+  // What was not read or understood would be lost in the script's own file; the other dialect is not written.
+  const bool isWhole = IsReadWhole(load) && load.SkippedCount == 0 && faults.Told.empty();
+  if (!isWhole) {
+    ui.Tell(MessageOf(message::OpenedInPart, script, script));
+  }
+  session.Replace(std::move(project), isWhole && !load.IsScenarist ? script : std::string());
   return true;
 }
 
@@ -77,10 +88,14 @@ bool SaveProject(EditSession& session, bool otherPath, UserInterface& ui) {
 
 bool SaveProjectAs(EditSession& session, const std::string& path, UserInterface& ui) {
   session.Commands();
-  const std::string original = IsOwnScript(session.File())
-                                   ? ReadHead(SystemPath(session.File()), MostScriptBytes).value_or("")
-                                   : std::string();
-  if (!SaveDataLike(ForScriptAt(session.Work(), path), original, path, ui)) {
+  const std::string& former = session.File();
+  const bool hasFormer = SystemDisk().KindOf(SystemPath(former)) == FileKind::Plain && IsOwnScript(former);
+  const auto original = hasFormer ? ReadHead(SystemPath(former), MostScriptBytes) : std::string();
+  if (!original) {  // its comments would be lost
+    ui.Tell(MessageOf(message::ScriptReadFailed, former, former));
+    return false;
+  }
+  if (!SaveDataLike(ForScriptAt(session.Work(), path), *original, path, ui)) {
     return false;
   }
   session.MarkSaved(path);

@@ -13,7 +13,8 @@ namespace quorvelant {
 // Asks, and starts on the default structure.
 bool NewProject(EditSession& session, UserInterface& ui);
 // Loads a script of either dialect; findings of the load are told. With `analyse` chapters move to pictures
-// at which they can start. Where the script cannot be loaded the session stays as it was.
+// at which they can start. Where the script cannot be loaded the session stays as it was; where it was not
+// read or understood as a whole, the session has no file to save to.
 bool OpenProjectFile(EditSession& session, const std::string& script, bool analyse, UserInterface& ui);
 // Into the file the project came from, or one that is asked for; comments of that file stay.
 bool SaveProject(EditSession& session, bool otherPath, UserInterface& ui);

@@ -66,6 +66,11 @@ struct LoadResult {
   bool MayAuthor() const { return Loaded && Commands.Errors.empty(); }
 };
 
+// Whether the script was read to its end and is one: only then may anything be written of it.
+[[nodiscard]] inline bool IsReadWhole(const LoadResult& load) {
+  return load.Loaded && load.TakenCount > 0 && load.UnclosedCount == 0;
+}
+
 // Replaces the project by what the script holds. A destination folder that the project has stays unless
 // the script names one. Failures are shown through `ui` and leave the project as far as it has been built;
 // a mix of video standards leaves the default structure. Any bytes are taken: time and memory grow with

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "edit/messages.h"
 #include "edit/segment_files.h"
 #include "edit/segments.h"
 #include "edit/structure.h"
@@ -65,6 +66,22 @@ TEST_F(ProjectFile, UnsavedWorkIsAskedForAndAFailedSaveKeepsIt) {
   EXPECT_TRUE(Ui.Questions.empty()) << "it has a file";
   Session.Undo();
   EXPECT_TRUE(Session.IsUnsaved());
+}
+
+TEST_F(ProjectFile, AScriptThatWasNotUnderstoodIsNotSavedOver) {
+  ASSERT_TRUE(SaveProjectAs(Session, Folder / "p.qvp", Ui));
+  const std::string whole = TempFolder::Read(Folder / "p.qvp");
+  for (const std::string& text : {whole.substr(0, whole.size() / 2), whole + "Of a later version=1\n"}) {
+    const std::string file = Folder.Write("part.qvp", text);
+    Ui.Questions.clear();
+    Ui.Messages.clear();
+    ASSERT_TRUE(OpenProjectFile(Session, file, false, Ui));
+    EXPECT_TRUE(Ui.Messages.back().Is(message::OpenedInPart));
+    Ui.Texts = {std::nullopt};
+    EXPECT_FALSE(SaveProject(Session, false, Ui));
+    EXPECT_THAT(Titles(), ElementsAre("Please choose your output location"));
+    EXPECT_EQ(TempFolder::Read(file), text);
+  }
 }
 
 TEST_F(ProjectFile, SourcesAreFoundFromWhereverItIsSaved) {
