@@ -144,6 +144,48 @@ struct Rules {
   // sequence end codes.
   bool GoesBySettings = false;
 
+  // menu. A page waits for the viewer; traditionally it lasts ten seconds, and the disc ends by itself.
+  bool MenusHold = false;
+  // menu. On a disc of one film the title menu leads to its root menu, and so does the film's end;
+  // traditionally the manager plays the film again.
+  bool OneFilmHasTitleMenu = false;
+  // menu. Next and previous page of the title choice turn the page; traditionally they lead to films by
+  // their running number.
+  bool TitlePagesTurn = false;
+  // menu. "Subtitles Off" hides them; traditionally it chooses stream 63, for which players show the first.
+  bool SubtitlesSwitchOff = false;
+  // menu. What shows at the start is chosen when the disc is inserted; traditionally at each jump to the
+  // title, which undoes what the viewer chose.
+  bool StartChosenOnce = false;
+  // menu. Menus have a palette of their own, in which marks show; traditionally that of the project's
+  // "Default".
+  bool MenusBringPalette = false;
+  // menu. Every chapter has a thumbnail, from the first on; traditionally each shows the chapter after the
+  // one it plays, and the first has none.
+  bool ChaptersFromFirst = false;
+  // menu. A page stands where there is something to choose: audio from two streams; traditionally from one.
+  bool PagesForChoiceOnly = false;
+  // menu. The files of pages are named by track; traditionally by the film's file, and equal names paint
+  // over each other.
+  bool PagesNamedByTrack = false;
+  // menu. Without menus each film is a title that leads to the next; traditionally all chapters stand in
+  // one.
+  bool TitleForEachFilm = false;
+  // menu. The end of a film resumes in its own title set; traditionally in the first.
+  bool EndsInOwnSet = false;
+  // menu. Marks have soft edges, by three steps of coverage; traditionally they are hard.
+  bool SmoothMarks = false;
+  // menu. Text shrinks until it fits inside the safe area, and areas of buttons are measured from it;
+  // traditionally both stand at fixed places.
+  bool PagesFitTheScreen = false;
+  // menu. Menus of 16:9 films are 16:9, with buttons for letterbox; traditionally 4:3.
+  bool WideMenus = false;
+  // menu. Arrows go to the nearest button, numbers count through all pages, and the return, title and menu
+  // keys lead somewhere; traditionally arrows go round in a ring, and the keys are dead.
+  bool RemoteKeysLead = false;
+  // menu. The wizard takes 8 streams of sound and 32 of subtitles a film; traditionally two of each.
+  bool WizardTakesAllStreams = false;
+
   static const Rules Classic;
   static const Rules Players;
 };
@@ -193,6 +235,22 @@ inline constexpr Rules Rules::Players{.PgcCountsThroughTable = true,
                                       .CommandsToFormatLimit = true,
                                       .FullButtonSets = true,
                                       .RoutesByGeometry = true,
-                                      .GoesBySettings = true};
+                                      .GoesBySettings = true,
+                                      .MenusHold = true,
+                                      .OneFilmHasTitleMenu = true,
+                                      .TitlePagesTurn = true,
+                                      .SubtitlesSwitchOff = true,
+                                      .StartChosenOnce = true,
+                                      .MenusBringPalette = true,
+                                      .ChaptersFromFirst = true,
+                                      .PagesForChoiceOnly = true,
+                                      .PagesNamedByTrack = true,
+                                      .TitleForEachFilm = true,
+                                      .EndsInOwnSet = true,
+                                      .SmoothMarks = true,
+                                      .PagesFitTheScreen = true,
+                                      .WideMenus = true,
+                                      .RemoteKeysLead = true,
+                                      .WizardTakesAllStreams = true};
 
 }  // namespace quorvelant

@@ -20,6 +20,13 @@ struct TextStyle {
   std::uint32_t Color = 0;  // red in the low byte
 };
 
+// The box that a line of text takes, pixels.
+struct TextSize {
+  int Width = 0;
+  int Height = 0;
+  bool operator==(const TextSize&) const = default;
+};
+
 // Loads, scales, saves and draws. Every call may raise PictureError, and may come from any thread.
 class PictureService : public PictureLoader {
  public:

@@ -1,0 +1,50 @@
+// What the wizard is asked to make: films with their files, and the menus over them.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "menu/menu_look.h"
+#include "menu/menu_offer.h"
+#include "menu/menu_structure.h"
+
+namespace quorvelant {
+
+struct OrderedStream {
+  std::string File;
+  std::string Language;   // a name of the vocabulary; empty where none is told
+  std::string Extension;  // likewise
+  bool operator==(const OrderedStream&) const = default;
+};
+
+struct OrderedChapter {
+  std::string Time;  // timecode
+  std::string Name;  // labels the thumbnail
+  bool operator==(const OrderedChapter&) const = default;
+};
+
+// The chapters come from a list, a file or a step; without any the film is one chapter.
+struct OrderedFilm {
+  std::string Name;  // shown on pages; empty for the video's stem
+  std::string Video;
+  std::vector<OrderedStream> Audio;
+  std::vector<OrderedStream> Subtitles;
+  std::string ChapterFile;
+  std::vector<OrderedChapter> Chapters;
+  std::int32_t ChapterSeconds = 0;  // a chapter every so many seconds
+  AfterFilm After = AfterFilm::Menu;
+  std::string Place;  // of its entry in the order's file, for messages
+};
+
+struct DiscOrder {
+  std::vector<OrderedFilm> Films;
+  bool HasMenus = true;  // no menu is made where there is nothing to choose, all the same
+  WantedMenus Menus;
+  MenuLook Look;
+  AtInsertion Insertion = AtInsertion::Menu;
+  std::string StartSubtitles;  // a language, or "off"
+};
+
+}  // namespace quorvelant

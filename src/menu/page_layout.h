@@ -1,0 +1,26 @@
+// Lays the pages of menus out.
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string_view>
+
+#include "base/rules.h"
+#include "menu/menu_look.h"
+#include "menu/menu_offer.h"
+#include "menu/menu_page.h"
+#include "picture/picture_service.h"
+
+namespace quorvelant {
+
+// The box that a line of text takes, pixels.
+using TextMeasure = std::function<TextSize(std::string_view text, const TextStyle& style)>;
+
+// The menus of one film. On a disc of several its root page leads to the title choice.
+[[nodiscard]] FilmMenus LayOutFilm(const FilmOffer& film, const MenuLook& look, bool isOnlyFilm,
+                                   const TextMeasure& measure, const Rules& rules);
+// All films, and the title choice where there are several.
+[[nodiscard]] DiscMenus LayOutMenus(std::span<const FilmOffer> films, const MenuLook& look,
+                                    const TextMeasure& measure, const Rules& rules);
+
+}  // namespace quorvelant

@@ -1,0 +1,33 @@
+// Painted pages become still tracks with a subpicture and buttons.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "edit/outcome.h"
+#include "edit/session.h"
+#include "menu/menu_look.h"
+#include "menu/menu_page.h"
+
+namespace quorvelant {
+
+class UserInterface;
+
+// The files of a page, as a project holds them.
+struct PageFiles {
+  std::string Normal;
+  std::string Sublayer;
+};
+
+// Where the files of a film's group, or of the title choice, go in a folder: one entry a page.
+[[nodiscard]] std::vector<PageFiles> PageFilesOf(const Project& project, const PageGroup& group,
+                                                 std::size_t filmTrack, const std::string& folder,
+                                                 const Rules& rules);
+
+// One track of the group, named "Track_" and the next free number: one page is a still, several are a slide
+// show. The files must be there. Gives the track's key.
+Outcome AddPageTrack(EditSession& session, const PageGroup& group, std::span<const PageFiles> files,
+                     std::size_t filmTrack, UserInterface& ui);
+
+}  // namespace quorvelant
