@@ -14,7 +14,8 @@ namespace quorvelant {
 struct FilmFiles {
   struct Stream {
     std::string File;
-    std::string Language;  // a name of the vocabulary; empty where the file's name tells none
+    std::string Language;        // a name of the vocabulary; empty where the file's name tells none
+    std::string Extension = {};  // likewise, "Directors comments"; empty where none is told
     bool operator==(const Stream&) const = default;
   };
   std::string Video;
@@ -34,5 +35,15 @@ struct SortedFiles {
 // video with the longest stem that its own begins with; a word of the rest ("film.de.ac3", "film_de.ac3") is
 // its language. No file is opened.
 [[nodiscard]] SortedFiles SortFilms(std::span<const std::string> files);
+
+// The same by the order in which files are named: those after a video belong to it, whatever their names.
+[[nodiscard]] SortedFiles FollowFilms(std::span<const std::string> files);
+
+// Adds what lies beside each video and has its name: its own, or one that goes on with a language
+// ("film.de.ac3"). Files that a film has already are passed over.
+void FindFilesOf(std::vector<FilmFiles>& films);
+
+// The language that a file's name tells, by its last word or one after the video's stem; empty for none.
+[[nodiscard]] std::string LanguageOfFile(const std::string& file, const std::string& video);
 
 }  // namespace quorvelant
