@@ -18,4 +18,10 @@ inline constexpr MessageKind OrderKeyMissing{"order-key-missing", Severity::Erro
 inline constexpr MessageKind OrderValueUnfit{"order-value-unfit", Severity::Error, "Order Error",
                                              "\"{}\" must be {}"};
 
+// --- themes ---
+
+inline constexpr MessageKind ThemeMissing{
+    "theme-missing", Severity::Error, "Theme Error",
+    "There is no theme '{}': these are built in: {}; a theme of your own is a folder with a theme.toml"};
+
 }  // namespace quorvelant::message
