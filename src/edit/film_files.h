@@ -14,7 +14,8 @@ namespace quorvelant {
 struct FilmFiles {
   struct Stream {
     std::string File;
-    std::string Language;  // a name of the vocabulary; empty where the file's name tells none
+    std::string Language;        // a name of the vocabulary; empty where the file's name tells none
+    std::string Extension = {};  // likewise, "Directors comments"; empty where none is told
     bool operator==(const Stream&) const = default;
   };
   std::string Video;

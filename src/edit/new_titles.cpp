@@ -1,174 +1,28 @@
 #include "edit/new_titles.h"
 
-#include <algorithm>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "edit/change.h"
-#include "edit/drop.h"
-#include "edit/element_names.h"
-#include "edit/live_elements.h"
-#include "edit/messages.h"
-#include "edit/segment_files.h"
-#include "edit/segments.h"
-#include "edit/structure.h"
-#include "model/default_structure.h"
-#include "model/keys.h"
-#include "model/update_my_dvd.h"
-#include "model/walk.h"
+#include "edit/film_tracks.h"
+#include "edit/title_row.h"
 
 namespace quorvelant {
 
 namespace {
 
-// Goes on with operations until one is not done.
-class Steps {
- public:
-  // The key of what was done; empty, and nothing was called, after a refusal.
-  template <class Operation>
-  std::string Do(Operation operation) {
-    if (refusal_.IsDone()) {
-      Outcome outcome = operation();
-      if (outcome.IsDone()) {
-        return std::move(outcome.Key);
-      }
-      refusal_ = std::move(outcome);
-    }
-    return {};
-  }
-  [[nodiscard]] bool GoOn() const { return refusal_.IsDone(); }
-  [[nodiscard]] const Outcome& Refusal() const { return refusal_; }
-
- private:
-  Outcome refusal_ = Outcome::Done();
-};
-
-class TitleMaker {
- public:
-  TitleMaker(EditSession& session, UserInterface& ui) : session_(session), ui_(ui) {}
-
-  Outcome Add(const FilmFiles& film) {
-    const std::size_t track = AddTrack(film);
-    if (!steps_.GoOn()) {
-      return steps_.Refusal();
-    }
-    const std::string title = steps_.Do([&] { return TitleFor(track); });
-    steps_.Do([&] { return Drop(session_, {.Track = track, .Scene = {}}, PgcKey(title, 1)); });
-    if (steps_.GoOn() && !last_.empty()) {
-      GoOnWith(title);
-    }
-    last_ = title;
-    return steps_.Refusal();
-  }
-
- private:
-  std::size_t AddTrack(const FilmFiles& film) {
-    const std::string name = FreeTrackName(film.Name);
-    const std::string track = steps_.Do([&] { return NewTrack(session_, "Motion", name); });
-    const std::size_t index = session_.Work().Tracks.Count() - 1;
-    steps_.Do([&] { return ImportFile(session_, VideoPlayKey(index, 1), film.Video, ui_, Consent::None); });
-    for (const FilmFiles::Stream& audio : film.Audio) {
-      const std::string stream = steps_.Do([&] { return AddAudio(session_, track); });
-      steps_.Do([&] { return ImportFile(session_, stream + ".AudioPlay1", audio.File, ui_, Consent::None); });
-      steps_.Do([&] { return SetAudio(session_, stream, SetsLanguage<AudioStream>(audio.Language)); });
-    }
-    for (const FilmFiles::Stream& subtitles : film.Subtitles) {
-      const std::string stream = steps_.Do([&] { return AddSubtitles(session_, track); });
-      steps_.Do([&] { return ImportSubtitleList(session_, stream, subtitles.File, ui_); });
-      steps_.Do(
-          [&] { return SetSubtitles(session_, stream, SetsLanguage<SubtitleStream>(subtitles.Language)); });
-    }
-    if (!film.Chapters.empty()) {
-      steps_.Do([&] { return Analyse(session_, track, ui_); });
-      steps_.Do([&] { return ImportChapters(session_, track, film.Chapters, ui_); });
-    }
-    return index;
-  }
-
-  template <class Stream>
-  static std::function<void(Stream&)> SetsLanguage(const std::string& language) {
-    return [&language](Stream& stream) {
-      stream.Language = language.empty() ? std::move(stream.Language) : language;
-    };
-  }
-
-  [[nodiscard]] std::string FreeTrackName(const std::string& stem) const {
-    const auto taken = [this](const std::string& name) {
-      return std::ranges::any_of(Live(session_.Work().Tracks),
-                                 [&name](const Track* track) { return track->TrackName == name; });
-    };
-    std::string name = stem;
-    for (std::size_t number = 2; taken(name); ++number) {
-      name = stem + "_" + std::to_string(number);
-    }
-    return name;
-  }
-
-  // The first title of a new disc, one more in the set of the last, or that of a new set.
-  Outcome TitleFor(std::size_t track) {
-    if (last_.empty()) {
-      return Outcome::Done("VTS1.TITLE1");
-    }
-    const std::string set = last_.substr(0, last_.find('.'));
-    if (FitsInto(*LiveEntry(session_.Work(), set), session_.Work().Tracks[track])) {
-      return NewTitle(session_, set, ProposedName(session_, set));
-    }
-    Outcome made = NewTitleSet(session_);
-    made.Key = made.IsDone() ? TitleKey(made.Key, 1) : std::string();
-    return made;
-  }
-
-  [[nodiscard]] bool FitsInto(const VTS_P& set, const Track& track) const {
-    const auto cells = LiveCells(set, Domain::Title);
-    return std::ranges::all_of(cells, [&](const Cell_P* cell) {
-      const Track& other = session_.Work().Tracks[static_cast<std::size_t>(cell->SegmentUsed)];
-      return other.Aspect == track.Aspect && other.Resolution == track.Resolution &&
-             !CompareAudioStreams(other, track) && !CompareSubStreams(other, track);
-    });
-  }
-
-  // The title before the new one comes to lead to it.
-  void GoOnWith(const std::string& title) {
-    const std::string& name = LiveTitle(session_.Work(), title)->TitleName;
-    std::string command = "JumpVTS_TT " + name;
-    if (TitleSetEntry(title) != TitleSetEntry(last_)) {
-      const std::string chain = steps_.Do([&] {
-        return NewPgc(session_, ManagerMenus, FreeName(session_, ElementKind::Pgc, "Play_" + name + "_", 1));
-      });
-      if (!steps_.GoOn()) {
-        return;
-      }
-      Add(chain, &PGC_P::PreCommands, "Pre", "JumpTT " + name);
-      command = "CallSS RSM=0,, " + LivePgc(session_.Work(), chain)->PGCName;
-    }
-    Add(PgcKey(last_, 1), &PGC_P::PostCommands, "Post", std::move(command));
-  }
-
-  void Add(const std::string& chain, CommandList PGC_P::*list, std::string_view word, std::string text) {
-    steps_.Do([&] {
-      return SetPgc(session_, chain, [&](PGC_P& pgc) {
-        AddCommand(pgc.*list, word, text);
-        return Outcome::Done();
-      });
-    });
-  }
-
-  static constexpr std::string_view ManagerMenus = "VMG1.LANGUAGE1";
-
-  EditSession& session_;
-  UserInterface& ui_;
-  Steps steps_;
-  std::string last_;  // key of the title before
-};
+Outcome AddTitle(EditSession& session, const FilmFiles& film, TitleRow& row, UserInterface& ui) {
+  Outcome track = AddFilmTrack(session, film, ui);
+  return track.IsDone() ? row.Add(session.Work().Tracks.Count() - 1) : track;
+}
 
 }  // namespace
 
 Outcome AddTitles(EditSession& session, std::span<const FilmFiles> films, UserInterface& ui) {
   Change change(session, "Add Titles");
-  TitleMaker maker(session, ui);
+  TitleRow row(session);
   for (const FilmFiles& film : films) {
-    Outcome outcome = maker.Add(film);
+    Outcome outcome = AddTitle(session, film, row, ui);
     if (!outcome.IsDone()) {
       outcome.Words.Level = Severity::Error;  // nobody is asked here
       if (outcome.Words.Place.empty()) {
