@@ -2,6 +2,7 @@
 // page's rest is pattern, and soft edges stand between in two steps.
 #pragma once
 
+#include "base/rules.h"
 #include "model/tracks.h"
 
 namespace quorvelant {
@@ -16,6 +17,10 @@ struct MarkColors {
 
 inline constexpr MarkColors HardMarks{};
 inline constexpr MarkColors SoftMarks{.Emphasis1 = 0xAAAAAA, .Emphasis2 = 0x555555};
+
+[[nodiscard]] inline const MarkColors& MarksOf(const Rules& rules) {
+  return rules.SmoothMarks ? SoftMarks : HardMarks;
+}
 
 // The same in contrasts of a button that shows: background, emphasis 2, emphasis 1; the pattern never shows.
 inline constexpr int FullMarkContrast = 15;

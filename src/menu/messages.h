@@ -89,4 +89,10 @@ inline constexpr MessageKind PagesWithoutFolder{"pages-without-folder", Severity
 inline constexpr MessageKind PagesUnwritten{"pages-unwritten", Severity::Error, "Menu Pages",
                                             "The pages cannot be written to '{}': {}"};
 
+// --- themes ---
+
+inline constexpr MessageKind ThemeMissing{
+    "theme-missing", Severity::Error, "Theme Error",
+    "There is no theme '{}': these are built in: {}; a theme of your own is a folder with a theme.toml"};
+
 }  // namespace quorvelant::message

@@ -10,6 +10,7 @@
 #include "base/file_text.h"
 #include "base/text.h"
 #include "edit/film_files.h"
+#include "menu/look_fields.h"
 #include "menu/messages.h"
 #include "menu/order_fields.h"
 #include "model/cls_dvd.h"
@@ -32,17 +33,6 @@ constexpr std::array<OrderWord<AtInsertion>, 3> InsertionWords{
 constexpr std::array<OrderWord<bool WantedMenus::*>, 3> MenuWords{{{"audio", &WantedMenus::Audio},
                                                                    {"subtitles", &WantedMenus::Subtitle},
                                                                    {"chapters", &WantedMenus::Chapter}}};
-constexpr std::array<std::pair<std::string_view, PageKind>, PageKindCount> PageWords{
-    {{"root", PageKind::Root},
-     {"audio", PageKind::Audio},
-     {"subtitles", PageKind::Subtitle},
-     {"chapters", PageKind::Chapter},
-     {"titles", PageKind::TitleChoice}}};
-constexpr std::array<std::pair<std::string_view, FontSlot>, FontSlotCount> FontWords{
-    {{"heading", FontSlot::PageTitle},
-     {"item", FontSlot::Item},
-     {"main", FontSlot::Main},
-     {"small", FontSlot::Small}}};
 
 class OrderReader {
  public:
@@ -66,9 +56,10 @@ class OrderReader {
             "title_names",
             [this](const auto& value) { Take(fields_.Flag(value, "title_names"), order_.Look.TrackNames); }},
         OrderField{"labels", [this](const auto& value) { TakeLabels(value); }},
-        OrderField{"backgrounds", [this](const auto& value) { TakeBackgrounds(value); }},
-        OrderField{"fonts", [this](const auto& value) { TakeFonts(value); }},
-        OrderField{"colors", [this](const auto& value) { TakeColors(value); }}};
+        OrderField{"backgrounds",
+                   [this](const auto& value) { ReadBackgrounds(fields_, value, order_.Look); }},
+        OrderField{"fonts", [this](const auto& value) { ReadFonts(fields_, value, order_.Look); }},
+        OrderField{"colors", [this](const auto& value) { ReadColors(fields_, value, order_.Look); }}};
     fields_.ReadTable(root, "the description", fields);
     if (!root.contains("title")) {
       fields_.Lacks(root, "The description", "title");
@@ -246,55 +237,6 @@ class OrderReader {
         order_.Look.OwnLabels.emplace(key.str(), std::move(*own));
       }
     }
-  }
-
-  void TakeBackgrounds(const toml::node& value) {
-    std::vector<OrderField> fields;
-    for (const auto& row : PageWords) {
-      std::string& background = order_.Look.Backgrounds.at(static_cast<std::size_t>(row.second));
-      fields.push_back({row.first, [this, &row, &background](const toml::node& picture) {
-                          Take(fields_.Path(picture, row.first), background);
-                        }});
-    }
-    fields_.ReadTable(value, "backgrounds", fields);
-  }
-
-  void TakeFonts(const toml::node& value) {
-    std::vector<OrderField> fields;
-    for (const auto& row : FontWords) {
-      MenuFont& font = order_.Look.Fonts.at(static_cast<std::size_t>(row.second));
-      fields.push_back(
-          {row.first, [this, &row, &font](const toml::node& table) { ReadFont(table, row.first, font); }});
-    }
-    fields_.ReadTable(value, "fonts", fields);
-  }
-
-  void ReadFont(const toml::node& table, std::string_view slot, MenuFont& font) {
-    const auto flag = [this](std::string_view key, bool& into) {
-      return OrderField{
-          key, [this, key, &into](const toml::node& value) { Take(fields_.Flag(value, key), into); }};
-    };
-    const std::array fields{
-        OrderField{"name", [&](const auto& value) { Take(fields_.Text(value, "name"), font.Name); }},
-        OrderField{"size",
-                   [&](const auto& value) { Take(fields_.Number(value, "size", 8, 200), font.PixelHeight); }},
-        OrderField{"color", [&](const auto& value) { Take(fields_.Ink(value, "color"), font.Ink); }},
-        flag("bold", font.Bold),
-        flag("italic", font.Italic),
-        flag("underline", font.Underline),
-        flag("strikeout", font.StrikeOut)};
-    fields_.ReadTable(table, slot, fields);
-  }
-
-  void TakeColors(const toml::node& value) {
-    const std::array fields{OrderField{"selection",
-                                       [this](const auto& color) {
-                                         Take(fields_.Ink(color, "selection"), order_.Look.Selection);
-                                       }},
-                            OrderField{"action", [this](const auto& color) {
-                                         Take(fields_.Ink(color, "action"), order_.Look.Action);
-                                       }}};
-    fields_.ReadTable(value, "colors", fields);
   }
 
   OrderFields fields_;
