@@ -16,6 +16,7 @@
 #include "check/source_judge.h"
 #include "menu/film_chapters.h"
 #include "menu/menu_labels.h"
+#include "menu/menu_themes.h"
 #include "menu/messages.h"
 #include "model/cls_dvd.h"
 
@@ -111,15 +112,32 @@ class OrderJudge {
     }
   }
 
+  // The look is the whole one from then on.
   void JudgeLook() {
+    JudgeFonts();
+    CompletedLook whole = CompleteLook(order_.Look, rules_);
+    Append(findings_, std::move(whole.Errors));
+    if (!whole.Look) {
+      return;
+    }
+    const auto names = MenuThemeNames();
+    const std::string theme = order_.Look.Theme;
+    order_.Look = std::move(*whole.Look);
     for (const std::string& background : order_.Look.Backgrounds) {
       if (!background.empty()) {
         JudgeBackground(background);
       }
     }
+    if (!theme.empty() && std::ranges::find(names, theme) == names.end()) {
+      JudgeFonts();
+    }
+  }
+
+  // Those of built-in themes give way to similar ones.
+  void JudgeFonts() {
     for (const MenuFont& font : order_.Look.Fonts) {
       const std::string taken = font.Name.empty() ? std::string() : pictures_.FontTaken(font.Name);
-      if (!EqualNoCase(taken, font.Name)) {
+      if (!EqualNoCase(taken, font.Name) && font.Name != "sans-serif") {
         findings_.push_back(MessageOf(message::FontMissing, {}, font.Name, taken));
       }
     }

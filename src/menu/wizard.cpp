@@ -22,9 +22,11 @@
 #include "menu/film_chapters.h"
 #include "menu/menu_offer.h"
 #include "menu/menu_structure.h"
+#include "menu/menu_themes.h"
 #include "menu/messages.h"
 #include "menu/order_check.h"
 #include "menu/page_layout.h"
+#include "menu/page_text.h"
 #include "menu/page_tracks.h"
 #include "menu/thumbnails.h"
 #include "model/walk.h"
@@ -58,12 +60,16 @@ std::string TrackNameFor(const std::string& name) {
   return fit;
 }
 
-void PaintFiles(EditSession& session, const MadePage& page, const MenuLook& look,
-                const WizardServices& services) {
+ThumbnailSource ThumbnailsFor(EditSession& session, const WizardServices& services) {
+  return ThumbnailsOf(session.Work(), session.Indexes(), services.Pictures, services.Ui,
+                      session.RulesInForce());
+}
+
+void PaintFiles(const EditSession& session, const MadePage& page, const MenuLook& look,
+                const ThumbnailSource& thumbnails, const WizardServices& services) {
   const Project& project = session.Work();
   const bool isNtsc = EqualNoCase(project.Tracks[page.Track].Standard, "NTSC");
-  const PaintedPage painted = PaintPage(page.Layout, page.Kind, page.Track, look, isNtsc,
-                                        ThumbnailsOf(project, session.Indexes(), services.Ui),
+  const PaintedPage painted = PaintPage(page.Layout, page.Kind, page.Track, look, isNtsc, thumbnails,
                                         services.Pictures, session.RulesInForce());
   services.Pictures.Save(painted.Normal, page.NormalFile);
   services.Pictures.Save(painted.Sublayer, page.SublayerFile);
@@ -71,9 +77,9 @@ void PaintFiles(EditSession& session, const MadePage& page, const MenuLook& look
 
 class DiscMaker {
  public:
-  DiscMaker(EditSession& session, DiscOrder order, PageFolder& folder, const WizardServices& services,
+  DiscMaker(EditSession& session, DiscOrder& order, PageFolder& folder, const WizardServices& services,
             MadeDisc& made)
-      : session_(session), order_(std::move(order)), folder_(folder), services_(services), made_(made) {}
+      : session_(session), order_(order), folder_(folder), services_(services), made_(made) {}
 
   Outcome Make() {
     services_.Ui.Status("Processing...");
@@ -83,7 +89,7 @@ class DiscMaker {
       steps_.Do([&] { return AddFilm(film); });
     }
     steps_.Do([this] { return JudgeSources(); });
-    if (steps_.GoOn() && WantsMenus()) {
+    if (steps_.GoOn() && order_.HasMenus && OfferChoice(Offers(), RulesUsed())) {
       AddPages();
       steps_.Do([this] { return MakeMenuStructure(session_, plan_, services_.Ui); });
     } else {
@@ -120,6 +126,7 @@ class DiscMaker {
     }
     const OrderedFilm& film = order_.Films[number];
     const std::size_t track = session_.Work().Tracks.Count();
+    const std::size_t palettes = session_.Work().Palettes.Count();
     Outcome added = AddFilmTrack(session_, FilesOf(film), services_.Ui);
     std::vector<std::string> names;
     if (added.IsDone()) {
@@ -131,9 +138,13 @@ class DiscMaker {
           added.Words.Place.empty() && !added.Words.Text.empty() ? film.Video : added.Words.Place;
       return Outcome::Refused(std::move(added.Words));
     }
-    FilmTracks tracks{.Offer = OfferOf(session_.Work(), track, order_.Menus, RulesUsed()),
-                      .After = film.After};
+    FilmTracks tracks;
+    tracks.Offer = OfferOf(session_.Work(), track, order_.Menus, RulesUsed());
+    tracks.After = film.After;
     tracks.Offer.Name = film.Name;
+    if (session_.Work().Palettes.Count() > palettes) {  // that of its subtitles
+      tracks.Palette = session_.Work().Palettes.Item(palettes + 1)->Name();
+    }
     for (OfferedChapter& chapter : tracks.Offer.Chapters) {
       chapter.Name = chapter.Scene < names.size() ? names[chapter.Scene] : std::string();
     }
@@ -184,12 +195,10 @@ class DiscMaker {
     }
   }
 
-  [[nodiscard]] bool WantsMenus() const {
-    const bool hasChoice =
-        plan_.Films.size() > 1 || std::ranges::any_of(plan_.Films, [](const FilmTracks& film) {
-          return !film.Offer.Audio.empty() || !film.Offer.Subtitles.empty() || !film.Offer.Chapters.empty();
-        });
-    return order_.HasMenus && (hasChoice || !RulesUsed().PagesForChoiceOnly);
+  [[nodiscard]] std::vector<FilmOffer> Offers() const {
+    std::vector<FilmOffer> offers;
+    std::ranges::transform(plan_.Films, std::back_inserter(offers), &FilmTracks::Offer);
+    return offers;
   }
 
   void AddPages() {
@@ -221,12 +230,10 @@ class DiscMaker {
   [[nodiscard]] std::size_t TrackOf(std::size_t film) const { return plan_.Films[film].Offer.Track; }
 
   void LayOut() {
-    std::vector<FilmOffer> offers;
-    std::ranges::transform(plan_.Films, std::back_inserter(offers), &FilmTracks::Offer);
     const TextMeasure measure = [this](std::string_view text, const TextStyle& style) {
       return services_.Pictures.MeasureText(text, style);
     };
-    DiscMenus menus = LayOutMenus(offers, order_.Look, measure, RulesUsed());
+    DiscMenus menus = LayOutMenus(Offers(), order_.Look, measure, RulesUsed());
     plan_.Choice = std::move(menus.Choice);
     for (std::size_t film = 0; film < plan_.Films.size(); ++film) {
       plan_.Films[film].Menus = std::move(menus.Films.at(film));
@@ -278,6 +285,7 @@ class DiscMaker {
   }
 
   Outcome PaintAll() {
+    const ThumbnailSource thumbnails = ThumbnailsFor(session_, services_);
     const auto total = static_cast<double>(PageCount());
     for (const Group& group : groups_) {
       for (std::size_t number = 0; number < group.Pages->Pages.size(); ++number) {
@@ -285,7 +293,7 @@ class DiscMaker {
           return Outcome::Refused({});
         }
         services_.Ui.Progress(static_cast<double>(made_.Pages.size()), total);
-        Paint(group, number);
+        Paint(group, number, thumbnails);
       }
     }
     return Outcome::Done();
@@ -299,7 +307,7 @@ class DiscMaker {
     return count;
   }
 
-  void Paint(const Group& group, std::size_t number) {
+  void Paint(const Group& group, std::size_t number, const ThumbnailSource& thumbnails) {
     const auto name = [](const std::string& file) { return fs::path(SystemPath(file)).filename(); };
     const PageFiles& files = group.Files.at(number);
     MadePage page{.Kind = group.Pages->Kind,
@@ -309,14 +317,14 @@ class DiscMaker {
                   .Layout = group.Pages->Pages[number],
                   .NormalFile = (fs::path(folder_.Aside()) / name(files.Normal)).string(),
                   .SublayerFile = (fs::path(folder_.Aside()) / name(files.Sublayer)).string()};
-    PaintFiles(session_, page, order_.Look, services_);
+    PaintFiles(session_, page, order_.Look, thumbnails, services_);
     page.NormalFile = (fs::path(folder_.Path()) / name(files.Normal)).string();
     page.SublayerFile = (fs::path(folder_.Path()) / name(files.Sublayer)).string();
     made_.Pages.push_back(std::move(page));
   }
 
   EditSession& session_;
-  DiscOrder order_;
+  DiscOrder& order_;
   PageFolder& folder_;
   const WizardServices& services_;
   MadeDisc& made_;
@@ -338,14 +346,14 @@ Outcome Guarded(const std::function<Outcome()>& make) {
 
 }  // namespace
 
-Outcome MakeDisc(EditSession& session, DiscOrder order, PageFolder& folder, const WizardServices& services,
+Outcome MakeDisc(EditSession& session, DiscOrder& order, PageFolder& folder, const WizardServices& services,
                  MadeDisc& made) {
   return Guarded([&] {
     Findings errors = JudgeOrder(order, session.RulesInForce(), services.Pictures, services.Ui);
     if (auto inTheWay = order.HasMenus ? folder.Refusal() : std::nullopt) {
       errors.push_back(std::move(*inTheWay));
     }
-    return errors.empty() ? DiscMaker(session, std::move(order), folder, services, made).Make()
+    return errors.empty() ? DiscMaker(session, order, folder, services, made).Make()
                           : RefuseAll(std::move(errors), services.Ui);
   });
 }
@@ -353,7 +361,11 @@ Outcome MakeDisc(EditSession& session, DiscOrder order, PageFolder& folder, cons
 Outcome RemakePage(EditSession& session, const MadePage& page, const MenuLook& look,
                    const WizardServices& services) {
   return Guarded([&] {
-    PaintFiles(session, page, look, services);
+    CompletedLook whole = CompleteLook(look, session.RulesInForce());
+    if (!whole.Look) {
+      return RefuseAll(std::move(whole.Errors), services.Ui);
+    }
+    PaintFiles(session, page, *whole.Look, ThumbnailsFor(session, services), services);
     return Outcome::Done();
   });
 }

@@ -37,9 +37,10 @@ struct MadeDisc {
 
 // Makes the whole disc on a session that stands on the default structure, as one step of its history. Every
 // film, font and picture is looked at before the first file is written. Pages go to the folder, which is
-// placed by then, and which the caller keeps once the project is saved. Errors before the last one are told.
+// placed by then, and which the caller keeps once the project is saved. What the order leaves open, its look
+// among it, is filled in. Errors before the last one are told.
 // A refusal without words: the user stopped it.
-Outcome MakeDisc(EditSession& session, DiscOrder order, PageFolder& folder, const WizardServices& services,
+Outcome MakeDisc(EditSession& session, DiscOrder& order, PageFolder& folder, const WizardServices& services,
                  MadeDisc& made);
 
 // Paints a page again, with other fonts or another background, over its files.
