@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "base/random.h"
@@ -64,13 +65,12 @@ FilmFiles* FilmOf(std::vector<FilmFiles>& films, const std::string& stem) {
 }
 
 void AddTo(FilmFiles& film, const std::string& file, SortedFiles& sorted) {
-  const std::string rest = StemOf(file).substr(film.Name.size());
   switch (RoleOf(file)) {
     case FileRole::Audio:
-      film.Audio.push_back({file, LanguageIn(rest)});
+      film.Audio.push_back({file, LanguageOfFile(file, film.Video)});
       break;
     case FileRole::Subtitles:
-      film.Subtitles.push_back({file, LanguageIn(rest)});
+      film.Subtitles.push_back({file, LanguageOfFile(file, film.Video)});
       break;
     default:
       if (film.Chapters.empty()) {
@@ -83,16 +83,89 @@ void AddTo(FilmFiles& film, const std::string& file, SortedFiles& sorted) {
   }
 }
 
+FilmFiles FilmWith(const std::string& video) {
+  FilmFiles film;
+  film.Video = video;
+  film.Name = StemOf(video);
+  return film;
+}
+
+bool IsOf(const FilmFiles& film, const std::string& file) {
+  const auto names = [&file](const FilmFiles::Stream& stream) { return stream.File == file; };
+  return film.Chapters == file || std::ranges::any_of(film.Audio, names) ||
+         std::ranges::any_of(film.Subtitles, names);
+}
+
+// What lies beside a file, in the order of names, as the file's own name has the folder.
+std::vector<std::string> FilesBeside(const std::string& file) {
+  const std::filesystem::path folder = std::filesystem::path(SystemPath(file)).parent_path();
+  std::vector<std::string> files;
+  std::error_code failed;
+  std::filesystem::directory_iterator at(folder.empty() ? "." : folder, failed);
+  for (; !failed && at != std::filesystem::directory_iterator(); at.increment(failed)) {
+    files.push_back((folder / at->path().filename()).string());
+  }
+  std::ranges::sort(files);
+  return files;
+}
+
+// "film.ac3" and "film.de.ac3" of "film.m2v", but not "filmset.ac3".
+bool HasNameOf(const FilmFiles& film, const std::string& file) {
+  const std::string stem = StemOf(file);
+  if (stem == film.Name || RoleOf(file) == FileRole::Chapters) {
+    return stem == film.Name;
+  }
+  const bool goesOn = stem.starts_with(film.Name) && Contains("._-", stem.substr(film.Name.size(), 1));
+  return goesOn && !LanguageOfFile(file, film.Video).empty();
+}
+
 }  // namespace
+
+std::string LanguageOfFile(const std::string& file, const std::string& video) {
+  const std::string stem = StemOf(file);
+  const std::string film = StemOf(video);
+  if (stem.starts_with(film)) {
+    return LanguageIn(std::string_view(stem).substr(film.size()));
+  }
+  const std::size_t last = stem.find_last_of("._- ");
+  return last == std::string::npos ? std::string() : LanguageIn(std::string_view(stem).substr(last));
+}
+
+SortedFiles FollowFilms(std::span<const std::string> files) {
+  SortedFiles sorted;
+  for (const std::string& file : files) {
+    const FileRole role = RoleOf(file);
+    if (role == FileRole::Video) {
+      sorted.Films.push_back(FilmWith(file));
+    } else if (role == FileRole::Picture) {
+      sorted.Refusals.push_back(MessageOf(message::PictureIsNoFilm, file, file));
+    } else if (sorted.Films.empty()) {
+      sorted.Refusals.push_back(MessageOf(message::FileBeforeFilm, file, file));
+    } else {
+      AddTo(sorted.Films.back(), file, sorted);
+    }
+  }
+  return sorted;
+}
+
+void FindFilesOf(std::vector<FilmFiles>& films) {
+  SortedFiles sorted;
+  for (FilmFiles& film : films) {
+    for (const std::string& file : FilesBeside(film.Video)) {
+      const FileRole role = RoleOf(file);
+      const bool isNew = role != FileRole::Video && role != FileRole::Picture && !IsOf(film, file);
+      if (isNew && HasNameOf(film, file) && (role != FileRole::Chapters || film.Chapters.empty())) {
+        AddTo(film, file, sorted);
+      }
+    }
+  }
+}
 
 SortedFiles SortFilms(std::span<const std::string> files) {
   SortedFiles sorted;
   for (const std::string& file : files) {
     if (RoleOf(file) == FileRole::Video) {
-      FilmFiles film;
-      film.Video = file;
-      film.Name = StemOf(file);
-      sorted.Films.push_back(std::move(film));
+      sorted.Films.push_back(FilmWith(file));
     }
   }
   for (const std::string& file : files) {

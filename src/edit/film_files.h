@@ -36,4 +36,14 @@ struct SortedFiles {
 // its language. No file is opened.
 [[nodiscard]] SortedFiles SortFilms(std::span<const std::string> files);
 
+// The same by the order in which files are named: those after a video belong to it, whatever their names.
+[[nodiscard]] SortedFiles FollowFilms(std::span<const std::string> files);
+
+// Adds what lies beside each video and has its name: its own, or one that goes on with a language
+// ("film.de.ac3"). Files that a film has already are passed over.
+void FindFilesOf(std::vector<FilmFiles>& films);
+
+// The language that a file's name tells, by its last word or one after the video's stem; empty for none.
+[[nodiscard]] std::string LanguageOfFile(const std::string& file, const std::string& video);
+
 }  // namespace quorvelant

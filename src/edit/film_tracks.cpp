@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "base/text.h"
 #include "edit/segment_files.h"
 #include "edit/segments.h"
 #include "edit/steps.h"
@@ -19,7 +20,7 @@ namespace {
 std::string FreeTrackName(const Project& project, const std::string& stem) {
   const auto taken = [&project](const std::string& name) {
     return std::ranges::any_of(Live(project.Tracks),
-                               [&name](const Track* track) { return track->TrackName == name; });
+                               [&name](const Track* track) { return EqualNoCase(track->TrackName, name); });
   };
   std::string name = stem;
   for (std::size_t number = 2; taken(name); ++number) {

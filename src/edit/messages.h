@@ -236,6 +236,9 @@ inline constexpr MessageKind AskSaveFirst{
 inline constexpr MessageKind FileOfNoFilm{
     "file-of-no-film", Severity::Error, "Import Error",
     "'{}' belongs to no video: its name must begin as that of one does (film.m2v, film.de.ac3)"};
+inline constexpr MessageKind FileBeforeFilm{
+    "file-before-film", Severity::Error, "Import Error",
+    "'{}' stands before any video: sound, subtitles and chapters follow the video that they belong to"};
 inline constexpr MessageKind PictureIsNoFilm{
     "picture-is-no-film", Severity::Error, "Import Error",
     "'{}' is a picture, and films become titles: stills and slides come in with `quorvelant edit`"};

@@ -99,4 +99,11 @@ FilmOffer OfferOf(const Project& project, std::size_t track, const WantedMenus& 
   return offer;
 }
 
+bool OfferChoice(std::span<const FilmOffer> films, const Rules& rules) {
+  const bool one = std::ranges::any_of(films, [](const FilmOffer& film) {
+    return !film.Audio.empty() || !film.Subtitles.empty() || !film.Chapters.empty();
+  });
+  return films.size() > 1 || one || !rules.PagesForChoiceOnly;
+}
+
 }  // namespace quorvelant

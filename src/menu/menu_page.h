@@ -47,6 +47,7 @@ struct PageText {
   int Y = 0;
   FontSlot Slot = FontSlot::Item;
   int PixelHeight = 24;  // of the font's em on this page
+  int Stretch = 100;     // width of letters, percent: pixels of a wide page are wide themselves
   bool operator==(const PageText&) const = default;
 };
 
@@ -59,20 +60,30 @@ struct PageThumbnail {
   bool operator==(const PageThumbnail&) const = default;
 };
 
-// What lights up for a button: a filled box, or the button's text.
-struct PageMark {
-  int X1 = 0;  // of the box; both ends belong to it
+// A filled box; both ends belong to it.
+struct PageBox {
+  int X1 = 0;
   int X2 = 0;
   int Y1 = 0;
   int Y2 = 0;
-  std::optional<PageText> Text;
+  bool operator==(const PageBox&) const = default;
+};
+
+// What lights up for a button: a box, the button's text, or both. Rows are those of the sublayer picture,
+// which shows `SublayerRise` lines lower.
+struct PageMark {
+  std::optional<PageBox> Box = std::nullopt;
+  int Frame = 0;  // width of the box's rim, which alone is painted; 0 for all of the box
+  std::optional<PageText> Text = std::nullopt;
   bool operator==(const PageMark&) const = default;
 };
+inline constexpr int SublayerRise = 2;
 
 struct MenuPage {
   std::vector<PageText> Texts;  // of the normal picture
   std::vector<PageThumbnail> Thumbnails;
-  std::vector<PageMark> Marks;  // of the sublayer
+  std::vector<PageBox> Accents;  // in the theme's accent colour
+  std::vector<PageMark> Marks;   // of the sublayer, one a button
   std::vector<MenuButton> Buttons;
   std::size_t FirstItem = 0;  // how many items stand on the pages before
   bool operator==(const MenuPage&) const = default;
@@ -81,6 +92,7 @@ struct MenuPage {
 // The pages of one menu PGC, which become one track.
 struct PageGroup {
   PageKind Kind = PageKind::Root;
+  bool IsWide = false;  // laid out for 16:9
   std::vector<MenuPage> Pages;
   bool operator==(const PageGroup&) const = default;
 };

@@ -13,10 +13,14 @@
 
 namespace quorvelant {
 
-// The box that a line of text takes, pixels.
+// What a line of text takes.
 using TextMeasure = std::function<TextSize(std::string_view text, const TextStyle& style)>;
 
-// The menus of one film. On a disc of several its root page leads to the title choice.
+// Whether pages are measured and kept inside the safe area.
+[[nodiscard]] bool PagesFit(const Rules& rules);
+
+// `look` is complete (`CompleteLook`). The menus of one film. On a disc of several its root page leads to the
+// title choice.
 [[nodiscard]] FilmMenus LayOutFilm(const FilmOffer& film, const MenuLook& look, bool isOnlyFilm,
                                    const TextMeasure& measure, const Rules& rules);
 // All films, and the title choice where there are several.

@@ -31,9 +31,12 @@ struct PictureModule {
   Picture (*Scale)(const Picture& picture, int width, int height, bool smooth);
   Bytes (*EncodePng)(const Picture& picture);  // empty where that failed
   void (*DrawText)(Picture& picture, int x, int y, std::string_view text, const TextStyle& style);
+  TextSize (*MeasureText)(std::string_view text, const TextStyle& style);
+  std::string (*MissingLetters)(std::string_view text, const TextStyle& style);
+  std::string (*FontTaken)(const std::string& family);
 };
 
-inline constexpr int PictureModuleRevision = 2;
+inline constexpr int PictureModuleRevision = 3;
 inline constexpr const char* PictureModuleFile = "quorvelant_pictures.so";
 // The one function that the module exports.
 inline constexpr const char* PictureModuleEntry = "QuorvelantPictureModule";

@@ -66,6 +66,9 @@ const PictureModule& ModuleFor(std::string_view name) {
 // What the decoder says of a PNG file that breaks off, which is found out before it is asked: it would print.
 constexpr std::string_view UnreadableReason = "Unable to read image data";
 
+// For whose sake the module is loaded where no file is.
+constexpr std::string_view Text = "text";
+
 class PlatformPictures : public PictureService {
  public:
   explicit PlatformPictures(const PictureLimits& limits) : limits_(limits) {}
@@ -89,8 +92,18 @@ class PlatformPictures : public PictureService {
   }
 
   void DrawText(Picture& picture, int x, int y, std::string_view text, const TextStyle& style) override {
-    ModuleFor("text").DrawText(picture, x, y, text, style);
+    ModuleFor(Text).DrawText(picture, x, y, text, style);
   }
+
+  TextSize MeasureText(std::string_view text, const TextStyle& style) override {
+    return ModuleFor(Text).MeasureText(text, style);
+  }
+
+  std::string MissingLetters(std::string_view text, const TextStyle& style) override {
+    return ModuleFor(Text).MissingLetters(text, style);
+  }
+
+  std::string FontTaken(const std::string& family) override { return ModuleFor(Text).FontTaken(family); }
 
  private:
   [[nodiscard]] Picture Read(const std::string& path, const std::uint32_t* background) const {

@@ -3,12 +3,17 @@
 #include <QBuffer>
 #include <QColor>
 #include <QFont>
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetrics>
+#include <QGlyphRun>
 #include <QGuiApplication>
 #include <QImage>
 #include <QImageReader>
 #include <QPainter>
+#include <QTextLayout>
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 #include "platform/picture_module.h"
@@ -130,25 +135,94 @@ Bytes EncodePng(const Picture& picture) {
   return {bytes.begin(), bytes.end()};
 }
 
-void DrawText(Picture& picture, int x, int y, std::string_view text, const TextStyle& style) {
+QFont FontOf(const TextStyle& style) {
   NeedFonts();
   QFont font(QString::fromStdString(style.Font));
   font.setPixelSize(std::max(style.PixelHeight, 1));
   font.setBold(style.Bold);
   font.setItalic(style.Italic);
   font.setUnderline(style.Underline);
+  font.setStrikeOut(style.StrikeOut);
+  font.setStyleHint(QFont::SansSerif);
   font.setStyleStrategy(style.Smooth ? QFont::PreferAntialias : QFont::NoAntialias);
   font.setHintingPreference(QFont::PreferFullHinting);
+  return font;
+}
+
+QString Letters(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+constexpr double Whole = 100;  // percent
+
+void DrawText(Picture& picture, int x, int y, std::string_view text, const TextStyle& style) {
+  const QFont font = FontOf(style);
   QImage image = CanvasOf(picture);
   QPainter painter(&image);
   painter.setFont(font);
   painter.setPen(QColor(static_cast<int>(style.Color & 255U), static_cast<int>(style.Color >> 8U & 255U),
                         static_cast<int>(style.Color >> 16U & 255U)));
-  painter.drawText(x, y + QFontMetrics(font).ascent(),
-                   QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+  painter.translate(x, y + QFontMetrics(font).ascent());
+  painter.scale(style.Stretch / Whole, 1);
+  painter.drawText(0, 0, Letters(text));
 }
 
-constexpr PictureModule Module{PictureModuleRevision, &Decode, &Scale, &EncodePng, &DrawText};
+TextSize MeasureText(std::string_view text, const TextStyle& style) {
+  const QFontMetrics metrics(FontOf(style));
+  const QString letters = Letters(text);
+  const QRect ink = metrics.boundingRect(letters);
+  const auto left = [&](int x) { return static_cast<int>(std::floor(x * style.Stretch / Whole)); };
+  const auto right = [&](int x) { return static_cast<int>(std::ceil(x * style.Stretch / Whole)); };
+  const int soft = style.Smooth ? 1 : 0;  // edges reach into the next pixel
+  return {.Width = right(metrics.horizontalAdvance(letters)),
+          .Height = metrics.height(),
+          .InkLeft = left(ink.left()) - soft,
+          .InkTop = ink.top() + metrics.ascent() - soft,
+          .InkRight = right(ink.left() + ink.width()) + soft,
+          .InkBottom = ink.top() + ink.height() + metrics.ascent() + soft};
+}
+
+// Whether no font shows the letter: glyph 0 of every font is what stands for a letter that is missing.
+bool IsMissing(const QString& letter, const QFont& font) {
+  QTextLayout layout(letter, font);
+  layout.beginLayout();
+  layout.createLine();
+  layout.endLayout();
+  const auto runs = layout.glyphRuns();
+  return std::any_of(runs.begin(), runs.end(),
+                     [](const QGlyphRun& run) { return run.glyphIndexes().contains(0); });
+}
+
+std::string MissingLetters(std::string_view text, const TextStyle& style) {
+  const QFont font = FontOf(style);
+  QString missing;
+  for (const uint code : Letters(text).toUcs4()) {
+    const char32_t point = code;
+    const QString letter = QString::fromUcs4(&point, 1);
+    const bool shows = QChar::isPrint(code) && !QChar::isSpace(code) &&
+                       QChar::category(code) != QChar::Other_Format && !QChar::isMark(code);
+    if (shows && !missing.contains(letter) &&
+        (code == QChar::ReplacementCharacter || IsMissing(letter, font))) {
+      missing += letter;
+    }
+  }
+  return missing.toStdString();
+}
+
+std::string FontTaken(const std::string& family) {
+  NeedFonts();
+  const QString name = QString::fromStdString(family);
+  const QStringList installed = QFontDatabase::families();
+  const auto own = std::find_if(installed.begin(), installed.end(), [&](const QString& other) {
+    return other.compare(name, Qt::CaseInsensitive) == 0;
+  });
+  return own != installed.end() || family == "sans-serif"
+             ? family
+             : QFontInfo(FontOf({.Font = family})).family().toStdString();
+}
+
+constexpr PictureModule Module{PictureModuleRevision, &Decode,         &Scale,    &EncodePng, &DrawText,
+                               &MeasureText,          &MissingLetters, &FontTaken};
 
 }  // namespace
 
