@@ -13,7 +13,6 @@
 #include "app/open_project.h"
 #include "app/place_names.h"
 #include "app/project_findings.h"
-#include "app/rules_option.h"
 #include "app/run_reporter.h"
 #include "author/author.h"
 #include "author/message_recorder.h"
@@ -29,22 +28,6 @@
 namespace quorvelant {
 
 namespace {
-
-struct AuthorArguments {
-  std::string Project;
-  std::string Folder;
-  RulesOption RuleSet;
-  std::string LogFile;
-  bool Analyse = false;
-  bool Reindex = false;
-  bool Force = false;
-  bool Strict = false;
-  bool DryRun = false;
-  bool NoSync = false;
-  bool Json = false;
-
-  const Rules& RulesUsed() const { return RuleSet.Used(); }
-};
 
 // Builds the indexes of a track's video files anew. False where one cannot be read; that is told.
 bool Reindex(const Project& project, std::size_t track, IndexStore& store, UserInterface& ui) {
@@ -124,6 +107,8 @@ AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& con
   return Author(project, order, ui);
 }
 
+}  // namespace
+
 bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
   Project project;
   PlaceNames named(context.Ui, project);
@@ -143,8 +128,6 @@ bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
   }
   return done;
 }
-
-}  // namespace
 
 AuthorOrder OrderOf(const Settings& settings, const Rules& rules) {
   const Settings used = rules.GoesBySettings ? settings : Settings{};

@@ -2,12 +2,33 @@
 #pragma once
 
 #include <CLI/CLI.hpp>
+#include <string>
 
 #include "app/command_form.h"
+#include "app/rules_option.h"
 #include "author/author_order.h"
 #include "base/rules.h"
 
 namespace quorvelant {
+
+struct AuthorArguments {
+  std::string Project;
+  std::string Folder;
+  RulesOption RuleSet;
+  std::string LogFile;
+  bool Analyse = false;
+  bool Reindex = false;
+  bool Force = false;
+  bool Strict = false;
+  bool DryRun = false;
+  bool NoSync = false;
+  bool Json = false;
+
+  const Rules& RulesUsed() const { return RuleSet.Used(); }
+};
+
+// Loads the project and makes its disc, and tells all that comes of it. Whether there is a disc.
+[[nodiscard]] bool RunAuthor(const AuthorArguments& arguments, CommandContext& context);
 
 // quorvelant author PROJECT -o FOLDER [--analyse] [--reindex] [--force] [--rules players|classic] [--strict]
 //                   [--dry-run] [--json] [--log-file FILE]

@@ -14,7 +14,7 @@
 #include "app/project_findings.h"
 #include "app/rules_option.h"
 #include "app/told_messages.h"
-#include "base/counted.h"
+#include "app/verdict.h"
 #include "base/text.h"
 #include "edit/outline_json.h"
 #include "platform/platform_pictures.h"
@@ -34,26 +34,8 @@ struct CheckOptions {
   const Rules& RulesUsed() const { return RuleSet.Used(); }
 };
 
-// What was found, and what follows from it.
-struct Verdict {
-  std::size_t Errors = 0;
-  std::size_t Warnings = 0;
-  bool Ready = false;
-};
-
-Verdict VerdictOn(const Findings& findings, bool strict) {
-  const std::size_t errors = CountOf(findings, Severity::Error);
-  const std::size_t warnings = CountOf(findings, Severity::Warning);
-  return {errors, warnings, errors == 0 && (!strict || warnings == 0)};
-}
-
-std::string Count(std::size_t count, std::string_view one) {
-  return count == 0 ? fmt::format("no {}s", one) : Counted(count, one);
-}
-
 std::string VerdictText(const Verdict& verdict, const std::string& script, bool strict) {
-  return fmt::format("{}: {}: {}, {}{}\n", script, verdict.Ready ? "ready to author" : "not ready to author",
-                     Count(verdict.Errors, "error"), Count(verdict.Warnings, "warning"),
+  return fmt::format("{}: {}{}\n", script, VerdictWords(verdict),
                      strict && verdict.Warnings > 0 ? ", and --strict allows none" : "");
 }
 

@@ -18,6 +18,7 @@
 #include "app/command_probe.h"
 #include "app/command_still.h"
 #include "app/command_subtitles.h"
+#include "app/command_wizard.h"
 #include "app/messages.h"
 #include "app/version.h"
 #include "base/message_error.h"
@@ -45,6 +46,7 @@ void AddCommands(CLI::App& program, CommandContext& context) {
   AddCheckCommand(program, context);
   AddConvertCommand(program, context);
   AddNewCommand(program, context);
+  AddWizardCommand(program, context);
   AddEditCommand(program, context);
   AddProbeCommand(program, context);
   AddIndexCommand(program, context);

@@ -2,17 +2,17 @@
 
 #include <fmt/format.h>
 
-#include <filesystem>
+#include <algorithm>
 #include <memory>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "app/edit_options.h"
-#include "app/messages.h"
+#include "app/new_project.h"
 #include "app/output_file.h"
 #include "app/rules_option.h"
+#include "base/counted.h"
 #include "edit/film_files.h"
 #include "edit/new_titles.h"
 #include "edit/project_file.h"
@@ -29,13 +29,6 @@ struct NewOptions {
   bool Force = false;
 };
 
-// The default structure as a script at `path` would hold it: sources count from there.
-void StartAt(EditSession& session, const std::string& path) {
-  Project project = session.Work();
-  project.ScriptFile = path;
-  session.Replace(std::move(project), {});
-}
-
 // Names on the command line count from here, those of a script from the script.
 FilmFiles LeadFrom(const std::string& project, FilmFiles film) {
   film.Video = PathFrom(project, film.Video);
@@ -49,27 +42,11 @@ FilmFiles LeadFrom(const std::string& project, FilmFiles film) {
 }
 
 std::string Summary(const NewOptions& options, const Project& project) {
-  std::size_t titles = 0;
-  std::size_t sets = 0;
-  for (const VTS_P* entry : Live(project.Disc)) {
-    const std::size_t ofEntry = Live(entry->Title).size();
-    titles += ofEntry;
-    sets += ofEntry > 0 ? 1 : 0;
-  }
-  const std::string text = fmt::format("{}: {} title{} in {} title set{}\n", options.Project, titles,
-                                       titles == 1 ? "" : "s", sets, sets == 1 ? "" : "s");
+  const auto sets = std::ranges::count_if(Live(project.Disc),
+                                          [](const VTS_P* entry) { return !Live(entry->Title).empty(); });
+  const std::string text = fmt::format("{}: {} in {}\n", options.Project,
+                                       Counted(TitleCount(project), "title"), Counted(sets, "title set"));
   return options.Files.empty() ? fmt::format("{}: a title without films yet\n", options.Project) : text;
-}
-
-// A script in a folder that is not there could name no source.
-bool HasFolder(const std::string& path, UserInterface& ui) {
-  const auto folder = std::filesystem::path(path).parent_path();
-  std::error_code failed;
-  const bool isThere = folder.empty() || std::filesystem::is_directory(folder, failed);
-  if (!isThere) {
-    ui.Tell(MessageOf(message::OutputFolderMissing, path, folder.string()));
-  }
-  return isThere;
 }
 
 int Run(const NewOptions& options, CommandContext& context) {

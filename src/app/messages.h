@@ -125,6 +125,15 @@ inline constexpr MessageKind EditNotAgreed{
 inline constexpr MessageKind EditNotSaved{"edit-not-saved", Severity::Information, "Edit",
                                           R"(The changes are not saved: {{"op":"save"}} writes the project)"};
 
+// `wizard`
+inline constexpr MessageKind OrderStandsAlone{
+    "order-stands-alone", Severity::Error, "Wizard",
+    "'{}' describes the whole disc: name no other file with it, and no --auto"};
+inline constexpr MessageKind WizardOptionUnfit{"wizard-option-unfit", Severity::Error, "Wizard",
+                                               "{} is \"{}\"; {} is expected"};
+inline constexpr MessageKind PreviewUnwritten{"preview-unwritten", Severity::Error, "Wizard",
+                                              "No previews can be written to '{}': {}"};
+
 // Any command: faults that no room knew.
 inline constexpr MessageKind OutOfMemory{"out-of-memory", Severity::Error, "Error",
                                          "There is not enough memory for this"};

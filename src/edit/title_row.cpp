@@ -20,10 +20,10 @@ constexpr std::string_view ManagerMenus = "VMG1.LANGUAGE1";
 
 }  // namespace
 
-Outcome TitleRow::Add(std::size_t track) {
+Outcome TitleRow::Add(std::size_t track, bool isLedTo) {
   const std::string title = steps_.Do([&] { return TitleFor(track); });
   steps_.Do([&] { return Drop(session_, {.Track = track, .Scene = {}}, PgcKey(title, 1)); });
-  if (steps_.GoOn() && !last_.empty()) {
+  if (steps_.GoOn() && !last_.empty() && isLedTo) {
     GoOnWith(title);
   }
   last_ = title;
@@ -55,28 +55,27 @@ bool TitleRow::FitsInto(const VTS_P& set, const Track& track) const {
 
 // The title before the new one comes to lead to it.
 void TitleRow::GoOnWith(const std::string& title) {
-  const std::string& name = LiveTitle(session_.Work(), title)->TitleName;
-  std::string command = "JumpVTS_TT " + name;
-  if (TitleSetEntry(title) != TitleSetEntry(last_)) {
-    const std::string chain = steps_.Do([&] {
-      return NewPgc(session_, ManagerMenus, FreeName(session_, ElementKind::Pgc, "Play_" + name + "_", 1));
-    });
-    if (!steps_.GoOn()) {
-      return;
-    }
-    AddTo(chain, &PGC_P::PreCommands, "Pre", "JumpTT " + name);
-    command = "CallSS RSM=0,, " + LivePgc(session_.Work(), chain)->PGCName;
-  }
-  AddTo(PgcKey(last_, 1), &PGC_P::PostCommands, "Post", std::move(command));
+  const std::string command = steps_.Do([&] { return MakeWayToTitle(session_, last_, title); });
+  steps_.Do([&] { return AppendCommand(session_, PgcKey(last_, 1), &PGC_P::PostCommands, command); });
 }
 
-void TitleRow::AddTo(const std::string& chain, CommandList PGC_P::*list, std::string_view word,
-                     std::string text) {
-  steps_.Do([&] {
-    return SetPgc(session_, chain, [&](PGC_P& pgc) {
-      AddCommand(pgc.*list, word, text);
-      return Outcome::Done();
-    });
+Outcome MakeWayToTitle(EditSession& session, std::string_view from, std::string_view to) {
+  const std::string name = LiveTitle(session.Work(), to)->TitleName;
+  if (TitleSetEntry(to) == TitleSetEntry(from)) {
+    return Outcome::Done("JumpVTS_TT " + name);
+  }
+  Outcome made = NewPgc(session, ManagerMenus, FreeName(session, ElementKind::Pgc, "Play_" + name + "_", 1));
+  if (made.IsDone()) {
+    made = AppendCommand(session, made.Key, &PGC_P::PreCommands, "JumpTT " + name);
+  }
+  return made.IsDone() ? Outcome::Done("CallSS RSM=0,, " + LivePgc(session.Work(), made.Key)->PGCName) : made;
+}
+
+Outcome AppendCommand(EditSession& session, std::string_view chain, CommandList PGC_P::*list,
+                      std::string text) {
+  return SetPgc(session, chain, [&](PGC_P& pgc) {
+    AddCommand(pgc.*list, list == &PGC_P::PreCommands ? "Pre" : "Post", text);
+    return Outcome::Done();
   });
 }
 

@@ -19,18 +19,25 @@ class TitleRow {
   explicit TitleRow(EditSession& session) : session_(session) {}
 
   // A title that plays the track: in the title set of the title before where attributes and kinds of sound
-  // agree, otherwise in one of its own. Gives the title's key.
-  Outcome Add(std::size_t track);
+  // agree, otherwise in one of its own. Gives the title's key. Whether the title before leads to it.
+  Outcome Add(std::size_t track, bool isLedTo = true);
 
  private:
   Outcome TitleFor(std::size_t track);
   [[nodiscard]] bool FitsInto(const VTS_P& set, const Track& track) const;
   void GoOnWith(const std::string& title);
-  void AddTo(const std::string& chain, CommandList PGC_P::*list, std::string_view word, std::string text);
 
   EditSession& session_;
   Steps steps_;
   std::string last_;  // key of the title before
 };
+
+// What makes a title go on with another: the command for its post commands, as the outcome's key. Between
+// title sets it calls a PGC of the Video Manager, which is made. Both titles are told by their keys.
+Outcome MakeWayToTitle(EditSession& session, std::string_view from, std::string_view to);
+
+// One more command at the end of a PGC's list, `&PGC_P::PreCommands` or `&PGC_P::PostCommands`.
+Outcome AppendCommand(EditSession& session, std::string_view chain, CommandList PGC_P::*list,
+                      std::string text);
 
 }  // namespace quorvelant

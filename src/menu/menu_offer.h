@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -47,5 +48,8 @@ struct WantedMenus {
 // The name is the track's.
 [[nodiscard]] FilmOffer OfferOf(const Project& project, std::size_t track, const WantedMenus& wanted,
                                 const Rules& rules);
+
+// Whether the films leave a choice that makes menus.
+[[nodiscard]] bool OfferChoice(std::span<const FilmOffer> films, const Rules& rules);
 
 }  // namespace quorvelant

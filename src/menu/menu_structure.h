@@ -1,7 +1,8 @@
 // The structure of a disc with menus: title sets, languages, menu PGCs, cells, and the commands of buttons.
 #pragma once
 
-#include <map>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,6 +27,7 @@ struct FilmTracks {
   FilmMenus Menus;
   std::vector<std::size_t> MenuTracks;  // of each group, index in `Tracks`
   AfterFilm After = AfterFilm::Menu;
+  std::string Palette;  // of the project, in which its subtitles show; empty for "Default"
 };
 
 struct MenuPlan {

@@ -25,8 +25,12 @@ struct PageFiles {
                                                  std::size_t filmTrack, const std::string& folder,
                                                  const Rules& rules);
 
-// One track of the group, named "Track_" and the next free number: one page is a still, several are a slide
-// show. The files must be there. Gives the track's key.
+// The sublayer is painted this many lines above the place where it shows.
+inline constexpr int SublayerLinesDown = 2;
+
+// One track of the group, named "Track_" and the next free number: root and audio pages and a title choice of
+// one page are stills, others slide shows. The files must be there; for pages of 16:9 a letterboxed sublayer
+// is written beside each (menu/letterbox.h). Gives the track's key.
 Outcome AddPageTrack(EditSession& session, const PageGroup& group, std::span<const PageFiles> files,
                      std::size_t filmTrack, UserInterface& ui);
 

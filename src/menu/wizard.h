@@ -7,6 +7,7 @@
 #include "edit/outcome.h"
 #include "edit/session.h"
 #include "menu/disc_order.h"
+#include "menu/page_folder.h"
 #include "menu/page_painter.h"
 #include "picture/picture_service.h"
 
@@ -23,6 +24,7 @@ struct WizardServices {
 struct MadePage {
   PageKind Kind = PageKind::Root;
   std::size_t Film = 0;    // in the order; not looked at for the title choice
+  std::size_t Track = 0;   // of the film, index in `Tracks`
   std::size_t Number = 0;  // of the group's pages, from 0
   MenuPage Layout;
   std::string NormalFile;  // paths of this system
@@ -30,17 +32,19 @@ struct MadePage {
 };
 
 struct MadeDisc {
-  std::vector<MadePage> Pages;
+  std::vector<MadePage> Pages;  // none where there is nothing to choose
 };
 
-// Makes the whole disc on a session that stands on the default structure, as one step of its history. Pages
-// go to `folder`, which must not be there; it is left behind only when all was done. Every film, font and
-// picture is looked at before the first file is written.
-Outcome MakeDisc(EditSession& session, const DiscOrder& order, const std::string& folder,
-                 const WizardServices& services, MadeDisc& made);
+// Makes the whole disc on a session that stands on the default structure, as one step of its history. Every
+// film, font and picture is looked at before the first file is written. Pages go to the folder, which is
+// placed by then, and which the caller keeps once the project is saved. What the order leaves open, its look
+// among it, is filled in. Errors before the last one are told.
+// A refusal without words: the user stopped it.
+Outcome MakeDisc(EditSession& session, DiscOrder& order, PageFolder& folder, const WizardServices& services,
+                 MadeDisc& made);
 
 // Paints a page again, with other fonts or another background, over its files.
-Outcome RemakePage(const EditSession& session, const MadePage& page, const MenuLook& look,
+Outcome RemakePage(EditSession& session, const MadePage& page, const MenuLook& look,
                    const WizardServices& services);
 
 }  // namespace quorvelant

@@ -22,6 +22,8 @@ inline constexpr MessageKind PictureNotWhole{"picture-not-whole", Severity::Erro
                                              "{}: the file cannot be read to its end"};
 inline constexpr MessageKind PictureFileEmpty{"picture-file-empty", Severity::Error, "",
                                               "{}: the file is empty"};
+inline constexpr MessageKind PictureNotWritten{"picture-not-written", Severity::Error, "",
+                                               "{}: the picture cannot be written: {}"};
 
 inline constexpr MessageKind PictureNotBitmap{"picture-not-bitmap", Severity::Error, "",
                                               "{}: only Windows bitmaps (.bmp) can be read here."};

@@ -13,8 +13,6 @@ inline constexpr MessageKind PictureFormat{"picture-format", Severity::Error, ""
                                            "{}: pictures are written as .bmp or .png"};
 inline constexpr MessageKind PictureNotCoded{"picture-not-coded", Severity::Error, "",
                                              "{}: the picture cannot be written"};
-inline constexpr MessageKind PictureNotWritten{"picture-not-written", Severity::Error, "",
-                                               "{}: the picture cannot be written: {}"};
 inline constexpr MessageKind PictureModuleMissing{
     "picture-module-missing", Severity::Error, "",
     "{}: pictures other than Windows bitmaps need the module {}, which belongs beside the program or in "

@@ -10,6 +10,7 @@
 #include "base/file_text.h"
 #include "base/text.h"
 #include "picture/bmp.h"
+#include "picture/messages.h"
 #include "picture/png_check.h"
 #include "platform/messages.h"
 #include "platform/picture_module.h"

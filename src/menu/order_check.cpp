@@ -1,0 +1,200 @@
+#include "menu/order_check.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/random.h"
+#include "base/text.h"
+#include "check/source_judge.h"
+#include "menu/film_chapters.h"
+#include "menu/menu_labels.h"
+#include "menu/menu_themes.h"
+#include "menu/messages.h"
+#include "model/cls_dvd.h"
+
+namespace quorvelant {
+
+namespace {
+
+const std::string& PlaceOf(const OrderedFilm& film) {
+  return film.Place.empty() ? film.Video : film.Place;
+}
+
+class OrderJudge {
+ public:
+  OrderJudge(DiscOrder& order, const Rules& rules, PictureService& pictures, UserInterface& ui)
+      : order_(order), rules_(rules), pictures_(pictures), judge_({}, rules, ui) {}
+
+  Findings Judge() {
+    if (order_.Films.empty()) {
+      findings_.push_back(MessageOf(message::OrderWithoutFilms, {}));
+    } else if (order_.Films.size() > MostWizardTracks) {
+      findings_.push_back(MessageOf(message::WizardTracksExceeded, PlaceOf(order_.Films[MostWizardTracks])));
+    } else {
+      std::ranges::for_each(order_.Films, [this](OrderedFilm& film) { JudgeFilm(film); });
+      JudgeStart();
+      JudgeLook();
+      JudgeLabels();
+    }
+    // What a warning is of a source, the check of the whole project tells.
+    std::erase_if(findings_, [](const Message& finding) { return finding.Level != Severity::Error; });
+    return OnceEach(std::move(findings_));
+  }
+
+ private:
+  void JudgeFilm(OrderedFilm& film) {
+    if (film.Name.empty()) {
+      film.Name = std::filesystem::path(SystemPath(film.Video)).stem().string();
+    }
+    const StreamLimits most = WizardStreams(rules_);
+    JudgeCount(film, film.Audio, most.Audio, "sound");
+    JudgeCount(film, film.Subtitles, most.Subtitles, "subtitles");
+    const bool isNtsc = JudgeVideo(film);
+    for (const OrderedStream& stream : film.Audio) {
+      Append(findings_, judge_.Audio({stream.File, PlaceOf(film), isNtsc}, {}).Findings);
+    }
+    for (const OrderedStream& stream : film.Subtitles) {
+      if (auto missing = judge_.Missing({stream.File, PlaceOf(film), isNtsc})) {
+        findings_.push_back(std::move(*missing));
+      }
+    }
+    Append(findings_, ReadChapters(film, isNtsc));
+  }
+
+  void JudgeCount(const OrderedFilm& film, const std::vector<OrderedStream>& streams, std::size_t most,
+                  std::string_view what) {
+    if (streams.size() <= most) {
+      return;
+    }
+    std::vector<std::string_view> more;
+    std::transform(streams.begin() + static_cast<std::ptrdiff_t>(most), streams.end(),
+                   std::back_inserter(more), [](const OrderedStream& stream) { return stream.File; });
+    findings_.push_back(MessageOf(message::WizardStreamsExceeded, PlaceOf(film), film.Video, streams.size(),
+                                  what, most, fmt::format("'{}'", fmt::join(more, "', '"))));
+  }
+
+  // Whether the film is NTSC, or the disc where nothing is known of it.
+  bool JudgeVideo(const OrderedFilm& film) {
+    const SourcePlay play{film.Video, PlaceOf(film), standard_ == "NTSC"};
+    Judgement<VideoAttributes> judged = judge_.Video(play);
+    if (judged.Seen) {
+      Append(judged.Findings, JudgeForTrack(*judged.Seen, "Motion", play, rules_));
+      const std::string& standard = judged.Seen->Info.Standard;
+      if (standard_.empty()) {
+        standard_ = standard;
+        first_ = film.Video;
+      } else if (standard != standard_) {
+        judged.Findings.push_back(
+            MessageOf(message::WizardStandardsMixed, PlaceOf(film), film.Video, standard, first_, standard_));
+      }
+    }
+    Append(findings_, std::move(judged.Findings));
+    return standard_ == "NTSC";
+  }
+
+  void JudgeStart() {
+    const auto shows = [this](const OrderedStream& stream) {
+      return stream.Language == order_.StartSubtitles;
+    };
+    const bool isThere = std::ranges::any_of(order_.Films, [&shows](const OrderedFilm& film) {
+      return std::ranges::any_of(film.Subtitles, shows);
+    });
+    if (!order_.StartSubtitles.empty() && !isThere) {
+      findings_.push_back(MessageOf(message::StartSubtitlesMissing, {}, order_.StartSubtitles));
+    }
+  }
+
+  // The look is the whole one from then on.
+  void JudgeLook() {
+    JudgeFonts();
+    CompletedLook whole = CompleteLook(order_.Look, rules_);
+    Append(findings_, std::move(whole.Errors));
+    if (!whole.Look) {
+      return;
+    }
+    const auto names = MenuThemeNames();
+    const std::string theme = order_.Look.Theme;
+    order_.Look = std::move(*whole.Look);
+    for (const std::string& background : order_.Look.Backgrounds) {
+      if (!background.empty()) {
+        JudgeBackground(background);
+      }
+    }
+    if (!theme.empty() && std::ranges::find(names, theme) == names.end()) {
+      JudgeFonts();
+    }
+  }
+
+  // Those of built-in themes give way to similar ones.
+  void JudgeFonts() {
+    for (const MenuFont& font : order_.Look.Fonts) {
+      const std::string taken = font.Name.empty() ? std::string() : pictures_.FontTaken(font.Name);
+      if (!EqualNoCase(taken, font.Name) && font.Name != "sans-serif") {
+        findings_.push_back(MessageOf(message::FontMissing, {}, font.Name, taken));
+      }
+    }
+  }
+
+  void JudgeLabels() {
+    const MenuLook& look = order_.Look;
+    const auto languages = MenuLabelLanguages();
+    if (look.OwnLabels.empty() && std::ranges::find(languages, look.LabelLanguage) == languages.end()) {
+      findings_.push_back(MessageOf(message::LabelsMissing, {}, look.LabelLanguage,
+                                    fmt::format("{}", fmt::join(languages, ", "))));
+    }
+    const auto keys = MenuLabelKeys();
+    for (const auto& [label, own] : look.OwnLabels) {
+      const std::string& word = label;
+      const auto isOne = [&word](std::span<const std::string_view> words) {
+        return std::ranges::find(words, word) != words.end();
+      };
+      if (!isOne(keys) && !isOne(CLsDVD::LanguageArray()) && !isOne(CLsDVD::AudioArray()) &&
+          !isOne(CLsDVD::SubArray())) {
+        findings_.push_back(
+            MessageOf(message::LabelUnknown, {}, word, fmt::format("{}", fmt::join(keys, ", "))));
+      }
+    }
+  }
+
+  void JudgeBackground(const std::string& background) {
+    const std::string_view why = judge_.WhyMissing(SystemPath(background));
+    if (!why.empty()) {
+      findings_.push_back(MessageOf(message::BackgroundUnfit, background, background, why));
+      return;
+    }
+    try {
+      pictures_.Load(SystemPath(background));
+    } catch (const PictureError& fault) {
+      findings_.push_back(fault.What());
+    }
+  }
+
+  DiscOrder& order_;
+  const Rules& rules_;
+  PictureService& pictures_;
+  SourceJudge judge_;
+  Findings findings_;
+  std::string standard_;  // of the first video
+  std::string first_;
+};
+
+}  // namespace
+
+StreamLimits WizardStreams(const Rules& rules) {
+  return rules.WizardTakesAllStreams ? StreamLimits{.Audio = 8, .Subtitles = 32}
+                                     : StreamLimits{.Audio = 2, .Subtitles = 2};
+}
+
+Findings JudgeOrder(DiscOrder& order, const Rules& rules, PictureService& pictures, UserInterface& ui) {
+  return OrderJudge(order, rules, pictures, ui).Judge();
+}
+
+}  // namespace quorvelant
