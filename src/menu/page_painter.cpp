@@ -95,11 +95,12 @@ class Coverage {
   }
 
   // Of a filled area within a wider one.
-  static Coverage OfArea(const Area& filled, const Area& area) {
-    Coverage coverage(area);
+  static Coverage OfArea(const Area& filled, const Area& around) {
+    Coverage coverage(around);
     for (int y = filled.Top; y < filled.Bottom; ++y) {
-      const auto row = coverage.cover_.begin() + static_cast<std::ptrdiff_t>(y - area.Top) * coverage.width_ +
-                       filled.Left - area.Left;
+      const auto row = coverage.cover_.begin() +
+                       static_cast<std::ptrdiff_t>(y - around.Top) * coverage.width_ + filled.Left -
+                       around.Left;
       std::fill_n(row, filled.Right - filled.Left, static_cast<std::uint8_t>(Whole));
     }
     return coverage;
@@ -134,7 +135,10 @@ class Coverage {
   void BlurLines(int reach, int length, int lines, int step, int lineStep) {
     std::vector<int> line(static_cast<std::size_t>(length));
     for (int start = 0; start < lines; ++start) {
-      const auto at = [&](int i) { return static_cast<std::size_t>(start * lineStep + i * step); };
+      const auto at = [&](int i) {
+        return static_cast<std::size_t>(start) * static_cast<std::size_t>(lineStep) +
+               static_cast<std::size_t>(i) * static_cast<std::size_t>(step);
+      };
       for (int i = 0; i < length; ++i) {
         line[static_cast<std::size_t>(i)] = cover_[at(i)];
       }
