@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <ranges>
 #include <utility>
 
 #include "disc/video_standard.h"
@@ -306,7 +305,8 @@ class FittedPage {
   void PlaceBottom(BottomRow row) {
     constexpr int Beside = 6;
     int right = SafeRight;
-    for (BottomText& text : std::ranges::reverse_view(row.Texts)) {
+    for (std::size_t i = row.Texts.size(); i-- > 0;) {
+      BottomText& text = row.Texts[i];
       if (text.Scheme != MainScheme) {
         text.Text.X = right - text.Covers.Right;
         right -= text.Covers.Width() + BottomGap;
