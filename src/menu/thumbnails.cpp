@@ -65,6 +65,7 @@ class SceneThumbnails {
 
   bool Open(const std::string& path) {
     if (path != open_) {
+      files_.CloseAllFiles();
       open_ = files_.OpenSource(path, Slot) ? path : std::string();
     }
     return !open_.empty();
