@@ -82,8 +82,7 @@ DiscOrder OrderOfFilms(std::vector<FilmFiles> films) {
     return ordered;
   };
   for (FilmFiles& film : films) {
-    order.Films.push_back({.Name = std::move(film.Name),
-                           .Video = std::move(film.Video),
+    order.Films.push_back({.Video = std::move(film.Video),
                            .Audio = streams(film.Audio),
                            .Subtitles = streams(film.Subtitles),
                            .ChapterFile = std::move(film.Chapters)});

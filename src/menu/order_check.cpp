@@ -84,7 +84,7 @@ class OrderJudge {
     if (streams.size() <= most) {
       return;
     }
-    std::vector<std::string_view> more;
+    std::vector<std::string> more;
     std::transform(streams.begin() + static_cast<std::ptrdiff_t>(most), streams.end(),
                    std::back_inserter(more), [](const OrderedStream& stream) { return stream.File; });
     findings_.push_back(MessageOf(message::WizardStreamsExceeded, PlaceOf(film), film.Video, streams.size(),

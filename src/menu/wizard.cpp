@@ -40,6 +40,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr std::string_view Processing = "Processing...";
+
 // Tells all but the last error, which is the refusal.
 Outcome RefuseAll(Findings errors, UserInterface& ui) {
   Message last = std::move(errors.back());
@@ -85,7 +87,6 @@ class DiscMaker {
       : session_(session), order_(order), folder_(folder), services_(services), made_(made) {}
 
   Outcome Make() {
-    services_.Ui.Status("Processing...");
     Change change(session_, "Make Disc");
     steps_.Do([this] { return AskForIndexing(); });
     for (std::size_t film = 0; film < order_.Films.size(); ++film) {
@@ -113,6 +114,7 @@ class DiscMaker {
 
   // Without an index there is no picture for a thumbnail.
   Outcome AskForIndexing() {
+    services_.Ui.Status(Processing);
     const bool hasChapters = std::ranges::any_of(order_.Films, [](const OrderedFilm& film) {
       return !film.Chapters.empty() || film.ChapterSeconds > 0;
     });
@@ -307,6 +309,7 @@ class DiscMaker {
   }
 
   Outcome PaintAll() {
+    services_.Ui.Status(Processing);
     const ThumbnailSource thumbnails = ThumbnailsFor(session_, services_);
     const auto total = static_cast<double>(PageCount());
     for (const Group& group : groups_) {
