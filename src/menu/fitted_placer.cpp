@@ -137,9 +137,9 @@ class FittedPage {
     const std::size_t rows = parts ? (texts.size() + 1) / 2 : texts.size();
     const int step = EvenBelow(std::min(MostRowStep, room / static_cast<int>(rows)));
     const int pixels = fitter_.SizeFor(texts, FontSlot::Item, TextWidth(columnWidth), step - RowGap);
-    // A short list stands a little above the middle of its room.
-    const int slack = room - step * static_cast<int>(rows);
-    top += EvenBelow(slack / 3);
+    // Lists begin at the same height, however short, as far as there is room.
+    constexpr int MostSlack = 20;
+    top += EvenBelow(std::min(MostSlack, (room - step * static_cast<int>(rows)) / 3));
     for (std::size_t i = 0; i < texts.size(); ++i) {
       const int left = SafeLeft + (i < rows ? 0 : columnWidth + ColumnGap);
       PlaceItem(contents_.Items[i], left, top + step * static_cast<int>(i % rows), step, pixels, columnWidth);

@@ -38,7 +38,7 @@ struct BuiltInTheme {
   Color Shade;
   int ShadePercent;
   std::string_view Font = "sans-serif";
-  std::array<int, FontSlotCount> Pixels = {36, 30, 24, 22};
+  std::array<int, FontSlotCount> Pixels = {36, 30, 22, 22};
 };
 
 constexpr std::array Themes{

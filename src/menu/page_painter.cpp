@@ -22,7 +22,7 @@ Color Mixed(Color under, Color over, int share) {
   for (const unsigned shift : {0U, 8U, 16U}) {
     const int below = static_cast<int>(under >> shift & 255U);
     const int above = static_cast<int>(over >> shift & 255U);
-    mixed |= static_cast<Color>(below + ((above - below) * share + Whole / 2) / Whole) << shift;
+    mixed |= static_cast<Color>((below * (Whole - share) + above * share + Whole / 2) / Whole) << shift;
   }
   return mixed;
 }
@@ -274,6 +274,8 @@ class PagePainter {
   PictureService& pictures_;
 };
 
+constexpr int BoxMarkContrast = 6;
+
 // What a player shows of a mark's pixel, of 255.
 int ShareOf(Color color) {
   return color == SoftMarks.Background  ? Whole
@@ -294,12 +296,16 @@ PaintedPage PaintPage(const MenuPage& page, PageKind kind, std::size_t track, co
 Picture PreviewPage(const PaintedPage& painted, const MenuPage& page, std::size_t button,
                     const MenuLook& look) {
   Picture preview = painted.Normal;
-  if (button < page.Buttons.size()) {
+  if (button < page.Buttons.size() && button < page.Marks.size()) {
     const MenuButton& chosen = page.Buttons[button];
+    const PageMark& mark = page.Marks[button];
+    // A box that covers a thumbnail lets it shine through.
+    const int contrast =
+        mark.Box && mark.Frame == 0 && chosen.ColorScheme == 1 ? BoxMarkContrast : FullMarkContrast;
     const Area area = Area{chosen.X1, chosen.Y1, chosen.X2 + 1, chosen.Y2 + 1}.Within(preview);
     for (int y = std::max(area.Top, SublayerRise); y < area.Bottom; ++y) {
       for (int x = area.Left; x < area.Right; ++x) {
-        const int share = ShareOf(painted.Sublayer.At(x, y - SublayerRise));
+        const int share = ShareOf(painted.Sublayer.At(x, y - SublayerRise)) * contrast / FullMarkContrast;
         preview.Set(x, y, Mixed(preview.At(x, y), look.Selection, share));
       }
     }

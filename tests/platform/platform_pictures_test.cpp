@@ -134,6 +134,61 @@ TEST(PlatformPictures, TwoThreadsLoadAtOnceAndTheProgramsMessageHandlerStays) {
   EXPECT_EQ(qInstallMessageHandler(before), own);
 }
 
+// What is measured is what is drawn, leaning and joined letters too.
+TEST(PlatformPictures, TextCoversWhatWasMeasured) {
+  const auto service = MakePlatformPictures();
+  struct Case {
+    const char* Text;
+    TextStyle Style;
+  };
+  const TextStyle soft{.Font = "sans-serif", .PixelHeight = 30, .Smooth = true, .Color = 0xFFFFFF};
+  std::vector<Case> cases{
+      {"Wharf", soft}, {"jWf", soft}, {"\u0641\u064A\u0644\u0645", soft}, {"\u6620", soft}};
+  cases[1].Style.Italic = true;
+  cases.push_back({"Wide letters", soft});
+  cases.back().Style.Stretch = 70;
+  cases.push_back({"Hard", soft});
+  cases.back().Style.Smooth = false;
+  cases.push_back({"struck", soft});
+  cases.back().Style.StrikeOut = true;
+  for (const Case& c : cases) {
+    constexpr int Origin = 40;
+    Picture picture(400, 120);
+    service->DrawText(picture, Origin, Origin, c.Text, c.Style);
+    const TextSize size = service->MeasureText(c.Text, c.Style);
+    int left = 400;
+    int right = 0;
+    for (int y = 0; y < picture.Height; ++y) {
+      for (int x = 0; x < picture.Width; ++x) {
+        if (picture.At(x, y) != 0) {
+          left = std::min(left, x);
+          right = std::max(right, x);
+          EXPECT_TRUE(y - Origin >= size.InkTop && y - Origin < size.InkBottom) << c.Text << " row " << y;
+        }
+      }
+    }
+    EXPECT_GE(left - Origin, std::min(size.InkLeft, 0)) << c.Text;
+    EXPECT_LT(right - Origin, std::max(size.InkRight, size.Width)) << c.Text;
+    EXPECT_GT(right - left, size.Width / 2) << c.Text;
+  }
+  TextStyle struck = soft;
+  struck.StrikeOut = true;
+  Picture blank(60, 60);
+  service->DrawText(blank, 0, 0, "    ", struck);
+  EXPECT_NE(blank, Picture(60, 60));
+}
+
+TEST(PlatformPictures, FontsAndLettersThatAreMissingAreKnown) {
+  const auto service = MakePlatformPictures();
+  const TextStyle style{.Font = "sans-serif"};
+  EXPECT_EQ(service->MissingLetters("A film, \u042F \u6620\u753B e\u0301 \u200E", style), "");
+  // An unassigned plane of letters, in no font.
+  EXPECT_EQ(service->MissingLetters("a\U00012345b\U00012345 \xFF", style), "\U00012345\uFFFD");
+  EXPECT_EQ(service->FontTaken("dejavu sans"), "dejavu sans");
+  EXPECT_EQ(service->FontTaken("sans-serif"), "sans-serif");
+  EXPECT_NE(service->FontTaken("No Such Face"), "No Such Face");
+}
+
 // The program alone in a folder: bitmaps are its own, and for the rest it says what it lacks.
 TEST(PlatformPictures, WithoutItsModuleTheProgramTakesBitmapsAndSaysSo) {
   const TempFolder folder;

@@ -95,7 +95,11 @@ void NeedFonts() {
   static char platform[] = "offscreen";  // NOLINT(modernize-avoid-c-arrays)
   static char* arguments[] = {name, option, platform, nullptr};  // NOLINT(modernize-avoid-c-arrays)
   static int argumentCount = 3;
+  // It has things to say about the session that it starts in, which are of no use here.
+  const QtMessageHandler before =
+      qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   static const QGuiApplication application(argumentCount, arguments);
+  qInstallMessageHandler(before);
 }
 
 DecodedPicture Decode(ByteView file, const SizeJudge& judge, const std::uint32_t* background) {
