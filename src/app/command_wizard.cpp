@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -14,6 +15,7 @@
 #include "app/edit_options.h"
 #include "app/messages.h"
 #include "app/new_project.h"
+#include "app/open_project.h"
 #include "app/output_file.h"
 #include "app/place_names.h"
 #include "app/project_findings.h"
@@ -30,6 +32,7 @@
 #include "model/cls_dvd.h"
 #include "platform/platform_pictures.h"
 #include "script/script_reader.h"
+#include "script/script_writer.h"
 
 namespace quorvelant {
 
@@ -194,11 +197,7 @@ class WizardRun {
  private:
   // The project as it stands, checked before it is written: one that is not ready leaves nothing.
   bool Save() {
-    LoadResult asLoaded;
-    asLoaded.File = options_.Project;
-    asLoaded.Loaded = true;
-    asLoaded.Commands = session_.Commands();
-    const Verdict verdict = Check(asLoaded);
+    const Verdict verdict = Check();
     if (!verdict.Ready || !SaveProjectAs(session_, options_.Project, context_.Ui)) {
       return false;
     }
@@ -209,11 +208,21 @@ class WizardRun {
     return true;
   }
 
-  Verdict Check(const LoadResult& asLoaded) {
-    Findings findings = FindingsWithSources(asLoaded, session_.Work(), options_.RulesUsed(), context_.Ui);
+  // What `check` will tell of the script.
+  Verdict Check() {
+    session_.Commands();  // settles their digits
+    const std::string text = WriteScript(session_.Work());
+    std::istringstream script(text);
+    Project project;
+    ReadFaults faults(context_.Ui);
+    const FileScanner scanner(options_.RulesUsed(), faults);
+    const LoadResult load = LoadScript(script, text.size(), options_.Project, project,
+                                       {.Rules = options_.RulesUsed(), .Scanner = &scanner}, faults);
+    Findings findings = FindingsWithSources(load, project, options_.RulesUsed(), context_.Ui);
+    AppendReadFaults(findings, faults);
     ToldMessages told;
     std::erase_if(findings, [&told](const Message& finding) { return !told.IsNew(finding); });
-    PlaceNames named(context_.Ui, session_.Work());
+    PlaceNames named(context_.Ui, project);
     for (const Message& finding : findings) {
       named.Tell(finding);
     }
