@@ -11,6 +11,7 @@
 #include "edit/segment_files.h"
 #include "edit/segments.h"
 #include "edit/steps.h"
+#include "menu/page_layout.h"
 #include "menu/page_tracks.h"
 #include "model/keys.h"
 #include "picture/bmp.h"
@@ -103,7 +104,10 @@ std::vector<PageGroup> BoxPagesOf(const FilmOffer& offer, bool isOnlyFilm, const
     }
     add(PageKind::Chapter, menu_key::Chapter, keys, 6);
   }
-  groups.push_back(BoxGroup(PageKind::Root, root, 8, !isOnlyFilm || !rules.OneFilmHasTitleMenu));
+  groups.push_back(BoxGroup(PageKind::Root, root, 8, !RootIsTitleMenu(isOnlyFilm, rules)));
+  for (PageGroup& group : groups) {
+    group.IsWide = offer.IsWide && rules.WideMenus;
+  }
   return groups;
 }
 
@@ -124,6 +128,7 @@ Outcome MenuDisc::Make() {
   }
   if (Kind.Titles > 1 && Kind.HasMenus) {
     Plan.Choice = BoxChoiceOf(Plan.Films.size());
+    Plan.Choice->IsWide = Plan.Films.front().Menus.Groups.front().IsWide;
   }
   for (std::size_t film = 0; film < Plan.Films.size() && Kind.HasMenus; ++film) {
     for (const PageGroup& group : Plan.Films[film].Menus.Groups) {
