@@ -186,31 +186,40 @@ class FittedPage {
   void PlaceThumbnails(int top, int bottom) {
     constexpr std::size_t Columns = 3;
     constexpr int Gap = 16;  // between columns
+    constexpr int Across = static_cast<int>(Columns);
     const int rowStep = ground_.IsNtsc ? 125 : 150;
-    const int columnStep = (SafeWidth + Gap) / static_cast<int>(Columns);
-    std::vector<std::string> texts;
-    for (const PageItem& item : contents_.Items) {
-      texts.push_back(item.Text);
-      texts.push_back(item.Name);
-    }
-    const int pixels = fitter_.SizeFor(texts, FontSlot::Small, columnStep - Gap, height_);
+    const int labelRoom = (SafeWidth + Gap) / Across - Gap;
+    const std::vector<std::string> texts = LabelTexts();
+    const int pixels = fitter_.SizeFor(texts, FontSlot::Small, labelRoom, height_);
     const int labelHeight = LabelHeight(texts, pixels);
-    const ThumbnailSize size =
-        SizeWithin(columnStep - Gap - 2 * Rim, rowStep - 2 * Rim - labelHeight - RowGap);
-    const int fullRows = static_cast<int>(ChaptersAPage / Columns);
-    const int block = (fullRows - 1) * rowStep + size.Height + 2 * Rim + labelHeight;
+    const ThumbnailSize size = SizeWithin(labelRoom - 2 * Rim, rowStep - 2 * Rim - labelHeight - RowGap);
+    // Without names the last column ends where the safe area does; names need the room to its right.
+    const int columnStep =
+        contents_.HasNames ? labelRoom + Gap : (SafeWidth - size.Width - 2 * Rim) / (Across - 1);
+    const int rows = static_cast<int>(ChaptersAPage / Columns);
+    const int block = (rows - 1) * rowStep + size.Height + 2 * Rim + labelHeight;
     const int first = EvenAbove(top + std::max(0, bottom - top - block) / 2) + Rim;
     for (std::size_t i = 0; i < contents_.Items.size(); ++i) {
-      const int x = SafeLeft + Rim + static_cast<int>(i % Columns) * columnStep;
-      const int y = first + static_cast<int>(i / Columns) * rowStep;
-      PlaceThumbnail(contents_.Items[i],
-                     {.Scene = contents_.Items[i].Scene.value_or(0),
-                      .X = x,
-                      .Y = y,
+      const PageItem& item = contents_.Items[i];
+      PlaceThumbnail(item,
+                     {.Scene = item.Scene.value_or(0),
+                      .X = SafeLeft + Rim + static_cast<int>(i % Columns) * columnStep,
+                      .Y = first + static_cast<int>(i / Columns) * rowStep,
                       .Width = size.Width,
                       .Height = size.Height},
-                     pixels, columnStep - Gap - Rim);
+                     pixels, labelRoom - Rim);
     }
+  }
+
+  // The numbers and, as far as there are any, the names.
+  [[nodiscard]] std::vector<std::string> LabelTexts() const {
+    std::vector<std::string> texts = ItemTexts();
+    for (const PageItem& item : contents_.Items) {
+      if (!item.Name.empty()) {
+        texts.push_back(item.Name);
+      }
+    }
+    return texts;
   }
 
   [[nodiscard]] int LabelHeight(const std::vector<std::string>& texts, int pixels) const {

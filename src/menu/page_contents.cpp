@@ -34,7 +34,7 @@ std::vector<PageItem> NamedStreams(std::span<const OfferedStream> streams, const
 }
 
 std::vector<PageItem> StreamItems(std::span<const OfferedStream> streams, std::string_view label,
-                                  const MenuLook& look, const PageWords& words) {
+                                  const MenuLook& look, const PageWording& words) {
   const MenuLabels labels = LabelsOf(look);
   if (words.NamesStreams) {
     return NamedStreams(streams, labels);
@@ -75,7 +75,7 @@ std::vector<PageContents> Paged(const PageContents& whole, std::size_t perPage, 
 
 }  // namespace
 
-PageContents RootContents(const FilmOffer& film, const MenuLook& look, const PageWords& words) {
+PageContents RootContents(const FilmOffer& film, const MenuLook& look, const PageWording& words) {
   const MenuLabels labels = LabelsOf(look);
   PageContents page{
       .Kind = PageKind::Root,
@@ -95,7 +95,7 @@ PageContents RootContents(const FilmOffer& film, const MenuLook& look, const Pag
   return page;
 }
 
-PageContents AudioContents(const FilmOffer& film, const MenuLook& look, const PageWords& words) {
+PageContents AudioContents(const FilmOffer& film, const MenuLook& look, const PageWording& words) {
   const MenuLabels labels = LabelsOf(look);
   return {.Kind = PageKind::Audio,
           .Title = labels.Of("Audio Selection"),
@@ -104,7 +104,7 @@ PageContents AudioContents(const FilmOffer& film, const MenuLook& look, const Pa
 }
 
 std::vector<PageContents> SubtitleContents(const FilmOffer& film, const MenuLook& look,
-                                           const PageWords& words) {
+                                           const PageWording& words) {
   const MenuLabels labels = LabelsOf(look);
   PageContents whole{.Kind = PageKind::Subtitle,
                      .Title = labels.Of("Subtitle Selection"),
@@ -116,7 +116,7 @@ std::vector<PageContents> SubtitleContents(const FilmOffer& film, const MenuLook
 }
 
 std::vector<PageContents> ChapterContents(const FilmOffer& film, const MenuLook& look,
-                                          const PageWords& words) {
+                                          const PageWording& words) {
   const MenuLabels labels = LabelsOf(look);
   PageContents whole{.Kind = PageKind::Chapter,
                      .Title = labels.Of("Chapter Selection"),
@@ -125,12 +125,13 @@ std::vector<PageContents> ChapterContents(const FilmOffer& film, const MenuLook&
   for (const OfferedChapter& chapter : film.Chapters) {
     const std::string number = std::to_string(whole.Items.size() + 1);
     whole.Items.push_back({.Text = number, .Key = number, .Scene = chapter.Scene, .Name = chapter.Name});
+    whole.HasNames = whole.HasNames || !chapter.Name.empty();
   }
   return Paged(whole, ChaptersAPage, words.ShortArrows ? PageArrows : ChapterArrows, labels);
 }
 
 std::vector<PageContents> ChoiceContents(std::span<const FilmOffer> films, const MenuLook& look,
-                                         const PageWords& words) {
+                                         const PageWording& words) {
   const MenuLabels labels = LabelsOf(look);
   PageContents whole{.Kind = PageKind::TitleChoice, .Title = labels.Of("Movie Selection"), .Items = {}};
   for (const FilmOffer& film : films) {

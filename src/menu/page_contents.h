@@ -24,6 +24,7 @@ struct PageContents {
   PageKind Kind = PageKind::Root;
   std::string Title;
   std::vector<PageItem> Items;
+  bool HasNames = false;      // a thumbnail of this page or another of its group has one
   std::string Previous = {};  // texts of these buttons; empty for none
   std::string Main = {};
   std::string Next = {};
@@ -31,7 +32,7 @@ struct PageContents {
 };
 
 // What pages say beside the film's offer.
-struct PageWords {
+struct PageWording {
   bool NamesStreams = false;  // by language; otherwise by number
   bool ShortArrows = false;   // "Next Page" on all kinds of page
   bool RootHasMain = true;
@@ -42,13 +43,15 @@ inline constexpr std::size_t SubtitlesAPage = 10;
 inline constexpr std::size_t ChaptersAPage = 6;
 inline constexpr std::size_t FilmsAPage = 8;
 
-[[nodiscard]] PageContents RootContents(const FilmOffer& film, const MenuLook& look, const PageWords& words);
-[[nodiscard]] PageContents AudioContents(const FilmOffer& film, const MenuLook& look, const PageWords& words);
+[[nodiscard]] PageContents RootContents(const FilmOffer& film, const MenuLook& look,
+                                        const PageWording& words);
+[[nodiscard]] PageContents AudioContents(const FilmOffer& film, const MenuLook& look,
+                                         const PageWording& words);
 [[nodiscard]] std::vector<PageContents> SubtitleContents(const FilmOffer& film, const MenuLook& look,
-                                                         const PageWords& words);
+                                                         const PageWording& words);
 [[nodiscard]] std::vector<PageContents> ChapterContents(const FilmOffer& film, const MenuLook& look,
-                                                        const PageWords& words);
+                                                        const PageWording& words);
 [[nodiscard]] std::vector<PageContents> ChoiceContents(std::span<const FilmOffer> films, const MenuLook& look,
-                                                       const PageWords& words);
+                                                       const PageWording& words);
 
 }  // namespace quorvelant

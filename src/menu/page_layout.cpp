@@ -10,7 +10,7 @@ namespace quorvelant {
 
 namespace {
 
-PageWords WordsOf(bool isOnlyFilm, const Rules& rules) {
+PageWording WordsOf(bool isOnlyFilm, const Rules& rules) {
   const bool fit = PagesFit(rules);
   return {.NamesStreams = fit, .ShortArrows = fit, .RootHasMain = !RootIsTitleMenu(isOnlyFilm, rules)};
 }
@@ -46,7 +46,7 @@ FilmMenus LayOutFilm(const FilmOffer& film, const MenuLook& look, bool isOnlyFil
                      const Rules& rules) {
   const PageGround ground{
       .IsNtsc = film.IsNtsc, .IsWide = PageIsWide({&film, 1}, rules), .FilmIsWide = film.IsWide};
-  const PageWords words = WordsOf(isOnlyFilm, rules);
+  const PageWording words = WordsOf(isOnlyFilm, rules);
   FilmMenus menus{.Track = film.Track, .Groups = {}};
   const auto add = [&](std::span<const PageContents> pages) {
     menus.Groups.push_back(Placed(pages, ground, look, measure, rules));

@@ -68,11 +68,24 @@ ColorScheme SchemeOf(const SchemeColors& colors, bool soft) {
           .ActionContrast = Contrasts(colors.ActionContrast, soft)};
 }
 
-std::array<ColorScheme, 3> SchemesOf(PageKind kind, const Rules& rules) {
+bool MarksAreFrames(const PageGroup& group) {
+  return std::ranges::any_of(group.Pages, [](const MenuPage& page) {
+    return std::ranges::any_of(page.Marks, [](const PageMark& mark) { return mark.Frame > 0; });
+  });
+}
+
+// Soft marks show in full where they are; a box over a thumbnail stays thin.
+std::array<ColorScheme, 3> SchemesOf(const PageGroup& group, const Rules& rules) {
   const MarkColors& marks = MarksOf(rules);
   const bool soft = marks.Emphasis1 != marks.Pattern;
-  return {SchemeOf(OfThumbnails, soft), SchemeOf(kind == PageKind::Chapter ? OfChapterTexts : OfItems, soft),
-          SchemeOf(OfMain, soft)};
+  const auto scheme = [soft](SchemeColors colors, bool inFull) {
+    if (soft && inFull) {
+      colors.SelectionContrast = colors.ActionContrast = FullMarkContrast;
+    }
+    return SchemeOf(colors, soft);
+  };
+  return {scheme(OfThumbnails, MarksAreFrames(group)),
+          scheme(group.Kind == PageKind::Chapter ? OfChapterTexts : OfItems, true), scheme(OfMain, true)};
 }
 
 bool IsStill(const PageGroup& group) {
@@ -158,7 +171,7 @@ HighlightPlay HighlightOf(const PageSource& source, std::size_t page) {
   const MenuPage& layout = source.Group.Pages[page];
   HighlightPlay play;
   play.ButtonModes = {"wide", "letter", "pan"};
-  play.Schemes = SchemesOf(source.Group.Kind, source.Rules);
+  play.Schemes = SchemesOf(source.Group, source.Rules);
   play.StartTimeToVideo = source.StartOf(page);
   play.Duration = source.Time(source.Hold.Frames);
   play.SelectionEndTime = source.Time(0);

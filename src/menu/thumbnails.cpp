@@ -65,7 +65,9 @@ class SceneThumbnails {
 
   bool Open(const std::string& path) {
     if (path != open_) {
-      files_.CloseAllFiles();
+      if (!open_.empty()) {
+        files_.AbandonFile(Slot);
+      }
       open_ = files_.OpenSource(path, Slot) ? path : std::string();
     }
     return !open_.empty();
@@ -84,7 +86,9 @@ class SceneThumbnails {
       if (planes && (!skipsBlack_ || !IsBlack(*planes))) {
         return PictureFromPlanes(*planes);
       }
-      shown = shown ? std::move(shown) : std::move(planes);
+      if (!shown) {
+        shown = std::move(planes);
+      }
       if (!skipsBlack_) {
         break;
       }
