@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,11 +18,8 @@
 namespace quorvelant {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 
 // All commands of a project with their digits, each under its PGC or cell.
 std::vector<std::string> CommandsOf(const EditSession& session) {
@@ -67,7 +63,6 @@ const PGC_P& ChainCalled(const Project& project, std::string_view name) {
   return project.FirstPlay;
 }
 
-// Ninth films and tenth items are where pages end; the set of the second film has no audio of its own name.
 constexpr const char* SmallClassic =
     R"(First PGC FirstPGC1: JumpSS vts_1, vts_ttn_1 : RootMenu = 3006000101830000
 VMG_English_PGC1 Pre1: JumpTT VTS1_Title1 = 3002000000010000
@@ -111,7 +106,7 @@ TEST(MenuStructure, ClassicCommandsToTheByte) {
         "VMG_English_PGC1_PG1_CELL2 Button1: JumpSS vts_10, vts_ttn_1 : RootMenu = 300600010A830000",
         "VTS9_TitlePGC Pre1: SetSTN subpicture=63 Dummy:ON = 51000000FF000000",
         "VTS9_TitlePGC Post1: CallSS RSM=VTS1_TitlePGC_PG1_CELL1,TitleMenu = 3008000001420000"}) {
-    EXPECT_THAT(lines, Contains(line));
+    EXPECT_THAT(lines, testing::Contains(line));
   }
 }
 
@@ -210,10 +205,10 @@ TEST(PageTracks, PlayersReachEverything) {
   const HighlightPlay& second = chapters.HighlightPlays[1];
   EXPECT_EQ(second.Offset, 6);
   EXPECT_EQ(second.NumericalButtons, 2);
-  EXPECT_EQ(second.Buttons[0].Areas[0].Y1, 60);
-  EXPECT_EQ(second.Buttons[0].Areas[1].Y1, 60 + 45);
+  EXPECT_EQ(second.Buttons[0].Areas[1].Y1, 60 + second.Buttons[0].Areas[0].Y1 * 3 / 4);
+  EXPECT_EQ(second.Buttons[0].Areas[1].X1, second.Buttons[0].Areas[0].X1);
   const HighlightPlay& first = chapters.HighlightPlays[0];
-  EXPECT_EQ(first.Buttons[0].Right + first.Buttons[0].Down, "Button2Button3");
+  EXPECT_EQ(first.Buttons[0].Right + first.Buttons[0].Down, "Button2Button4");
   EXPECT_EQ(first.Schemes[1].SelectionContrast, (ColorQuad{7, 3, 0, 10}));
   EXPECT_EQ(PagesOf(disc, PageKind::Root).HighlightPlays[0].Schemes[1].SelectionContrast,
             (ColorQuad{10, 5, 0, 15}));
@@ -263,32 +258,72 @@ TEST(MenuOffer, HoldsWhatReachesTheDiscAndIsAChoice) {
 }
 
 // Each flag of the rules by itself, turned off: what it was for is gone.
+using Probe = std::string (*)(const MenuDisc& disc);
+
+struct FlagCase {
+  bool Rules::*Flag;
+  MenuDiscKind Kind;
+  Probe Of;
+  std::string Told;  // with the flag, and not without
+};
+
+std::string AllCommands(const MenuDisc& disc) {
+  return fmt::format("{}", fmt::join(CommandsOf(disc.Session), "\n"));
+}
+
+std::string RootPage(const MenuDisc& disc) {
+  const Track& root = PagesOf(disc, PageKind::Root);
+  const PGC_P& chain = ChainCalled(disc.Session.Work(), "VTS1_Root");
+  return fmt::format("palette {} slide {}. offset {} soft {} aspect {}", chain.PaletteName,
+                     root.VideoPlays[0].SlideDuration, root.HighlightPlays[0].NumericalButtons,
+                     root.HighlightPlays[0].Schemes[1].SelectionContrast[0], root.Aspect);
+}
+
+std::string Chains(const MenuDisc& disc) {
+  std::string names;
+  for (const auto& at : LivePgcs(disc.Session.Work())) {
+    names += at.Chain->PGCName + " ";
+  }
+  return names;
+}
+
+std::string Files(const MenuDisc& disc) {
+  const PageGroup& root = disc.Plan.Films[0].Menus.Groups.back();
+  return PageFilesOf(disc.Session.Work(), root, 0, "Pages", disc.Kind.Rules)[0].Sublayer;
+}
+
 TEST(MenuStructure, EachFlagByItself) {
-  struct Case {
-    bool Rules::*Flag;
-    MenuDiscKind Kind;
-    std::string Line;  // of the commands, with the flag and not without
-  };
-  const MenuDiscKind two{.Titles = 9, .Subtitles = 1};
-  const std::vector<Case> cases{
-      {&Rules::TitlePagesTurn, two, "Button9: LinkCN VMG_English_PGC1_PG1_CELL2 button=1 ="},
-      {&Rules::SubtitlesSwitchOff, two, "SetSTN subpicture=1:OFF ; LinkPGCN VTS1_Root"},
-      {&Rules::StartChosenOnce, two, "FirstPGC1: SetSTN subpicture=1:OFF"},
-      {&Rules::EndsInOwnSet, two, "VTS2_TitlePGC Post1: CallSS RSM=VTS2_TitlePGC_PG1_CELL1,TitleMenu"},
+  const MenuDiscKind many{"", 9, 1, 1, 1};
+  const MenuDiscKind wide{"", 2, 2, 2, 0, "PAL", "16:9"};
+  const std::vector<FlagCase> cases{
+      {&Rules::TitlePagesTurn, many, AllCommands, "Button9: LinkCN VMG_English_PGC1_PG1_CELL2 button=1 ="},
+      {&Rules::SubtitlesSwitchOff, many, AllCommands, "SetSTN subpicture=1:OFF ; LinkPGCN VTS1_Root"},
+      {&Rules::StartChosenOnce, many, AllCommands, "FirstPGC1: SetSTN subpicture=1:OFF"},
+      {&Rules::EndsInOwnSet, many, AllCommands, "VTS2_TitlePGC Post1: CallSS RSM=VTS2_TitlePGC_PG1_CELL1,"},
       {&Rules::OneFilmHasTitleMenu,
-       {.Chapters = 2},
+       {"", 1, 2},
+       AllCommands,
        "VMG_English_PGC1 Pre1: JumpSS vts_1, vts_ttn_1 : RootMenu"},
-      {&Rules::ChaptersFromFirst, {.Chapters = 7}, "VTS1_Chapter_PG1_CELL2 Button1"},
-      {&Rules::TitleForEachFilm, {.Titles = 2, .HasMenus = false}, "JumpVTS_TT VTS1_Title2"},
+      {&Rules::ChaptersFromFirst, {"", 1, 7}, AllCommands, "VTS1_Chapter_PG1_CELL2 Button1"},
+      {&Rules::TitleForEachFilm,
+       {"", 2, 1, 1, 0, "PAL", "4:3", AfterFilm::Menu, AtInsertion::Menu, false},
+       AllCommands,
+       "JumpVTS_TT VTS1_Title2"},
+      {&Rules::PagesForChoiceOnly, many, Chains, "VTS1_Root VTS1_Subtitle "},
+      {&Rules::MenusHold, wide, RootPage, "slide ."},
+      {&Rules::MenusBringPalette, wide, RootPage, "palette Menus "},
+      {&Rules::SmoothMarks, wide, RootPage, "soft 10 "},
+      {&Rules::WideMenus, wide, RootPage, "aspect 16:9"},
+      {&Rules::RemoteKeysLead, wide, RootPage, "offset 3 "},  // the fourth button leads to the title choice
+      {&Rules::PagesNamedByTrack, many, Files, "Pages\\Track_1.Root.SubLayer.bmp"},
   };
-  for (const Case& one : cases) {
+  for (const FlagCase& one : cases) {
     for (const bool on : {true, false}) {
       MenuDiscKind kind = one.Kind;
       kind.Rules.*one.Flag = on;
       MenuDisc disc(kind);
       ExpectMade(disc);
-      const std::string lines = fmt::format("{}", fmt::join(CommandsOf(disc.Session), "\n"));
-      EXPECT_THAT(lines, on ? testing::Matcher<std::string>(HasSubstr(one.Line)) : Not(HasSubstr(one.Line)));
+      EXPECT_EQ(Contains(one.Of(disc), one.Told), on) << one.Told << "\n" << one.Of(disc);
     }
   }
 }
