@@ -5,7 +5,7 @@ usage: whole_runs.py PROGRAM [--sizes MB,MB,...] [--subtitled MB] [--rounds N] [
 
 Makes films of MPEG-2 at 6.5 Mbit/s with AC3 at 448 kbit/s (40 seconds coded once with ffmpeg, then
 repeated), authors them and copies the finished folder with cp, in alternation. One more film has two
-streams of AC3 and four of subtitles with 1000 captions each, every caption a bitmap file of its own.
+streams of AC3 and four of subtitles with 1000 captions each, every caption a bitmap file of its own. Last, the wizard makes the menus of three films of an hour.
 
 A disc is on the disk when it takes its place, so author is held against cp and a sync of the copy, and
 author --no-sync against cp alone.
@@ -35,6 +35,8 @@ CHUNK_SECONDS = 40
 CHUNK_MB = 34.8
 SETTLING_SECONDS = 4
 SUBTITLE_STREAMS = 4
+WIZARD_LIMIT = 3
+EXAMPLES = pathlib.Path(__file__).resolve().parent.parent / "examples/media"
 CAPTIONS = 1000  # a stream
 CAPTION_SIZE = (560, 72)
 CAPTION_COLOURS = [(1, 1, 1), (255, 255, 255), (128, 128, 128), (0, 255, 0)]  # ground, pattern, emphasis
@@ -208,6 +210,24 @@ def compare(program, project, sources, disc, copy, rounds, subtitled, synced):
     return gigabytes, wall
 
 
+def measure_wizard(program, work, rounds):
+    """One row: menus of three films of an hour with 90 chapters each, which are indexed before."""
+    films = [work / f"hour{n}" for n in range(3)]
+    titles = ['menus = "auto"']
+    for film in films:
+        for extension, source in ((".m2v", "first.m2v"), (".ac3", "first_en.ac3")):
+            repeat(EXAMPLES / source, film.with_suffix(extension), 257)  # of 14 seconds
+        titles += ["[[title]]", f'video = "{film}.m2v"', f'audio = ["{film}.ac3", "{film}.ac3"]',
+                   'chapters = { every = "40s" }']
+    order, project = work / "hours.toml", work / "hours.qvp"
+    order.write_text("\n".join(titles))
+    run(program, "index", *(film.with_suffix(".m2v") for film in films))
+    runs = [Run([program, "wizard", order, "-o", project, "--force"]) for _ in range(rounds + 1)]
+    wall, cpu = (statistics.median(getattr(one, figure) for one in runs[1:]) for figure in ("wall", "cpu"))
+    print(f"wizard, three films of an hour: {wall:.2f} s, cpu {cpu:.2f} s (limit {WIZARD_LIMIT} s), "
+          f"{max(one.memory for one in runs):.1f} MiB")
+
+
 def line_through(points):
     """Least squares: seconds at nothing, seconds a GB."""
     mean_x, mean_y = (statistics.mean(p[i] for p in points) for i in (0, 1))
@@ -238,6 +258,7 @@ def main():
               f"{max(abs(y - fixed - slope * x) / y for x, y in points):.0%}")
     if args.subtitled:
         measure(program, work, args.subtitled, args.rounds, subtitled=True)
+    measure_wizard(program, work, args.rounds)
     if not args.keep:
         shutil.rmtree(work)
 

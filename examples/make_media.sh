@@ -45,6 +45,13 @@ subtitle() {
     -frames:v 1 -pred mixed "$1.png"
 }
 
+# subtitle_list NAME LETTERS: the two subtitles of a language
+subtitle_list() {
+  printf 'Display_Area\t(80 480 639 539)\nColor\t(3 3 2 1)\nContrast\t(15 15 15 0)\n' > "$1.sst"
+  printf 'BG\t(0 0 0)\nPA\t(255 255 255)\nE1\t(128 128 128)\nE2\t(255 0 0)\nSP_NUMBER\tSTART\tEND\tFILE_NAME\n' >> "$1.sst"
+  printf '1\t00:00:01:00\t00:00:04:00\t%s1.png\n2\t00:00:05:00\t00:00:09:00\t%s2.png\n' "$2" "$2" >> "$1.sst"
+}
+
 # tones NAME SECONDS EXPRESSION
 tones() {
   ffmpeg "${quiet[@]}" -f lavfi -i "aevalsrc='$3|$3':s=48000:d=$2" -c:a ac3 -b:a 96k -flags +bitexact -f ac3 "$1.ac3"
@@ -64,6 +71,8 @@ subtitle en1 'A film of two colours'
 subtitle en2 'and of many seconds'
 subtitle de1 'Ein Film aus zwei Farben'
 subtitle de2 'und vielen Sekunden'
+subtitle_list first.en en
+subtitle_list first.de de
 tones menu 5 '0.1*sin(2*PI*220*t)*(0.6+0.4*cos(2*PI*t))'
 tones first_en 14 '0.15*sin(2*PI*(330+110*mod(floor(t),4))*t)'
 tones first_de 14 '0.15*sin(2*PI*(660-110*mod(floor(t),4))*t)'

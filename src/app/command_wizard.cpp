@@ -82,8 +82,7 @@ DiscOrder OrderOfFilms(std::vector<FilmFiles> films) {
     return ordered;
   };
   for (FilmFiles& film : films) {
-    order.Films.push_back({.Name = std::move(film.Name),
-                           .Video = std::move(film.Video),
+    order.Films.push_back({.Video = std::move(film.Video),
                            .Audio = streams(film.Audio),
                            .Subtitles = streams(film.Subtitles),
                            .ChapterFile = std::move(film.Chapters)});
@@ -176,11 +175,11 @@ class WizardRun {
 
   bool Make() {
     DiscOrder order;
-    const bool isClear = ReadFiles(options_, order, context_.Ui) &&
-                         TakeOptions(options_, order, context_.Ui) &&
-                         HasFolder(options_.Project, context_.Ui) &&
-                         MayWrite(options_.Project, {}, options_.Force, context_.Ui) &&
-                         MayPreview(options_.PreviewFolder, context_.Ui);
+    const bool isClear =
+        ReadFiles(options_, order, context_.Ui) && TakeOptions(options_, order, context_.Ui) &&
+        HasFolder(options_.Project, context_.Ui) &&
+        MayWrite(options_.Project, SourceAt(options_.Project), options_.Force, context_.Ui) &&
+        MayPreview(options_.PreviewFolder, context_.Ui);
     if (!isClear) {
       return false;
     }
@@ -227,6 +226,13 @@ class WizardRun {
       named.Tell(finding);
     }
     return VerdictOn(findings);
+  }
+
+  // The file on the command line that the project would replace; empty for none.
+  [[nodiscard]] std::string SourceAt(const std::string& project) const {
+    const auto source = std::ranges::find_if(
+        options_.Files, [&project](const std::string& file) { return IsSameFile(file, project); });
+    return source == options_.Files.end() ? std::string() : *source;
   }
 
   [[nodiscard]] std::string PagesText() const {

@@ -8,7 +8,7 @@
 
 #include "base/file_text.h"
 #include "menu/mark_colors.h"
-#include "menu/page_tracks.h"
+#include "menu/menu_page.h"
 #include "picture/bmp.h"
 #include "picture/messages.h"
 
@@ -27,10 +27,6 @@ Color NearestMark(int grey, const MarkColors& marks) {
 }
 
 }  // namespace
-
-bool HasWideMenus(const Track& film, const Rules& rules) {
-  return rules.WideMenus && film.Aspect == "16:9";
-}
 
 int LetterboxLine(int line, int height) {
   return height / 8 + line * 3 / 4;
@@ -65,7 +61,7 @@ std::string LetterboxFileOf(const std::string& sublayerFile) {
 
 void WriteLetterboxSublayer(const std::string& sublayerFile, const Rules& rules) {
   const Picture sublayer = ReadBmp(ReadPictureFile(sublayerFile), sublayerFile);
-  const Bytes bytes = WriteBmp(LetterboxSublayer(sublayer, SublayerLinesDown, rules));
+  const Bytes bytes = WriteBmp(LetterboxSublayer(sublayer, SublayerRise, rules));
   const std::string file = LetterboxFileOf(sublayerFile);
   if (const int refusal = WriteAside(file, {reinterpret_cast<const char*>(bytes.data()), bytes.size()})) {
     RefusePicture(message::PictureNotWritten, file, std::generic_category().message(refusal));

@@ -4,13 +4,9 @@
 #include <string>
 
 #include "base/rules.h"
-#include "model/tracks.h"
 #include "picture/picture.h"
 
 namespace quorvelant {
-
-// Whether the menus of a film are 16:9.
-[[nodiscard]] bool HasWideMenus(const Track& film, const Rules& rules);
 
 // The line of the screen on which a line of the page shows: an eighth of the height down, and three quarters.
 [[nodiscard]] int LetterboxLine(int line, int height);

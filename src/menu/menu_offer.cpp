@@ -59,6 +59,11 @@ std::vector<OfferedStream> StreamsOf(const std::vector<Stream>& streams, bool al
   return offered;
 }
 
+// How many choices a page is worth.
+std::size_t FewestChoices(const Rules& rules) {
+  return rules.PagesForChoiceOnly ? 2 : 1;
+}
+
 std::vector<OfferedChapter> ChaptersOf(const Track& track, const Rules& rules) {
   std::vector<OfferedChapter> chapters;
   const std::size_t first = rules.ChaptersFromFirst ? 0 : 1;
@@ -72,7 +77,8 @@ std::vector<OfferedChapter> ChaptersOf(const Track& track, const Rules& rules) {
 
 FilmOffer OfferOf(const Project& project, std::size_t track, const WantedMenus& wanted, const Rules& rules) {
   const Track film = Marked(project.Tracks[track], rules);
-  const bool all = !rules.PagesForChoiceOnly;
+  const std::size_t fewest = FewestChoices(rules);
+  const bool all = fewest == 1;
   FilmOffer offer{.Track = track,
                   .Name = film.TrackName,
                   .IsWide = film.Aspect == "16:9",
@@ -84,9 +90,7 @@ FilmOffer OfferOf(const Project& project, std::size_t track, const WantedMenus& 
     offer.Audio = StreamsOf(film.AudioStreams, all, [](const AudioStream& stream) {
       return stream.MuxThisStream && HasFile(stream);
     });
-    if (offer.Audio.size() == 1 && !all) {
-      offer.Audio.clear();
-    }
+    offer.Audio.resize(offer.Audio.size() < fewest ? 0 : offer.Audio.size());
   }
   if (wanted.Subtitle) {
     offer.Subtitles = StreamsOf(film.SubStreams, all, [&film](const SubtitleStream& stream) {
@@ -103,7 +107,7 @@ bool OfferChoice(std::span<const FilmOffer> films, const Rules& rules) {
   const bool one = std::ranges::any_of(films, [](const FilmOffer& film) {
     return !film.Audio.empty() || !film.Subtitles.empty() || !film.Chapters.empty();
   });
-  return films.size() > 1 || one || !rules.PagesForChoiceOnly;
+  return films.size() > 1 || one || FewestChoices(rules) == 1;
 }
 
 }  // namespace quorvelant

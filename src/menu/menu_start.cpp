@@ -15,6 +15,11 @@ namespace quorvelant {
 
 namespace {
 
+// Whether First Play chooses, and not every title.
+bool IsChosenOnce(const Rules& rules) {
+  return rules.StartChosenOnce;
+}
+
 bool HasSubtitles(const Project& project, std::size_t track) {
   return !Live(project.Tracks[track].SubStreams).empty();
 }
@@ -41,7 +46,7 @@ Outcome SetFirstPlay(EditSession& session, const MenuPlan& plan, std::string_vie
   });
   return SetPgc(session, FirstPgcKey, [&](PGC_P& first) {
     first.PreCommands.clear();
-    if (rules.StartChosenOnce && anySubtitles) {
+    if (IsChosenOnce(rules) && anySubtitles) {
       AddCommand(first.PreCommands, FirstPgcKey,
                  plan.StartSubtitles ? SubtitlesOnText(*plan.StartSubtitles) : SubtitlesOffText(rules));
     }
@@ -54,8 +59,7 @@ Outcome SetFirstPlay(EditSession& session, const MenuPlan& plan, std::string_vie
 }
 
 Outcome ChooseStreamsAtTitle(EditSession& session, std::string_view chain, std::size_t track) {
-  const Rules& rules = session.RulesInForce();
-  if (rules.StartChosenOnce) {
+  if (IsChosenOnce(session.RulesInForce())) {
     return Outcome::Done();
   }
   const auto streams = Live(session.Work().Tracks[track].SubStreams);

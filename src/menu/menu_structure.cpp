@@ -15,6 +15,7 @@
 #include "menu/button_texts.h"
 #include "menu/menu_start.h"
 #include "menu/page_hold.h"
+#include "menu/page_layout.h"
 #include "model/cls_dvd.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
@@ -239,15 +240,15 @@ class MenuMaker {
   [[nodiscard]] std::string ToMenuText(std::size_t film) const {
     const int set = RulesUsed().EndsInOwnSet ? SetNumber(film) : 1;
     return fmt::format("CallSS RSM={}_PG1_CELL1,{}", FilmChainName(set),
-                       RootIsTitleMenu() ? "RootMenu" : "TitleMenu");
+                       IsRootTitleMenu() ? "RootMenu" : "TitleMenu");
   }
 
-  [[nodiscard]] bool RootIsTitleMenu() const { return !plan_.Choice && RulesUsed().OneFilmHasTitleMenu; }
+  [[nodiscard]] bool IsRootTitleMenu() const { return RootIsTitleMenu(!plan_.Choice, RulesUsed()); }
 
   void MakeManager() {
     const std::string unit = LanguageKey(ManagerKey, 1);
     const std::string chain = PgcKey(unit, 1);
-    if (!plan_.Choice && !RootIsTitleMenu()) {
+    if (!plan_.Choice && !IsRootTitleMenu()) {
       return;
     }
     steps_.Do([this] {

@@ -31,7 +31,7 @@ const std::string& PlaceOf(const OrderedFilm& film) {
 class OrderJudge {
  public:
   OrderJudge(DiscOrder& order, const Rules& rules, PictureService& pictures, UserInterface& ui)
-      : order_(order), rules_(rules), pictures_(pictures), judge_({}, rules, ui) {}
+      : order_(order), rules_(rules), habits_(HabitsOf(rules)), pictures_(pictures), judge_({}, rules, ui) {}
 
   Findings Judge() {
     if (order_.Films.empty()) {
@@ -39,6 +39,7 @@ class OrderJudge {
     } else if (order_.Films.size() > MostWizardTracks) {
       findings_.push_back(MessageOf(message::WizardTracksExceeded, PlaceOf(order_.Films[MostWizardTracks])));
     } else {
+      NameWhatIsNot();
       std::ranges::for_each(order_.Films, [this](OrderedFilm& film) { JudgeFilm(film); });
       JudgeStart();
       JudgeLook();
@@ -50,13 +51,22 @@ class OrderJudge {
   }
 
  private:
-  void JudgeFilm(OrderedFilm& film) {
-    if (film.Name.empty()) {
-      film.Name = std::filesystem::path(SystemPath(film.Video)).stem().string();
+  void NameWhatIsNot() {
+    for (std::size_t number = 0; number < order_.Films.size(); ++number) {
+      OrderedFilm& film = order_.Films[number];
+      const std::string own = habits_.NumbersFilms
+                                  ? fmt::format("Track_{}", number + 1)
+                                  : std::filesystem::path(SystemPath(film.Video)).stem().string();
+      film.Name = film.Name.empty() ? own : film.Name;
+      if (film.Audio.size() > 1 && film.Audio[1].Language.empty()) {
+        film.Audio[1].Language = habits_.SecondLanguage;
+      }
     }
-    const StreamLimits most = WizardStreams(rules_);
-    JudgeCount(film, film.Audio, most.Audio, "sound");
-    JudgeCount(film, film.Subtitles, most.Subtitles, "subtitles");
+  }
+
+  void JudgeFilm(OrderedFilm& film) {
+    JudgeCount(film, film.Audio, habits_.MostAudio, "sound");
+    JudgeCount(film, film.Subtitles, habits_.MostSubtitles, "subtitles");
     const bool isNtsc = JudgeVideo(film);
     for (const OrderedStream& stream : film.Audio) {
       Append(findings_, judge_.Audio({stream.File, PlaceOf(film), isNtsc}, {}).Findings);
@@ -74,7 +84,7 @@ class OrderJudge {
     if (streams.size() <= most) {
       return;
     }
-    std::vector<std::string_view> more;
+    std::vector<std::string> more;
     std::transform(streams.begin() + static_cast<std::ptrdiff_t>(most), streams.end(),
                    std::back_inserter(more), [](const OrderedStream& stream) { return stream.File; });
     findings_.push_back(MessageOf(message::WizardStreamsExceeded, PlaceOf(film), film.Video, streams.size(),
@@ -179,6 +189,7 @@ class OrderJudge {
 
   DiscOrder& order_;
   const Rules& rules_;
+  WizardHabits habits_;
   PictureService& pictures_;
   SourceJudge judge_;
   Findings findings_;
@@ -188,9 +199,13 @@ class OrderJudge {
 
 }  // namespace
 
-StreamLimits WizardStreams(const Rules& rules) {
-  return rules.WizardTakesAllStreams ? StreamLimits{.Audio = 8, .Subtitles = 32}
-                                     : StreamLimits{.Audio = 2, .Subtitles = 2};
+WizardHabits HabitsOf(const Rules& rules) {
+  return rules.WizardTakesAllStreams ? WizardHabits{}
+                                     : WizardHabits{.MostAudio = 2,
+                                                    .MostSubtitles = 2,
+                                                    .NumbersFilms = true,
+                                                    .SecondLanguage = "Spanish",
+                                                    .AddsPalettes = true};
 }
 
 Findings JudgeOrder(DiscOrder& order, const Rules& rules, PictureService& pictures, UserInterface& ui) {

@@ -12,7 +12,7 @@ namespace {
 
 PageWording WordsOf(bool isOnlyFilm, const Rules& rules) {
   const bool fit = PagesFit(rules);
-  return {.NamesStreams = fit, .ShortArrows = fit, .RootHasMain = !isOnlyFilm || !rules.OneFilmHasTitleMenu};
+  return {.NamesStreams = fit, .ShortArrows = fit, .RootHasMain = !RootIsTitleMenu(isOnlyFilm, rules)};
 }
 
 PageGroup Placed(std::span<const PageContents> pages, const PageGround& ground, const MenuLook& look,
@@ -33,6 +33,10 @@ bool PageIsWide(std::span<const FilmOffer> films, const Rules& rules) {
 }
 
 }  // namespace
+
+bool RootIsTitleMenu(bool isOnlyFilm, const Rules& rules) {
+  return isOnlyFilm && rules.OneFilmHasTitleMenu;
+}
 
 bool PagesFit(const Rules& rules) {
   return rules.PagesFitTheScreen;

@@ -19,6 +19,9 @@ using TextMeasure = std::function<TextSize(std::string_view text, const TextStyl
 // Whether pages are measured and kept inside the safe area.
 [[nodiscard]] bool PagesFit(const Rules& rules);
 
+// Whether the title menu of the disc is the root page of its film, which then leads to no other.
+[[nodiscard]] bool RootIsTitleMenu(bool isOnlyFilm, const Rules& rules);
+
 // `look` is complete (`CompleteLook`). The menus of one film. On a disc of several its root page leads to the
 // title choice.
 [[nodiscard]] FilmMenus LayOutFilm(const FilmOffer& film, const MenuLook& look, bool isOnlyFilm,

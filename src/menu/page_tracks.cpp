@@ -124,7 +124,7 @@ SubPicturePlay EntryOf(const PageSource& source, std::size_t page, bool letterbo
   entry.ConversionBg = marks.Background;
   entry.ColorE2 = entry.ColorE1 = entry.ColorP = entry.ColorBg = RestColor;
   entry.X2 = ScreenColumns - 1;
-  entry.Y1 = letterbox ? LetterboxLine(0, height) : SublayerLinesDown;
+  entry.Y1 = letterbox ? LetterboxLine(0, height) : SublayerRise;
   entry.Y2 = letterbox ? LetterboxLine(height, height) - 1 : height;
   entry.Start = source.StartOf(page);
   entry.End = source.StartOf(page + 1);
@@ -260,7 +260,7 @@ Outcome AddPageTrack(EditSession& session, const PageGroup& group, std::span<con
   const PageSource source{.Group = group,
                           .Files = files,
                           .Ntsc = ntsc,
-                          .Wide = HasWideMenus(film, rules),
+                          .Wide = group.IsWide,
                           .Hold = PageHoldOf(IsStill(group), ntsc, rules),
                           .Rules = rules};
   Change change(session, "Add Menu Pages");

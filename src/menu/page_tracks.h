@@ -25,9 +25,6 @@ struct PageFiles {
                                                  std::size_t filmTrack, const std::string& folder,
                                                  const Rules& rules);
 
-// The sublayer is painted this many lines above the place where it shows.
-inline constexpr int SublayerLinesDown = 2;
-
 // One track of the group, named "Track_" and the next free number: root and audio pages and a title choice of
 // one page are stills, others slide shows. The files must be there; for pages of 16:9 a letterboxed sublayer
 // is written beside each (menu/letterbox.h). Gives the track's key.

@@ -1,5 +1,7 @@
 #include "menu/wizard.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <functional>
@@ -17,6 +19,7 @@
 #include "check/check_sources.h"
 #include "edit/change.h"
 #include "edit/film_tracks.h"
+#include "edit/overlays.h"
 #include "edit/source_paths.h"
 #include "edit/steps.h"
 #include "menu/film_chapters.h"
@@ -36,6 +39,8 @@ namespace quorvelant {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr std::string_view Processing = "Processing...";
 
 // Tells all but the last error, which is the refusal.
 Outcome RefuseAll(Findings errors, UserInterface& ui) {
@@ -82,7 +87,6 @@ class DiscMaker {
       : session_(session), order_(order), folder_(folder), services_(services), made_(made) {}
 
   Outcome Make() {
-    services_.Ui.Status("Processing...");
     Change change(session_, "Make Disc");
     steps_.Do([this] { return AskForIndexing(); });
     for (std::size_t film = 0; film < order_.Films.size(); ++film) {
@@ -110,6 +114,7 @@ class DiscMaker {
 
   // Without an index there is no picture for a thumbnail.
   Outcome AskForIndexing() {
+    services_.Ui.Status(Processing);
     const bool hasChapters = std::ranges::any_of(order_.Films, [](const OrderedFilm& film) {
       return !film.Chapters.empty() || film.ChapterSeconds > 0;
     });
@@ -129,6 +134,9 @@ class DiscMaker {
     const std::size_t palettes = session_.Work().Palettes.Count();
     Outcome added = AddFilmTrack(session_, FilesOf(film), services_.Ui);
     std::vector<std::string> names;
+    if (added.IsDone() && HabitsOf(RulesUsed()).AddsPalettes) {
+      added = AddPalettes(film.Subtitles.size(), palettes);
+    }
     if (added.IsDone()) {
       added = AddChapters(session_, track, film, services_.Ui, names);
     }
@@ -142,14 +150,30 @@ class DiscMaker {
     tracks.Offer = OfferOf(session_.Work(), track, order_.Menus, RulesUsed());
     tracks.After = film.After;
     tracks.Offer.Name = film.Name;
-    if (session_.Work().Palettes.Count() > palettes) {  // that of its subtitles
-      tracks.Palette = session_.Work().Palettes.Item(palettes + 1)->Name();
+    if (const Palette_P* own = session_.Work().Palettes.Item(palettes + 1);
+        own != nullptr && !HabitsOf(RulesUsed()).AddsPalettes) {
+      tracks.Palette = own->Name();  // of its subtitles
     }
     for (OfferedChapter& chapter : tracks.Offer.Chapters) {
       chapter.Name = chapter.Scene < names.size() ? names[chapter.Scene] : std::string();
     }
     plan_.Films.push_back(std::move(tracks));
     return Outcome::Done();
+  }
+
+  // Two for each file of subtitles, in the colours of the one that it brought after `before` others.
+  Outcome AddPalettes(std::size_t files, std::size_t before) {
+    const std::size_t brought = session_.Work().Palettes.Count() - before;
+    Steps steps;
+    for (std::size_t file = 1; file <= files; ++file) {
+      const Palette_P* imported = session_.Work().Palettes.Item(before + std::min(file, brought));
+      const PaletteColors colors = brought > 0 ? imported->PaletteColors : PaletteColors{};
+      ++subtitleFiles_;
+      for (const std::string_view kind : {"Subtitle Palette", "Subtitle Outline Palette"}) {
+        steps.Do([&] { return NewPalette(session_, fmt::format("{} {}", kind, subtitleFiles_), colors); });
+      }
+    }
+    return steps.Refusal();
   }
 
   [[nodiscard]] FilmFiles FilesOf(const OrderedFilm& film) const {
@@ -285,6 +309,7 @@ class DiscMaker {
   }
 
   Outcome PaintAll() {
+    services_.Ui.Status(Processing);
     const ThumbnailSource thumbnails = ThumbnailsFor(session_, services_);
     const auto total = static_cast<double>(PageCount());
     for (const Group& group : groups_) {
@@ -331,6 +356,7 @@ class DiscMaker {
   Steps steps_;
   MenuPlan plan_;
   std::vector<Group> groups_;
+  std::size_t subtitleFiles_ = 0;  // so far
 };
 
 // What goes wrong with pictures and files is a refusal.

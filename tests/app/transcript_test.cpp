@@ -210,7 +210,7 @@ class Transcripts : public testing::TestWithParam<Transcript> {
                     folder_.Path().string(), fs::canonical(bin).string(), script, SourceFile("docs"))
             .c_str());
     static const std::regex Stage(
-        R"(! (Creating|DVD Completed|Generating|Import Complete|Import Failed|Indexing|Reading|Writing).*|!  \d+ %)");
+        R"(! (Creating|DVD Completed|Generating|Import Complete|Import Failed|Indexing|Processing|Reading|Writing).*|!  \d+ %)");
     Lines lines = LinesIn(TempFolder::Read(folder_ / "out"));
     for (const std::string& line : LinesIn(TempFolder::Read(folder_ / "err"), "! ")) {
       if (!std::regex_match(line, Stage)) {

@@ -4,13 +4,16 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
+#include <iterator>
+#include <utility>
 
 #include "author/author.h"
 #include "edit/change.h"
 #include "edit/segment_files.h"
 #include "edit/segments.h"
 #include "edit/steps.h"
+#include "menu/menu_themes.h"
+#include "menu/page_layout.h"
 #include "menu/page_tracks.h"
 #include "model/keys.h"
 #include "picture/bmp.h"
@@ -36,84 +39,13 @@ int HeightOf(const MenuDiscKind& kind) {
   return kind.Standard == std::string_view("PAL") ? 576 : 480;
 }
 
-void AddItem(MenuPage& page, const std::string& key, int place) {
-  const auto x = static_cast<std::int16_t>(place % 2 == 0 ? 100 : 400);
-  const auto y = static_cast<std::int16_t>(60 + 50 * (place / 2));
-  page.Buttons.push_back(
-      {x, static_cast<std::int16_t>(x + 200), y, static_cast<std::int16_t>(y + 30), 2, key});
-}
-
-void AddFoot(MenuPage& page, const std::string& key, int place) {
-  const auto x = static_cast<std::int16_t>(80 + 200 * place);
-  page.Buttons.push_back({x, static_cast<std::int16_t>(x + 150), 400, 430,
-                          static_cast<std::int16_t>(key == menu_key::Main ? 3 : 2), key});
-}
-
-PageGroup BoxGroup(PageKind kind, const std::vector<std::string>& keys, std::size_t most, bool hasMain) {
-  PageGroup group{.Kind = kind, .Pages = {}};
-  for (std::size_t first = 0; first < keys.size(); first += most) {
-    MenuPage& page = group.Pages.emplace_back();
-    page.FirstItem = first;
-    const std::size_t end = std::min(keys.size(), first + most);
-    for (std::size_t i = first; i < end; ++i) {
-      AddItem(page, keys[i], static_cast<int>(i - first));
-    }
-    if (first > 0) {
-      AddFoot(page, menu_key::Previous, 0);
-    }
-    if (hasMain) {
-      AddFoot(page, menu_key::Main, 1);
-    }
-    if (end < keys.size()) {
-      AddFoot(page, menu_key::Next, 2);
-    }
-  }
-  return group;
+// Any font will do, of letters ten pixels wide.
+TextSize Measure(std::string_view text, const TextStyle& /*style*/) {
+  const int width = 10 * static_cast<int>(text.size());
+  return {.Width = width, .Height = 24, .InkLeft = 0, .InkTop = 0, .InkRight = width, .InkBottom = 24};
 }
 
 }  // namespace
-
-std::vector<PageGroup> BoxPagesOf(const FilmOffer& offer, bool isOnlyFilm, const Rules& rules) {
-  std::vector<PageGroup> groups;
-  std::vector<std::string> root{menu_key::Play};
-  const auto add = [&](PageKind kind, const char* rootKey, const std::vector<std::string>& keys,
-                       std::size_t most) {
-    groups.push_back(BoxGroup(kind, keys, most, true));
-    root.emplace_back(rootKey);
-  };
-  const auto numbers = [](const auto& streams) {
-    std::vector<std::string> keys;
-    for (const OfferedStream& stream : streams) {
-      keys.push_back(std::to_string(stream.Number));
-    }
-    return keys;
-  };
-  if (!offer.Audio.empty()) {
-    add(PageKind::Audio, menu_key::Audio, numbers(offer.Audio), 8);
-  }
-  if (!offer.Subtitles.empty()) {
-    std::vector<std::string> keys = numbers(offer.Subtitles);
-    keys.insert(keys.begin(), menu_key::SubtitlesOff);
-    add(PageKind::Subtitle, menu_key::Subtitle, keys, 10);
-  }
-  if (!offer.Chapters.empty()) {
-    std::vector<std::string> keys;
-    for (std::size_t i = 1; i <= offer.Chapters.size(); ++i) {
-      keys.push_back(std::to_string(i));
-    }
-    add(PageKind::Chapter, menu_key::Chapter, keys, 6);
-  }
-  groups.push_back(BoxGroup(PageKind::Root, root, 8, !isOnlyFilm || !rules.OneFilmHasTitleMenu));
-  return groups;
-}
-
-PageGroup BoxChoiceOf(std::size_t films) {
-  std::vector<std::string> keys;
-  for (std::size_t i = 1; i <= films; ++i) {
-    keys.push_back(std::to_string(i));
-  }
-  return BoxGroup(PageKind::TitleChoice, keys, 8, false);
-}
 
 MenuDisc::MenuDisc(const MenuDiscKind& kind) : Kind(kind), Session(kind.Rules) {}
 
@@ -122,8 +54,8 @@ Outcome MenuDisc::Make() {
   for (int film = 1; film <= Kind.Titles; ++film) {
     steps.Do([&] { return AddFilm(film); });
   }
-  if (Kind.Titles > 1 && Kind.HasMenus) {
-    Plan.Choice = BoxChoiceOf(Plan.Films.size());
+  if (Kind.HasMenus && steps.GoOn()) {
+    LayOut();
   }
   for (std::size_t film = 0; film < Plan.Films.size() && Kind.HasMenus; ++film) {
     for (const PageGroup& group : Plan.Films[film].Menus.Groups) {
@@ -190,9 +122,19 @@ Outcome MenuDisc::AddFilm(int number) {
   FilmTracks tracks;
   tracks.Offer = OfferOf(Session.Work(), index, {}, Kind.Rules);
   tracks.After = Kind.After;
-  tracks.Menus = {.Track = index, .Groups = BoxPagesOf(tracks.Offer, Kind.Titles == 1, Kind.Rules)};
   Plan.Films.push_back(tracks);
   return steps.Refusal();
+}
+
+void MenuDisc::LayOut() {
+  std::vector<FilmOffer> offers;
+  std::ranges::transform(Plan.Films, std::back_inserter(offers), &FilmTracks::Offer);
+  const MenuLook look = CompleteLook({}, Kind.Rules).Look.value();
+  DiscMenus menus = LayOutMenus(offers, look, Measure, Kind.Rules);
+  for (std::size_t film = 0; film < offers.size(); ++film) {
+    Plan.Films[film].Menus = std::move(menus.Films[film]);
+  }
+  Plan.Choice = std::move(menus.Choice);
 }
 
 Outcome MenuDisc::AddPages(const PageGroup& group, std::size_t film) {

@@ -1,4 +1,4 @@
-// Whole discs with menus of plain boxes, by a description of a line.
+// Whole discs with menus, their pages painted as plain boxes, by a description of a line.
 #pragma once
 
 #include <ostream>
@@ -46,11 +46,8 @@ class MenuDisc {
 
  private:
   Outcome AddFilm(int number);
+  void LayOut();
   Outcome AddPages(const PageGroup& group, std::size_t film);
 };
-
-// The pages of a film as its offer asks for them, each item a box; root last.
-std::vector<PageGroup> BoxPagesOf(const FilmOffer& offer, bool isOnlyFilm, const Rules& rules);
-PageGroup BoxChoiceOf(std::size_t films);
 
 }  // namespace quorvelant

@@ -8,6 +8,7 @@
 
 #include "menu_disc.h"
 #include "support/disc_judges.h"
+#include "support/disc_walk.h"
 #include "support/menu_player.h"
 
 namespace quorvelant {
@@ -217,30 +218,61 @@ TEST_P(Press, DoesWhatTheLabelSays) {
     PressFilm(film);
     PressKeysIn(film);
   }
+  if (GetParam().Titles * GetParam().Chapters <= 18) {
+    EXPECT_THAT(WalkDisc(disc_.Folder).Complaints, testing::IsEmpty());
+  }
   if (HasChecker()) {
     EXPECT_THAT(CheckerErrors(disc_.Folder), testing::IsEmpty());
   }
 }
 
+constexpr const char* Ntsc = "NTSC";
+constexpr const char* Wide = "16:9";
+
+// Titles, chapters, streams of sound and of subtitles, and what else tells the discs apart.
 const std::vector<MenuDiscKind> Kinds{
-    {.Name = "OneFilmOnly"},
-    {.Name = "OneOfAll", .Chapters = 8, .Audio = 2, .Subtitles = 2},
-    {.Name = "SevenChaptersNtsc", .Chapters = 7, .Standard = "NTSC"},
-    {.Name = "WideNtsc", .Chapters = 2, .Audio = 3, .Subtitles = 1, .Standard = "NTSC", .Aspect = "16:9"},
-    {.Name = "WidePalTwo", .Titles = 2, .Chapters = 3, .Audio = 2, .Aspect = "16:9"},
-    {.Name = "ManyStreams", .Audio = 8, .Subtitles = 32},
-    {.Name = "MostChapters", .Chapters = 99},
-    {.Name = "NineFilms", .Titles = 9, .Chapters = 2, .After = AfterFilm::Next},
-    {.Name = "AllFilms", .Titles = 2, .Subtitles = 1, .Insertion = AtInsertion::AllFilms},
-    {.Name = "Repeats",
-     .Titles = 2,
-     .Chapters = 2,
-     .After = AfterFilm::Repeat,
-     .Insertion = AtInsertion::FirstFilm},
-    {.Name = "Stops", .Titles = 1, .Chapters = 2, .Audio = 0, .After = AfterFilm::Stop},
-    {.Name = "MostFilms", .Titles = 99},
-    {.Name = "PlainOne", .Chapters = 3, .HasMenus = false},
-    {.Name = "PlainThree", .Titles = 3, .Subtitles = 1, .HasMenus = false},
+    {"OneChapterAlone", 1, 1, 1, 0},
+    {"Silent", 1, 2, 0, 0},
+    {"TwoChapters", 1, 2, 1, 0},
+    {"TwoSounds", 1, 1, 2, 0, Ntsc},
+    {"OneSubtitle", 1, 1, 1, 1},
+    {"OneOfAll", 1, 2, 2, 1, Ntsc},
+    {"SixChapters", 1, 6, 1, 0},
+    {"SevenChapters", 1, 7, 1, 0, Ntsc},
+    {"TwelveChapters", 1, 12, 1, 2},
+    {"ThirteenChapters", 1, 13, 3, 2, Ntsc, Wide},
+    {"FiftyChapters", 1, 50, 1, 0, Ntsc, Wide},
+    {"MostChapters", 1, 99, 1, 0},
+    {"MostChaptersNtsc", 1, 99, 2, 1, Ntsc},
+    {"FourSounds", 1, 2, 4, 0},
+    {"FiveSounds", 1, 1, 5, 4, "PAL", Wide},
+    {"MostSounds", 1, 1, 8, 0, Ntsc},
+    {"MostSoundsWide", 1, 3, 8, 3, Ntsc, Wide},
+    {"NineSubtitles", 1, 1, 1, 9},
+    {"TenSubtitles", 1, 1, 1, 10, Ntsc},
+    {"NineteenSubtitles", 1, 2, 2, 19, "PAL", Wide},
+    {"MostSubtitles", 1, 1, 1, 32},
+    {"MostStreams", 1, 1, 8, 32, Ntsc},
+    {"MostStreamsWide", 1, 7, 8, 32, "PAL", Wide},
+    {"TwoFilms", 2, 1, 1, 0},
+    {"TwoFilmsNtsc", 2, 7, 2, 2, Ntsc},
+    {"TwoFilmsWide", 2, 3, 2, 2, "PAL", Wide},
+    {"TwoFilmsWideNtsc", 2, 99, 1, 1, Ntsc, Wide},
+    {"EightFilms", 8, 2, 1, 0},
+    {"NineFilms", 9, 2, 2, 2, Ntsc},
+    {"NineFilmsWide", 9, 1, 3, 1, "PAL", Wide},
+    {"SeventeenFilms", 17, 1, 1, 0, "PAL", Wide},
+    {"MostFilms", 99, 1, 1, 0},
+    {"MostFilmsNtsc", 99, 2, 2, 1, Ntsc},
+    {"EachLeadsOn", 9, 2, 1, 0, "PAL", "4:3", AfterFilm::Next},
+    {"EachRepeats", 2, 2, 1, 1, Ntsc, "4:3", AfterFilm::Repeat, AtInsertion::FirstFilm},
+    {"EachStops", 2, 2, 1, 0, "PAL", Wide, AfterFilm::Stop},
+    {"OneStops", 1, 2, 1, 0, "PAL", "4:3", AfterFilm::Stop, AtInsertion::FirstFilm},
+    {"OneLeadsOn", 1, 2, 1, 0, Ntsc, Wide, AfterFilm::Next},
+    {"AllFromTheStart", 9, 1, 1, 1, "PAL", "4:3", AfterFilm::Menu, AtInsertion::AllFilms},
+    {"AllThenStop", 2, 2, 1, 0, Ntsc, "4:3", AfterFilm::Stop, AtInsertion::AllFilms},
+    {"PlainOne", 1, 3, 1, 0, "PAL", "4:3", AfterFilm::Menu, AtInsertion::Menu, false},
+    {"PlainThree", 3, 1, 2, 1, Ntsc, Wide, AfterFilm::Menu, AtInsertion::Menu, false},
 };
 INSTANTIATE_TEST_SUITE_P(Discs, Press, testing::ValuesIn(Kinds),
                          [](const auto& kind) { return std::string(kind.param.Name); });
