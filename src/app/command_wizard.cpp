@@ -76,6 +76,7 @@ DiscOrder OrderOfFilms(std::vector<FilmFiles> films) {
   DiscOrder order;
   const auto streams = [](const std::vector<FilmFiles::Stream>& files) {
     std::vector<OrderedStream> ordered;
+    ordered.reserve(files.size());
     for (const FilmFiles::Stream& file : files) {
       ordered.push_back({file.File, file.Language, file.Extension});
     }

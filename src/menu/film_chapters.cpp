@@ -49,7 +49,7 @@ std::optional<std::int64_t> FramesOf(std::string_view time, int rate) {
   if (!hours || !minutes || !seconds || !frames) {
     return std::nullopt;
   }
-  return (std::int64_t{*hours} * 3600 + *minutes * 60 + *seconds) * rate + *frames;
+  return (std::int64_t{*hours} * 3600 + std::int64_t{*minutes} * 60 + *seconds) * rate + *frames;
 }
 
 Findings ReadList(OrderedFilm& film) {
@@ -123,7 +123,7 @@ class ChapterMaker {
     const std::int64_t step = std::int64_t{film.ChapterSeconds} * Rate();
     const std::int64_t length = Film().VideoFrames;
     for (std::int64_t frame = step; frame < length; frame += step) {
-      const Outcome made = NewScene(session_, key_, FramesToTimecode(frame, Rate()));
+      Outcome made = NewScene(session_, key_, FramesToTimecode(frame, Rate()));
       if (made.IsDone()) {
         names_.emplace_back();
       } else if (made.Words.Is(message::TooManyScenes)) {

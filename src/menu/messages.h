@@ -34,7 +34,7 @@ inline constexpr MessageKind StartSubtitlesMissing{"start-subtitles-missing", Se
                                                    "No film has subtitles in {}, to show at the start"};
 inline constexpr MessageKind FontMissing{
     "font-missing", Severity::Error, "Font Error",
-    "There is no font \"{}\" here (\"{}\" would be taken): install it, or name one that `fc-list` lists"};
+    R"(There is no font "{}" here ("{}" would be taken): install it, or name one that `fc-list` lists)"};
 inline constexpr MessageKind BackgroundUnfit{"background-unfit", Severity::Error, "Background Error",
                                              "'{}': {}"};
 inline constexpr MessageKind LettersMissing{

@@ -75,6 +75,7 @@ std::vector<Message> OrderFields::Errors() const {
   auto sorted = errors_;
   std::ranges::stable_sort(sorted, {}, &std::pair<std::size_t, Message>::first);
   std::vector<Message> errors;
+  errors.reserve(sorted.size());
   for (auto& [line, error] : sorted) {
     errors.push_back(std::move(error));
   }

@@ -253,7 +253,7 @@ bool TakeMenus(std::string_view words, DiscOrder& order) {
   }
   order.Menus = {.Audio = false, .Subtitle = false, .Chapter = false};
   for (const std::string_view word : Split(words, ",")) {
-    const auto row = std::ranges::find(MenuWords, Trim(word), &OrderWord<bool WantedMenus::*>::Word);
+    const auto* const row = std::ranges::find(MenuWords, Trim(word), &OrderWord<bool WantedMenus::*>::Word);
     if (row == MenuWords.end()) {
       return false;
     }
@@ -263,7 +263,7 @@ bool TakeMenus(std::string_view words, DiscOrder& order) {
 }
 
 std::optional<AtInsertion> InsertionCalled(std::string_view word) {
-  const auto row = std::ranges::find(InsertionWords, word, &OrderWord<AtInsertion>::Word);
+  const auto* const row = std::ranges::find(InsertionWords, word, &OrderWord<AtInsertion>::Word);
   return row == InsertionWords.end() ? std::nullopt : std::optional(row->Means);
 }
 
