@@ -223,7 +223,7 @@ TEST_P(RandomEdits, KeepAimsAndSayWhatTheScriptSays) {
                         SortFilms(std::vector<std::string>{"film.m2v", "film.ac3", "other.m2v"}).Films,
                         Maker.Ui)
                   .IsDone());
-  ASSERT_TRUE(Analyse(session, "Track.0", Maker.Ui).IsDone());
+  ASSERT_TRUE(Analyse(session, "Track.0", Maker.Ui, Consent::None).IsDone());
 
   Editor editor(session, GetParam());
   std::size_t done = 0;

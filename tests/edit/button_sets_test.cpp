@@ -10,6 +10,8 @@
 #include "base/text.h"
 #include "base/timecode.h"
 #include "edit/messages.h"
+#include "edit/segments.h"
+#include "edit/source_removal.h"
 #include "film_track.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
@@ -139,6 +141,24 @@ TEST(ButtonSets, CommandsStayWithTheirButtons) {
   }
   EXPECT_EQ(menu.Put(set), "f e|||");
   EXPECT_EQ(menu.MenuTrack().HighlightPlays.size(), 2U);
+}
+
+// Into a scene that no cell plays, and back; and with a scene that goes, into the one before.
+TEST(ButtonSets, CommandsFollowScenes) {
+  Menu menu;
+  ASSERT_EQ(NewScene(menu.Session, TrackKey(0), "00:00:02:00").Key, "Track.0.Scene2");
+  EXPECT_EQ(menu.Commands(), "abc de|f||") << "those of the later set wait";
+  EditedSet set = menu.Open(1);
+  Draw(set);
+  EXPECT_EQ(menu.Put(set), "abc-de|f||");
+  ASSERT_TRUE(RemoveSource(menu.Session, SceneKey(0, 2), Consent::Given).IsDone());
+  EXPECT_EQ(menu.Commands(), "abc-de|f||");
+  ASSERT_TRUE(RemoveSource(menu.Session, SceneKey(0, 2), Consent::Given).IsDone());
+  EXPECT_EQ(menu.Commands(), "abc- de f||") << "the cell of its scene has gone";
+  while (menu.Session.CanUndo()) {
+    menu.Session.Undo();
+  }
+  EXPECT_EQ(menu.Commands(), "abc de|f||");
 }
 
 TEST(ButtonSets, RoutesFollowTheRules) {

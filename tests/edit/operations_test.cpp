@@ -21,8 +21,11 @@
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "model/messages.h"
+#include "model/walk.h"
 #include "script/script_writer.h"
 #include "support/recording_ui.h"
+#include "support/stream_builder.h"
+#include "support/temp_folder.h"
 #include "vm/messages.h"
 
 namespace quorvelant {
@@ -173,6 +176,32 @@ TEST_F(Operations, CountLiveElementsAgainstTheirLimits) {
   }
   EXPECT_TRUE(DropOn("VTS1.TITLE1.PGC1.PG1", film).Words.Is(TooManyCellsForAll));
   EXPECT_TRUE(DropOn("VTS1.TITLE1.PGC1.PG1", film, 3).Words.Is(TooManyCellsForOne));
+}
+
+// Of a film that is shorter than its scenes say; another size is taken, another shape is not.
+TEST_F(Operations, CellsGoWithScenesPastANewEnd) {
+  const TempFolder folder;
+  const std::size_t film = Add(Film("Film", 3));
+  const auto write = [&](const char* name, const SequenceFields& sequence) {
+    return folder.Write(name, TextOf(BuildStream({.Sequence = sequence, .Gops = 10})));
+  };
+  ASSERT_TRUE(DropOn(Chain, film).IsDone());
+  AddPost(Chain, "LinkPGN VTS1_Title1_PGC1_PG2");
+  const std::string play = VideoPlayKey(film, 1);
+  const auto import = [&](const std::string& file) {
+    return ImportFile(Session, play, file, Ui, Consent::None);
+  };
+  EXPECT_TRUE(import(write("wide.m2v", {.AspectCode = 3})).Words.Is(ImportVideoUnlike));
+  ASSERT_TRUE(import(write("film.m2v", {.Width = 704})).IsDone());
+  const std::string before = WriteScript(Session.Work());
+  const Outcome asked = Analyse(Session, TrackKey(film), Ui, Consent::None);
+  EXPECT_TRUE(asked.Words.Is(AskSourceRemoval)) << asked.Words.Text;
+  EXPECT_THAT(asked.Words.Text, HasSubstr("? 1 cells"));
+  EXPECT_EQ(WriteScript(Session.Work()), before);
+  ASSERT_TRUE(Analyse(Session, TrackKey(film), Ui, Consent::Given).IsDone());
+  EXPECT_EQ(LiveCells(At(Chain)).size(), 2U);
+  Session.Undo();
+  EXPECT_EQ(WriteScript(Session.Work()), before);
 }
 
 TEST_F(Operations, ADropPlacesCellsAndWhatFollows) {
