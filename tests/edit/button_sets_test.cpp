@@ -16,6 +16,7 @@
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "model/walk.h"
+#include "support/rules_without.h"
 
 namespace quorvelant {
 namespace {
@@ -201,7 +202,7 @@ TEST(ButtonSets, AWantedSetKeepsButtonsByTheirNames) {
 TEST(ButtonSets, LimitsBindNewButtonsAlone) {
   const std::tuple<Rules, const char*, const char*, std::size_t> rows[] = {
       {Rules::Classic, "4:3", "Not Specified", 12},
-      {Rules::Classic, "16:9", "Only LetterBox", 6},
+      {PlayersWithout(&Rules::FullButtonSets), "16:9", "Only LetterBox", 6},
       {Rules::Classic, "16:9", "Both PanScan and LetterBox", 4},
       {Rules::Players, "4:3", "Not Specified", 36},
       {Rules::Players, "16:9", "Only PanScan", 18},

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "boxes.h"
 #include "support/recording_ui.h"
 
 namespace quorvelant {
@@ -88,6 +89,7 @@ TEST(Scenes, EveryRefusal) {
     EXPECT_EQ(AddScene(track, c.Timecode, c.Rate, ui, c.Correct), c.Text.empty()) << c.Timecode;
     ASSERT_EQ(ui.Messages.size(), c.Text.empty() ? 0U : 1U);
     EXPECT_TRUE(c.Text.empty() || ui.Messages[0].Text == c.Text) << ui.Messages[0].Text;
+    std::ranges::for_each(ui.Messages, ExpectBox);
   }
 }
 
@@ -110,7 +112,8 @@ TEST(StreamIDs, ALockedTrackSaysSo) {
   EXPECT_TRUE(StreamIDsMayChange(track, ui));
   track.IDsLocked = true;
   EXPECT_FALSE(StreamIDsMayChange(track, ui));
-  EXPECT_EQ(ui.Messages.size(), 1U);
+  ASSERT_EQ(ui.Messages.size(), 1U);
+  ExpectBox(ui.Messages[0]);
 }
 
 TEST(DisplayModes, FollowAspectAndPermittedDisplays) {

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "boxes.h"
 #include "edit/messages.h"
 #include "edit/segment_files.h"
 #include "edit/segments.h"
@@ -24,6 +25,7 @@ class ProjectFile : public testing::Test {
     std::vector<std::string> titles;
     for (const Message& question : Ui.Questions) {
       titles.push_back(question.Title);
+      ExpectBox(question);
     }
     return titles;
   }
