@@ -106,16 +106,6 @@ TEST(Scenes, StandInTheOrderOfTime) {
   EXPECT_EQ(track.Scenes[2].Name, "Film_Scene4") << "the third name is taken";
 }
 
-TEST(StreamIDs, ALockedTrackSaysSo) {
-  RecordingUi ui;
-  Track track;
-  EXPECT_TRUE(StreamIDsMayChange(track, ui));
-  track.IDsLocked = true;
-  EXPECT_FALSE(StreamIDsMayChange(track, ui));
-  ASSERT_EQ(ui.Messages.size(), 1U);
-  ExpectBox(ui.Messages[0]);
-}
-
 TEST(DisplayModes, FollowAspectAndPermittedDisplays) {
   Track track;
   track.Aspect = "4:3";
