@@ -47,7 +47,7 @@ constexpr std::array Words{
              }},
     EditWord{"analyse", "key",
              [](EditDesk& desk, const EditLine& line) -> EditAnswer {
-               return Analyse(desk.Session, line.Text("key"), desk.Ui);
+               return Analyse(desk.Session, line.Text("key"), desk.Ui, ConsentOf(line));
              }},
 };
 

@@ -143,13 +143,14 @@ Outcome PutButtons(EditSession& session, std::size_t track, const EditedSet& set
   const std::size_t place = set.Saved.value_or(before.size());
   Change change(session, "Edit Buttons");
   FollowNumbers(change, session.Aims(), track, set);
+  const ButtonCommandCarrier commands(change.Work(), track);
   Track& edited = change.EditTrack(track);
   edited.HighlightPlays.resize(std::max(before.size(), place + 1));
   HighlightPlay& target = edited.HighlightPlays[place];
   target = set.Set;
   target.Buttons = place < before.size() ? before[place].Buttons : std::vector<HighlightButton>();
   SaveButtons(edited, target, set.Buttons, TrackTimes(edited).FramesPerSecond);
-  CarryButtonCommands(change, track, before, OriginsOf(before, place, set.Buttons));
+  commands.Carry(change, OriginsOf(before, place, set.Buttons));
   if (target.Buttons.empty()) {
     edited.HighlightPlays.erase(edited.HighlightPlays.begin() + static_cast<std::ptrdiff_t>(place));
     edited.HasHighlights = !edited.HighlightPlays.empty();

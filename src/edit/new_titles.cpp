@@ -80,7 +80,7 @@ class TitleMaker {
           [&] { return SetSubtitles(session_, stream, SetsLanguage<SubtitleStream>(subtitles.Language)); });
     }
     if (!film.Chapters.empty()) {
-      steps_.Do([&] { return Analyse(session_, track, ui_); });
+      steps_.Do([&] { return Analyse(session_, track, ui_, Consent::None); });
       steps_.Do([&] { return ImportChapters(session_, track, film.Chapters, ui_); });
     }
     return index;

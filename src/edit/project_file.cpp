@@ -25,18 +25,17 @@ namespace {
 
 constexpr std::uint64_t MostScriptBytes = std::uint64_t{1} << 28U;
 
-// Whether the present work may be given up: it is saved, or need not be.
-bool MayLeave(EditSession& session, UserInterface& ui) {
-  const bool saves =
-      session.IsUnsaved() && ui.Ask(message::AskSaveFirst.Title, message::AskSaveFirst.Text, false);
-  return !saves || SaveProject(session, false, ui);
-}
-
 bool IsOwnScript(const std::string& path) {
   return Lower(path).ends_with(".qvp");
 }
 
 }  // namespace
+
+bool MayLeave(EditSession& session, UserInterface& ui) {
+  const bool saves =
+      session.IsUnsaved() && ui.Ask(message::AskSaveFirst.Title, message::AskSaveFirst.Text, false);
+  return !saves || SaveProject(session, false, ui);
+}
 
 bool NewProject(EditSession& session, UserInterface& ui) {
   if (!ui.Ask(message::AskNewProject.Title, message::AskNewProject.Text, false) || !MayLeave(session, ui)) {
@@ -73,6 +72,9 @@ bool OpenProjectFile(EditSession& session, const std::string& script, bool analy
   const bool isWhole = IsReadWhole(load) && load.SkippedCount == 0 && faults.Told.empty();
   if (!isWhole) {
     ui.Tell(MessageOf(message::OpenedInPart, script, script));
+  }
+  if (project.DestinationFolder.empty()) {
+    project.DestinationFolder = session.Options().DestinationFolder;
   }
   session.Replace(std::move(project), isWhole && !load.IsScenarist ? script : std::string());
   return true;

@@ -10,11 +10,14 @@
 
 namespace quorvelant {
 
+// Whether the present work may be given up, by the end of the program too: it is saved, or need not be.
+[[nodiscard]] bool MayLeave(EditSession& session, UserInterface& ui);
 // Asks, and starts on the default structure.
 bool NewProject(EditSession& session, UserInterface& ui);
 // Loads a script of either dialect; findings of the load are told. With `analyse` chapters move to pictures
 // at which they can start. Where the script cannot be loaded the session stays as it was; where it was not
-// read or understood as a whole, the session has no file to save to.
+// read or understood as a whole, the session has no file to save to. Where it names no folder for the disc,
+// that of the settings holds.
 bool OpenProjectFile(EditSession& session, const std::string& script, bool analyse, UserInterface& ui);
 // Into the file the project came from, or one that is asked for; comments of that file stay.
 bool SaveProject(EditSession& session, bool otherPath, UserInterface& ui);

@@ -9,6 +9,7 @@
 #include "base/silent_ui.h"
 #include "base/text.h"
 #include "base/timecode.h"
+#include "edit/button_commands.h"
 #include "edit/change.h"
 #include "edit/chapter_analysis.h"
 #include "edit/live_sources.h"
@@ -265,6 +266,7 @@ Outcome NewScene(EditSession& session, std::string_view track, std::string_view 
   }
   Change change(session, "New Scene");
   const auto starts = ChapterStarts(change.Work(), key->Track, session.Indexes());
+  const ButtonCommandCarrier buttons(change.Work(), key->Track);
   Track& changed = change.EditTrack(key->Track);
   const std::vector<Scene> before = changed.Scenes;
   SilentUi nobody;
@@ -276,6 +278,7 @@ Outcome NewScene(EditSession& session, std::string_view track, std::string_view 
   const auto added = std::ranges::mismatch(before, changed.Scenes).in2;
   const auto number = static_cast<std::size_t>(added - changed.Scenes.begin()) + 1;
   NameNewScenes(change.Touch({}), key->Track, before);
+  buttons.Carry(change);
   return change.Commit(SceneKey(key->Track, number));
 }
 

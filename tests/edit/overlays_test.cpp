@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 
+#include "boxes.h"
 #include "edit/messages.h"
 #include "edit/saved_frame.h"
 #include "film_track.h"
@@ -110,6 +111,7 @@ TEST(Overlays, EveryRefusalHasItsBoxAndChangesNothing) {
     EXPECT_EQ(outcome.Result, Outcome::Kind::Refused);
     EXPECT_EQ(outcome.Words.Code, test.Kind.Code);
     EXPECT_THAT(outcome.Words.Text, testing::HasSubstr(test.Says));
+    ExpectBox(outcome.Words);
   }
   EXPECT_FALSE(film.Session.CanUndo());
   EXPECT_TRUE(film.Session.Work().SameContent(before));
@@ -173,7 +175,7 @@ TEST(Overlays, ANewSubtitleTakesTheSettingsAndItsPlace) {
 
 TEST(Overlays, ASubtitleWithoutItsBitmapIsNoLongerUsed) {
   FilmSession film;
-  EXPECT_EQ(DeselectMissing(film.Session, {0, 0, 0})->Title, "Bitamp View Error");
+  ExpectBox(*DeselectMissing(film.Session, {0, 0, 0}));
   EXPECT_FALSE(film.Entry(0).Used);
   EXPECT_EQ(SetUsed(film.Session, {0, 0, 0}, true).Words.Title, "Bitamp View Error");
   EXPECT_TRUE(ReplaceBitmap(film.Session, {0, 0, 100}, SourceFile("README.md")).IsDone());
@@ -207,8 +209,8 @@ TEST(SavedFrame, BecomesAStillOfFullSizeAndTheAspectOfItsSource) {
   frame.Set(351, 287, 0xFF0000);
   EXPECT_EQ(SaveFrame(film.Session, frame, file, Consent::None).Key, file);
   const Outcome asked = SaveFrameAsTrack(film.Session, 0, frame, file, Consent::None);
-  EXPECT_EQ(asked.Words.Title + ": " + asked.Words.Text,
-            "Replace Image: Image file already exists - replace?");
+  EXPECT_TRUE(asked.Words.Is(message::AskReplaceImage));
+  ExpectBox(asked.Words);
   EXPECT_EQ(BmpLoader().Load(file), frame);
   EXPECT_TRUE(SaveFrameAsTrack(film.Session, 0, frame, file, Consent::Given).IsDone());
   const Picture saved = BmpLoader().Load(file);
