@@ -85,7 +85,7 @@ Outcome RenameTrack(EditSession& session, std::string_view track, std::string na
   if (!key) {
     return NoSuch("track", track);
   }
-  name = Trim(name);
+  name = std::string(Trim(name));
   const std::string& former = session.Work().Tracks[key->Track].TrackName;
   if (!EqualNoCase(former, name)) {  // another case of its own name is fine
     if (auto refusal = RefuseTrackName(session.Work(), name)) {
