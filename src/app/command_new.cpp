@@ -2,10 +2,8 @@
 
 #include <fmt/format.h>
 
-#include <filesystem>
 #include <memory>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -59,17 +57,6 @@ std::string Summary(const NewOptions& options, const Project& project) {
   const std::string text = fmt::format("{}: {} title{} in {} title set{}\n", options.Project, titles,
                                        titles == 1 ? "" : "s", sets, sets == 1 ? "" : "s");
   return options.Files.empty() ? fmt::format("{}: a title without films yet\n", options.Project) : text;
-}
-
-// A script in a folder that is not there could name no source.
-bool HasFolder(const std::string& path, UserInterface& ui) {
-  const auto folder = std::filesystem::path(path).parent_path();
-  std::error_code failed;
-  const bool isThere = folder.empty() || std::filesystem::is_directory(folder, failed);
-  if (!isThere) {
-    ui.Tell(MessageOf(message::OutputFolderMissing, path, folder.string()));
-  }
-  return isThere;
 }
 
 int Run(const NewOptions& options, CommandContext& context) {

@@ -5,19 +5,17 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
-#include <optional>
 #include <ostream>
 #include <string>
 
 #include "analysis/picture_index.h"
 #include "analysis/video_info.h"
+#include "app/frame_picture.h"
 #include "app/messages.h"
 #include "app/output_file.h"
 #include "base/random.h"
 #include "base/text.h"
 #include "base/timecode.h"
-#include "codec/colors.h"
-#include "codec/intra_decoder.h"
 #include "platform/platform_pictures.h"
 
 namespace quorvelant {
@@ -26,11 +24,6 @@ namespace {
 
 constexpr std::string_view NotAPicture = "is no picture that can be written: its name ends in .png or .bmp";
 constexpr std::string_view NotATime = "is no time: hours, minutes, seconds and frames as in 00:01:30:00";
-
-// After the first picture, which is where an index entry ends, its second field may follow.
-constexpr std::uint64_t SecondFieldBytes = std::uint64_t{512} << 10;
-// No intra picture of a usable size takes more.
-constexpr std::uint64_t MostBytes = std::uint64_t{16} << 20;
 
 struct PictureOptions {
   std::string File;
@@ -52,34 +45,10 @@ std::string OutputFault(const std::string& path) {
                                                             : fmt::format("{} {}", path, NotAPicture);
 }
 
-// The index beside the file while it is no older than the file, otherwise a walk through the file. Nothing
-// is written: looking at a picture leaves no file.
-std::optional<PictureIndex> IndexOf(const std::string& file, Random& files, int slot, UserInterface& ui) {
-  const IndexStore none;
-  if (!IndexIsOlder(file)) {
-    if (auto kept = FindPictureIndex(file, none); kept && !kept->Entries.empty()) {
-      return kept;
-    }
-  }
-  return ScanPictures(files, slot, {}, ui);
-}
-
 const PictureIndex::Entry& Nearest(const PictureIndex& index, std::int64_t frame) {
   return *std::min_element(index.Entries.begin(), index.Entries.end(), [frame](const auto& a, const auto& b) {
     return std::llabs(a.Frame - frame) < std::llabs(b.Frame - frame);
   });
-}
-
-Bytes ReadEntry(const PictureIndex::Entry& entry, Random& files, int slot) {
-  const std::uint64_t fileBytes = files.FileBytes(slot);
-  if (entry.Offset >= fileBytes) {
-    return {};
-  }
-  const std::uint64_t wanted = std::min(entry.Size, MostBytes) + SecondFieldBytes;
-  Bytes bytes(static_cast<std::size_t>(std::min(wanted, fileBytes - entry.Offset)));
-  files.SeekAbsolute(entry.Offset, slot);
-  bytes.resize(files.ReadInto(bytes, slot));
-  return bytes;
 }
 
 int Run(const PictureOptions& options, CommandContext& context) {
@@ -98,7 +67,7 @@ int Run(const PictureOptions& options, CommandContext& context) {
     ui.Tell(MessageOf(message::PictureWithoutVideo, options.File));
     return ExitFailed;
   }
-  const auto index = IndexOf(options.File, files, Slot, ui);
+  const auto index = IndexToLook(options.File, files, Slot, ui);
   if (!index) {
     return ExitFailed;  // stopped
   }
@@ -108,13 +77,13 @@ int Run(const PictureOptions& options, CommandContext& context) {
   }
   const int rate = FramesPerSecond(info->Standard);
   const PictureIndex::Entry& entry = Nearest(*index, TimecodeToFrames(options.At, rate));
-  const auto planes = DecodeIntraPicture(ReadEntry(entry, files, Slot), info->Coding == "MPEG2");
-  if (!planes) {
+  const auto picture = DecodePictureAt(files, Slot, entry.Offset, entry.Size, info->Coding == "MPEG2");
+  if (!picture) {
     ui.Tell(MessageOf(message::PictureNotIntra, fmt::format("{}@{}", options.File, entry.Offset)));
     return ExitFailed;
   }
-  MakePlatformPictures()->Save(PictureFromPlanes(*planes), options.Output);
-  context.Report(fmt::format("{}x{}, frame {} ({}), written to {}\n", planes->Y().Width, planes->Y().Height,
+  MakePlatformPictures()->Save(*picture, options.Output);
+  context.Report(fmt::format("{}x{}, frame {} ({}), written to {}\n", picture->Width, picture->Height,
                              entry.Frame, FramesToTimecode(entry.Frame, rate), options.Output));
   return ExitDone;
 }

@@ -1,10 +1,14 @@
 #include "edit/new_titles.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "analysis/remedies.h"
+#include "base/random.h"
+#include "base/text.h"
 #include "edit/change.h"
 #include "edit/drop.h"
 #include "edit/element_names.h"
@@ -13,6 +17,7 @@
 #include "edit/segment_files.h"
 #include "edit/segments.h"
 #include "edit/structure.h"
+#include "edit/track_names.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "model/update_my_dvd.h"
@@ -53,6 +58,10 @@ class TitleMaker {
     if (!steps_.GoOn()) {
       return steps_.Refusal();
     }
+    file_ = film.Video;
+    if (auto refusal = OtherStandard(film.Video, session_.Work().Tracks[track])) {
+      return Outcome::Refused(std::move(*refusal));
+    }
     const std::string title = steps_.Do([&] { return TitleFor(track); });
     steps_.Do([&] { return Drop(session_, {.Track = track, .Scene = {}}, PgcKey(title, 1)); });
     if (steps_.GoOn() && !last_.empty()) {
@@ -62,28 +71,52 @@ class TitleMaker {
     return steps_.Refusal();
   }
 
+  // The file that the last step was about.
+  [[nodiscard]] const std::string& File() const { return file_; }
+
  private:
   std::size_t AddTrack(const FilmFiles& film) {
-    const std::string name = FreeTrackName(film.Name);
+    const std::size_t index = session_.Work().Tracks.Count();
+    const std::string name = FreeTrackName(session_.Work(), film.Name, index);
     const std::string track = steps_.Do([&] { return NewTrack(session_, "Motion", name); });
-    const std::size_t index = session_.Work().Tracks.Count() - 1;
+    About(film.Video);
     steps_.Do([&] { return ImportFile(session_, VideoPlayKey(index, 1), film.Video, ui_, Consent::None); });
     for (const FilmFiles::Stream& audio : film.Audio) {
+      About(audio.File);
       const std::string stream = steps_.Do([&] { return AddAudio(session_, track); });
       steps_.Do([&] { return ImportFile(session_, stream + ".AudioPlay1", audio.File, ui_, Consent::None); });
       steps_.Do([&] { return SetAudio(session_, stream, SetsLanguage<AudioStream>(audio.Language)); });
     }
     for (const FilmFiles::Stream& subtitles : film.Subtitles) {
+      About(subtitles.File);
       const std::string stream = steps_.Do([&] { return AddSubtitles(session_, track); });
       steps_.Do([&] { return ImportSubtitleList(session_, stream, subtitles.File, ui_); });
       steps_.Do(
           [&] { return SetSubtitles(session_, stream, SetsLanguage<SubtitleStream>(subtitles.Language)); });
     }
     if (!film.Chapters.empty()) {
+      About(film.Chapters);
       steps_.Do([&] { return Analyse(session_, track, ui_, Consent::None); });
       steps_.Do([&] { return ImportChapters(session_, track, film.Chapters, ui_); });
     }
     return index;
+  }
+
+  void About(const std::string& file) {
+    if (steps_.GoOn()) {
+      file_ = file;
+    }
+  }
+
+  // A disc has one standard: that of its first film.
+  [[nodiscard]] std::optional<Message> OtherStandard(const std::string& file, const Track& track) const {
+    const std::string& first = session_.Work().Tracks[0].Standard;
+    if (EqualNoCase(track.Standard, first)) {
+      return std::nullopt;
+    }
+    const VideoTarget target{.Ntsc = EqualNoCase(first, "NTSC"), .Aspect = track.Aspect};
+    const std::string line = EncodeVideoLine(SystemPath(file, session_.Work().SourceFolder()), target);
+    return MessageOf(message::FilmOfOtherStandard, file, file, track.Standard, first, line);
   }
 
   template <class Stream>
@@ -91,18 +124,6 @@ class TitleMaker {
     return [&language](Stream& stream) {
       stream.Language = language.empty() ? std::move(stream.Language) : language;
     };
-  }
-
-  [[nodiscard]] std::string FreeTrackName(const std::string& stem) const {
-    const auto taken = [this](const std::string& name) {
-      return std::ranges::any_of(Live(session_.Work().Tracks),
-                                 [&name](const Track* track) { return track->TrackName == name; });
-    };
-    std::string name = stem;
-    for (std::size_t number = 2; taken(name); ++number) {
-      name = stem + "_" + std::to_string(number);
-    }
-    return name;
   }
 
   // The first title of a new disc, one more in the set of the last, or that of a new set.
@@ -160,6 +181,7 @@ class TitleMaker {
   UserInterface& ui_;
   Steps steps_;
   std::string last_;  // key of the title before
+  std::string file_;
 };
 
 }  // namespace
@@ -169,12 +191,15 @@ Outcome AddTitles(EditSession& session, std::span<const FilmFiles> films, UserIn
   TitleMaker maker(session, ui);
   for (const FilmFiles& film : films) {
     Outcome outcome = maker.Add(film);
+    if (outcome.Result == Outcome::Kind::Asks) {
+      return Outcome::Refused(
+          MessageOf(message::NobodyAsked, maker.File(), maker.File(), outcome.Words.Text));
+    }
     if (!outcome.IsDone()) {
-      outcome.Words.Level = Severity::Error;  // nobody is asked here
-      if (outcome.Words.Place.empty()) {
-        outcome.Words.Place = film.Video;
+      if (!outcome.Words.Place.starts_with(maker.File())) {  // no key of what is not there now
+        outcome.Words.Place = maker.File();
       }
-      return Outcome::Refused(std::move(outcome.Words));
+      return outcome;
     }
   }
   return change.Commit();

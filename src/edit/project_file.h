@@ -19,7 +19,10 @@ bool NewProject(EditSession& session, UserInterface& ui);
 // read or understood as a whole, the session has no file to save to. Where it names no folder for the disc,
 // that of the settings holds.
 bool OpenProjectFile(EditSession& session, const std::string& script, bool analyse, UserInterface& ui);
-// Into the file the project came from, or one that is asked for; comments of that file stay.
+// The text of a script, with which a session keeps its comments; empty where it cannot be read.
+[[nodiscard]] std::string ScriptTextOf(const std::string& script);
+// Into the file the project came from, or one that is asked for; its comments stay. Where somebody else has
+// written to that file since, it is asked about (nobody there: no). What a script does not hold is told.
 bool SaveProject(EditSession& session, bool otherPath, UserInterface& ui);
 bool SaveProjectAs(EditSession& session, const std::string& path, UserInterface& ui);
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <iterator>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,6 +28,7 @@
 #include "edit/removal.h"
 #include "edit/scene_names.h"
 #include "edit/shown_sources.h"
+#include "edit/source_paths.h"
 #include "model/keys.h"
 #include "model/walk.h"
 #include "script/script_tracks.h"
@@ -206,6 +208,9 @@ Outcome ChangeScenes(EditSession& session, std::string_view track, std::string_v
 
 Outcome ImportFile(EditSession& session, std::string_view play, const std::string& file, UserInterface& ui,
                    Consent consent) {
+  if (auto refusal = RefusePath(file)) {
+    return Outcome::Refused(std::move(*refusal));
+  }
   if (const auto picture = LiveSource(session.Work(), play, Node::VideoPlay)) {
     return ImportPicture(session, *picture, file, ui, consent);
   }
@@ -219,16 +224,22 @@ Outcome ImportSubtitleList(EditSession& session, std::string_view stream, const 
   if (!key) {
     return NoSuch("subtitle stream", stream);
   }
+  if (auto refusal = RefusePath(file)) {  // where its bitmaps are
+    return Outcome::Refused(std::move(*refusal));
+  }
   Change change(session, "Import Subtitles");
   OperationUi heard(ui, Consent::None);
   Project& project = change.Touch({Part::OfTrack(key->Track), {PartKind::Palettes}, {PartKind::FirstPlay}});
   for (std::size_t number = 1; number <= project.Disc.Count(); ++number) {
     change.Touch({Part::OfEntry(number)});  // whose PGCs may take the palette
   }
+  const std::vector<SubPicturePlay>& plays = project.Tracks[key->Track].SubStreams[key->Number - 1].SubPlays;
+  const std::size_t before = plays.size();
   if (!ImportSubtitleScript(project, key->Track, key->Number - 1, SystemPath(file, project.SourceFolder()),
                             session.Options().SubRip, session.RulesInForce(), heard)) {
     return heard.GaveUp();
   }
+  WarnOfMissingBitmaps(project, std::span(plays).subspan(before), heard);
   heard.TellKept();
   return change.Commit(std::string(stream));
 }

@@ -89,6 +89,27 @@ TEST_F(ProjectFile, AScriptThatWasNotUnderstoodIsNotSavedOver) {
   }
 }
 
+TEST_F(ProjectFile, WhatOthersWroteMeanwhileIsAskedAbout) {
+  ASSERT_TRUE(SaveProjectAs(Session, Folder / "p.qvp", Ui));
+  const std::string saved = TempFolder::Read(Folder / "p.qvp");
+  const std::string file = Folder.Write("p.qvp", "# mine\n" + saved);
+  ASSERT_TRUE(OpenProjectFile(Session, file, false, Ui));
+  for (const auto& [there, answers, holds, questions] :
+       {std::tuple{"# mine\n" + saved, std::deque<bool>{}, "# mine", 0U},
+        {"# theirs\n" + saved, {false}, "# theirs", 1U},
+        {"# theirs\n" + saved, {true}, "# mine", 1U}}) {
+    Folder.Write("p.qvp", there);
+    Ui.Questions.clear();
+    Ui.Answers = answers;
+    EXPECT_EQ(SaveProject(Session, false, Ui), answers.empty() || answers.front()) << there.substr(0, 20);
+    EXPECT_EQ(Ui.Questions.size(), questions);
+    EXPECT_THAT(TempFolder::Read(file), testing::StartsWith(holds));
+  }
+  std::filesystem::remove(file);
+  EXPECT_TRUE(SaveProject(Session, false, Ui));
+  EXPECT_THAT(TempFolder::Read(file), testing::StartsWith("# mine")) << "the comments were kept";
+}
+
 TEST_F(ProjectFile, SourcesAreFoundFromWhereverItIsSaved) {
   std::filesystem::create_symlink(SampleVideo({.Frames = 75}), Folder / "film.m2v");
   std::filesystem::create_directory(Folder / "deep");
