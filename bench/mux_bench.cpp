@@ -4,12 +4,12 @@
 #include <unistd.h>
 
 #include <array>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <optional>
 #include <string>
 
+#include "base/silent_ui.h"
 #include "mux/mux_track.h"
 #include "picture/bmp.h"
 
@@ -19,18 +19,6 @@ namespace {
 constexpr int Groups = 800;                 // of 12 PAL pictures: 384 seconds
 constexpr std::size_t GroupBytes = 390000;  // 6.5 Mbit/s
 constexpr std::size_t SoundFrames = 12000;  // of 1792 bytes: AC3 at 448 kbit/s
-
-class SilentUi : public UserInterface {
- public:
-  void Tell(const Message& message) override { std::fprintf(stderr, "%s\n", message.Text.c_str()); }
-  bool Ask(std::string_view, std::string_view, bool unattended) override { return unattended; }
-  std::optional<std::string> AskText(std::string_view, std::string_view, std::string_view) override {
-    return std::nullopt;
-  }
-  void Status(std::string_view) override {}
-  void Progress(double, double) override {}
-  bool StopRequested() override { return false; }
-};
 
 // Sources and results, gone with the program.
 class Folder {
@@ -109,6 +97,22 @@ void Report(benchmark::State& state, std::uint64_t bytesEach) {
   state.counters["peak_MiB"] = static_cast<double>(usage.ru_maxrss) / 1024;
 }
 
+// Multiplexes the track to the files of that stem; how many bytes it wrote, nothing where it failed.
+std::optional<std::uint64_t> MultiplexTo(const std::string& stem, const MuxInput& input) {
+  SilentUi ui;
+  Log log;
+  Random files(ui);
+  files.DimFiles(9);
+  MuxBuild build{ui, log, files, Rules::Players};
+  VobOutput output(files, {stem});
+  VobSetRecords records;
+  if (MuxTrack(input, build, output, records) != MuxOutcome::Done) {
+    return std::nullopt;
+  }
+  output.Finish();
+  return std::uint64_t{output.TotalSectors()} * SectorBytes;
+}
+
 void Multiplex(benchmark::State& state) {
   const Folder& folder = Media();
   MuxInput input;
@@ -121,19 +125,12 @@ void Multiplex(benchmark::State& state) {
   input.Audio[0].DataBytes = {std::filesystem::file_size(folder / "film.ac3")};
   std::uint64_t bytes = 0;
   for (auto run : state) {
-    SilentUi ui;
-    Log log;
-    Random files(ui);
-    files.DimFiles(9);
-    MuxBuild build{ui, log, files, Rules::Players};
-    VobOutput output(files, {folder / "VTS_01"});
-    VobSetRecords records;
-    if (MuxTrack(input, build, output, records) != MuxOutcome::Done) {
+    const auto multiplexed = MultiplexTo(folder / "VTS_01", input);
+    if (!multiplexed) {
       state.SkipWithError("the track failed");
       return;
     }
-    output.Finish();
-    bytes = std::uint64_t{output.TotalSectors()} * SectorBytes;
+    bytes = *multiplexed;
   }
   Report(state, bytes);
 }
@@ -168,19 +165,12 @@ void HoldASlide(benchmark::State& state) {
       {.Path = slide, .ImageSource = true, .HoldFlag = true, .HoldFrames = state.range(0) * 3600 * 25});
   std::uint64_t bytes = 0;
   for (auto run : state) {
-    SilentUi ui;
-    Log log;
-    Random files(ui);
-    files.DimFiles(9);
-    MuxBuild build{ui, log, files, Rules::Players};
-    VobOutput output(files, {folder / "VTS_02"});
-    VobSetRecords records;
-    if (MuxTrack(input, build, output, records) != MuxOutcome::Done) {
+    const auto multiplexed = MultiplexTo(folder / "VTS_02", input);
+    if (!multiplexed) {
       state.SkipWithError("the track failed");
       return;
     }
-    output.Finish();
-    bytes = std::uint64_t{output.TotalSectors()} * SectorBytes;
+    bytes = *multiplexed;
   }
   state.SetComplexityN(state.range(0));
   Report(state, bytes);

@@ -1,4 +1,4 @@
-// What fuzz targets of file readers share: an input as a file that lives in memory, and nobody to ask.
+// What fuzz targets of file readers share: an input as a file that lives in memory.
 #pragma once
 
 #include <sys/mman.h>
@@ -6,11 +6,9 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <optional>
 #include <string>
-#include <string_view>
 
-#include "base/user_interface.h"
+#include "base/silent_ui.h"
 
 namespace quorvelant {
 
@@ -28,21 +26,6 @@ class MemoryFile {
 
  private:
   int handle_;
-};
-
-class SilentUi : public UserInterface {
- public:
-  void Tell(const Message& /*message*/) override {}
-  bool Ask(std::string_view /*title*/, std::string_view /*text*/, bool unattended) override {
-    return unattended;
-  }
-  std::optional<std::string> AskText(std::string_view /*title*/, std::string_view /*text*/,
-                                     std::string_view proposal) override {
-    return std::string(proposal);
-  }
-  void Status(std::string_view /*words*/) override {}
-  void Progress(double /*done*/, double /*total*/) override {}
-  bool StopRequested() override { return false; }
 };
 
 }  // namespace quorvelant

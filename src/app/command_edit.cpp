@@ -12,6 +12,7 @@
 #include "app/open_project.h"
 #include "app/output_file.h"
 #include "app/rules_option.h"
+#include "edit/project_file.h"
 #include "script/load_findings.h"
 
 namespace quorvelant {
@@ -52,6 +53,7 @@ bool Load(const EditArguments& arguments, EditDesk& desk) {
   ReadFaults faults(desk.Ui);  // the findings hold what the load would say besides
   const FileScanner scanner(desk.Session.RulesInForce(), faults);
   Project project;
+  std::string text = ScriptTextOf(arguments.Project);
   const LoadResult load = LoadScriptFile(arguments.Project, project,
                                          {.Rules = desk.Session.RulesInForce(), .Scanner = &scanner}, faults);
   for (const Message& finding : LoadFindings(load)) {
@@ -67,13 +69,18 @@ bool Load(const EditArguments& arguments, EditDesk& desk) {
     return false;
   }
   desk.SaveRefusal = WhyNotSaved(arguments, load, faults.Told.empty());
-  desk.Session.Replace(std::move(project), load.IsScenarist ? std::string() : arguments.Project);
+  if (load.IsScenarist) {
+    desk.Session.Replace(std::move(project), {});
+  } else {
+    desk.Session.Replace(std::move(project), arguments.Project, std::move(text));
+  }
   return true;
 }
 
 int Run(const EditArguments& arguments, CommandContext& context) {
   if (!arguments.SavesInPlace() && !arguments.DryRun &&
-      !MayWrite(arguments.Output, arguments.Project, arguments.Force, context.Ui)) {
+      (!HasFolder(arguments.Output, context.Ui) ||
+       !MayWrite(arguments.Output, arguments.Project, arguments.Force, context.Ui))) {
     return ExitFailed;
   }
   // Indexes stay in memory: nothing is written beside the project's sources.

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
-#include <optional>
 #include <ostream>
 #include <string>
 
@@ -85,8 +84,8 @@ int Run(const PictureOptions& options, CommandContext& context) {
     ui.Tell(MessageOf(message::PictureNotIntra, fmt::format("{}@{}", options.File, entry.Offset)));
     return ExitFailed;
   }
-  MakePlatformPictures()->Save(PictureFromPlanes(*planes), options.Output);
-  context.Report(fmt::format("{}x{}, frame {} ({}), written to {}\n", planes->Y().Width, planes->Y().Height,
+  MakePlatformPictures()->Save(*picture, options.Output);
+  context.Report(fmt::format("{}x{}, frame {} ({}), written to {}\n", picture->Width, picture->Height,
                              entry.Frame, FramesToTimecode(entry.Frame, rate), options.Output));
   return ExitDone;
 }

@@ -63,22 +63,6 @@ std::string LanguageFault(const std::string& text) {
   return CLsDVD::LanguageCalled(text) ? std::string() : fmt::format(fmt::runtime(NoLanguage), text);
 }
 
-// A script made elsewhere often names a folder of another machine.
-void WarnOfMissingBitmaps(const Project& project, std::span<const SubPicturePlay> added, UserInterface& ui) {
-  std::size_t missing = 0;
-  std::string first;
-  for (const SubPicturePlay& play : added) {
-    const std::string path = SystemPath(play.File, project.SourceFolder());
-    std::error_code error;
-    if (!std::filesystem::exists(path, error)) {
-      first = missing++ == 0 ? path : first;
-    }
-  }
-  if (missing > 0) {
-    ui.Tell(MessageOf(message::BitmapsMissing, first, missing));
-  }
-}
-
 // The index of the stream to fill; a new one where none is named.
 std::optional<std::size_t> StreamToFill(Track& track, std::size_t wanted, UserInterface& ui) {
   if (wanted > 0) {

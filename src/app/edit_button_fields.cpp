@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -131,6 +132,31 @@ void RequireNames(const std::vector<HighlightButton>& buttons, const JsonField& 
   }
 }
 
+std::vector<HighlightButton> ButtonsOf(const Track& track, const EditedSet& set, const JsonField& list) {
+  std::vector<HighlightButton> wanted;
+  for (const JsonField& one : list.List(MostButtonsOnDisc(1))) {
+    wanted.push_back(ButtonOf(track, set.Set, one));
+  }
+  if (!set.Saved && wanted.empty()) {
+    list.Refuse("a list of at least one button");
+  }
+  RequireNames(wanted, list);
+  return wanted;
+}
+
+// The button that a set is to force, empty for none; nothing where the line says nothing.
+std::optional<std::string> ForcedIn(const EditedSet& set, const EditLine& line, std::string_view name) {
+  if (!line.Has(name)) {
+    return std::nullopt;
+  }
+  const JsonField field = line.At(name);
+  std::string button = field.IsNull() ? std::string() : LineTextOf(field);
+  if (!button.empty() && !FindButton(KeptButtons(set.Buttons), button)) {
+    field.Refuse("null, or the name of a button of the set");
+  }
+  return button;
+}
+
 }  // namespace
 
 std::int64_t FrameOf(const JsonField& field, int framesPerSecond) {
@@ -186,16 +212,12 @@ EditedSet WithFields(EditedSet set, const Track& track, const EditLine& line) {
       SetEach(track, set.Set.Schemes.at(i), schemes[i].Fields(), SchemeRows, "schemes");
     }
   }
-  const JsonField list = line.At("buttons");
-  std::vector<HighlightButton> wanted;
-  for (const JsonField& one : list.List(MostButtonsOnDisc(1))) {
-    wanted.push_back(ButtonOf(track, set.Set, one));
+  if (line.Has("buttons")) {
+    const std::vector<HighlightButton> wanted = ButtonsOf(track, set, line.At("buttons"));
+    set.Buttons = EditedButtons(set.Set, wanted, ButtonViewOf(track, OfferedViews(track).front()));
   }
-  if (!set.Saved && wanted.empty()) {
-    list.Refuse("a list of at least one button");
-  }
-  RequireNames(wanted, list);
-  set.Buttons = EditedButtons(set.Set, wanted, ButtonViewOf(track, OfferedViews(track).front()));
+  set.ForcedSelect = ForcedIn(set, line, "forcedSelect");
+  set.ForcedAction = ForcedIn(set, line, "forcedAction");
   return set;
 }
 

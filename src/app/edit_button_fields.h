@@ -23,9 +23,9 @@ namespace quorvelant {
 // Indexes into the palette, or contrasts, in the order E2, E1, P, Bg.
 [[nodiscard]] ColorQuad QuadOf(const JsonField& field);
 
-// The set with what the line says of it: "time", "duration", "schemes" and "buttons", where they stand. What
-// is not said of a scheme or of a button that the set has stays. Raises a MessageError where something does
-// not fit.
+// The set with what the line says of it: "time", "duration", "schemes", "buttons", "forcedSelect" and
+// "forcedAction", where they stand. What is not said of a scheme or of a button that the set has stays.
+// Raises a MessageError where something does not fit.
 [[nodiscard]] EditedSet WithFields(EditedSet set, const Track& track, const EditLine& line);
 
 }  // namespace quorvelant

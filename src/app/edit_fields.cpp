@@ -13,6 +13,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "app/edit_button_fields.h"
 #include "app/messages.h"
 #include "base/message_error.h"
 #include "base/text.h"
@@ -23,6 +24,7 @@
 #include "model/cls_dvd.h"
 #include "model/keys.h"
 #include "model/walk.h"
+#include "script/script_tracks.h"
 #include "vm/disc_place.h"
 
 namespace quorvelant {
@@ -346,6 +348,10 @@ Outcome SetSourceFields(EditSession& session, const std::string& key, const Sour
       });
     case SourceKey::Node::VideoPlay: {
       const JsonField duration = OnlyField(key, fields, "duration");
+      if (!duration.IsNull() && source.Track < session.Work().Tracks.Count()) {
+        const Track& track = session.Work().Tracks[source.Track];
+        static_cast<void>(FrameOf(duration, TrackFramesPerSecond(session.Work(), track)));  // a time
+      }
       return SetSlide(session, key, duration.IsNull() ? std::string() : duration.Text());
     }
     case SourceKey::Node::Scene:

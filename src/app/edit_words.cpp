@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/messages.h"
+#include "base/disk.h"
 #include "base/message_error.h"
 
 namespace quorvelant {
@@ -42,6 +43,12 @@ nlohmann::ordered_json BoxJson(const Message& words) {
 
 }  // namespace
 
+Outcome GaveUp(OperationUi& ui) {
+  Outcome outcome = ui.GaveUp();
+  const bool isStopped = outcome.Result == Outcome::Kind::Refused && outcome.Words.Code.empty();
+  return isStopped ? Outcome::Refused(MessageOf(message::EditRunFailed, {})) : outcome;
+}
+
 EditAnswer RunEditLine(EditDesk& desk, const EditLine& line) {
   try {
     const EditWord& word = WordOf(line);
@@ -49,6 +56,8 @@ EditAnswer RunEditLine(EditDesk& desk, const EditLine& line) {
     return word.Run(desk, line);
   } catch (const MessageError& fault) {
     return Outcome::Refused(fault.What());
+  } catch (const FileError& fault) {
+    return Outcome::Refused(MessageOf(message::UnexpectedFault, {}, fault.what()));
   }
 }
 

@@ -12,6 +12,7 @@
 #include "app/settings.h"
 #include "base/message.h"
 #include "base/user_interface.h"
+#include "edit/operation_ui.h"
 #include "edit/outcome.h"
 #include "edit/session.h"
 
@@ -55,6 +56,9 @@ struct EditWord {
 
 // An answer as the program prints it.
 [[nodiscard]] nlohmann::ordered_json AnswerJson(const EditAnswer& answer);
+
+// Of work that tells what is in its way: the last error told is the refusal.
+[[nodiscard]] Outcome GaveUp(OperationUi& ui);
 
 // The consent of a line.
 [[nodiscard]] inline Consent ConsentOf(const EditLine& line) {

@@ -12,12 +12,18 @@
 
 #include "app/edit_button_fields.h"
 #include "app/edit_words.h"
+#include "app/frame_picture.h"
+#include "base/text.h"
+#include "base/timecode.h"
 #include "check/track_times.h"
 #include "edit/button_sets.h"
 #include "edit/live_sources.h"
+#include "edit/operation_ui.h"
 #include "edit/overlays.h"
+#include "edit/saved_frame.h"
 #include "edit/track_viewer.h"
 #include "model/keys.h"
+#include "platform/platform_pictures.h"
 #include "subpicture/bitmap_window.h"
 #include "subpicture/subtitle_times.h"
 
@@ -170,8 +176,8 @@ EditedSet NewSetOf(const EditDesk& desk, const SourceKey& key, const EditLine& l
 
 Outcome PutFrom(EditDesk& desk, const EditLine& line) {
   const auto saved = LiveSource(desk.Session.Work(), line.Text("key"), SourceKey::Node::HighStream);
-  line.Expect(saved ? "key time? duration? schemes? buttons"
-                    : "key time? stream? duration? schemes? buttons");
+  line.Expect(saved ? "key time? duration? schemes? buttons? forcedSelect? forcedAction?"
+                    : "key time? stream? duration? schemes? buttons forcedSelect? forcedAction?");
   const SourceKey key = saved ? *saved
                               : SourceOf(desk, line.At("key"), SourceKey::Node::Track,
                                          "the key of a set of buttons, or of the track for a new set");
@@ -188,6 +194,26 @@ Outcome RouteFrom(EditDesk& desk, const EditLine& line) {
   return RouteButtons(desk.Session, key.Track, key.Number - 1, route);
 }
 
+// --- pictures ---
+
+EditAnswer SaveFrameFrom(EditDesk& desk, const EditLine& line) {
+  const JsonField field = line.At("track");
+  const std::size_t track = SourceOf(desk, field, SourceKey::Node::Track, "the key of a track").Track;
+  const Project& project = desk.Session.Work();
+  const int rate = TrackTimes(project.Tracks[track]).FramesPerSecond;
+  OperationUi ui(desk.Ui, Consent::None);
+  const auto pictures = MakePlatformPictures();
+  const auto found = PictureOfTrack(project, track, FrameOf(line.At("time"), rate), *pictures, ui);
+  if (!found) {
+    return GaveUp(ui);
+  }
+  ui.TellKept();
+  const FrameFile file{
+      .Path = LineTextOf(line.At("file")), .Consent = ConsentOf(line), .DryRun = desk.DryRun};
+  return {SaveFrameAsTrack(desk.Session, track, found->Picture, file),
+          {{"time", FramesToTimecode(found->Frame, rate)}}};
+}
+
 // A set without buttons goes away.
 Outcome RemoveFrom(EditDesk& desk, const EditLine& line) {
   const SourceKey key = SetOf(desk, line);
@@ -200,7 +226,8 @@ constexpr std::array Words{
     EditWord{"new-palette", "name? colors",
              [](EditDesk& desk, const EditLine& line) -> EditAnswer {
                const auto name = line.TextIf("name");
-               return NewPalette(desk.Session, name ? *name : ProposedPaletteName(desk.Session.Work()),
+               return NewPalette(desk.Session,
+                                 name ? std::string(Trim(*name)) : ProposedPaletteName(desk.Session.Work()),
                                  ColorsIn<16>(line.At("colors")));
              }},
     EditWord{"change-palette", "name colors",
@@ -229,7 +256,9 @@ constexpr std::array Words{
              [](EditDesk& desk, const EditLine& line) -> EditAnswer {
                return SpreadFrom(desk.Session, StreamOf(desk, line), line);
              }},
-    EditWord{"put-buttons", "key time? stream? duration? schemes? buttons",
+    EditWord{"save-frame", "track time file",
+             [](EditDesk& desk, const EditLine& line) -> EditAnswer { return SaveFrameFrom(desk, line); }},
+    EditWord{"put-buttons", "key time? stream? duration? schemes? buttons? forcedSelect? forcedAction?",
              [](EditDesk& desk, const EditLine& line) -> EditAnswer { return PutFrom(desk, line); }},
     EditWord{"route-buttons", "key route?",
              [](EditDesk& desk, const EditLine& line) -> EditAnswer { return RouteFrom(desk, line); }},

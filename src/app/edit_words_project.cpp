@@ -9,12 +9,12 @@
 #include "app/message_json.h"
 #include "app/messages.h"
 #include "author/author.h"
+#include "author/messages.h"
 #include "base/random.h"
 #include "check/check.h"
 #include "check/check_sources.h"
 #include "check/disc_limits.h"
 #include "edit/messages.h"
-#include "edit/operation_ui.h"
 #include "edit/outline_json.h"
 #include "edit/project_file.h"
 #include "edit/structure.h"
@@ -100,16 +100,11 @@ EditAnswer ShowTree(EditDesk& desk, const EditLine& line) {
 
 // --- what is written ---
 
-// Of work that tells what is in its way: the last error told is the refusal.
-Outcome GaveUp(OperationUi& ui) {
-  return ui.HasErrors() ? ui.GaveUp() : Outcome::Refused(MessageOf(message::EditRunFailed, {}));
-}
-
-EditAnswer Save(EditDesk& desk, const EditLine& /*line*/) {
+EditAnswer Save(EditDesk& desk, const EditLine& line) {
   if (desk.SaveRefusal) {
     return Outcome::Refused(*desk.SaveRefusal);
   }
-  OperationUi ui(desk.Ui, Consent::None);
+  OperationUi ui(desk.Ui, ConsentOf(line));
   if (!desk.DryRun && !SaveProjectAs(desk.Session, desk.SaveTo, ui)) {
     return GaveUp(ui);
   }
@@ -135,7 +130,7 @@ EditAnswer AuthorDisc(EditDesk& desk, const EditLine& line) {
     return Outcome::Refused(MessageOf(message::DestinationMissing, {}));
   }
   const Findings findings = FindingsOf(desk, false);
-  OperationUi ui(desk.Ui, Consent::None);
+  OperationUi ui(desk.Ui, ConsentOf(line));
   for (const Message& finding : findings) {
     ui.Tell(finding);
   }
@@ -145,7 +140,11 @@ EditAnswer AuthorDisc(EditDesk& desk, const EditLine& line) {
   order.WarnedBefore = CountOf(findings, Severity::Warning) > 0;
   const AuthorResult result = Author(desk.Session.Work(), order, ui);
   if (result.Outcome != AuthorOutcome::Done) {
-    return GaveUp(ui);
+    Outcome refused = GaveUp(ui);
+    if (refused.Words.Is(message::DestinationHoldsDisc)) {  // in words of lines
+      refused.Words = MessageOf(message::EditDiscThere, refused.Words.Place);
+    }
+    return refused;
   }
   ui.TellKept();
   return {Outcome::Done(order.Folder), Json{{"titles", result.Titles.size()}, {"bytes", result.Bytes}}};

@@ -1,15 +1,28 @@
 // Operations on the source material.
 #include <array>
+#include <string>
 
+#include "app/edit_button_fields.h"
 #include "app/edit_words.h"
+#include "edit/live_sources.h"
 #include "edit/segment_files.h"
 #include "edit/segments.h"
+#include "script/script_tracks.h"
 
 namespace quorvelant {
 
 namespace {
 
 constexpr std::array<std::string_view, 3> TrackTypes{"Motion", "Still", "SlideShow"};
+
+Outcome NewSceneFrom(EditDesk& desk, const EditLine& line) {
+  const Project& project = desk.Session.Work();
+  const std::string key = line.Text("key");
+  if (const auto track = LiveSource(project, key, SourceKey::Node::Track)) {
+    static_cast<void>(FrameOf(line.At("time"), TrackFramesPerSecond(project, project.Tracks[track->Track])));
+  }
+  return NewScene(desk.Session, key, line.Text("time"));
+}
 
 constexpr std::array Words{
     EditWord{"new-track", "type name?",
@@ -38,16 +51,14 @@ constexpr std::array Words{
                return ImportSubtitleList(desk.Session, line.Text("key"), line.Text("file"), desk.Ui);
              }},
     EditWord{"new-scene", "key time",
-             [](EditDesk& desk, const EditLine& line) -> EditAnswer {
-               return NewScene(desk.Session, line.Text("key"), line.Text("time"));
-             }},
+             [](EditDesk& desk, const EditLine& line) -> EditAnswer { return NewSceneFrom(desk, line); }},
     EditWord{"import-chapters", "key file",
              [](EditDesk& desk, const EditLine& line) -> EditAnswer {
                return ImportChapters(desk.Session, line.Text("key"), line.Text("file"), desk.Ui);
              }},
     EditWord{"analyse", "key",
              [](EditDesk& desk, const EditLine& line) -> EditAnswer {
-               return Analyse(desk.Session, line.Text("key"), desk.Ui);
+               return Analyse(desk.Session, line.Text("key"), desk.Ui, ConsentOf(line));
              }},
 };
 

@@ -5,6 +5,7 @@
 
 #include "app/edit_fields.h"
 #include "app/edit_words.h"
+#include "base/text.h"
 #include "edit/drop.h"
 #include "edit/live_sources.h"
 #include "edit/removal.h"
@@ -19,7 +20,7 @@ namespace {
 
 std::string NameOr(EditDesk& desk, const EditLine& line, const std::string& parent) {
   auto name = line.TextIf("name");
-  return name ? *name : ProposedName(desk.Session, parent);
+  return name ? std::string(Trim(*name)) : ProposedName(desk.Session, parent);
 }
 
 // A number as it stands in a key, or the key itself.
@@ -77,7 +78,7 @@ constexpr std::array Words{
              [](EditDesk& desk, const EditLine& line) -> EditAnswer {
                const std::string key = line.Text("key");
                return ParseSourceKey(key) ? RenameTrack(desk.Session, key, line.Text("name"))
-                                          : Rename(desk.Session, key, line.Text("name"));
+                                          : Rename(desk.Session, key, std::string(Trim(line.Text("name"))));
              }},
     EditWord{"remove", "key",
              [](EditDesk& desk, const EditLine& line) -> EditAnswer {

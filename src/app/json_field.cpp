@@ -28,11 +28,8 @@ std::optional<std::int64_t> WholeNumber(const Json& value) {
   return value.is_number_integer() ? std::optional(value.get<std::int64_t>()) : std::nullopt;
 }
 
-// What a message shows of a value: lists and objects can be deep and long.
+// What a message shows of a value that is no list or object.
 std::string Shown(const Json& value) {
-  if (value.is_structured()) {
-    return value.is_array() ? "a list" : "an object";
-  }
   std::string text = value.dump(-1, ' ', true, Json::error_handler_t::replace);
   return text.size() <= MostShown ? text : text.substr(0, MostShown) + "...";
 }
@@ -75,7 +72,8 @@ std::size_t JsonField::OneOf(std::span<const std::string_view> words) const {
 
 std::vector<JsonField> JsonField::List(std::size_t most) const {
   if (!value_->is_array() || value_->size() > most) {
-    Refuse(fmt::format("a list of at most {}", most));
+    const std::string has = value_->is_array() ? fmt::format(", not of {},", value_->size()) : std::string();
+    Refuse(fmt::format("a list of at most {} value{}{}", most, most == 1 ? "" : "s", has));
   }
   std::vector<JsonField> list;
   for (const Json& one : *value_) {
@@ -96,7 +94,9 @@ std::vector<JsonField> JsonField::Fields() const {
 }
 
 void JsonField::Refuse(std::string_view expected) const {
-  throw MessageError(MessageOf(message::EditFieldUnfit, {}, name_, Shown(*value_), expected));
+  throw MessageError(value_->is_structured()
+                         ? MessageOf(message::EditListUnfit, {}, name_, expected)
+                         : MessageOf(message::EditFieldUnfit, {}, name_, Shown(*value_), expected));
 }
 
 }  // namespace quorvelant

@@ -80,8 +80,6 @@ inline constexpr MessageKind LinesWouldBeLost{
     "lines-would-be-lost", Severity::Error, "Subtitles",
     "Lines of this script ({} in all) are not understood and would be lost: name another file to write with "
     "--output"};
-inline constexpr MessageKind BitmapsMissing{"bitmaps-missing", Severity::Warning, "Subtitles",
-                                            "There is no file for {} of the bitmaps, the first of them here"};
 
 // `edit`: a line of it, its fields, and what a run of lines meets.
 inline constexpr MessageKind EditLineNoJson{"edit-line-no-json", Severity::Error, "Edit Error",
@@ -105,6 +103,9 @@ inline constexpr MessageKind EditNoFields{
     "\"{}\" has no fields to set; titles, PGCs, cells, title sets, tracks, plays, streams and scenes have"};
 inline constexpr MessageKind EditFieldUnfit{"edit-field-unfit", Severity::Error, "Edit Error",
                                             "\"{}\" is {}; {} is expected"};
+// Of lists and objects, whose values a message does not show.
+inline constexpr MessageKind EditListUnfit{"edit-list-unfit", Severity::Error, "Edit Error",
+                                           "\"{}\" does not fit: {} is expected"};
 inline constexpr MessageKind EditNothingToUndo{"edit-nothing-to-undo", Severity::Error, "Edit Error",
                                                "There is no step to undo"};
 inline constexpr MessageKind EditNothingToRedo{"edit-nothing-to-redo", Severity::Error, "Edit Error",
@@ -119,6 +120,8 @@ inline constexpr MessageKind EditLosesLines{
     "-o"};
 inline constexpr MessageKind EditRunFailed{"edit-not-done", Severity::Error, "Edit Error",
                                            "The operation was stopped or could not be done"};
+inline constexpr MessageKind EditDiscThere{"edit-disc-there", Severity::Error, "Edit Error",
+                                           R"(The folder holds a disc already: "force":true replaces it)"};
 inline constexpr MessageKind EditNotAgreed{
     "edit-not-agreed", Severity::Error, "Edit Error",
     R"(The question was not agreed to: the next line must be the same with "agree":true)"};

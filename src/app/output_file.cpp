@@ -32,6 +32,16 @@ bool IsSameFile(const std::string& a, const std::string& b) {
   return std::filesystem::equivalent(a, b, missing) && !missing;
 }
 
+bool HasFolder(const std::string& path, UserInterface& ui) {
+  const auto folder = std::filesystem::path(path).parent_path();
+  std::error_code failed;
+  const bool isThere = folder.empty() || std::filesystem::is_directory(folder, failed);
+  if (!isThere) {
+    ui.Tell(MessageOf(message::OutputFolderMissing, path, folder.string()));
+  }
+  return isThere;
+}
+
 bool MayWrite(const std::string& path, const std::string& source, bool force, UserInterface& ui) {
   const auto refusal = WhyNot(path, source, force);
   if (refusal) {

@@ -7,6 +7,9 @@
 
 namespace quorvelant {
 
+// Whether the folder of a file to write is there; told where it is not.
+[[nodiscard]] bool HasFolder(const std::string& path, UserInterface& ui);
+
 // Whether two paths mean one file that is there.
 [[nodiscard]] bool IsSameFile(const std::string& a, const std::string& b);
 

@@ -163,8 +163,12 @@ void SourceChecker::CheckAudioStream(const Track& track, std::size_t index, std:
   }
   if (stream.Format.empty()) {
     const std::string& file = stream.AudioPlays.empty() ? "" : stream.AudioPlays.front().File;
-    Add(message::AudioKindUnknown, PlayOf(track, {}, AudioStreamKey(index, number)), file,
-        EncodeAudioLine(judge_.PathOf(file)));
+    const SourcePlay place = PlayOf(track, {}, AudioStreamKey(index, number));
+    if (file.empty()) {
+      Add(message::AudioUnnamed, place);
+    } else {
+      Add(message::AudioKindUnknown, place, file, EncodeAudioLine(judge_.PathOf(file)));
+    }
   }
 }
 

@@ -140,6 +140,8 @@ inline constexpr MessageKind AudioKindUnknown{
     "audio-kind-unknown", Severity::Error, "Unknown Source",
     "'{}': the name of a stream's first file ends in .ac3, .wav or .dts and tells its kind; this one is "
     "unknown. This makes a file that fits: {}"};
+inline constexpr MessageKind AudioUnnamed{"audio-unnamed", Severity::Error, "Unknown Source",
+                                          "The stream names no file: give it one, or remove the stream"};
 
 // --- tracks: what they ask of a disc as a whole ---
 

@@ -1,43 +1,26 @@
 #include "edit/button_numbers.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <utility>
 
 #include "base/text.h"
+#include "edit/live_elements.h"
 #include "model/keys.h"
 #include "model/walk.h"
+#include "vm/command_builder.h"
+#include "vm/command_target.h"
+#include "vm/pgc_links.h"
 
 namespace quorvelant {
 
 namespace {
 
-constexpr std::string_view LinkWord = "button=";
-constexpr std::string_view SetWord = "hl_bttn=";
+// Codes of sub-instructions that arrive at a cell of the PGC.
+enum Arrival : std::int32_t { TopC = 1, NextC = 2, PrevC = 3, TopPg = 5, NextPg = 6, PrevPg = 7, TopPgc = 9 };
 
-// Where the digits of a text's button stand.
-struct Digits {
-  std::size_t Offset = 0;
-  std::size_t Length = 0;
-};
-
-std::optional<Digits> DigitsOf(std::string_view text) {
+bool MaySelect(std::string_view text) {
   const std::string lower = Lower(text);
-  for (const std::string_view word : {LinkWord, SetWord}) {
-    const std::size_t at = lower.find(word);
-    if (at == std::string::npos) {
-      continue;
-    }
-    const std::size_t offset = lower.find_first_not_of(' ', at + word.size());
-    const std::size_t end = std::min(lower.find_first_not_of("0123456789", offset), lower.size());
-    if (offset < end) {
-      return Digits{offset, end - offset};
-    }
-  }
-  return std::nullopt;
+  return Contains(lower, "button") || Contains(lower, "hl_b");
 }
 
 bool Plays(const Cell_P* cell, const RenumberedSet& set) {
@@ -45,27 +28,30 @@ bool Plays(const Cell_P* cell, const RenumberedSet& set) {
          std::cmp_equal(cell->pScene, set.Scene);
 }
 
-const Cell_P* FirstCell(const std::vector<const Cell_P*>& cells) {
+template <class Cells>
+const Cell_P* FirstOf(const Cells& cells) {
   return cells.empty() ? nullptr : cells.front();
 }
 
-// The PGCs, programs and cells that a link can name, by their keys, with the cell that it comes to first.
-const Cell_P* FirstCellAt(const PGC_P& chain, std::string_view key) {
-  for (const PG_P* program : Live(chain.PG)) {
-    for (const Cell_P* cell : Live(program->Cell)) {
-      if (key == chain.Key || key == program->Key || key == cell->Key) {
-        return cell;
-      }
-    }
-  }
-  return nullptr;
+const Cell_P* FirstCellOf(const PGC_P* chain) {
+  return chain == nullptr ? nullptr : FirstOf(LiveCells(*chain));
 }
 
-// The commands of one PGC.
+// Where a link arrives that names a PGC, program or cell.
+const Cell_P* FirstCellAt(const Project& project, std::string_view key) {
+  if (const Cell_P* cell = LiveCell(project, key)) {
+    return cell;
+  }
+  const PG_P* program = LiveProgram(project, key);
+  return program != nullptr ? FirstOf(Live(program->Cell)) : FirstCellOf(LivePgc(project, key));
+}
+
+// The commands of one PGC. `links` are those of its entry.
 class PgcCommands {
  public:
-  PgcCommands(const PGC_P& chain, const CommandAims& aims, const RenumberedSet& set)
-      : chain_(chain), aims_(aims), set_(set), cells_(LiveCells(chain)) {
+  PgcCommands(const Project& project, const PGC_P& chain, const std::vector<PgcLink>& links,
+              const CommandAims& aims, const RenumberedSet& set)
+      : project_(project), chain_(chain), links_(links), aims_(aims), set_(set), cells_(LiveCells(chain)) {
     allPlay_ =
         !cells_.empty() && std::ranges::all_of(cells_, [&](const Cell_P* cell) { return Plays(cell, set); });
   }
@@ -86,48 +72,106 @@ class PgcCommands {
                   std::vector<CommandEdit>& edits) const {
     for (place.Position = 0; place.Position < list.size(); ++place.Position) {
       const VMICommand_P& command = list[place.Position];
-      const auto number = command.Deleted ? std::nullopt : NewNumber(command.FullCommand);
-      if (number && LeadsToSet(command.FullCommand, own)) {
-        edits.push_back({place, WithSelectedButton(command.FullCommand, *number)});
+      auto fields =
+          command.Deleted || !MaySelect(command.FullCommand) ? std::nullopt : FieldsOf(command.FullCommand);
+      if (fields && FollowFields(*fields, command.FullCommand, own)) {
+        edits.push_back({place, CommandText(*fields)});
       }
     }
   }
 
-  // Another number for the button of the text.
-  [[nodiscard]] std::optional<std::int32_t> NewNumber(std::string_view text) const {
-    const auto selected = SelectedButton(text);
-    if (!selected || std::cmp_greater(*selected, set_.Numbers.size())) {
-      return std::nullopt;
+  // Whether a button of the command has another number now.
+  bool FollowFields(CommandFields& fields, std::string_view text, const Cell_P* own) const {
+    ParsedCommand& command = fields.Command;
+    bool moved = false;
+    for (LinkTarget* link : {&command.Link, command.LinkAfterSet ? &*command.LinkAfterSet : nullptr}) {
+      if (link != nullptr && IsRenumbered(link->Button) && ArrivesAtSet(*link, text, own)) {
+        link->Button = NewNumber(link->Button);
+        moved = true;
+      }
     }
-    const std::int32_t number = set_.Numbers[static_cast<std::size_t>(*selected) - 1];
-    const std::int32_t least = Contains(Lower(text), SetWord) ? 1 : 0;
-    return number == *selected ? std::nullopt : std::optional(std::max(number, least));
+    const bool sets = command.What == Instruction::SetHlBtnn && command.Source.Is(OperandKind::Number);
+    if (sets && allPlay_ && IsRenumbered(command.Source.Number)) {
+      command.Source.Number = std::max(NewNumber(command.Source.Number), 1);
+      moved = true;
+    }
+    return moved;
   }
 
-  [[nodiscard]] bool LeadsToSet(std::string_view text, const Cell_P* own) const {
-    const std::string lower = Lower(text);
-    if (Contains(lower, SetWord)) {
-      return allPlay_;
+  [[nodiscard]] bool IsRenumbered(std::int32_t number) const {
+    return number >= 1 && std::cmp_less_equal(number, set_.Numbers.size()) && NewNumber(number) != number;
+  }
+  [[nodiscard]] std::int32_t NewNumber(std::int32_t number) const {
+    return set_.Numbers[static_cast<std::size_t>(number) - 1];
+  }
+
+  [[nodiscard]] bool ArrivesAtSet(const LinkTarget& link, std::string_view text, const Cell_P* own) const {
+    if (link.Kind == LinkKind::SubInstruction) {
+      return SubArrives(link.Number, own);
     }
     const auto aims = aims_.Of(text, own != nullptr ? own->Key : chain_.Key);
-    if (!aims.empty()) {
-      return std::ranges::any_of(
-          aims, [&](const CommandReferenceAim& aim) { return Plays(FirstCellAt(chain_, aim.Key), set_); });
-    }
-    if (Contains(lower, "linktoppgc")) {
-      return Plays(FirstCell(cells_), set_);
-    }
-    if (own != nullptr && Contains(lower, "linktopc")) {
-      return Plays(own, set_);
-    }
-    const auto says = [&](std::string_view word) { return Contains(lower, word); };
-    constexpr std::array<std::string_view, 3> Away{"linknextpgc", "linkprevpgc", "linkgouppgc"};
-    constexpr std::array<std::string_view, 6> Within{"linktopc",  "linknextc",  "linkprevc",
-                                                     "linktoppg", "linknextpg", "linkprevpg"};
-    return allPlay_ && std::ranges::none_of(Away, says) && std::ranges::any_of(Within, says);
+    return std::ranges::any_of(aims, [&](const CommandReferenceAim& aim) {
+      const ReferenceKind kind = aim.Text.Kind;
+      const bool isLink = kind == ReferenceKind::LinkProgram || kind == ReferenceKind::LinkPart ||
+                          kind == ReferenceKind::LinkCell;
+      return isLink && Plays(FirstCellAt(project_, aim.Key), set_);
+    });
   }
 
+  [[nodiscard]] bool SubArrives(std::int32_t code, const Cell_P* own) const {
+    switch (code) {
+      case TopPgc:
+        return Plays(FirstOf(cells_), set_);
+      case NextPgcCode:
+        return Plays(FirstCellOf(LinkedPgc(PgcLinkKind::Next)), set_);
+      case PrevPgcCode:
+        return Plays(FirstCellOf(LinkedPgc(PgcLinkKind::Previous)), set_);
+      case GoUpPgcCode:
+        return Plays(FirstCellOf(LinkedPgc(PgcLinkKind::GoUp)), set_);
+      case TopC:
+      case NextC:
+      case PrevC:
+      case TopPg:
+      case NextPg:
+      case PrevPg:
+        return own == nullptr ? allPlay_ : Plays(CellFrom(*own, code), set_);
+      default:
+        return false;
+    }
+  }
+
+  [[nodiscard]] const PGC_P* LinkedPgc(PgcLinkKind kind) const {
+    const auto link = std::ranges::find_if(
+        links_, [&](const PgcLink& one) { return one.Pgc == chain_.Key && one.Kind == kind; });
+    return link == links_.end() ? nullptr : LivePgc(project_, link->Target);
+  }
+
+  // Where a move from this cell arrives; nullptr beyond the ends.
+  [[nodiscard]] const Cell_P* CellFrom(const Cell_P& own, std::int32_t code) const {
+    std::vector<std::pair<std::size_t, const Cell_P*>> cells;  // with the number of their program
+    std::size_t at = 0;
+    std::size_t number = 0;
+    for (const PG_P* program : Live(chain_.PG)) {
+      const std::size_t before = cells.size();
+      for (const Cell_P* cell : Live(program->Cell)) {
+        at = cell == &own ? cells.size() : at;
+        cells.emplace_back(number, cell);
+      }
+      number += cells.size() > before ? 1U : 0U;
+    }
+    if (code == TopC || code == NextC || code == PrevC) {
+      const std::size_t to = code == TopC ? at : code == NextC ? at + 1 : at - 1;
+      return to < cells.size() ? cells[to].second : nullptr;
+    }
+    const std::size_t here = cells[at].first;
+    const std::size_t program = code == TopPg ? here : code == NextPg ? here + 1 : here - 1;
+    const auto found = std::ranges::find(cells, program, [](const auto& cell) { return cell.first; });
+    return found == cells.end() ? nullptr : found->second;
+  }
+
+  const Project& project_;
   const PGC_P& chain_;
+  const std::vector<PgcLink>& links_;
   const CommandAims& aims_;
   const RenumberedSet& set_;
   std::vector<const Cell_P*> cells_;
@@ -136,24 +180,6 @@ class PgcCommands {
 
 }  // namespace
 
-std::optional<std::int32_t> SelectedButton(std::string_view text) {
-  const auto digits = DigitsOf(text);
-  std::int32_t number = 0;
-  if (digits) {
-    const std::string_view piece = text.substr(digits->Offset, digits->Length);
-    std::from_chars(piece.data(), piece.data() + piece.size(), number);
-  }
-  return number > 0 ? std::optional(number) : std::nullopt;
-}
-
-std::string WithSelectedButton(std::string_view text, std::int32_t number) {
-  std::string changed(text);
-  if (const auto digits = DigitsOf(text)) {
-    changed.replace(digits->Offset, digits->Length, fmt::format("{}", number));
-  }
-  return changed;
-}
-
 std::vector<CommandEdit> FollowButtons(const Project& project, const CommandAims& aims,
                                        const RenumberedSet& set) {
   std::vector<CommandEdit> edits;
@@ -161,10 +187,17 @@ std::vector<CommandEdit> FollowButtons(const Project& project, const CommandAims
   for (std::size_t i = 0; i < set.Numbers.size(); ++i) {
     moves = moves || std::cmp_not_equal(set.Numbers[i], i + 1);
   }
-  if (moves) {
-    for (const auto& at : LivePgcs(project)) {
-      PgcCommands(*at.Chain, aims, set).Follow(edits);
+  if (!moves) {
+    return edits;
+  }
+  const VTS_P* entry = nullptr;
+  std::vector<PgcLink> links;
+  for (const auto& at : LivePgcs(project)) {
+    if (at.Entry != entry) {
+      entry = at.Entry;
+      links = LinksTo(project, entry->Key, false);
     }
+    PgcCommands(project, *at.Chain, links, aims, set).Follow(edits);
   }
   return edits;
 }

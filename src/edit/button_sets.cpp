@@ -97,6 +97,16 @@ void FollowNumbers(Change& change, const CommandAims& aims, std::size_t track, c
   }
 }
 
+// The number of the button that a set forces by name.
+std::int32_t ForcedNumber(const std::vector<HighlightButton>& buttons, const std::optional<std::string>& name,
+                          std::int32_t otherwise) {
+  if (!name) {
+    return otherwise;
+  }
+  const auto button = FindButton(buttons, *name);
+  return button ? buttons[*button].Number : 0;
+}
+
 }  // namespace
 
 std::optional<std::size_t> SetAt(const Track& track, std::int64_t frame) {
@@ -143,13 +153,16 @@ Outcome PutButtons(EditSession& session, std::size_t track, const EditedSet& set
   const std::size_t place = set.Saved.value_or(before.size());
   Change change(session, "Edit Buttons");
   FollowNumbers(change, session.Aims(), track, set);
+  const ButtonCommandCarrier commands(change.Work(), track);
   Track& edited = change.EditTrack(track);
   edited.HighlightPlays.resize(std::max(before.size(), place + 1));
   HighlightPlay& target = edited.HighlightPlays[place];
   target = set.Set;
   target.Buttons = place < before.size() ? before[place].Buttons : std::vector<HighlightButton>();
   SaveButtons(edited, target, set.Buttons, TrackTimes(edited).FramesPerSecond);
-  CarryButtonCommands(change, track, before, OriginsOf(before, place, set.Buttons));
+  target.ForcedSelect = ForcedNumber(target.Buttons, set.ForcedSelect, target.ForcedSelect);
+  target.ForcedAction = ForcedNumber(target.Buttons, set.ForcedAction, target.ForcedAction);
+  commands.Carry(change, OriginsOf(before, place, set.Buttons));
   if (target.Buttons.empty()) {
     edited.HighlightPlays.erase(edited.HighlightPlays.begin() + static_cast<std::ptrdiff_t>(place));
     edited.HasHighlights = !edited.HighlightPlays.empty();

@@ -19,6 +19,10 @@ struct EditedSet {
   HighlightPlay Set;  // times, modes, colours and forced buttons; its buttons are those that were saved
   std::vector<EditedButton> Buttons;
   std::optional<std::size_t> Saved = {};  // its index in `HighlightPlays`; nothing for a new one
+  // The button that is selected, or activated when the set ends, whatever the user did: by its name, empty
+  // for none. Nothing: as it was, on the same button.
+  std::optional<std::string> ForcedSelect = {};
+  std::optional<std::string> ForcedAction = {};
 };
 
 // The set that shows at a frame, as a player would choose it.

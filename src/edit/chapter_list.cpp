@@ -10,6 +10,7 @@
 #include "edit/chapter_analysis.h"
 #include "edit/messages.h"
 #include "edit/new_track.h"
+#include "script/script_tracks.h"
 
 namespace quorvelant {
 
@@ -73,7 +74,7 @@ bool ImportChapterList(Project& project, std::size_t trackIndex, const std::stri
   }
   Track& track = project.Tracks[trackIndex];
   const auto starts = ChapterStarts(project, trackIndex, store);
-  const int rate = FramesPerSecond(track.Standard);
+  const int rate = TrackFramesPerSecond(project, track);
   LineVoice voice(ui, file);
   bool made = false;
   for (const ChapterLine& line : lines) {

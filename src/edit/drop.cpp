@@ -128,6 +128,10 @@ const Track* TrackOf(const Project& project, const Dropped& what) {
   return track != nullptr && (!what.Scene || *what.Scene < track->Scenes.size()) ? track : nullptr;
 }
 
+std::string KeyOf(const Dropped& what) {
+  return what.Scene ? SceneKey(what.Track, *what.Scene + 1) : TrackKey(what.Track);
+}
+
 // Whether the cell goes on where the last one of the chain ends.
 bool GoesOn(const PGC_P& chain, const Dropped& what, std::size_t scene, const EditOptions& options) {
   const auto cells = LiveCells(chain);
@@ -191,7 +195,7 @@ std::optional<Message> RefuseDrop(const Project& project, const Dropped& what, s
   if (place.Chain == nullptr || track == nullptr) {
     return MessageOf(message::NoSuchElement, target,
                      track == nullptr ? "track or scene" : "PGC or program that takes cells",
-                     track == nullptr ? TrackKey(what.Track) : target);
+                     track == nullptr ? KeyOf(what) : target);
   }
   if (!HasFile(*track)) {
     return MessageOf(message::DropHasNoFile, TrackKey(what.Track), track->TrackName);

@@ -1,6 +1,7 @@
 #include "edit/film_files.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -16,7 +17,12 @@ namespace quorvelant {
 
 namespace {
 
-enum class FileRole { Video, Audio, Subtitles, Chapters, Picture };
+enum class FileRole { Video, Audio, Subtitles, Chapters, Picture, SubtitleText };
+
+// Sound that no disc carries is told of as sound.
+constexpr std::array<std::string_view, 10> OfSound{".ac3", ".wav", ".dts", ".mp2",  ".mp3",
+                                                   ".aac", ".m4a", ".ogg", ".opus", ".flac"};
+constexpr std::array<std::string_view, 5> OfSubtitleText{".srt", ".ass", ".ssa", ".vtt", ".smi"};
 
 std::string LowerExtension(const std::string& file) {
   return Lower(std::filesystem::path(SystemPath(file)).extension().string());
@@ -28,8 +34,11 @@ std::string StemOf(const std::string& file) {
 
 FileRole RoleOf(const std::string& file) {
   const std::string extension = LowerExtension(file);
-  if (extension == ".ac3" || extension == ".wav" || extension == ".dts") {
+  if (std::ranges::find(OfSound, extension) != OfSound.end()) {
     return FileRole::Audio;
+  }
+  if (std::ranges::find(OfSubtitleText, extension) != OfSubtitleText.end()) {
+    return FileRole::SubtitleText;
   }
   if (extension == ".sst") {
     return FileRole::Subtitles;
@@ -172,6 +181,8 @@ SortedFiles SortFilms(std::span<const std::string> files) {
     const FileRole role = RoleOf(file);
     if (role == FileRole::Picture) {
       sorted.Refusals.push_back(MessageOf(message::PictureIsNoFilm, file, file));
+    } else if (role == FileRole::SubtitleText) {
+      sorted.Refusals.push_back(MessageOf(message::TextIsNoSubtitles, file, file));
     } else if (role != FileRole::Video) {
       FilmFiles* film = FilmOf(sorted.Films, StemOf(file));
       if (film == nullptr) {

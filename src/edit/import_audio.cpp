@@ -26,7 +26,8 @@ std::optional<Message> WhyRefused(const Judgement<AudioAttributes>& judged, cons
     return unusable(judge.WhyMissing(judge.PathOf(file)));
   }
   if (!judged.Seen) {
-    return Has(found, message::SourceBroken) ? found.back() : unusable(NoKnownKind);
+    return Has(found, message::SourceBroken) || Has(found, message::SourceForeign) ? found.back()
+                                                                                   : unusable(NoKnownKind);
   }
   if (!judged.Seen->Problem.empty()) {
     return unusable(judged.Seen->Problem);

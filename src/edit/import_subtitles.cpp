@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "base/disk.h"
+#include "base/random.h"
 #include "base/text.h"
 #include "base/timecode.h"
 #include "edit/messages.h"
@@ -134,6 +135,21 @@ bool ImportSubtitleScript(Project& project, std::size_t trackIndex, std::size_t 
     AskForPalette(project, trackIndex, script.PaletteColors, ui);
   }
   return !script.Entries.empty();
+}
+
+void WarnOfMissingBitmaps(const Project& project, std::span<const SubPicturePlay> added, UserInterface& ui) {
+  std::size_t missing = 0;
+  std::string first;
+  for (const SubPicturePlay& play : added) {
+    const std::string path = SystemPath(play.File, project.SourceFolder());
+    std::error_code error;
+    if (!std::filesystem::exists(path, error)) {
+      first = missing++ == 0 ? path : first;
+    }
+  }
+  if (missing > 0) {
+    ui.Tell(MessageOf(message::BitmapsMissing, first, missing));
+  }
 }
 
 }  // namespace quorvelant

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 
 #include "base/rules.h"
@@ -16,5 +17,9 @@ namespace quorvelant {
 // What is wrong with the file is told; whether entries were added.
 bool ImportSubtitleScript(Project& project, std::size_t trackIndex, std::size_t streamIndex,
                           const std::string& file, bool subRipMode, const Rules& rules, UserInterface& ui);
+
+// Tells how many of the entries have no file: a script made elsewhere often names a folder of another
+// machine.
+void WarnOfMissingBitmaps(const Project& project, std::span<const SubPicturePlay> added, UserInterface& ui);
 
 }  // namespace quorvelant

@@ -9,6 +9,7 @@
 #include "analysis/disc_fit.h"
 #include "analysis/remedies.h"
 #include "base/random.h"
+#include "base/text.h"
 #include "base/timecode.h"
 #include "check/messages.h"
 #include "check/source_judge.h"
@@ -16,6 +17,8 @@
 #include "edit/chapter_analysis.h"
 #include "edit/messages.h"
 #include "edit/new_track.h"
+#include "edit/track_names.h"
+#include "model/picture_file.h"
 #include "model/walk.h"
 
 namespace quorvelant {
@@ -27,18 +30,22 @@ constexpr std::string_view ProgramStream =
 constexpr std::string_view TransportStream =
     "it is a transport stream; take the elementary video stream out of it first";
 constexpr std::string_view NoVideo = "it holds no MPEG video";
+constexpr std::string_view NoBitmap = "it is no picture that can be read";
 constexpr std::string_view BitmapOnMotion = "a bitmap belongs on a still or slideshow track";
 
 // Why a file in which no video was found holds none.
-std::string_view NoVideoBecause(const std::string& path) {
-  switch (SniffFile(path)) {
-    case SourceKind::ProgramStream:
-      return ProgramStream;
-    case SourceKind::TransportStream:
-      return TransportStream;
-    default:
-      return NoVideo;
+std::string NoVideoBecause(const Track& track, const std::string& path) {
+  const SourceKind kind = SniffFile(path);
+  if (kind == SourceKind::ProgramStream || kind == SourceKind::TransportStream) {
+    return std::string(kind == SourceKind::ProgramStream ? ProgramStream : TransportStream);
   }
+  const std::string_view foreign = ForeignKindText(kind);
+  if (!foreign.empty()) {
+    const VideoTarget target{.Ntsc = EqualNoCase(track.Standard, "NTSC"), .Aspect = track.Aspect};
+    return fmt::format("it is {}, and a disc is made of elementary streams. This makes one that fits: {}",
+                       foreign, EncodeVideoLine(path, target));
+  }
+  return std::string(IsPicture(path) ? NoBitmap : NoVideo);
 }
 
 // What the judge found against the file, in the words of an import; nothing where the track may take it.
@@ -61,7 +68,7 @@ std::optional<Message> WhyRefused(const Track& track, const Judgement<VideoAttri
     return track.TrackType == "Motion" ? unusable(BitmapOnMotion) : MessageOf(message::ImageSize, file);
   }
   if (!judged.Seen || Has(found, message::NoPictures)) {
-    return unusable(NoVideoBecause(path));
+    return unusable(NoVideoBecause(track, path));
   }
   const VideoInfo& info = judged.Seen->Info;
   const auto incompatible = [&](const std::string& attribute) {
@@ -107,21 +114,6 @@ bool LikeTheFirst(const Track& track, const VideoAttributes& seen) {
          track.Resolution == seen.Resolution && track.Coding == seen.Info.Coding;
 }
 
-// The file's name without folder and extension, made unique among the tracks.
-std::string NameAfter(const Project& project, std::size_t trackIndex, const std::string& path) {
-  const std::string stem = std::filesystem::path(path).stem().string();
-  std::string name = stem;
-  const auto taken = [&](const std::string& wanted) {
-    return std::ranges::any_of(Live(project.Tracks), [&](const Track* track) {
-      return track != &project.Tracks[trackIndex] && track->TrackName == wanted;
-    });
-  };
-  for (int number = 2; taken(name); ++number) {
-    name = fmt::format("{}_{}", stem, number);
-  }
-  return name;
-}
-
 // Cells refer to scenes by name, so a track in use keeps its names.
 void TakeFileName(Project& project, std::size_t trackIndex, const std::string& path) {
   Track& track = project.Tracks[trackIndex];
@@ -129,7 +121,7 @@ void TakeFileName(Project& project, std::size_t trackIndex, const std::string& p
     return;
   }
   const std::string oldScene = DefaultScene(track.TrackName).Name;
-  track.TrackName = NameAfter(project, trackIndex, path);
+  track.TrackName = FreeTrackName(project, std::filesystem::path(path).stem().string(), trackIndex);
   if (track.Scenes.size() == 1 && track.Scenes[0].Name == oldScene) {
     track.Scenes[0].Name = DefaultScene(track.TrackName).Name;
   }

@@ -78,13 +78,13 @@ inline constexpr MessageKind SubtitlesNeedVideo{
     "subtitles-need-video", Severity::Error, "Sub Import Error",
     "Please select a video/still file first, so that the correct subtitle display modes can be set"};
 inline constexpr MessageKind StreamIDsLocked{
-    "stream-ids-locked", Severity::Information, "",
+    "stream-ids-locked", Severity::Information, "Stream ID Error",
     "This track is part of a PGC, so existing Audio / Subpicture IDs have been locked"};
 // The title reads as it always did.
 inline constexpr MessageKind BitmapDeselected{"bitmap-deselected", Severity::Error, "Bitamp View Error",
                                               "Requested Bitmap does not exist - deselecting this SPU"};
 inline constexpr MessageKind ForcedNeeded{
-    "forced-needed", Severity::Error, "",
+    "forced-needed", Severity::Error, "Sub Forced Error",
     "Subtitles must always be set to Forced when highlight buttons exist"};
 
 // --- the structure ---
@@ -171,6 +171,10 @@ inline constexpr MessageKind SlideTimeMissing{"slide-time-missing", Severity::Er
                                               "\"{}\" is no time for a slide: HH:MM:SS:FF of at least one "
                                               "frame is expected, or nothing for the default"};
 
+inline constexpr MessageKind PathOfLines{
+    "path-of-lines", Severity::Error, "Path Error",
+    "\"{}\" holds a tab or a line end, which a project file cannot carry: give it another name"};
+
 // --- drops of tracks and scenes ---
 
 inline constexpr MessageKind DropHasNoFile{"drop-without-file", Severity::Error, "New Cell Error",
@@ -231,6 +235,17 @@ inline constexpr MessageKind AskSaveFirst{
     "ask-save-first", Severity::Information, "Save Project",
     "Would you like to save the current project before loading a new one?"};
 
+inline constexpr MessageKind AskScriptChanged{
+    "ask-script-changed", Severity::Information, "Save Project",
+    "'{}' was changed since it was read here, and saving replaces what it holds now. Save all the same?"};
+// What a script does not hold.
+inline constexpr MessageKind TracksLeftOut{
+    "tracks-left-out", Severity::Warning, "Save Project",
+    "A project file holds no tracks whose first file is missing, and these are left out: \"{}\""};
+inline constexpr MessageKind SubtitlesLeftOut{
+    "subtitles-left-out", Severity::Warning, "Save Project",
+    "A project file holds no subtitles that are not used: {} left out"};
+
 // --- files as films ---
 
 inline constexpr MessageKind FileOfNoFilm{
@@ -242,6 +257,20 @@ inline constexpr MessageKind FileBeforeFilm{
 inline constexpr MessageKind PictureIsNoFilm{
     "picture-is-no-film", Severity::Error, "Import Error",
     "'{}' is a picture, and films become titles: stills and slides come in with `quorvelant edit`"};
+inline constexpr MessageKind TextIsNoSubtitles{"text-is-no-subtitles", Severity::Error, "Import Error",
+                                               "'{}' holds subtitles as text, and a disc shows pictures of "
+                                               "them: docs/first_disc.md shows how they become "
+                                               "a list of bitmaps (.sst)"};
+// The file, its standard and that of the films before it, and a line for a shell.
+inline constexpr MessageKind FilmOfOtherStandard{
+    "film-of-other-standard", Severity::Error, "Import Error",
+    "'{}' is {}, and the film before it {}; everything on a disc has one standard. This makes one that fits: "
+    "{}"};
+// The file and a question.
+inline constexpr MessageKind NobodyAsked{
+    "nobody-asked", Severity::Error, "Import Error",
+    "'{}' must be agreed to, and nobody is asked here: \"{}\" Take another file, or make the project without "
+    "this one and bring it in by `quorvelant edit` with \"agree\":true"};
 inline constexpr MessageKind SecondChapterList{"second-chapter-list", Severity::Error, "Import Error",
                                                "'{}': '{}' has the chapter list '{}' already"};
 
@@ -263,6 +292,8 @@ inline constexpr MessageKind SubtitlesEmpty{
     "subtitles-empty", Severity::Error, "Sub Import Error",
     "The subtitle script has no entries: no line after SP_NUMBER has a number, a start, an end and a bitmap. "
     "Subtitles as text (.srt) become such a list as docs/first_disc.md shows"};
+inline constexpr MessageKind BitmapsMissing{"bitmaps-missing", Severity::Warning, "Subtitles",
+                                            "There is no file for {} of the bitmaps, the first of them here"};
 inline constexpr MessageKind SubtitleLinePassedOver{
     "subtitle-line-passed-over", Severity::Warning, "Sub Import Error",
     "This line of the list is passed over: a number, a start, an end and a file name with tabs between are "
@@ -314,6 +345,13 @@ inline constexpr MessageKind PaletteIndexBeyond{"palette-index-beyond", Severity
                                                 "Colours and contrasts are 0 to 15, not {}"};
 inline constexpr MessageKind AskReplaceImage{"ask-replace-image", Severity::Information, "Replace Image",
                                              "Image file already exists - replace?"};
+inline constexpr MessageKind FrameEmpty{"frame-empty", Severity::Error, "Save Frame Error",
+                                        "There is no picture to save: give the track a file first"};
+inline constexpr MessageKind FramePastEnd{"frame-past-end", Severity::Error, "Save Frame Error",
+                                          "The track ends at {}: take a time before that"};
+inline constexpr MessageKind FrameFileUnfit{
+    "frame-file-unfit", Severity::Error, "Save Frame Error",
+    "A saved picture is a bitmap, and the name of its file ends in .bmp: not '{}'"};
 inline constexpr MessageKind ImageUnwritten{"image-unwritten", Severity::Error, "Save Frame Error",
                                             "The picture cannot be written to '{}': {}"};
 

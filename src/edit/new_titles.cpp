@@ -1,19 +1,46 @@
 #include "edit/new_titles.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 
+#include "analysis/remedies.h"
+#include "base/random.h"
+#include "base/text.h"
 #include "edit/change.h"
 #include "edit/film_tracks.h"
+#include "edit/messages.h"
 #include "edit/title_row.h"
 
 namespace quorvelant {
 
 namespace {
 
+// A disc has one standard: that of its first film.
+std::optional<Message> OtherStandard(const Project& project, const std::string& file) {
+  const Track& track = project.Tracks[project.Tracks.Count() - 1];
+  const std::string& first = project.Tracks[0].Standard;
+  if (EqualNoCase(track.Standard, first)) {
+    return std::nullopt;
+  }
+  const VideoTarget target{.Ntsc = EqualNoCase(first, "NTSC"), .Aspect = track.Aspect};
+  const std::string line = EncodeVideoLine(SystemPath(file, project.SourceFolder()), target);
+  return MessageOf(message::FilmOfOtherStandard, file, file, track.Standard, first, line);
+}
+
 Outcome AddTitle(EditSession& session, const FilmFiles& film, TitleRow& row, UserInterface& ui) {
   Outcome track = AddFilmTrack(session, film, ui);
-  return track.IsDone() ? row.Add(session.Work().Tracks.Count() - 1) : track;
+  if (!track.IsDone()) {
+    return track;
+  }
+  if (auto refusal = OtherStandard(session.Work(), film.Video)) {
+    return Outcome::Refused(std::move(*refusal));
+  }
+  Outcome title = row.Add(session.Work().Tracks.Count() - 1);
+  if (!title.IsDone()) {
+    title.Words.Place = film.Video;  // no key of what is not there now
+  }
+  return title;
 }
 
 }  // namespace
@@ -24,11 +51,7 @@ Outcome AddTitles(EditSession& session, std::span<const FilmFiles> films, UserIn
   for (const FilmFiles& film : films) {
     Outcome outcome = AddTitle(session, film, row, ui);
     if (!outcome.IsDone()) {
-      outcome.Words.Level = Severity::Error;  // nobody is asked here
-      if (outcome.Words.Place.empty()) {
-        outcome.Words.Place = film.Video;
-      }
-      return Outcome::Refused(std::move(outcome.Words));
+      return outcome;
     }
   }
   return change.Commit();

@@ -166,13 +166,6 @@ bool AddScene(Track& track, std::string_view timecode, int framesPerSecond, User
   return true;
 }
 
-bool StreamIDsMayChange(const Track& track, UserInterface& ui) {
-  if (track.IDsLocked) {
-    ui.Tell(MessageOf(message::StreamIDsLocked, {}));
-  }
-  return !track.IDsLocked;
-}
-
 std::vector<std::string_view> OfferedDisplayModes(const Track& track) {
   if (track.Aspect == "16:9") {
     return {display_mode::All.begin(), display_mode::All.end()};

@@ -57,9 +57,6 @@ using FrameCorrection = std::function<std::int64_t(std::int64_t frame)>;
 bool AddScene(Track& track, std::string_view timecode, int framesPerSecond, UserInterface& ui,
               const FrameCorrection& correct = {});
 
-// Whether the track's stream numbers may change; told where they may not.
-bool StreamIDsMayChange(const Track& track, UserInterface& ui);
-
 // The display modes to choose from for a track, by its aspect and the 4:3 displays that it permits.
 std::vector<std::string_view> OfferedDisplayModes(const Track& track);
 // Sets the track's display mode to the first on offer when the present one is not.

@@ -7,10 +7,14 @@
 #include <span>
 #include <utility>
 
+#include "base/silent_ui.h"
+#include "base/text.h"
 #include "base/timecode.h"
+#include "check/source_judge.h"
 #include "check/track_times.h"
 #include "edit/change.h"
 #include "edit/messages.h"
+#include "edit/source_paths.h"
 #include "edit/subtitle_ticks.h"
 #include "model/keys.h"
 #include "model/walk.h"
@@ -54,6 +58,15 @@ SubtitleClock ClockOf(const Track& track) {
 void ForceUnderButtons(const Track& track, SubPicturePlay& entry) {
   entry.Forced =
       entry.Forced || RefuseForcedMark(entry, false, track.HighlightPlays, TrackTimes(track).FramesPerSecond);
+}
+
+// Why the subtitle's file makes none, as far as its head tells.
+std::optional<Message> RefuseBitmap(const EditSession& session, const Track& track,
+                                    const SubPicturePlay& entry) {
+  SilentUi nobody;
+  SourceJudge judge(session.Work().SourceFolder(), session.RulesInForce(), nobody);
+  auto found = judge.Subtitle(entry, {entry.File, entry.File, EqualNoCase(track.Standard, "NTSC")});
+  return found && found->Level == Severity::Error ? std::move(found) : RefusePath(entry.File);
 }
 
 std::optional<Message> RefusePaletteName(const Project& project, std::string_view name) {
@@ -145,6 +158,9 @@ Outcome NewSubtitle(EditSession& session, const SubtitleMoment& moment, SubPictu
   if (auto refusal = RefuseStart(stream->SubPlays, moment.Frame, clock)) {
     return Outcome::Refused(*std::move(refusal));
   }
+  if (auto refusal = RefuseBitmap(session, session.Work().Tracks[moment.Track], settings)) {
+    return Outcome::Refused(*std::move(refusal));
+  }
   settings.Start = FramesToTimecode(moment.Frame, clock.FramesPerSecond);
   settings.StopTime.clear();
   Change change(session, "New Subtitle");
@@ -165,6 +181,11 @@ Outcome ReplaceBitmap(EditSession& session, const SubtitleMoment& moment, const 
     return Outcome::Refused(MessageOf(message::SubtitleMissing, TrackKey(moment.Track)));
   }
   const SubtitlePlace place{moment.Track, *moment.Stream, *entry};
+  SubPicturePlay replaced = stream->SubPlays[*entry];
+  replaced.File = file;
+  if (auto refusal = RefuseBitmap(session, session.Work().Tracks[moment.Track], replaced)) {
+    return Outcome::Refused(*std::move(refusal));
+  }
   if (stream->SubPlays[*entry].File == file) {
     return Outcome::Done(SubPlayKey(place));
   }

@@ -1,21 +1,26 @@
 #include "edit/project_file.h"
 
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string_view>
+#include <system_error>
 #include <utility>
+#include <vector>
 
-#include "base/disk.h"
 #include "base/file_text.h"
 #include "base/random.h"
-#include "base/text.h"
 #include "check/read_faults.h"
 #include "edit/chapter_analysis.h"
 #include "edit/file_scanner.h"
 #include "edit/messages.h"
 #include "edit/source_paths.h"
+#include "model/walk.h"
 #include "script/load_findings.h"
-#include "script/messages.h"
 #include "script/script_reader.h"
 #include "script/script_writer.h"
 
@@ -25,18 +30,52 @@ namespace {
 
 constexpr std::uint64_t MostScriptBytes = std::uint64_t{1} << 28U;
 
-// Whether the present work may be given up: it is saved, or need not be.
+// Whether the file holds what this session knows of it, or the user gives up what it holds now.
+bool MayReplace(const EditSession& session, const std::string& path, UserInterface& ui) {
+  std::error_code missing;
+  const bool isOwn = !session.File().empty() &&
+                     (path == session.File() ||
+                      std::filesystem::equivalent(SystemPath(path), SystemPath(session.File()), missing));
+  const auto there = isOwn ? ReadHead(SystemPath(path), MostScriptBytes) : std::nullopt;
+  if (!there || *there == session.Script()) {
+    return true;
+  }
+  const Message question = MessageOf(message::AskScriptChanged, path, path);
+  return ui.Ask(question.Title, question.Text, false);
+}
+
+void TellLeftOut(const Project& project, const std::string& path, UserInterface& ui) {
+  std::vector<std::string_view> tracks;
+  std::ptrdiff_t unused = 0;
+  for (const Track* track : Live(project.Tracks)) {
+    const auto plays = Live(track->VideoPlays);
+    if (std::ranges::all_of(plays, [](const VideoPlay* play) { return play->File.empty(); })) {
+      tracks.push_back(track->TrackName);
+      continue;
+    }
+    for (const SubtitleStream* stream : Live(track->SubStreams)) {
+      unused += std::ranges::count(stream->SubPlays, false, &SubPicturePlay::Used);
+    }
+  }
+  if (!tracks.empty()) {
+    ui.Tell(MessageOf(message::TracksLeftOut, path, fmt::join(tracks, "\", \"")));
+  }
+  if (unused > 0) {
+    ui.Tell(MessageOf(message::SubtitlesLeftOut, path, unused));
+  }
+}
+
+}  // namespace
+
 bool MayLeave(EditSession& session, UserInterface& ui) {
   const bool saves =
       session.IsUnsaved() && ui.Ask(message::AskSaveFirst.Title, message::AskSaveFirst.Text, false);
   return !saves || SaveProject(session, false, ui);
 }
 
-bool IsOwnScript(const std::string& path) {
-  return Lower(path).ends_with(".qvp");
+std::string ScriptTextOf(const std::string& script) {
+  return ReadHead(SystemPath(script), MostScriptBytes).value_or(std::string());
 }
-
-}  // namespace
 
 bool NewProject(EditSession& session, UserInterface& ui) {
   if (!ui.Ask(message::AskNewProject.Title, message::AskNewProject.Text, false) || !MayLeave(session, ui)) {
@@ -51,6 +90,7 @@ bool OpenProjectFile(EditSession& session, const std::string& script, bool analy
     return false;
   }
   Project project;
+  std::string text = ScriptTextOf(script);
   ReadFaults faults(ui);  // the findings hold what the load would say besides
   const FileScanner scanner(session.RulesInForce(), faults);
   LoadOptions options{.Rules = session.RulesInForce(), .Scanner = &scanner};
@@ -74,7 +114,14 @@ bool OpenProjectFile(EditSession& session, const std::string& script, bool analy
   if (!isWhole) {
     ui.Tell(MessageOf(message::OpenedInPart, script, script));
   }
-  session.Replace(std::move(project), isWhole && !load.IsScenarist ? script : std::string());
+  if (project.DestinationFolder.empty()) {
+    project.DestinationFolder = session.Options().DestinationFolder;
+  }
+  if (isWhole && !load.IsScenarist) {
+    session.Replace(std::move(project), script, std::move(text));
+  } else {
+    session.Replace(std::move(project), {});
+  }
   return true;
 }
 
@@ -88,17 +135,15 @@ bool SaveProject(EditSession& session, bool otherPath, UserInterface& ui) {
 
 bool SaveProjectAs(EditSession& session, const std::string& path, UserInterface& ui) {
   session.Commands();
-  const std::string& former = session.File();
-  const bool hasFormer = SystemDisk().KindOf(SystemPath(former)) == FileKind::Plain && IsOwnScript(former);
-  const auto original = hasFormer ? ReadHead(SystemPath(former), MostScriptBytes) : std::string();
-  if (!original) {  // its comments would be lost
-    ui.Tell(MessageOf(message::ScriptReadFailed, former, former));
+  if (!MayReplace(session, path, ui)) {
     return false;
   }
-  if (!SaveDataLike(ForScriptAt(session.Work(), path), *original, path, ui)) {
+  std::string script = ScriptLike(ForScriptAt(session.Work(), path), session.Script());
+  if (!SaveScriptText(script, path, ui)) {
     return false;
   }
-  session.MarkSaved(path);
+  TellLeftOut(session.Work(), path, ui);
+  session.MarkSaved(path, std::move(script));
   return true;
 }
 

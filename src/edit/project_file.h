@@ -10,13 +10,19 @@
 
 namespace quorvelant {
 
+// Whether the present work may be given up, by the end of the program too: it is saved, or need not be.
+[[nodiscard]] bool MayLeave(EditSession& session, UserInterface& ui);
 // Asks, and starts on the default structure.
 bool NewProject(EditSession& session, UserInterface& ui);
 // Loads a script of either dialect; findings of the load are told. With `analyse` chapters move to pictures
 // at which they can start. Where the script cannot be loaded the session stays as it was; where it was not
-// read or understood as a whole, the session has no file to save to.
+// read or understood as a whole, the session has no file to save to. Where it names no folder for the disc,
+// that of the settings holds.
 bool OpenProjectFile(EditSession& session, const std::string& script, bool analyse, UserInterface& ui);
-// Into the file the project came from, or one that is asked for; comments of that file stay.
+// The text of a script, with which a session keeps its comments; empty where it cannot be read.
+[[nodiscard]] std::string ScriptTextOf(const std::string& script);
+// Into the file the project came from, or one that is asked for; its comments stay. Where somebody else has
+// written to that file since, it is asked about (nobody there: no). What a script does not hold is told.
 bool SaveProject(EditSession& session, bool otherPath, UserInterface& ui);
 bool SaveProjectAs(EditSession& session, const std::string& path, UserInterface& ui);
 

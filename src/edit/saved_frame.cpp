@@ -6,7 +6,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <system_error>
+#include <utility>
 
 #include "base/file_text.h"
 #include "base/random.h"
@@ -15,6 +17,7 @@
 #include "edit/change.h"
 #include "edit/messages.h"
 #include "edit/segments.h"
+#include "edit/source_paths.h"
 #include "model/keys.h"
 #include "picture/bmp.h"
 
@@ -40,6 +43,16 @@ Sample SampleOf(int place, int from, int to) {
 
 int Mixed(int first, int second, int weight) {
   return first * (256 - weight) + second * weight;
+}
+
+std::optional<Message> RefuseFrame(const Picture& frame, const std::string& file) {
+  if (frame.Width <= 0 || frame.Height <= 0) {
+    return MessageOf(message::FrameEmpty, file);
+  }
+  if (!Lower(file).ends_with(".bmp")) {
+    return MessageOf(message::FrameFileUnfit, file, file);
+  }
+  return RefusePath(file);
 }
 
 // The still track as an import of the file makes it.
@@ -79,12 +92,17 @@ Picture Resized(const Picture& picture, int width, int height) {
   return result;
 }
 
-Outcome SaveFrame(const EditSession& session, const Picture& frame, const std::string& file,
-                  Consent consent) {
-  const std::string path = SystemPath(file, session.Work().SourceFolder());
+Outcome SaveFrame(const EditSession& session, const Picture& frame, const FrameFile& file) {
+  const std::string path = SystemPath(file.Path, session.Work().SourceFolder());
+  if (auto refusal = RefuseFrame(frame, file.Path)) {
+    return Outcome::Refused(std::move(*refusal));
+  }
   std::error_code error;
-  if (consent == Consent::None && std::filesystem::exists(path, error)) {
+  if (file.Consent == Consent::None && std::filesystem::exists(path, error)) {
     return Outcome::Asks(MessageOf(message::AskReplaceImage, path));
+  }
+  if (file.DryRun) {
+    return Outcome::Done(file.Path);
   }
   const Bytes bytes = WriteBmp(frame);
   const int refusal = WriteAside(path, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
@@ -92,17 +110,20 @@ Outcome SaveFrame(const EditSession& session, const Picture& frame, const std::s
     return Outcome::Refused(
         MessageOf(message::ImageUnwritten, path, path, std::generic_category().message(refusal)));
   }
-  return Outcome::Done(file);
+  return Outcome::Done(file.Path);
 }
 
 Outcome SaveFrameAsTrack(EditSession& session, std::size_t source, const Picture& frame,
-                         const std::string& file, Consent consent) {
+                         const FrameFile& file) {
   const Tracks& tracks = session.Work().Tracks;
   if (source >= tracks.Count() || tracks[source].Removed) {
     return Outcome::Refused(MessageOf(message::NoSuchElement, TrackKey(source), "track", TrackKey(source)));
   }
+  if (auto refusal = RefuseFrame(frame, file.Path)) {
+    return Outcome::Refused(std::move(*refusal));
+  }
   const int height = FullHeight(EqualNoCase(tracks[source].Standard, "NTSC"));
-  Outcome saved = SaveFrame(session, Resized(frame, FullWidth, height), file, consent);
+  Outcome saved = SaveFrame(session, Resized(frame, FullWidth, height), file);
   if (!saved.IsDone()) {
     return saved;
   }
@@ -112,7 +133,7 @@ Outcome SaveFrameAsTrack(EditSession& session, std::size_t source, const Picture
   if (!made.IsDone()) {
     return made;
   }
-  FillStill(change.EditTrack(place), session.Work().Tracks[source], file, FullWidth, height);
+  FillStill(change.EditTrack(place), session.Work().Tracks[source], file.Path, FullWidth, height);
   return change.Commit(VideoPlayKey(place, 1));
 }
 

@@ -11,16 +11,22 @@
 
 namespace quorvelant {
 
-// The picture in another size, each pixel mixed of its four nearest.
+// The picture in another size, each pixel mixed of its four nearest. It has at least one.
 [[nodiscard]] Picture Resized(const Picture& picture, int width, int height);
 
-// Writes the picture to a bitmap file, by a path as a project holds it. A file that is there is asked about.
-Outcome SaveFrame(const EditSession& session, const Picture& frame, const std::string& file, Consent consent);
+// Where a picture goes: a bitmap file, by a path as a project holds it. One that is there is asked about.
+struct FrameFile {
+  std::string Path;
+  quorvelant::Consent Consent = quorvelant::Consent::None;
+  bool DryRun = false;  // nothing is written
+};
+
+Outcome SaveFrame(const EditSession& session, const Picture& frame, const FrameFile& file);
 
 // The same in the full size of the standard, and the file becomes a still track of the standard, aspect and
 // displays of `source`, named "Track_" and the next free number. Undo takes the track away, the file stays.
 // Gives the key of its play.
 Outcome SaveFrameAsTrack(EditSession& session, std::size_t source, const Picture& frame,
-                         const std::string& file, Consent consent);
+                         const FrameFile& file);
 
 }  // namespace quorvelant

@@ -9,6 +9,7 @@
 #include "base/silent_ui.h"
 #include "base/text.h"
 #include "base/timecode.h"
+#include "edit/button_commands.h"
 #include "edit/change.h"
 #include "edit/chapter_analysis.h"
 #include "edit/live_sources.h"
@@ -16,6 +17,7 @@
 #include "edit/new_track.h"
 #include "edit/operation_ui.h"
 #include "edit/scene_names.h"
+#include "edit/track_names.h"
 #include "model/keys.h"
 #include "model/stream_maps.h"
 #include "model/walk.h"
@@ -29,20 +31,6 @@ using Node = SourceKey::Node;
 
 Outcome NoSuch(std::string_view what, std::string_view key) {
   return Outcome::Refused(MessageOf(message::NoSuchElement, key, what, key));
-}
-
-bool IsTrackName(const Project& project, std::string_view name) {
-  return std::ranges::any_of(Live(project.Tracks),
-                             [name](const Track* track) { return EqualNoCase(track->TrackName, name); });
-}
-
-std::optional<Message> RefuseTrackName(const Project& project, std::string_view name) {
-  const bool carried = !Trim(name).empty() && name.find_first_of("\t\r\n;{}") == std::string_view::npos;
-  if (!carried) {
-    return MessageOf(message::TrackNameUnfit, {}, name);
-  }
-  return IsTrackName(project, name) ? std::optional(MessageOf(message::TrackNameTaken, {}, name))
-                                    : std::nullopt;
 }
 
 std::int32_t SlideFramesOf(const EditSession& session, const Track& track) {
@@ -74,21 +62,11 @@ std::optional<Message> RefuseNumber(const Track& track, const std::vector<Stream
 
 }  // namespace
 
-std::string ProposedTrackName(const Project& project) {
-  std::size_t number = project.Tracks.Count() + 1;
-  while (IsTrackName(project, fmt::format("Track_{}", number))) {
-    ++number;
-  }
-  return fmt::format("Track_{}", number);
-}
-
 Outcome NewTrack(EditSession& session, std::string_view type, std::string name) {
   if (FolderText(type).empty()) {
     return NoSuch("track type", type);
   }
-  if (name.empty()) {
-    name = ProposedTrackName(session.Work());
-  }
+  name = name.empty() ? ProposedTrackName(session.Work()) : std::string(Trim(name));
   if (auto refusal = RefuseTrackName(session.Work(), name)) {
     return Outcome::Refused(std::move(*refusal));
   }
@@ -108,6 +86,7 @@ Outcome RenameTrack(EditSession& session, std::string_view track, std::string na
   if (!key) {
     return NoSuch("track", track);
   }
+  name = std::string(Trim(name));
   const std::string& former = session.Work().Tracks[key->Track].TrackName;
   if (!EqualNoCase(former, name)) {  // another case of its own name is fine
     if (auto refusal = RefuseTrackName(session.Work(), name)) {
@@ -265,6 +244,7 @@ Outcome NewScene(EditSession& session, std::string_view track, std::string_view 
   }
   Change change(session, "New Scene");
   const auto starts = ChapterStarts(change.Work(), key->Track, session.Indexes());
+  const ButtonCommandCarrier buttons(change.Work(), key->Track);
   Track& changed = change.EditTrack(key->Track);
   const std::vector<Scene> before = changed.Scenes;
   SilentUi nobody;
@@ -276,6 +256,7 @@ Outcome NewScene(EditSession& session, std::string_view track, std::string_view 
   const auto added = std::ranges::mismatch(before, changed.Scenes).in2;
   const auto number = static_cast<std::size_t>(added - changed.Scenes.begin()) + 1;
   NameNewScenes(change.Touch({}), key->Track, before);
+  buttons.Carry(change);
   return change.Commit(SceneKey(key->Track, number));
 }
 

@@ -13,9 +13,6 @@
 
 namespace quorvelant {
 
-// "Track_" and a number, free by then.
-[[nodiscard]] std::string ProposedTrackName(const Project& project);
-
 // A track of a type ("Motion", "Still", "SlideShow"), an empty name taking the proposed one. Slideshows last
 // as long as their sound, and their last subtitle as long as they do, where the settings say so.
 Outcome NewTrack(EditSession& session, std::string_view type, std::string name);

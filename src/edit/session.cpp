@@ -185,12 +185,17 @@ const std::string& EditSession::File() const {
   return state_->File;
 }
 
+const std::string& EditSession::Script() const {
+  return state_->Script;
+}
+
 void EditSession::StartAnew() {
   Replace(BlankProject(state_->Chosen), {});
 }
 
-void EditSession::Replace(Project project, std::string file) {
+void EditSession::Replace(Project project, std::string file, std::string script) {
   state_->File = std::move(file);
+  state_->Script = std::move(script);
   state_->Work = std::move(project);
   state_->Aims = CommandAims(state_->Work, state_->InForce);
   state_->Uses = {};
@@ -213,8 +218,9 @@ void EditSession::Replace(Project project, std::string file) {
   }
 }
 
-void EditSession::MarkSaved(std::string file) {
+void EditSession::MarkSaved(std::string file, std::string script) {
   state_->File = std::move(file);
+  state_->Script = std::move(script);
   state_->SavedContent = state_->Content;
 }
 

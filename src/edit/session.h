@@ -88,12 +88,15 @@ class EditSession {
   // The file that the content was loaded from or saved to last; empty for none. Relative source paths count
   // from where the project was loaded, wherever it is saved.
   [[nodiscard]] const std::string& File() const;
-  // Another project: what follows from its structure is settled and the history ends.
-  void Replace(Project project, std::string file);
+  // What stood in that file then: its comments go on with the project, and who else has written to it shows.
+  [[nodiscard]] const std::string& Script() const;
+  // Another project, and the script that it was read from: what follows from its structure is settled and
+  // the history ends.
+  void Replace(Project project, std::string file, std::string script = {});
   // The default structure, as a new session has it.
   void StartAnew();
-  // The content stands in `file` now.
-  void MarkSaved(std::string file);
+  // The content stands in `file` now, as `script`.
+  void MarkSaved(std::string file, std::string script);
 
   void Listen(EditListener& listener);
   void Leave(EditListener& listener);

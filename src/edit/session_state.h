@@ -30,6 +30,7 @@ struct EditSession::State {
 
   Project Work;
   std::string File;
+  std::string Script;
   Rules InForce;
   EditOptions Chosen;
   IndexStore Indexes;

@@ -6,6 +6,7 @@
 
 #include "base/random.h"
 #include "base/text.h"
+#include "edit/messages.h"
 
 namespace quorvelant {
 
@@ -36,6 +37,12 @@ std::string From(const fs::path& folder, const fs::path& former, const std::stri
 
 std::string PathFrom(const std::string& script, const std::string& file) {
   return IsRelative(file) ? From(FolderOf(script), FolderOf({}), file) : file;
+}
+
+std::optional<Message> RefusePath(std::string_view path) {
+  return path.find_first_of("\r\n\t") == std::string_view::npos
+             ? std::nullopt
+             : std::optional(MessageOf(message::PathOfLines, {}, path));
 }
 
 Project ForScriptAt(const Project& project, const std::string& file) {

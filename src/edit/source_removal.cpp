@@ -3,15 +3,15 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <functional>
 #include <string>
 #include <utility>
-#include <vector>
 
+#include "edit/button_commands.h"
 #include "edit/change.h"
 #include "edit/live_sources.h"
 #include "edit/messages.h"
 #include "edit/removal.h"
+#include "edit/shown_sources.h"
 #include "model/keys.h"
 #include "model/walk.h"
 
@@ -20,39 +20,6 @@ namespace quorvelant {
 namespace {
 
 using Node = SourceKey::Node;
-using ShowsIt = std::function<bool(const Cell_P&)>;
-
-// What shows a source: keys of cells, or of the programs that hold no others.
-struct Showing {
-  std::size_t CellCount = 0;
-  std::vector<std::string> Keys;
-};
-
-Showing ShowingOf(const Project& project, const ShowsIt& shows) {
-  Showing found;
-  for (const auto& at : LivePgcs(project)) {
-    for (const PG_P* program : Live(at.Chain->PG)) {
-      const auto cells = Live(program->Cell);
-      const auto count = std::ranges::count_if(cells, [&](const Cell_P* cell) { return shows(*cell); });
-      found.CellCount += static_cast<std::size_t>(count);
-      if (count > 0 && std::cmp_equal(count, cells.size())) {
-        found.Keys.push_back(program->Key);
-        continue;
-      }
-      for (const Cell_P* cell : cells) {
-        if (shows(*cell)) {
-          found.Keys.push_back(cell->Key);
-        }
-      }
-    }
-  }
-  return found;
-}
-
-ShowsIt ShowsTrack(std::size_t track) {
-  return [track](const Cell_P& cell) { return std::cmp_equal(cell.SegmentUsed, track); };
-}
-
 std::size_t FilesOf(const Track& track) {
   return static_cast<std::size_t>(std::ranges::count_if(
       Live(track.VideoPlays), [](const VideoPlay* play) { return !play->File.empty(); }));
@@ -71,15 +38,12 @@ std::optional<Message> RefuseSourceRemoval(const Project& project, const SourceK
              : std::nullopt;
 }
 
-Showing ShowingOf(const Project& project, const SourceKey& source) {
+ShownSource ShowingOf(const Project& project, const SourceKey& source) {
   if (source.Kind == Node::Track) {
-    return ShowingOf(project, ShowsTrack(source.Track));
+    return CellsShowing(project, source.Track, {});
   }
   if (source.Kind == Node::Scene) {
-    const std::string& name = project.Tracks[source.Track].Scenes[source.Number - 1].Name;
-    return ShowingOf(project, [&](const Cell_P& cell) {
-      return ShowsTrack(source.Track)(cell) && cell.SceneUsed == name;
-    });
+    return CellsShowing(project, source.Track, {&project.Tracks[source.Track].Scenes[source.Number - 1], 1});
   }
   return {};
 }
@@ -150,17 +114,21 @@ Outcome RemoveSource(EditSession& session, std::string_view key, Consent consent
     return Outcome::Refused(std::move(*refusal));
   }
   const std::string name = NameOf(work, *source, key);
-  const Showing showing = ShowingOf(work, *source);
+  const ShownSource showing = ShowingOf(work, *source);
   if (consent == Consent::None) {
     return Outcome::Asks(showing.CellCount == 0
                              ? MessageOf(message::AskRemoval, key, name)
                              : MessageOf(message::AskSourceRemoval, key, name, showing.CellCount));
   }
   Change change(session, "Remove " + name);
+  const ButtonCommandCarrier buttons(work, source->Track);
   for (const std::string& shown : showing.Keys) {
     TakeAway(change, session, shown);
   }
   TakeAwaySource(change.EditTrack(source->Track), *source);
+  if (source->Kind == Node::Scene) {
+    buttons.Carry(change);
+  }
   return change.Commit(std::string(key));
 }
 

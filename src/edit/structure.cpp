@@ -11,6 +11,7 @@
 #include "edit/element_names.h"
 #include "edit/live_elements.h"
 #include "edit/messages.h"
+#include "edit/source_paths.h"
 #include "model/cls_dvd.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
@@ -269,6 +270,9 @@ Outcome SetCell(EditSession& session, std::string_view key, const FieldSetter<Ce
 }
 
 Outcome SetDestination(EditSession& session, std::string folder) {
+  if (auto refusal = RefusePath(folder)) {
+    return Outcome::Refused(std::move(*refusal));
+  }
   Change change(session, "Change Destination");
   change.EditDestination() = std::move(folder);
   return change.Commit();

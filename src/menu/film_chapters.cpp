@@ -73,7 +73,7 @@ class ChapterMaker {
       : session_(session), index_(track), key_(TrackKey(track)), ui_(ui), names_(names) {}
 
   Outcome Add(const OrderedFilm& film) {
-    Outcome analysed = Analyse(session_, key_, ui_);
+    Outcome analysed = Analyse(session_, key_, ui_, Consent::None);
     if (!analysed.IsDone()) {
       return analysed;
     }

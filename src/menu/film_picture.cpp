@@ -18,7 +18,8 @@ Bytes ReadSpan(const PictureSpan& span, Random& files, int slot) {
   if (span.Offset >= fileBytes) {
     return {};
   }
-  const std::uint64_t wanted = std::min(span.Bytes, MostBytes) + SecondFieldBytes;
+  const std::uint64_t wanted =
+      span.Bytes == 0 ? MostBytes : std::min(span.Bytes, MostBytes) + SecondFieldBytes;
   Bytes bytes(static_cast<std::size_t>(std::min(wanted, fileBytes - span.Offset)));
   files.SeekAbsolute(span.Offset, slot);
   bytes.resize(files.ReadInto(bytes, slot));

@@ -27,9 +27,6 @@ inline constexpr MessageKind WizardTracksExceeded{"wizard-tracks-exceeded", Seve
 inline constexpr MessageKind WizardStreamsExceeded{"wizard-streams-exceeded", Severity::Error,
                                                    "New Track error",
                                                    "'{}' has {} streams of {}, and takes {}: leave out {}"};
-inline constexpr MessageKind WizardStandardsMixed{
-    "wizard-standards-mixed", Severity::Error, "New Track error",
-    "'{}' is {} and '{}' is {}: a disc has one standard. Convert one of them, or make two discs"};
 inline constexpr MessageKind StartSubtitlesMissing{"start-subtitles-missing", Severity::Error, "Order Error",
                                                    "No film has subtitles in {}, to show at the start"};
 inline constexpr MessageKind FontMissing{

@@ -11,9 +11,11 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/remedies.h"
 #include "base/random.h"
 #include "base/text.h"
 #include "check/source_judge.h"
+#include "edit/messages.h"
 #include "menu/film_chapters.h"
 #include "menu/menu_labels.h"
 #include "menu/menu_themes.h"
@@ -100,10 +102,11 @@ class OrderJudge {
       const std::string& standard = judged.Seen->Info.Standard;
       if (standard_.empty()) {
         standard_ = standard;
-        first_ = film.Video;
       } else if (standard != standard_) {
+        const std::string line =
+            EncodeVideoLine(film.Video, {.Ntsc = standard_ == "NTSC", .Aspect = judged.Seen->Info.Aspect});
         judged.Findings.push_back(
-            MessageOf(message::WizardStandardsMixed, PlaceOf(film), film.Video, standard, first_, standard_));
+            MessageOf(message::FilmOfOtherStandard, PlaceOf(film), film.Video, standard, standard_, line));
       }
     }
     Append(findings_, std::move(judged.Findings));
@@ -194,7 +197,6 @@ class OrderJudge {
   SourceJudge judge_;
   Findings findings_;
   std::string standard_;  // of the first video
-  std::string first_;
 };
 
 }  // namespace

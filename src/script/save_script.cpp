@@ -10,9 +10,7 @@
 
 namespace quorvelant {
 
-namespace {
-
-bool Save(const std::string& text, const std::string& path, UserInterface& ui) {
+bool SaveScriptText(const std::string& text, const std::string& path, UserInterface& ui) {
   const int refusal = WriteAside(SystemPath(path), text);
   if (refusal != 0) {
     ui.Tell(MessageOf(message::ScriptSaveFailed, path, path, std::generic_category().message(refusal)));
@@ -20,15 +18,17 @@ bool Save(const std::string& text, const std::string& path, UserInterface& ui) {
   return refusal == 0;
 }
 
-}  // namespace
+std::string ScriptLike(const Project& project, std::string_view original) {
+  return WithLineEndsOf(original, WithCommentsOf(original, WriteScript(project)));
+}
 
 bool SaveData(const Project& project, const std::string& path, UserInterface& ui) {
-  return Save(WriteScript(project), path, ui);
+  return SaveScriptText(WriteScript(project), path, ui);
 }
 
 bool SaveDataLike(const Project& project, std::string_view original, const std::string& path,
                   UserInterface& ui) {
-  return Save(WithLineEndsOf(original, WithCommentsOf(original, WriteScript(project))), path, ui);
+  return SaveScriptText(ScriptLike(project, original), path, ui);
 }
 
 bool SaveDataPath(Project& project, UserInterface& ui) {

@@ -21,6 +21,10 @@ std::string WriteScript(const Project& project);
 // existing file as it was. False, and said, when that fails.
 [[nodiscard]] bool SaveData(const Project& project, const std::string& path, UserInterface& ui);
 
+// The project as the script that `SaveDataLike` writes.
+[[nodiscard]] std::string ScriptLike(const Project& project, std::string_view original);
+[[nodiscard]] bool SaveScriptText(const std::string& text, const std::string& path, UserInterface& ui);
+
 // The same with the comments and the line ends of the script that the project was read from.
 [[nodiscard]] bool SaveDataLike(const Project& project, std::string_view original, const std::string& path,
                                 UserInterface& ui);

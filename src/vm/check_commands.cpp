@@ -136,7 +136,10 @@ CommandCheck CheckCommands(Project& project, const Rules& rules, const ResolveOp
           check.Warnings.push_back(std::move(warning));
         }
       }
-      if (command.CommandHex.empty() || (missing == MissingTargets::AreErrors && result.TargetMissing)) {
+      if (missing == MissingTargets::AreErrors && result.TargetMissing) {
+        command.CommandHex.clear();
+      }
+      if (command.CommandHex.empty()) {
         check.Errors.push_back(ErrorRow(command, list));
       }
     }

@@ -36,7 +36,7 @@ struct CommandCheck {
 // What is said of a command whose target is missing.
 enum class MissingTargets {
   KeepDigits,  // an error only where it never had digits: a script that once resolved is taken as it is
-  AreErrors    // whatever digits it kept: in a project under work they lead to what was there before
+  AreErrors    // in a project under work they lead to what was there before; they go, as a script has none
 };
 
 // Resolves and encodes every command of the project: First Play, then each entry of the disc, languages

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "app/edit_run.h"
+#include "base/text.h"
 #include "edit/change.h"
 #include "edit/drop.h"
 #include "script/script_writer.h"
@@ -166,12 +167,19 @@ TEST_F(EditLines, PutOverlaysThatTheScriptHolds) {
     std::string_view Line, Script;  // nothing: refused
   };
   const Row rows[] = {
-      {R"({"op":"new-subtitle","stream":"Track.0.Sub1","time":"00:00:00:00","file":"a.png","area":[1,2,3,4],
+      {R"({"op":"new-subtitle","stream":"Track.0.Sub1","time":"00:00:00:00","file":"en1.png","area":[1,2,3,4],
            "conversion":["#ff8001","#000000","#000000","#000000"],"colors":[1,2,3,4],"contrast":[5,6,7,8]})",
        "Conversion(E2)=255,128,1"},
       {R"({"op":"put-buttons","key":"Track.0","stream":"Track.0.Sub1","buttons":[
            {"name":"A","area":[2,4,8,6],"right":"B"},{"name":"B","area":[12,4,18,6],"scheme":2}]})",
        "Highlight Area #3=12, 4, 18, 6"},
+      {R"({"op":"put-buttons","key":"Track.0.High1","forcedSelect":"B","forcedAction":"A"})",
+       "Forced Action=1"},
+      {R"({"op":"put-buttons","key":"Track.0.High1","forcedSelect":"C"})", ""},
+      {R"({"op":"put-buttons","key":"Track.0.High1","buttons":[{"name":"B"},{"name":"A"}],"forcedAction":null})",
+       "Forced Action=0"},
+      {R"({"op":"put-buttons","key":"Track.0.High1","buttons":[{"name":"A"},{"name":"B"}]})",
+       "Forced Select=2"},
       {R"({"op":"put-buttons","key":"Track.0.High1","buttons":[{"name":"A"}]})", ""},  // A links to B
       {R"({"op":"put-buttons","key":"Track.0.High1","buttons":[{"name":"B","up":"B"},{"name":"C"}]})", ""},
       {R"({"op":"put-buttons","key":"Track.0.High1","buttons":[{"name":"B"},{"name":" B"}]})", ""},
@@ -181,7 +189,8 @@ TEST_F(EditLines, PutOverlaysThatTheScriptHolds) {
   for (const Row& row : rows) {
     std::string line(row.Line);
     std::erase(line, '\n');
-    EXPECT_THAT(Run(line), HasSubstr(row.Script.empty() ? "edit-field-unfit" : "done")) << line;
+    line = Replace(line, "en1.png", SourceFile("examples/media/en1.png"));
+    EXPECT_THAT(Run(line), HasSubstr(row.Script.empty() ? "-unfit" : "done")) << line;
     EXPECT_THAT(WriteScript(Session.Work()), HasSubstr(row.Script)) << line;
   }
 }

@@ -46,6 +46,31 @@ void DiscMaker::LoadSmall(double seconds, const std::string& sound) {
   Load("small.qvp", {{"SOUND", sound}});
 }
 
+void DiscMaker::LoadShown(const std::string& displayMode) {
+  Link("film.m2v", SampleVideo(Video));
+  const int height = Video.Standard == "PAL" ? 576 : 480;
+  Link("frame.m2v", SampleVideo({.Standard = Video.Standard, .Aspect = Video.Aspect, .Frames = 1}));
+  Link("film.ac3", SampleAc3({.Seconds = 6}));
+  Link("menu.ac3", SampleAc3({.Seconds = 3}));
+  Link("film.wav", SampleWav({.Seconds = 3.5}));
+  Paint("words.bmp", 400, 250, 0x000000);
+  Paint("red.bmp", 360, height / 2, 0xA02040);
+  for (const auto& [name, colour] : {std::pair{"blue.bmp", 0x4060A0U},
+                                     {"green.bmp", 0x208040U},
+                                     {"brown.bmp", 0x805020U},
+                                     {"navy.bmp", 0x202080U},
+                                     {"purple.bmp", 0x602060U}}) {
+    Paint(name, 720, height, colour);
+  }
+  Load("shown.qvp", {{"DISPLAY", displayMode}});
+  for (Track& track : Disc.Tracks) {  // a script has no aspect of bitmaps
+    track.Aspect = Video.Aspect;
+  }
+  for (VTS_P& set : Disc.Disc) {
+    set.VTSTitleInfo.Aspect = set.VTSMenuInfo.Aspect = Video.Aspect;
+  }
+}
+
 void DiscMaker::Link(const std::string& name, const std::string& sample) const {
   std::filesystem::create_symlink(sample, Temp.Path() / name);
 }

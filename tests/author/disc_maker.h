@@ -24,6 +24,9 @@ class DiscMaker {
   // The disc of small.qvp: a film of `Video` and as many seconds of sound ("ac3" or "wav"), which is the
   // title and the root menu of the one set.
   void LoadSmall(double seconds, const std::string& sound = "ac3");
+  // The disc of shown.qvp: slides, stills and films with subtitles; its menus have buttons whose four arrows
+  // lead to four others, in colours and places that differ by scheme and group.
+  void LoadShown(const std::string& displayMode);
   // Lets a script find a sample under this name.
   void Link(const std::string& name, const std::string& sample) const;
   // The same for a bitmap, a chequered one of this colour and white.

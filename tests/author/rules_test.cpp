@@ -125,7 +125,7 @@ const std::vector<FoundBy> Found{
 const std::vector<std::string> Elsewhere{
     "tests/script/meaning_test.cpp",     "tests/author/disc_plan_test.cpp",
     "tests/app/switch_form_test.cpp",    "tests/edit/button_rules_test.cpp",
-    "tests/edit/command_lists_test.cpp", "tests/menu/page_layout_test.cpp",
+    "tests/edit/command_lists_test.cpp", "tests/edit/button_sets_test.cpp", "tests/menu/page_layout_test.cpp",
     "tests/menu/page_painter_test.cpp",  "tests/menu/wizard_test.cpp",
     "tests/menu/structure_test.cpp"};
 

@@ -84,11 +84,10 @@ const std::vector<DiscKind> ShownKinds{
 class WholeDisc : public testing::TestWithParam<DiscKind> {
  protected:
   WholeDisc() : maker_(Video) {
-    maker_.Link("film.m2v", SampleVideo(Video));
     if (GetParam().DisplayMode == nullptr) {
       LoadFilms();
     } else {
-      LoadShown();
+      maker_.LoadShown(GetParam().DisplayMode);
     }
   }
 
@@ -108,33 +107,8 @@ class WholeDisc : public testing::TestWithParam<DiscKind> {
       words["PROGRAMS"] +=
           fmt::format("Item=Program\nItem=Cell\nUsingScene=First_Scene{}\nSeamless Flag=Seamless\n", i + 1);
     }
+    maker_.Link("film.m2v", SampleVideo(Video));
     maker_.Load("films.qvp", words);
-  }
-
-  // The disc of data/shown.qvp: its menus have buttons whose four arrows lead to four others, in colours and
-  // places that differ by scheme and group.
-  void LoadShown() {
-    const int height = Video.Standard == "PAL" ? 576 : 480;
-    maker_.Link("frame.m2v", SampleVideo({.Standard = Video.Standard, .Aspect = Video.Aspect, .Frames = 1}));
-    maker_.Link("film.ac3", SampleAc3({.Seconds = 6}));
-    maker_.Link("menu.ac3", SampleAc3({.Seconds = 3}));
-    maker_.Link("film.wav", SampleWav({.Seconds = 3.5}));
-    maker_.Paint("words.bmp", 400, 250, 0x000000);
-    maker_.Paint("red.bmp", 360, height / 2, 0xA02040);
-    for (const auto& [name, colour] : {std::pair{"blue.bmp", 0x4060A0U},
-                                       {"green.bmp", 0x208040U},
-                                       {"brown.bmp", 0x805020U},
-                                       {"navy.bmp", 0x202080U},
-                                       {"purple.bmp", 0x602060U}}) {
-      maker_.Paint(name, 720, height, colour);
-    }
-    maker_.Load("shown.qvp", {{"DISPLAY", GetParam().DisplayMode}});
-    for (Track& track : maker_.Disc.Tracks) {  // a script has no aspect of bitmaps
-      track.Aspect = Video.Aspect;
-    }
-    for (VTS_P& set : maker_.Disc.Disc) {
-      set.VTSTitleInfo.Aspect = set.VTSMenuInfo.Aspect = Video.Aspect;
-    }
   }
 
   void ExpectFilms(const AuthorResult& result, const DiscWalk& walk) const {

@@ -93,7 +93,9 @@ std::vector<Row> Rows() {
        "Selection Color=0 2 0 0|Action Color=0, 2, 0, 0|Item=Audio Play List|AudioLanguage=german |",
        "W doubtful-value p.qvp:4|W doubtful-value p.qvp:6|W doubtful-value p.qvp:8|W doubtful-value "
        "p.qvp:10|W "
-       "doubtful-value p.qvp:12|E audio-kind-unknown Audio1|W subtitle-without-bitmap Sub1+1|"},
+       "doubtful-value p.qvp:12|E audio-unnamed Audio1|W subtitle-without-bitmap Sub1+1|"},
+      {"SoundOfNoKind", "Item=Track|Item=Audio Play List|Item=Audio Play|AudioFile=film.xyz|",
+       "E source-missing Audio1.AudioPlay1|E audio-kind-unknown Audio1|"},
       {"Command", Pgc + "Item=PreCommands|Command=Frobnicate|", "W command-unknown PGC1 Pre1|"},
       {"UnknownScene", Pgc + CellOfS, "E scene-unknown CELL1|"},
       {"UnknownPalette", Pgc + "PaletteUsed=Q|", "W palette-unknown PGC1|"},

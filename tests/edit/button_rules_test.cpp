@@ -9,6 +9,7 @@
 #include <tuple>
 #include <utility>
 
+#include "boxes.h"
 #include "edit/auto_route.h"
 #include "edit/subtitle_ticks.h"
 #include "model/highlight_groups.h"
@@ -45,20 +46,6 @@ TEST(ButtonRules, ColumnsOfScreenAndDisc) {
   EXPECT_EQ(ScreenColumns({.Ntsc = true, .ShowsWide = true}, 0), 853);
   EXPECT_EQ(ScreenColumns({.Ntsc = true, .ShowsWide = true}, 1), 640);
   EXPECT_EQ(ScreenColumns({.ShowsWide = true, .Mode = ViewMode::Wide}, 0), 1024);
-}
-
-TEST(ButtonRules, LimitsCountLiveButtons) {
-  for (const auto& [modes, classic, players] :
-       {std::tuple{1U, 12U, 36U}, std::tuple{2U, 6U, 18U}, std::tuple{3U, 4U, 12U}}) {
-    for (const auto& [rules, limit] :
-         {std::pair{PlayersWithout(&Rules::FullButtonSets), classic}, {Rules::Players, players}}) {
-      std::vector<EditedButton> buttons(limit);
-      EXPECT_EQ(RefuseButton(buttons, modes, rules)->Text,
-                fmt::format("Max Number of Buttons Reached ({})", limit));
-      buttons[1].Removed = true;
-      EXPECT_FALSE(RefuseButton(buttons, modes, rules));
-    }
-  }
 }
 
 TEST(ButtonRules, DragsOfThreePixelsMakeButtonsWithFreeNames) {
@@ -212,9 +199,7 @@ TEST(ButtonRules, LinksAndRemovals) {
               ElementsAre("", "b", "c"));
   const Outcome asked = RemoveButton(buttons[1], Consent::None);
   EXPECT_EQ(asked.Result, Outcome::Kind::Asks);
-  EXPECT_EQ(asked.Words.Title + ": " + asked.Words.Text,
-            "Delete Button: Would you like to remove this button? (Any button links will need to be repaired "
-            "manually!)");
+  ExpectBox(asked.Words);
   EXPECT_FALSE(buttons[1].Removed);
   EXPECT_TRUE(RemoveButton(buttons[1], Consent::Given).IsDone());
   EXPECT_TRUE(buttons[1].Removed);
@@ -239,13 +224,12 @@ TEST(ButtonRules, SubtitlesUnderButtonsAreForcedAndStaySo) {
   EXPECT_EQ(set.Buttons.size(), 2U);
   EXPECT_TRUE(under.Forced);
   EXPECT_FALSE(after.Forced);
-  EXPECT_EQ(RefuseForcedMark(under, false, track.HighlightPlays, 25)->Text,
-            "Subtitles must always be set to Forced when highlight buttons exist");
+  ExpectBox(*RefuseForcedMark(under, false, track.HighlightPlays, 25));
   EXPECT_FALSE(RefuseForcedMark(under, true, track.HighlightPlays, 25));
   EXPECT_FALSE(RefuseForcedMark(after, false, track.HighlightPlays, 25));
 
   after.File = "gone.bmp";
-  EXPECT_EQ(RefuseUse(after, "/nowhere")->Text, "Requested Bitmap does not exist - deselecting this SPU");
+  ExpectBox(*RefuseUse(after, "/nowhere"));
   under.File = SourceFile("README.md");
   EXPECT_FALSE(RefuseUse(under, ""));
 }

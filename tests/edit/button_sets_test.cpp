@@ -7,13 +7,16 @@
 #include <tuple>
 #include <utility>
 
+#include "base/text.h"
 #include "base/timecode.h"
-#include "edit/button_numbers.h"
 #include "edit/messages.h"
+#include "edit/segments.h"
+#include "edit/source_removal.h"
 #include "film_track.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "model/walk.h"
+#include "support/rules_without.h"
 
 namespace quorvelant {
 namespace {
@@ -141,6 +144,24 @@ TEST(ButtonSets, CommandsStayWithTheirButtons) {
   EXPECT_EQ(menu.MenuTrack().HighlightPlays.size(), 2U);
 }
 
+// Into a scene that no cell plays, and back; and with a scene that goes, into the one before.
+TEST(ButtonSets, CommandsFollowScenes) {
+  Menu menu;
+  ASSERT_EQ(NewScene(menu.Session, TrackKey(0), "00:00:02:00").Key, "Track.0.Scene2");
+  EXPECT_EQ(menu.Commands(), "abc de|f||") << "those of the later set wait";
+  EditedSet set = menu.Open(1);
+  Draw(set);
+  EXPECT_EQ(menu.Put(set), "abc-de|f||");
+  ASSERT_TRUE(RemoveSource(menu.Session, SceneKey(0, 2), Consent::Given).IsDone());
+  EXPECT_EQ(menu.Commands(), "abc-de|f||");
+  ASSERT_TRUE(RemoveSource(menu.Session, SceneKey(0, 2), Consent::Given).IsDone());
+  EXPECT_EQ(menu.Commands(), "abc- de f||") << "the cell of its scene has gone";
+  while (menu.Session.CanUndo()) {
+    menu.Session.Undo();
+  }
+  EXPECT_EQ(menu.Commands(), "abc de|f||");
+}
+
 TEST(ButtonSets, RoutesFollowTheRules) {
   Menu classic;
   EXPECT_TRUE(RouteButtons(classic.Session, 0, 1, Route::Geometry).Words.Is(message::RouteNotOffered));
@@ -179,16 +200,29 @@ TEST(ButtonSets, AWantedSetKeepsButtonsByTheirNames) {
 }
 
 TEST(ButtonSets, LimitsBindNewButtonsAlone) {
-  for (const auto& [rules, limit] : {std::pair{Rules::Classic, 12U}, {Rules::Players, 36U}}) {
+  const std::tuple<Rules, const char*, const char*, std::size_t> rows[] = {
+      {Rules::Classic, "4:3", "Not Specified", 12},
+      {PlayersWithout(&Rules::FullButtonSets), "16:9", "Only LetterBox", 6},
+      {Rules::Classic, "16:9", "Both PanScan and LetterBox", 4},
+      {Rules::Players, "4:3", "Not Specified", 36},
+      {Rules::Players, "16:9", "Only PanScan", 18},
+      {Rules::Players, "16:9", "Both PanScan and LetterBox", 12},
+  };
+  for (const auto& [rules, aspect, mode, limit] : rows) {
     Menu menu(rules);
+    Project project = menu.Session.Work();
+    project.Tracks[0].Aspect = aspect;
+    project.Tracks[0].DisplayMode = mode;
+    menu.Session.Replace(std::move(project), {});
     EditedSet set = menu.Open(1);
     set.Buttons.resize(limit);
     menu.Put(set);
     set = menu.Open(1);
     Draw(set);
-    EXPECT_TRUE(PutButtons(menu.Session, 0, set).Words.Is(message::ButtonsAtLimit));
+    EXPECT_EQ(PutButtons(menu.Session, 0, set).Words.Text,
+              fmt::format("Max Number of Buttons Reached ({})", limit));
     EXPECT_EQ(menu.MenuTrack().HighlightPlays[1].Buttons.size(), limit);
-    set.Buttons[0].Removed = true;
+    set.Buttons[1].Removed = true;
     menu.Put(set);
   }
   Menu menu;
@@ -199,16 +233,16 @@ TEST(ButtonSets, LimitsBindNewButtonsAlone) {
 }
 
 TEST(ButtonSets, SelectedButtonsFollowTheirNumbers) {
-  // The command, the button that it has then, and what where all cells show the set.
-  const std::tuple<std::string, char, char> cases[] = {
-      {"LinkTopPGC, button=3", '2', '2'},
-      {"if ( GPRM1 == 3 ) LinkTopPGC, button=2", '0', '0'},
-      {"LinkTopPGC, button=1", '1', '1'},
-      {"LinkTopPGC, button=9", '9', '9'},
-      {"LinkPGN Buttons, button=3", '2', '2'},
-      {"LinkCN Second, button=3", '3', '3'},  // which shows another set, or none
-      {"LinkNextC, button=3", '3', '2'},      // to no certain set
-      {"SetHL_BTNN HL_BTTN=3", '3', '2'},
+  // The command with its number now, then, and then where all cells show the set.
+  const std::pair<std::string, const char*> cases[] = {
+      {"LinkTopPGC, button=#", "322"},      {"If ( GPRM1 == 3 ) LinkTopPGC, button=#", "200"},
+      {"linktoppgc, button=#", "111"},      {"LinkTopPGC, button=#", "999"},
+      {"LinkPGN Buttons, button=#", "322"}, {"LinkCN Second, button=#", "333"},  // to another set, or none
+      {"LinkNextC, button=#", "332"},                                            // to no certain one
+      {"SetHL_BTNN HL_BTTN=#", "221"},      {"{ SetHL_BTNN HL_BTTN=1 ; LinkTopPGC, button=# }", "322"},
+  };
+  const auto add = [](PGC_P& chain, const std::string& text) {
+    chain.PreCommands.emplace_back().FullCommand = text;
   };
   for (const bool alone : {false, true}) {
     Menu menu;
@@ -218,17 +252,33 @@ TEST(ButtonSets, SelectedButtonsFollowTheirNumbers) {
     program.PGName = "Buttons";
     program.Cell.Item(2)->CellName = "Second";
     program.Cell.Item(2)->Removed = alone;
+    VTS_P& titles = *project.Disc.Item(2);
+    PGC_P& film = *titles.Title.Item(1)->PGC.Item(1);
+    film.PG.Add(program).PGName = "Part";
+    film.PG.Item(1)->Key = ProgramKey(film.Key, 1);
+    PGC_P other = film;  // which comes before it
+    other.Key = PgcKey("VTS1.TITLE1", 2);
+    other.PGCName = "Other";
+    other.PG = {};
+    other.NextPGC = film.PGCName;
     chain.PreCommands.clear();
     for (const auto& row : cases) {
-      chain.PreCommands.emplace_back().FullCommand = std::get<0>(row);
+      add(chain, Replace(row.first, "#", std::string(1, row.second[0])));
     }
+    for (const char* text : {"LinkNextPGC, button=3", "LinkPrevPGC, button=3", "LinkPTT Part, button=3"}) {
+      add(other, text);
+    }
+    titles.Title.Item(1)->PGC.Add(std::move(other));
     menu.Session.Replace(std::move(project), {});
     EditedSet set = menu.Open(1);
     set.Buttons[1].Removed = true;
     menu.Put(set);
     auto command = FindPgc(menu.Session.Work().Disc, Menu::MenuKey)->PreCommands.begin();
-    for (auto [text, now, nowAlone] : cases) {
-      text.back() = alone ? nowAlone : now;
+    for (const auto& [text, numbers] : cases) {
+      EXPECT_EQ((command++)->FullCommand, Replace(text, "#", std::string(1, numbers[alone ? 2 : 1])));
+    }
+    command = FindPgc(menu.Session.Work().Disc, "VTS1.TITLE1.PGC2")->PreCommands.begin();
+    for (const char* text : {"LinkNextPGC, button=2", "LinkPrevPGC, button=3", "LinkPTT Part, button=2"}) {
       EXPECT_EQ((command++)->FullCommand, text);
     }
   }

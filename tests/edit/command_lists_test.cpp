@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "boxes.h"
 #include "edit/messages.h"
 #include "model/default_structure.h"
 #include "model/keys.h"
@@ -186,7 +187,9 @@ TEST_F(CommandListsTest, TheLastThatFitsAndTheNext) {
       ASSERT_TRUE(InsertCommand(session, list).IsDone()) << i;
     }
     const std::string before = WriteScript(session.Work());
-    EXPECT_EQ(InsertCommand(session, list).Words.Text, MessageOf(message::CommandListFull, "", told).Text);
+    const Message full = InsertCommand(session, list).Words;
+    EXPECT_EQ(full.Text, MessageOf(message::CommandListFull, "", told).Text);
+    ExpectBox(full);
     EXPECT_EQ(WriteScript(session.Work()), before);
   }
 }

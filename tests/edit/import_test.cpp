@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "boxes.h"
 #include "edit/chapter_analysis.h"
 #include "edit/chapter_list.h"
 #include "edit/import_audio.h"
@@ -65,6 +66,7 @@ class Imports : public testing::Test {
     std::string told;
     for (auto* list : {&Ui.Messages, &Ui.Questions}) {
       for (const Message& message : std::exchange(*list, {})) {
+        ExpectBox(message);
         told += message.Title + ": " + message.Text + "\n";
       }
     }

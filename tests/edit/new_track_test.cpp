@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "boxes.h"
 #include "support/recording_ui.h"
 
 namespace quorvelant {
@@ -88,6 +89,7 @@ TEST(Scenes, EveryRefusal) {
     EXPECT_EQ(AddScene(track, c.Timecode, c.Rate, ui, c.Correct), c.Text.empty()) << c.Timecode;
     ASSERT_EQ(ui.Messages.size(), c.Text.empty() ? 0U : 1U);
     EXPECT_TRUE(c.Text.empty() || ui.Messages[0].Text == c.Text) << ui.Messages[0].Text;
+    std::ranges::for_each(ui.Messages, ExpectBox);
   }
 }
 
@@ -102,15 +104,6 @@ TEST(Scenes, StandInTheOrderOfTime) {
   track.Scenes.erase(track.Scenes.begin() + 2);
   EXPECT_TRUE(AddScene(track, "00:03:00:00", 25, ui));
   EXPECT_EQ(track.Scenes[2].Name, "Film_Scene4") << "the third name is taken";
-}
-
-TEST(StreamIDs, ALockedTrackSaysSo) {
-  RecordingUi ui;
-  Track track;
-  EXPECT_TRUE(StreamIDsMayChange(track, ui));
-  track.IDsLocked = true;
-  EXPECT_FALSE(StreamIDsMayChange(track, ui));
-  EXPECT_EQ(ui.Messages.size(), 1U);
 }
 
 TEST(DisplayModes, FollowAspectAndPermittedDisplays) {

@@ -5,7 +5,10 @@
 
 #include <functional>
 #include <utility>
+#include <vector>
 
+#include "base/timecode.h"
+#include "boxes.h"
 #include "edit/change.h"
 #include "edit/drop.h"
 #include "edit/live_elements.h"
@@ -21,8 +24,11 @@
 #include "model/default_structure.h"
 #include "model/keys.h"
 #include "model/messages.h"
+#include "model/walk.h"
 #include "script/script_writer.h"
 #include "support/recording_ui.h"
+#include "support/stream_builder.h"
+#include "support/temp_folder.h"
 #include "vm/messages.h"
 
 namespace quorvelant {
@@ -33,6 +39,12 @@ using testing::HasSubstr;
 
 constexpr std::string_view Chain = "VTS1.TITLE1.PGC1";
 constexpr std::string_view RootMenu = "VTS1.LANGUAGE1.PGC1";
+
+Track WithSubtitles(Track track, std::string_view language) {
+  track.HasSubs = true;
+  track.SubStreams.emplace_back().Language = language;
+  return track;
+}
 
 Track FilmWithSound(const std::string& name, std::string_view format, std::string_view language = "English") {
   Track track = Film(name);
@@ -57,7 +69,8 @@ class Operations : public testing::Test {
     return Drop(Session, {.Track = track, .Scene = scene}, target);
   }
   Outcome TakeOut(std::string_view key, Consent consent = Consent::Given) {
-    return quorvelant::Remove(Session, key, consent);
+    return ParseSourceKey(key) ? RemoveSource(Session, key, consent)
+                               : quorvelant::Remove(Session, key, consent);
   }
   [[nodiscard]] const PGC_P& At(std::string_view key) const { return *LivePgc(Session.Work(), key); }
   void Edit(std::string_view key, const std::function<void(PGC_P&)>& edit) {
@@ -78,7 +91,8 @@ TEST_F(Operations, RefuseInTheirOrderAndChangeNothing) {
   const std::size_t film = Add(Film("Film", 2));
   const std::size_t wide = Add(Film("Wide", 1, "16:9"));
   const std::size_t ntsc = Add(Film("Ntsc", 1, "4:3", "NTSC"));
-  const std::size_t german = Add(FilmWithSound("German", "AC3", "German"));
+  const std::size_t german = Add(WithSubtitles(FilmWithSound("German", "AC3", "German"), "German"));
+  const std::size_t titled = Add(WithSubtitles(Film("Titled"), "English"));
   const std::size_t english = Add(FilmWithSound("English", "AC3"));
   const std::size_t dts = Add(FilmWithSound("Dts", "DTS"));
   const std::size_t pcm = Add(FilmWithSound("Pcm", "PCM"));
@@ -104,6 +118,7 @@ TEST_F(Operations, RefuseInTheirOrderAndChangeNothing) {
       {[&] { return DropOn(Chain, empty); }, DropHasNoFile, "Empty"},
       {[&] { return DropOn(RootMenu, ntsc); }, VideoUnlike},
       {[&] { return DropOn(Chain, wide); }, VideoUnlike},
+      {[&] { return DropOn(Chain, titled); }, SubStreamsUnlike, "=German; New"},
       {[&] { return DropOn(Chain, english); }, AudioStreamsUnlike, "=German; New"},
       {[&] { return DropOn("VTS1.TITLE2.PGC1", pcm); }, AudioKindUnlike, "Stream ID 0 is AC3"},
       {[&] { return DropOn(RootMenu, dts); }, DtsInMenu},
@@ -141,38 +156,80 @@ TEST_F(Operations, RefuseInTheirOrderAndChangeNothing) {
     EXPECT_FALSE(outcome.IsDone()) << kind.Code;
     EXPECT_EQ(outcome.Words.Code, kind.Code) << outcome.Words.Text;
     EXPECT_THAT(outcome.Words.Text, HasSubstr(says));
+    ExpectBox(outcome.Words);
     EXPECT_EQ(WriteScript(Session.Work()), before) << kind.Code;
   }
   EXPECT_TRUE(TakeOut("VTS2").IsDone());
-  EXPECT_TRUE(TakeOut("VTS1").Words.Is(LastSetStays));
+  const Outcome last = TakeOut("VTS1");
+  EXPECT_TRUE(last.Words.Is(LastSetStays));
+  ExpectBox(last.Words);
+  for (const NewLevel level : {NewLevel::Pgc, NewLevel::Program, NewLevel::Title}) {
+    ExpectBox(NameQuestion(level));
+  }
 }
 
 // Removed ones do not count, but keep their numbers.
 TEST_F(Operations, CountLiveElementsAgainstTheirLimits) {
   using Make = std::function<Outcome(const std::string&)>;
-  const auto fill = [this](const Make& make, int most, const MessageKind& kind) {
-    Outcome last;
+  const auto expectFull = [](const Outcome& outcome, const MessageKind& kind) {
+    EXPECT_TRUE(outcome.Words.Is(kind)) << kind.Code << outcome.Words.Text;
+    ExpectBox(outcome.Words);
+  };
+  const auto fill = [&](const Make& make, int most, const MessageKind& kind) {
+    std::vector<std::string> keys;
     for (int i = 1; i <= most; ++i) {
-      last = make(fmt::format("Name{}", i));
-      ASSERT_TRUE(last.IsDone()) << i << ": " << last.Words.Text;
+      const Outcome made = make(fmt::format("Name{}", i));
+      ASSERT_TRUE(made.IsDone()) << i << ": " << made.Words.Text;
+      keys.push_back(made.Key);
     }
-    EXPECT_TRUE(make("One more").Words.Is(kind)) << kind.Code;
-    ASSERT_TRUE(TakeOut(last.Key).IsDone());
+    expectFull(make("One more"), kind);
+    const std::string& between = keys[keys.size() / 2];
+    ASSERT_TRUE(TakeOut(between).IsDone());
     const Outcome again = make("Again");
     EXPECT_TRUE(again.IsDone()) << kind.Code;
-    EXPECT_NE(again.Key, last.Key);
-    EXPECT_TRUE(make("One more").Words.Is(kind)) << kind.Code;
+    EXPECT_NE(again.Key, between);
+    expectFull(make("One more"), kind);
   };
   ASSERT_TRUE(NewPgc(Session, "VTS1.TITLE1", "Spare").IsDone());  // of another domain
+  const std::string film = TrackKey(Add(Film("Film", 51)));
   fill([&](auto& name) { return NewProgram(Session, Chain, "Program " + name); }, 99, MostProgramsReached);
+  expectFull(DropOn(Chain, 0, 0), MostProgramsReached);
   fill([&](auto& name) { return NewTitle(Session, "VTS1", name); }, 98, MostTitlesReached);
+  expectFull(NewTitleSet(Session), MostTitlesReached);
   fill([&](auto& name) { return NewPgc(Session, "VMG1.LANGUAGE1", "Page " + name); }, 998, MostPgcsReached);
-  const std::size_t film = Add(Film("Film", 51));
-  for (int i = 0; i < 5; ++i) {
-    ASSERT_TRUE(DropOn("VTS1.TITLE1.PGC1.PG1", film).IsDone());
-  }
-  EXPECT_TRUE(DropOn("VTS1.TITLE1.PGC1.PG1", film).Words.Is(TooManyCellsForAll));
-  EXPECT_TRUE(DropOn("VTS1.TITLE1.PGC1.PG1", film, 3).Words.Is(TooManyCellsForOne));
+  fill([&](auto& name) { return NewPgc(Session, "VTS1.TITLE1", "Part " + name); }, 899, MostPgcsReached);
+  fill([&](auto&) { return DropOn("VTS1.TITLE1.PGC1.PG1", 0, 7); }, 255, TooManyCellsForOne);
+  expectFull(DropOn("VTS1.TITLE1.PGC1.PG1", 0), TooManyCellsForAll);
+  std::int64_t seconds = 1000;
+  const auto newScene = [&](auto&) { return NewScene(Session, film, FramesToTimecode(++seconds * 25, 25)); };
+  fill(newScene, 48, TooManyScenes);
+  fill([&](auto&) { return AddAudio(Session, film); }, 8, MostAudioStreams);
+  fill([&](auto&) { return AddSubtitles(Session, film); }, 32, MostSubStreams);
+  Session.StartAnew();
+  fill([&](auto&) { return NewTitleSet(Session); }, 98, MostSetsReached);
+}
+
+// Of a film that is shorter than its scenes say; another size is taken, another shape is not.
+TEST_F(Operations, CellsGoWithScenesPastANewEnd) {
+  const TempFolder folder;
+  const std::size_t film = Add(Film("Film", 3));
+  const auto import = [&](const SequenceFields& sequence) {
+    const std::string file =
+        folder.Write("film.m2v", TextOf(BuildStream({.Sequence = sequence, .Gops = 10})));
+    return ImportFile(Session, VideoPlayKey(film, 1), file, Ui, Consent::None);
+  };
+  ASSERT_TRUE(DropOn(Chain, film).IsDone());
+  EXPECT_TRUE(import({.AspectCode = 3}).Words.Is(ImportVideoUnlike));
+  ASSERT_TRUE(import({.Width = 704}).IsDone());
+  const std::string before = WriteScript(Session.Work());
+  const Outcome asked = Analyse(Session, TrackKey(film), Ui, Consent::None);
+  EXPECT_TRUE(asked.Words.Is(AskSourceRemoval)) << asked.Words.Text;
+  EXPECT_THAT(asked.Words.Text, HasSubstr("? 1 cells"));
+  EXPECT_EQ(WriteScript(Session.Work()), before);
+  ASSERT_TRUE(Analyse(Session, TrackKey(film), Ui, Consent::Given).IsDone());
+  EXPECT_EQ(LiveCells(At(Chain)).size(), 2U);
+  Session.Undo();
+  EXPECT_EQ(WriteScript(Session.Work()), before);
 }
 
 TEST_F(Operations, ADropPlacesCellsAndWhatFollows) {
@@ -258,6 +315,7 @@ TEST_F(Operations, ThePreflightAsksAndTellsInItsOrder) {
     std::string heard;
     for (const auto* list : {&Ui.Questions, &Ui.Messages}) {
       for (const Message& message : *list) {
+        ExpectBox(message);
         heard += message.Text + "|";
       }
     }
@@ -275,6 +333,11 @@ TEST_F(Operations, ThePreflightAsksAndTellsInItsOrder) {
   EXPECT_EQ(run({}), text(NoTitleMenu, "English") + "no");
   Edit("VMG1.LANGUAGE1.PGC1", [](PGC_P& chain) { chain.MenuType = "Title Menu"; });
   Edit(RootMenu, [](PGC_P& chain) { chain.MenuType = "ROOT"; });
+  const std::size_t clip = Add(FilmWithSound("Clip", "AC3"));
+  ASSERT_TRUE(DropOn(RootMenu, clip).IsDone());
+  static_cast<void>(SetAudio(Session, AudioStreamKey(clip, 1), [](auto& stream) { stream.Format = "DTS"; }));
+  EXPECT_EQ(run({}), text(DtsInMenus) + "no");
+  Session.Undo();
   ASSERT_TRUE(DropOn(Chain, Add(FilmWithSound("Film", "DTS"))).IsDone());
   const std::string dts = text(AskOnlyDts, 1) + text(AskDtsLeftOut);
   EXPECT_EQ(run({true, false}), dts + "no");

@@ -7,6 +7,8 @@
 #include <functional>
 #include <string>
 
+#include "boxes.h"
+#include "check/messages.h"
 #include "edit/messages.h"
 #include "edit/saved_frame.h"
 #include "film_track.h"
@@ -56,7 +58,7 @@ struct FilmSession {
 
 SubPicturePlay Settings() {
   SubPicturePlay settings;
-  settings.File = "new.bmp";
+  settings.File = SourceFile("examples/media/en1.png");
   settings.X1 = 7;
   settings.Start = "00:09:00:00";  // of the entry that the settings were taken from
   settings.StopTime = "00:00:01:00";
@@ -98,9 +100,12 @@ TEST(Overlays, EveryRefusalHasItsBoxAndChangesNothing) {
       {[](auto& s) { return ChangePalette(s, "Defaults", {}); }, NoSuchElement, "\"Defaults\""},
       {[=](auto& s) { return SpreadColors(s, 0, 0, Colours(16), shown, true); }, PaletteIndexBeyond, "16"},
       {[=](auto& s) { return SpreadColors(s, 0, 2, Colours(1), shown, false); }, NoSuchElement, "Sub3"},
-      {[](auto& s) { return SaveFrameAsTrack(s, 1, Picture(8, 8), "a.bmp", Consent::None); }, NoSuchElement,
-       "Track.1"},
-      {[](auto& s) { return SaveFrame(s, Picture(8, 8), "/nowhere/a.bmp", Consent::None); }, ImageUnwritten,
+      {[](auto& s) { return NewSubtitle(s, At(170), {}); }, SourceMissing},
+      {[](auto& s) { return ReplaceBitmap(s, At(120), SourceFile("README.md")); }, SubtitleNoPicture},
+      {[](auto& s) { return SaveFrameAsTrack(s, 1, Picture(8, 8), {"a.bmp"}); }, NoSuchElement, "Track.1"},
+      {[](auto& s) { return SaveFrameAsTrack(s, 0, {}, {"a.bmp"}); }, FrameEmpty},
+      {[](auto& s) { return SaveFrame(s, Picture(8, 8), {"a.png"}); }, FrameFileUnfit, "'a.png'"},
+      {[](auto& s) { return SaveFrame(s, Picture(8, 8), {"/nowhere/a.bmp"}); }, ImageUnwritten,
        "'/nowhere/a.bmp': No such file or directory"},
   };
   FilmSession film;
@@ -110,6 +115,7 @@ TEST(Overlays, EveryRefusalHasItsBoxAndChangesNothing) {
     EXPECT_EQ(outcome.Result, Outcome::Kind::Refused);
     EXPECT_EQ(outcome.Words.Code, test.Kind.Code);
     EXPECT_THAT(outcome.Words.Text, testing::HasSubstr(test.Says));
+    ExpectBox(outcome.Words);
   }
   EXPECT_FALSE(film.Session.CanUndo());
   EXPECT_TRUE(film.Session.Work().SameContent(before));
@@ -125,7 +131,8 @@ TEST(Overlays, EveryOperationCanBeUndone) {
     bool Adds = false;
   } cases[] = {
       {[](auto& s) { return NewSubtitle(s, At(170), Settings()); }, "Track.0.Sub1.SubPlay2", true},
-      {[](auto& s) { return ReplaceBitmap(s, At(120), "b.bmp"); }, "Track.0.Sub1.SubPlay1"},
+      {[](auto& s) { return ReplaceBitmap(s, At(120), SourceFile("examples/media/de1.png")); },
+       "Track.0.Sub1.SubPlay1"},
       {Timed(0, {900, 10}), "Track.0.Sub1.SubPlay3", true},
       {[](auto& s) { return SetUsed(s, Second, false); }, "Track.0.Sub1.SubPlay2"},
       {[](auto& s) { return SetForcedMark(s, Second, true); }, "Track.0.Sub1.SubPlay2"},
@@ -133,8 +140,7 @@ TEST(Overlays, EveryOperationCanBeUndone) {
       {[=](auto& s) { return SpreadColors(s, 0, 0, nine, SpreadColor::Display, true); }, "Track.0"},
       {[](auto& s) { return NewPalette(s, ProposedPaletteName(s.Work()), {5}); }, "Palette_2", true},
       {[](auto& s) { return ChangePalette(s, "Default", {6}); }, "Default"},
-      {[&](auto& s) { return SaveFrameAsTrack(s, 0, Picture(360, 288), bitmap, Consent::None); },
-       "Track.1.Video1", true},
+      {[&](auto& s) { return SaveFrameAsTrack(s, 0, Picture(360, 288), {bitmap}); }, "Track.1.Video1", true},
   };
   FilmSession film;
   std::vector<Project> states{film.Session.Work()};
@@ -173,10 +179,10 @@ TEST(Overlays, ANewSubtitleTakesTheSettingsAndItsPlace) {
 
 TEST(Overlays, ASubtitleWithoutItsBitmapIsNoLongerUsed) {
   FilmSession film;
-  EXPECT_EQ(DeselectMissing(film.Session, {0, 0, 0})->Title, "Bitamp View Error");
+  ExpectBox(*DeselectMissing(film.Session, {0, 0, 0}));
   EXPECT_FALSE(film.Entry(0).Used);
   EXPECT_EQ(SetUsed(film.Session, {0, 0, 0}, true).Words.Title, "Bitamp View Error");
-  EXPECT_TRUE(ReplaceBitmap(film.Session, {0, 0, 100}, SourceFile("README.md")).IsDone());
+  EXPECT_TRUE(ReplaceBitmap(film.Session, {0, 0, 100}, Settings().File).IsDone());
   EXPECT_TRUE(SetUsed(film.Session, {0, 0, 0}, true).IsDone());
   EXPECT_FALSE(DeselectMissing(film.Session, {0, 0, 0}));
   EXPECT_TRUE(film.Entry(0).Used);
@@ -184,7 +190,7 @@ TEST(Overlays, ASubtitleWithoutItsBitmapIsNoLongerUsed) {
 
 TEST(Overlays, ColoursSpreadOverAStreamOrAllLiveOnes) {
   FilmSession film;
-  EXPECT_TRUE(NewSubtitle(film.Session, {0, 1, 0}, {}).IsDone());
+  EXPECT_TRUE(NewSubtitle(film.Session, {0, 1, 0}, Settings()).IsDone());
   EXPECT_TRUE(SpreadColors(film.Session, 0, 0, Colours(9), SpreadColor::Conversion, false).IsDone());
   EXPECT_TRUE(SpreadColors(film.Session, 0, 1, Colours(9), SpreadColor::Display, true).IsDone());
   const auto& streams = film.Shown().SubStreams;
@@ -205,12 +211,12 @@ TEST(SavedFrame, BecomesAStillOfFullSizeAndTheAspectOfItsSource) {
   Picture frame(352, 288);
   frame.Set(0, 0, 0x0000FF);
   frame.Set(351, 287, 0xFF0000);
-  EXPECT_EQ(SaveFrame(film.Session, frame, file, Consent::None).Key, file);
-  const Outcome asked = SaveFrameAsTrack(film.Session, 0, frame, file, Consent::None);
-  EXPECT_EQ(asked.Words.Title + ": " + asked.Words.Text,
-            "Replace Image: Image file already exists - replace?");
+  EXPECT_EQ(SaveFrame(film.Session, frame, {file}).Key, file);
+  const Outcome asked = SaveFrameAsTrack(film.Session, 0, frame, {file});
+  EXPECT_TRUE(asked.Words.Is(message::AskReplaceImage));
+  ExpectBox(asked.Words);
   EXPECT_EQ(BmpLoader().Load(file), frame);
-  EXPECT_TRUE(SaveFrameAsTrack(film.Session, 0, frame, file, Consent::Given).IsDone());
+  EXPECT_TRUE(SaveFrameAsTrack(film.Session, 0, frame, {file, Consent::Given}).IsDone());
   const Picture saved = BmpLoader().Load(file);
   EXPECT_EQ(saved.Width, 720);
   EXPECT_EQ(saved.Height, 576);

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 
+#include "boxes.h"
 #include "edit/messages.h"
 #include "edit/segment_files.h"
 #include "edit/segments.h"
@@ -24,6 +25,7 @@ class ProjectFile : public testing::Test {
     std::vector<std::string> titles;
     for (const Message& question : Ui.Questions) {
       titles.push_back(question.Title);
+      ExpectBox(question);
     }
     return titles;
   }
@@ -50,6 +52,9 @@ TEST_F(ProjectFile, UnsavedWorkIsAskedForAndAFailedSaveKeepsIt) {
   EXPECT_FALSE(tries({true, true}, {std::nullopt})) << "the save was given up";
   EXPECT_THAT(Titles(), ElementsAre("New Project", "Save Project", "Please choose your output location"));
   EXPECT_FALSE(tries({true, true}, {Folder / "missing/p.qvp"})) << "the save failed";
+  Ui.Answers = {true};
+  Ui.Texts = {std::nullopt};
+  EXPECT_FALSE(MayLeave(Session, Ui));
   EXPECT_EQ(Session.Work().Disc.Count(), 3U);
   EXPECT_TRUE(Session.IsUnsaved());
   EXPECT_TRUE(tries({true, true}, {Folder / "p.qvp"}));
@@ -84,6 +89,27 @@ TEST_F(ProjectFile, AScriptThatWasNotUnderstoodIsNotSavedOver) {
   }
 }
 
+TEST_F(ProjectFile, WhatOthersWroteMeanwhileIsAskedAbout) {
+  ASSERT_TRUE(SaveProjectAs(Session, Folder / "p.qvp", Ui));
+  const std::string saved = TempFolder::Read(Folder / "p.qvp");
+  const std::string file = Folder.Write("p.qvp", "# mine\n" + saved);
+  ASSERT_TRUE(OpenProjectFile(Session, file, false, Ui));
+  for (const auto& [there, answers, holds, questions] :
+       {std::tuple{"# mine\n" + saved, std::deque<bool>{}, "# mine", 0U},
+        {"# theirs\n" + saved, {false}, "# theirs", 1U},
+        {"# theirs\n" + saved, {true}, "# mine", 1U}}) {
+    Folder.Write("p.qvp", there);
+    Ui.Questions.clear();
+    Ui.Answers = answers;
+    EXPECT_EQ(SaveProject(Session, false, Ui), answers.empty() || answers.front()) << there.substr(0, 20);
+    EXPECT_EQ(Ui.Questions.size(), questions);
+    EXPECT_THAT(TempFolder::Read(file), testing::StartsWith(holds));
+  }
+  std::filesystem::remove(file);
+  EXPECT_TRUE(SaveProject(Session, false, Ui));
+  EXPECT_THAT(TempFolder::Read(file), testing::StartsWith("# mine")) << "the comments were kept";
+}
+
 TEST_F(ProjectFile, SourcesAreFoundFromWhereverItIsSaved) {
   std::filesystem::create_symlink(SampleVideo({.Frames = 75}), Folder / "film.m2v");
   std::filesystem::create_directory(Folder / "deep");
@@ -95,8 +121,9 @@ TEST_F(ProjectFile, SourcesAreFoundFromWhereverItIsSaved) {
   ASSERT_TRUE(ImportFile(Session, "Track.0.Video1", "../film.m2v", Ui, Consent::None).IsDone());
   for (const std::string& file : {Folder / "other/q.qvp", Folder / "r.qvp", Folder / "deep/p.qvp"}) {
     ASSERT_TRUE(SaveProjectAs(Session, file, Ui));
-    EditSession again(Rules::Players);
+    EditSession again(Rules::Players, {.Import = {}, .DestinationFolder = "out"});
     ASSERT_TRUE(OpenProjectFile(again, file, false, Ui));
+    EXPECT_EQ(again.Work().DestinationFolder, "out");
     EXPECT_EQ(again.Work().Tracks[0].Resolution, "720x576") << "the film was looked at: " << file;
     EXPECT_THAT(again.Work().Tracks[0].VideoPlays[0].File, testing::EndsWith("film.m2v"));
     EXPECT_FALSE(again.Work().Tracks[0].VideoPlays[0].File.starts_with("/"));

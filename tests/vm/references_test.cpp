@@ -205,6 +205,7 @@ TEST(CheckCommands, InASessionAMissingTargetIsAnErrorWhateverDigitsItKept) {
   FindPgc(project.Disc, Film)->PreCommands[0].CommandHex = "2004000000000001";
   EXPECT_THAT(CheckCommands(project, Rules::Players).Errors, IsEmpty());
   EXPECT_EQ(CheckCommands(project, Rules::Players, {}, MissingTargets::AreErrors).Errors.size(), 1U);
+  EXPECT_EQ(FindPgc(project.Disc, Film)->PreCommands[0].CommandHex, "") << "as after a load of what is saved";
 }
 
 }  // namespace
