@@ -178,7 +178,7 @@ class FittedPage {
     const Shape film = ShapeOf(ground_.FilmIsWide);
     const double ratio = film.Wide / film.High / PixelShape(ground_);
     const int wide = std::min(width, static_cast<int>(height * ratio));
-    return {EvenBelow(wide), EvenBelow(static_cast<int>(wide / ratio + 0.5))};
+    return {EvenBelow(wide), EvenBelow(static_cast<int>(std::lround(wide / ratio)))};
   }
 
   static constexpr int Rim = 4;  // of the mark around a thumbnail
@@ -305,14 +305,15 @@ class FittedPage {
   void PlaceBottom(BottomRow row) {
     constexpr int Beside = 6;
     int right = SafeRight;
-    for (auto text = row.Texts.rbegin(); text != row.Texts.rend(); ++text) {
-      if (text->Scheme != MainScheme) {
-        text->Text.X = right - text->Covers.Right;
-        right -= text->Covers.Width() + BottomGap;
+    for (std::size_t i = row.Texts.size(); i-- > 0;) {
+      BottomText& text = row.Texts[i];
+      if (text.Scheme != MainScheme) {
+        text.Text.X = right - text.Covers.Right;
+        right -= text.Covers.Width() + BottomGap;
       } else {
-        text->Text.X = SafeLeft - text->Covers.Left;
+        text.Text.X = SafeLeft - text.Covers.Left;
       }
-      text->Text.Y = safeBottom_ - text->Covers.Bottom;
+      text.Text.Y = safeBottom_ - text.Covers.Bottom;
     }
     for (const BottomText& text : row.Texts) {
       page_.Texts.push_back(text.Text);

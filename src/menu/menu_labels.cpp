@@ -43,8 +43,7 @@ std::span<const std::string_view> MenuLabelKeys() {
   return Keys;
 }
 
-MenuLabels::MenuLabels(std::string_view language, const std::map<std::string, std::string>& own)
-    : column_(0), own_(own) {
+MenuLabels::MenuLabels(std::string_view language, const std::map<std::string, std::string>& own) : own_(own) {
   const auto* const named =
       std::find_if(LabelLanguages.begin(), LabelLanguages.end(),
                    [language](std::string_view name) { return EqualNoCase(name, language); });

@@ -28,7 +28,7 @@ class MenuLabels {
   [[nodiscard]] std::string StreamName(const OfferedStream& stream) const;
 
  private:
-  std::size_t column_;
+  std::size_t column_ = 0;
   const std::map<std::string, std::string>& own_;
 };
 

@@ -17,10 +17,12 @@ MenuLabels LabelsOf(const MenuLook& look) {
 // Streams by their names, with a number where several have the same.
 std::vector<PageItem> NamedStreams(std::span<const OfferedStream> streams, const MenuLabels& labels) {
   std::vector<PageItem> items;
+  items.reserve(streams.size());
   for (const OfferedStream& stream : streams) {
     items.push_back({.Text = labels.StreamName(stream), .Key = std::to_string(stream.Number)});
   }
   std::vector<std::string> names;
+  names.reserve(items.size());
   for (const PageItem& item : items) {
     names.push_back(item.Text);
   }
@@ -40,6 +42,7 @@ std::vector<PageItem> StreamItems(std::span<const OfferedStream> streams, std::s
     return NamedStreams(streams, labels);
   }
   std::vector<PageItem> items;
+  items.reserve(streams.size());
   for (const OfferedStream& stream : streams) {
     items.push_back(
         {.Text = labels.Of(label, std::to_string(items.size() + 1)), .Key = std::to_string(stream.Number)});

@@ -95,11 +95,12 @@ class Coverage {
   }
 
   // Of a filled area within a wider one.
-  static Coverage OfArea(const Area& filled, const Area& area) {
-    Coverage coverage(area);
+  static Coverage OfArea(const Area& filled, const Area& around) {
+    Coverage coverage(around);
     for (int y = filled.Top; y < filled.Bottom; ++y) {
-      const auto row = coverage.cover_.begin() + static_cast<std::ptrdiff_t>(y - area.Top) * coverage.width_ +
-                       filled.Left - area.Left;
+      const auto row = coverage.cover_.begin() +
+                       static_cast<std::ptrdiff_t>(y - around.Top) * coverage.width_ + filled.Left -
+                       around.Left;
       std::fill_n(row, filled.Right - filled.Left, static_cast<std::uint8_t>(Whole));
     }
     return coverage;
@@ -133,15 +134,19 @@ class Coverage {
  private:
   void BlurLines(int reach, int length, int lines, int step, int lineStep) {
     std::vector<int> line(static_cast<std::size_t>(length));
+    const auto level = [&line](int i) -> int& { return line[static_cast<std::size_t>(i)]; };
     for (int start = 0; start < lines; ++start) {
-      const auto at = [&](int i) { return static_cast<std::size_t>(start * lineStep + i * step); };
+      const auto at = [&](int i) {
+        return static_cast<std::size_t>(start) * static_cast<std::size_t>(lineStep) +
+               static_cast<std::size_t>(i) * static_cast<std::size_t>(step);
+      };
       for (int i = 0; i < length; ++i) {
-        line[static_cast<std::size_t>(i)] = cover_[at(i)];
+        level(i) = cover_[at(i)];
       }
       int sum = 0;
       for (int i = -reach; i < length; ++i) {
-        sum += i + reach < length ? line[static_cast<std::size_t>(i + reach)] : 0;
-        sum -= i - reach - 1 >= 0 ? line[static_cast<std::size_t>(i - reach - 1)] : 0;
+        sum += i + reach < length ? level(i + reach) : 0;
+        sum -= i - reach - 1 >= 0 ? level(i - reach - 1) : 0;
         if (i >= 0) {
           cover_[at(i)] = static_cast<std::uint8_t>(sum / (2 * reach + 1));
         }

@@ -209,7 +209,7 @@ TEST(PageTracks, PlayersReachEverything) {
   EXPECT_EQ(second.Buttons[0].Areas[1].X1, second.Buttons[0].Areas[0].X1);
   const HighlightPlay& first = chapters.HighlightPlays[0];
   EXPECT_EQ(first.Buttons[0].Right + first.Buttons[0].Down, "Button2Button4");
-  EXPECT_EQ(first.Schemes[1].SelectionContrast, (ColorQuad{7, 3, 0, 10}));
+  EXPECT_EQ(first.Schemes[1].SelectionContrast, (ColorQuad{10, 5, 0, 15}));
   EXPECT_EQ(PagesOf(disc, PageKind::Root).HighlightPlays[0].Schemes[1].SelectionContrast,
             (ColorQuad{10, 5, 0, 15}));
   const PGC_P& chain = ChainCalled(disc.Session.Work(), "VTS1_Chapter");
