@@ -68,8 +68,8 @@ std::vector<PlacedGroup> GroupsOf(const FilmTracks& film) {
   for (std::size_t i = 0; i < film.Menus.Groups.size(); ++i) {
     groups.push_back({&film.Menus.Groups[i], film.MenuTracks.at(i)});
   }
-  std::ranges::stable_partition(groups,
-                                [](const PlacedGroup& one) { return one.Pages->Kind == PageKind::Root; });
+  std::stable_partition(groups.begin(), groups.end(),
+                        [](const PlacedGroup& one) { return one.Pages->Kind == PageKind::Root; });
   return groups;
 }
 

@@ -23,6 +23,7 @@
 #include "edit/source_paths.h"
 #include "edit/steps.h"
 #include "menu/film_chapters.h"
+#include "menu/letterbox.h"
 #include "menu/menu_offer.h"
 #include "menu/menu_structure.h"
 #include "menu/menu_themes.h"
@@ -392,6 +393,9 @@ Outcome RemakePage(EditSession& session, const MadePage& page, const MenuLook& l
       return RefuseAll(std::move(whole.Errors), services.Ui);
     }
     PaintFiles(session, page, *whole.Look, ThumbnailsFor(session, services), services);
+    if (fs::exists(LetterboxFileOf(page.SublayerFile))) {
+      WriteLetterboxSublayer(page.SublayerFile, session.RulesInForce());
+    }
     return Outcome::Done();
   });
 }

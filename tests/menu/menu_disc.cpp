@@ -68,6 +68,9 @@ Outcome MenuDisc::Make() {
     steps.Do([&] { return AddPages(*Plan.Choice, 0); });
   }
   Plan.Insertion = Kind.Insertion;
+  if (Kind.StartSubtitles > 0) {
+    Plan.StartSubtitles = Kind.StartSubtitles;
+  }
   Plan.Selection = 0x00FFFF;
   Plan.Action = 0x0000FF;
   steps.Do([this] {

@@ -23,6 +23,7 @@ struct MenuDiscKind {
   AfterFilm After = AfterFilm::Menu;
   AtInsertion Insertion = AtInsertion::Menu;
   bool HasMenus = true;
+  int StartSubtitles = 0;  // 0 for none
   quorvelant::Rules Rules = Rules::Players;
 
   friend void PrintTo(const MenuDiscKind& kind, std::ostream* out) { *out << kind.Name; }

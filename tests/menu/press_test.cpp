@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <memory>
+#include <set>
+#include <string_view>
 
 #include "menu_disc.h"
 #include "support/disc_judges.h"
@@ -37,6 +39,37 @@ class Press : public testing::TestWithParam<MenuDiscKind> {
   }
   void ExpectPlace(const std::string& place, const std::string& what) const {
     EXPECT_EQ(player_->Place(), place) << what;
+  }
+
+  // Arrows lead from the first button to each.
+  void ExpectArrowsReachAll() const {
+    std::set<int> reached{1};
+    for (bool grows = true; grows;) {
+      const std::set<int> before = reached;
+      for (const int button : before) {
+        for (const char direction : std::string_view("udlr")) {
+          reached.insert(player_->Arrow(button, direction));
+        }
+      }
+      grows = reached != before;
+    }
+    EXPECT_EQ(static_cast<int>(reached.size()), player_->Buttons()) << player_->Place();
+  }
+
+  // A page that waits has one navigation pack, and its picture.
+  void ExpectOnePackAPage() const {
+    std::size_t pages = 0;
+    for (const PageGroup& group : disc_.Plan.Films[0].Menus.Groups) {
+      pages += group.Pages.size();
+    }
+    const std::string vob = TempFolder::Read(disc_.Folder + "/VTS_01_0.VOB");
+    constexpr std::size_t Sector = 2048;
+    constexpr std::size_t SystemHeaderAt = 14;
+    std::size_t packs = 0;
+    for (std::size_t at = 0; at < vob.size(); at += Sector) {
+      packs += vob.compare(at + SystemHeaderAt, 4, std::string("\0\0\1\xBB", 4)) == 0 ? 1U : 0U;
+    }
+    EXPECT_EQ(packs, pages);
   }
 
   static int NumberOf(const MenuPage& page, const std::string& key) {
@@ -89,6 +122,7 @@ class Press : public testing::TestWithParam<MenuDiscKind> {
       for (const MenuButton& button : group.Pages[page].Buttons) {
         GoToPage(film, group, rootKey, page);
         ExpectPlace(placeOf(page), rootKey);
+        ExpectArrowsReachAll();
         EXPECT_EQ(player_->FirstNumber(), static_cast<int>(group.Pages[page].FirstItem));
         PressKey(group.Pages[page], button.Key);
         if (button.Key == menu_key::Main) {
@@ -198,6 +232,9 @@ void PressPlain(const MenuDisc& disc, MenuPlayer& player) {
 
 TEST_P(Press, DoesWhatTheLabelSays) {
   ASSERT_TRUE(player_);
+  if (player_->Place() == Title(0)) {
+    EXPECT_EQ(player_->Subtitles(), GetParam().StartSubtitles - 1);
+  }
   if (!GetParam().HasMenus) {
     return PressPlain(disc_, *player_);
   }
@@ -211,6 +248,7 @@ TEST_P(Press, DoesWhatTheLabelSays) {
       ExpectPlace(Title(film), "all films");
     }
   }
+  ExpectOnePackAPage();
   if (!IsOnly()) {
     PressChoice();
   }
@@ -270,6 +308,7 @@ const std::vector<MenuDiscKind> Kinds{
     {"OneStops", 1, 2, 1, 0, "PAL", "4:3", AfterFilm::Stop, AtInsertion::FirstFilm},
     {"OneLeadsOn", 1, 2, 1, 0, Ntsc, Wide, AfterFilm::Next},
     {"AllFromTheStart", 9, 1, 1, 1, "PAL", "4:3", AfterFilm::Menu, AtInsertion::AllFilms},
+    {"SubtitlesFromTheStart", 2, 1, 1, 3, "PAL", "4:3", AfterFilm::Menu, AtInsertion::FirstFilm, true, 2},
     {"AllThenStop", 2, 2, 1, 0, Ntsc, "4:3", AfterFilm::Stop, AtInsertion::AllFilms},
     {"PlainOne", 1, 3, 1, 0, "PAL", "4:3", AfterFilm::Menu, AtInsertion::Menu, false},
     {"PlainThree", 3, 1, 2, 1, Ntsc, Wide, AfterFilm::Menu, AtInsertion::Menu, false},
