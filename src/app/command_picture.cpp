@@ -84,8 +84,8 @@ int Run(const PictureOptions& options, CommandContext& context) {
     ui.Tell(MessageOf(message::PictureNotIntra, fmt::format("{}@{}", options.File, entry.Offset)));
     return ExitFailed;
   }
-  MakePlatformPictures()->Save(*picture, options.Output);
-  context.Report(fmt::format("{}x{}, frame {} ({}), written to {}\n", picture->Width, picture->Height,
+  MakePlatformPictures()->Save(PictureFromPlanes(*planes), options.Output);
+  context.Report(fmt::format("{}x{}, frame {} ({}), written to {}\n", planes->Y().Width, planes->Y().Height,
                              entry.Frame, FramesToTimecode(entry.Frame, rate), options.Output));
   return ExitDone;
 }

@@ -16,6 +16,7 @@
 #include "edit/change.h"
 #include "edit/segment_files.h"
 #include "edit/segments.h"
+#include "edit/track_names.h"
 #include "edit/steps.h"
 #include "menu/letterbox.h"
 #include "menu/mark_colors.h"
