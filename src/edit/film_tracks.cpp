@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "base/random.h"
 #include "edit/messages.h"
 #include "edit/segment_files.h"
 #include "edit/segments.h"
@@ -30,7 +31,7 @@ Outcome RefusedOver(const std::string& file, Outcome outcome) {
   if (outcome.Result == Outcome::Kind::Asks) {
     return Outcome::Refused(MessageOf(message::NobodyAsked, file, file, outcome.Words.Text));
   }
-  if (!outcome.Words.Place.starts_with(file)) {
+  if (outcome.Words.Place.find(file) == std::string::npos) {
     outcome.Words.Place = file;
   }
   return outcome;
@@ -65,7 +66,8 @@ Outcome AddFilmTrack(EditSession& session, const FilmFiles& film, UserInterface&
     take(film.Chapters, [&] { return Analyse(session, track, ui, Consent::None); });
     take(film.Chapters, [&] { return ImportChapters(session, track, film.Chapters, ui); });
   }
-  return steps.GoOn() ? Outcome::Done(track) : RefusedOver(file, steps.Refusal());
+  return steps.GoOn() ? Outcome::Done(track)
+                      : RefusedOver(SystemPath(file, session.Work().SourceFolder()), steps.Refusal());
 }
 
 }  // namespace quorvelant

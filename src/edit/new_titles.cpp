@@ -24,8 +24,9 @@ std::optional<Message> OtherStandard(const Project& project, const std::string& 
     return std::nullopt;
   }
   const VideoTarget target{.Ntsc = EqualNoCase(first, "NTSC"), .Aspect = track.Aspect};
-  const std::string line = EncodeVideoLine(SystemPath(file, project.SourceFolder()), target);
-  return MessageOf(message::FilmOfOtherStandard, file, file, track.Standard, first, line);
+  const std::string path = SystemPath(file, project.SourceFolder());
+  const std::string line = EncodeVideoLine(path, target);
+  return MessageOf(message::FilmOfOtherStandard, path, path, track.Standard, first, line);
 }
 
 Outcome AddTitle(EditSession& session, const FilmFiles& film, TitleRow& row, UserInterface& ui) {
@@ -38,7 +39,8 @@ Outcome AddTitle(EditSession& session, const FilmFiles& film, TitleRow& row, Use
   }
   Outcome title = row.Add(session.Work().Tracks.Count() - 1);
   if (!title.IsDone()) {
-    title.Words.Place = film.Video;  // no key of what is not there now
+    title.Words.Place =
+        SystemPath(film.Video, session.Work().SourceFolder());  // no key of what is not there now
   }
   return title;
 }

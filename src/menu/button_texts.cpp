@@ -58,7 +58,7 @@ std::string ChoiceText(const std::string& key, const MenuButtonPlace& place, con
 
 }  // namespace
 
-std::string ButtonText(const MenuButton& button, const MenuButtonPlace& place, const Rules& rules) {
+std::string CommandOfButton(const MenuButton& button, const MenuButtonPlace& place, const Rules& rules) {
   const std::string& key = button.Key;
   if (place.Kind == PageKind::Root) {
     return RootText(key, place);

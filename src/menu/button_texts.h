@@ -18,8 +18,8 @@ struct MenuButtonPlace {
 };
 
 // What a press on the button does. Names are those that `MakeMenuStructure` gives.
-[[nodiscard]] std::string ButtonText(const MenuButton& button, const MenuButtonPlace& place,
-                                     const Rules& rules);
+[[nodiscard]] std::string CommandOfButton(const MenuButton& button, const MenuButtonPlace& place,
+                                          const Rules& rules);
 
 // Hides subtitles.
 [[nodiscard]] std::string SubtitlesOffText(const Rules& rules);

@@ -192,7 +192,7 @@ class MenuMaker {
   [[nodiscard]] CommandList CommandsOf(const PageGroup& group, MenuButtonPlace place) const {
     CommandList commands;
     for (const MenuButton& button : group.Pages[place.Page].Buttons) {
-      AddCommand(commands, "Button", ButtonText(button, place, RulesUsed()));
+      AddCommand(commands, "Button", CommandOfButton(button, place, RulesUsed()));
       ++place.Running;
     }
     return commands;
