@@ -8,7 +8,7 @@
 
 #include "base/fresh_name.h"
 #include "menu/messages.h"
-#include "model/picture_file.h"
+#include "menu/page_tracks.h"
 
 namespace quorvelant {
 
@@ -28,12 +28,12 @@ std::string FreshBeside(const std::string& path) {
 }
 
 // Only such a folder gives way: whatever else somebody keeps there stays.
-bool HoldsPicturesAlone(const std::string& path) {
+bool HoldsPagesAlone(const std::string& path) {
   std::error_code failed;
   fs::directory_iterator at(path, failed);
   for (; !failed && at != fs::directory_iterator(); at.increment(failed)) {
     std::error_code unknown;
-    if (!at->is_regular_file(unknown) || !IsPicture(at->path().string())) {
+    if (!at->is_regular_file(unknown) || !IsPageFile(at->path().filename().string())) {
       return false;
     }
   }
@@ -76,8 +76,8 @@ std::optional<Message> PageFolder::Refusal() const {
   if (!replace_) {
     return MessageOf(message::PagesThere, path_, path_);
   }
-  return HoldsPicturesAlone(path_) ? std::nullopt
-                                   : std::optional(MessageOf(message::PagesAmongOthers, path_, path_));
+  return HoldsPagesAlone(path_) ? std::nullopt
+                                : std::optional(MessageOf(message::PagesAmongOthers, path_, path_));
 }
 
 std::optional<Message> PageFolder::Begin() {

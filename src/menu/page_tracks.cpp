@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <string_view>
 #include <utility>
 
 #include "base/random.h"
@@ -238,7 +237,25 @@ std::string PageWord(PageKind kind, std::size_t number) {
   return {};
 }
 
+void DropEnd(std::string_view& text, std::string_view end) {
+  if (text.ends_with(end)) {
+    text.remove_suffix(end.size());
+  }
+}
+
 }  // namespace
+
+bool IsPageFile(std::string_view name) {
+  const bool isBitmap = name.ends_with(".bmp");
+  DropEnd(name, ".bmp");
+  DropEnd(name, ".LetterBox");
+  DropEnd(name, ".SubLayer");
+  const std::size_t last = name.find_last_not_of("0123456789");
+  const std::string_view words = name.substr(0, last == std::string_view::npos ? 0 : last + 1);
+  constexpr std::array<std::string_view, 4> Ends{".Root", ".Audio", ".Subtitle", ".Chapter"};
+  return isBitmap && (words == "VMG_Root" ||
+                      std::ranges::any_of(Ends, [&](std::string_view end) { return words.ends_with(end); }));
+}
 
 std::vector<PageFiles> PageFilesOf(const Project& project, const PageGroup& group, std::size_t filmTrack,
                                    const std::string& folder, const Rules& rules) {

@@ -3,6 +3,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "edit/outcome.h"
@@ -24,6 +25,9 @@ struct PageFiles {
 [[nodiscard]] std::vector<PageFiles> PageFilesOf(const Project& project, const PageGroup& group,
                                                  std::size_t filmTrack, const std::string& folder,
                                                  const Rules& rules);
+
+// Whether a file in a folder of pages has the name of a page, or of a sublayer of one.
+[[nodiscard]] bool IsPageFile(std::string_view name);
 
 // One track of the group, named "Track_" and the next free number: root and audio pages and a title choice of
 // one page are stills, others slide shows. The files must be there; for pages of 16:9 a letterboxed sublayer
