@@ -148,6 +148,8 @@ SortedFiles FollowFilms(std::span<const std::string> files) {
       sorted.Films.push_back(FilmWith(file));
     } else if (role == FileRole::Picture) {
       sorted.Refusals.push_back(MessageOf(message::PictureIsNoFilm, file, file));
+    } else if (role == FileRole::SubtitleText) {
+      sorted.Refusals.push_back(MessageOf(message::TextIsNoSubtitles, file, file));
     } else if (sorted.Films.empty()) {
       sorted.Refusals.push_back(MessageOf(message::FileBeforeFilm, file, file));
     } else {
@@ -162,8 +164,10 @@ void FindFilesOf(std::vector<FilmFiles>& films) {
   for (FilmFiles& film : films) {
     for (const std::string& file : FilesBeside(film.Video)) {
       const FileRole role = RoleOf(file);
-      const bool isNew = role != FileRole::Video && role != FileRole::Picture && !IsOf(film, file);
-      if (isNew && HasNameOf(film, file) && (role != FileRole::Chapters || film.Chapters.empty())) {
+      const bool isUsable =
+          role != FileRole::Video && role != FileRole::Picture && role != FileRole::SubtitleText;
+      if (isUsable && !IsOf(film, file) && HasNameOf(film, file) &&
+          (role != FileRole::Chapters || film.Chapters.empty())) {
         AddTo(film, file, sorted);
       }
     }
