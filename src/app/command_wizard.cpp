@@ -22,6 +22,7 @@
 #include "app/rules_option.h"
 #include "app/told_messages.h"
 #include "app/verdict.h"
+#include "author/output_folder.h"
 #include "base/counted.h"
 #include "base/text.h"
 #include "edit/film_files.h"
@@ -180,7 +181,8 @@ class WizardRun {
         ReadFiles(options_, order, context_.Ui) && TakeOptions(options_, order, context_.Ui) &&
         HasFolder(options_.Project, context_.Ui) &&
         MayWrite(options_.Project, SourceAt(options_.Project), options_.Force, context_.Ui) &&
-        MayPreview(options_.PreviewFolder, context_.Ui);
+        MayPreview(options_.PreviewFolder, context_.Ui) &&
+        (options_.Disc.empty() || OutputFolder::Judge(options_.Disc, options_.Force, context_.Ui));
     if (!isClear) {
       return false;
     }
