@@ -1,8 +1,10 @@
 #include "app/command_wizard.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <memory>
 #include <sstream>
@@ -137,15 +139,27 @@ bool TakeOptions(const WizardOptions& options, DiscOrder& order, UserInterface& 
   return true;
 }
 
-// Whether previews may go there; told where not.
-bool MayPreview(const std::string& folder, UserInterface& ui) {
+// Whether previews may go there: a folder, or the name of one that can be made, and not that of the pages
+// themselves. Told where not.
+bool MayPreview(const std::string& folder, const std::string& pages, UserInterface& ui) {
   std::error_code unknown;
-  const fs::file_status there = fs::status(folder, unknown);
-  const bool isClear = folder.empty() || !fs::exists(there) || fs::is_directory(there);
-  if (!isClear) {
-    ui.Tell(MessageOf(message::PreviewUnwritten, folder, folder, "it is no folder"));
+  const fs::path whole = fs::weakly_canonical(folder, unknown);
+  fs::path there = whole;
+  while (!fs::exists(there, unknown) && there.has_relative_path()) {
+    there = there.parent_path();
   }
-  return isClear;
+  std::string fault;
+  if (!fs::is_directory(there, unknown)) {
+    fault = "it is no folder";
+  } else if (access(there.c_str(), W_OK) != 0) {
+    fault = std::generic_category().message(errno);
+  } else if (whole == fs::weakly_canonical(pages, unknown)) {
+    fault = "the pages of the project go there";
+  }
+  if (!folder.empty() && !fault.empty()) {
+    ui.Tell(MessageOf(message::PreviewUnwritten, folder, folder, fault));
+  }
+  return folder.empty() || fault.empty();
 }
 
 // Every page with its first button lit.
@@ -181,7 +195,7 @@ class WizardRun {
         ReadFiles(options_, order, context_.Ui) && TakeOptions(options_, order, context_.Ui) &&
         HasFolder(options_.Project, context_.Ui) &&
         MayWrite(options_.Project, SourceAt(options_.Project), options_.Force, context_.Ui) &&
-        MayPreview(options_.PreviewFolder, context_.Ui) &&
+        MayPreview(options_.PreviewFolder, PagesOf(options_.Project), context_.Ui) &&
         (options_.Disc.empty() || OutputFolder::Judge(options_.Disc, options_.Force, context_.Ui));
     if (!isClear) {
       return false;
