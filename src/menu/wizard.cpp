@@ -112,6 +112,9 @@ class DiscMaker {
       steps_.Do([&] { return AddFilm(film); });
     }
     steps_.Do([this] { return JudgeSources(); });
+    if (steps_.GoOn()) {
+      ChooseStart();
+    }
     if (steps_.GoOn() && order_.HasMenus && OfferChoice(Offers(), RulesUsed())) {
       AddPages();
       steps_.Do([this] { return MakeMenuStructure(session_, plan_, services_.Ui); });
@@ -213,7 +216,6 @@ class DiscMaker {
   Outcome JudgeSources() {
     Findings findings = LookForSources(session_.Work(), services_.Ui, RulesUsed());
     std::erase_if(findings, [](const Message& finding) { return finding.Level != Severity::Error; });
-    ChooseStart();
     return findings.empty() ? Outcome::Done() : RefuseAll(std::move(findings), services_.Ui);
   }
 
