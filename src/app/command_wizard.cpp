@@ -143,7 +143,7 @@ bool TakeOptions(const WizardOptions& options, DiscOrder& order, UserInterface& 
 // themselves. Told where not.
 bool MayPreview(const std::string& folder, const std::string& pages, UserInterface& ui) {
   std::error_code unknown;
-  const fs::path whole = fs::weakly_canonical(folder, unknown);
+  const fs::path whole = fs::weakly_canonical(fs::absolute(folder, unknown), unknown);
   fs::path there = whole;
   while (!fs::exists(there, unknown) && there.has_relative_path()) {
     there = there.parent_path();
@@ -153,7 +153,7 @@ bool MayPreview(const std::string& folder, const std::string& pages, UserInterfa
     fault = "it is no folder";
   } else if (access(there.c_str(), W_OK) != 0) {
     fault = std::generic_category().message(errno);
-  } else if (whole == fs::weakly_canonical(pages, unknown)) {
+  } else if (whole == fs::weakly_canonical(fs::absolute(pages, unknown), unknown)) {
     fault = "the pages of the project go there";
   }
   if (!folder.empty() && !fault.empty()) {

@@ -25,8 +25,23 @@ std::string_view WordOf(PageKind kind) {
   }
 }
 
-std::string LinkToPage(const MenuButtonPlace& place, std::size_t pageNumber) {
-  return fmt::format("LinkCN {}_PG1_CELL{} button=1", MenuChainName(place.Kind, place.Set), pageNumber);
+bool TurnsPage(const std::string& key) {
+  return key == menu_key::Previous || key == menu_key::Next;
+}
+
+// Cells count from 1, pages from 0.
+std::string TurnPageText(const std::string& key, const MenuButtonPlace& place) {
+  const std::size_t cell = key == menu_key::Next ? place.Page + 2 : place.Page;
+  return fmt::format("LinkCN {}_PG1_CELL{} button=1", MenuChainName(place.Kind, place.Set), cell);
+}
+
+// Of a title set by its number, as text.
+std::string JumpToRootOf(std::string_view set) {
+  return fmt::format("JumpSS vts_{}, vts_ttn_1 : RootMenu", set);
+}
+
+std::string ShowSubtitlesText(std::string_view number) {
+  return fmt::format("SetSTN subpicture={}:ON", number);
 }
 
 std::string SetAndReturn(const std::string& setting, const MenuButtonPlace& place) {
@@ -50,10 +65,7 @@ std::string ChoiceText(const std::string& key, const MenuButtonPlace& place, con
   if (!rules.TitlePagesTurn) {
     return JumpToRootText(static_cast<int>(place.Running));
   }
-  if (key == menu_key::Previous || key == menu_key::Next) {
-    return LinkToPage(place, key == menu_key::Next ? place.Page + 2 : place.Page);
-  }
-  return fmt::format("JumpSS vts_{}, vts_ttn_1 : RootMenu", key);
+  return TurnsPage(key) ? TurnPageText(key, place) : JumpToRootOf(key);
 }
 
 }  // namespace
@@ -69,15 +81,14 @@ std::string CommandOfButton(const MenuButton& button, const MenuButtonPlace& pla
   if (key == menu_key::Main) {
     return "LinkPGCN " + MenuChainName(PageKind::Root, place.Set);
   }
-  if (key == menu_key::Previous || key == menu_key::Next) {
-    return LinkToPage(place, key == menu_key::Next ? place.Page + 2 : place.Page);
+  if (TurnsPage(key)) {
+    return TurnPageText(key, place);
   }
   switch (place.Kind) {
     case PageKind::Audio:
       return SetAndReturn("SetSTN audio=" + key, place);
     case PageKind::Subtitle:
-      return SetAndReturn(key == menu_key::SubtitlesOff ? SubtitlesOffText(rules)
-                                                        : fmt::format("SetSTN subpicture={}:ON", key),
+      return SetAndReturn(key == menu_key::SubtitlesOff ? SubtitlesOffText(rules) : ShowSubtitlesText(key),
                           place);
     default:
       return fmt::format("JumpVTS_PTT {}_PG{}", FilmChainName(place.Set), key);
@@ -89,7 +100,7 @@ std::string SubtitlesOffText(const Rules& rules) {
 }
 
 std::string SubtitlesOnText(int number) {
-  return fmt::format("SetSTN subpicture={}:ON", number);
+  return ShowSubtitlesText(std::to_string(number));
 }
 
 std::string MenuChainName(PageKind kind, int set) {
@@ -106,7 +117,7 @@ std::string FilmChainName(int set) {
 }
 
 std::string JumpToRootText(int set) {
-  return fmt::format("JumpSS vts_{}, vts_ttn_1 : RootMenu", set);
+  return JumpToRootOf(std::to_string(set));
 }
 
 }  // namespace quorvelant

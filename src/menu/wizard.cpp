@@ -81,6 +81,24 @@ void PaintFiles(const EditSession& session, const MadePage& page, const MenuLook
   services.Pictures.Save(painted.Sublayer, page.SublayerFile);
 }
 
+// The page with letters of the size that its fonts have now. Where texts were made to fit, they keep the size
+// that did.
+MadePage WithSizesOf(const MenuLook& look, MadePage page, const Rules& rules) {
+  if (PagesFit(rules)) {
+    return page;
+  }
+  const auto take = [&look](PageText& text) {
+    text.PixelHeight = look.Fonts.at(static_cast<std::size_t>(text.Slot)).PixelHeight;
+  };
+  std::ranges::for_each(page.Layout.Texts, take);
+  for (PageMark& mark : page.Layout.Marks) {
+    if (mark.Text) {
+      take(*mark.Text);
+    }
+  }
+  return page;
+}
+
 class DiscMaker {
  public:
   DiscMaker(EditSession& session, DiscOrder& order, PageFolder& folder, const WizardServices& services,
@@ -94,6 +112,9 @@ class DiscMaker {
       steps_.Do([&] { return AddFilm(film); });
     }
     steps_.Do([this] { return JudgeSources(); });
+    if (steps_.GoOn()) {
+      ChooseStart();
+    }
     if (steps_.GoOn() && order_.HasMenus && OfferChoice(Offers(), RulesUsed())) {
       AddPages();
       steps_.Do([this] { return MakeMenuStructure(session_, plan_, services_.Ui); });
@@ -195,7 +216,6 @@ class DiscMaker {
   Outcome JudgeSources() {
     Findings findings = LookForSources(session_.Work(), services_.Ui, RulesUsed());
     std::erase_if(findings, [](const Message& finding) { return finding.Level != Severity::Error; });
-    ChooseStart();
     return findings.empty() ? Outcome::Done() : RefuseAll(std::move(findings), services_.Ui);
   }
 
@@ -392,7 +412,8 @@ Outcome RemakePage(EditSession& session, const MadePage& page, const MenuLook& l
     if (!whole.Look) {
       return RefuseAll(std::move(whole.Errors), services.Ui);
     }
-    PaintFiles(session, page, *whole.Look, ThumbnailsFor(session, services), services);
+    PaintFiles(session, WithSizesOf(*whole.Look, page, session.RulesInForce()), *whole.Look,
+               ThumbnailsFor(session, services), services);
     if (fs::exists(LetterboxFileOf(page.SublayerFile))) {
       WriteLetterboxSublayer(page.SublayerFile, session.RulesInForce());
     }

@@ -145,6 +145,24 @@ TEST_F(Wizard, LeavesNothingWhereItEnds) {
   }
 }
 
+// Letters of fixed places have the size of the font that a page is painted with again.
+TEST_F(Wizard, RemakesAPageWithAnotherSize) {
+  EditSession session(Rules::Classic, {}, IndexStore(true));
+  Order.Films.resize(1);
+  Order.Look.Theme = "Midnight";
+  ASSERT_TRUE(Make(session, *Pictures).IsDone());
+  const MadePage& page = Made.Pages.back();
+  const std::string normal = TempFolder::Read(page.NormalFile);
+  const std::string sublayer = TempFolder::Read(page.SublayerFile);
+  MenuLook larger{.Theme = "Midnight"};
+  for (const bool isLarger : {false, true}) {
+    larger.Fonts[static_cast<std::size_t>(FontSlot::Item)].PixelHeight = isLarger ? 44 : 0;
+    EXPECT_TRUE(RemakePage(session, page, larger, {*Pictures, Ui}).IsDone());
+    EXPECT_EQ(TempFolder::Read(page.NormalFile) != normal, isLarger);
+    EXPECT_EQ(TempFolder::Read(page.SublayerFile) != sublayer, isLarger);
+  }
+}
+
 // What the traditional wizard makes of films that nothing is told of.
 TEST_F(Wizard, HabitsOfTheTraditionalOne) {
   const std::string bitmap = "SP_NUMBER\n1\t00:00:00:10\t00:00:01:00\ta.bmp\n";
