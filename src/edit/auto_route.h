@@ -15,10 +15,8 @@ enum class Route : std::uint8_t {
   // the other end.
   Ring,
   // To the nearest in each direction. Where none lies that way, round to the far side of its row or column,
-  // or
-  // else on through the rows. No button links to itself, unless it is alone, and every one can be reached
-  // from
-  // every other.
+  // or else on through the rows. No button links to itself, unless it is alone, and every one can be reached
+  // from every other.
   Geometry,
 };
 

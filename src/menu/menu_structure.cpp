@@ -296,7 +296,7 @@ class MenuMaker {
 
 }  // namespace
 
-Outcome MakeMenuStructure(EditSession& session, const MenuPlan& plan, UserInterface& /*ui*/) {
+Outcome MakeMenuStructure(EditSession& session, const MenuPlan& plan) {
   return MenuMaker(session, plan).Make();
 }
 

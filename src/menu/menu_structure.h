@@ -15,8 +15,6 @@
 
 namespace quorvelant {
 
-class UserInterface;
-
 // What happens after a film, and when the disc goes in.
 enum class AfterFilm : std::uint8_t { Menu, Next, Repeat, Stop };
 enum class AtInsertion : std::uint8_t { Menu, FirstFilm, AllFilms };
@@ -43,9 +41,9 @@ struct MenuPlan {
 
 // Gives every film of the plan a title set of its own with its menus, and the Video Manager the title choice.
 // The empty title set of the default structure is replaced. One step of the history.
-Outcome MakeMenuStructure(EditSession& session, const MenuPlan& plan, UserInterface& ui);
+Outcome MakeMenuStructure(EditSession& session, const MenuPlan& plan);
 
 // A disc without menus: what the films of the plan play, by themselves.
-Outcome MakePlainStructure(EditSession& session, const MenuPlan& plan, UserInterface& ui);
+Outcome MakePlainStructure(EditSession& session, const MenuPlan& plan);
 
 }  // namespace quorvelant

@@ -58,7 +58,7 @@ void AddScenes(EditSession& session, const MenuPlan& plan, Steps& steps) {
 
 }  // namespace
 
-Outcome MakePlainStructure(EditSession& session, const MenuPlan& plan, UserInterface& /*ui*/) {
+Outcome MakePlainStructure(EditSession& session, const MenuPlan& plan) {
   Change change(session, "Make Titles");
   Steps steps;
   session.RulesInForce().TitleForEachFilm ? AddTitles(session, plan, steps) : AddScenes(session, plan, steps);

@@ -117,9 +117,9 @@ class DiscMaker {
     }
     if (steps_.GoOn() && order_.HasMenus && OfferChoice(Offers(), RulesUsed())) {
       AddPages();
-      steps_.Do([this] { return MakeMenuStructure(session_, plan_, services_.Ui); });
+      steps_.Do([this] { return MakeMenuStructure(session_, plan_); });
     } else {
-      steps_.Do([this] { return MakePlainStructure(session_, plan_, services_.Ui); });
+      steps_.Do([this] { return MakePlainStructure(session_, plan_); });
     }
     steps_.Do([&change] { return change.Commit(); });
     if (steps_.GoOn()) {

@@ -74,7 +74,7 @@ Outcome MenuDisc::Make() {
   Plan.Selection = 0x00FFFF;
   Plan.Action = 0x0000FF;
   steps.Do([this] {
-    return Kind.HasMenus ? MakeMenuStructure(Session, Plan, Ui) : MakePlainStructure(Session, Plan, Ui);
+    return Kind.HasMenus ? MakeMenuStructure(Session, Plan) : MakePlainStructure(Session, Plan);
   });
   return steps.Refusal();
 }
