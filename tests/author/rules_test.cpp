@@ -125,9 +125,9 @@ const std::vector<FoundBy> Found{
 const std::vector<std::string> Elsewhere{
     "tests/script/meaning_test.cpp",     "tests/author/disc_plan_test.cpp",
     "tests/app/switch_form_test.cpp",    "tests/edit/button_rules_test.cpp",
-    "tests/edit/command_lists_test.cpp", "tests/edit/button_sets_test.cpp", "tests/menu/page_layout_test.cpp",
-    "tests/menu/page_painter_test.cpp",  "tests/menu/wizard_test.cpp",
-    "tests/menu/structure_test.cpp"};
+    "tests/edit/command_lists_test.cpp", "tests/edit/button_sets_test.cpp",
+    "tests/menu/page_layout_test.cpp",   "tests/menu/page_painter_test.cpp",
+    "tests/menu/wizard_test.cpp",        "tests/menu/structure_test.cpp"};
 
 // Tracks and menus in which every flag has something to do, each in as few files as may be.
 class RulesDisc : public testing::TestWithParam<Flag> {
