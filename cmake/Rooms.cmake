@@ -46,11 +46,12 @@ function(quorvelant_tests room)
   add_executable(${room}_tests ${sources})
   target_link_libraries(${room}_tests PRIVATE quorvelant_flags ${room} testing ${ARG_LINK} GTest::gmock_main)
   target_precompile_headers(${room}_tests PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+  set(leaks "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.txt:print_suppressions=0")
   foreach(shard RANGE 1 ${ARG_SHARDS})
     math(EXPR index "${shard} - 1")
     add_test(NAME ${room}_${shard}_of_${ARG_SHARDS} COMMAND ${room}_tests --gtest_brief=1)
     # The rooms with many shards take longest: they start first.
     set_tests_properties(${room}_${shard}_of_${ARG_SHARDS} PROPERTIES TIMEOUT 900 COST ${ARG_SHARDS}
-      ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${index}")
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=${ARG_SHARDS};GTEST_SHARD_INDEX=${index};${leaks}")
   endforeach()
 endfunction()
