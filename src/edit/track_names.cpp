@@ -15,12 +15,9 @@ namespace {
 constexpr std::string_view NotCarried = "\t\r\n;{}";
 
 bool IsTaken(const Project& project, std::string_view name, std::size_t own) {
-  for (const auto& [index, track] : LiveWithIndex(project.Tracks)) {
-    if (index != own && EqualNoCase(Trim(track.TrackName), Trim(name))) {
-      return true;
-    }
-  }
-  return false;
+  return std::ranges::any_of(LiveWithIndex(project.Tracks), [&](const auto& live) {
+    return live.first != own && EqualNoCase(Trim(live.second.TrackName), Trim(name));
+  });
 }
 
 }  // namespace
