@@ -168,6 +168,12 @@ TEST_F(HarmedRun, AHoldOfAHundredHoursIsRefusedBeforeAnythingIsWritten) {
 TEST_F(HarmedRun, WithoutThreadsItEndsWithAWord) {
   fs::permissions(maker.Temp.Path(), fs::perms::all);
   fs::permissions(maker.Folder, fs::perms::all);
+  for (const char* name : {"film.m2v", "film.ac3"}) {  // where the samples are, others may not read
+    const fs::path source = maker.Temp.Path() / name;
+    const fs::path sample = fs::canonical(source);
+    fs::remove(source);
+    fs::copy_file(sample, source);
+  }
   const pid_t child = fork();
   if (child == 0) {
     constexpr uid_t Nobody = 65534;
