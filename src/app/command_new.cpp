@@ -16,7 +16,6 @@
 #include "edit/film_files.h"
 #include "edit/new_titles.h"
 #include "edit/project_file.h"
-#include "edit/source_paths.h"
 #include "model/walk.h"
 
 namespace quorvelant {
@@ -28,18 +27,6 @@ struct NewOptions {
   std::vector<std::string> Files;
   bool Force = false;
 };
-
-// Names on the command line count from here, those of a script from the script.
-FilmFiles LeadFrom(const std::string& project, FilmFiles film) {
-  film.Video = PathFrom(project, film.Video);
-  film.Chapters = PathFrom(project, film.Chapters);
-  for (auto* streams : {&film.Audio, &film.Subtitles}) {
-    for (FilmFiles::Stream& stream : *streams) {
-      stream.File = PathFrom(project, stream.File);
-    }
-  }
-  return film;
-}
 
 std::string Summary(const NewOptions& options, const Project& project) {
   const auto sets = std::ranges::count_if(Live(project.Disc),
@@ -61,7 +48,7 @@ int Run(const NewOptions& options, CommandContext& context) {
   EditSession session(Rules::Players, EditOptionsOf(context.Options), IndexStore(true));
   StartAt(session, options.Project);
   for (FilmFiles& film : sorted.Films) {
-    film = LeadFrom(options.Project, std::move(film));
+    film = AsScriptHolds(options.Project, std::move(film));
   }
   const Outcome added = AddTitles(session, sorted.Films, context.Ui);
   if (!added.IsDone()) {

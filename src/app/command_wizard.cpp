@@ -77,18 +77,10 @@ bool TellAll(const std::vector<Message>& errors, UserInterface& ui) {
 
 DiscOrder OrderOfFilms(std::vector<FilmFiles> films) {
   DiscOrder order;
-  const auto streams = [](const std::vector<FilmFiles::Stream>& files) {
-    std::vector<OrderedStream> ordered;
-    ordered.reserve(files.size());
-    for (const FilmFiles::Stream& file : files) {
-      ordered.push_back({file.File, file.Language, file.Extension});
-    }
-    return ordered;
-  };
   for (FilmFiles& film : films) {
     order.Films.push_back({.Video = std::move(film.Video),
-                           .Audio = streams(film.Audio),
-                           .Subtitles = streams(film.Subtitles),
+                           .Audio = std::move(film.Audio),
+                           .Subtitles = std::move(film.Subtitles),
                            .ChapterFile = std::move(film.Chapters)});
   }
   return order;

@@ -10,6 +10,7 @@
 #include "base/random.h"
 #include "base/text.h"
 #include "edit/messages.h"
+#include "edit/source_paths.h"
 #include "model/cls_dvd.h"
 #include "model/picture_file.h"
 
@@ -197,6 +198,17 @@ SortedFiles SortFilms(std::span<const std::string> files) {
     }
   }
   return sorted;
+}
+
+FilmFiles AsScriptHolds(const std::string& script, FilmFiles film) {
+  film.Video = PathFrom(script, film.Video);
+  film.Chapters = PathFrom(script, film.Chapters);
+  for (auto* streams : {&film.Audio, &film.Subtitles}) {
+    for (FilmFiles::Stream& stream : *streams) {
+      stream.File = PathFrom(script, stream.File);
+    }
+  }
+  return film;
 }
 
 }  // namespace quorvelant

@@ -43,6 +43,9 @@ struct SortedFiles {
 // ("film.de.ac3"). Files that a film has already are passed over.
 void FindFilesOf(std::vector<FilmFiles>& films);
 
+// The film with paths that count from here as a script at `script` would hold them.
+[[nodiscard]] FilmFiles AsScriptHolds(const std::string& script, FilmFiles film);
+
 // The language that a file's name tells, by its last word or one after the video's stem; empty for none.
 [[nodiscard]] std::string LanguageOfFile(const std::string& file, const std::string& video);
 

@@ -6,18 +6,14 @@
 #include <string>
 #include <vector>
 
+#include "edit/film_files.h"
 #include "menu/menu_look.h"
 #include "menu/menu_offer.h"
 #include "menu/menu_structure.h"
 
 namespace quorvelant {
 
-struct OrderedStream {
-  std::string File;
-  std::string Language;   // a name of the vocabulary; empty where none is told
-  std::string Extension;  // likewise
-  bool operator==(const OrderedStream&) const = default;
-};
+using OrderedStream = FilmFiles::Stream;
 
 struct OrderedChapter {
   std::string Time;  // "HH:MM:SS", with ":FF" or without

@@ -18,6 +18,7 @@
 #include "base/user_interface.h"
 #include "check/check_sources.h"
 #include "edit/change.h"
+#include "edit/film_files.h"
 #include "edit/film_tracks.h"
 #include "edit/overlays.h"
 #include "edit/source_paths.h"
@@ -55,15 +56,6 @@ Outcome RefuseAll(Findings errors, UserInterface& ui) {
 
 Outcome AsOutcome(std::optional<Message> refusal) {
   return refusal ? Outcome::Refused(std::move(*refusal)) : Outcome::Done();
-}
-
-// A name of the film that a script can hold as that of a track.
-std::string TrackNameFor(const std::string& name) {
-  std::string fit = name;
-  std::ranges::replace_if(
-      fit, [](char letter) { return std::string_view("\t\r\n;{}").find(letter) != std::string_view::npos; },
-      '_');
-  return fit;
 }
 
 ThumbnailSource ThumbnailsFor(EditSession& session, const WizardServices& services) {
@@ -199,17 +191,11 @@ class DiscMaker {
   }
 
   [[nodiscard]] FilmFiles FilesOf(const OrderedFilm& film) const {
-    const std::string& script = session_.Work().ScriptFile;
-    FilmFiles files;
-    files.Name = TrackNameFor(film.Name);
-    files.Video = PathFrom(script, film.Video);
-    for (const OrderedStream& stream : film.Audio) {
-      files.Audio.push_back({PathFrom(script, stream.File), stream.Language, stream.Extension});
-    }
-    for (const OrderedStream& stream : film.Subtitles) {
-      files.Subtitles.push_back({PathFrom(script, stream.File), stream.Language, stream.Extension});
-    }
-    return files;
+    return AsScriptHolds(session_.Work().ScriptFile, {.Video = film.Video,
+                                                      .Name = film.Name,
+                                                      .Audio = film.Audio,
+                                                      .Subtitles = film.Subtitles,
+                                                      .Chapters = {}});
   }
 
   // Whatever else keeps a source from the disc, with the bitmaps of subtitles.
