@@ -70,6 +70,9 @@ inline constexpr MessageKind LabelsMissing{
     "There are no labels in {}: choose one of {}, or give your own under [labels]"};
 inline constexpr MessageKind LabelUnknown{"label-unknown", Severity::Error, "Label Error",
                                           "No page says \"{}\"; own labels stand for these: {}"};
+inline constexpr MessageKind LabelWithoutNumber{
+    "label-without-number", Severity::Error, "Label Error",
+    R"("{}" stands for "{}" on several buttons, which would all read alike: it needs "{{}}" for the number)"};
 inline constexpr MessageKind MenusProduced{"menus-produced", Severity::Information, "", "Menus Produced"};
 
 // --- the folder of pages ---

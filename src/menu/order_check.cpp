@@ -174,6 +174,10 @@ class OrderJudge {
         findings_.push_back(
             MessageOf(message::LabelUnknown, {}, word, fmt::format("{}", fmt::join(keys, ", "))));
       }
+      const bool isNumbered = word == "Audio {}" || word == "Subtitle {}" || word == "Movie {}";
+      if (isNumbered && own.find("{}") == std::string::npos) {
+        findings_.push_back(MessageOf(message::LabelWithoutNumber, {}, own, word));
+      }
     }
   }
 
