@@ -6,7 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/message_json.h"
-#include "app/version.h"
+#include "desk/version.h"
 #include "author/size_text.h"
 #include "base/timecode.h"
 #include "model/walk.h"

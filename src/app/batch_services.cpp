@@ -6,7 +6,7 @@
 #include "analysis/messages.h"
 #include "analysis/picture_index.h"
 #include "app/messages.h"
-#include "app/user_folders.h"
+#include "desk/user_folders.h"
 #include "author/author.h"
 #include "author/message_recorder.h"
 #include "check/check.h"

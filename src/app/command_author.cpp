@@ -10,14 +10,15 @@
 #include "app/author_report.h"
 #include "app/log_file.h"
 #include "app/messages.h"
-#include "app/open_project.h"
-#include "app/place_names.h"
-#include "app/project_findings.h"
 #include "app/run_reporter.h"
 #include "author/author.h"
 #include "author/message_recorder.h"
 #include "base/random.h"
 #include "check/findings.h"
+#include "desk/author_options.h"
+#include "desk/open_project.h"
+#include "desk/place_names.h"
+#include "desk/project_findings.h"
 #include "edit/chapter_analysis.h"
 #include "model/picture_file.h"
 #include "model/walk.h"
@@ -127,15 +128,6 @@ bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
     context.Report(ResultText(result, arguments.Folder, arguments.DryRun));
   }
   return done;
-}
-
-AuthorOrder OrderOf(const Settings& settings, const Rules& rules) {
-  const Settings used = rules.GoesBySettings ? settings : Settings{};
-  AuthorOrder order{.Rules = rules, .RemoveSeqEnd = used.RemoveSeqEnd};
-  for (std::size_t i = 0; i < Regions.size(); ++i) {
-    order.Regions.at(static_cast<std::size_t>(Regions.at(i) - 1)) = used.RegionAllowed.at(i);
-  }
-  return order;
 }
 
 void AddAuthorCommand(CLI::App& program, CommandContext& context) {

@@ -34,7 +34,4 @@ struct AuthorArguments {
 //                   [--dry-run] [--json] [--log-file FILE]
 void AddAuthorCommand(CLI::App& program, CommandContext& context);
 
-// What the settings, or what the rules take in their place, say of a run.
-[[nodiscard]] AuthorOrder OrderOf(const Settings& settings, const Rules& rules);
-
 }  // namespace quorvelant

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "app/messages.h"
-#include "app/open_project.h"
+#include "desk/open_project.h"
 #include "app/output_file.h"
 #include "base/random.h"
 #include "check/findings.h"

@@ -6,10 +6,10 @@
 #include <string>
 #include <utility>
 
-#include "app/edit_options.h"
+#include "desk/edit_options.h"
 #include "app/edit_run.h"
 #include "app/messages.h"
-#include "app/open_project.h"
+#include "desk/open_project.h"
 #include "app/output_file.h"
 #include "app/rules_option.h"
 #include "edit/project_file.h"

@@ -20,7 +20,7 @@
 #include "app/command_subtitles.h"
 #include "app/command_wizard.h"
 #include "app/messages.h"
-#include "app/version.h"
+#include "desk/version.h"
 #include "base/message_error.h"
 
 namespace quorvelant {

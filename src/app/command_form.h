@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "app/console_ui.h"
-#include "app/settings.h"
-#include "app/user_folders.h"
+#include "desk/settings.h"
+#include "desk/user_folders.h"
 #include "base/user_interface.h"
 
 namespace quorvelant {

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/edit_options.h"
-#include "app/new_project.h"
+#include "desk/edit_options.h"
+#include "desk/new_project.h"
 #include "app/output_file.h"
 #include "app/rules_option.h"
 #include "base/counted.h"

@@ -16,6 +16,7 @@
 #include "base/text.h"
 #include "base/timecode.h"
 #include "codec/colors.h"
+#include "desk/messages.h"
 #include "menu/film_picture.h"
 #include "platform/platform_pictures.h"
 

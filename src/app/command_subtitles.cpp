@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "app/messages.h"
-#include "app/open_project.h"
+#include "desk/open_project.h"
 #include "app/output_file.h"
 #include "app/rules_option.h"
 #include "author/message_recorder.h"

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <utility>
 
-#include "app/edit_line.h"
-#include "app/settings.h"
+#include "desk/edit_line.h"
+#include "desk/settings.h"
 #include "base/message.h"
 #include "base/user_interface.h"
 #include "edit/operation_ui.h"

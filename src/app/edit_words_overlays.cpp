@@ -10,9 +10,9 @@
 #include <string_view>
 #include <vector>
 
-#include "app/edit_button_fields.h"
+#include "desk/edit_button_fields.h"
 #include "app/edit_words.h"
-#include "app/frame_picture.h"
+#include "desk/frame_picture.h"
 #include "base/text.h"
 #include "base/timecode.h"
 #include "check/track_times.h"

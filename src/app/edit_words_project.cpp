@@ -14,6 +14,7 @@
 #include "check/check.h"
 #include "check/check_sources.h"
 #include "check/disc_limits.h"
+#include "desk/author_options.h"
 #include "edit/messages.h"
 #include "edit/outline_json.h"
 #include "edit/project_file.h"

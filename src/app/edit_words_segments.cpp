@@ -2,7 +2,7 @@
 #include <array>
 #include <string>
 
-#include "app/edit_button_fields.h"
+#include "desk/edit_button_fields.h"
 #include "app/edit_words.h"
 #include "edit/live_sources.h"
 #include "edit/segment_files.h"

@@ -3,7 +3,7 @@
 #include <limits>
 #include <optional>
 
-#include "app/edit_fields.h"
+#include "desk/edit_fields.h"
 #include "app/edit_words.h"
 #include "base/text.h"
 #include "edit/drop.h"

@@ -11,7 +11,7 @@
 #include "app/command_form.h"
 #include "app/console_ui.h"
 #include "app/switch_form.h"
-#include "app/user_folders.h"
+#include "desk/user_folders.h"
 
 // A standard stream that was closed would be the next file that is opened, and what is printed would go into
 // it: each is given a file that takes nothing.

@@ -40,9 +40,6 @@ inline constexpr MessageKind LogInTheWay{
     "No log can be begun here, in place of the project, of a source or within the disc: name another file"};
 inline constexpr MessageKind ResultsNotWritten{"results-not-written", Severity::Error, "Output",
                                                "The results could not be written to standard output"};
-inline constexpr MessageKind SettingsNotRead{
-    "settings-not-read", Severity::Warning, "Settings",
-    "The settings cannot be read, and the built-in ones hold: mend the file or its permissions"};
 
 // `probe` and `index`; the first two take why a file cannot be read.
 inline constexpr MessageKind ProbeRefused{"probe-refused", Severity::Error, "Probe Error", "{}"};
@@ -56,8 +53,6 @@ inline constexpr MessageKind IndexOfBitmap{"index-of-bitmap", Severity::Error, "
 inline constexpr MessageKind PictureWithoutVideo{
     "picture-without-video", Severity::Error, "Picture",
     "this is no MPEG video; probe tells what it is, and which line makes video of it"};
-inline constexpr MessageKind PictureNotIntra{"picture-not-intra", Severity::Error, "Picture",
-                                             "there is no picture that stands on its own"};
 // The size, and a line for a shell.
 inline constexpr MessageKind StillSizeOther{"still-size-other", Severity::Error, "Still",
                                             "Image sizes must be 720*576 or 360*288 or 720*480 or 360*240; "
@@ -81,31 +76,10 @@ inline constexpr MessageKind LinesWouldBeLost{
     "Lines of this script ({} in all) are not understood and would be lost: name another file to write with "
     "--output"};
 
-// `edit`: a line of it, its fields, and what a run of lines meets.
-inline constexpr MessageKind EditLineNoJson{"edit-line-no-json", Severity::Error, "Edit Error",
-                                            "This is no JSON object: {}"};
-inline constexpr MessageKind EditLineWithoutWord{
-    "edit-line-without-op", Severity::Error, "Edit Error",
-    R"(A line is a JSON object with its operation in "op", such as {{"op":"new-title-set"}})"};
 inline constexpr MessageKind EditLineTooLong{"edit-line-too-long", Severity::Error, "Edit Error",
                                              "The line is longer than 1 MiB"};
 inline constexpr MessageKind EditWordUnknown{"edit-op-unknown", Severity::Error, "Edit Error",
                                              "\"{}\" is no operation; these are: {}"};
-inline constexpr MessageKind EditFieldMissing{"edit-field-missing", Severity::Error, "Edit Error",
-                                              R"("{}" lacks the field "{}")"};
-inline constexpr MessageKind EditFieldUnknown{
-    "edit-field-unknown", Severity::Error, "Edit Error",
-    R"("{}" has no field "{}"; these it takes ("?" after those that may be missing): {})"};
-inline constexpr MessageKind EditTakesNoField{"edit-takes-no-field", Severity::Error, "Edit Error",
-                                              R"("{}" has no field "{}": it takes none)"};
-inline constexpr MessageKind EditNoFields{
-    "edit-no-fields", Severity::Error, "Edit Error",
-    "\"{}\" has no fields to set; titles, PGCs, cells, title sets, tracks, plays, streams and scenes have"};
-inline constexpr MessageKind EditFieldUnfit{"edit-field-unfit", Severity::Error, "Edit Error",
-                                            "\"{}\" is {}; {} is expected"};
-// Of lists and objects, whose values a message does not show.
-inline constexpr MessageKind EditListUnfit{"edit-list-unfit", Severity::Error, "Edit Error",
-                                           "\"{}\" does not fit: {} is expected"};
 inline constexpr MessageKind EditNothingToUndo{"edit-nothing-to-undo", Severity::Error, "Edit Error",
                                                "There is no step to undo"};
 inline constexpr MessageKind EditNothingToRedo{"edit-nothing-to-redo", Severity::Error, "Edit Error",
@@ -155,8 +129,6 @@ inline constexpr MessageKind DiscComplete{"disc-complete", Severity::Information
                                           "DVD Authoring Complete"};
 
 // `check`.
-// What author would ask, and answer by itself.
-inline constexpr MessageKind RunAsks{"question", Severity::Warning, "", "{}"};
 inline constexpr MessageKind CheckStopped{"check-stopped", Severity::Error, "Stopped",
                                           "The check was stopped before it had seen everything"};
 

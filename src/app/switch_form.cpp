@@ -10,11 +10,12 @@
 #include "app/command_author.h"
 #include "app/command_form.h"
 #include "app/messages.h"
-#include "app/settings.h"
-#include "app/version.h"
 #include "base/log.h"
 #include "base/random.h"
 #include "base/text.h"
+#include "desk/author_options.h"
+#include "desk/settings.h"
+#include "desk/version.h"
 
 namespace quorvelant {
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/user_folders.h"
+#include "desk/user_folders.h"
 #include "author/author_order.h"
 #include "author/author_result.h"
 #include "base/rules.h"

@@ -7,7 +7,7 @@
 #include <regex>
 #include <string>
 
-#include "app/edit_options.h"
+#include "desk/edit_options.h"
 #include "base/text.h"
 #include "edit/drop.h"
 #include "edit/live_elements.h"

@@ -1,7 +1,7 @@
 // What the user's settings say of operations on a project.
 #pragma once
 
-#include "app/settings.h"
+#include "desk/settings.h"
 #include "edit/session.h"
 
 namespace quorvelant {

@@ -1,13 +1,13 @@
-#include "app/project_findings.h"
+#include "desk/project_findings.h"
 
 #include <string>
 #include <string_view>
 
-#include "app/messages.h"
 #include "author/author.h"
 #include "author/messages.h"
 #include "base/passing_ui.h"
 #include "check/check.h"
+#include "desk/messages.h"
 #include "script/load_findings.h"
 
 namespace quorvelant {

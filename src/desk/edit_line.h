@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/json_field.h"
+#include "desk/json_field.h"
 
 namespace quorvelant {
 

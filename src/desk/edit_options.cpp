@@ -1,4 +1,4 @@
-#include "app/edit_options.h"
+#include "desk/edit_options.h"
 
 namespace quorvelant {
 

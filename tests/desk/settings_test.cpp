@@ -1,10 +1,10 @@
-#include "app/settings.h"
+#include "desk/settings.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 
-#include "app/user_folders.h"
+#include "desk/user_folders.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 

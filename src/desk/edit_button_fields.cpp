@@ -1,4 +1,4 @@
-#include "app/edit_button_fields.h"
+#include "desk/edit_button_fields.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -11,11 +11,11 @@
 #include <string>
 #include <string_view>
 
-#include "app/messages.h"
 #include "base/message_error.h"
 #include "base/text.h"
 #include "base/timecode.h"
 #include "check/track_times.h"
+#include "desk/messages.h"
 #include "edit/track_viewer.h"
 #include "model/highlight_groups.h"
 #include "subpicture/bitmap_window.h"

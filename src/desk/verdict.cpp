@@ -1,4 +1,4 @@
-#include "app/verdict.h"
+#include "desk/verdict.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "app/json_field.h"
+#include "desk/json_field.h"
 
 #include <fmt/format.h>
 
@@ -6,9 +6,9 @@
 #include <limits>
 #include <optional>
 
-#include "app/messages.h"
 #include "base/message_error.h"
 #include "base/text.h"
+#include "desk/messages.h"
 
 namespace quorvelant {
 

@@ -1,4 +1,4 @@
-#include "app/user_folders.h"
+#include "desk/user_folders.h"
 
 #include <cstdlib>
 #include <filesystem>

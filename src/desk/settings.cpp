@@ -1,4 +1,4 @@
-#include "app/settings.h"
+#include "desk/settings.h"
 
 #include <fmt/format.h>
 
@@ -8,9 +8,9 @@
 #include <system_error>
 #include <vector>
 
-#include "app/messages.h"
 #include "base/file_text.h"
 #include "base/text.h"
+#include "desk/messages.h"
 
 namespace quorvelant {
 

@@ -1,4 +1,4 @@
-#include "app/edit_fields.h"
+#include "desk/edit_fields.h"
 
 #include <fmt/format.h>
 
@@ -13,10 +13,10 @@
 #include <type_traits>
 #include <vector>
 
-#include "app/edit_button_fields.h"
-#include "app/messages.h"
 #include "base/message_error.h"
 #include "base/text.h"
+#include "desk/edit_button_fields.h"
+#include "desk/messages.h"
 #include "edit/change.h"
 #include "edit/live_elements.h"
 #include "edit/segments.h"

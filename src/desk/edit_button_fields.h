@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/edit_line.h"
+#include "desk/edit_line.h"
 #include "edit/button_sets.h"
 
 namespace quorvelant {

@@ -1,4 +1,4 @@
-#include "app/place_names.h"
+#include "desk/place_names.h"
 
 #include <fmt/format.h>
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "app/json_field.h"
+#include "desk/json_field.h"
 #include "edit/outcome.h"
 #include "edit/session.h"
 

@@ -1,4 +1,4 @@
-#include "app/new_project.h"
+#include "desk/new_project.h"
 
 #include <utility>
 

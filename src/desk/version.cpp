@@ -1,4 +1,4 @@
-#include "app/version.h"
+#include "desk/version.h"
 
 #include <array>
 #include <string>

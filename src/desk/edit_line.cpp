@@ -1,12 +1,12 @@
-#include "app/edit_line.h"
+#include "desk/edit_line.h"
 
 #include <algorithm>
 #include <limits>
 #include <vector>
 
-#include "app/messages.h"
 #include "base/message_error.h"
 #include "base/text.h"
+#include "desk/messages.h"
 
 namespace quorvelant {
 

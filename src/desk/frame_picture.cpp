@@ -1,17 +1,17 @@
-#include "app/frame_picture.h"
+#include "desk/frame_picture.h"
 
 #include <algorithm>
 #include <iterator>
 #include <string_view>
 #include <vector>
 
-#include "app/messages.h"
 #include "base/file_text.h"
 #include "base/text.h"
 #include "base/timecode.h"
 #include "check/messages.h"
 #include "check/track_times.h"
 #include "codec/colors.h"
+#include "desk/messages.h"
 #include "edit/messages.h"
 #include "edit/track_viewer.h"
 #include "menu/film_picture.h"
