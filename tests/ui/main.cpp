@@ -1,0 +1,15 @@
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QStandardPaths>
+#include <clocale>
+
+// One application for all tests, without a display: two runs draw the same pixels.
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("LC_ALL", "C.UTF-8");
+  QStandardPaths::setTestModeEnabled(true);
+  testing::InitGoogleTest(&argc, argv);
+  QGuiApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}
