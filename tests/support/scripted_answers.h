@@ -20,6 +20,12 @@ class ScriptedAnswers : public Answerer {
     Verbs = {std::string(yes), std::string(no)};
     return Next(Yes, title, text).value_or(false);
   }
+  std::optional<bool> AskOrStay(std::string_view title, std::string_view text, std::string_view yes,
+                                std::string_view no) override {
+    Questions.push_back({std::string(title), std::string(text)});
+    Verbs = {std::string(yes), std::string(no)};
+    return Next(Yes, title, text);
+  }
   std::optional<std::string> AskText(std::string_view title, std::string_view text,
                                      std::string_view proposal) override {
     Questions.push_back({std::string(title), std::string(text)});
