@@ -94,6 +94,19 @@ std::vector<Cell_P*> CellsToEdit(VTS_P& entry, Domain domain) {
   return cells;
 }
 
+// The place of a live command by its number in the row of all of the cell's.
+std::optional<CommandPlace> LiveCommandAt(const Cell_P& cell, std::size_t number) {
+  for (std::size_t play = 0; play < cell.ButtonCommands.size(); ++play) {
+    const CommandList& commands = cell.ButtonCommands[play].Commands;
+    for (std::size_t i = 0; i < commands.size(); ++i) {
+      if (!commands[i].Deleted && number-- == 0) {
+        return CommandPlace{.Key = cell.Key, .List = ListKind::Button, .Play = play, .Position = i};
+      }
+    }
+  }
+  return std::nullopt;
+}
+
 VMICommand_P NopCommand() {
   VMICommand_P command;
   command.FullCommand = "NOP";
@@ -243,6 +256,45 @@ std::optional<std::size_t> SceneShowing(const Track& track, std::size_t set) {
     }
   }
   return std::nullopt;
+}
+
+std::vector<CommandPlace> CommandsOfButton(const Project& project, std::size_t track,
+                                           const ButtonPlace& button) {
+  const Track& played = project.Tracks[track];
+  const std::vector<DealtScene> dealing = DealingOf(played, played.HighlightPlays);
+  const auto dealt = std::ranges::find_if(dealing, [&](const DealtScene& scene) {
+    return std::ranges::find(scene.Buttons, button) != scene.Buttons.end();
+  });
+  std::vector<CommandPlace> places;
+  if (dealt == dealing.end()) {
+    return places;
+  }
+  const auto number =
+      static_cast<std::size_t>(std::ranges::find(dealt->Buttons, button) - dealt->Buttons.begin());
+  for (const auto& at : LivePgcs(project)) {
+    for (const Cell_P* cell : LiveCells(*at.Chain)) {
+      const auto place =
+          SceneOf(*cell, played, track) == dealt->Name ? LiveCommandAt(*cell, number) : std::nullopt;
+      if (place) {
+        places.push_back(*place);
+      }
+    }
+  }
+  return places;
+}
+
+std::vector<std::string> CellsPlayingAt(const Project& project, std::size_t track, std::int64_t frame) {
+  const Track& played = project.Tracks[track];
+  const std::size_t scene = SceneAt(played, frame);
+  std::vector<std::string> keys;
+  for (const auto& at : LivePgcs(project)) {
+    for (const Cell_P* cell : LiveCells(*at.Chain)) {
+      if (scene < played.Scenes.size() && SceneOf(*cell, played, track) == played.Scenes[scene].Name) {
+        keys.push_back(cell->Key);
+      }
+    }
+  }
+  return keys;
 }
 
 ButtonCommandCarrier::ButtonCommandCarrier(const Project& project, std::size_t track) : track_(track) {

@@ -3,6 +3,7 @@
 
 #include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -11,6 +12,7 @@
 
 #include "model/project.h"
 #include "model/walk.h"
+#include "vm/command_place.h"
 
 namespace quorvelant {
 
@@ -35,6 +37,16 @@ struct DealtScene {
   std::string Name;
   std::vector<ButtonPlace> Buttons;
 };
+
+// Where the commands of a button stand: one place for each live cell that plays the scene in which its set
+// starts and has a command for it. None where no cell does.
+[[nodiscard]] std::vector<CommandPlace> CommandsOfButton(const Project& project, std::size_t track,
+                                                         const ButtonPlace& button);
+
+// The live cells that play the scene in which a frame lies: those that hold the commands of a set that starts
+// there. Keys, in the order of the disc.
+[[nodiscard]] std::vector<std::string> CellsPlayingAt(const Project& project, std::size_t track,
+                                                      std::int64_t frame);
 
 // Made before the sets or the scenes of a track change, and before cells go for it; the commands of its live
 // cells follow afterwards: each stays with its button, a removed button takes its command along, a new one
