@@ -245,6 +245,30 @@ std::optional<std::size_t> SceneShowing(const Track& track, std::size_t set) {
   return std::nullopt;
 }
 
+std::optional<DealtPlace> DealtPlaceOf(const Track& track, const ButtonPlace& button) {
+  for (const DealtScene& dealt : DealingOf(track, track.HighlightPlays)) {
+    const auto at = std::ranges::find(dealt.Buttons, button);
+    if (at != dealt.Buttons.end()) {
+      return DealtPlace{dealt.Scene, static_cast<std::size_t>(at - dealt.Buttons.begin())};
+    }
+  }
+  return std::nullopt;
+}
+
+std::vector<const Cell_P*> CellsPlaying(const Project& project, std::size_t track, std::size_t scene) {
+  std::vector<const Cell_P*> cells;
+  const Track& played = project.Tracks[track];
+  if (scene >= played.Scenes.size()) {
+    return cells;
+  }
+  for (const auto& at : LivePgcs(project)) {
+    std::ranges::copy_if(LiveCells(*at.Chain), std::back_inserter(cells), [&](const Cell_P* cell) {
+      return SceneOf(*cell, played, track) == played.Scenes[scene].Name;
+    });
+  }
+  return cells;
+}
+
 ButtonCommandCarrier::ButtonCommandCarrier(const Project& project, std::size_t track) : track_(track) {
   const Track& played = project.Tracks[track];
   before_ = DealingOf(played, played.HighlightPlays);
