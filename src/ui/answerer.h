@@ -28,6 +28,11 @@ class Answerer {
   // closed.
   virtual bool Ask(std::string_view title, std::string_view text, std::string_view yes,
                    std::string_view no) = 0;
+  // The same with a way out, where both answers go on; nothing on cancel.
+  virtual std::optional<bool> AskOrStay(std::string_view title, std::string_view text, std::string_view yes,
+                                        std::string_view no) {
+    return Ask(title, text, yes, no);
+  }
   // Nothing on cancel.
   virtual std::optional<std::string> AskText(std::string_view title, std::string_view text,
                                              std::string_view proposal) = 0;

@@ -8,28 +8,10 @@
 #include <map>
 #include <stdexcept>
 
+#include "support/scripted_answers.h"
+
 namespace quorvelant {
 namespace {
-
-class YesToAll : public Answerer {
- public:
-  bool Ask(std::string_view, std::string_view, std::string_view, std::string_view) override { return true; }
-  std::optional<std::string> AskText(std::string_view, std::string_view, std::string_view proposal) override {
-    return std::string(proposal) + "!";
-  }
-  std::optional<std::size_t> Choose(std::string_view, std::string_view,
-                                    const std::vector<std::string>&) override {
-    return 0;
-  }
-  std::vector<std::string> FilesToOpen(std::string_view, const std::vector<FileFilter>&, bool) override {
-    return {};
-  }
-  std::optional<std::string> FileToSave(std::string_view, std::string_view,
-                                        const std::vector<FileFilter>&) override {
-    return {};
-  }
-  std::optional<std::string> FolderToUse(std::string_view, std::string_view) override { return {}; }
-};
 
 // Each way for work to end, seen from the window's thread.
 TEST(Jobs, EndAsTheirWorkSays) {
@@ -66,7 +48,8 @@ TEST(Jobs, EndAsTheirWorkSays) {
       {"stopped", {untilStopped, true, Job::State::Stopped, "not asked", 0}}};
   for (const auto& [name, each] : cases) {
     SCOPED_TRACE(name);
-    YesToAll answers;
+    ScriptedAnswers answers;
+    answers.Texts = {"film!"};
     Voice voice(answers);
     Jobs jobs(voice);
     int ended = 0;
@@ -86,7 +69,7 @@ TEST(Jobs, EndAsTheirWorkSays) {
 
 // A window that closes asks its jobs to stop and waits for them.
 TEST(Jobs, StopWithTheirWindow) {
-  YesToAll answers;
+  ScriptedAnswers answers;
   Voice voice(answers);
   bool stopped = false;
   {

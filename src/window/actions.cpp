@@ -1,0 +1,206 @@
+#include "window/actions.h"
+
+#include <QMetaObject>
+#include <QWidget>
+#include <array>
+#include <utility>
+
+namespace quorvelant {
+
+namespace {
+
+using enum ActionId;
+using enum MenuId;
+
+constexpr std::array FileRows{
+    ActionRow{NewProject, File, "New", "Begin a project with nothing in it", "new", "Ctrl+N"},
+    ActionRow{NewDiscFromFilms, File, "New Disc from Films…", "Make a project with menus of a few films", "",
+              "Ctrl+Shift+N"},
+    ActionRow{Open, File, "Open…", "Open a project", "open", "Ctrl+O"},
+    ActionRow{OpenExample, File, "Open the Example", "Open the project that comes with the program", "", ""},
+    ActionRow{Save, File, "Save", "Save the project", "save", "Ctrl+S", true},
+    ActionRow{SaveAs, File, "Save As…", "Save the project to another file", "", "Ctrl+Shift+S"},
+    ActionRow{Quit, File, "Quit", "Close the window", "", "Ctrl+Q", true},
+};
+
+constexpr std::array EditRows{
+    ActionRow{Undo, Edit, "Undo", "Take the last step back", "undo", "Ctrl+Z"},
+    ActionRow{Redo, Edit, "Redo", "Make the step again that was taken back", "redo", "Ctrl+Shift+Z"},
+    ActionRow{Rename, Edit, "Rename", "Give the chosen element another name", "", "F2", true},
+    ActionRow{Remove, Edit, "Remove", "Remove what is chosen", "", "Del"},
+};
+
+constexpr std::array ViewRows{
+    ActionRow{ShowMedia, View, "Media", "Go to the source material", "", "Ctrl+1"},
+    ActionRow{ShowDisc, View, "Disc", "Go to the structure of the disc", "", "Ctrl+2"},
+    ActionRow{ShowPicture, View, "Picture", "Go to the picture", "", "Ctrl+3"},
+    ActionRow{ShowProperties, View, "Properties", "Go to the fields of the chosen element", "", "Ctrl+4"},
+    ActionRow{ShowTables, View, "Tables", "Go to subtitles, buttons, chapters or commands", "", "Ctrl+5"},
+    ActionRow{ShowProblems, View, "Problems, Jobs and Log", "Go to what was found and what is being done", "",
+              "Ctrl+6"},
+    ActionRow{NextPane, View, "Next Pane", "Go to the next pane", "", "F6", true},
+    ActionRow{PreviousPane, View, "Previous Pane", "Go to the pane before", "", "Shift+F6"},
+    ActionRow{ResetLayout, View, "Reset Layout", "Put all panes where they were at first", "", ""},
+    ActionRow{PreviousGop, View, "Previous Picture", "Show the picture before that stands on its own", "",
+              "Ctrl+PgUp", true},
+    ActionRow{NextGop, View, "Next Picture", "Show the next picture that stands on its own", "",
+              "Ctrl+PgDown"},
+    ActionRow{FirstSubtitle, View, "First Subtitle", "Go to the first subtitle of the stream", "",
+              "Alt+Home"},
+    ActionRow{PreviousSubtitle, View, "Previous Subtitle", "Go to the subtitle before", "", "Alt+PgUp"},
+    ActionRow{NextSubtitle, View, "Next Subtitle", "Go to the next subtitle", "", "Alt+PgDown"},
+    ActionRow{LastSubtitle, View, "Last Subtitle", "Go to the last subtitle of the stream", "", "Alt+End"},
+    ActionRow{NextView, View, "Next Viewing Mode", "Show the picture as another kind of screen does", "",
+              "Ctrl+Shift+V", true},
+    ActionRow{SafeArea, View, "Safe Area", "Show the lines within which every screen shows the picture", "",
+              "Ctrl+Shift+A"},
+    ActionRow{SaveFrame, View, "Save Picture…", "Save the picture as a file", "", "Ctrl+Shift+F", true},
+    ActionRow{SaveFrameAsTrack, View, "Save Picture as Track…",
+              "Save the picture as a file, and take it in as a still", "", ""},
+};
+
+constexpr std::array TrackRows{
+    ActionRow{NewTrack, MenuId::Track, "New Track…", "Take a film, a still or pictures in as a new track", "",
+              "Ctrl+T"},
+    ActionRow{ImportFile, MenuId::Track, "Import File…", "Give the chosen play or stream its file", "",
+              "Ctrl+I"},
+    ActionRow{AddVideo, MenuId::Track, "Add Video…", "Add a film or slide to the end of the track", "", ""},
+    ActionRow{AddAudio, MenuId::Track, "Add Audio Stream…", "Add a stream of sound to the track", "", ""},
+    ActionRow{AddSubtitles, MenuId::Track, "Add Subtitle Stream…", "Add a stream of subtitles to the track",
+              "", ""},
+    ActionRow{NewChapter, MenuId::Track, "New Chapter…", "Begin a chapter at the moment that is shown", "",
+              "Ctrl+M", true},
+    ActionRow{ImportChapters, MenuId::Track, "Import Chapters…", "Take chapters from a list", "", ""},
+    ActionRow{MoveChapters, MenuId::Track, "Move Chapters onto Pictures",
+              "Move chapters to where a player can jump", "", ""},
+    ActionRow{NewSubtitle, MenuId::Track, "New Subtitle…", "Begin a subtitle at the moment that is shown", "",
+              "Ctrl+E", true},
+    ActionRow{SubtitleStart, MenuId::Track, "Subtitle Starts Here",
+              "The subtitle starts at the moment that is shown", "", "["},
+    ActionRow{SubtitleEnd, MenuId::Track, "Subtitle Ends Here",
+              "The subtitle ends at the moment that is shown", "", "]"},
+    ActionRow{SubtitleStartAlong, MenuId::Track, "Subtitle and All After It Start Here",
+              "The subtitle starts at the moment that is shown, and the rest moves along", "", "{"},
+    ActionRow{SubtitleEndAlong, MenuId::Track, "Subtitle Ends Here and All After It Move",
+              "The subtitle ends at the moment that is shown, and the rest moves along", "", "}"},
+    ActionRow{ReplaceBitmap, MenuId::Track, "Replace Bitmap…", "Give the subtitle another bitmap", "", ""},
+    ActionRow{NewButton, MenuId::Track, "New Button", "Put a button onto the picture", "", "Ctrl+Shift+B",
+              true},
+    ActionRow{RouteButtons, MenuId::Track, "Link Buttons", "Link all buttons by where they lie", "", ""},
+};
+
+constexpr std::array DiscRows{
+    ActionRow{NewTitleSet, Disc, "New Title Set", "Add a title set", "", ""},
+    ActionRow{NewTitle, Disc, "New Title…", "Add a title to the title set", "", "Ctrl+Shift+T"},
+    ActionRow{NewLanguage, Disc, "New Language…", "Add menus in another language", "", ""},
+    ActionRow{NewPgc, Disc, "New PGC…", "Add a PGC to the title or the menus", "", "Ctrl+Shift+P"},
+    ActionRow{NewProgram, Disc, "New Program…", "Add a program to the PGC", "", ""},
+    ActionRow{PlaceTrack, Disc, "Place Track", "Place a track in what is chosen of the disc", "", "Ctrl+L"},
+    ActionRow{InsertCommand, Disc, "Insert Command", "Insert a command before the chosen one", "",
+              "Ctrl+Shift+I", true},
+    ActionRow{MoveCommandUp, Disc, "Move Command Up", "Move the command one place up", "", "Ctrl+Shift+Up"},
+    ActionRow{MoveCommandDown, Disc, "Move Command Down", "Move the command one place down", "",
+              "Ctrl+Shift+Down"},
+    ActionRow{NewPalette, Disc, "New Palette…", "Add a palette of sixteen colours", "", ""},
+    ActionRow{Check, Disc, "Check", "Look for everything that hinders a good disc", "check", "F7", true},
+    ActionRow{ErrorList, Disc, "Command Errors…", "List the commands that lead nowhere", "", ""},
+    ActionRow{Author, Disc, "Author…", "Make the disc", "author", "Ctrl+B"},
+};
+
+constexpr std::array ToolRows{
+    ActionRow{LocateFiles, Tools, "Locate Missing Files…", "Say where files are that are not found", "", ""},
+    ActionRow{ActionId::Settings, Tools, "Settings…", "Change what holds for all projects", "", "Ctrl+,",
+              true},
+};
+
+constexpr std::array HelpRows{
+    ActionRow{Manual, Help, "Manual", "Read how things are done", "", "F1"},
+    ActionRow{Shortcuts, Help, "Shortcuts", "List the keys", "", "Ctrl+F1"},
+    ActionRow{ChangeLog, Help, "Change Log", "Read what is new", "", "", true},
+    ActionRow{About, Help, "About Quorvelant", "Which version this is", "", ""},
+};
+
+template <std::size_t... Sizes>
+constexpr auto Joined(const std::array<ActionRow, Sizes>&... parts) {
+  std::array<ActionRow, (Sizes + ...)> whole{};
+  std::size_t at = 0;
+  const auto append = [&whole, &at](const auto& part) {
+    for (const ActionRow& row : part) {
+      whole.at(at++) = row;
+    }
+  };
+  (append(parts), ...);
+  return whole;
+}
+
+constexpr auto Rows = Joined(FileRows, EditRows, ViewRows, TrackRows, DiscRows, ToolRows, HelpRows);
+
+QString ToText(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QAction* MakeAction(const ActionRow& row, QWidget& window) {
+  auto* const action = new QAction(Actions::tr(ToText(row.Text).toUtf8().constData()), &window);
+  action->setObjectName(ToText(row.Text));
+  const QString tip = Actions::tr(ToText(row.Tip).toUtf8().constData());
+  action->setStatusTip(tip);
+  const QKeySequence keys(ToText(row.Keys), QKeySequence::PortableText);
+  action->setShortcut(keys);
+  action->setToolTip(
+      keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys.toString(QKeySequence::NativeText)));
+  action->setEnabled(false);
+  if (!row.Icon.empty()) {
+    action->setIcon(QIcon(QStringLiteral(":/icons/%1.svg").arg(ToText(row.Icon))));
+  }
+  return action;
+}
+
+}  // namespace
+
+std::span<const ActionRow> ActionTable() {
+  return Rows;
+}
+
+Actions::Actions(QWidget* window) : QObject(window) {
+  for (const ActionRow& row : ActionTable()) {
+    QAction* const action = MakeAction(row, *window);
+    window->addAction(action);
+    actions_.emplace(row.Id, action);
+  }
+  Of(Quit)->setMenuRole(QAction::QuitRole);
+  Of(About)->setMenuRole(QAction::AboutRole);
+  Of(ActionId::Settings)->setMenuRole(QAction::PreferencesRole);
+  Of(SafeArea)->setCheckable(true);
+}
+
+QAction* Actions::Of(ActionId id) const {
+  return actions_.at(id);
+}
+
+void Actions::Handle(ActionId id, std::function<void()> run, std::function<bool()> isPossible) {
+  QAction* const action = Of(id);
+  action->disconnect(this);
+  connect(action, &QAction::triggered, this, [run = std::move(run)] { run(); });
+  action->setEnabled(!isPossible || isPossible());
+  possible_[id] = std::move(isPossible);
+}
+
+bool Actions::IsHandled(ActionId id) const {
+  return possible_.contains(id);
+}
+
+void Actions::Refresh() {
+  if (isDue_) {
+    return;
+  }
+  isDue_ = true;
+  const auto now = [this] {
+    isDue_ = false;
+    for (const auto& [id, isPossible] : possible_) {
+      Of(id)->setEnabled(!isPossible || isPossible());
+    }
+  };
+  QMetaObject::invokeMethod(this, now, Qt::QueuedConnection);
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,24 @@
+#include <QApplication>
+#include <filesystem>
+
+#include "desk/user_folders.h"
+#include "desk/version.h"
+#include "ui/shown_text.h"
+#include "window/main_window.h"
+
+int main(int argc, char** argv) {
+  using namespace quorvelant;
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("quorvelant"));
+  QApplication::setApplicationDisplayName(QStringLiteral("Quorvelant"));
+  QApplication::setApplicationVersion(Shown(ProgramVersion()));
+  const std::string log = LogFile(ProcessEnvironment);
+  WindowSetup setup;
+  setup.StateFolder = std::filesystem::path(log).parent_path().string();
+  setup.CacheFolder = CacheFolder(ProcessEnvironment);
+  setup.SettingsPath = SettingsFile(ProcessEnvironment);
+  setup.LogPath = log;
+  MainWindow window(std::move(setup));
+  window.show();
+  return QApplication::exec();
+}

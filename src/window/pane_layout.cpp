@@ -1,0 +1,242 @@
+#include "window/pane_layout.h"
+
+#include <QApplication>
+#include <QTabBar>
+
+#include "window/buttons_pane.h"
+#include "window/chapters_pane.h"
+#include "window/commands_pane.h"
+#include "window/disc_pane.h"
+#include "window/jobs_pane.h"
+#include "window/log_pane.h"
+#include "window/media_pane.h"
+#include "window/picture_pane.h"
+#include "window/problems_pane.h"
+#include "window/properties_pane.h"
+#include "window/subtitles_pane.h"
+
+namespace quorvelant {
+
+namespace {
+
+constexpr int StateVersion = 1;
+constexpr int NarrowLines = 72;  // of text, in width
+
+const QStringList& Tables() {
+  static const QStringList names{QStringLiteral("Subtitles"), QStringLiteral("Buttons"),
+                                 QStringLiteral("Chapters"), QStringLiteral("Commands")};
+  return names;
+}
+
+const QStringList& Bottom() {
+  static const QStringList names{QStringLiteral("Problems"), QStringLiteral("Jobs"), QStringLiteral("Log")};
+  return names;
+}
+
+// What takes the keys first in a pane.
+QWidget* FirstControl(QWidget& pane) {
+  if (pane.focusPolicy() != Qt::NoFocus) {
+    return &pane;
+  }
+  if (QWidget* const proxy = pane.focusProxy()) {
+    return proxy;
+  }
+  for (QWidget* next = pane.nextInFocusChain(); next != &pane; next = next->nextInFocusChain()) {
+    if (pane.isAncestorOf(next) && (next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() &&
+        next->isVisibleTo(&pane)) {
+      return next;
+    }
+  }
+  return &pane;
+}
+
+}  // namespace
+
+PaneLayout::PaneLayout(QMainWindow& window, WindowParts& parts, QWidget* empty)
+    : QObject(&window), window_(window), middle_(new QStackedWidget) {
+  window_.setDockNestingEnabled(true);
+  window_.setDockOptions(window_.dockOptions() | QMainWindow::AllowNestedDocks);
+  window_.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+  window_.setCorner(Qt::BottomRightCorner, Qt::BottomDockWidgetArea);
+  auto* const picture = new PicturePane(parts);
+  picture->setAccessibleName(tr("Picture"));
+  middle_->addWidget(picture);
+  middle_->addWidget(empty);
+  window_.setCentralWidget(middle_);
+
+  Add(QStringLiteral("Media"), new MediaPane(parts), Qt::LeftDockWidgetArea);
+  Add(QStringLiteral("Disc"), new DiscPane(parts), Qt::LeftDockWidgetArea);
+  order_ << QStringLiteral("Picture");
+  panes_[QStringLiteral("Picture")] = picture;
+  Add(QStringLiteral("Properties"), new PropertiesPane(parts), Qt::RightDockWidgetArea);
+  Add(QStringLiteral("Subtitles"), new SubtitlesPane(parts), Qt::BottomDockWidgetArea);
+  Add(QStringLiteral("Buttons"), new ButtonsPane(parts), Qt::BottomDockWidgetArea);
+  Add(QStringLiteral("Chapters"), new ChaptersPane(parts), Qt::BottomDockWidgetArea);
+  Add(QStringLiteral("Commands"), new CommandsPane(parts), Qt::BottomDockWidgetArea);
+  Add(QStringLiteral("Problems"), new ProblemsPane(parts), Qt::BottomDockWidgetArea);
+  Add(QStringLiteral("Jobs"), new JobsPane(parts), Qt::BottomDockWidgetArea);
+  Add(QStringLiteral("Log"), new LogPane(parts), Qt::BottomDockWidgetArea);
+  HandleActions(parts.Commands);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+    for (const auto& [name, pane] : panes_) {
+      if (now != nullptr && (now == pane || pane->isAncestorOf(now))) {
+        lastFocus_[name] = now;
+        connect(now, &QObject::destroyed, this, [this, gone = now] {
+          std::erase_if(lastFocus_, [gone](const auto& one) { return one.second == gone; });
+        });
+      }
+    }
+  });
+}
+
+void PaneLayout::Add(const QString& name, QWidget* pane, Qt::DockWidgetArea area) {
+  auto* const dock = new QDockWidget(tr(name.toUtf8().constData()), &window_);
+  dock->setObjectName(name);
+  dock->setAccessibleName(dock->windowTitle());
+  pane->setAccessibleName(dock->windowTitle());
+  dock->setWidget(pane);
+  window_.addDockWidget(area, dock);
+  order_ << name;
+  panes_[name] = pane;
+  docks_[name] = dock;
+}
+
+void PaneLayout::HandleActions(Actions& actions) {
+  const auto goes = [&](ActionId id, const QStringList& group) {
+    actions.Handle(id, [this, group] { GoTo(Shown(group)); });
+  };
+  goes(ActionId::ShowMedia, {QStringLiteral("Media")});
+  goes(ActionId::ShowDisc, {QStringLiteral("Disc")});
+  goes(ActionId::ShowPicture, {QStringLiteral("Picture")});
+  goes(ActionId::ShowProperties, {QStringLiteral("Properties")});
+  goes(ActionId::ShowTables, Tables());
+  goes(ActionId::ShowProblems, Bottom());
+  actions.Handle(ActionId::NextPane, [this] { Step(1); });
+  actions.Handle(ActionId::PreviousPane, [this] { Step(-1); });
+  actions.Handle(ActionId::ResetLayout, [this] { Reset(); });
+}
+
+// Of tabs over each other: the one in front; its neighbour where that has the keys already.
+QString PaneLayout::Shown(const QStringList& group) const {
+  const QString focused = Focused();
+  if (group.contains(focused) && group.size() > 1) {
+    return group.at((group.indexOf(focused) + 1) % group.size());
+  }
+  for (const QString& name : group) {
+    const auto dock = docks_.find(name);
+    if (dock != docks_.end() && dock->second->isVisible() && !dock->second->visibleRegion().isEmpty()) {
+      return name;
+    }
+  }
+  return group.constFirst();
+}
+
+QString PaneLayout::Focused() const {
+  const QWidget* const now = QApplication::focusWidget();
+  for (const auto& [name, pane] : panes_) {
+    if (now != nullptr && (now == pane || pane->isAncestorOf(now))) {
+      return name;
+    }
+  }
+  return {};
+}
+
+void PaneLayout::GoTo(const QString& name) {
+  QWidget* const pane = panes_.at(name);
+  if (const auto dock = docks_.find(name); dock != docks_.end()) {
+    dock->second->show();
+    dock->second->raise();
+  }
+  QWidget* target = pane;
+  if (name == QStringLiteral("Picture") && middle_->currentWidget() != pane) {
+    target = middle_->currentWidget();
+  }
+  const auto last = lastFocus_.find(name);
+  QWidget* const control = last != lastFocus_.end() && target == pane && last->second->isEnabled()
+                               ? last->second
+                               : FirstControl(*target);
+  control->setFocus(Qt::ShortcutFocusReason);
+}
+
+void PaneLayout::Step(int by) {
+  const qsizetype count = order_.size();
+  qsizetype at = order_.indexOf(Focused());
+  for (qsizetype tried = 0; tried < count; ++tried) {
+    at = (at + by + count) % count;
+    const auto dock = docks_.find(order_.at(at));
+    if (dock == docks_.end() || !dock->second->isHidden()) {
+      break;
+    }
+  }
+  GoTo(order_.at(at));
+}
+
+void PaneLayout::SetTab(const QString& name, const QString& words) {
+  docks_.at(name)->setWindowTitle(words);
+}
+
+void PaneLayout::SetEmpty(bool isEmpty) {
+  middle_->setCurrentIndex(isEmpty ? 1 : 0);
+}
+
+void PaneLayout::Reset() {
+  isRestored_ = false;
+  isNarrow_ = window_.width() < NarrowLines * window_.fontMetrics().height();
+  const auto place = [this](const QString& name, Qt::DockWidgetArea area) {
+    QDockWidget* const dock = docks_.at(name);
+    dock->setFloating(false);
+    window_.addDockWidget(area, dock);
+    dock->show();
+  };
+  for (const auto& [name, dock] : docks_) {
+    window_.removeDockWidget(dock);
+  }
+  place(QStringLiteral("Media"), Qt::LeftDockWidgetArea);
+  window_.splitDockWidget(docks_[QStringLiteral("Media")], docks_[QStringLiteral("Disc")], Qt::Vertical);
+  docks_[QStringLiteral("Disc")]->show();
+  QDockWidget* const tables = docks_[Tables().constFirst()];
+  QDockWidget* const bottom = docks_[Bottom().constFirst()];
+  place(Tables().constFirst(), Qt::BottomDockWidgetArea);
+  window_.splitDockWidget(tables, bottom, Qt::Vertical);
+  bottom->show();
+  const auto stack = [this](QDockWidget* first, const QStringList& names) {
+    for (const QString& name : names) {
+      if (docks_[name] != first) {
+        window_.tabifyDockWidget(first, docks_[name]);
+        docks_[name]->show();
+      }
+    }
+    first->raise();
+  };
+  stack(bottom, Bottom());
+  if (isNarrow_) {
+    stack(tables, Tables() + QStringList{QStringLiteral("Properties")});
+  } else {
+    place(QStringLiteral("Properties"), Qt::RightDockWidgetArea);
+    stack(tables, Tables());
+  }
+  const int line = window_.fontMetrics().height();
+  window_.resizeDocks({docks_[QStringLiteral("Media")]}, {(isNarrow_ ? 16 : 20) * line}, Qt::Horizontal);
+  window_.resizeDocks({tables, bottom}, {11 * line, 7 * line}, Qt::Vertical);
+  if (!isNarrow_) {
+    window_.resizeDocks({docks_[QStringLiteral("Properties")]}, {19 * line}, Qt::Horizontal);
+  }
+}
+
+void PaneLayout::Adapt() {
+  const bool isNarrow = window_.width() < NarrowLines * window_.fontMetrics().height();
+  if (isNarrow != isNarrow_ && !isRestored_) {
+    Reset();
+  }
+}
+
+QByteArray PaneLayout::State() const {
+  return window_.saveState(StateVersion);
+}
+
+void PaneLayout::Restore(const QByteArray& state) {
+  Reset();
+  isRestored_ = !state.isEmpty() && window_.restoreState(state, StateVersion);
+}
+
+}  // namespace quorvelant
