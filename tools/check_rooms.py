@@ -147,9 +147,13 @@ class House:
 
     def check_headers(self, build):
         commands = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
-        widest = max((c for c in commands if "/src/" in c["file"]), key=lambda c: c["command"].count("/rooms/"))
+        commands = [c for c in commands if "/src/" in c["file"]]
+        widest = max(commands, key=lambda c: c["command"].count("/rooms/"))
         flags = shlex.split(widest["command"])
         flags = flags[:flags.index("-o")]  # what follows names the one file
+        # No room of the top floor sees another one there, and the one unit sees all.
+        rooms = {flag for c in commands for flag in c["command"].split() if flag.startswith("-I") and "/rooms/" in flag}
+        flags += sorted(rooms - set(flags))
         while not flags[0].endswith(("++", "cc")):  # a compiler cache before the compiler
             flags.pop(0)
         headers = [path for path in self.sources if path.suffix == ".h"]

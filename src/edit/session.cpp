@@ -32,6 +32,10 @@ void EditSession::State::Record(std::string words, PartImages images) {
     Bytes -= step.Bytes;
   }
   Undone.clear();
+  if (std::exchange(JoinsNext, false) && !Done.empty() && Done.back().Words == words) {
+    Join(std::move(images));
+    return;
+  }
   HistoryStep step{.Words = std::move(words), .Images = std::move(images), .Bytes = 0, .Former = Content};
   for (const auto& [part, content] : step.Images) {
     step.Bytes += BytesOf(content);
@@ -45,6 +49,26 @@ void EditSession::State::Record(std::string words, PartImages images) {
   }
   CommandsStale = true;
   TellChanged(Done.back().Images);
+}
+
+void EditSession::State::Join(PartImages images) {
+  const PartImages before = images;
+  HistoryStep& step = Done.back();
+  step.Images.merge(images);
+  std::erase_if(step.Images, [this](const auto& image) { return Holds(Work, image.first, image.second); });
+  Bytes -= step.Bytes;
+  step.Bytes = 0;
+  for (const auto& [part, content] : step.Images) {
+    step.Bytes += BytesOf(content);
+  }
+  Bytes += step.Bytes;
+  Content = ++LastContent;
+  if (step.Images.empty()) {  // back where the gesture began
+    Content = step.Former;
+    Done.pop_back();
+  }
+  CommandsStale = true;
+  TellChanged(before);
 }
 
 void EditSession::State::Reread(std::span<const std::size_t> entries) {
@@ -139,15 +163,21 @@ std::string EditSession::RedoWords() const {
 }
 
 void EditSession::Undo() {
+  state_->JoinsNext = false;
   if (CanUndo()) {
     state_->Take(state_->Done, state_->Undone);
   }
 }
 
 void EditSession::Redo() {
+  state_->JoinsNext = false;
   if (CanRedo()) {
     state_->Take(state_->Undone, state_->Done);
   }
+}
+
+void EditSession::JoinNextStep() {
+  state_->JoinsNext = true;
 }
 
 std::size_t EditSession::HistoryBytes() const {

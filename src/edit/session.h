@@ -73,6 +73,9 @@ class EditSession {
   // Nothing where there is nothing to undo or redo.
   void Undo();
   void Redo();
+  // The next step and the last one become one where their words are the same: moves of one gesture. It holds
+  // for one step that changes something.
+  void JoinNextStep();
   // How many bytes the history takes, and its last step.
   [[nodiscard]] std::size_t HistoryBytes() const;
   [[nodiscard]] std::size_t LastStepBytes() const;

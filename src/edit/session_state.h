@@ -48,10 +48,13 @@ struct EditSession::State {
   CommandCheck Commands;
   std::vector<CommandError> AskedErrors;
   bool CommandsStale = true;
+  bool JoinsNext = false;
   Change* Open = nullptr;
   std::vector<EditListener*> Listeners;
 
   void Record(std::string words, PartImages images);
+  // Adds a step to the last one; parts of both keep the older image.
+  void Join(PartImages images);
   // Of entries that changed: what is kept beside the project.
   void Reread(std::span<const std::size_t> entries);
   void ForgetHistory();

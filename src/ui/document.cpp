@@ -35,6 +35,20 @@ std::optional<std::string> Document::Do(const Operation& operation) {
   return outcome.IsDone() ? std::optional(outcome.Key) : std::nullopt;
 }
 
+std::optional<std::string> Document::DoAgain(std::string_view gesture, const Operation& operation) {
+  constexpr qint64 MostMsBetween = 1000;
+  const bool goesOn = gesture == gesture_ && revision_ == gestureRevision_ && sinceGesture_.isValid() &&
+                      sinceGesture_.elapsed() < MostMsBetween;
+  if (goesOn) {
+    session_.JoinNextStep();
+  }
+  auto key = Do(operation);
+  gesture_ = gesture;
+  gestureRevision_ = revision_;
+  sinceGesture_.restart();
+  return key;
+}
+
 Outcome Document::Try(const std::function<Outcome(EditSession& session)>& operation) {
   Outcome outcome = operation(session_);
   emit StateChanged();
@@ -56,7 +70,10 @@ std::string Document::SourceFolder() const {
 }
 
 std::string Document::AsScriptHolds(const std::string& path) const {
-  return PathFrom(session_.Work().ScriptFile, path);
+  const std::filesystem::path folder = std::filesystem::absolute(SourceFolder()).lexically_normal();
+  const std::filesystem::path relative = std::filesystem::path(path).lexically_relative(folder);
+  const bool isBelow = !session_.File().empty() && !relative.empty() && *relative.begin() != "..";
+  return isBelow ? relative.generic_string() : PathFrom(session_.Work().ScriptFile, path);
 }
 
 void Document::Changed(std::span<const TreeChange> tree, std::span<const Part> parts) {

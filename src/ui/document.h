@@ -1,12 +1,14 @@
 // The project that a window works on.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "edit/outcome.h"
@@ -44,6 +46,9 @@ class Document : public QObject, private EditListener {
   // Carries an operation out: a refusal is told, a question asked. The key of what was made or changed
   // (perhaps empty); nothing where it was not done.
   std::optional<std::string> Do(const Operation& operation);
+  // The same for moves that follow each other ("a button of set 2 moves"): those of one gesture, each within
+  // a second of the one before and with nothing else between, are one step of the history.
+  std::optional<std::string> DoAgain(std::string_view gesture, const Operation& operation);
   // A refusal or question comes back as a value and nothing is told: for fields that show it in their place.
   Outcome Try(const std::function<Outcome(EditSession& session)>& operation);
 
@@ -53,7 +58,7 @@ class Document : public QObject, private EditListener {
   [[nodiscard]] std::uint64_t Revision() const { return revision_; }
   // The folder that relative sources count from; the present one while the project has no file.
   [[nodiscard]] std::string SourceFolder() const;
-  // A path of this system as the project's script holds it, and back.
+  // A path of this system as the project's script holds it: a file below the script's folder moves with it.
   [[nodiscard]] std::string AsScriptHolds(const std::string& path) const;
 
  signals:
@@ -68,6 +73,9 @@ class Document : public QObject, private EditListener {
   Voice& voice_;
   EditSession session_;
   std::uint64_t revision_ = 0;
+  std::string gesture_;
+  std::uint64_t gestureRevision_ = 0;
+  QElapsedTimer sinceGesture_;
 };
 
 }  // namespace quorvelant

@@ -6,9 +6,11 @@
 #include <QString>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "edit/track_viewer.h"
+#include "subpicture/unit_reader.h"
 #include "ui/document.h"
 #include "ui/jobs.h"
 #include "ui/selection.h"
@@ -16,7 +18,8 @@
 namespace quorvelant {
 
 // A track in the viewer: the state machine of edit/track_viewer.h with the track's pictures, which are
-// indexed and decoded in a worker. The newest request wins.
+// listed and decoded in a worker; a film without an index is indexed by a job. The newest request wins.
+// It follows the selection: a scene, a cell, a subtitle stream or an entry is gone to.
 class Viewer : public QObject {
   Q_OBJECT
  public:
@@ -28,25 +31,44 @@ class Viewer : public QObject {
   [[nodiscard]] std::optional<std::size_t> TrackIndex() const;
   [[nodiscard]] const ViewerState& State() const { return state_; }
   [[nodiscard]] const std::vector<ViewerPicture>& Pictures() const { return pictures_; }
-  [[nodiscard]] std::int64_t FrameCount() const;  // of the track, 0 while it is not known
+  [[nodiscard]] std::int64_t FrameCount() const;  // of the track, 0 while it is not known, and for a still
 
   void Move(ViewerMove move);
   void ToFrame(std::int64_t frame);
   void ToView(ViewMode view);
+  // In the present view where that shows the stream, or else in the first that does.
   void ToStream(std::size_t stream);
 
-  // The picture at the state, as decoded (720 columns); null while it is looked for or where there is none.
+  // The picture at the state, as decoded; null where there is none. While another one of the track is looked
+  // for the last one stays.
   [[nodiscard]] const QImage& PictureNow() const { return picture_; }
+  // Whether `PictureNow` is that of the state.
+  [[nodiscard]] bool IsPictureReady() const;
   // Why there is none, or that only a picture before the frame can be shown ("picture 3 frames before").
   [[nodiscard]] QString PictureWords() const;
+  // What a player makes of the subtitle of the moment, on or off the disc's subtitle streams; the last one
+  // stays while another is coded.
+  [[nodiscard]] const std::optional<ShownUnit>& UnitNow() const;
+  [[nodiscard]] QString UnitWords() const;  // why there is none, although an entry is there
 
  signals:
   void StateMoved();       // another moment, view or stream; also another track
   void PicturesChanged();  // the list: another track, or its index is ready
   void PictureReady();     // `PictureNow` is that of the state
+  void UnitReady();        // `UnitNow` is that of the state
 
  private:
   class Private;
+  void Show(std::optional<std::size_t> track);
+  void Follow(const ChangeEvent& event);
+  void FollowKey();
+  void GoTo(const GoToPlace& place);
+  void Put(const ViewerState& state);
+  void List();
+  void FindNow();
+  void FindUnit();
+  void Index(const std::vector<std::string>& films);
+
   std::unique_ptr<Private> private_;
   ViewerState state_;
   std::vector<ViewerPicture> pictures_;

@@ -144,6 +144,26 @@ TEST_F(SessionTest, UndoAndRedoBringEveryStateBack) {
   EXPECT_EQ(Script(), states.back());
 }
 
+TEST_F(SessionTest, MovesOfOneGestureAreOneStep) {
+  const auto move = [this](const std::string& to) {
+    Session.JoinNextStep();
+    Do([&to](Change& change) { change.EditDestination() = to; });
+  };
+  Do([](Change& change) { change.EditPalettes().Remove(1); });
+  const std::string start = Script();
+  Do([](Change& change) { change.EditDestination() = "a"; });
+  move("b");
+  move("c");
+  Session.Undo();
+  EXPECT_EQ(Script(), start);
+  Session.Redo();
+  EXPECT_EQ(Session.Work().DestinationFolder, "c");
+  move("out");  // where it began: both joined steps are none
+  EXPECT_EQ(Script(), start);
+  Session.Undo();
+  EXPECT_FALSE(Session.CanUndo() || Session.IsUnsaved());
+}
+
 TEST_F(SessionTest, WhatIsNotCommittedIsPutBack) {
   AddFilm("Film", 2);
   const std::string before = Script();

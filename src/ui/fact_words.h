@@ -1,0 +1,30 @@
+// Words for facts of rows.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "model/project.h"
+
+namespace quorvelant {
+
+[[nodiscard]] inline QString ToQString(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// "1 title", "12 titles"; null for none.
+[[nodiscard]] QString CountWords(std::size_t count, const char* one, const char* several);
+// The parts that are not empty, with commas between.
+[[nodiscard]] QString JoinWords(QStringList parts);
+
+// How long a track, or what a cell shows of one, lasts, in frames of the track; nothing where that is not
+// known.
+[[nodiscard]] std::optional<std::int64_t> TrackLength(const Track& track);
+[[nodiscard]] std::optional<std::int64_t> SceneLength(const Track& track, std::size_t scene);
+
+}  // namespace quorvelant

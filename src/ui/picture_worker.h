@@ -1,0 +1,118 @@
+// The pictures of a track, listed and decoded beside the window.
+#pragma once
+
+#include <QImage>
+#include <compare>
+#include <condition_variable>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "analysis/picture_index.h"
+#include "base/rules.h"
+#include "edit/track_viewer.h"
+#include "model/project.h"
+#include "picture/picture_service.h"
+#include "subpicture/spu_record.h"
+#include "subpicture/unit_reader.h"
+
+namespace quorvelant {
+
+// A file as it was when it was looked at, so that what was made of it is not taken for another one's.
+struct FileStamp {
+  std::int64_t Written = 0;
+  std::uint64_t Bytes = 0;
+  auto operator<=>(const FileStamp&) const = default;  // NOLINT(modernize-use-nullptr): no pointer
+};
+[[nodiscard]] FileStamp StampOf(const std::string& path);
+
+// Indexes that were made since the program's start, by the path of the film.
+using FreshIndexes = std::map<std::string, std::pair<FileStamp, PictureIndex>>;
+
+// Which pictures a track has: asked with a project that holds that track alone.
+struct ListOrder {
+  Project Material;
+  FreshIndexes Fresh;
+  IndexStore Store;
+};
+struct PictureList {
+  std::vector<ViewerPicture> Pictures;
+  std::int64_t Frames = 0;             // of the track; 0 where that is not known
+  std::vector<std::string> Unindexed;  // films to be indexed first
+  std::string Why;                     // a film cannot be read
+};
+[[nodiscard]] PictureList ListPictures(const ListOrder& order);
+
+struct PictureOrder {
+  std::string Path;
+  FileStamp Stamp;
+  std::uint64_t Offset = 0;
+  std::uint64_t Bytes = 0;  // 0 for the whole file
+  bool IsMpeg2 = true;
+  auto operator<=>(const PictureOrder&) const = default;  // NOLINT(modernize-use-nullptr): no pointer
+};
+struct FoundPicture {
+  QImage Image;     // null where there is none
+  std::string Why;  // there is none
+};
+[[nodiscard]] FoundPicture FindPicture(const PictureOrder& order, PictureLoader& pictures);
+[[nodiscard]] QImage ImageOf(const Picture& picture);
+
+// A subtitle to be coded as the disc will have it.
+struct UnitOrder {
+  SPURecord Record;
+  FileStamp Stamp;
+  bool Ntsc = false;
+  Rules InForce;
+  std::string Unfit = {};  // why it does not go on the disc
+
+  [[nodiscard]] std::string Key() const;  // the same for all that look the same
+};
+[[nodiscard]] UnitOrder UnitOrderFor(const SubPicturePlay& entry, bool ntsc, const std::string& sourceFolder,
+                                     const Rules& rules);
+struct FoundUnit {
+  std::optional<ShownUnit> Unit;
+  std::string Why;  // there is none
+};
+[[nodiscard]] FoundUnit CodeUnit(const UnitOrder& order, PictureLoader& pictures);
+
+// One thread. An order takes the place of one of its kind that waits: the newest wins. The functions are
+// called in the thread.
+class PictureWorker {
+ public:
+  using Listed = std::function<void(std::uint64_t number, PictureList list)>;
+  using Found = std::function<void(std::uint64_t number, const PictureOrder& order, FoundPicture found)>;
+  using Coded = std::function<void(std::uint64_t number, const std::string& key, FoundUnit found)>;
+  PictureWorker(Listed listed, Found found, Coded coded);
+  PictureWorker(const PictureWorker&) = delete;
+  PictureWorker& operator=(const PictureWorker&) = delete;
+  ~PictureWorker();  // waits for what is in work
+
+  void List(std::uint64_t number, ListOrder order);
+  void Find(std::uint64_t number, PictureOrder order);
+  void Code(std::uint64_t number, UnitOrder order);
+
+ private:
+  void Run();
+
+  Listed listed_;
+  Found found_;
+  Coded coded_;
+  std::unique_ptr<PictureService> pictures_;
+  std::mutex mutex_;
+  std::condition_variable wake_;
+  std::optional<std::pair<std::uint64_t, ListOrder>> list_;
+  std::optional<std::pair<std::uint64_t, PictureOrder>> find_;
+  std::optional<std::pair<std::uint64_t, UnitOrder>> code_;
+  bool ends_ = false;
+  std::thread thread_;
+};
+
+}  // namespace quorvelant
