@@ -16,12 +16,14 @@
 #include "platform/platform_pictures.h"
 #include "ui/shown_text.h"
 #include "window/boxes.h"
+#include "window/help_actions.h"
 #include "window/messages.h"
 #include "window/notice_bar.h"
 #include "window/pane_layout.h"
 #include "window/project_files.h"
 #include "window/size_gauge.h"
 #include "window/start_page.h"
+#include "window/tool_actions.h"
 
 namespace quorvelant {
 
@@ -129,6 +131,8 @@ MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*
   statusBar()->addPermanentWidget(new SizeGauge(its.Parts));
   setAcceptDrops(true);
   HandleHistory();
+  HandleTools(its.Parts, this);
+  HandleHelp(*its.Commands, this);
   Connect();
   RestoreState();
   ShowState();
