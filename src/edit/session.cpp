@@ -254,6 +254,14 @@ void EditSession::MarkSaved(std::string file, std::string script) {
   state_->SavedContent = state_->Content;
 }
 
+void EditSession::MarkUnsaved() {
+  state_->SavedContent = ++state_->LastContent;
+}
+
+void EditSession::Configure(EditOptions options) {
+  state_->Chosen = std::move(options);
+}
+
 void EditSession::Listen(EditListener& listener) {
   state_->Listeners.push_back(&listener);
 }

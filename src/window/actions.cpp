@@ -1,5 +1,6 @@
 #include "window/actions.h"
 
+#include <QFile>
 #include <QMetaObject>
 #include <QWidget>
 #include <array>
@@ -149,8 +150,9 @@ QAction* MakeAction(const ActionRow& row, QWidget& window) {
   action->setToolTip(
       keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys.toString(QKeySequence::NativeText)));
   action->setEnabled(false);
-  if (!row.Icon.empty()) {
-    action->setIcon(QIcon(QStringLiteral(":/icons/%1.svg").arg(ToText(row.Icon))));
+  const QString icon = QStringLiteral(":/icons/%1.svg").arg(ToText(row.Icon));
+  if (!row.Icon.empty() && QFile::exists(icon)) {
+    action->setIcon(QIcon(icon));
   }
   return action;
 }

@@ -40,5 +40,11 @@ int main(int argc, char** argv) {
   setup.LogPath = log;
   MainWindow window(std::move(setup));
   window.show();
+  window.OfferLeftWork();
+  std::vector<std::string> files;
+  for (const QString& argument : QApplication::arguments().mid(1)) {
+    files.push_back(argument.toStdString());
+  }
+  window.Open(files);
   return QApplication::exec();
 }

@@ -3,6 +3,8 @@
 
 #include <QMainWindow>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "window/actions.h"
 #include "window/window_parts.h"
@@ -25,11 +27,27 @@ class MainWindow : public QMainWindow {
   ~MainWindow() override;
 
   [[nodiscard]] WindowParts& Parts();
+  // Opens projects, and takes other files in as source material. Paths of this system.
+  void Open(const std::vector<std::string>& files);
+  // Once the window stands: what a program that broke off has left.
+  void OfferLeftWork();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
+  void AddRecentMenu();
+  void HandleHistory();
+  void Connect();
+  void ShowState();
+  void TakeIn(const std::vector<std::string>& files);
+  void RestoreState();
+  void KeepState() const;
+  [[nodiscard]] bool MayStopJobs();
+
   class Private;
   std::unique_ptr<Private> private_;
 };
