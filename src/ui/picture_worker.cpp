@@ -1,5 +1,8 @@
 #include "ui/picture_worker.h"
 
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 #include <algorithm>
 #include <exception>
 #include <filesystem>
@@ -16,6 +19,8 @@
 #include "model/picture_file.h"
 #include "model/walk.h"
 #include "platform/platform_pictures.h"
+#include "subpicture/spu_encoder.h"
+#include "subpicture/spu_timing.h"
 
 namespace quorvelant {
 
@@ -141,10 +146,48 @@ FoundPicture FindPicture(const PictureOrder& order, PictureLoader& pictures) {
   }
 }
 
-PictureWorker::PictureWorker(
-    std::function<void(std::uint64_t number, PictureList list)> listed,
-    std::function<void(std::uint64_t number, const PictureOrder& order, FoundPicture found)> found)
-    : listed_(std::move(listed)), found_(std::move(found)), pictures_(MakePlatformPictures()) {
+std::string UnitOrder::Key() const {
+  return fmt::format("{}|{}|{}|{:x}|{:x}|{:x}|{:x}|{}|{}|{},{},{}|{}|{}", Record.File, Stamp.Written,
+                     Stamp.Bytes, Record.Conversion.Background, Record.Conversion.Pattern,
+                     Record.Conversion.Emphasis1, Record.Conversion.Emphasis2,
+                     fmt::join(Record.ColorIndexes, ","), fmt::join(Record.Contrasts, ","), Record.X1,
+                     Record.Y1, Record.Forced, Ntsc, Unfit);
+}
+
+UnitOrder UnitOrderFor(const SubPicturePlay& entry, bool ntsc, const std::string& sourceFolder,
+                       const Rules& rules) {
+  UnitOrder order{.Record = {}, .Stamp = {}, .Ntsc = ntsc, .InForce = rules};
+  SubtitleStream alone;
+  alone.SubPlays = {entry};
+  const std::vector<SPURecord> records = PrepareSPURecords(alone, {}, {}, {.SourceFolder = sourceFolder});
+  if (records.empty()) {
+    order.Unfit = entry.File.empty() ? "This subtitle has no bitmap" : "This subtitle is not used";
+    return order;
+  }
+  order.Record = records.front();
+  order.Record.StopDelay = 0;  // looks the same however long it shows
+  order.Stamp = StampOf(order.Record.File);
+  return order;
+}
+
+FoundUnit CodeUnit(const UnitOrder& order, PictureLoader& pictures) {
+  if (!order.Unfit.empty()) {
+    return {{}, order.Unfit};
+  }
+  try {
+    const EncodedBitmap bitmap = LoadSPUBitmap(pictures, order.Record, order.Ntsc, order.InForce);
+    auto unit = ReadUnit(MakeUnit(order.Record, bitmap));
+    return unit ? FoundUnit{std::move(unit), {}} : FoundUnit{{}, order.Record.File + ": nothing of it shows"};
+  } catch (const std::exception& fault) {
+    return {{}, fault.what()};
+  }
+}
+
+PictureWorker::PictureWorker(Listed listed, Found found, Coded coded)
+    : listed_(std::move(listed)),
+      found_(std::move(found)),
+      coded_(std::move(coded)),
+      pictures_(MakePlatformPictures()) {
   thread_ = std::thread([this] { Run(); });
 }
 
@@ -173,15 +216,24 @@ void PictureWorker::Find(std::uint64_t number, PictureOrder order) {
   wake_.notify_one();
 }
 
+void PictureWorker::Code(std::uint64_t number, UnitOrder order) {
+  {
+    const std::lock_guard lock(mutex_);
+    code_.emplace(number, std::move(order));
+  }
+  wake_.notify_one();
+}
+
 void PictureWorker::Run() {
   std::unique_lock lock(mutex_);
   while (true) {
-    wake_.wait(lock, [this] { return ends_ || list_ || find_; });
+    wake_.wait(lock, [this] { return ends_ || list_ || find_ || code_; });
     if (ends_) {
       return;
     }
     auto list = std::exchange(list_, std::nullopt);
     auto find = list ? std::nullopt : std::exchange(find_, std::nullopt);
+    auto code = list || find ? std::nullopt : std::exchange(code_, std::nullopt);
     lock.unlock();
     if (list) {
       try {
@@ -189,6 +241,8 @@ void PictureWorker::Run() {
       } catch (const std::exception& fault) {
         listed_(list->first, {.Pictures = {}, .Unindexed = {}, .Why = fault.what()});
       }
+    } else if (code) {
+      coded_(code->first, code->second.Key(), CodeUnit(code->second, *pictures_));
     } else {
       found_(find->first, find->second, FindPicture(find->second, *pictures_));
     }

@@ -16,9 +16,12 @@
 #include <vector>
 
 #include "analysis/picture_index.h"
+#include "base/rules.h"
 #include "edit/track_viewer.h"
 #include "model/project.h"
 #include "picture/picture_service.h"
+#include "subpicture/spu_record.h"
+#include "subpicture/unit_reader.h"
 
 namespace quorvelant {
 
@@ -62,30 +65,52 @@ struct FoundPicture {
 [[nodiscard]] FoundPicture FindPicture(const PictureOrder& order, PictureLoader& pictures);
 [[nodiscard]] QImage ImageOf(const Picture& picture);
 
+// A subtitle to be coded as the disc will have it.
+struct UnitOrder {
+  SPURecord Record;
+  FileStamp Stamp;
+  bool Ntsc = false;
+  Rules InForce;
+  std::string Unfit = {};  // why it does not go on the disc
+
+  [[nodiscard]] std::string Key() const;  // the same for all that look the same
+};
+[[nodiscard]] UnitOrder UnitOrderFor(const SubPicturePlay& entry, bool ntsc, const std::string& sourceFolder,
+                                     const Rules& rules);
+struct FoundUnit {
+  std::optional<ShownUnit> Unit;
+  std::string Why;  // there is none
+};
+[[nodiscard]] FoundUnit CodeUnit(const UnitOrder& order, PictureLoader& pictures);
+
 // One thread. An order takes the place of one of its kind that waits: the newest wins. The functions are
 // called in the thread.
 class PictureWorker {
  public:
-  PictureWorker(
-      std::function<void(std::uint64_t number, PictureList list)> listed,
-      std::function<void(std::uint64_t number, const PictureOrder& order, FoundPicture found)> found);
+  using Listed = std::function<void(std::uint64_t number, PictureList list)>;
+  using Found = std::function<void(std::uint64_t number, const PictureOrder& order, FoundPicture found)>;
+  using Coded = std::function<void(std::uint64_t number, const std::string& key, FoundUnit found)>;
+  PictureWorker(Listed listed, Found found, Coded coded);
   PictureWorker(const PictureWorker&) = delete;
   PictureWorker& operator=(const PictureWorker&) = delete;
   ~PictureWorker();  // waits for what is in work
 
   void List(std::uint64_t number, ListOrder order);
   void Find(std::uint64_t number, PictureOrder order);
+  void Code(std::uint64_t number, UnitOrder order);
 
  private:
   void Run();
 
-  std::function<void(std::uint64_t, PictureList)> listed_;
-  std::function<void(std::uint64_t, const PictureOrder&, FoundPicture)> found_;
+  Listed listed_;
+  Found found_;
+  Coded coded_;
   std::unique_ptr<PictureService> pictures_;
   std::mutex mutex_;
   std::condition_variable wake_;
   std::optional<std::pair<std::uint64_t, ListOrder>> list_;
   std::optional<std::pair<std::uint64_t, PictureOrder>> find_;
+  std::optional<std::pair<std::uint64_t, UnitOrder>> code_;
   bool ends_ = false;
   std::thread thread_;
 };

@@ -13,8 +13,8 @@
 #include "check/track_times.h"
 #include "edit/live_elements.h"
 #include "model/keys.h"
-#include "ui/picture_cache.h"
 #include "ui/picture_worker.h"
+#include "ui/recent_cache.h"
 
 namespace quorvelant {
 
@@ -77,11 +77,20 @@ class Viewer::Private {
                     TakePicture(viewer, number, order, found);
                   },
                   Qt::QueuedConnection);
+            },
+            [this, &viewer](std::uint64_t number, const std::string& key, FoundUnit found) {
+              QMetaObject::invokeMethod(
+                  &viewer,
+                  [this, number, key, found = std::move(found), &viewer] {
+                    TakeUnit(viewer, number, key, found);
+                  },
+                  Qt::QueuedConnection);
             }) {}
 
   void TakeList(Viewer& viewer, std::uint64_t number, PictureList list);
   void TakePicture(Viewer& viewer, std::uint64_t number, const PictureOrder& order,
                    const FoundPicture& found);
+  void TakeUnit(Viewer& viewer, std::uint64_t number, const std::string& key, const FoundUnit& found);
   void TakeIndexes(Viewer& viewer, const std::vector<std::string>& films, const IndexRun& run);
   [[nodiscard]] ViewerMaterial Material(const Viewer& viewer) const {
     return {Doc.Work().Tracks[*Index], viewer.pictures_};
@@ -98,10 +107,14 @@ class Viewer::Private {
   std::string Why;       // there are no pictures, or not this one
   std::uint64_t ListNumber = 0;
   std::uint64_t FindNumber = 0;
+  std::uint64_t UnitNumber = 0;
+  std::string UnitKey;  // of what is shown or looked for
+  FoundUnit Unit;
   FreshIndexes Fresh;
   std::set<std::string> Indexing;   // films in work
   std::set<std::string> Attempted;  // films of the track whose indexing has ended, however
-  PictureCache Cache;
+  RecentCache<PictureOrder, QImage> Cache{std::size_t{64} << 20U};
+  RecentCache<std::string, FoundUnit> Units{std::size_t{16} << 20U};
   // Last, so that it ends first: its functions reach into all of the above.
   PictureWorker Worker;
 };
@@ -156,7 +169,9 @@ void Viewer::Show(std::optional<std::size_t> track) {
     state_ = OpenViewer(own.Material(*this));
     List();
   }
+  FindUnit();
   emit PicturesChanged();
+  emit PictureReady();
   emit StateMoved();
   FollowKey();
 }
@@ -180,6 +195,7 @@ void Viewer::Follow(const ChangeEvent& event) {
     List();
   }
   Put(Refreshed(state_, own.Material(*this)));
+  FindUnit();  // the entry may show something else now
 }
 
 // What is chosen says where to look, where it is of this track.
@@ -295,6 +311,7 @@ void Viewer::Put(const ViewerState& state) {
   }
   state_ = state;
   FindNow();
+  FindUnit();
   emit StateMoved();
 }
 
@@ -326,8 +343,8 @@ void Viewer::FindNow() {
                            .Offset = at.Offset,
                            .Bytes = at.Bytes,
                            .IsMpeg2 = track->Coding != "MPEG1"};
-  if (const QImage kept = own.Cache.Find(order); !kept.isNull()) {
-    picture_ = kept;
+  if (const QImage* const kept = own.Cache.Find(order)) {
+    picture_ = *kept;
     own.Why.clear();
     own.IsFound = true;
     emit PictureReady();
@@ -340,7 +357,7 @@ void Viewer::FindNow() {
 void Viewer::Private::TakePicture(Viewer& viewer, std::uint64_t number, const PictureOrder& order,
                                   const FoundPicture& found) {
   if (!found.Image.isNull()) {
-    Cache.Keep(order, found.Image);
+    Cache.Keep(order, found.Image, static_cast<std::size_t>(found.Image.sizeInBytes()));
   }
   if (number == FindNumber) {
     IsFound = true;
@@ -360,12 +377,58 @@ void Viewer::Private::TakeList(Viewer& viewer, std::uint64_t number, PictureList
   const ViewerState before = viewer.state_;
   viewer.state_ = Refreshed(before, Material(viewer));
   viewer.FindNow();
+  viewer.FindUnit();
   Why = Why.empty() ? std::move(list.Why) : Why;
   emit viewer.PicturesChanged();
   if (viewer.state_ != before) {
     emit viewer.StateMoved();
   }
   viewer.Index(list.Unindexed);
+}
+
+const std::optional<ShownUnit>& Viewer::UnitNow() const {
+  return private_->Unit.Unit;
+}
+
+QString Viewer::UnitWords() const {
+  return QString::fromStdString(private_->Unit.Why);
+}
+
+// The unit of the entry that the state tells.
+void Viewer::FindUnit() {
+  Private& own = *private_;
+  const Track* const track = Shown();
+  std::optional<UnitOrder> order;
+  if (track != nullptr && state_.Stream && state_.Entry && *state_.Stream < track->SubStreams.size() &&
+      *state_.Entry < track->SubStreams[*state_.Stream].SubPlays.size()) {
+    order =
+        UnitOrderFor(track->SubStreams[*state_.Stream].SubPlays[*state_.Entry], TrackTimes(*track).IsNtsc(),
+                     own.Doc.Work().SourceFolder(), own.Doc.Session().RulesInForce());
+  }
+  std::string key = order ? order->Key() : std::string();
+  if (key == own.UnitKey) {
+    return;
+  }
+  own.UnitKey = std::move(key);
+  ++own.UnitNumber;
+  const FoundUnit* const kept = order ? own.Units.Find(own.UnitKey) : nullptr;
+  if (order && kept == nullptr) {
+    own.Worker.Code(own.UnitNumber, *std::move(order));
+    return;
+  }
+  own.Unit = kept != nullptr ? *kept : FoundUnit();
+  emit UnitReady();
+}
+
+void Viewer::Private::TakeUnit(Viewer& viewer, std::uint64_t number, const std::string& key,
+                               const FoundUnit& found) {
+  if (found.Unit) {
+    Units.Keep(key, found, found.Unit->Pixels.size());
+  }
+  if (number == UnitNumber) {
+    Unit = found;
+    emit viewer.UnitReady();
+  }
 }
 
 // Indexes those films that nobody is at, in a job, once.

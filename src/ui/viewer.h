@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "edit/track_viewer.h"
+#include "subpicture/unit_reader.h"
 #include "ui/document.h"
 #include "ui/jobs.h"
 #include "ui/selection.h"
@@ -45,11 +46,16 @@ class Viewer : public QObject {
   [[nodiscard]] bool IsPictureReady() const;
   // Why there is none, or that only a picture before the frame can be shown ("picture 3 frames before").
   [[nodiscard]] QString PictureWords() const;
+  // What a player makes of the subtitle of the moment, on or off the disc's subtitle streams; the last one
+  // stays while another is coded.
+  [[nodiscard]] const std::optional<ShownUnit>& UnitNow() const;
+  [[nodiscard]] QString UnitWords() const;  // why there is none, although an entry is there
 
  signals:
   void StateMoved();       // another moment, view or stream; also another track
   void PicturesChanged();  // the list: another track, or its index is ready
   void PictureReady();     // `PictureNow` is that of the state
+  void UnitReady();        // `UnitNow` is that of the state
 
  private:
   class Private;
@@ -60,6 +66,7 @@ class Viewer : public QObject {
   void Put(const ViewerState& state);
   void List();
   void FindNow();
+  void FindUnit();
   void Index(const std::vector<std::string>& films);
 
   std::unique_ptr<Private> private_;

@@ -1,6 +1,7 @@
 #include "window/actions.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMetaObject>
@@ -153,8 +154,9 @@ QAction* MakeAction(const ActionRow& row, QWidget& window) {
   action->setToolTip(
       keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys.toString(QKeySequence::NativeText)));
   action->setEnabled(false);
-  if (!row.Icon.empty()) {
-    action->setIcon(QIcon(QStringLiteral(":/icons/%1.svg").arg(ToText(row.Icon))));
+  const QString icon = QStringLiteral(":/icons/%1.svg").arg(ToText(row.Icon));
+  if (!row.Icon.empty() && QFile::exists(icon)) {
+    action->setIcon(QIcon(icon));
   }
   return action;
 }
