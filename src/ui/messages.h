@@ -15,6 +15,8 @@ inline constexpr MessageKind FileOfNoTrack{"file-of-no-track", Severity::Error, 
                                            "put it on the track, in Media, that it belongs to"};
 inline constexpr MessageKind FileNotHere{"file-not-here", Severity::Error, "Import Error",
                                          "'{}' is not a file of this computer: fetch it first"};
+inline constexpr MessageKind FileIsProject{"file-is-project", Severity::Error, "Import Error",
+                                           "'{}' is a project: File, Open… opens it"};
 inline constexpr MessageKind FolderWithoutFilms{
     "folder-without-films", Severity::Error, "Import Error",
     "The folder '{}' holds nothing that a track is made of: video, sound, subtitle lists (.sst) or pictures"};
