@@ -4,6 +4,7 @@
 #include "desk/user_folders.h"
 #include "desk/version.h"
 #include "ui/shown_text.h"
+#include "window/icons.h"
 #include "window/main_window.h"
 
 int main(int argc, char** argv) {
@@ -12,6 +13,8 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(QStringLiteral("quorvelant"));
   QApplication::setApplicationDisplayName(QStringLiteral("Quorvelant"));
   QApplication::setApplicationVersion(Shown(ProgramVersion()));
+  QApplication::setDesktopFileName(Shown(ApplicationId));
+  QApplication::setWindowIcon(ApplicationIcon());
   const std::string log = LogFile(ProcessEnvironment);
   WindowSetup setup;
   setup.StateFolder = std::filesystem::path(log).parent_path().string();
