@@ -20,20 +20,6 @@ namespace {
 
 using Places = std::vector<ButtonPlace>;
 
-// The scene in which a frame lies; what lies before the first belongs to it.
-std::size_t SceneAt(const Track& track, std::int64_t frame) {
-  std::optional<std::size_t> first;
-  std::optional<std::size_t> found;
-  const auto frameOf = [&](std::size_t scene) { return track.Scenes[scene].Frame; };
-  for (std::size_t i = 0; i < track.Scenes.size(); ++i) {
-    first = !first || frameOf(i) < frameOf(*first) ? i : *first;
-    if (frameOf(i) <= frame && (!found || frameOf(i) >= frameOf(*found))) {
-      found = i;
-    }
-  }
-  return found.value_or(first.value_or(0));
-}
-
 std::vector<DealtScene> DealingOf(const Track& track, std::span<const HighlightPlay> sets) {
   const int rate = TrackTimes(track).FramesPerSecond;
   std::vector<std::pair<std::int64_t, std::size_t>> starts;
@@ -236,6 +222,19 @@ class DomainCells {
 
 }  // namespace
 
+std::size_t SceneAt(const Track& track, std::int64_t frame) {
+  std::optional<std::size_t> first;
+  std::optional<std::size_t> found;
+  const auto frameOf = [&](std::size_t scene) { return track.Scenes[scene].Frame; };
+  for (std::size_t i = 0; i < track.Scenes.size(); ++i) {
+    first = !first || frameOf(i) < frameOf(*first) ? i : *first;
+    if (frameOf(i) <= frame && (!found || frameOf(i) >= frameOf(*found))) {
+      found = i;
+    }
+  }
+  return found.value_or(first.value_or(0));
+}
+
 std::optional<std::size_t> SceneShowing(const Track& track, std::size_t set) {
   for (const DealtScene& dealt : DealingOf(track, track.HighlightPlays)) {
     if (!dealt.Buttons.empty() && dealt.Buttons.front().Set == set) {
@@ -243,6 +242,30 @@ std::optional<std::size_t> SceneShowing(const Track& track, std::size_t set) {
     }
   }
   return std::nullopt;
+}
+
+std::optional<DealtPlace> DealtPlaceOf(const Track& track, const ButtonPlace& button) {
+  for (const DealtScene& dealt : DealingOf(track, track.HighlightPlays)) {
+    const auto at = std::ranges::find(dealt.Buttons, button);
+    if (at != dealt.Buttons.end()) {
+      return DealtPlace{dealt.Scene, static_cast<std::size_t>(at - dealt.Buttons.begin())};
+    }
+  }
+  return std::nullopt;
+}
+
+std::vector<const Cell_P*> CellsPlaying(const Project& project, std::size_t track, std::size_t scene) {
+  std::vector<const Cell_P*> cells;
+  const Track& played = project.Tracks[track];
+  if (scene >= played.Scenes.size()) {
+    return cells;
+  }
+  for (const auto& at : LivePgcs(project)) {
+    std::ranges::copy_if(LiveCells(*at.Chain), std::back_inserter(cells), [&](const Cell_P* cell) {
+      return SceneOf(*cell, played, track) == played.Scenes[scene].Name;
+    });
+  }
+  return cells;
 }
 
 ButtonCommandCarrier::ButtonCommandCarrier(const Project& project, std::size_t track) : track_(track) {

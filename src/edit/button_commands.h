@@ -3,6 +3,7 @@
 
 #include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -28,6 +29,19 @@ using ButtonOrigins = std::vector<std::vector<std::optional<ButtonPlace>>>;
 
 // The scene that begins with this set: the one in which it starts, unless another set starts before it there.
 [[nodiscard]] std::optional<std::size_t> SceneShowing(const Track& track, std::size_t set);
+
+// Where the command of a button stands in every cell that plays its scene: at that position of its commands,
+// counted in a row over its plays.
+struct DealtPlace {
+  std::size_t Scene = 0;
+  std::size_t Position = 0;
+};
+[[nodiscard]] std::optional<DealtPlace> DealtPlaceOf(const Track& track, const ButtonPlace& button);
+// The scene in which a frame lies; what lies before the first belongs to it. 0 where the track has none.
+[[nodiscard]] std::size_t SceneAt(const Track& track, std::int64_t frame);
+// The live cells that play a scene of the track, in the order of the disc.
+[[nodiscard]] std::vector<const Cell_P*> CellsPlaying(const Project& project, std::size_t track,
+                                                      std::size_t scene);
 
 // A scene in which button sets start, and their buttons in the order in which commands are dealt to them.
 struct DealtScene {

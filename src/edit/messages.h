@@ -333,12 +333,36 @@ inline constexpr MessageKind SubtitleMissing{"subtitle-missing", Severity::Error
                                              "There is no Subpicture at this timestamp"};
 inline constexpr MessageKind ButtonsAtLimit{"buttons-at-limit", Severity::Error, "New Button Error",
                                             "Max Number of Buttons Reached ({})"};
+inline constexpr MessageKind ButtonsUnplaced{
+    "buttons-unplaced", Severity::Error, "New Button Error",
+    "Commands of buttons are kept by the cells that play their track, and no cell plays \"{}\" here: place it "
+    "on the disc first"};
+// What is to be led to, and the cell.
+inline constexpr MessageKind ButtonCannotLead{
+    "button-cannot-lead", Severity::Error, "New Button Error",
+    "No command of players leads to \"{}\" from {}: from the menus of the Video Manager titles and menus are "
+    "reached, from those of a title set its own titles and chapters"};
 inline constexpr MessageKind RouteNotOffered{
     "route-not-offered", Severity::Error, "Auto-Route Error",
     "The classic rules link buttons in a ring; by where they lie only those of players do"};
 inline constexpr MessageKind AskDeleteButton{
     "ask-delete-button", Severity::Information, "Delete Button",
     "Would you like to remove this button? (Any button links will need to be repaired manually!)"};
+inline constexpr MessageKind ButtonNameUnfit{
+    "button-name-unfit", Severity::Error, "Button Error",
+    "\"{}\" cannot be the name: buttons are linked by names of one line, and no two of a set have the same"};
+inline constexpr MessageKind ButtonAreaBeyond{
+    "button-area-beyond", Severity::Error, "Button Error",
+    "The area of \"{}\" is left, top, right and bottom within {} by {} pixels"};
+inline constexpr MessageKind ButtonLinkUnfit{"button-link-unfit", Severity::Error, "Button Error",
+                                             "The set has no button \"{}\""};
+inline constexpr MessageKind ButtonTimesUnfit{
+    "button-times-unfit", Severity::Error, "Button Error",
+    "Buttons show from frame 0 or later, before the track ends, for a frame at least"};
+inline constexpr MessageKind ButtonPlayedNowhere{
+    "button-played-nowhere", Severity::Error, "Button Error",
+    "No cell plays the scene of these buttons, and the commands stand with the cells: place the track on a "
+    "PGC first"};
 inline constexpr MessageKind PaletteNameless{"palette-nameless", Severity::Error, "New Palette Error",
                                              "A palette needs a name of one line"};
 inline constexpr MessageKind PaletteIndexBeyond{"palette-index-beyond", Severity::Error, "Colour Error",

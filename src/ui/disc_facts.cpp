@@ -10,6 +10,7 @@
 #include "model/walk.h"
 #include "script/script_tracks.h"
 #include "ui/fact_words.h"
+#include "ui/shown_text.h"
 
 namespace quorvelant {
 
@@ -28,7 +29,7 @@ struct PlayTime {
     return *this;
   }
   [[nodiscard]] QString Words() const {
-    return IsKnown && Rate > 0 ? ToQString(FramesToTimecode(Frames, Rate)) : QString();
+    return IsKnown && Rate > 0 ? Shown(FramesToTimecode(Frames, Rate)) : QString();
   }
 };
 
@@ -40,9 +41,14 @@ QString StillWords(std::int32_t seconds) {
 }
 
 QString Named(const char* word, const std::string& name, std::string_view without = {}) {
+<<<<<<< HEAD
   return name.empty() || name == without
              ? QString()
              : QStringLiteral("%1 %2").arg(QString::fromUtf8(word), ToQString(name));
+=======
+  return name.empty() || name == without ? QString()
+                                         : QStringLiteral("%1 %2").arg(QString::fromUtf8(word), Shown(name));
+>>>>>>> win
 }
 
 QString If(bool holds, const char* words) {
@@ -65,14 +71,14 @@ QString CommandWords(const PGC_P& chain) {
 
 RowFacts Row(const char* kind, const std::string& name, const std::string& shown, QStringList columns) {
   return {.Kind = QString::fromUtf8(kind),
-          .Name = ToQString(name),
-          .Shown = ToQString(shown),
+          .Name = Shown(name),
+          .Shown = Shown(shown),
           .Former = {},
           .Columns = std::move(columns)};
 }
 
 RowFacts Renamable(RowFacts facts, const std::string& name) {
-  facts.Former = ToQString(name);
+  facts.Former = Shown(name);
   return facts;
 }
 
@@ -87,7 +93,11 @@ class EntryFacts {
                          {{},
                           JoinWords({CountWords(titles.size(), "title", "titles"),
                                      CountWords(languages.size(), "language", "languages")}),
+<<<<<<< HEAD
                           JoinWords({ToQString(entry.Standard()), Named("menus", entry.VTSMenuInfo.Aspect),
+=======
+                          JoinWords({Shown(entry.Standard()), Named("menus", entry.VTSMenuInfo.Aspect),
+>>>>>>> win
                                      Named("titles", entry.VTSTitleInfo.Aspect),
                                      If(entry.MenuLetterBoxed, "menus letterboxed"),
                                      If(entry.TitleLetterBoxed, "titles letterboxed"),
@@ -178,7 +188,11 @@ class EntryFacts {
         cell.CellCommand > 0 ? QStringLiteral("command %1").arg(cell.CellCommand) : QString();
     take_(key, Renamable(
                    Row("cell", told, told,
+<<<<<<< HEAD
                        {time.Words(), ToQString(cell.SceneUsed),
+=======
+                       {time.Words(), Shown(cell.SceneUsed),
+>>>>>>> win
                         JoinWords({StillWords(cell.StillTime), command,
                                    CountWords(buttons, "button command", "button commands"),
                                    If(cell.Seamless, "seamless"), If(cell.RestrictedAccess, "restricted")})}),
