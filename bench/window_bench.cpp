@@ -1,5 +1,6 @@
 // Discs made in the window against the same by the command line, and whether the window answers meanwhile.
 #include <benchmark/benchmark.h>
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -83,8 +84,11 @@ double ByCommand(const fs::path& script, const fs::path& folder) {
   const auto start = std::chrono::steady_clock::now();
   const pid_t child = fork();
   if (child == 0) {
-    execl(QUORVELANT_PROGRAM, "quorvelant", "--quiet", "author", script.c_str(), "-o", folder.c_str(),
-          "--force", nullptr);
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    dup2(nowhere, STDOUT_FILENO);
+    dup2(nowhere, STDERR_FILENO);
+    execl(QUORVELANT_PROGRAM, "quorvelant", "author", script.c_str(), "-o", folder.c_str(), "--force",
+          nullptr);
     _exit(127);
   }
   int status = 0;
