@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "edit/button_edits.h"
 #include "edit/change.h"
 #include "edit/command_lists.h"
 #include "edit/element_names.h"
@@ -224,9 +225,9 @@ Outcome AimButton(EditSession& session, std::size_t track, const ButtonPlace& bu
 std::vector<ButtonAim> AimsAt(const Project& project, const Rules& rules, std::size_t track,
                               std::int64_t frame) {
   std::vector<ButtonAim> aims;
-  const std::vector<std::string> cells = CellsPlayingAt(project, track, frame);
+  const auto cells = CellsPlaying(project, track, SceneAt(project.Tracks[track], frame));
   if (!cells.empty()) {
-    LeadingText text(project, rules, cells.front());
+    LeadingText text(project, rules, cells.front()->Key);
     AddAims(StructureTree(project), project, text, aims);
   }
   return aims;

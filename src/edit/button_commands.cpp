@@ -20,20 +20,6 @@ namespace {
 
 using Places = std::vector<ButtonPlace>;
 
-// The scene in which a frame lies; what lies before the first belongs to it.
-std::size_t SceneAt(const Track& track, std::int64_t frame) {
-  std::optional<std::size_t> first;
-  std::optional<std::size_t> found;
-  const auto frameOf = [&](std::size_t scene) { return track.Scenes[scene].Frame; };
-  for (std::size_t i = 0; i < track.Scenes.size(); ++i) {
-    first = !first || frameOf(i) < frameOf(*first) ? i : *first;
-    if (frameOf(i) <= frame && (!found || frameOf(i) >= frameOf(*found))) {
-      found = i;
-    }
-  }
-  return found.value_or(first.value_or(0));
-}
-
 std::vector<DealtScene> DealingOf(const Track& track, std::span<const HighlightPlay> sets) {
   const int rate = TrackTimes(track).FramesPerSecond;
   std::vector<std::pair<std::int64_t, std::size_t>> starts;
@@ -92,19 +78,6 @@ std::vector<Cell_P*> CellsToEdit(VTS_P& entry, Domain domain) {
   };
   domain == Domain::Menu ? cellsOf(entry.Lang) : cellsOf(entry.Title);
   return cells;
-}
-
-// The place of a live command by its number in the row of all of the cell's.
-std::optional<CommandPlace> LiveCommandAt(const Cell_P& cell, std::size_t number) {
-  for (std::size_t play = 0; play < cell.ButtonCommands.size(); ++play) {
-    const CommandList& commands = cell.ButtonCommands[play].Commands;
-    for (std::size_t i = 0; i < commands.size(); ++i) {
-      if (!commands[i].Deleted && number-- == 0) {
-        return CommandPlace{.Key = cell.Key, .List = ListKind::Button, .Play = play, .Position = i};
-      }
-    }
-  }
-  return std::nullopt;
 }
 
 VMICommand_P NopCommand() {
@@ -249,6 +222,19 @@ class DomainCells {
 
 }  // namespace
 
+std::size_t SceneAt(const Track& track, std::int64_t frame) {
+  std::optional<std::size_t> first;
+  std::optional<std::size_t> found;
+  const auto frameOf = [&](std::size_t scene) { return track.Scenes[scene].Frame; };
+  for (std::size_t i = 0; i < track.Scenes.size(); ++i) {
+    first = !first || frameOf(i) < frameOf(*first) ? i : *first;
+    if (frameOf(i) <= frame && (!found || frameOf(i) >= frameOf(*found))) {
+      found = i;
+    }
+  }
+  return found.value_or(first.value_or(0));
+}
+
 std::optional<std::size_t> SceneShowing(const Track& track, std::size_t set) {
   for (const DealtScene& dealt : DealingOf(track, track.HighlightPlays)) {
     if (!dealt.Buttons.empty() && dealt.Buttons.front().Set == set) {
@@ -258,43 +244,28 @@ std::optional<std::size_t> SceneShowing(const Track& track, std::size_t set) {
   return std::nullopt;
 }
 
-std::vector<CommandPlace> CommandsOfButton(const Project& project, std::size_t track,
-                                           const ButtonPlace& button) {
-  const Track& played = project.Tracks[track];
-  const std::vector<DealtScene> dealing = DealingOf(played, played.HighlightPlays);
-  const auto dealt = std::ranges::find_if(dealing, [&](const DealtScene& scene) {
-    return std::ranges::find(scene.Buttons, button) != scene.Buttons.end();
-  });
-  std::vector<CommandPlace> places;
-  if (dealt == dealing.end()) {
-    return places;
-  }
-  const auto number =
-      static_cast<std::size_t>(std::ranges::find(dealt->Buttons, button) - dealt->Buttons.begin());
-  for (const auto& at : LivePgcs(project)) {
-    for (const Cell_P* cell : LiveCells(*at.Chain)) {
-      const auto place =
-          SceneOf(*cell, played, track) == dealt->Name ? LiveCommandAt(*cell, number) : std::nullopt;
-      if (place) {
-        places.push_back(*place);
-      }
+std::optional<DealtPlace> DealtPlaceOf(const Track& track, const ButtonPlace& button) {
+  for (const DealtScene& dealt : DealingOf(track, track.HighlightPlays)) {
+    const auto at = std::ranges::find(dealt.Buttons, button);
+    if (at != dealt.Buttons.end()) {
+      return DealtPlace{dealt.Scene, static_cast<std::size_t>(at - dealt.Buttons.begin())};
     }
   }
-  return places;
+  return std::nullopt;
 }
 
-std::vector<std::string> CellsPlayingAt(const Project& project, std::size_t track, std::int64_t frame) {
+std::vector<const Cell_P*> CellsPlaying(const Project& project, std::size_t track, std::size_t scene) {
+  std::vector<const Cell_P*> cells;
   const Track& played = project.Tracks[track];
-  const std::size_t scene = SceneAt(played, frame);
-  std::vector<std::string> keys;
-  for (const auto& at : LivePgcs(project)) {
-    for (const Cell_P* cell : LiveCells(*at.Chain)) {
-      if (scene < played.Scenes.size() && SceneOf(*cell, played, track) == played.Scenes[scene].Name) {
-        keys.push_back(cell->Key);
-      }
-    }
+  if (scene >= played.Scenes.size()) {
+    return cells;
   }
-  return keys;
+  for (const auto& at : LivePgcs(project)) {
+    std::ranges::copy_if(LiveCells(*at.Chain), std::back_inserter(cells), [&](const Cell_P* cell) {
+      return SceneOf(*cell, played, track) == played.Scenes[scene].Name;
+    });
+  }
+  return cells;
 }
 
 ButtonCommandCarrier::ButtonCommandCarrier(const Project& project, std::size_t track) : track_(track) {

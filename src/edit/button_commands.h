@@ -12,7 +12,6 @@
 
 #include "model/project.h"
 #include "model/walk.h"
-#include "vm/command_place.h"
 
 namespace quorvelant {
 
@@ -31,22 +30,25 @@ using ButtonOrigins = std::vector<std::vector<std::optional<ButtonPlace>>>;
 // The scene that begins with this set: the one in which it starts, unless another set starts before it there.
 [[nodiscard]] std::optional<std::size_t> SceneShowing(const Track& track, std::size_t set);
 
+// Where the command of a button stands in every cell that plays its scene: at that position of its commands,
+// counted in a row over its plays.
+struct DealtPlace {
+  std::size_t Scene = 0;
+  std::size_t Position = 0;
+};
+[[nodiscard]] std::optional<DealtPlace> DealtPlaceOf(const Track& track, const ButtonPlace& button);
+// The scene in which a frame lies; what lies before the first belongs to it. 0 where the track has none.
+[[nodiscard]] std::size_t SceneAt(const Track& track, std::int64_t frame);
+// The live cells that play a scene of the track, in the order of the disc.
+[[nodiscard]] std::vector<const Cell_P*> CellsPlaying(const Project& project, std::size_t track,
+                                                      std::size_t scene);
+
 // A scene in which button sets start, and their buttons in the order in which commands are dealt to them.
 struct DealtScene {
   std::size_t Scene = 0;
   std::string Name;
   std::vector<ButtonPlace> Buttons;
 };
-
-// Where the commands of a button stand: one place for each live cell that plays the scene in which its set
-// starts and has a command for it. None where no cell does.
-[[nodiscard]] std::vector<CommandPlace> CommandsOfButton(const Project& project, std::size_t track,
-                                                         const ButtonPlace& button);
-
-// The live cells that play the scene in which a frame lies: those that hold the commands of a set that starts
-// there. Keys, in the order of the disc.
-[[nodiscard]] std::vector<std::string> CellsPlayingAt(const Project& project, std::size_t track,
-                                                      std::int64_t frame);
 
 // Made before the sets or the scenes of a track change, and before cells go for it; the commands of its live
 // cells follow afterwards: each stays with its button, a removed button takes its command along, a new one

@@ -348,6 +348,21 @@ inline constexpr MessageKind RouteNotOffered{
 inline constexpr MessageKind AskDeleteButton{
     "ask-delete-button", Severity::Information, "Delete Button",
     "Would you like to remove this button? (Any button links will need to be repaired manually!)"};
+inline constexpr MessageKind ButtonNameUnfit{
+    "button-name-unfit", Severity::Error, "Button Error",
+    "\"{}\" cannot be the name: buttons are linked by names of one line, and no two of a set have the same"};
+inline constexpr MessageKind ButtonAreaBeyond{
+    "button-area-beyond", Severity::Error, "Button Error",
+    "The area of \"{}\" is left, top, right and bottom within {} by {} pixels"};
+inline constexpr MessageKind ButtonLinkUnfit{"button-link-unfit", Severity::Error, "Button Error",
+                                             "The set has no button \"{}\""};
+inline constexpr MessageKind ButtonTimesUnfit{
+    "button-times-unfit", Severity::Error, "Button Error",
+    "Buttons show from frame 0 or later, before the track ends, for a frame at least"};
+inline constexpr MessageKind ButtonPlayedNowhere{
+    "button-played-nowhere", Severity::Error, "Button Error",
+    "No cell plays the scene of these buttons, and the commands stand with the cells: place the track on a "
+    "PGC first"};
 inline constexpr MessageKind PaletteNameless{"palette-nameless", Severity::Error, "New Palette Error",
                                              "A palette needs a name of one line"};
 inline constexpr MessageKind PaletteIndexBeyond{"palette-index-beyond", Severity::Error, "Colour Error",

@@ -260,6 +260,40 @@ Outcome NewScene(EditSession& session, std::string_view track, std::string_view 
   return change.Commit(SceneKey(key->Track, number));
 }
 
+Outcome MoveScene(EditSession& session, std::string_view scene, std::string_view timecode) {
+  const auto key = LiveSource(session.Work(), scene, Node::Scene);
+  if (!key) {
+    return NoSuch("scene", scene);
+  }
+  const Track& track = session.Work().Tracks[key->Track];
+  const int rate = TrackFramesPerSecond(session.Work(), track);
+  if (TimecodeToFrames(timecode, rate) == track.Scenes[key->Number - 1].Frame) {
+    return Outcome::Done(std::string(scene));
+  }
+  if (key->Number == 1) {
+    return Outcome::Refused(MessageOf(message::FirstSceneStays, scene));
+  }
+  Change change(session, "Move Scene");
+  const auto starts = ChapterStarts(change.Work(), key->Track, session.Indexes());
+  const ButtonCommandCarrier buttons(change.Work(), key->Track);
+  std::vector<Scene>& scenes = change.EditTrack(key->Track).Scenes;
+  const auto old = scenes.begin() + static_cast<std::ptrdiff_t>(key->Number - 1);
+  Scene moved = std::move(*old);
+  scenes.erase(old);
+  const std::vector<Scene> others = scenes;
+  SilentUi nobody;
+  OperationUi heard(nobody, Consent::None);
+  const auto correct = [&starts](std::int64_t frame) { return MoveToChapterStart(starts, frame); };
+  if (!AddScene(change.EditTrack(key->Track), timecode, rate, heard, correct)) {
+    return heard.GaveUp();
+  }
+  const auto added = std::ranges::mismatch(others, scenes).in2;
+  moved.Frame = added->Frame;
+  *added = std::move(moved);
+  buttons.Carry(change);
+  return change.Commit(SceneKey(key->Track, static_cast<std::size_t>(added - scenes.begin()) + 1));
+}
+
 Outcome SetSceneUops(EditSession& session, std::string_view scene, const UopMask& uops) {
   const auto key = LiveSource(session.Work(), scene, Node::Scene);
   if (!key) {

@@ -40,6 +40,8 @@ Outcome SetEnds(EditSession& session, std::string_view track, bool extendSlide, 
 
 // A scene at a timecode, moved onto a picture at which a chapter can start where the files have indexes.
 Outcome NewScene(EditSession& session, std::string_view track, std::string_view timecode);
+// The scene starts at another time, by the same rules; its cells go with it. The first one stays.
+Outcome MoveScene(EditSession& session, std::string_view scene, std::string_view timecode);
 // User operations that players refuse while the scene plays.
 Outcome SetSceneUops(EditSession& session, std::string_view scene, const UopMask& uops);
 
