@@ -7,4 +7,8 @@ namespace quorvelant::message {
 
 inline constexpr MessageKind JobBroken{"job-broken", Severity::Error, "Error", "{}"};
 
+// The text.
+inline constexpr MessageKind ColorUnfit{"color-unfit", Severity::Error, "Colour Error",
+                                        "\"{}\" is no colour: one is written as #rrggbb"};
+
 }  // namespace quorvelant::message
