@@ -41,14 +41,8 @@ QString StillWords(std::int32_t seconds) {
 }
 
 QString Named(const char* word, const std::string& name, std::string_view without = {}) {
-<<<<<<< HEAD
-  return name.empty() || name == without
-             ? QString()
-             : QStringLiteral("%1 %2").arg(QString::fromUtf8(word), ToQString(name));
-=======
   return name.empty() || name == without ? QString()
                                          : QStringLiteral("%1 %2").arg(QString::fromUtf8(word), Shown(name));
->>>>>>> win
 }
 
 QString If(bool holds, const char* words) {
@@ -93,11 +87,7 @@ class EntryFacts {
                          {{},
                           JoinWords({CountWords(titles.size(), "title", "titles"),
                                      CountWords(languages.size(), "language", "languages")}),
-<<<<<<< HEAD
-                          JoinWords({ToQString(entry.Standard()), Named("menus", entry.VTSMenuInfo.Aspect),
-=======
                           JoinWords({Shown(entry.Standard()), Named("menus", entry.VTSMenuInfo.Aspect),
->>>>>>> win
                                      Named("titles", entry.VTSTitleInfo.Aspect),
                                      If(entry.MenuLetterBoxed, "menus letterboxed"),
                                      If(entry.TitleLetterBoxed, "titles letterboxed"),
@@ -188,11 +178,7 @@ class EntryFacts {
         cell.CellCommand > 0 ? QStringLiteral("command %1").arg(cell.CellCommand) : QString();
     take_(key, Renamable(
                    Row("cell", told, told,
-<<<<<<< HEAD
-                       {time.Words(), ToQString(cell.SceneUsed),
-=======
                        {time.Words(), Shown(cell.SceneUsed),
->>>>>>> win
                         JoinWords({StillWords(cell.StillTime), command,
                                    CountWords(buttons, "button command", "button commands"),
                                    If(cell.Seamless, "seamless"), If(cell.RestrictedAccess, "restricted")})}),

@@ -1,7 +1,12 @@
 #include "window/actions.h"
 
+#include <QApplication>
+#include <QFile>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMetaObject>
 #include <QWidget>
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -180,6 +185,12 @@ Actions::Actions(QWidget* window) : QObject(window) {
   Of(About)->setMenuRole(QAction::AboutRole);
   Of(ActionId::Settings)->setMenuRole(QAction::PreferencesRole);
   Of(SafeArea)->setCheckable(true);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
+    if (now != nullptr && qobject_cast<QMenuBar*>(now) == nullptr && qobject_cast<QMenu*>(now) == nullptr) {
+      focus_ = now;
+      Refresh();
+    }
+  });
 }
 
 QAction* Actions::Of(ActionId id) const {
@@ -187,15 +198,48 @@ QAction* Actions::Of(ActionId id) const {
 }
 
 void Actions::Handle(ActionId id, std::function<void()> run, std::function<bool()> isPossible) {
+  Add(id, {.Pane = {}, .IsOfPane = false, .Run = std::move(run), .IsPossible = std::move(isPossible)});
+}
+
+void Actions::HandleIn(QWidget* pane, ActionId id, std::function<void()> run,
+                       std::function<bool()> isPossible) {
+  Add(id, {.Pane = pane, .IsOfPane = true, .Run = std::move(run), .IsPossible = std::move(isPossible)});
+}
+
+void Actions::Add(ActionId id, Handler handler) {
+  handlers_[id].push_back(std::move(handler));
   QAction* const action = Of(id);
   action->disconnect(this);
-  connect(action, &QAction::triggered, this, [run = std::move(run)] { run(); });
-  action->setEnabled(!isPossible || isPossible());
-  possible_[id] = std::move(isPossible);
+  connect(action, &QAction::triggered, this, [this, id] {
+    if (const Handler* const handling = HandlerOf(id)) {
+      handling->Run();
+    }
+  });
+  action->setEnabled(HandlerOf(id) != nullptr);
+}
+
+// The one that would do it now; null where it cannot be done.
+const Actions::Handler* Actions::HandlerOf(ActionId id) const {
+  const auto found = handlers_.find(id);
+  if (found == handlers_.end()) {
+    return nullptr;
+  }
+  const auto hasKeys = [this](const Handler& handler) {
+    return handler.Pane != nullptr && focus_ != nullptr &&
+           (handler.Pane == focus_ || handler.Pane->isAncestorOf(focus_));
+  };
+  const bool isOfPane = std::ranges::any_of(found->second, hasKeys);
+  for (const Handler& handler : found->second) {
+    const bool isMeant = isOfPane ? hasKeys(handler) : !handler.IsOfPane;
+    if (isMeant && (!handler.IsPossible || handler.IsPossible())) {
+      return &handler;
+    }
+  }
+  return nullptr;
 }
 
 bool Actions::IsHandled(ActionId id) const {
-  return possible_.contains(id);
+  return handlers_.contains(id);
 }
 
 void Actions::Refresh() {
@@ -205,8 +249,8 @@ void Actions::Refresh() {
   isDue_ = true;
   const auto now = [this] {
     isDue_ = false;
-    for (const auto& [id, isPossible] : possible_) {
-      Of(id)->setEnabled(!isPossible || isPossible());
+    for (const auto& [id, handlers] : handlers_) {
+      Of(id)->setEnabled(HandlerOf(id) != nullptr);
     }
   };
   QMetaObject::invokeMethod(this, now, Qt::QueuedConnection);

@@ -26,6 +26,7 @@
 #include "window/project_files.h"
 #include "window/size_gauge.h"
 #include "window/start_page.h"
+#include "window/tool_actions.h"
 
 namespace quorvelant {
 
@@ -135,9 +136,10 @@ MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*
   auto* const author = new AuthorAction(
       its.Parts, [gauge]() -> const DiscMedium& { return gauge->Medium(); }, *this);
   connect(author, &AuthorAction::Began, this, [this] { private_->Layout->GoTo(QStringLiteral("Jobs")); });
-  HandleHelp(*its.Commands, this);
   setAcceptDrops(true);
   HandleHistory();
+  HandleTools(its.Parts, this);
+  HandleHelp(*its.Commands, this);
   Connect();
   RestoreState();
   ShowState();
