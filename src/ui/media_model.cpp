@@ -63,8 +63,7 @@ class TrackFacts {
     take_(TrackKey(index_), OfTrack());
     for (const auto& [place, play] : LiveWithIndex(track_.VideoPlays)) {
       const QString time = track_.TrackType == "SlideShow" ? Text(play.SlideDuration) : QString();
-      take_(VideoPlayKey(index_, place + 1),
-            FileFacts(play.File, VideoPlayText(play, place + 1), time));
+      take_(VideoPlayKey(index_, place + 1), FileFacts(play.File, VideoPlayText(play, place + 1), time));
     }
     for (const auto& [place, stream] : LiveWithIndex(track_.AudioStreams)) {
       TellSound(place + 1, stream);
@@ -133,8 +132,8 @@ class TrackFacts {
   [[nodiscard]] static RowFacts OfSubtitles(const SubtitleStream& stream) {
     const QString name = Text(stream.StreamName);
     const QString mode = stream.DisplayMode == "Not Specified" ? QString() : Text(stream.DisplayMode);
-    const QString count =
-        stream.SubPlays.empty() ? MediaModel::tr("empty") : CountWords(stream.SubPlays.size(), "entry", "entries");
+    const QString count = stream.SubPlays.empty() ? MediaModel::tr("empty")
+                                                  : CountWords(stream.SubPlays.size(), "entry", "entries");
     return {.Kind = QStringLiteral("subtitles"),
             .Name = name,
             .Shown = name,
