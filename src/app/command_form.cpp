@@ -20,8 +20,8 @@
 #include "app/command_subtitles.h"
 #include "app/command_wizard.h"
 #include "app/messages.h"
-#include "desk/version.h"
 #include "base/message_error.h"
+#include "desk/version.h"
 
 namespace quorvelant {
 
@@ -110,6 +110,17 @@ int Run(CLI::App& program, std::span<const std::string> arguments, CommandContex
 
 }  // namespace
 
+void AddCommandForm(CLI::App& program, CommandContext& context,
+                    const std::function<void(Verbosity)>& setVerbosity) {
+  program.name("quorvelant");
+  program.description(std::string(Description));
+  program.set_version_flag("--version", std::string("quorvelant ") + std::string(ProgramVersion()));
+  program.footer(std::string(Footer));
+  AddCommands(program, context);
+  AddVerbosity(program, context, setVerbosity);
+  program.failure_message(UsageFault);
+}
+
 int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, std::ostream& out,
                    std::ostream& err, const EnvironmentLookup& environment,
                    const std::function<void(Verbosity)>& setVerbosity) {
@@ -118,13 +129,9 @@ int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, st
                          .Options = ReadUserSettings(SettingsFile(environment), ui),
                          .LogFile = LogFile(environment),
                          .CacheFolder = CacheFolder(environment)};
-  CLI::App program{std::string(Description), "quorvelant"};
-  program.set_version_flag("--version", std::string("quorvelant ") + std::string(ProgramVersion()));
-  program.footer(std::string(Footer));
+  CLI::App program;
+  AddCommandForm(program, context, setVerbosity);
   program.require_subcommand(arguments.empty() ? 0 : 1);
-  AddCommands(program, context);
-  AddVerbosity(program, context, setVerbosity);
-  program.failure_message(UsageFault);
   try {
     int status = ExitDone;
     if (arguments.empty()) {

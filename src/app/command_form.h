@@ -8,9 +8,13 @@
 #include <string_view>
 
 #include "app/console_ui.h"
+#include "base/user_interface.h"
 #include "desk/settings.h"
 #include "desk/user_folders.h"
-#include "base/user_interface.h"
+
+namespace CLI {
+class App;
+}
 
 namespace quorvelant {
 
@@ -37,6 +41,11 @@ struct CommandContext {
     }
   }
 };
+
+// Gives `program` its description, every command and their options, as `--help` shows them, the man page and
+// the completion too. `setVerbosity` is called for --quiet and --verbose.
+void AddCommandForm(CLI::App& program, CommandContext& context,
+                    const std::function<void(Verbosity)>& setVerbosity);
 
 // Runs the command that `arguments` (without the program's name) say, and gives the exit status: 0 done,
 // 1 failed, 2 wrong usage. Without any argument the help is printed. `setVerbosity` is called for --quiet and

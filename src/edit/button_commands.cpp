@@ -20,20 +20,6 @@ namespace {
 
 using Places = std::vector<ButtonPlace>;
 
-// The scene in which a frame lies; what lies before the first belongs to it.
-std::size_t SceneAt(const Track& track, std::int64_t frame) {
-  std::optional<std::size_t> first;
-  std::optional<std::size_t> found;
-  const auto frameOf = [&](std::size_t scene) { return track.Scenes[scene].Frame; };
-  for (std::size_t i = 0; i < track.Scenes.size(); ++i) {
-    first = !first || frameOf(i) < frameOf(*first) ? i : *first;
-    if (frameOf(i) <= frame && (!found || frameOf(i) >= frameOf(*found))) {
-      found = i;
-    }
-  }
-  return found.value_or(first.value_or(0));
-}
-
 std::vector<DealtScene> DealingOf(const Track& track, std::span<const HighlightPlay> sets) {
   const int rate = TrackTimes(track).FramesPerSecond;
   std::vector<std::pair<std::int64_t, std::size_t>> starts;
@@ -235,6 +221,19 @@ class DomainCells {
 };
 
 }  // namespace
+
+std::size_t SceneAt(const Track& track, std::int64_t frame) {
+  std::optional<std::size_t> first;
+  std::optional<std::size_t> found;
+  const auto frameOf = [&](std::size_t scene) { return track.Scenes[scene].Frame; };
+  for (std::size_t i = 0; i < track.Scenes.size(); ++i) {
+    first = !first || frameOf(i) < frameOf(*first) ? i : *first;
+    if (frameOf(i) <= frame && (!found || frameOf(i) >= frameOf(*found))) {
+      found = i;
+    }
+  }
+  return found.value_or(first.value_or(0));
+}
 
 std::optional<std::size_t> SceneShowing(const Track& track, std::size_t set) {
   for (const DealtScene& dealt : DealingOf(track, track.HighlightPlays)) {

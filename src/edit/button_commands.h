@@ -3,6 +3,7 @@
 
 #include <compare>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -36,6 +37,8 @@ struct DealtPlace {
   std::size_t Position = 0;
 };
 [[nodiscard]] std::optional<DealtPlace> DealtPlaceOf(const Track& track, const ButtonPlace& button);
+// The scene in which a frame lies; what lies before the first belongs to it. 0 where the track has none.
+[[nodiscard]] std::size_t SceneAt(const Track& track, std::int64_t frame);
 // The live cells that play a scene of the track, in the order of the disc.
 [[nodiscard]] std::vector<const Cell_P*> CellsPlaying(const Project& project, std::size_t track,
                                                       std::size_t scene);

@@ -162,6 +162,26 @@ Outcome SetButtonTimes(EditSession& session, std::size_t track, std::size_t set,
   return PutButtons(session, track, edited);
 }
 
+namespace {
+
+// The live commands of a cell stand in a row, over all its plays.
+CommandPlace CommandAtNumber(const Cell_P& cell, std::size_t number) {
+  CommandPlace place{.Key = cell.Key, .List = ListKind::Button, .Play = 0, .Position = 0};
+  for (std::size_t play = 0; play < cell.ButtonCommands.size(); ++play) {
+    const CommandList& commands = cell.ButtonCommands[play].Commands;
+    place.Play = play;
+    for (place.Position = 0; place.Position < commands.size(); ++place.Position) {
+      if (!commands[place.Position].Deleted && number-- == 0) {
+        return place;
+      }
+    }
+  }
+  place.Position += number;
+  return place;
+}
+
+}  // namespace
+
 std::vector<CommandPlace> CommandsOfButton(const Project& project, std::size_t track,
                                            const ButtonPlace& place) {
   std::vector<CommandPlace> places;
@@ -170,14 +190,7 @@ std::vector<CommandPlace> CommandsOfButton(const Project& project, std::size_t t
     return places;
   }
   for (const Cell_P* cell : CellsPlaying(project, track, dealt->Scene)) {
-    CommandPlace found{.Key = cell->Key, .List = ListKind::Button, .Play = 0, .Position = dealt->Position};
-    // The commands of a cell stand in a row, over all its plays.
-    while (found.Play + 1 < cell->ButtonCommands.size() &&
-           found.Position >= cell->ButtonCommands[found.Play].Commands.size()) {
-      found.Position -= cell->ButtonCommands[found.Play].Commands.size();
-      ++found.Play;
-    }
-    places.push_back(std::move(found));
+    places.push_back(CommandAtNumber(*cell, dealt->Position));
   }
   return places;
 }

@@ -27,7 +27,7 @@ constexpr std::int64_t SecondsWithoutLength = 10;
 ColorScheme DefaultScheme() {
   constexpr std::int32_t Black = 0;
   constexpr std::int32_t Red = 5;
-  constexpr std::int32_t Yellow = 9;
+  constexpr std::int32_t Yellow = 8;
   constexpr ColorQuad Opaque{15, 15, 15, 0};
   ColorScheme scheme;
   scheme.SelectionColor = {Black, Black, Yellow, Black};

@@ -18,8 +18,6 @@ namespace quorvelant {
 
 namespace {
 
-enum class FileRole { Video, Audio, Subtitles, Chapters, Picture, SubtitleText };
-
 // Sound that no disc carries is told of as sound.
 constexpr std::array<std::string_view, 10> OfSound{".ac3", ".wav", ".dts", ".mp2",  ".mp3",
                                                    ".aac", ".m4a", ".ogg", ".opus", ".flac"};
@@ -31,23 +29,6 @@ std::string LowerExtension(const std::string& file) {
 
 std::string StemOf(const std::string& file) {
   return std::filesystem::path(SystemPath(file)).stem().string();
-}
-
-FileRole RoleOf(const std::string& file) {
-  const std::string extension = LowerExtension(file);
-  if (std::ranges::find(OfSound, extension) != OfSound.end()) {
-    return FileRole::Audio;
-  }
-  if (std::ranges::find(OfSubtitleText, extension) != OfSubtitleText.end()) {
-    return FileRole::SubtitleText;
-  }
-  if (extension == ".sst") {
-    return FileRole::Subtitles;
-  }
-  if (extension == ".txt") {
-    return FileRole::Chapters;
-  }
-  return IsPicture(file) ? FileRole::Picture : FileRole::Video;
 }
 
 // The last word after the video's stem that is a language.
@@ -75,7 +56,7 @@ FilmFiles* FilmOf(std::vector<FilmFiles>& films, const std::string& stem) {
 }
 
 void AddTo(FilmFiles& film, const std::string& file, SortedFiles& sorted) {
-  switch (RoleOf(file)) {
+  switch (RoleOfFile(file)) {
     case FileRole::Audio:
       film.Audio.push_back({file, LanguageOfFile(file, film.Video)});
       break;
@@ -122,7 +103,7 @@ std::vector<std::string> FilesBeside(const std::string& file) {
 // "film.ac3" and "film.de.ac3" of "film.m2v", but not "filmset.ac3".
 bool HasNameOf(const FilmFiles& film, const std::string& file) {
   const std::string stem = StemOf(file);
-  if (stem == film.Name || RoleOf(file) == FileRole::Chapters) {
+  if (stem == film.Name || RoleOfFile(file) == FileRole::Chapters) {
     return stem == film.Name;
   }
   const bool goesOn = stem.starts_with(film.Name) && Contains("._-", stem.substr(film.Name.size(), 1));
@@ -130,6 +111,23 @@ bool HasNameOf(const FilmFiles& film, const std::string& file) {
 }
 
 }  // namespace
+
+FileRole RoleOfFile(const std::string& file) {
+  const std::string extension = LowerExtension(file);
+  if (std::ranges::find(OfSound, extension) != OfSound.end()) {
+    return FileRole::Audio;
+  }
+  if (std::ranges::find(OfSubtitleText, extension) != OfSubtitleText.end()) {
+    return FileRole::SubtitleText;
+  }
+  if (extension == ".sst") {
+    return FileRole::Subtitles;
+  }
+  if (extension == ".txt") {
+    return FileRole::Chapters;
+  }
+  return IsPicture(file) ? FileRole::Picture : FileRole::Video;
+}
 
 std::string LanguageOfFile(const std::string& file, const std::string& video) {
   const std::string stem = StemOf(file);
@@ -144,7 +142,7 @@ std::string LanguageOfFile(const std::string& file, const std::string& video) {
 SortedFiles FollowFilms(std::span<const std::string> files) {
   SortedFiles sorted;
   for (const std::string& file : files) {
-    const FileRole role = RoleOf(file);
+    const FileRole role = RoleOfFile(file);
     if (role == FileRole::Video) {
       sorted.Films.push_back(FilmWith(file));
     } else if (role == FileRole::Picture) {
@@ -164,7 +162,7 @@ void FindFilesOf(std::vector<FilmFiles>& films) {
   SortedFiles sorted;
   for (FilmFiles& film : films) {
     for (const std::string& file : FilesBeside(film.Video)) {
-      const FileRole role = RoleOf(file);
+      const FileRole role = RoleOfFile(file);
       const bool isUsable =
           role != FileRole::Video && role != FileRole::Picture && role != FileRole::SubtitleText;
       if (isUsable && !IsOf(film, file) && HasNameOf(film, file) &&
@@ -178,12 +176,12 @@ void FindFilesOf(std::vector<FilmFiles>& films) {
 SortedFiles SortFilms(std::span<const std::string> files) {
   SortedFiles sorted;
   for (const std::string& file : files) {
-    if (RoleOf(file) == FileRole::Video) {
+    if (RoleOfFile(file) == FileRole::Video) {
       sorted.Films.push_back(FilmWith(file));
     }
   }
   for (const std::string& file : files) {
-    const FileRole role = RoleOf(file);
+    const FileRole role = RoleOfFile(file);
     if (role == FileRole::Picture) {
       sorted.Refusals.push_back(MessageOf(message::PictureIsNoFilm, file, file));
     } else if (role == FileRole::SubtitleText) {

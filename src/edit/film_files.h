@@ -10,6 +10,10 @@
 
 namespace quorvelant {
 
+// What a file is for, by the ending of its name; what none tells is a video.
+enum class FileRole { Video, Audio, Subtitles, Chapters, Picture, SubtitleText };
+[[nodiscard]] FileRole RoleOfFile(const std::string& file);
+
 // The files of one title. Names are as given.
 struct FilmFiles {
   struct Stream {

@@ -333,6 +333,15 @@ inline constexpr MessageKind SubtitleMissing{"subtitle-missing", Severity::Error
                                              "There is no Subpicture at this timestamp"};
 inline constexpr MessageKind ButtonsAtLimit{"buttons-at-limit", Severity::Error, "New Button Error",
                                             "Max Number of Buttons Reached ({})"};
+inline constexpr MessageKind ButtonsUnplaced{
+    "buttons-unplaced", Severity::Error, "New Button Error",
+    "Commands of buttons are kept by the cells that play their track, and no cell plays \"{}\" here: place it "
+    "on the disc first"};
+// What is to be led to, and the cell.
+inline constexpr MessageKind ButtonCannotLead{
+    "button-cannot-lead", Severity::Error, "New Button Error",
+    "No command of players leads to \"{}\" from {}: from the menus of the Video Manager titles and menus are "
+    "reached, from those of a title set its own titles and chapters"};
 inline constexpr MessageKind RouteNotOffered{
     "route-not-offered", Severity::Error, "Auto-Route Error",
     "The classic rules link buttons in a ring; by where they lie only those of players do"};

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -65,6 +66,15 @@ void TellLeftOut(const Project& project, const std::string& path, UserInterface&
   }
 }
 
+void TellLoad(const LoadResult& load, const ReadFaults& faults, UserInterface& ui) {
+  for (const Message& finding : LoadFindings(load)) {
+    ui.Tell(finding);
+  }
+  for (const Message& fault : faults.Told) {
+    ui.Tell(fault);
+  }
+}
+
 }  // namespace
 
 bool MayLeave(EditSession& session, UserInterface& ui) {
@@ -85,44 +95,63 @@ bool NewProject(EditSession& session, UserInterface& ui) {
   return true;
 }
 
-bool OpenProjectFile(EditSession& session, const std::string& script, bool analyse, UserInterface& ui) {
-  if (!MayLeave(session, ui)) {
-    return false;
-  }
-  Project project;
-  std::string text = ScriptTextOf(script);
+std::optional<OpenedProject> ReadProjectFile(const std::string& script, const Rules& rules, UserInterface& ui,
+                                             const TrackAnalysis& analyse) {
+  OpenedProject opened{.Work = {}, .File = script, .Script = ScriptTextOf(script)};
   ReadFaults faults(ui);  // the findings hold what the load would say besides
-  const FileScanner scanner(session.RulesInForce(), faults);
-  LoadOptions options{.Rules = session.RulesInForce(), .Scanner = &scanner};
-  if (analyse) {
-    options.AnalyseChapters = [&session, &ui](Project& whole, std::size_t track) {
-      AnalyseChapters(whole, track, session.Indexes(), ui);
-    };
-  }
-  const LoadResult load = LoadScriptFile(script, project, options, faults);
-  for (const Message& finding : LoadFindings(load)) {
-    ui.Tell(finding);
-  }
-  for (const Message& fault : faults.Told) {
-    ui.Tell(fault);
-  }
+  const FileScanner scanner(rules, faults);
+  const LoadOptions options{.Rules = rules, .Scanner = &scanner, .AnalyseChapters = analyse};
+  const LoadResult load = LoadScriptFile(script, opened.Work, options, faults);
+  TellLoad(load, faults, ui);
   if (!load.Loaded) {
-    return false;
+    return std::nullopt;
   }
   // What was not read or understood would be lost in the script's own file; the other dialect is not written.
   const bool isWhole = IsReadWhole(load) && load.SkippedCount == 0 && faults.Told.empty();
   if (!isWhole) {
     ui.Tell(MessageOf(message::OpenedInPart, script, script));
   }
-  if (project.DestinationFolder.empty()) {
-    project.DestinationFolder = session.Options().DestinationFolder;
+  if (!isWhole || load.IsScenarist) {
+    opened.File.clear();
+    opened.Script.clear();
   }
-  if (isWhole && !load.IsScenarist) {
-    session.Replace(std::move(project), script, std::move(text));
-  } else {
-    session.Replace(std::move(project), {});
+  return opened;
+}
+
+std::optional<OpenedProject> ReadProjectText(const std::string& text, const std::string& name,
+                                             const Rules& rules, UserInterface& ui) {
+  OpenedProject opened;
+  ReadFaults faults(ui);
+  const FileScanner scanner(rules, faults);
+  std::istringstream script(text);
+  const LoadResult load =
+      LoadScript(script, text.size(), name, opened.Work, {.Rules = rules, .Scanner = &scanner}, faults);
+  TellLoad(load, faults, ui);
+  return load.Loaded ? std::optional(std::move(opened)) : std::nullopt;
+}
+
+void TakeProject(EditSession& session, OpenedProject opened) {
+  if (opened.Work.DestinationFolder.empty()) {
+    opened.Work.DestinationFolder = session.Options().DestinationFolder;
   }
-  return true;
+  session.Replace(std::move(opened.Work), std::move(opened.File), std::move(opened.Script));
+}
+
+bool OpenProjectFile(EditSession& session, const std::string& script, bool analyse, UserInterface& ui) {
+  if (!MayLeave(session, ui)) {
+    return false;
+  }
+  TrackAnalysis analysis;
+  if (analyse) {
+    analysis = [&session, &ui](Project& whole, std::size_t track) {
+      AnalyseChapters(whole, track, session.Indexes(), ui);
+    };
+  }
+  auto opened = ReadProjectFile(script, session.RulesInForce(), ui, analysis);
+  if (opened) {
+    TakeProject(session, *std::move(opened));
+  }
+  return opened.has_value();
 }
 
 bool SaveProject(EditSession& session, bool otherPath, UserInterface& ui) {

@@ -10,6 +10,7 @@
 #include "model/walk.h"
 #include "script/script_tracks.h"
 #include "ui/fact_words.h"
+#include "ui/shown_text.h"
 
 namespace quorvelant {
 
@@ -28,7 +29,7 @@ struct PlayTime {
     return *this;
   }
   [[nodiscard]] QString Words() const {
-    return IsKnown && Rate > 0 ? ToQString(FramesToTimecode(Frames, Rate)) : QString();
+    return IsKnown && Rate > 0 ? Shown(FramesToTimecode(Frames, Rate)) : QString();
   }
 };
 
@@ -41,7 +42,7 @@ QString StillWords(std::int32_t seconds) {
 
 QString Named(const char* word, const std::string& name, std::string_view without = {}) {
   return name.empty() || name == without ? QString()
-                                         : QStringLiteral("%1 %2").arg(QString::fromUtf8(word), ToQString(name));
+                                         : QStringLiteral("%1 %2").arg(QString::fromUtf8(word), Shown(name));
 }
 
 QString If(bool holds, const char* words) {
@@ -64,14 +65,14 @@ QString CommandWords(const PGC_P& chain) {
 
 RowFacts Row(const char* kind, const std::string& name, const std::string& shown, QStringList columns) {
   return {.Kind = QString::fromUtf8(kind),
-          .Name = ToQString(name),
-          .Shown = ToQString(shown),
+          .Name = Shown(name),
+          .Shown = Shown(shown),
           .Former = {},
           .Columns = std::move(columns)};
 }
 
 RowFacts Renamable(RowFacts facts, const std::string& name) {
-  facts.Former = ToQString(name);
+  facts.Former = Shown(name);
   return facts;
 }
 
@@ -82,16 +83,15 @@ class EntryFacts {
   void Tell(const VTS_P& entry) const {
     const auto languages = Live(entry.Lang);
     const auto titles = Live(entry.Title);
-    take_(entry.Key,
-          Row("entry", entry.VTSName, entry.VTSName,
-              {{},
-               JoinWords({CountWords(titles.size(), "title", "titles"),
-                          CountWords(languages.size(), "language", "languages")}),
-               JoinWords({ToQString(entry.Standard()), Named("menus", entry.VTSMenuInfo.Aspect),
-                          Named("titles", entry.VTSTitleInfo.Aspect),
-                          If(entry.MenuLetterBoxed, "menus letterboxed"),
-                          If(entry.TitleLetterBoxed, "titles letterboxed"),
-                          If(entry.TitleCameraMode, "film mode")})}));
+    take_(entry.Key, Row("entry", entry.VTSName, entry.VTSName,
+                         {{},
+                          JoinWords({CountWords(titles.size(), "title", "titles"),
+                                     CountWords(languages.size(), "language", "languages")}),
+                          JoinWords({Shown(entry.Standard()), Named("menus", entry.VTSMenuInfo.Aspect),
+                                     Named("titles", entry.VTSTitleInfo.Aspect),
+                                     If(entry.MenuLetterBoxed, "menus letterboxed"),
+                                     If(entry.TitleLetterBoxed, "titles letterboxed"),
+                                     If(entry.TitleCameraMode, "film mode")})}));
     for (const Lang_P* language : languages) {
       TellLanguage(*language);
     }
@@ -120,15 +120,15 @@ class EntryFacts {
       chapters += Live(chain->PG).size();
     }
     take_(title.Key,
-          Renamable(Row("title", title.TitleName, title.TitleName,
-                        {whole.Words(),
-                         JoinWords({chains.size() == 1 ? QString() : CountWords(chains.size(), "PGC", "PGCs"),
-                                    CountWords(chapters, "chapter", "chapters")}),
-                         JoinWords({If(title.Custom, "own audio policy"),
-                                    If(title.SubCustom, "own subtitle policy"),
-                                    If(title.UOPTimePlay, "no time play"),
-                                    If(title.UOPPTTPlay, "no chapter play")})}),
-                    title.TitleName));
+          Renamable(
+              Row("title", title.TitleName, title.TitleName,
+                  {whole.Words(),
+                   JoinWords({chains.size() == 1 ? QString() : CountWords(chains.size(), "PGC", "PGCs"),
+                              CountWords(chapters, "chapter", "chapters")}),
+                   JoinWords(
+                       {If(title.Custom, "own audio policy"), If(title.SubCustom, "own subtitle policy"),
+                        If(title.UOPTimePlay, "no time play"), If(title.UOPPTTPlay, "no chapter play")})}),
+              title.TitleName));
   }
 
   PlayTime TellChain(const PGC_P& chain) const {
@@ -140,16 +140,15 @@ class EntryFacts {
     const QString menu =
         chain.MenuType.empty() || chain.MenuType == "None" ? QString() : Named("menu", chain.MenuType);
     take_(chain.Key,
-          Renamable(Row("pgc", chain.PGCName, chain.PGCName,
-                        {whole.Words(), CountWords(programs.size(), "program", "programs"),
-                         JoinWords({menu, Named("palette", chain.PaletteName, "Default"),
-                                    Named("next", chain.NextPGC, "none"),
-                                    Named("previous", chain.PrevPGC, "none"),
-                                    Named("up", chain.GoUpPGC, "none"), StillWords(chain.StillTime),
-                                    If(chain.PlayBackMode == PlayBack::Random, "random"),
-                                    If(chain.PlayBackMode == PlayBack::Shuffle, "shuffle"),
-                                    CommandWords(chain)})}),
-                    chain.PGCName));
+          Renamable(
+              Row("pgc", chain.PGCName, chain.PGCName,
+                  {whole.Words(), CountWords(programs.size(), "program", "programs"),
+                   JoinWords({menu, Named("palette", chain.PaletteName, "Default"),
+                              Named("next", chain.NextPGC, "none"), Named("previous", chain.PrevPGC, "none"),
+                              Named("up", chain.GoUpPGC, "none"), StillWords(chain.StillTime),
+                              If(chain.PlayBackMode == PlayBack::Random, "random"),
+                              If(chain.PlayBackMode == PlayBack::Shuffle, "shuffle"), CommandWords(chain)})}),
+              chain.PGCName));
     return whole;
   }
 
@@ -177,13 +176,13 @@ class EntryFacts {
     const std::string told = fmt::format("Cell{} -> {}; Scene_{}", number, cell.TrackName, cell.pScene + 1);
     const QString command =
         cell.CellCommand > 0 ? QStringLiteral("command %1").arg(cell.CellCommand) : QString();
-    take_(key, Renamable(Row("cell", told, told,
-                             {time.Words(), ToQString(cell.SceneUsed),
-                              JoinWords({StillWords(cell.StillTime), command,
-                                         CountWords(buttons, "button command", "button commands"),
-                                         If(cell.Seamless, "seamless"),
-                                         If(cell.RestrictedAccess, "restricted")})}),
-                         cell.CellName));
+    take_(key, Renamable(
+                   Row("cell", told, told,
+                       {time.Words(), Shown(cell.SceneUsed),
+                        JoinWords({StillWords(cell.StillTime), command,
+                                   CountWords(buttons, "button command", "button commands"),
+                                   If(cell.Seamless, "seamless"), If(cell.RestrictedAccess, "restricted")})}),
+                   cell.CellName));
     TellButtons(track, key);
     return time;
   }
@@ -213,8 +212,9 @@ class EntryFacts {
 
 void TellFirstPlayFacts(const Project& project, const DiscFactTaker& take) {
   const PGC_P& chain = project.FirstPlay;
-  take(std::string(FirstPgcKey), Row("pgc", std::string(FirstPgcName), std::string(FirstPgcName),
-                                     {{}, CountWords(CountOf(chain.PreCommands), "command", "commands"), {}}));
+  take(std::string(FirstPgcKey),
+       Row("pgc", std::string(FirstPgcName), std::string(FirstPgcName),
+           {{}, CountWords(CountOf(chain.PreCommands), "command", "commands"), {}}));
 }
 
 void TellEntryFacts(const Project& project, const VTS_P& entry, const DiscFactTaker& take) {

@@ -21,8 +21,9 @@ std::optional<std::int64_t> SceneLength(const Track& track, std::size_t scene) {
   if (scene >= track.Scenes.size()) {
     return std::nullopt;
   }
-  const auto end = scene + 1 < track.Scenes.size() ? std::optional<std::int64_t>(track.Scenes[scene + 1].Frame)
-                                                   : TrackLength(track);
+  const auto end = scene + 1 < track.Scenes.size()
+                       ? std::optional<std::int64_t>(track.Scenes[scene + 1].Frame)
+                       : TrackLength(track);
   const std::int64_t start = track.Scenes[scene].Frame;
   return end && *end > start ? std::optional(*end - start) : std::nullopt;
 }

@@ -6,16 +6,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string>
-#include <string_view>
 
 #include "model/project.h"
 
 namespace quorvelant {
-
-[[nodiscard]] inline QString ToQString(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // "1 title", "12 titles"; null for none.
 [[nodiscard]] QString CountWords(std::size_t count, const char* one, const char* several);

@@ -10,28 +10,25 @@
 #include "model/walk.h"
 #include "script/script_tracks.h"
 #include "ui/fact_words.h"
+#include "ui/shown_text.h"
 
 namespace quorvelant {
 
 namespace {
 
-QString Text(const std::string& text) {
-  return QString::fromStdString(text);
-}
-
 // The last part of a path, whatever system wrote it.
 QString FileName(const std::string& path) {
   const std::size_t slash = path.find_last_of("/\\");
-  return Text(slash == std::string::npos ? path : path.substr(slash + 1));
+  return Shown(slash == std::string::npos ? path : path.substr(slash + 1));
 }
 
 QString LanguageWords(const std::string& language, const std::string& extension) {
   const bool isUsual = extension.empty() || extension == "Normal" || extension == "Unspecified";
-  return JoinWords({Text(language), isUsual ? QString() : Text(extension)});
+  return JoinWords({Shown(language), isUsual ? QString() : Shown(extension)});
 }
 
 RowFacts FileFacts(const std::string& file, const std::string& emptyText, const QString& time) {
-  const QString name = file.empty() ? Text(emptyText) : Text(file);
+  const QString name = file.empty() ? Shown(emptyText) : Shown(file);
   return {.Kind = QStringLiteral("file"),
           .Name = name,
           .Shown = file.empty() ? name : FileName(file),
@@ -44,7 +41,7 @@ QString SoundWords(const AudioStream& stream) {
   const auto number = [](std::int32_t value, const char* unit) {
     return value > 0 ? QStringLiteral(" %1 %2").arg(value).arg(QString::fromUtf8(unit)) : QString();
   };
-  return Text(stream.Format) + number(traits.ChannelCount, "ch") + number(traits.Quantisation, "bit") +
+  return Shown(stream.Format) + number(traits.ChannelCount, "ch") + number(traits.Quantisation, "bit") +
          number(traits.BitRate, "kbit/s");
 }
 
@@ -62,7 +59,7 @@ class TrackFacts {
   void Tell() const {
     take_(TrackKey(index_), OfTrack());
     for (const auto& [place, play] : LiveWithIndex(track_.VideoPlays)) {
-      const QString time = track_.TrackType == "SlideShow" ? Text(play.SlideDuration) : QString();
+      const QString time = track_.TrackType == "SlideShow" ? Shown(play.SlideDuration) : QString();
       take_(VideoPlayKey(index_, place + 1), FileFacts(play.File, VideoPlayText(play, place + 1), time));
     }
     for (const auto& [place, stream] : LiveWithIndex(track_.AudioStreams)) {
@@ -75,7 +72,7 @@ class TrackFacts {
       take_(HighStreamKey(index_), OfButtons());
     }
     for (std::size_t i = 0; i < track_.Scenes.size(); ++i) {
-      const QString name = Text(track_.Scenes[i].Name);
+      const QString name = Shown(track_.Scenes[i].Name);
       take_(SceneKey(index_, i + 1), {.Kind = QStringLiteral("scene"),
                                       .Name = name,
                                       .Shown = name,
@@ -85,7 +82,7 @@ class TrackFacts {
   }
 
  private:
-  [[nodiscard]] QString Timecode(std::int64_t frames) const { return Text(FramesToTimecode(frames, rate_)); }
+  [[nodiscard]] QString Timecode(std::int64_t frames) const { return Shown(FramesToTimecode(frames, rate_)); }
 
   [[nodiscard]] RowFacts OfTrack() const {
     const bool hasFile = std::ranges::any_of(
@@ -97,14 +94,14 @@ class TrackFacts {
     } else if (hasFile && !length) {
       time = MediaModel::tr("Unknown!");
     }
-    const QString name = Text(track_.TrackName);
+    const QString name = Shown(track_.TrackName);
     return {.Kind = QStringLiteral("track"),
             .Name = name,
             .Shown = name,
             .Former = name,
             .Columns = {time,
                         QStringLiteral("%1 %2 %3")
-                            .arg(Text(track_.Standard), Text(track_.Aspect), Text(track_.Resolution))
+                            .arg(Shown(track_.Standard), Shown(track_.Aspect), Shown(track_.Resolution))
                             .simplified(),
                         {},
                         {},
@@ -112,7 +109,7 @@ class TrackFacts {
   }
 
   void TellSound(std::size_t number, const AudioStream& stream) const {
-    const QString name = Text(stream.StreamName);
+    const QString name = Shown(stream.StreamName);
     take_(AudioStreamKey(index_, number),
           {.Kind = QStringLiteral("audio"),
            .Name = name,
@@ -130,8 +127,8 @@ class TrackFacts {
   }
 
   [[nodiscard]] static RowFacts OfSubtitles(const SubtitleStream& stream) {
-    const QString name = Text(stream.StreamName);
-    const QString mode = stream.DisplayMode == "Not Specified" ? QString() : Text(stream.DisplayMode);
+    const QString name = Shown(stream.StreamName);
+    const QString mode = stream.DisplayMode == "Not Specified" ? QString() : Shown(stream.DisplayMode);
     const QString count = stream.SubPlays.empty() ? MediaModel::tr("empty")
                                                   : CountWords(stream.SubPlays.size(), "entry", "entries");
     return {.Kind = QStringLiteral("subtitles"),
@@ -150,7 +147,7 @@ class TrackFacts {
     for (const HighlightPlay& play : track_.HighlightPlays) {
       buttons += play.Buttons.size();
     }
-    const QString name = Text(std::string(HighStreamText));
+    const QString name = Shown(HighStreamText);
     return {.Kind = QStringLiteral("highlight"),
             .Name = name,
             .Shown = name,

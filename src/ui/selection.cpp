@@ -4,7 +4,9 @@
 #include <utility>
 
 #include "edit/live_elements.h"
+#include "edit/live_sources.h"
 #include "model/keys.h"
+#include "model/walk.h"
 
 namespace quorvelant {
 
@@ -54,6 +56,34 @@ std::string NearestLive(const Project& project, std::string key) {
   return key;
 }
 
+// The same of a key of the source material: the element itself, its stream, its track.
+std::string NearestSource(const Project& project, std::string key) {
+  const auto isLive = [&project](const std::string& one) {
+    const auto source = ParseSourceKey(one);
+    return source && LiveSource(project, one, source->Kind);
+  };
+  while (!key.empty() && !isLive(key)) {
+    const std::size_t dot = key.rfind('.');
+    key = dot == std::string::npos ? std::string() : key.substr(0, dot);
+  }
+  return key;
+}
+
+// The track that a cell shows, or a program's or PGC's first cell.
+std::optional<std::size_t> ShownBy(const Project& project, const std::string& key) {
+  const Cell_P* cell = LiveCell(project, key);
+  if (const PG_P* program = LiveProgram(project, key)) {
+    const auto cells = Live(program->Cell);
+    cell = cells.empty() ? nullptr : cells.front();
+  } else if (const PGC_P* chain = LivePgc(project, key)) {
+    const auto cells = LiveCells(*chain);
+    cell = cells.empty() ? nullptr : cells.front();
+  }
+  return cell == nullptr || cell->SegmentUsed < 0
+             ? std::nullopt
+             : std::optional(static_cast<std::size_t>(cell->SegmentUsed));
+}
+
 std::optional<GoToPlace> SourcePlace(const Project& project, const std::string& key,
                                      const SourceKey& source) {
   if (source.Track >= project.Tracks.Count() || project.Tracks[source.Track].Removed) {
@@ -101,15 +131,15 @@ void Selection::Choose(std::string key) {
     return;
   }
   key_ = std::move(key);
-  std::optional<std::size_t> track = track_;
-  if (const auto source = ParseSourceKey(key_)) {
-    track = source->Track;
-  } else if (const Cell_P* cell = LiveCell(document_.Work(), key_)) {
-    track = cell->SegmentUsed < 0 ? track : std::optional(static_cast<std::size_t>(cell->SegmentUsed));
+  const auto source = ParseSourceKey(key_);
+  if (!key_.empty()) {
+    (source ? source_ : structure_) = key_;
   }
+  const std::optional<std::size_t> shown =
+      source ? std::optional(source->Track) : ShownBy(document_.Work(), key_);
   emit KeyChanged();
-  if (track != track_) {
-    track_ = track;
+  if (shown && shown != track_) {
+    track_ = shown;
     emit TrackChanged();
   }
 }
@@ -126,17 +156,27 @@ bool Selection::GoTo(std::string_view place) {
 
 void Selection::Follow(const ChangeEvent& event) {
   const Project& project = document_.Work();
+  const auto settled = [&](const std::string& key) {
+    if (event.Replaced) {
+      return std::string();
+    }
+    return ParseSourceKey(key) ? NearestSource(project, key) : NearestLive(project, key);
+  };
   const bool isTrackGone =
       track_ && (*track_ >= project.Tracks.Count() || project.Tracks[*track_].Removed || event.Replaced);
   if (isTrackGone) {
     track_.reset();
-    emit TrackChanged();
   }
-  const bool isGone = event.Replaced || !ParsePlace(project, key_) ||
-                      (!ParseSourceKey(key_) && NearestLive(project, key_) != key_);
-  if (!key_.empty() && isGone) {
-    key_.clear();
+  source_ = settled(source_);
+  structure_ = settled(structure_);
+  const std::string key = settled(key_);
+  const bool isOther = key != key_;
+  key_ = key;
+  if (isOther) {
     emit KeyChanged();
+  }
+  if (isTrackGone) {
+    emit TrackChanged();
   }
 }
 

@@ -23,13 +23,18 @@ struct GoToPlace {
 [[nodiscard]] std::optional<GoToPlace> ParsePlace(const Project& project, std::string_view place);
 
 // One element of the project is chosen for all panes, by its key, in Media or in Disc. The track that Picture
-// shows is that of the last chosen source or cell.
+// shows is that of the last chosen source, or the one that the last chosen cell, program or PGC shows first.
+// Where what is chosen goes, what held it is chosen.
 class Selection : public QObject {
   Q_OBJECT
  public:
   explicit Selection(Document& document, QObject* parent = nullptr);
 
   [[nodiscard]] const std::string& Key() const { return key_; }  // empty for none
+  // What was chosen last of the source material, and of the structure: a track is placed from the one into
+  // the other. Empty for none.
+  [[nodiscard]] const std::string& Source() const { return source_; }
+  [[nodiscard]] const std::string& Structure() const { return structure_; }
   [[nodiscard]] std::optional<std::size_t> Track() const { return track_; }
   void Choose(std::string key);
   // False, and nothing changes, where the place is not of the project. The element is chosen first.
@@ -45,6 +50,8 @@ class Selection : public QObject {
 
   Document& document_;
   std::string key_;
+  std::string source_;
+  std::string structure_;
   std::optional<std::size_t> track_;
 };
 

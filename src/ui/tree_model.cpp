@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/shown_text.h"
+
 namespace quorvelant {
 
 // A node of the mirror. Nodes that are left out have no place of their own; what is below them stands among
@@ -44,14 +46,6 @@ struct TreeModel::Row {
   }
 };
 
-namespace {
-
-QString ToText(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-}  // namespace
-
 std::vector<std::string> KeysIn(const QMimeData& data) {
   std::vector<std::string> keys;
   for (const QByteArray& line : data.data(QString::fromLatin1(KeysMimeType)).split('\n')) {
@@ -82,8 +76,8 @@ std::unique_ptr<TreeModel::Row> TreeModel::Mirrored(const TreeNode& node) {
   row->Key = node.Key;
   row->Kind = node.Kind;
   row->IsShown = std::ranges::find(leftOut_, node.Kind) == leftOut_.end();
-  row->Facts.Shown = row->Facts.Name = ToText(node.Text);
-  row->Facts.Kind = ToText(node.Kind);
+  row->Facts.Shown = row->Facts.Name = Shown(node.Text);
+  row->Facts.Kind = Shown(node.Kind);
   for (const TreeNode& child : node.Children) {
     row->Children.push_back(Mirrored(child));
     row->Children.back()->Parent = row.get();

@@ -22,45 +22,6 @@ LinkKind LinkOf(TargetKind kind) {
   return link == NamedLinks.end() ? LinkKind::None : link->Kind;
 }
 
-// The command that names a target of the kind and nothing else.
-CommandFields Naming(TargetKind kind, const std::string& name) {
-  CommandFields fields;
-  ParsedCommand& c = fields.Command;
-  fields.Target = name;
-  switch (kind) {
-    case TargetKind::LinkPgc:
-    case TargetKind::LinkProgram:
-    case TargetKind::LinkPart:
-    case TargetKind::LinkCell:
-      c.What = Instruction::Link;
-      c.Link.Kind = LinkOf(kind);
-      break;
-    case TargetKind::JumpTitle:
-      c.What = Instruction::JumpTt;
-      break;
-    case TargetKind::JumpSetTitle:
-      c.What = Instruction::JumpVtsTt;
-      break;
-    case TargetKind::JumpSetPart:
-      c.What = Instruction::JumpVtsPtt;
-      break;
-    case TargetKind::VmgPgc:
-      c.What = Instruction::JumpSs;
-      c.Space = SystemSpace::VmgPgc;
-      break;
-    case TargetKind::ResumeCell:
-      c.What = Instruction::CallSs;
-      c.Space = SystemSpace::TitleMenu;
-      fields.Resume = std::exchange(fields.Target, {});
-      break;
-    case TargetKind::TimerPgc:
-      c.What = Instruction::SetNvtmr;
-      c.Source = {OperandKind::Number, 0};
-      break;
-  }
-  return fields;
-}
-
 Move MoveOf(TargetKind kind) {
   switch (kind) {
     case TargetKind::JumpTitle:
@@ -337,8 +298,46 @@ CommandDomain DomainOf(const CommandStand& stand) {
   return stand.EntryNumber == 1 ? CommandDomain::ManagerMenus : CommandDomain::SetMenus;
 }
 
+CommandFields FieldsTo(TargetKind kind, const std::string& name) {
+  CommandFields fields;
+  ParsedCommand& c = fields.Command;
+  fields.Target = name;
+  switch (kind) {
+    case TargetKind::LinkPgc:
+    case TargetKind::LinkProgram:
+    case TargetKind::LinkPart:
+    case TargetKind::LinkCell:
+      c.What = Instruction::Link;
+      c.Link.Kind = LinkOf(kind);
+      break;
+    case TargetKind::JumpTitle:
+      c.What = Instruction::JumpTt;
+      break;
+    case TargetKind::JumpSetTitle:
+      c.What = Instruction::JumpVtsTt;
+      break;
+    case TargetKind::JumpSetPart:
+      c.What = Instruction::JumpVtsPtt;
+      break;
+    case TargetKind::VmgPgc:
+      c.What = Instruction::JumpSs;
+      c.Space = SystemSpace::VmgPgc;
+      break;
+    case TargetKind::ResumeCell:
+      c.What = Instruction::CallSs;
+      c.Space = SystemSpace::TitleMenu;
+      fields.Resume = std::exchange(fields.Target, {});
+      break;
+    case TargetKind::TimerPgc:
+      c.What = Instruction::SetNvtmr;
+      c.Source = {OperandKind::Number, 0};
+      break;
+  }
+  return fields;
+}
+
 bool LeadsTo(NameIndex& names, TargetKind kind, const std::string& name) {
-  const CommandForm form = ParseCommand(CommandText(Naming(kind, name)));
+  const CommandForm form = ParseCommand(CommandText(FieldsTo(kind, name)));
   const auto& reference = kind == TargetKind::ResumeCell ? form.Resume : form.Target;
   if (form.Faults != TextFault::None || !reference || reference->Kind != kind) {
     return false;
@@ -367,7 +366,7 @@ std::optional<CommandFields> DefaultFields(const Project& project, const Rules& 
     return FieldsOf(PlainForm(type));
   }
   const std::vector<std::string> targets = FirstTargets(project, rules, stand, *kind, 1);
-  return targets.empty() ? std::nullopt : std::optional(Naming(*kind, targets.front()));
+  return targets.empty() ? std::nullopt : std::optional(FieldsTo(*kind, targets.front()));
 }
 
 }  // namespace quorvelant

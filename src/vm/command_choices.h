@@ -28,6 +28,9 @@ using CommandStand = PlacedPgc<const PGC_P>;
 // command word in the name to another command. `name` is the element's own: it is known by its address.
 [[nodiscard]] bool LeadsTo(NameIndex& names, TargetKind kind, const std::string& name);
 
+// The command that names a target of the kind and nothing else.
+[[nodiscard]] CommandFields FieldsTo(TargetKind kind, const std::string& name);
+
 // The names that a target of the kind can have there, in the order of the disc; none where players do not
 // take such a command. A PGC of the title set's titles or of the own language, a program or cell of the own
 // PGC, a title or part of the own set, any title or PGC of the Video Manager.

@@ -1,19 +1,32 @@
 #include "window/main_window.h"
 
 #include <QCloseEvent>
+#include <QDir>
 #include <QLabel>
 #include <QMenuBar>
+#include <QMimeData>
+#include <QScreen>
+#include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
 
 #include "desk/edit_options.h"
+#include "desk/new_project.h"
+#include "model/walk.h"
 #include "platform/platform_pictures.h"
 #include "ui/shown_text.h"
+#include "window/author_sheet.h"
 #include "window/boxes.h"
+#include "window/help_actions.h"
+#include "window/icons.h"
+#include "window/messages.h"
 #include "window/notice_bar.h"
 #include "window/pane_layout.h"
+#include "window/problems_pane.h"
+#include "window/project_files.h"
 #include "window/size_gauge.h"
 #include "window/start_page.h"
+#include "window/tool_actions.h"
 
 namespace quorvelant {
 
@@ -57,12 +70,18 @@ class MainWindow::Private {
   Jobs Work;
   Viewer View;
   WindowParts Parts;
+  ProjectFiles* Files = nullptr;
   PaneLayout* Layout = nullptr;
   StartPage* Start = nullptr;
   QLabel* Status = nullptr;
 };
 
 namespace {
+
+// Whether it is as a new one: nothing was taken in, and no PGC made.
+bool IsBlank(const Project& project) {
+  return Live(project.Tracks).empty() && TitleCount(project) == 0;
+}
 
 QMenu* MenuOf(QMenuBar& bar, MenuId id) {
   constexpr std::array<const char*, 7> Titles{"&File", "&Edit",  "&View", "&Track",
@@ -100,7 +119,9 @@ void FillToolBar(QToolBar& bar, const Actions& actions) {
 
 MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*this, std::move(setup))) {
   Private& its = *private_;
+  its.Files = new ProjectFiles(its.Parts, *its.Notices, *this);
   FillMenus(*menuBar(), *its.Commands);
+  AddRecentMenu();
   QToolBar* const tools = addToolBar(tr("Tools"));
   tools->setObjectName(QStringLiteral("Tools"));
   FillToolBar(*tools, *its.Commands);
@@ -110,10 +131,157 @@ MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*
   its.Layout = new PaneLayout(*this, its.Parts, its.Start);
   its.Status = new QLabel(tr("Ready"));
   statusBar()->addWidget(its.Status, 1);
-  statusBar()->addPermanentWidget(new SizeGauge(its.Parts));
-  its.Layout->Reset();
-  resize(its.Layout->Pane(QStringLiteral("Picture"))->fontMetrics().height() * 80,
-         fontMetrics().height() * 52);
+  auto* const gauge = new SizeGauge(its.Parts);
+  statusBar()->addPermanentWidget(gauge);
+  auto* const author = new AuthorAction(
+      its.Parts, [gauge]() -> const DiscMedium& { return gauge->Medium(); }, *this);
+  connect(author, &AuthorAction::Began, this, [this] { private_->Layout->GoTo(QStringLiteral("Jobs")); });
+  setAcceptDrops(true);
+  HandleHistory();
+  HandleTools(its.Parts, this);
+  HandleHelp(*its.Commands, this);
+  Connect();
+  RestoreState();
+  ShowState();
+}
+
+void MainWindow::AddRecentMenu() {
+  QMenu* const file = menuBar()->actions().constFirst()->menu();
+  auto* const recent = new QMenu(tr("Open Recent"), file);
+  file->insertMenu(private_->Commands->Of(ActionId::OpenExample), recent);
+  private_->Files->FillRecentMenu(*recent);
+}
+
+void MainWindow::HandleHistory() {
+  Document& document = private_->Doc;
+  private_->Commands->Handle(
+      ActionId::Undo, [&document] { document.Undo(); }, [&document] { return document.Session().CanUndo(); });
+  private_->Commands->Handle(
+      ActionId::Redo, [&document] { document.Redo(); }, [&document] { return document.Session().CanRedo(); });
+}
+
+void MainWindow::Connect() {
+  Private& its = *private_;
+  connect(&its.Speaks, &Voice::StatusTold, its.Status, &QLabel::setText);
+  connect(&its.Speaks, &Voice::Told, this, [this](const Message& message) {
+    if (message.Level == Severity::Information) {
+      private_->Status->setText(Shown(message.Text));
+    }
+  });
+  connect(&its.Doc, &Document::StateChanged, this, &MainWindow::ShowState);
+  connect(&its.Doc, qOverload<const ChangeEvent&>(&Document::Changed), this,
+          [this](const ChangeEvent& event) {
+            private_->Notices->Fade();
+            const std::string words = event.Replaced ? std::string() : private_->Doc.Session().UndoWords();
+            private_->Status->setText(words.empty() ? tr("Ready") : Shown(words));
+            ShowState();
+          });
+  auto* const problems = qobject_cast<ProblemsPane*>(its.Layout->Pane(QStringLiteral("Problems")));
+  connect(problems, &ProblemsPane::TabWords, this,
+          [this](const QString& words) { private_->Layout->SetTab(QStringLiteral("Problems"), words); });
+  connect(problems, &ProblemsPane::Asked, this,
+          [this] { private_->Layout->GoTo(QStringLiteral("Problems")); });
+  connect(&its.Chosen, &Selection::KeyChanged, its.Commands, &Actions::Refresh);
+  connect(&its.View, &Viewer::StateMoved, its.Commands, &Actions::Refresh);
+  connect(its.Start, &StartPage::Chosen, this, [this](const QString& file) { Open({file.toStdString()}); });
+  connect(&its.Files->Recent(), &RecentFiles::Changed, this,
+          [this] { private_->Start->SetRecent(private_->Files->Recent().Files()); });
+  its.Start->SetRecent(its.Files->Recent().Files());
+}
+
+void MainWindow::ShowState() {
+  Private& its = *private_;
+  setWindowTitle(its.Files->Caption() + QStringLiteral("[*] - Quorvelant"));
+  setWindowModified(its.Doc.Session().IsUnsaved());
+  const std::string undo = its.Doc.Session().UndoWords();
+  const std::string redo = its.Doc.Session().RedoWords();
+  its.Commands->Of(ActionId::Undo)
+      ->setStatusTip(undo.empty() ? QString() : tr("Take back: %1").arg(Shown(undo)));
+  its.Commands->Of(ActionId::Redo)
+      ->setStatusTip(redo.empty() ? QString() : tr("Make again: %1").arg(Shown(redo)));
+  its.Layout->SetEmpty(its.Doc.Session().File().empty() && IsBlank(its.Doc.Work()));
+  its.Commands->Refresh();
+}
+
+void MainWindow::Open(const std::vector<std::string>& files) {
+  std::vector<std::string> others;
+  for (const std::string& file : files) {
+    if (ProjectFiles::IsProject(Shown(file))) {
+      private_->Files->Open(file);
+    } else {
+      others.push_back(file);
+    }
+  }
+  TakeIn(others);
+}
+
+// Other files are source material, which Media takes in.
+void MainWindow::TakeIn(const std::vector<std::string>& files) {
+  if (files.empty()) {
+    return;
+  }
+}
+
+void MainWindow::OfferLeftWork() {
+  private_->Files->OfferLeftWork();
+}
+
+namespace {
+
+std::vector<std::string> FilesOf(const QMimeData& data) {
+  std::vector<std::string> files;
+  for (const QUrl& url : data.urls()) {
+    if (url.isLocalFile()) {
+      files.push_back(url.toLocalFile().toStdString());
+    }
+  }
+  return files;
+}
+
+QString LayoutFile(const WindowParts& parts) {
+  return parts.StateFolder.empty() ? QString() : Shown(parts.StateFolder) + QStringLiteral("/window.ini");
+}
+
+}  // namespace
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (!FilesOf(*event->mimeData()).empty()) {
+    event->acceptProposedAction();
+  }
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+  Open(FilesOf(*event->mimeData()));
+  event->acceptProposedAction();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  private_->Layout->Adapt();
+}
+
+void MainWindow::RestoreState() {
+  const int line = fontMetrics().height();
+  const QSize room = screen() != nullptr ? screen()->availableSize() : QSize(100 * line, 60 * line);
+  resize(QSize(100 * line, 58 * line).boundedTo(room));
+  const QString file = LayoutFile(private_->Parts);
+  QByteArray panes;
+  if (!file.isEmpty() && QFile::exists(file)) {
+    const QSettings state(file, QSettings::IniFormat);
+    restoreGeometry(state.value(QStringLiteral("geometry")).toByteArray());
+    panes = state.value(QStringLiteral("panes")).toByteArray();
+  }
+  private_->Layout->Restore(panes);
+  private_->Notices->hide();
+}
+
+void MainWindow::KeepState() const {
+  const QString file = LayoutFile(private_->Parts);
+  if (!file.isEmpty() && QDir().mkpath(Shown(private_->Parts.StateFolder))) {
+    QSettings state(file, QSettings::IniFormat);
+    state.setValue(QStringLiteral("geometry"), saveGeometry());
+    state.setValue(QStringLiteral("panes"), private_->Layout->State());
+  }
 }
 
 MainWindow::~MainWindow() {
@@ -128,7 +296,18 @@ WindowParts& MainWindow::Parts() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+  const bool mayStop = !private_->Work.AnyRunning() || MayStopJobs();
+  if (!mayStop || !private_->Files->MayLeave()) {
+    event->ignore();
+    return;
+  }
+  KeepState();
   event->accept();
+}
+
+bool MainWindow::MayStopJobs() {
+  const Message question = MessageOf(message::AskStopJobs, {});
+  return private_->Parts.Answers.Ask(question.Title, question.Text, "Stop", "Go On");
 }
 
 }  // namespace quorvelant

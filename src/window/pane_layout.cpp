@@ -1,7 +1,7 @@
 #include "window/pane_layout.h"
 
 #include <QApplication>
-#include <QTabBar>
+#include <QTabWidget>
 
 #include "window/buttons_pane.h"
 #include "window/chapters_pane.h"
@@ -56,6 +56,7 @@ PaneLayout::PaneLayout(QMainWindow& window, WindowParts& parts, QWidget* empty)
     : QObject(&window), window_(window), middle_(new QStackedWidget) {
   window_.setDockNestingEnabled(true);
   window_.setDockOptions(window_.dockOptions() | QMainWindow::AllowNestedDocks);
+  window_.setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
   window_.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
   window_.setCorner(Qt::BottomRightCorner, Qt::BottomDockWidgetArea);
   auto* const picture = new PicturePane(parts);

@@ -1,0 +1,92 @@
+#include "edit/missing_sources.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+#include "base/random.h"
+#include "edit/source_paths.h"
+#include "model/walk.h"
+
+namespace quorvelant {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool IsThere(const fs::path& file) {
+  std::error_code failed;
+  return fs::exists(file, failed);
+}
+
+// Calls with the name of every file of live tracks.
+template <class Function>
+void ForEachSource(Project& project, Function function) {
+  const auto plays = [&function](auto& list) {
+    for (auto& play : list) {
+      if (!play.File.empty()) {
+        function(play.File);
+      }
+    }
+  };
+  for (Track& track : project.Tracks) {
+    if (track.Removed) {
+      continue;
+    }
+    plays(track.VideoPlays);
+    for (AudioStream& stream : track.AudioStreams) {
+      plays(stream.AudioPlays);
+    }
+    for (SubtitleStream& stream : track.SubStreams) {
+      plays(stream.SubPlays);
+    }
+  }
+}
+
+// Where the file went, if it went with the one that was found.
+std::optional<std::string> NewPlace(const fs::path& file, const fs::path& missing, const fs::path& found) {
+  if (file == missing) {
+    return found.string();
+  }
+  const fs::path below = file.lexically_relative(missing.parent_path());
+  for (const fs::path& tried : {found.parent_path() / below, found.parent_path() / file.filename()}) {
+    if (!below.empty() && IsThere(tried)) {
+      return tried.lexically_normal().string();
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::vector<std::string> MissingSources(const Project& project) {
+  std::vector<std::string> missing;
+  const std::string folder = project.SourceFolder();
+  Project copy = project;
+  ForEachSource(copy, [&](const std::string& name) {
+    const std::string path = SystemPath(name, folder);
+    if (std::ranges::find(missing, path) == missing.end() && !IsThere(path)) {
+      missing.push_back(path);
+    }
+  });
+  return missing;
+}
+
+std::size_t MendSources(Project& project, const std::string& missing, const std::string& found) {
+  const std::string folder = project.SourceFolder();
+  std::vector<std::string> mended;
+  ForEachSource(project, [&](std::string& name) {
+    const std::string path = SystemPath(name, folder);
+    const auto place = IsThere(path) ? std::nullopt : NewPlace(path, missing, found);
+    if (place) {
+      name = PathFrom(project.ScriptFile, *place);
+      if (std::ranges::find(mended, path) == mended.end()) {
+        mended.push_back(path);
+      }
+    }
+  });
+  return mended.size();
+}
+
+}  // namespace quorvelant
