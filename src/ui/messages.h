@@ -34,5 +34,8 @@ inline constexpr MessageKind ButtonNameUnfit{"button-name-unfit", Severity::Erro
 inline constexpr MessageKind ButtonShadeUnwritten{
     "button-shade-unwritten", Severity::Error, "New Button Error",
     "Buttons show by a subtitle, and its bitmap cannot be written beside the project: {}"};
+// The text.
+inline constexpr MessageKind ColorUnfit{"color-unfit", Severity::Error, "Colour Error",
+                                        "\"{}\" is no colour: one is written as #rrggbb"};
 
 }  // namespace quorvelant::message

@@ -144,10 +144,11 @@ void AuthorAction::Ask() {
 void AuthorAction::Make(const AuthorSheet& sheet) {
   Document& document = parts_.Doc;
   const std::string folder = sheet.Folder();
-  if (folder != SystemPath(document.Work().DestinationFolder)) {
+  // A folder that was only proposed is none that the project must keep.
+  if (folder != ProposedFolder(parts_).toStdString()) {
     document.Do([&folder](EditSession& session, Consent) { return SetDestination(session, folder); });
   }
-  if (!MayAuthor(document.Session(), document.Speaks())) {
+  if (!MayAuthor(document.Session(), folder, document.Speaks())) {
     return;
   }
   AuthorOrder order = OrderOf(parts_.Options, sheet.RulesUsed());

@@ -15,7 +15,7 @@ namespace quorvelant {
 namespace {
 
 enum Column : int { NameColumn, KindColumn, LanguageColumn };
-constexpr int PathOfItemRole = Qt::UserRole;
+constexpr int FilmFileRole = Qt::UserRole;
 
 QString FileName(const std::string& path) {
   return Shown(path.substr(path.rfind('/') + 1));
@@ -130,7 +130,7 @@ void FilmsPage::AddFilm(std::size_t number) {
   AddStreams(*item, film.Subtitles, false, isWide, hasPanScan);
   if (!film.ChapterFile.empty()) {
     auto* const chapters = new QTreeWidgetItem(item, {FileName(film.ChapterFile), tr("Chapters")});
-    chapters->setData(NameColumn, PathOfItemRole, Shown(film.ChapterFile));
+    chapters->setData(NameColumn, FilmFileRole, Shown(film.ChapterFile));
   }
 }
 
@@ -142,7 +142,7 @@ void FilmsPage::AddStreams(QTreeWidgetItem& film, const std::vector<OrderedStrea
     auto* const item =
         new QTreeWidgetItem(&film, {FileName(stream.File), isSound ? tr("Sound") : Shown(label.Short)});
     item->setToolTip(KindColumn, isSound ? QString() : Shown(label.Long));
-    item->setData(NameColumn, PathOfItemRole, Shown(stream.File));
+    item->setData(NameColumn, FilmFileRole, Shown(stream.File));
     QComboBox* const language = LanguageBox(stream.Language);
     tree_->setItemWidget(item, LanguageColumn, language);
     connect(language, &QComboBox::textActivated, this, [this, file = stream.File](const QString& chosen) {
@@ -172,7 +172,7 @@ int FilmsPage::ChosenFilm() const {
 void FilmsPage::RemoveChosen() {
   const QTreeWidgetItem* const item = tree_->currentItem();
   if (item != nullptr && item->parent() != nullptr) {
-    order_.RemoveFile(item->data(NameColumn, PathOfItemRole).toString().toStdString());
+    order_.RemoveFile(item->data(NameColumn, FilmFileRole).toString().toStdString());
   } else if (ChosenFilm() >= 0) {
     order_.RemoveFilm(static_cast<std::size_t>(ChosenFilm()));
   }
