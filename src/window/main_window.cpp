@@ -145,7 +145,7 @@ MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*
   auto* const gauge = new SizeGauge(its.Parts);
   statusBar()->addPermanentWidget(gauge);
   auto* const author = new AuthorAction(
-      its.Parts, [gauge]() -> const DiscMedium& { return gauge->Medium(); }, *this);
+      its.Parts, *its.Files, [gauge]() -> const DiscMedium& { return gauge->Medium(); }, *this);
   connect(author, &AuthorAction::Began, this, [this] { private_->Layout->GoTo(QStringLiteral("Jobs")); });
   setAcceptDrops(true);
   HandleHistory();
