@@ -138,6 +138,10 @@ const EditOptions& EditSession::Options() const {
   return state_->Chosen;
 }
 
+void EditSession::SetOptions(EditOptions options) {
+  state_->Chosen = std::move(options);
+}
+
 IndexStore& EditSession::Indexes() {
   return state_->Indexes;
 }

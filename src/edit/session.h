@@ -61,6 +61,8 @@ class EditSession {
   [[nodiscard]] const Project& Work() const;
   [[nodiscard]] const Rules& RulesInForce() const;
   [[nodiscard]] const EditOptions& Options() const;
+  // For operations from now on.
+  void SetOptions(EditOptions options);
   [[nodiscard]] IndexStore& Indexes();
 
   // Whether the content differs from what was last loaded or saved; false again after undo.

@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "base/timecode.h"
 #include "check/track_times.h"
+#include "edit/button_sets.h"
 #include "edit/live_elements.h"
 #include "model/keys.h"
 #include "ui/picture_worker.h"
@@ -107,6 +108,8 @@ class Viewer::Private {
   std::string Why;       // there are no pictures, or not this one
   std::uint64_t ListNumber = 0;
   std::uint64_t FindNumber = 0;
+  std::optional<std::size_t> ButtonsOf;  // the set that the chosen button is of
+  std::optional<std::size_t> Button;
   std::uint64_t UnitNumber = 0;
   std::string UnitKey;  // of what is shown or looked for
   FoundUnit Unit;
@@ -161,6 +164,7 @@ void Viewer::Show(std::optional<std::size_t> track) {
   own.Why.clear();
   own.IsListed = false;
   own.IsFound = false;
+  own.Button.reset();
   pictures_.clear();
   picture_ = {};
   state_ = {};
@@ -231,6 +235,10 @@ void Viewer::FollowKey() {
 
 void Viewer::GoTo(const GoToPlace& place) {
   const Track* const track = Shown();
+  if (track != nullptr && place.ButtonSet && *place.ButtonSet < track->HighlightPlays.size()) {
+    ToFrame(TimecodeToFrames(track->HighlightPlays[*place.ButtonSet].StartTimeToVideo,
+                             TrackTimes(*track).FramesPerSecond));
+  }
   if (track == nullptr || !place.SubStream || *place.SubStream >= track->SubStreams.size()) {
     return;
   }
@@ -392,6 +400,28 @@ const std::optional<ShownUnit>& Viewer::UnitNow() const {
 
 QString Viewer::UnitWords() const {
   return QString::fromStdString(private_->Unit.Why);
+}
+
+std::optional<std::size_t> Viewer::ButtonSet() const {
+  const Track* const track = Shown();
+  return track != nullptr ? SetAt(*track, state_.Frame) : std::nullopt;
+}
+
+std::optional<std::size_t> Viewer::Button() const {
+  const auto set = ButtonSet();
+  const auto& button = private_->Button;
+  return set && button && set == private_->ButtonsOf && *button < Shown()->HighlightPlays[*set].Buttons.size()
+             ? button
+             : std::nullopt;
+}
+
+void Viewer::ChooseButton(std::optional<std::size_t> button) {
+  const auto before = Button();
+  private_->ButtonsOf = ButtonSet();
+  private_->Button = button;
+  if (Button() != before) {
+    emit ButtonChosen();
+  }
 }
 
 // The unit of the entry that the state tells.

@@ -51,7 +51,13 @@ class Viewer : public QObject {
   [[nodiscard]] const std::optional<ShownUnit>& UnitNow() const;
   [[nodiscard]] QString UnitWords() const;  // why there is none, although an entry is there
 
+  // The buttons of the moment, and the one that is chosen among them; nothing for none.
+  [[nodiscard]] std::optional<std::size_t> ButtonSet() const;
+  [[nodiscard]] std::optional<std::size_t> Button() const;
+  void ChooseButton(std::optional<std::size_t> button);
+
  signals:
+  void ButtonChosen();
   void StateMoved();       // another moment, view or stream; also another track
   void PicturesChanged();  // the list: another track, or its index is ready
   void PictureReady();     // `PictureNow` is that of the state

@@ -15,13 +15,18 @@
 #include "model/walk.h"
 #include "platform/platform_pictures.h"
 #include "ui/shown_text.h"
+#include "window/author_sheet.h"
 #include "window/boxes.h"
+#include "window/help_actions.h"
+#include "window/icons.h"
 #include "window/messages.h"
 #include "window/notice_bar.h"
 #include "window/pane_layout.h"
+#include "window/problems_pane.h"
 #include "window/project_files.h"
 #include "window/size_gauge.h"
 #include "window/start_page.h"
+#include "window/tool_actions.h"
 
 namespace quorvelant {
 
@@ -126,9 +131,15 @@ MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*
   its.Layout = new PaneLayout(*this, its.Parts, its.Start);
   its.Status = new QLabel(tr("Ready"));
   statusBar()->addWidget(its.Status, 1);
-  statusBar()->addPermanentWidget(new SizeGauge(its.Parts));
+  auto* const gauge = new SizeGauge(its.Parts);
+  statusBar()->addPermanentWidget(gauge);
+  auto* const author = new AuthorAction(
+      its.Parts, [gauge]() -> const DiscMedium& { return gauge->Medium(); }, *this);
+  connect(author, &AuthorAction::Began, this, [this] { private_->Layout->GoTo(QStringLiteral("Jobs")); });
   setAcceptDrops(true);
   HandleHistory();
+  HandleTools(its.Parts, this);
+  HandleHelp(*its.Commands, this);
   Connect();
   RestoreState();
   ShowState();
@@ -165,6 +176,11 @@ void MainWindow::Connect() {
             private_->Status->setText(words.empty() ? tr("Ready") : Shown(words));
             ShowState();
           });
+  auto* const problems = qobject_cast<ProblemsPane*>(its.Layout->Pane(QStringLiteral("Problems")));
+  connect(problems, &ProblemsPane::TabWords, this,
+          [this](const QString& words) { private_->Layout->SetTab(QStringLiteral("Problems"), words); });
+  connect(problems, &ProblemsPane::Asked, this,
+          [this] { private_->Layout->GoTo(QStringLiteral("Problems")); });
   connect(&its.Chosen, &Selection::KeyChanged, its.Commands, &Actions::Refresh);
   connect(&its.View, &Viewer::StateMoved, its.Commands, &Actions::Refresh);
   connect(its.Start, &StartPage::Chosen, this, [this](const QString& file) { Open({file.toStdString()}); });

@@ -14,10 +14,10 @@ namespace quorvelant {
 // Where the window's files are and who answers; a test gives its own.
 struct WindowSetup {
   Answerer* Answers = nullptr;  // null: boxes and file dialogs
-  std::string StateFolder;
-  std::string CacheFolder;
-  std::string SettingsPath;
-  std::string LogPath;
+  std::string StateFolder = {};
+  std::string CacheFolder = {};
+  std::string SettingsPath = {};
+  std::string LogPath = {};
 };
 
 class MainWindow : public QMainWindow {

@@ -9,10 +9,15 @@ inline constexpr MessageKind AskLeaveUnsaved{"ask-leave-unsaved", Severity::Info
                                              "\"{}\" has changes that are not saved. Save them?"};
 inline constexpr MessageKind AskStopJobs{"ask-stop-jobs", Severity::Information, "Confirm End",
                                          "A job is still running. Stop it and close the window?"};
+inline constexpr MessageKind AskReplaceDisc{"ask-replace-disc", Severity::Information, "Output Folder",
+                                            "'{}' holds a disc already. Replace it?"};
 inline constexpr MessageKind LeftWorkFound{"left-work-found", Severity::Warning, "Recovery",
                                            "The program broke off with unsaved changes to {}, kept at {}"};
 inline constexpr MessageKind ProjectChangedOnDisk{"project-changed-on-disk", Severity::Warning, "Project",
                                                   "'{}' was changed by another program"};
+inline constexpr MessageKind SettingsNotWritten{
+    "settings-not-written", Severity::Warning, "Settings",
+    "The settings cannot be written to '{}': they hold until the window closes"};
 inline constexpr MessageKind FilesLocated{"files-located", Severity::Information, "Files",
                                           "Files found: {}; still missing: {}"};
 

@@ -20,7 +20,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-int Run(const std::string& command) {
+int RunShell(const std::string& command) {
   return std::system(command.c_str());  // NOLINT(concurrency-mt-unsafe,bugprone-command-processor)
 }
 
@@ -61,13 +61,13 @@ struct Judge {
 class DesktopFiles : public testing::TestWithParam<Judge> {};
 
 TEST_P(DesktopFiles, PassTheirJudge) {
-  if (Run("command -v " + GetParam().Program + " >/dev/null") != 0) {
+  if (RunShell("command -v " + GetParam().Program + " >/dev/null") != 0) {
     GTEST_SKIP() << GetParam().Program << " is not at hand";
   }
   const TempFolder folder;
   fs::create_directories(folder / "mime/packages");
   fs::copy(DataFile(".xml"), folder / "mime/packages/quorvelant.xml");
-  EXPECT_EQ(Run(fmt::format("cd '{}' && {}", folder.Path().string(),
+  EXPECT_EQ(RunShell(fmt::format("cd '{}' && {}", folder.Path().string(),
                             fmt::format(fmt::runtime(GetParam().Command),
                                         SourceFile(fmt::format("data/{}", ApplicationId))))),
             0);
@@ -84,10 +84,10 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Installation, WorksWhereItIsPut) {
   const TempFolder folder;
   const std::string root = folder.Path().string();
-  ASSERT_EQ(Run(fmt::format("cmake --install '{}' --prefix '{}/usr' >'{}/log'", BuildFile(""), root, root)),
+  ASSERT_EQ(RunShell(fmt::format("cmake --install '{}' --prefix '{}/usr' >'{}/log'", BuildFile(""), root, root)),
             0);
   const std::string bin = root + "/usr/bin";
-  EXPECT_EQ(Run(fmt::format("cd '{0}' && '{1}/quorvelant' author usr/share/quorvelant/examples/demo.qvp "
+  EXPECT_EQ(RunShell(fmt::format("cd '{0}' && '{1}/quorvelant' author usr/share/quorvelant/examples/demo.qvp "
                             "-o disc --quiet --no-sync && '{1}/quorvelant-window' --version >version",
                             root, bin)),
             0);
