@@ -95,7 +95,7 @@ TEST(Installation, WorksWhereItIsPut) {
   for (const char* const file :
        {"man/man1/quorvelant.1", "man/man1/quorvelant-window.1", "bash-completion/completions/quorvelant",
         "applications/org.quorvelant.Quorvelant.desktop", "metainfo/org.quorvelant.Quorvelant.metainfo.xml",
-        "mime/packages/org.quorvelant.Quorvelant.xml", "doc/quorvelant/manual/index.md",
+        "mime/packages/org.quorvelant.Quorvelant.xml", "doc/quorvelant/docs/manual/index.md",
         "icons/hicolor/48x48/apps/org.quorvelant.Quorvelant.png",
         "icons/hicolor/scalable/mimetypes/application-x-quorvelant-project.svg"}) {
     EXPECT_GT(fs::file_size(folder / ("usr/share/" + std::string(file))), 100U) << file;
