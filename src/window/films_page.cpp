@@ -204,3 +204,5 @@ void FilmsPage::dropEvent(QDropEvent* event) {
 }
 
 }  // namespace quorvelant
+
+#include "moc_film_pages.cpp"
