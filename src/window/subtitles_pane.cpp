@@ -128,6 +128,16 @@ void SubtitlesPane::HandleActions() {
       ActionId::NewSubtitle, [this] { AddHere(); }, [this] { return parts_.View.TrackIndex().has_value(); });
   actions.Handle(
       ActionId::ReplaceBitmap, [this] { ReplaceHere(); }, [this] { return Stream() != nullptr; });
+  for (const ActionId id : {ActionId::FirstSubtitle, ActionId::PreviousSubtitle, ActionId::NextSubtitle,
+                            ActionId::LastSubtitle}) {
+    connect(actions.Of(id), &QAction::triggered, this, &SubtitlesPane::GoToShown, Qt::QueuedConnection);
+  }
+  connect(&parts_.Chosen, &Selection::WentTo, this, [this](const GoToPlace& place) {
+    if (place.SubEntry) {
+      FollowKey();
+      table_->GoToRow(static_cast<int>(*place.SubEntry));
+    }
+  });
 }
 
 const SubtitleStream* SubtitlesPane::Stream() const {
