@@ -163,7 +163,7 @@ bool CellEditor::eventFilter(QObject* object, QEvent* event) {
 
 void CellEditor::Finish(QLineEdit& line, EndEditHint hint) {
   const QPointer<QLineEdit> open(&line);
-  if (Commit(line) && open != nullptr) {
+  if (Commit(line) && open != nullptr && line.isVisible()) {
     emit closeEditor(&line, hint);
   }
 }
