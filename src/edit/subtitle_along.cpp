@@ -53,7 +53,8 @@ Outcome SetTimesAlong(EditSession& session, const SubtitlePlace& place, const Su
   const Track& track = session.Work().Tracks[place.Track];
   const TrackTimes clock(track);
   const int rate = clock.FramesPerSecond;
-  if (place.Entry > 0 && times.Start <= TimecodeToFrames((*entries)[place.Entry - 1].Start, rate)) {
+  const bool moves = times.Start != TimecodeToFrames((*entries)[place.Entry].Start, rate);
+  if (moves && place.Entry > 0 && times.Start <= TimecodeToFrames((*entries)[place.Entry - 1].Start, rate)) {
     return Outcome::Refused(MessageOf(message::SubtitleMeetsEarlier, SubPlayKey(place),
                                       clock.Timecode(times.Start),
                                       clock.Timecode(EndIn(*entries, place.Entry - 1, rate))));

@@ -75,6 +75,7 @@ void SubtitlesPane::Build() {
   for (const ActionId id : {ActionId::NewSubtitle, ActionId::ReplaceBitmap}) {
     auto* const button = new QToolButton;
     button->setDefaultAction(parts_.Commands.Of(id));
+    button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     button->setFocusPolicy(Qt::TabFocus);
     tools->addWidget(button);
   }
