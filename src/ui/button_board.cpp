@@ -12,6 +12,7 @@
 #include "edit/auto_route.h"
 #include "edit/button_aims.h"
 #include "edit/change.h"
+#include "edit/messages.h"
 #include "model/highlight_groups.h"
 #include "model/keys.h"
 #include "subpicture/spu_timing.h"

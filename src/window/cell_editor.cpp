@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPersistentModelIndex>
+#include <QPointer>
 
 #include "ui/shown_text.h"
 #include "ui/subtitle_model.h"
@@ -123,6 +124,7 @@ void CellEditor::setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
   if (text == editor->property(FormerProperty).toString()) {
     return;
   }
+  editor->setProperty(FormerProperty, text);
   if (const auto refusal = commit_(index, text)) {
     tell_(refusal->Words);
   }
@@ -134,8 +136,12 @@ bool CellEditor::Commit(QWidget& editor) {
   if (!index.isValid() || text == editor.property(FormerProperty).toString()) {
     return true;
   }
+  // The table may leave the cell for what is done, which must not do it once more.
+  const QVariant former = editor.property(FormerProperty);
+  editor.setProperty(FormerProperty, text);
   const auto refusal = commit_(index, text);
   if (refusal) {
+    editor.setProperty(FormerProperty, former);
     ShowRefusal(editor, *refusal);
   }
   return !refusal;
@@ -156,7 +162,8 @@ bool CellEditor::eventFilter(QObject* object, QEvent* event) {
 }
 
 void CellEditor::Finish(QLineEdit& line, EndEditHint hint) {
-  if (Commit(line)) {
+  const QPointer<QLineEdit> open(&line);
+  if (Commit(line) && open != nullptr) {
     emit closeEditor(&line, hint);
   }
 }

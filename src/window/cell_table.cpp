@@ -59,6 +59,9 @@ bool CellTable::event(QEvent* event) {
 
 void CellTable::keyPressEvent(QKeyEvent* event) {
   const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (isEnter && state() == EditingState) {
+    return;  // the editor has let it through
+  }
   if (isEnter && (model()->flags(currentIndex()) & Qt::ItemIsEditable) != 0) {
     edit(currentIndex());
     return;

@@ -48,7 +48,7 @@ class MainWindow::Private {
         Doc(EditOptionsOf(Options), Setup.CacheFolder, Speaks),
         Chosen(Doc),
         Work(Speaks),
-        View(Doc, Chosen, Work),
+        View(Doc, Chosen, Work, *Pictures),
         Parts{Doc,
               Chosen,
               View,

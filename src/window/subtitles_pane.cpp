@@ -192,12 +192,21 @@ void SubtitlesPane::FollowViewer() {
   const bool isOurs = shown_ && shown_->Track == *track && state.Stream == shown_->Stream;
   const auto entry = isOurs ? state.Entry : std::nullopt;
   model_.Mark(entry);
-  if (entry && !isChoosing_ && std::cmp_not_equal(*entry, table_->CurrentRow())) {
-    isChoosing_ = true;  // the viewer is there already
-    table_->GoToRow(static_cast<int>(*entry));
-    isChoosing_ = false;
+  if (table_->CurrentRow() < 0) {
+    GoToShown();
   }
   parts_.Commands.Refresh();
+}
+
+// The row does not follow the viewer by itself: a user looks for the moment at which the chosen subtitle is
+// to start or end, and may come by others.
+void SubtitlesPane::GoToShown() {
+  const ViewerState& state = parts_.View.State();
+  if (shown_ && parts_.View.TrackIndex() == shown_->Track && state.Stream == shown_->Stream && state.Entry) {
+    const bool before = std::exchange(isChoosing_, true);  // the viewer is there already
+    table_->GoToRow(static_cast<int>(*state.Entry));
+    isChoosing_ = before;
+  }
 }
 
 void SubtitlesPane::FillStreams() {

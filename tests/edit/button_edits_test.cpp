@@ -68,15 +68,15 @@ TEST(ButtonEdits, RefusalsChangeNothing) {
       {[](auto& s) {
          return RenameButton(s, 0, {0, 0}, "B");
        },
-       message::ButtonNameUnfit},
+       message::ButtonNameTaken},
       {[](auto& s) {
          return RenameButton(s, 0, {0, 0}, " \t");
        },
-       message::ButtonNameUnfit},
+       message::ButtonNameTaken},
       {[](auto& s) {
          return RenameButton(s, 0, {0, 0}, "a\nb");
        },
-       message::ButtonNameUnfit},
+       message::ButtonNameTaken},
       {[](auto& s) {
          return RenameButton(s, 0, {0, 3}, "D");
        },
