@@ -4,12 +4,15 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include "base/timecode.h"
 #include "edit/live_elements.h"
 #include "open_window.h"
 #include "ui/tree_model.h"
 #include "window/author_sheet.h"
+#include "window/cell_table.h"
 #include "window/film_wizard.h"
 #include "window/picture_view.h"
+#include "window/project_tree.h"
 
 namespace quorvelant {
 namespace {
@@ -137,6 +140,98 @@ TEST_P(Flow, EditACommand) {
   EXPECT_NE(std::ranges::find(chain.PreCommands, "SetSTN audio=1", &VMICommand_P::FullCommand),
             chain.PreCommands.end());
   EXPECT_EQ(open.Steps, 2);
+}
+
+// The row of a key, shown and chosen by mouse, or by arrows alone, which are not counted.
+void ChooseKey(OpenWindow& open, ProjectTree& tree, const std::string& key, bool byArrows) {
+  if (!byArrows) {
+    tree.expandAll();
+    for (QModelIndex index = tree.model()->index(0, 0); index.isValid(); index = tree.indexBelow(index)) {
+      if (index.data(TreeModel::KeyRole).toString().toStdString() == key) {
+        open.ClickRow(tree, index);
+        return;
+      }
+    }
+    FAIL() << key;
+  }
+  QTest::keyClick(&tree, Qt::Key_Home);
+  for (int i = 0; i < 200 && tree.CurrentKey() != key; ++i) {
+    if (!tree.isExpanded(tree.currentIndex())) {
+      QTest::keyClick(&tree, Qt::Key_Right);
+    }
+    QTest::keyClick(&tree, Qt::Key_Down);
+  }
+  ASSERT_EQ(tree.CurrentKey(), key);
+}
+
+TEST_P(Flow, FixASubtitleTime) {
+  const TempFolder folder;
+  OpenWindow open(folder);
+  open.Window.Open({CopyOfExample(folder)});
+  open.Settle();
+  auto& tree = open.Named<ProjectTree>("Media");
+  auto& table = open.Named<CellTable>("Subtitles");
+  if (ByKeys()) {
+    open.Key(Qt::Key_1, Qt::ControlModifier);
+  }
+  ChooseKey(open, tree, "Track.1.Sub2", ByKeys());
+  QTest::qWait(20);
+  ASSERT_EQ(table.model()->rowCount(), 2);
+  if (ByKeys()) {
+    open.Key(Qt::Key_5, Qt::ControlModifier);
+    QTest::keyClick(&table, Qt::Key_Down);
+    QTest::keyClick(&table, Qt::Key_Home, Qt::ControlModifier);
+  } else {
+    open.ClickRow(table, table.model()->index(0, 1));
+  }
+  Viewer& view = open.Window.Parts().View;
+  ASSERT_TRUE(OpenWindow::Wait([&view] { return view.Pictures().size() > 2; }));
+  ASSERT_EQ(view.State().Frame, 25);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);  // an arrow
+  const std::int64_t frame = view.State().Frame;
+  EXPECT_GT(frame, 25);
+  open.Key(Qt::Key_BracketLeft);
+  const SubPicturePlay& entry = open.Work().Tracks[1].SubStreams[1].SubPlays[0];
+  EXPECT_EQ(TimecodeToFrames(entry.Start, 25), frame);
+  EXPECT_EQ(open.Steps, 3);
+}
+
+TEST_P(Flow, PlaceButtonsOnAStill) {
+  const TempFolder folder;
+  OpenWindow open(folder);
+  open.Window.Open({CopyOfExample(folder)});
+  open.Settle();
+  auto& media = open.Named<ProjectTree>("Media");
+  if (ByKeys()) {
+    open.Key(Qt::Key_1, Qt::ControlModifier);
+  }
+  ChooseKey(open, media, "Track.3", ByKeys());
+  QTest::qWait(20);
+  const auto& sets = open.Work().Tracks[3].HighlightPlays;
+  const std::size_t before = sets.at(0).Buttons.size();
+  auto& picture = *open.Window.findChild<PictureView*>();
+  auto& disc = open.Named<ProjectTree>("Disc");
+  disc.expandAll();
+  int count = 0;
+  for (const char* key : {"VTS1.TITLE1", "VTS2.TITLE1"}) {
+    ++count;
+    if (ByKeys()) {
+      open.Answers.Chosen = {std::optional<std::size_t>(1)};
+      open.Key(Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
+      continue;
+    }
+    for (QModelIndex index = disc.model()->index(0, 0); index.isValid(); index = disc.indexBelow(index)) {
+      if (index.data(TreeModel::KeyRole).toString().toStdString() == key) {
+        const std::unique_ptr<QMimeData> dragged(disc.model()->mimeData({index}));
+        open.Drop(picture, *dragged, picture.rect().center() + QPoint(0, 30 * count));
+        break;
+      }
+    }
+  }
+  ASSERT_EQ(sets.at(0).Buttons.size(), before + 2);
+  EXPECT_FALSE(sets.at(0).Buttons.back().Name.empty());
+  EXPECT_FALSE(sets.at(0).Buttons.back().Up.empty());
+  EXPECT_LE(open.Steps, 1 + 2);
 }
 
 }  // namespace
