@@ -177,9 +177,10 @@ std::vector<Row> Rows() {
       {"BitmapsOfSubtitles",
        Subtitles + Sub("00:00", "00:20", "Color=0,1,16,0|Contrast=0,1,2,-1|") +
            Sub("01:00", "00:20", "", "gone.bmp") + Sub("02:00", "00:20", "", "cut.bmp") +
-           Sub("03:00", "00:20", "Origin=800,0|") + Sub("04:00", "00:20", "", ""),
+           Sub("03:00", "00:20", "Origin=800,0|") + Sub("04:00", "00:20", "", "") +
+           Sub("05:00", "00:20", "", "huge.png"),
        "W subtitle-without-bitmap Sub1+5|W subtitle-index-beyond Sub1+1|W subtitle-index-beyond Sub1+1|E "
-       "source-missing Sub1+2|E subtitle-unfit Sub1+3|E subtitle-outside Sub1+4|",
+       "source-missing Sub1+2|E subtitle-unfit Sub1+3|E subtitle-outside Sub1+4|E subtitle-unfit Sub1+6|",
        true},
 
       {"LinksOfButtons", Buttons + Button("A", "Up=B|Down=A|") + Button("B", "Left=b|"),
@@ -224,6 +225,7 @@ class FindingsTest : public testing::TestWithParam<Row> {
         {"cut.bmp", bitmap.substr(0, bitmap.size() - 20)},
         {"small.bmp", TextOf(WriteBmp(Picture(100, 100)))},
         {"still.bmp", TextOf(WriteBmp(Picture(720, 576)))},
+        {"huge.png", std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\x40\0\0\0\x08\0\x08\x02", 26)},
         {"pal.m2v", film},
         {"indexed.m2v", film},
         {"mpeg1.m1v", TextOf(BuildStream({.Sequence = {.Mpeg2 = false}, .Gops = 1}))},
