@@ -243,6 +243,8 @@ std::vector<Row> StructureRows() {
       InTitle("NumberBeyond", "Mov GPRM1, 70000", "W command-number-beyond-field VTS1.TITLE1.PGC1 Pre1|"),
       InTitle("BlanksInSetStn", "SetSTN audio = 2", "W command-sets-nothing VTS1.TITLE1.PGC1 Pre1|"),
       InTitle("SystemRegisterOnTheLeft", "If ( SPRM1 == 3 ) NOP",
+      {"GoToOfACell", Cell, "Item=CellCommands|Command=GoTo 1|" + Cell + "Cell Command=1|",
+       "W target-missing VTS1.TITLE1.PGC1 Cell1|"},
               "W command-left-no-register VTS1.TITLE1.PGC1 Pre1|"),
       InTitle("LinkAfterAJump", "Exit ; LinkTopPGC", "W command-link-lost VTS1.TITLE1.PGC1 Pre1|"),
       {"FullScreenAsWide", "Name=F|", "Name=F|DisplayMode=Only PanScan|", "W aspect-unlike-domain Track.0|"},

@@ -62,7 +62,7 @@ constexpr std::array Complaints{
         "target",
         " NoTitleMenu NoTitleMenuInOneLanguage NoAudioMenu ResumeCellBeyond NoSuchMenuOfTheSet SetBeyond "
         "TitleOfTheSetBeyond TitleBeyond PartBeyond ProgramOfAnother PartOfAnother CellOfAnother "
-        "EmptyProgram GoToBeyondTheList PartFarBeyond "},
+        "EmptyProgram GoToBeyondTheList PartFarBeyond GoToOfACell "},
     Complaint{
         "domain",
         " CallInFirstPlay TitleOfASetInFirstPlay PartInATitleMenu TitleOfTheDiscInATitle MenuAfterATitle "},
