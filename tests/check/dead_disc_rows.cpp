@@ -252,3 +252,6 @@ std::vector<Row> StructureRows() {
 }
 
 }  // namespace quorvelant::dead
+      {"BitmapAsWide", "Name=F|Resolution=PAL|Item=Video Play|VideoFile=film.m2v|" + Sound + "a.ac3",
+       "Name=F|DisplayMode=Only PanScan|Resolution=PAL|Item=Still Play|VideoFile=page.bmp",
+       "W aspect-unlike-domain Track.0|"},

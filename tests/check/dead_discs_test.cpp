@@ -75,7 +75,8 @@ constexpr std::array Complaints{
               " PlaysAStreamThatIsNotThere AMenuPlaysAStreamThatIsNotThere TwoKindsOfSound "},
     Complaint{"audio-attr", " PcmOfTwoSampleSizes "},
     Complaint{"attr-differs",
-              " TwoAspects TwoSizes FullScreenAsWide PlaysOfTwoAspects AspectChangesInAFile NtscOverPal Pall "
+              " TwoAspects TwoSizes FullScreenAsWide BitmapAsWide PlaysOfTwoAspects AspectChangesInAFile "
+              "NtscOverPal Pall "
               "SizeAsStandard Secam "},
     Complaint{"stamp-before-scr", " PlaysOfTwoBitRates BitRateChangesInAFile "},
     Complaint{"cell-time", " SinglePicture Pall SizeAsStandard Secam "},
