@@ -80,6 +80,7 @@ constexpr std::array Complaints{
               "SizeAsStandard Secam "},
     Complaint{"stamp-before-scr", " PlaysOfTwoBitRates BitRateChangesInAFile "},
     Complaint{"cell-time", " SinglePicture Pall SizeAsStandard Secam "},
+    Complaint{"bit-rate", " RateBeyondADisc "},
     Complaint{"profile", " ColoursAt422 "},
     Complaint{"vobu-length", " OneSequence "},
     Complaint{"vobu-start", " NoGroups "},
