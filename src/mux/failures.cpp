@@ -142,6 +142,10 @@ void WarnOfAudioLengths(MuxState& state, std::int64_t endPts) {
     }
     // Silence under stills and slides is usual.
     const bool motion = state.Input.Kind == TrackKind::Motion;
+    if (stream.Input->DelayMs > 1000 * LengthTolerance) {
+      state.Build.Ui.Tell(MessageOf(message::AudioStartsLate, stream.Source.Place(),
+                                    stream.Input->StreamNumber, state.Input.Name, stream.Input->DelayMs));
+    }
     const double missing = motion ? static_cast<double>(endPts - stream.NextPts) / 90000 : 0;
     const double rest = stream.SecondsLeft();
     const bool tooLong = rest > LengthTolerance;

@@ -125,6 +125,11 @@ inline constexpr MessageKind AudioNeverStarts{
     "audio-never-starts", Severity::Error, AudioLengthTitle,
     "Audio stream {} of track \"{}\" is delayed by {} ms and would start after the picture ends, at {:.1f} "
     "seconds: players offer it, and it stays silent. Lower its Delay, or remove the stream."};
+inline constexpr MessageKind AudioStartsLate{
+    "audio-starts-late", Severity::Warning, AudioLengthTitle,
+    "Audio stream {} of track \"{}\" is delayed by {} ms: some players get out of step where the sound "
+    "starts "
+    "more than a second after the picture. Put silence before the sound instead."};
 inline constexpr MessageKind AudioTooShort{
     "audio-too-short", Severity::Warning, AudioLengthTitle,
     "Audio stream {} of track \"{}\" ends {:.1f} seconds before the picture does."};
