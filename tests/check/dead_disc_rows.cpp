@@ -173,7 +173,7 @@ std::vector<Row> StructureRows() {
       {"MenuAfterATitle", "Command=NOP|" + Cell, Cell + "Item=PostCommands|Command=JumpSS TitleMenu|",
        "E target-forbidden VTS1.TITLE1.PGC1 Post1|"},
       {"ButtonCommand", Cell, Cell + "Item=Menu List|Item=Menu Play|Button Command=RSM|",
-       "E target-forbidden VTS1.TITLE1.PGC1.PG1.CELL1 Button1|"},
+       "E target-forbidden VTS1.TITLE1.PGC1.PG1.CELL1 Button1|W commands-without-button " + cell},
       {"EmptyProgram", "Command=NOP|" + Cell, "Command=LinkPGN G, button=0|Item=Program|Name=E|" + Cell, "",
        "W target-missing VTS1.TITLE1.PGC1 Pre1|"},
 
