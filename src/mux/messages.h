@@ -158,6 +158,12 @@ inline constexpr MessageKind SubtitlesOverfill{"subtitles-overfill", Severity::E
                                                "entries follow each other so closely, or use "
                                                "smaller bitmaps."};
 
+// Buttons: the sets of which no navigation pack tells, and why of the first.
+inline constexpr MessageKind ButtonsNeverShow{
+    "buttons-never-show", Severity::Error, "Button Times",
+    "Track \"{}\": {} of its sets of buttons never show, the first of them entry {}, which starts at {:.1f} "
+    "seconds: {}. Viewers can choose nothing of it: let it start earlier, or remove it."};
+
 // Chapter marks.
 inline constexpr MessageKind MarkOpensNoCell{
     "mark-opens-no-cell", Severity::Error, ChapterMarkTitle,

@@ -93,7 +93,8 @@ std::vector<Row> Rows() {
        "Selection Color=0 2 0 0|Action Color=0, 2, 0, 0|Item=Audio Play List|AudioLanguage=german |",
        "W doubtful-value p.qvp:4|W doubtful-value p.qvp:6|W doubtful-value p.qvp:8|W doubtful-value "
        "p.qvp:10|W "
-       "doubtful-value p.qvp:12|E audio-unnamed Audio1|W subtitle-without-bitmap Sub1+1|"},
+       "doubtful-value p.qvp:12|E audio-unnamed Audio1|W subtitle-without-bitmap Sub1+1|W button-set-empty "
+       "High1+1|"},
       {"SoundOfNoKind", "Item=Track|Item=Audio Play List|Item=Audio Play|AudioFile=film.xyz|",
        "E source-missing Audio1.AudioPlay1|E audio-kind-unknown Audio1|"},
       {"Command", Pgc + "Item=PreCommands|Command=Frobnicate|", "W command-unknown PGC1 Pre1|"},
@@ -190,9 +191,11 @@ std::vector<Row> Rows() {
        "", true},
       {"ButtonsWrong",
        Buttons + "Start Time To Video=00:00:01:00|Duration=00:00:02:00|Forced Select=4|Forced Action=-1|" +
+           "Offset=256|Selection End Time=00:00:00:24|Color Scheme 2|Action Color=0,16,0,0|" +
            Button("A", "Color Scheme=0|") + Button("A", "", 576) + Button("B") + forced,
        "W button-scheme-unknown High1+1|W button-area High1+1|W forced-button-missing High1+1|W "
-       "forced-button-missing High1+1|W button-name-repeated High1+1|",
+       "forced-button-missing High1+1|W button-name-repeated High1+1|W button-value-beyond High1+1|W "
+       "button-value-beyond High1+1|W button-selection-over High1+1|",
        true},
       {"NtscButtonsEndAtLine480",
        "Item=Track|Name=F|Resolution=NTSC|Item=Highlight Play|" + Button("A", "", 479) +
@@ -203,9 +206,9 @@ std::vector<Row> Rows() {
            "Item=Highlight Play|Start Time To Video=00:00:02:00|Duration=00:00:09:00|" +
            "Item=Highlight Play|Start Time To Video=00:00:01:24|Duration=00:00:00:01|" +
            Repeat(37, Button("b{}")) + "Item=Highlight Play|Start Time To Video=00:00:10:00|",
-       "W buttons-without-subtitle High1+1|W buttons-end-past-end High1+2|W buttons-overlap High1+2|E "
-       "buttons-out-of-order High1+3|E too-many-buttons High1+3|W buttons-without-subtitle High1+3|E "
-       "buttons-outside-track High1+4|",
+       "W buttons-without-subtitle High1+1|W buttons-end-past-end High1+2|W buttons-overlap High1+2|W "
+       "button-set-empty High1+2|E buttons-out-of-order High1+3|E too-many-buttons High1+3|W "
+       "buttons-without-subtitle High1+3|E buttons-outside-track High1+4|W button-set-empty High1+4|",
        true},
   };
 }
