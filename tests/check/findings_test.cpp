@@ -225,10 +225,10 @@ class FindingsTest : public testing::TestWithParam<Row> {
     const std::pair<const char*, std::string> files[] = {
         {"good.bmp", bitmap},
         {"odd.bmp", TextOf(WriteBmp(smoothed))},
+        {"huge.png", std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\x40\0\0\0\x08\0\x08\x02", 26)},
         {"cut.bmp", bitmap.substr(0, bitmap.size() - 20)},
         {"small.bmp", TextOf(WriteBmp(Picture(100, 100)))},
         {"still.bmp", TextOf(WriteBmp(Picture(720, 576)))},
-        {"huge.png", std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\x40\0\0\0\x08\0\x08\x02", 26)},
         {"pal.m2v", film},
         {"indexed.m2v", film},
         {"mpeg1.m1v", TextOf(BuildStream({.Sequence = {.Mpeg2 = false}, .Gops = 1}))},
@@ -317,6 +317,11 @@ TEST(MessageCodes, NoTwoKindsShareOneAndEachFindingHasItsRow) {
     }
   }
   EXPECT_GT(codes.size(), 100U);
+  const std::string limits = TempFolder::Read(SourceFile("docs/limits.md"));
+  const std::regex quoted("`([a-z]+(-[a-z]+)+)`");
+  for (std::sregex_iterator at(limits.begin(), limits.end(), quoted); at != std::sregex_iterator(); ++at) {
+    EXPECT_TRUE(codes.contains((*at)[1])) << (*at)[1];
+  }
 }
 
 }  // namespace
