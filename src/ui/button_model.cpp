@@ -73,7 +73,7 @@ QVariant ButtonModel::data(const QModelIndex& index, int role) const {
 
 Qt::ItemFlags ButtonModel::flags(const QModelIndex& index) const {
   const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
-  if (index.column() == Number) {
+  if (!index.isValid() || index.column() == Number) {
     return flags;
   }
   return flags | (index.column() == Auto ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable);

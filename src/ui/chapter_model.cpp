@@ -69,7 +69,7 @@ QVariant ChapterModel::data(const QModelIndex& index, int role) const {
   if (row == nullptr) {
     return {};
   }
-  const int number = index.row() + 1;
+  const int number = NumberOf(index);
   switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:

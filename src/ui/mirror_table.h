@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
+#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -39,16 +41,22 @@ class MirrorTable : public QAbstractTableModel {
     std::move(rows.begin() + static_cast<std::ptrdiff_t>(head), at(rows),
               rows_.begin() + static_cast<std::ptrdiff_t>(head));
     const int first = static_cast<int>(head + same);
+    // Rows keep their numbers while they move.
     if (now > same) {
       const auto added = static_cast<std::ptrdiff_t>(now - same);
       beginInsertRows({}, first, first + static_cast<int>(added) - 1);
       rows_.insert(at(rows_), std::make_move_iterator(at(rows)), std::make_move_iterator(at(rows) + added));
+      numbers_.insert(at(numbers_), static_cast<std::size_t>(added), 0);
       endInsertRows();
     } else if (before > same) {
       const auto gone = static_cast<std::ptrdiff_t>(before - same);
       beginRemoveRows({}, first, first + static_cast<int>(gone) - 1);
       rows_.erase(at(rows_), at(rows_) + gone);
+      numbers_.erase(at(numbers_), at(numbers_) + gone);
       endRemoveRows();
+    }
+    if (now != before) {
+      Renumber(first);
     }
     if (same > 0) {
       emit dataChanged(index(static_cast<int>(head), 0), index(first - 1, columnCount() - 1));
@@ -59,6 +67,8 @@ class MirrorTable : public QAbstractTableModel {
   void Show(std::vector<Row> rows) {
     beginResetModel();
     rows_ = std::move(rows);
+    numbers_.resize(rows_.size());
+    std::iota(numbers_.begin(), numbers_.end(), 1);
     endResetModel();
   }
 
@@ -80,9 +90,22 @@ class MirrorTable : public QAbstractTableModel {
     return isHere ? &rows_[static_cast<std::size_t>(index.row())] : nullptr;
   }
 
+  // Of a row of this table, from 1.
+  [[nodiscard]] int NumberOf(const QModelIndex& index) const {
+    return numbers_[static_cast<std::size_t>(index.row())];
+  }
+
  private:
+  void Renumber(int first) {
+    std::iota(numbers_.begin() + first, numbers_.end(), first + 1);
+    if (first < rowCount()) {
+      emit dataChanged(index(first, 0), index(rowCount() - 1, 0));
+    }
+  }
+
   QStringList headers_;
   std::vector<Row> rows_;
+  std::vector<int> numbers_;
 };
 
 }  // namespace quorvelant

@@ -48,12 +48,12 @@ void SubtitleModel::Mark(std::optional<std::size_t> row) {
   }
 }
 
-QString SubtitleModel::TextOf(const SubPicturePlay& entry, int row, int column) const {
+QString SubtitleModel::TextOf(const SubPicturePlay& entry, int number, int column) const {
   const auto end = EndOf(entry, rate_);
   const std::int64_t start = TimecodeToFrames(entry.Start, rate_);
   switch (column) {
     case Number:
-      return QString::number(row + 1);
+      return QString::number(number);
     case Start:
       return Shown(FramesToTimecode(start, rate_));
     case Duration:  // until the next one starts
@@ -73,13 +73,13 @@ QString SubtitleModel::TextOf(const SubPicturePlay& entry, int row, int column) 
   }
 }
 
-QString SubtitleModel::Described(const SubPicturePlay& entry, int row) const {
+QString SubtitleModel::Described(const SubPicturePlay& entry, int number, bool isMarked) const {
   QString text = tr("Subtitle %1, %2 to %3, %4")
-                     .arg(row + 1)
-                     .arg(TextOf(entry, row, Start), TextOf(entry, row, End), FileName(entry.File));
+                     .arg(number)
+                     .arg(TextOf(entry, number, Start), TextOf(entry, number, End), FileName(entry.File));
   text += entry.Forced ? tr(", forced") : QString();
   text += entry.Used ? QString() : tr(", not used");
-  return marked_ == static_cast<std::size_t>(row) ? text + tr(", shown") : text;
+  return isMarked ? text + tr(", shown") : text;
 }
 
 QVariant SubtitleModel::data(const QModelIndex& index, int role) const {
@@ -88,17 +88,19 @@ QVariant SubtitleModel::data(const QModelIndex& index, int role) const {
     return {};
   }
   const int column = index.column();
+  const int number = NumberOf(index);
+  const bool isMarked = marked_ == static_cast<std::size_t>(index.row());
   switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
-      return column < Forced ? QVariant(TextOf(*entry, index.row(), column)) : QVariant();
+      return column < Forced ? QVariant(TextOf(*entry, number, column)) : QVariant();
     case Qt::CheckStateRole:
       if (column == Forced || column == Used) {
         return (column == Forced ? entry->Forced : entry->Used) ? Qt::Checked : Qt::Unchecked;
       }
       return {};
     case Qt::FontRole:
-      if (marked_ == static_cast<std::size_t>(index.row())) {
+      if (isMarked) {
         QFont bold;
         bold.setBold(true);
         return bold;
@@ -108,10 +110,9 @@ QVariant SubtitleModel::data(const QModelIndex& index, int role) const {
       return column == Bitmap ? QVariant(Shown(entry->File)) : QVariant();
     case Qt::AccessibleTextRole:
       if (column == Number) {
-        return Described(*entry, index.row());
+        return Described(*entry, number, isMarked);
       }
-      return column < Forced ? QVariant(TextOf(*entry, index.row(), column))
-                             : headerData(column, Qt::Horizontal);
+      return column < Forced ? QVariant(TextOf(*entry, number, column)) : headerData(column, Qt::Horizontal);
     case SwatchRole:
       if (column == Colours) {
         QVariantList colors;

@@ -31,8 +31,8 @@ class SubtitleModel : public MirrorTable<SubPicturePlay> {
   void TickWanted(int row, int column, bool on);
 
  private:
-  [[nodiscard]] QString TextOf(const SubPicturePlay& entry, int row, int column) const;
-  [[nodiscard]] QString Described(const SubPicturePlay& entry, int row) const;
+  [[nodiscard]] QString TextOf(const SubPicturePlay& entry, int number, int column) const;
+  [[nodiscard]] QString Described(const SubPicturePlay& entry, int number, bool isMarked) const;
 
   int rate_ = 25;
   std::array<Color, 16> palette_{};

@@ -1,12 +1,14 @@
 #include "window/cell_editor.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPersistentModelIndex>
+#include <QPointer>
 
 #include "ui/shown_text.h"
 #include "ui/subtitle_model.h"
@@ -123,6 +125,7 @@ void CellEditor::setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
   if (text == editor->property(FormerProperty).toString()) {
     return;
   }
+  editor->setProperty(FormerProperty, text);
   if (const auto refusal = commit_(index, text)) {
     tell_(refusal->Words);
   }
@@ -134,8 +137,12 @@ bool CellEditor::Commit(QWidget& editor) {
   if (!index.isValid() || text == editor.property(FormerProperty).toString()) {
     return true;
   }
+  // The table may leave the cell for what is done, which must not do it once more.
+  const QVariant former = editor.property(FormerProperty);
+  editor.setProperty(FormerProperty, text);
   const auto refusal = commit_(index, text);
   if (refusal) {
+    editor.setProperty(FormerProperty, former);
     ShowRefusal(editor, *refusal);
   }
   return !refusal;
@@ -156,7 +163,8 @@ bool CellEditor::eventFilter(QObject* object, QEvent* event) {
 }
 
 void CellEditor::Finish(QLineEdit& line, EndEditHint hint) {
-  if (Commit(line)) {
+  const QPointer<QLineEdit> open(&line);
+  if (Commit(line) && open != nullptr && line.isVisible()) {
     emit closeEditor(&line, hint);
   }
 }
@@ -168,7 +176,12 @@ void CellEditor::paint(QPainter* painter, const QStyleOptionViewItem& option,
     QStyledItemDelegate::paint(painter, option, index);
     return;
   }
-  QStyledItemDelegate::paint(painter, option, QModelIndex());
+  QStyleOptionViewItem without = option;
+  initStyleOption(&without, index);
+  without.text.clear();
+  const QWidget* const table = option.widget;
+  (table != nullptr ? table->style() : QApplication::style())
+      ->drawControl(QStyle::CE_ItemViewItem, &without, painter, table);
   const int side = option.fontMetrics.height();
   QRect box(option.rect.left() + side / 4, option.rect.center().y() - side / 2, side, side);
   for (const QVariant& swatch : swatches) {

@@ -75,6 +75,7 @@ void SubtitlesPane::Build() {
   for (const ActionId id : {ActionId::NewSubtitle, ActionId::ReplaceBitmap}) {
     auto* const button = new QToolButton;
     button->setDefaultAction(parts_.Commands.Of(id));
+    button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     button->setFocusPolicy(Qt::TabFocus);
     tools->addWidget(button);
   }
@@ -128,6 +129,16 @@ void SubtitlesPane::HandleActions() {
       ActionId::NewSubtitle, [this] { AddHere(); }, [this] { return parts_.View.TrackIndex().has_value(); });
   actions.Handle(
       ActionId::ReplaceBitmap, [this] { ReplaceHere(); }, [this] { return Stream() != nullptr; });
+  for (const ActionId id : {ActionId::FirstSubtitle, ActionId::PreviousSubtitle, ActionId::NextSubtitle,
+                            ActionId::LastSubtitle}) {
+    connect(actions.Of(id), &QAction::triggered, this, &SubtitlesPane::GoToShown, Qt::QueuedConnection);
+  }
+  connect(&parts_.Chosen, &Selection::WentTo, this, [this](const GoToPlace& place) {
+    if (place.SubEntry) {
+      FollowKey();
+      table_->GoToRow(static_cast<int>(*place.SubEntry));
+    }
+  });
 }
 
 const SubtitleStream* SubtitlesPane::Stream() const {
@@ -192,12 +203,21 @@ void SubtitlesPane::FollowViewer() {
   const bool isOurs = shown_ && shown_->Track == *track && state.Stream == shown_->Stream;
   const auto entry = isOurs ? state.Entry : std::nullopt;
   model_.Mark(entry);
-  if (entry && !isChoosing_ && std::cmp_not_equal(*entry, table_->CurrentRow())) {
-    isChoosing_ = true;  // the viewer is there already
-    table_->GoToRow(static_cast<int>(*entry));
-    isChoosing_ = false;
+  if (table_->CurrentRow() < 0) {
+    GoToShown();
   }
   parts_.Commands.Refresh();
+}
+
+// The row does not follow the viewer by itself: a user looks for the moment at which the chosen subtitle is
+// to start or end, and may come by others.
+void SubtitlesPane::GoToShown() {
+  const ViewerState& state = parts_.View.State();
+  if (shown_ && parts_.View.TrackIndex() == shown_->Track && state.Stream == shown_->Stream && state.Entry) {
+    const bool before = std::exchange(isChoosing_, true);  // the viewer is there already
+    table_->GoToRow(static_cast<int>(*state.Entry));
+    isChoosing_ = before;
+  }
 }
 
 void SubtitlesPane::FillStreams() {

@@ -35,6 +35,7 @@ class SubtitlesPane : public QWidget {
   void FollowChange(const ChangeEvent& event);
   void FollowKey();
   void FollowViewer();
+  void GoToShown();
   void FillStreams();
   void ShowStream(std::optional<StreamPlace> place);
   void TakeRows(bool isOther);

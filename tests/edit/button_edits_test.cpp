@@ -10,6 +10,7 @@
 #include "edit/messages.h"
 #include "edit/segments.h"
 #include "film_track.h"
+#include "model/keys.h"
 #include "model/walk.h"
 
 namespace quorvelant {
@@ -68,15 +69,15 @@ TEST(ButtonEdits, RefusalsChangeNothing) {
       {[](auto& s) {
          return RenameButton(s, 0, {0, 0}, "B");
        },
-       message::ButtonNameUnfit},
+       message::ButtonNameTaken},
       {[](auto& s) {
          return RenameButton(s, 0, {0, 0}, " \t");
        },
-       message::ButtonNameUnfit},
+       message::ButtonNameTaken},
       {[](auto& s) {
          return RenameButton(s, 0, {0, 0}, "a\nb");
        },
-       message::ButtonNameUnfit},
+       message::ButtonNameTaken},
       {[](auto& s) {
          return RenameButton(s, 0, {0, 3}, "D");
        },

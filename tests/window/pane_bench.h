@@ -13,6 +13,7 @@
 
 #include "platform/platform_pictures.h"
 #include "support/scripted_answers.h"
+#include "window/icons.h"
 #include "window/window_parts.h"
 
 namespace quorvelant {
@@ -20,6 +21,7 @@ namespace quorvelant {
 class PaneBench {
  public:
   PaneBench() {
+    LoadResources();
     new QVBoxLayout(&Host);
     QObject::connect(&Speaks, &Voice::Told, [this](const Message& message) { Told += message.Code; });
   }
@@ -46,10 +48,10 @@ class PaneBench {
   Document Doc{{}, {}, Speaks};
   Selection Chosen{Doc};
   Jobs Work{Speaks};
-  Viewer View{Doc, Chosen, Work};
+  std::unique_ptr<PictureService> Pictures = MakePlatformPictures();
+  Viewer View{Doc, Chosen, Work, *Pictures};
   QWidget Host;
   Actions Commands{&Host};
-  std::unique_ptr<PictureService> Pictures = MakePlatformPictures();
   Settings Options;
   WindowParts Parts{Doc, Chosen, View, Work, Commands, Answers, *Pictures, Options, {}, {}, {}, {}};
   std::string Told;  // the codes of all messages
@@ -65,6 +67,7 @@ inline QString WriteCell(QTableView& table, int row, int column, const QString& 
     return QStringLiteral("no editor");
   }
   line->selectAll();
+  QTest::keyClick(line, Qt::Key_Delete);
   QTest::keyClicks(line, text);
   QTest::keyClick(line, Qt::Key_Return);
   const auto* const refusal = table.viewport()->findChild<QLabel*>(QStringLiteral("Refusal"));
