@@ -33,7 +33,7 @@ class Trees : public testing::Test {
                  .LogPath = {}}) {
     window_.resize(1280, 900);
     window_.show();
-    QTest::qWaitForWindowActive(&window_);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
   }
 
   void OpenExample() {
@@ -104,13 +104,10 @@ class Trees : public testing::Test {
     return Find(Tree(tree), key).data(Qt::AccessibleTextRole).toString().toStdString();
   }
   void EnterName(const QString& name) {
-    auto* const editor = window_.findChild<QLineEdit*>(QStringLiteral("qt_editing_widget"));
-    QLineEdit* line = editor;
+    QLineEdit* line = nullptr;
     for (QLineEdit* each : window_.findChildren<QLineEdit*>()) {
-      line = each->accessibleName() == QLatin1String("Name") && each->parentWidget() != nullptr &&
-                     qobject_cast<QTreeView*>(each->parentWidget()->parentWidget()) != nullptr
-                 ? each
-                 : line;
+      const bool isInTree = qobject_cast<QTreeView*>(each->parentWidget()->parentWidget()) != nullptr;
+      line = isInTree && each->accessibleName() == QLatin1String("Name") ? each : line;
     }
     ASSERT_NE(line, nullptr);
     line->selectAll();
@@ -150,7 +147,7 @@ TEST_F(Trees, RenameInPlace) {
     Choose(each.Key);
     Trigger(ActionId::Rename);
     EnterName(each.Name);
-    EXPECT_EQ(TextOf(each.Tree, each.Key), each.Told);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return TextOf(each.Tree, each.Key) == each.Told; })) << each.Told;
   }
   EXPECT_EQ(LiveCell(Doc().Work(), "VTS1.TITLE1.PGC1.PG1.CELL1")->CellName, "Start");
   for (const char* key : {"FirstPGC", "VTS1", "VTS1.LANGUAGE1", "Track.1.Scene1", "Track.1.Audio1"}) {
