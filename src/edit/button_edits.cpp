@@ -85,7 +85,7 @@ Outcome RenameButton(EditSession& session, std::size_t track, const ButtonPlace&
   }
   const HighlightPlay& saved = *FindSet(session.Work(), track, place.Set);
   if (name.empty() || name.find_first_of("\r\n") != std::string::npos || FindButton(saved.Buttons, name)) {
-    return Outcome::Refused(MessageOf(message::ButtonNameUnfit, HighStreamKey(track, place.Set + 1), name));
+    return Outcome::Refused(MessageOf(message::ButtonNameTaken, HighStreamKey(track, place.Set + 1), name));
   }
   EditedSet set = Opened(session.Work(), track, place.Set);
   set.Buttons[place.Button].Button.Name = name;

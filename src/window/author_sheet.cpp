@@ -129,9 +129,11 @@ void AuthorSheet::ShowHealth() {
                                        : tr("Still looking"));
 }
 
-AuthorAction::AuthorAction(WindowParts& parts, std::function<const DiscMedium&()> medium, QWidget& window)
+AuthorAction::AuthorAction(WindowParts& parts, ProjectFiles& files, std::function<const DiscMedium&()> medium,
+                           QWidget& window)
     : QObject(&window), parts_(parts), medium_(std::move(medium)), window_(window) {
-  parts_.Commands.Handle(ActionId::Author, [this] { Ask(); });
+  // Of a project that is being read or made, not of the one before.
+  parts_.Commands.Handle(ActionId::Author, [this, &files] { files.WhenSettled([this] { Ask(); }); });
 }
 
 void AuthorAction::Ask() {
@@ -144,10 +146,11 @@ void AuthorAction::Ask() {
 void AuthorAction::Make(const AuthorSheet& sheet) {
   Document& document = parts_.Doc;
   const std::string folder = sheet.Folder();
-  if (folder != SystemPath(document.Work().DestinationFolder)) {
+  // A folder that was only proposed is none that the project must keep.
+  if (folder != ProposedFolder(parts_).toStdString()) {
     document.Do([&folder](EditSession& session, Consent) { return SetDestination(session, folder); });
   }
-  if (!MayAuthor(document.Session(), document.Speaks())) {
+  if (!MayAuthor(document.Session(), folder, document.Speaks())) {
     return;
   }
   AuthorOrder order = OrderOf(parts_.Options, sheet.RulesUsed());

@@ -33,6 +33,16 @@ const QStringList& Bottom() {
   return names;
 }
 
+// Where a tab names the pane its title bar would say the same: it is there while the pane floats.
+void ShowNameOnce(QDockWidget& dock) {
+  dock.setTitleBarWidget(new QWidget(&dock));
+  QObject::connect(&dock, &QDockWidget::topLevelChanged, &dock, [&dock](bool isFloating) {
+    QWidget* const bar = dock.titleBarWidget();
+    dock.setTitleBarWidget(isFloating ? nullptr : new QWidget(&dock));
+    delete bar;
+  });
+}
+
 // What takes the keys first in a pane.
 QWidget* FirstControl(QWidget& pane) {
   if (pane.focusPolicy() != Qt::NoFocus) {
@@ -55,7 +65,8 @@ QWidget* FirstControl(QWidget& pane) {
 PaneLayout::PaneLayout(QMainWindow& window, WindowParts& parts, QWidget* empty)
     : QObject(&window), window_(window), middle_(new QStackedWidget) {
   window_.setDockNestingEnabled(true);
-  window_.setDockOptions(window_.dockOptions() | QMainWindow::AllowNestedDocks);
+  window_.setDockOptions(window_.dockOptions() | QMainWindow::AllowNestedDocks |
+                         QMainWindow::GroupedDragging);
   window_.setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
   window_.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
   window_.setCorner(Qt::BottomRightCorner, Qt::BottomDockWidgetArea);
@@ -96,6 +107,9 @@ void PaneLayout::Add(const QString& name, QWidget* pane, Qt::DockWidgetArea area
   dock->setAccessibleName(dock->windowTitle());
   pane->setAccessibleName(dock->windowTitle());
   dock->setWidget(pane);
+  if (area == Qt::BottomDockWidgetArea) {
+    ShowNameOnce(*dock);
+  }
   window_.addDockWidget(area, dock);
   order_ << name;
   panes_[name] = pane;
