@@ -214,10 +214,13 @@ Outcome AimButton(EditSession& session, std::size_t track, const ButtonPlace& bu
   }
   Change change(session, "Button Command");
   for (const CommandPlace& place : places) {
+    if (FindCommand(session.Work(), place) == nullptr) {
+      continue;  // a cell that says nothing, beside one that speaks
+    }
     const auto text = TextLeadingTo(session.Work(), session.RulesInForce(), place.Key, target);
     if (!text) {
-      return Outcome::Refused(
-          MessageOf(message::ButtonCannotLead, place.Key, NameOfElement(session.Work(), target), place.Key));
+      return Outcome::Refused(MessageOf(message::ButtonCannotLead, place.Key,
+                                        NameOfElement(session.Work(), target), place.Key));
     }
     if (Outcome set = SetCommand(session, place, *text); !set.IsDone()) {
       return set;
