@@ -1,6 +1,7 @@
 #include "window/cell_editor.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLabel>
@@ -163,7 +164,7 @@ bool CellEditor::eventFilter(QObject* object, QEvent* event) {
 
 void CellEditor::Finish(QLineEdit& line, EndEditHint hint) {
   const QPointer<QLineEdit> open(&line);
-  if (Commit(line) && open != nullptr) {
+  if (Commit(line) && open != nullptr && line.isVisible()) {
     emit closeEditor(&line, hint);
   }
 }
@@ -175,7 +176,12 @@ void CellEditor::paint(QPainter* painter, const QStyleOptionViewItem& option,
     QStyledItemDelegate::paint(painter, option, index);
     return;
   }
-  QStyledItemDelegate::paint(painter, option, QModelIndex());
+  QStyleOptionViewItem without = option;
+  initStyleOption(&without, index);
+  without.text.clear();
+  const QWidget* const table = option.widget;
+  (table != nullptr ? table->style() : QApplication::style())
+      ->drawControl(QStyle::CE_ItemViewItem, &without, painter, table);
   const int side = option.fontMetrics.height();
   QRect box(option.rect.left() + side / 4, option.rect.center().y() - side / 2, side, side);
   for (const QVariant& swatch : swatches) {

@@ -30,7 +30,9 @@ void CellTable::SetEmptyWords(const QString& words) {
 void CellTable::SetWidths(const QStringList& samples, int widest) {
   for (int column = 0; column < samples.size(); ++column) {
     if (!samples[column].isEmpty()) {
-      const int width = std::max(fontMetrics().horizontalAdvance(samples[column]),
+      QFont bold = font();  // as a row can be that is marked
+      bold.setBold(true);
+      const int width = std::max(QFontMetrics(bold).horizontalAdvance(samples[column]),
                                  horizontalHeader()->sectionSizeHint(column));
       setColumnWidth(column, width + fontMetrics().averageCharWidth() * 2);
     }

@@ -58,6 +58,7 @@ void ChaptersPane::Build() {
   for (const ActionId id : {ActionId::NewChapter, ActionId::ImportChapters, ActionId::MoveChapters}) {
     auto* const button = new QToolButton;
     button->setDefaultAction(parts_.Commands.Of(id));
+    button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     button->setFocusPolicy(Qt::TabFocus);
     tools->addWidget(button);
   }

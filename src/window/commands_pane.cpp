@@ -37,6 +37,7 @@ void CommandsPane::Build() {
   for (const ActionId id : {ActionId::InsertCommand, ActionId::MoveCommandUp, ActionId::MoveCommandDown}) {
     auto* const button = new QToolButton;
     button->setDefaultAction(parts_.Commands.Of(id));
+    button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     button->setFocusPolicy(Qt::TabFocus);
     tools->addWidget(button);
   }

@@ -205,4 +205,5 @@ void FilmsPage::dropEvent(QDropEvent* event) {
 
 }  // namespace quorvelant
 
+// The header has no source of its own name, by which it would be found.
 #include "moc_film_pages.cpp"

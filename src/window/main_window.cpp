@@ -1,5 +1,6 @@
 #include "window/main_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QLabel>
@@ -13,6 +14,7 @@
 
 #include "desk/edit_options.h"
 #include "desk/new_project.h"
+#include "model/keys.h"
 #include "model/walk.h"
 #include "platform/platform_pictures.h"
 #include "ui/media_import.h"
@@ -198,12 +200,28 @@ void MainWindow::Connect() {
           [this](const QString& words) { private_->Layout->SetTab(QStringLiteral("Problems"), words); });
   connect(problems, &ProblemsPane::Asked, this,
           [this] { private_->Layout->GoTo(QStringLiteral("Problems")); });
+  connect(its.Files, &ProjectFiles::Opened, this, &MainWindow::ChooseFirst);
+  connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+    if (state == Qt::ApplicationActive) {  // files may have come or gone meanwhile
+      ProjectHealth::Of(private_->Doc).LookAgain();
+    }
+  });
   connect(&its.Chosen, &Selection::KeyChanged, its.Commands, &Actions::Refresh);
   connect(&its.View, &Viewer::StateMoved, its.Commands, &Actions::Refresh);
   connect(its.Start, &StartPage::Chosen, this, [this](const QString& file) { Open({file.toStdString()}); });
   connect(&its.Files->Recent(), &RecentFiles::Changed, this,
           [this] { private_->Start->SetRecent(private_->Files->Recent().Files()); });
   its.Start->SetRecent(its.Files->Recent().Files());
+}
+
+// So that there is something to look at.
+void MainWindow::ChooseFirst() {
+  const Tracks& tracks = private_->Doc.Work().Tracks;
+  for (std::size_t i = 0; i < tracks.Count() && private_->Chosen.Key().empty(); ++i) {
+    if (!tracks[i].Removed) {
+      private_->Chosen.Choose(TrackKey(i));
+    }
+  }
 }
 
 void MainWindow::ShowState() {

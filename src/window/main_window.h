@@ -43,6 +43,7 @@ class MainWindow : public QMainWindow {
   void HandleHistory();
   void Connect();
   void ShowState();
+  void ChooseFirst();
   void RestoreState();
   void KeepState() const;
   [[nodiscard]] bool MayStopJobs();

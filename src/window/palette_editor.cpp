@@ -39,23 +39,28 @@ PaletteEditor::PaletteEditor(WindowParts& parts, QWidget* parent)
   color_->setAccessibleName(tr("Colour"));
   auto* const grid = new QGridLayout(this);
   grid->setContentsMargins(0, 0, 0, 0);
-  grid->addWidget(palettes_, 0, 0, 1, InRow - 2);
+  grid->addWidget(palettes_, 0, 0);
   auto* const add = new QToolButton;
   add->setDefaultAction(parts_.Commands.Of(ActionId::NewPalette));
   add->setFocusPolicy(Qt::TabFocus);
-  grid->addWidget(add, 0, InRow - 2, 1, 2);
+  add->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  grid->addWidget(add, 0, 1);
+  auto* const colors = new QGridLayout;
   for (int i = 0; i < PaletteSize; ++i) {
     auto* const swatch = new QToolButton;
     swatch->setCheckable(true);
     swatch->setFocusPolicy(Qt::StrongFocus);
     swatches_.addButton(swatch, i);
-    grid->addWidget(swatch, 1 + i / InRow, i % InRow);
+    colors->addWidget(swatch, i / InRow, i % InRow);
   }
   swatches_.button(0)->setChecked(true);
-  grid->addWidget(color_, 3, 0, 1, InRow - 2);
+  colors->setColumnStretch(InRow, 1);
+  grid->addLayout(colors, 1, 0, 1, 2);
+  grid->addWidget(color_, 2, 0);
   auto* const choose = new QPushButton(tr("Choose…"));
   choose->setAccessibleName(tr("Choose the colour"));
-  grid->addWidget(choose, 3, InRow - 2, 1, 2);
+  grid->addWidget(choose, 2, 1);
+  grid->setColumnStretch(0, 1);
 
   connect(palettes_, &QComboBox::activated, this, [this] { Fill(); });
   connect(&swatches_, &QButtonGroup::idClicked, this, [this] { ShowColor(); });

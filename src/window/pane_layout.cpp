@@ -1,7 +1,9 @@
 #include "window/pane_layout.h"
 
 #include <QApplication>
+#include <QTabBar>
 #include <QTabWidget>
+#include <QVBoxLayout>
 
 #include "window/buttons_pane.h"
 #include "window/chapters_pane.h"
@@ -106,7 +108,14 @@ void PaneLayout::Add(const QString& name, QWidget* pane, Qt::DockWidgetArea area
   dock->setObjectName(name);
   dock->setAccessibleName(dock->windowTitle());
   pane->setAccessibleName(dock->windowTitle());
-  dock->setWidget(pane);
+  auto* const holder = new QWidget;
+  auto* const rows = new QVBoxLayout(holder);
+  rows->setContentsMargins({});
+  rows->addWidget(pane);
+  dock->setWidget(holder);
+  // Behind another tab a dock lies outside the window and still counts as shown: readers of the screen would
+  // find what nobody sees.
+  connect(dock, &QDockWidget::visibilityChanged, pane, &QWidget::setVisible);
   if (area == Qt::BottomDockWidgetArea) {
     ShowNameOnce(*dock);
   }
@@ -229,6 +238,10 @@ void PaneLayout::Reset() {
   } else {
     place(QStringLiteral("Properties"), Qt::RightDockWidgetArea);
     stack(tables, Tables());
+  }
+  // They come before the docks that they name.
+  for (QTabBar* bar : window_.findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) {
+    bar->lower();
   }
   const int line = window_.fontMetrics().height();
   window_.resizeDocks({docks_[QStringLiteral("Media")]}, {(isNarrow_ ? 16 : 20) * line}, Qt::Horizontal);

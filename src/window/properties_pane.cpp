@@ -69,6 +69,7 @@ PropertiesPane::PropertiesPane(WindowParts& parts, QWidget* parent)
       parts_(parts),
       title_(new QLabel),
       area_(new QScrollArea),
+      form_(new QWidget),
       palettes_(new PaletteEditor(parts)) {
   setAccessibleName(tr("Properties"));
   title_->setWordWrap(true);
@@ -81,7 +82,14 @@ PropertiesPane::PropertiesPane(WindowParts& parts, QWidget* parent)
   auto* const whole = new QVBoxLayout(this);
   whole->addWidget(title_);
   whole->addWidget(area_, 1);
-  whole->addWidget(box);
+  // One below the other, so that a low window scrolls over both.
+  auto* const content = new QWidget;
+  inside_ = new QVBoxLayout(content);
+  inside_->setContentsMargins(0, 0, 0, 0);
+  inside_->addWidget(form_);
+  inside_->addStretch(1);
+  inside_->addWidget(box);
+  area_->setWidget(content);
   connect(&parts_.Chosen, &Selection::KeyChanged, this, &PropertiesPane::FollowKey);
   connect(&parts_.Doc, qOverload<const ChangeEvent&>(&Document::Changed), this, &PropertiesPane::Follow);
   FollowKey();
@@ -152,11 +160,11 @@ void PropertiesPane::BuildForm(const std::vector<ElementField>& fields) {
     form->addRow(words);
   }
   // A control of the old form may be the one that speaks right now.
-  if (QWidget* const old = area_->takeWidget()) {
-    old->hide();
-    old->deleteLater();
-  }
-  area_->setWidget(content);
+  delete inside_->replaceWidget(form_, content);
+  form_->hide();
+  form_->setParent(nullptr);
+  form_->deleteLater();
+  form_ = content;
 }
 
 void PropertiesPane::ShowFields(const std::vector<ElementField>& fields) {

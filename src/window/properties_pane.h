@@ -10,6 +10,7 @@
 
 class QLabel;
 class QScrollArea;
+class QVBoxLayout;
 
 namespace quorvelant {
 
@@ -35,6 +36,8 @@ class PropertiesPane : public QWidget {
   WindowParts& parts_;
   QLabel* title_;
   QScrollArea* area_;
+  QWidget* form_;
+  QVBoxLayout* inside_ = nullptr;
   PaletteEditor* palettes_;
   std::string key_;
   std::vector<std::string> names_;  // of the fields in the form

@@ -75,6 +75,7 @@ void SubtitlesPane::Build() {
   for (const ActionId id : {ActionId::NewSubtitle, ActionId::ReplaceBitmap}) {
     auto* const button = new QToolButton;
     button->setDefaultAction(parts_.Commands.Of(id));
+    button->setToolButtonStyle(Qt::ToolButtonTextOnly);
     button->setFocusPolicy(Qt::TabFocus);
     tools->addWidget(button);
   }
@@ -128,6 +129,16 @@ void SubtitlesPane::HandleActions() {
       ActionId::NewSubtitle, [this] { AddHere(); }, [this] { return parts_.View.TrackIndex().has_value(); });
   actions.Handle(
       ActionId::ReplaceBitmap, [this] { ReplaceHere(); }, [this] { return Stream() != nullptr; });
+  for (const ActionId id : {ActionId::FirstSubtitle, ActionId::PreviousSubtitle, ActionId::NextSubtitle,
+                            ActionId::LastSubtitle}) {
+    connect(actions.Of(id), &QAction::triggered, this, &SubtitlesPane::GoToShown, Qt::QueuedConnection);
+  }
+  connect(&parts_.Chosen, &Selection::WentTo, this, [this](const GoToPlace& place) {
+    if (place.SubEntry) {
+      FollowKey();
+      table_->GoToRow(static_cast<int>(*place.SubEntry));
+    }
+  });
 }
 
 const SubtitleStream* SubtitlesPane::Stream() const {

@@ -17,11 +17,11 @@ std::int64_t FramesIn(const QString& text, std::int64_t former, int framesPerSec
     }
   }
   QStringList fields = trimmed.split(u':');
-  while (fields.size() < 4) {
+  while (fields.size() < 4 && !trimmed.isEmpty()) {
     fields.prepend(QStringLiteral("00"));
   }
   for (QString& field : fields) {
-    field = field.rightJustified(2, u'0');
+    field = field.isEmpty() ? field : field.rightJustified(2, u'0');
   }
   const nlohmann::json value = fields.join(u':').toStdString();
   return FrameOf(JsonField("time", value), framesPerSecond);

@@ -10,6 +10,7 @@
 #include "edit/messages.h"
 #include "edit/segments.h"
 #include "film_track.h"
+#include "model/keys.h"
 #include "model/walk.h"
 
 namespace quorvelant {

@@ -16,6 +16,7 @@ Project Sample() {
   MakeDefaultStructure(project);
   PG_P& program = FindPgc(project.Disc, "VTS1.TITLE1.PGC1")->PG.Add({});
   program.PGName = "Part one";
+  program.Cell.Add({}).CellName = "Cell one";
   FindTitle(project.Disc, "VTS1.TITLE1")->PGC.Add(MakePgc("Film 2", 2, 0, 1, "VTS1.TITLE1.PGC2"));
   return project;
 }
