@@ -262,10 +262,6 @@ void EditSession::MarkUnsaved() {
   state_->SavedContent = ++state_->LastContent;
 }
 
-void EditSession::Configure(EditOptions options) {
-  state_->Chosen = std::move(options);
-}
-
 void EditSession::Listen(EditListener& listener) {
   state_->Listeners.push_back(&listener);
 }

@@ -104,8 +104,6 @@ class EditSession {
   void MarkSaved(std::string file, std::string script);
   // Nothing that the content could be undone to is saved: it was given up before, or its sources moved.
   void MarkUnsaved();
-  // The user has other wishes from now on.
-  void Configure(EditOptions options);
 
   void Listen(EditListener& listener);
   void Leave(EditListener& listener);

@@ -12,6 +12,7 @@
 #include "edit/auto_route.h"
 #include "edit/button_aims.h"
 #include "edit/change.h"
+#include "edit/messages.h"
 #include "model/highlight_groups.h"
 #include "model/keys.h"
 #include "subpicture/spu_timing.h"
@@ -368,7 +369,7 @@ bool ButtonBoard::Rename(std::size_t button, const std::string& name) {
   const bool isTaken =
       std::ranges::any_of(wanted, [&](const WantedButton& one) { return one.Button.Name == text; });
   if (isTaken || text.find_first_of("\r\n") != std::string::npos) {
-    document_.Speaks().Tell(MessageOf(message::ButtonNameUnfit, HighStreamKey(*viewer_.TrackIndex()), text));
+    document_.Speaks().Tell(MessageOf(message::ButtonNameTaken, HighStreamKey(*viewer_.TrackIndex()), text));
     return false;
   }
   const std::string former = std::exchange(wanted[button].Button.Name, text);

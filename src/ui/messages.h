@@ -28,8 +28,6 @@ inline constexpr MessageKind FolderFilesPassedOver{"folder-files-passed-over", S
 
 inline constexpr MessageKind ButtonTooSmall{"button-too-small", Severity::Error, "New Button Error",
                                             "A button is more than 2 pixels wide and high"};
-inline constexpr MessageKind ButtonNameUnfit{"button-name-unfit", Severity::Error, "Rename Button",
-                                             "\"{}\" is the name of another button, or has two lines"};
 // The bitmap under buttons, and why.
 inline constexpr MessageKind ButtonShadeUnwritten{
     "button-shade-unwritten", Severity::Error, "New Button Error",

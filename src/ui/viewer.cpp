@@ -58,11 +58,12 @@ bool LeadsTo(const Track& track, ViewMode view, std::size_t stream) {
 
 class Viewer::Private {
  public:
-  Private(Viewer& viewer, Document& document, Selection& selection, Jobs& jobs)
+  Private(Viewer& viewer, Document& document, Selection& selection, Jobs& jobs, PictureLoader& pictures)
       : Doc(document),
         Chosen(selection),
         Work(jobs),
         Worker(
+            pictures,
             [this, &viewer](std::uint64_t number, PictureList list) {
               QMetaObject::invokeMethod(
                   &viewer,
@@ -122,8 +123,8 @@ class Viewer::Private {
   PictureWorker Worker;
 };
 
-Viewer::Viewer(Document& document, Selection& selection, Jobs& jobs, QObject* parent)
-    : QObject(parent), private_(std::make_unique<Private>(*this, document, selection, jobs)) {
+Viewer::Viewer(Document& document, Selection& selection, Jobs& jobs, PictureLoader& pictures, QObject* parent)
+    : QObject(parent), private_(std::make_unique<Private>(*this, document, selection, jobs, pictures)) {
   connect(&document, qOverload<const ChangeEvent&>(&Document::Changed), this, &Viewer::Follow);
   connect(&selection, &Selection::TrackChanged, this, [this] { Show(private_->Chosen.Track()); });
   connect(&selection, &Selection::KeyChanged, this, &Viewer::FollowKey);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "edit/track_viewer.h"
+#include "picture/picture_loader.h"
 #include "subpicture/unit_reader.h"
 #include "ui/document.h"
 #include "ui/jobs.h"
@@ -23,7 +24,9 @@ namespace quorvelant {
 class Viewer : public QObject {
   Q_OBJECT
  public:
-  Viewer(Document& document, Selection& selection, Jobs& jobs, QObject* parent = nullptr);
+  // `pictures` is called from another thread.
+  Viewer(Document& document, Selection& selection, Jobs& jobs, PictureLoader& pictures,
+         QObject* parent = nullptr);
   ~Viewer() override;
 
   // Nothing while no track is shown.

@@ -129,9 +129,11 @@ void AuthorSheet::ShowHealth() {
                                        : tr("Still looking"));
 }
 
-AuthorAction::AuthorAction(WindowParts& parts, std::function<const DiscMedium&()> medium, QWidget& window)
+AuthorAction::AuthorAction(WindowParts& parts, ProjectFiles& files, std::function<const DiscMedium&()> medium,
+                           QWidget& window)
     : QObject(&window), parts_(parts), medium_(std::move(medium)), window_(window) {
-  parts_.Commands.Handle(ActionId::Author, [this] { Ask(); });
+  // Of a project that is being read or made, not of the one before.
+  parts_.Commands.Handle(ActionId::Author, [this, &files] { files.WhenSettled([this] { Ask(); }); });
 }
 
 void AuthorAction::Ask() {

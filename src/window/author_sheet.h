@@ -11,6 +11,7 @@
 #include "base/rules.h"
 #include "ui/disc_media.h"
 #include "ui/project_health.h"
+#include "window/project_files.h"
 #include "window/window_parts.h"
 
 namespace quorvelant {
@@ -43,7 +44,8 @@ class AuthorSheet : public QDialog {
 class AuthorAction : public QObject {
   Q_OBJECT
  public:
-  AuthorAction(WindowParts& parts, std::function<const DiscMedium&()> medium, QWidget& window);
+  AuthorAction(WindowParts& parts, ProjectFiles& files, std::function<const DiscMedium&()> medium,
+               QWidget& window);
 
  signals:
   void Began();

@@ -26,21 +26,16 @@ void FilmWizard::accept() {
   if (!files_.MayLeave()) {
     return;
   }
-  const auto made = std::make_shared<std::optional<OpenedProject>>();
   const DiscMaking making{menus_->Order(), EditOptionsOf(parts_.Options), parts_.CacheFolder,
                           parts_.Pictures};
   const std::uint64_t revision = parts_.Doc.Revision();
-  parts_.Work.Start(
+  files_.Load(
       "New disc from films",
-      [made, making, path = menus_->ProjectFile()](UserInterface& ui) {
-        *made = MakeProject(making, path, ui);
-        return made->has_value() ? Job::Verdict{Job::State::Done, "Made " + path}
-                                 : Job::Verdict{Job::State::Failed, "Not made"};
-      },
-      [made, revision, &parts = parts_, &files = files_](const Job& /*job*/) {
-        if (*made && (parts.Doc.Revision() == revision || files.MayLeave())) {
-          files.Recent().Add((*made)->File);
-          files.Take(*std::move(*made), false);
+      [making, path = menus_->ProjectFile()](UserInterface& ui) { return MakeProject(making, path, ui); },
+      [revision, &parts = parts_, &files = files_](OpenedProject made) {
+        files.Recent().Add(made.File);
+        if (parts.Doc.Revision() == revision || files.MayLeave()) {
+          files.Take(std::move(made), false);
         }
       });
   QWizard::accept();

@@ -62,7 +62,7 @@ FilmsPage::FilmsPage(WindowParts& parts, FilmOrder& order)
   tree_->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::DoubleClicked);
   refusals_->setWordWrap(true);
   refusals_->setTextFormat(Qt::PlainText);
-  auto* const add = new QPushButton(tr("Add Files…"));
+  auto* const add = new QPushButton(tr("&Add Files…"));
   auto* const buttons = new QVBoxLayout;
   for (QPushButton* button : {add, remove_, up_, down_}) {
     button->setAutoDefault(false);

@@ -43,7 +43,7 @@ class MainWindow : public QMainWindow {
   void HandleHistory();
   void Connect();
   void ShowState();
-  void TakeIn(const std::vector<std::string>& files);
+  void ChooseFirst();
   void RestoreState();
   void KeepState() const;
   [[nodiscard]] bool MayStopJobs();

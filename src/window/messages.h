@@ -15,9 +15,6 @@ inline constexpr MessageKind LeftWorkFound{"left-work-found", Severity::Warning,
                                            "The program broke off with unsaved changes to {}, kept at {}"};
 inline constexpr MessageKind ProjectChangedOnDisk{"project-changed-on-disk", Severity::Warning, "Project",
                                                   "'{}' was changed by another program"};
-inline constexpr MessageKind SettingsNotWritten{
-    "settings-not-written", Severity::Warning, "Settings",
-    "The settings cannot be written to '{}': they hold until the window closes"};
 inline constexpr MessageKind FilesLocated{"files-located", Severity::Information, "Files",
                                           "Files found: {}; still missing: {}"};
 

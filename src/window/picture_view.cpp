@@ -113,32 +113,12 @@ void PaintArrow(QPainter& painter, const QPointF& from, const QPointF& to, doubl
   painter.fillPath(tip, painter.pen().color());
 }
 
-QPointF SideOf(const QRectF& box, LinkDirection direction) {
-  switch (direction) {
-    case LinkDirection::Left:
-      return {box.left(), box.center().y() - box.height() / 6};
-    case LinkDirection::Right:
-      return {box.right(), box.center().y() + box.height() / 6};
-    case LinkDirection::Up:
-      return {box.center().x() - box.width() / 6, box.top()};
-    case LinkDirection::Down:
-      break;
-  }
-  return {box.center().x() + box.width() / 6, box.bottom()};
-}
-
-LinkDirection Opposite(LinkDirection direction) {
-  switch (direction) {
-    case LinkDirection::Left:
-      return LinkDirection::Right;
-    case LinkDirection::Right:
-      return LinkDirection::Left;
-    case LinkDirection::Up:
-      return LinkDirection::Down;
-    case LinkDirection::Down:
-      break;
-  }
-  return LinkDirection::Up;
+// Where an arrow of a direction leaves a box, or enters it: those there and back run beside each other.
+QPointF SideOf(const QRectF& box, LinkDirection direction, bool leaves) {
+  const QPoint step = StepOf(direction);
+  const QPointF aside(-step.y() * box.width() / 8, step.x() * box.height() / 8);
+  const QPointF way(step.x() * box.width() / 2, step.y() * box.height() / 2);
+  return box.center() + aside + (leaves ? way : -way);
 }
 
 }  // namespace
@@ -348,8 +328,8 @@ void PictureView::PaintLinks(QPainter& painter, const PictureGeometry& geometry)
       if (!to || *to == i) {
         continue;
       }
-      const QPointF from = SideOf(geometry.ToSpace(*board_.AreaOf(i)), direction);
-      const QPointF end = SideOf(geometry.ToSpace(*board_.AreaOf(*to)), Opposite(direction));
+      const QPointF from = SideOf(geometry.ToSpace(*board_.AreaOf(i)), direction, true);
+      const QPointF end = SideOf(geometry.ToSpace(*board_.AreaOf(*to)), direction, false);
       painter.setPen(QPen(QColor(0, 0, 0, 160), 4));
       PaintArrow(painter, from, end, HandleSize());
       painter.setPen(QPen(palette().color(QPalette::Highlight).lighter(150), 2));

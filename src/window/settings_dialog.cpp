@@ -11,8 +11,8 @@
 #include "base/text.h"
 #include "base/timecode.h"
 #include "desk/edit_options.h"
+#include "desk/messages.h"
 #include "ui/shown_text.h"
-#include "window/messages.h"
 
 namespace quorvelant {
 
@@ -77,7 +77,7 @@ void SettingsDialog::done(int result) {
     parts_.Options = settings;
     parts_.Doc.Session().SetOptions(EditOptionsOf(settings));
     if (parts_.SettingsPath.empty() || !WriteSettings(parts_.SettingsPath, settings)) {
-      parts_.Doc.Speaks().Tell(MessageOf(message::SettingsNotWritten, {}, parts_.SettingsPath));
+      parts_.Doc.Speaks().Tell(MessageOf(message::SettingsNotWritten, parts_.SettingsPath));
     }
   }
   QDialog::done(result);

@@ -48,10 +48,10 @@ class PaneBench {
   Document Doc{{}, {}, Speaks};
   Selection Chosen{Doc};
   Jobs Work{Speaks};
-  Viewer View{Doc, Chosen, Work};
+  std::unique_ptr<PictureService> Pictures = MakePlatformPictures();
+  Viewer View{Doc, Chosen, Work, *Pictures};
   QWidget Host;
   Actions Commands{&Host};
-  std::unique_ptr<PictureService> Pictures = MakePlatformPictures();
   Settings Options;
   WindowParts Parts{Doc, Chosen, View, Work, Commands, Answers, *Pictures, Options, {}, {}, {}, {}};
   std::string Told;  // the codes of all messages

@@ -68,8 +68,8 @@ TEST_P(DesktopFiles, PassTheirJudge) {
   fs::create_directories(folder / "mime/packages");
   fs::copy(DataFile(".xml"), folder / "mime/packages/quorvelant.xml");
   EXPECT_EQ(RunShell(fmt::format("cd '{}' && {}", folder.Path().string(),
-                            fmt::format(fmt::runtime(GetParam().Command),
-                                        SourceFile(fmt::format("data/{}", ApplicationId))))),
+                                 fmt::format(fmt::runtime(GetParam().Command),
+                                             SourceFile(fmt::format("data/{}", ApplicationId))))),
             0);
 }
 
@@ -79,28 +79,6 @@ INSTANTIATE_TEST_SUITE_P(
                     Judge{"appstreamcli", "appstreamcli validate --no-net '{}.metainfo.xml' >/dev/null"},
                     Judge{"update-mime-database",
                           "update-mime-database mime && grep -q '50:.*:\\*.qvp' mime/globs2 && : '{}'"}));
-
-// The programs start from where they are installed, and the module for pictures and the example are found.
-TEST(Installation, WorksWhereItIsPut) {
-  const TempFolder folder;
-  const std::string root = folder.Path().string();
-  ASSERT_EQ(RunShell(fmt::format("cmake --install '{}' --prefix '{}/usr' >'{}/log'", BuildFile(""), root, root)),
-            0);
-  const std::string bin = root + "/usr/bin";
-  EXPECT_EQ(RunShell(fmt::format("cd '{0}' && '{1}/quorvelant' author usr/share/quorvelant/examples/demo.qvp "
-                            "-o disc --quiet --no-sync && '{1}/quorvelant-window' --version >version",
-                            root, bin)),
-            0);
-  EXPECT_EQ(TempFolder::Read(folder / "version"), fmt::format("quorvelant-window {}\n", ProgramVersion()));
-  for (const char* const file :
-       {"man/man1/quorvelant.1", "man/man1/quorvelant-window.1", "bash-completion/completions/quorvelant",
-        "applications/org.quorvelant.Quorvelant.desktop", "metainfo/org.quorvelant.Quorvelant.metainfo.xml",
-        "mime/packages/org.quorvelant.Quorvelant.xml", "doc/quorvelant/manual/index.md",
-        "icons/hicolor/48x48/apps/org.quorvelant.Quorvelant.png",
-        "icons/hicolor/scalable/mimetypes/application-x-quorvelant-project.svg"}) {
-    EXPECT_GT(fs::file_size(folder / ("usr/share/" + std::string(file))), 100U) << file;
-  }
-}
 
 TEST(WindowArguments, AreFilesButForOptions) {
   EXPECT_THAT(ReadWindowArguments({"a.qvp", "b.m2v", "--", "-odd"}).Files,
