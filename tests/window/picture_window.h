@@ -62,8 +62,8 @@ class PictureWindow {
   Document Doc{{}, {}, Speaks};
   Selection Chosen{Doc};
   Jobs Work{Speaks};
-  Viewer Look{Doc, Chosen, Work};
   std::unique_ptr<PictureService> Pictures = MakePlatformPictures();
+  Viewer Look{Doc, Chosen, Work, *Pictures};
   Settings Options;
   QMainWindow Frame;
   Actions Commands{&Frame};
