@@ -3,7 +3,7 @@
 
 #include <QWizard>
 
-#include "window/film_pages.h"
+#include "window/films_page.h"
 #include "window/project_files.h"
 
 namespace quorvelant {

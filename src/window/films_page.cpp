@@ -1,3 +1,5 @@
+#include "window/films_page.h"
+
 #include <QDragEnterEvent>
 #include <QHeaderView>
 #include <QMimeData>
@@ -8,7 +10,6 @@
 #include "base/silent_ui.h"
 #include "model/cls_dvd.h"
 #include "ui/shown_text.h"
-#include "window/film_pages.h"
 
 namespace quorvelant {
 
@@ -204,6 +205,3 @@ void FilmsPage::dropEvent(QDropEvent* event) {
 }
 
 }  // namespace quorvelant
-
-// The header has no source of its own name, by which it would be found.
-#include "moc_film_pages.cpp"

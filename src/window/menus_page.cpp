@@ -5,7 +5,7 @@
 #include "menu/menu_labels.h"
 #include "menu/menu_themes.h"
 #include "ui/shown_text.h"
-#include "window/film_pages.h"
+#include "window/films_page.h"
 
 namespace quorvelant {
 

@@ -1,7 +1,7 @@
 #include <QHBoxLayout>
 
 #include "desk/edit_options.h"
-#include "window/film_pages.h"
+#include "window/films_page.h"
 
 namespace quorvelant {
 
