@@ -177,7 +177,8 @@ TEST(MissingSources, AreMendedTogether) {
   track.VideoPlays[0].File = "old/film.m2v";
   track.VideoPlays[1].File = "there.m2v";
   track.AudioStreams.resize(1);
-  track.AudioStreams[0].AudioPlays = {{.File = folder / "old/film.ac3"}};
+  track.AudioStreams[0].AudioPlays.resize(1);
+  track.AudioStreams[0].AudioPlays[0].File = folder / "old/film.ac3";
   track.SubStreams.resize(1);
   track.SubStreams[0].SubPlays.resize(2);
   track.SubStreams[0].SubPlays[0].File = "old/subs/1.png";
