@@ -16,6 +16,7 @@
 #include "platform/platform_pictures.h"
 #include "ui/shown_text.h"
 #include "window/boxes.h"
+#include "window/film_wizard.h"
 #include "window/messages.h"
 #include "window/notice_bar.h"
 #include "window/pane_layout.h"
@@ -115,6 +116,7 @@ void FillToolBar(QToolBar& bar, const Actions& actions) {
 MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*this, std::move(setup))) {
   Private& its = *private_;
   its.Files = new ProjectFiles(its.Parts, *its.Notices, *this);
+  FilmWizard::Offer(its.Parts, *its.Files, *this);
   FillMenus(*menuBar(), *its.Commands);
   AddRecentMenu();
   QToolBar* const tools = addToolBar(tr("Tools"));
