@@ -13,10 +13,11 @@ add_library(quorvelant_flags INTERFACE)
 target_compile_options(quorvelant_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion
                                                   -Wshadow -Wnon-virtual-dtor)
 
+option(QUORVELANT_WERROR "Warnings are errors; off where another compiler or other flags build a package" ON)
 set(QUORVELANT_SANITIZE "" CACHE STRING "Sanitizers for every target, e.g. address,undefined")
 if(QUORVELANT_SANITIZE)  # instrumented code raises false warnings, so they are no errors here
   add_compile_options(-fsanitize=${QUORVELANT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${QUORVELANT_SANITIZE})
-else()
+elseif(QUORVELANT_WERROR)
   target_compile_options(quorvelant_flags INTERFACE -Werror)
 endif()

@@ -36,5 +36,6 @@ install(FILES data/icons/application-x-quorvelant-project.svg DESTINATION share/
 install(FILES examples/demo.qvp examples/wizard.toml DESTINATION share/quorvelant/examples)
 install(DIRECTORY examples/media DESTINATION share/quorvelant/examples FILES_MATCHING
         REGEX "\\.(m2v|ac3|png|sst)$")
-install(DIRECTORY docs/ DESTINATION share/doc/quorvelant FILES_MATCHING REGEX "\\.(md|png|jpg)$")
-install(FILES README.md DESTINATION share/doc/quorvelant)
+# As in the checkout, so that links between pages hold.
+install(DIRECTORY docs DESTINATION share/doc/quorvelant FILES_MATCHING REGEX "\\.(md|png|jpg)$")
+install(FILES README.md CHANGELOG.md DESTINATION share/doc/quorvelant)

@@ -107,6 +107,13 @@ std::vector<Message> FaultsOf(const AudioAttributes& audio) {
   return faults;
 }
 
+std::optional<Message> WhyRateDoubtful(const VideoInfo& info) {
+  constexpr int MostKbps = 9800;
+  return info.Coding == "MPEG2" && info.Kbps > MostKbps
+             ? std::optional(MessageOf(message::DeclaredRate, {}, info.Kbps / 1e3))
+             : std::nullopt;
+}
+
 DiscFit JudgeVideo(const VideoProbe& probe) {
   // Of a stream that is cut before its first sequence header the head tells nothing else.
   const bool cut = probe.Info.Coding == "NO" && probe.Info.PicturesSeen > 0 && !probe.StartsWithSequence;
@@ -131,6 +138,9 @@ DiscFit JudgeVideo(const VideoProbe& probe) {
   }
   if (probe.Groups == 0 && probe.Frames() > 1) {
     fit.Notes.emplace_back(NoGroupHeaders);
+  }
+  if (const auto doubt = WhyRateDoubtful(probe.Info)) {
+    fit.Notes.push_back(doubt->Text);
   }
   if (probe.ProgressiveSequence) {
     fit.Notes.emplace_back(ProgressiveSequence);

@@ -1,6 +1,7 @@
 // Whether a disc can carry a source, and if not, why: in the user's words.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,6 +33,9 @@ bool IsDiscSize(std::string_view standard, int width, int height);
 // a place. Empty when one can.
 std::vector<Message> FaultsOf(const VideoInfo& info);
 std::vector<Message> FaultsOf(const AudioAttributes& audio);
+
+// That a header claims a higher rate than a disc's picture may have: without a place, too.
+std::optional<Message> WhyRateDoubtful(const VideoInfo& info);
 
 DiscFit JudgeVideo(const VideoProbe& probe);
 DiscFit JudgeAudio(const AudioAttributes& audio);

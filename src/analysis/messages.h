@@ -25,6 +25,9 @@ inline constexpr MessageKind FrameRate{
     "it runs at {} frames a second, and a disc's video at 25 (PAL) or 29.97 (NTSC)"};
 inline constexpr MessageKind FrameSize{"video-frame-size", Severity::Error, RefusedTitle,
                                        "{} has no frame size {}x{}"};
+inline constexpr MessageKind DeclaredRate{
+    "video-declared-rate", Severity::Warning, RefusedTitle,
+    "its header claims {:.1f} Mbit/s, and a disc's picture has 9.8 at most; most players don't mind"};
 inline constexpr MessageKind ColourSampling{"video-colour-sampling", Severity::Error, RefusedTitle,
                                             "its colours are not sampled 4:2:0"};
 inline constexpr MessageKind VideoAspect{"video-aspect", Severity::Error, RefusedTitle,

@@ -12,6 +12,7 @@
 #include "analysis/picture_index.h"
 #include "analysis/quick_scan.h"
 #include "app/messages.h"
+#include "base/counted.h"
 #include "base/file_text.h"
 
 namespace quorvelant {
@@ -64,9 +65,9 @@ bool IndexOne(const std::string& file, const IndexCommandOptions& options, Comma
     return false;
   }
   const FileIndex& result = run.Files.front();
-  context.Report(fmt::format("{}: {}, {} frames, {} entries\n",
-                             result.Path.empty() ? IndexName(file) : result.Path, StateText(result.State),
-                             result.Index.TotalFrames, result.Index.Entries.size()));
+  context.Report(fmt::format("{}: {}, {}, {} entr{}\n", result.Path.empty() ? IndexName(file) : result.Path,
+                             StateText(result.State), Counted(result.Index.TotalFrames, "frame"),
+                             result.Index.Entries.size(), result.Index.Entries.size() == 1 ? "y" : "ies"));
   return result.State == IndexState::Built || result.State == IndexState::Reused;
 }
 

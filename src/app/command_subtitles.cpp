@@ -18,6 +18,7 @@
 #include "app/output_file.h"
 #include "app/rules_option.h"
 #include "author/message_recorder.h"
+#include "base/counted.h"
 #include "base/random.h"
 #include "base/rules.h"
 #include "base/text.h"
@@ -143,9 +144,9 @@ int Run(const SubtitlesOptions& options, CommandContext& context) {
   if (!SaveLoaded(project, load, output, ui)) {
     return ExitFailed;
   }
-  context.Report(fmt::format("{} subtitles added to {} ({}) of {}, written to {}\n",
-                             stream.SubPlays.size() - before, stream.StreamName, stream.Language,
-                             track.TrackName, output));
+  context.Report(fmt::format("{} added to {} ({}) of {}, written to {}\n",
+                             Counted(stream.SubPlays.size() - before, "subtitle"), stream.StreamName,
+                             stream.Language, track.TrackName, output));
   return ExitDone;
 }
 

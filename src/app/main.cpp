@@ -11,6 +11,7 @@
 #include "app/command_form.h"
 #include "app/console_ui.h"
 #include "app/switch_form.h"
+#include "app/window_start.h"
 #include "desk/user_folders.h"
 
 // A standard stream that was closed would be the next file that is opened, and what is printed would go into
@@ -28,6 +29,9 @@ int main(int argc, char** argv) {
   using namespace quorvelant;
   OpenClosedStreams();
   const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
+  if (arguments.empty()) {
+    BecomeWindow(ProcessEnvironment);
+  }
   // What the picture decoders would print besides is said by this program's own messages, unless the user's
   // environment asks for it. No other thread runs yet.
   setenv("QT_LOGGING_RULES", "*=false", 0);  // NOLINT(concurrency-mt-unsafe)

@@ -123,8 +123,6 @@ inline constexpr MessageKind NoDestination{"no-destination", Severity::Informati
 inline constexpr MessageKind ScriptNotFound{"script-not-found", Severity::Information, "",
                                             "Unable to find script file: {}"};
 inline constexpr MessageKind CommandErrorRow{"command-error-row", Severity::Error, "", "{}"};
-inline constexpr MessageKind SettingsNotWritten{"settings-not-written", Severity::Warning, "Settings",
-                                                "The settings could not be written"};
 inline constexpr MessageKind DiscComplete{"disc-complete", Severity::Information, "Author Success",
                                           "DVD Authoring Complete"};
 

@@ -14,6 +14,7 @@
 #include "base/random.h"
 #include "base/text.h"
 #include "desk/author_options.h"
+#include "desk/messages.h"
 #include "desk/settings.h"
 #include "desk/version.h"
 

@@ -10,7 +10,8 @@
 namespace quorvelant {
 
 // Why the bitmap at `path`, a path of this system at which there is a file, makes no subtitle: it is no
-// picture, or none of its lines lies within the screen. Nothing where its head does not tell.
+// picture, has more pixels than a screen could show, or none of its lines lies within the screen. Nothing
+// where its head does not tell.
 [[nodiscard]] std::optional<Message> WhyNoSubtitle(const SubPicturePlay& play, const std::string& path,
                                                    const std::string& place, bool ntsc);
 

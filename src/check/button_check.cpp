@@ -33,6 +33,7 @@ class SetCheck {
   void CheckButtonsOf(const HighlightPlay& play);
   void CheckArea(const HighlightButton& button, const HighlightArea& area);
   void CheckNames(const HighlightPlay& play);
+  void CheckValues(const HighlightPlay& play);
   bool ForcedSubtitleShows(const PlaySpan& buttons) const;
 
   template <class... Values>
@@ -102,6 +103,31 @@ void SetCheck::CheckNames(const HighlightPlay& play) {
   }
 }
 
+// What a disc has too few bits for, and a selection that is over before it begins.
+void SetCheck::CheckValues(const HighlightPlay& play) {
+  constexpr std::int32_t MostIndex = 15;
+  constexpr std::int32_t MostOffset = 255;
+  const auto check = [this](std::string_view what, std::int32_t value, std::int32_t most) {
+    if (value < 0 || value > most) {
+      Add(message::ButtonValueBeyond, what, most, value);
+    }
+  };
+  for (const ColorScheme& scheme : play.Schemes) {
+    for (const ColorQuad* quad :
+         {&scheme.SelectionColor, &scheme.SelectionContrast, &scheme.ActionColor, &scheme.ActionContrast}) {
+      for (const std::int32_t value : *quad) {
+        check("a colour or contrast", value, MostIndex);
+      }
+    }
+  }
+  check("the Offset", play.Offset, MostOffset);
+  const std::int64_t start = SpanOf(play, times_.FramesPerSecond).Start;
+  const std::int64_t over = TimecodeToFrames(play.SelectionEndTime, times_.FramesPerSecond);
+  if (over > 0 && over <= start) {
+    Add(message::ButtonSelectionOver, times_.Timecode(start), times_.Timecode(over));
+  }
+}
+
 bool SetCheck::ForcedSubtitleShows(const PlaySpan& buttons) const {
   const bool still = EqualNoCase(track_.TrackType, "Still");
   return std::ranges::any_of(track_.SubStreams, [&](const SubtitleStream& stream) {
@@ -123,7 +149,10 @@ Findings SetCheck::Run() {
     earlier = span;
     CheckButtonsOf(play);
     CheckNames(play);
-    if (!play.Buttons.empty() && !ForcedSubtitleShows(span)) {
+    CheckValues(play);
+    if (play.Buttons.empty()) {
+      Add(message::ButtonSetEmpty);
+    } else if (!ForcedSubtitleShows(span)) {
       Add(message::ButtonsWithoutSubtitle);
     }
   }

@@ -77,12 +77,12 @@ void CheckScene(const Cells& cells, const SceneButtons& scene, const std::string
     findings.push_back(MessageOf(message::CommandsWithoutButton, first.Key, track,
                                  Counted(scene.Buttons, "button"),
                                  Counted(commands.size(), "button command")));
-  } else if (first.ButtonCommands.size() > scene.Sets &&
+  } else if (scene.Buttons > 0 && first.ButtonCommands.size() > scene.Sets &&
              !std::ranges::all_of(first.ButtonCommands,
                                   [](const auto& play) { return LiveCount(play) == 1; })) {
     findings.push_back(MessageOf(message::ButtonCommandsUneven, first.Key, track));
   }
-  for (const Cell_P* cell : cells) {
+  for (const Cell_P* cell : scene.Buttons > 0 ? cells : Cells{}) {
     const Hexes other = CommandsOf(*cell);
     if (!other.empty() && other != commands) {
       findings.push_back(MessageOf(message::ButtonCommandsDiffer, cell->Key, track, first.Key));
@@ -105,10 +105,13 @@ Findings CheckButtonCommands(const Project& project) {
       }
       for (const TrackListRow& row : BuildTrackList(*entry, domain, project.Tracks)) {
         const Track& track = project.Tracks[row.Index];
-        for (const auto& [scene, buttons] : ButtonsByScene(track)) {
-          const auto of = cells.find({row.Index, scene});
-          if (of != cells.end()) {
-            CheckScene(of->second, buttons, track.TrackName, domain, findings);
+        // Buttons may last into later scenes, whose cells repeat their commands to no harm.
+        auto scenes = ButtonsByScene(track);
+        const bool none = scenes.empty();
+        for (auto of = cells.lower_bound({row.Index, 0}); of != cells.end() && of->first.first == row.Index;
+             ++of) {
+          if (none || scenes.contains(of->first.second)) {
+            CheckScene(of->second, scenes[of->first.second], track.TrackName, domain, findings);
           }
         }
       }

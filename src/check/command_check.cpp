@@ -100,10 +100,10 @@ class CommandChecker {
     const Severity beyondPost = stand.In == CommandDomain::FirstPlay ? Severity::Error : Severity::Warning;
     CheckList(stand, stand.Chain.PreCommands, stand.Chain.Key, beyondPre);
     CheckList(stand, stand.Chain.PostCommands, stand.Chain.Key, beyondPost);
-    CheckList(stand, stand.Chain.CellCommands, stand.Chain.Key);
+    CheckSingle(stand, stand.Chain.CellCommands, stand.Chain.Key);
     for (const Cell_P* cell : LiveCells(stand.Chain)) {
       for (const ButtonCommands_P& play : cell->ButtonCommands) {
-        CheckList(stand, play.Commands, cell->Key);
+        CheckSingle(stand, play.Commands, cell->Key);
       }
     }
   }
@@ -112,21 +112,31 @@ class CommandChecker {
     return static_cast<std::size_t>(std::ranges::count(list, false, &VMICommand_P::Deleted));
   }
 
-  void CheckList(const Stand& stand, const CommandList& list, const std::string& key,
-                 Severity beyondLines = Severity::Warning) {
+  void CheckList(const Stand& stand, const CommandList& list, const std::string& key, Severity beyondLines) {
     const std::size_t count = LiveCount(list);
     for (const VMICommand_P& command : list) {
       if (!command.Deleted) {
         Check(stand, command, key);
-        CheckLine(command, count, key, beyondLines);
+        const std::int32_t line = TargetOf(command).Line;
+        TellLine(command, line == 0 ? Missing() : Beyond("line", line, count, "its list"), key, beyondLines);
+      }
+    }
+  }
+
+  // Commands of cells and buttons run one alone.
+  void CheckSingle(const Stand& stand, const CommandList& list, const std::string& key) {
+    for (const VMICommand_P& command : list) {
+      if (!command.Deleted) {
+        Check(stand, command, key);
+        const std::int32_t line = TargetOf(command).Line;
+        const Missing alone = fmt::format("line {} (the command of a cell or a button stands alone)", line);
+        TellLine(command, line == 0 ? Missing() : alone, key, Severity::Warning);
       }
     }
   }
 
   // A line that the list does not have ends it.
-  void CheckLine(const VMICommand_P& command, std::size_t count, const std::string& key, Severity level) {
-    const std::int32_t line = TargetOf(command).Line;
-    const Missing missing = line == 0 ? Missing() : Beyond("line", line, count, "its list");
+  void TellLine(const VMICommand_P& command, const Missing& missing, const std::string& key, Severity level) {
     if (missing) {
       findings_.push_back(MessageOf(message::TargetMissing, fmt::format("{} {}", key, command.Key),
                                     command.FullCommand, *missing));

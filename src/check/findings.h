@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -44,11 +46,9 @@ inline void Append(Findings& findings, Findings more) {
 // The same source is often used by several domains: each finding once.
 [[nodiscard]] inline Findings OnceEach(Findings findings) {
   Findings once;
+  std::unordered_set<std::string> told;
   for (Message& finding : findings) {
-    const bool known = std::ranges::any_of(once, [&finding](const Message& other) {
-      return other.Text == finding.Text && other.Place == finding.Place;
-    });
-    if (!known) {
+    if (told.insert(finding.Place + '\0' + finding.Text).second) {
       once.push_back(std::move(finding));
     }
   }

@@ -304,6 +304,11 @@ inline constexpr MessageKind ButtonNameRepeated{"button-name-repeated", Severity
                                                 R"(two buttons are named "{}": links reach the first)"};
 inline constexpr MessageKind ButtonSchemeUnknown{"button-scheme-unknown", Severity::Warning, ButtonTitle,
                                                  R"(button "{}" has colour scheme {}, and there are 1 to 3)"};
+inline constexpr MessageKind ButtonSetEmpty{
+    "button-set-empty", Severity::Warning, ButtonTitle,
+    "the set has no buttons: it ends the one before it, and players may stumble. Add buttons, or remove it"};
+inline constexpr MessageKind ButtonValueBeyond{"button-value-beyond", Severity::Warning, ButtonTitle,
+                                               "{} is 0 to {}, not {}"};
 inline constexpr MessageKind ButtonAreaUnfit{
     "button-area", Severity::Warning, ButtonTitle,
     R"(button "{}" has no area within the picture ({},{} to {},{}))"};
@@ -314,6 +319,10 @@ inline constexpr MessageKind ButtonsOutsideTrack{"buttons-outside-track", Severi
 inline constexpr MessageKind ButtonsEndPastEnd{
     "buttons-end-past-end", Severity::Warning, ButtonTitle,
     "the buttons last ({}) past the end of the track ({}) and are cut"};
+inline constexpr MessageKind ButtonSelectionOver{"button-selection-over", Severity::Warning, ButtonTitle,
+                                                 "the buttons start ({}) after their Selection End Time "
+                                                 "({}), so players let nobody choose one: give a later "
+                                                 "time, or leave the line out"};
 inline constexpr MessageKind ButtonsOutOfOrder{"buttons-out-of-order", Severity::Error, ButtonTitle,
                                                "the buttons start ({}) before the set ahead of them ({})"};
 inline constexpr MessageKind ButtonsOverlap{

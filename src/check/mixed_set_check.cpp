@@ -42,11 +42,6 @@ bool IsBitmap(const Track& track) {
   return !plays.empty() && IsPicture(plays.front()->File);
 }
 
-// Of films: a bitmap takes the domain's aspect.
-bool IsFullScreen(const Track& track) {
-  return track.Aspect == "4:3" && track.Coding != "MPEG1" && !IsBitmap(track);
-}
-
 std::string KindOf(const AudioStream& stream) {
   const AudioTraits& traits = stream.Traits;
   return stream.Format == "PCM" && traits.ChannelCount > 0
@@ -61,19 +56,30 @@ class DomainChecker {
       : project_(project), entry_(entry), domain_(domain), findings_(findings) {}
 
   void Run() {
-    for (const TrackListRow& row : BuildTrackList(entry_, domain_, project_.Tracks)) {
-      const Track& track = project_.Tracks[row.Index];
-      CheckVideo(track, row.Index);
-      CheckAudio(track, row.Index);
-      if (domain_ == Domain::Title && track.Pan && IsFullScreen(track) && IsFullScreen(*first_[1])) {
-        findings_.push_back(MessageOf(message::AspectUnlikeDomain, TrackKey(row.Index), track.TrackName,
-                                      track.DisplayMode, entry_.Key));
-      }
+    const TrackList list = BuildTrackList(entry_, domain_, project_.Tracks);
+    for (const TrackListRow& row : list) {
+      CheckVideo(project_.Tracks[row.Index], row.Index);
+      CheckAudio(project_.Tracks[row.Index], row.Index);
+    }
+    const bool wide = first_[1] != nullptr && first_[1]->Aspect == "16:9";
+    if (domain_ == Domain::Title && !wide) {
+      CheckPanScan(list);
     }
   }
 
  private:
   [[nodiscard]] std::string_view Here() const { return domain_ == Domain::Menu ? "menus" : "titles"; }
+
+  // A display mode counts for all titles of the set.
+  void CheckPanScan(const TrackList& list) {
+    for (const TrackListRow& row : list) {
+      const Track& track = project_.Tracks[row.Index];
+      if (track.Pan && track.Aspect != "16:9" && track.Coding != "MPEG1") {
+        findings_.push_back(MessageOf(message::AspectUnlikeDomain, TrackKey(row.Index), track.TrackName,
+                                      track.DisplayMode, entry_.Key));
+      }
+    }
+  }
 
   // One finding a track: the first of these that differs.
   void CheckVideo(const Track& track, std::size_t index) {

@@ -186,8 +186,14 @@ Judgement<VideoAttributes> SourceJudge::Video(const SourcePlay& play) {
     judged.Findings.push_back(Refusal(std::move(fault), play, level, hasPictures ? line : ""));
   }
   const bool moves = judged.Seen->Info.PicturesSeen > 1;
-  if (moves && judged.Findings.empty()) {
+  if (!judged.Findings.empty()) {
+    return judged;
+  }
+  if (moves) {
     judged.Findings = JudgeHead(*judged.Seen, play);
+  }
+  if (auto doubt = WhyRateDoubtful(judged.Seen->Info)) {
+    judged.Findings.push_back(Refusal(*std::move(doubt), play, Severity::Warning, line));
   }
   return judged;
 }

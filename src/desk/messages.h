@@ -8,6 +8,8 @@ namespace quorvelant::message {
 inline constexpr MessageKind SettingsNotRead{
     "settings-not-read", Severity::Warning, "Settings",
     "The settings cannot be read, and the built-in ones hold: mend the file or its permissions"};
+inline constexpr MessageKind SettingsNotWritten{"settings-not-written", Severity::Warning, "Settings",
+                                                "The settings could not be written"};
 inline constexpr MessageKind PictureNotIntra{"picture-not-intra", Severity::Error, "Picture",
                                              "there is no picture that stands on its own"};
 // `edit`: a line of it, its fields, and what a run of lines meets.

@@ -84,8 +84,8 @@ Outcome RenameButton(EditSession& session, std::size_t track, const ButtonPlace&
     return Outcome::Done(HighStreamKey(track, place.Set + 1));
   }
   const HighlightPlay& saved = *FindSet(session.Work(), track, place.Set);
-  if (name.empty() || name.find_first_of("\r\n") != std::string::npos || FindButton(saved.Buttons, name)) {
-    return Outcome::Refused(MessageOf(message::ButtonNameUnfit, HighStreamKey(track, place.Set + 1), name));
+  if (name.empty() || name.find_first_of("\r\n\t") != std::string::npos || FindButton(saved.Buttons, name)) {
+    return Outcome::Refused(MessageOf(message::ButtonNameTaken, HighStreamKey(track, place.Set + 1), name));
   }
   EditedSet set = Opened(session.Work(), track, place.Set);
   set.Buttons[place.Button].Button.Name = name;

@@ -13,6 +13,7 @@
 #include "edit/steps.h"
 #include "edit/track_names.h"
 #include "model/keys.h"
+#include "model/walk.h"
 
 namespace quorvelant {
 
@@ -56,6 +57,22 @@ class FileSteps {
 };
 
 }  // namespace
+
+Outcome AddFilmPlay(EditSession& session, std::size_t track, const std::string& file, UserInterface& ui,
+                    Consent consent) {
+  const auto plays = LiveWithIndex(session.Work().Tracks[track].VideoPlays);
+  const bool isFree = !plays.empty() && plays.back().second.File.empty();
+  FileSteps steps(session, "Import Video");
+  const std::string play = steps.Take(file, [&] {
+    return isFree ? Outcome::Done(VideoPlayKey(track, plays.back().first + 1))
+                  : AddPlay(session, VideoListKey(track));
+  });
+  steps.Take(file, [&] { return ImportFile(session, play, file, ui, consent); });
+  if (plays.size() > 1 || !isFree) {
+    steps.Take(file, [&] { return Analyse(session, TrackKey(track), ui, consent); });
+  }
+  return steps.End(play);
+}
 
 Outcome AddFilmAudio(EditSession& session, const std::string& track, const FilmFiles::Stream& audio,
                      UserInterface& ui, Consent consent) {

@@ -2,6 +2,7 @@
 
 // The files of a film become a track.
 
+#include <cstddef>
 #include <string>
 
 #include "base/user_interface.h"
@@ -18,7 +19,12 @@ Outcome AddFilmTrack(EditSession& session, const FilmFiles& film, UserInterface&
 // The same where questions are asked, in one step of the history.
 Outcome AddFilmTrack(EditSession& session, const FilmFiles& film, UserInterface& ui, Consent consent);
 
-// One more stream of a track from a file, with the language that is told; in one step. Gives the stream's key.
+// A file onto the last play of a track where that is empty, otherwise onto a new one; in one step. The length
+// of several videos is that of all.
+Outcome AddFilmPlay(EditSession& session, std::size_t track, const std::string& file, UserInterface& ui,
+                    Consent consent);
+// One more stream of a track from a file, with the language that is told; in one step. Gives the stream's
+// key.
 Outcome AddFilmAudio(EditSession& session, const std::string& track, const FilmFiles::Stream& audio,
                      UserInterface& ui, Consent consent);
 Outcome AddFilmSubtitles(EditSession& session, const std::string& track, const FilmFiles::Stream& subtitles,

@@ -348,8 +348,8 @@ inline constexpr MessageKind RouteNotOffered{
 inline constexpr MessageKind AskDeleteButton{
     "ask-delete-button", Severity::Information, "Delete Button",
     "Would you like to remove this button? (Any button links will need to be repaired manually!)"};
-inline constexpr MessageKind ButtonNameUnfit{
-    "button-name-unfit", Severity::Error, "Button Error",
+inline constexpr MessageKind ButtonNameTaken{
+    "button-name-taken", Severity::Error, "Button Error",
     "\"{}\" cannot be the name: buttons are linked by names of one line, and no two of a set have the same"};
 inline constexpr MessageKind ButtonAreaBeyond{
     "button-area-beyond", Severity::Error, "Button Error",

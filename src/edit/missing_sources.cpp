@@ -6,7 +6,6 @@
 #include <system_error>
 
 #include "base/random.h"
-#include "edit/source_paths.h"
 #include "model/walk.h"
 
 namespace quorvelant {
@@ -50,12 +49,23 @@ std::optional<std::string> NewPlace(const fs::path& file, const fs::path& missin
     return found.string();
   }
   const fs::path below = file.lexically_relative(missing.parent_path());
-  for (const fs::path& tried : {found.parent_path() / below, found.parent_path() / file.filename()}) {
-    if (!below.empty() && IsThere(tried)) {
+  const bool isBelow = !below.empty() && *below.begin() != "..";
+  for (const fs::path& tried :
+       {found.parent_path() / (isBelow ? below : file.filename()), found.parent_path() / file.filename()}) {
+    if (IsThere(tried)) {
       return tried.lexically_normal().string();
     }
   }
   return std::nullopt;
+}
+
+// A name that counted from the project's folder still does.
+std::string AsHeld(const std::string& former, const std::string& place, const std::string& folder) {
+  if (fs::path(SystemPath(former)).is_absolute() || folder.empty()) {
+    return place;
+  }
+  const fs::path relative = fs::path(place).lexically_relative(folder);
+  return relative.empty() ? place : relative.string();
 }
 
 }  // namespace
@@ -80,7 +90,7 @@ std::size_t MendSources(Project& project, const std::string& missing, const std:
     const std::string path = SystemPath(name, folder);
     const auto place = IsThere(path) ? std::nullopt : NewPlace(path, missing, found);
     if (place) {
-      name = PathFrom(project.ScriptFile, *place);
+      name = AsHeld(name, *place, folder);
       if (std::ranges::find(mended, path) == mended.end()) {
         mended.push_back(path);
       }

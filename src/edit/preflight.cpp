@@ -97,7 +97,7 @@ bool EntryPasses(const VTS_P& entry, std::size_t count, const Tracks& tracks, bo
 
 }  // namespace
 
-bool MayAuthor(EditSession& session, UserInterface& ui) {
+bool MayAuthor(EditSession& session, std::string_view destination, UserInterface& ui) {
   if (session.TakeNewCommandErrors() && !Passes(ui, MessageOf(message::AskCommandErrors, {}))) {
     return false;
   }
@@ -112,7 +112,7 @@ bool MayAuthor(EditSession& session, UserInterface& ui) {
   if (dts && !Passes(ui, MessageOf(message::AskDtsLeftOut, {}))) {
     return false;
   }
-  if (project.DestinationFolder.empty() || project.DestinationFolder.starts_with('\\')) {
+  if (destination.empty() || destination.starts_with('\\')) {
     ui.Tell(MessageOf(message::DestinationMissing, {}));
     return false;
   }

@@ -138,6 +138,10 @@ const EditOptions& EditSession::Options() const {
   return state_->Chosen;
 }
 
+void EditSession::SetOptions(EditOptions options) {
+  state_->Chosen = std::move(options);
+}
+
 IndexStore& EditSession::Indexes() {
   return state_->Indexes;
 }
@@ -256,10 +260,6 @@ void EditSession::MarkSaved(std::string file, std::string script) {
 
 void EditSession::MarkUnsaved() {
   state_->SavedContent = ++state_->LastContent;
-}
-
-void EditSession::Configure(EditOptions options) {
-  state_->Chosen = std::move(options);
 }
 
 void EditSession::Listen(EditListener& listener) {

@@ -61,6 +61,8 @@ class EditSession {
   [[nodiscard]] const Project& Work() const;
   [[nodiscard]] const Rules& RulesInForce() const;
   [[nodiscard]] const EditOptions& Options() const;
+  // For operations from now on.
+  void SetOptions(EditOptions options);
   [[nodiscard]] IndexStore& Indexes();
 
   // Whether the content differs from what was last loaded or saved; false again after undo.
@@ -102,8 +104,6 @@ class EditSession {
   void MarkSaved(std::string file, std::string script);
   // Nothing that the content could be undone to is saved: it was given up before, or its sources moved.
   void MarkUnsaved();
-  // The user has other wishes from now on.
-  void Configure(EditOptions options);
 
   void Listen(EditListener& listener);
   void Leave(EditListener& listener);

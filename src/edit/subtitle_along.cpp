@@ -53,15 +53,16 @@ Outcome SetTimesAlong(EditSession& session, const SubtitlePlace& place, const Su
   const Track& track = session.Work().Tracks[place.Track];
   const TrackTimes clock(track);
   const int rate = clock.FramesPerSecond;
+  const bool moves = times.Start != TimecodeToFrames((*entries)[place.Entry].Start, rate);
+  if (moves && place.Entry > 0 && times.Start <= TimecodeToFrames((*entries)[place.Entry - 1].Start, rate)) {
+    return Outcome::Refused(MessageOf(message::SubtitleMeetsEarlier, SubPlayKey(place),
+                                      clock.Timecode(times.Start),
+                                      clock.Timecode(EndIn(*entries, place.Entry - 1, rate))));
+  }
   // Among those before it and itself the usual rules hold.
   const std::span<const SubPicturePlay> head(entries->data(), place.Entry + 1);
   if (auto refusal = RefuseTimes(head, place.Entry, times, {rate, clock.Frames})) {
     return Outcome::Refused(*std::move(refusal));
-  }
-  if (place.Entry > 0 && times.Start <= TimecodeToFrames((*entries)[place.Entry - 1].Start, rate)) {
-    return Outcome::Refused(MessageOf(message::SubtitleMeetsEarlier, SubPlayKey(place),
-                                      clock.Timecode(times.Start),
-                                      clock.Timecode(EndIn(*entries, place.Entry - 1, rate))));
   }
   const std::int64_t by = times.Start + times.Frames - EndIn(*entries, place.Entry, rate);
   if (const std::int64_t last = TimecodeToFrames(entries->back().Start, rate) + by;

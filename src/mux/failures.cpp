@@ -8,6 +8,8 @@
 
 #include "analysis/remedies.h"
 #include "base/counted.h"
+#include "model/keys.h"
+#include "mux/highlights.h"
 #include "mux/messages.h"
 #include "mux/mux_fault.h"
 #include "mux/vobu_decision.h"
@@ -140,6 +142,10 @@ void WarnOfAudioLengths(MuxState& state, std::int64_t endPts) {
                                           static_cast<double>(endPts - VideoStartPts) / 90000));
       continue;
     }
+    if (stream.Input->DelayMs > 1000 * LengthTolerance) {
+      state.Build.Ui.Tell(MessageOf(message::AudioStartsLate, stream.Source.Place(),
+                                    stream.Input->StreamNumber, state.Input.Name, stream.Input->DelayMs));
+    }
     // Silence under stills and slides is usual.
     const bool motion = state.Input.Kind == TrackKind::Motion;
     const double missing = motion ? static_cast<double>(endPts - stream.NextPts) / 90000 : 0;
@@ -150,6 +156,28 @@ void WarnOfAudioLengths(MuxState& state, std::int64_t endPts) {
                                     stream.Source.Place(), stream.Input->StreamNumber, state.Input.Name,
                                     tooLong ? rest : missing));
     }
+  }
+}
+
+void CheckButtonTimes(MuxState& state, std::int64_t endPts) {
+  const auto unshown =
+      UnshownHighlights({state.Vobus, state.Input, state.Build.Rules, VideoStartPts, endPts});
+  if (unshown.empty()) {
+    return;
+  }
+  const std::int64_t startPts = state.Input.Highlights[unshown.front()].StartPts;
+  const auto seconds = [](std::int64_t pts) { return static_cast<double>(pts - VideoStartPts) / 90000; };
+  const bool past = state.Input.Highlights[unshown.back()].StartPts >= endPts;
+  Message told =
+      MessageOf(message::ButtonsNeverShow, TrackKey(static_cast<std::size_t>(state.Input.TrackIndex)),
+                state.Input.Name, unshown.size(), unshown.front() + 1, seconds(startPts),
+                startPts >= endPts ? fmt::format("the picture ends at {:.1f}", seconds(endPts))
+                                   : std::string("a later set begins in the same half second"));
+  if (past) {
+    RefuseOrWarn(state.Build, std::move(told));
+  } else {
+    told.Level = Severity::Warning;
+    state.Build.Ui.Tell(told);
   }
 }
 

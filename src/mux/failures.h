@@ -39,4 +39,7 @@ void WarnOfDamagedSound(const MuxState& state);
 // refuses sound that would start after it.
 void WarnOfAudioLengths(MuxState& state, std::int64_t endPts);
 
+// Refuses buttons that start after the picture's end, and warns of those that a later set hides.
+void CheckButtonTimes(MuxState& state, std::int64_t endPts);
+
 }  // namespace quorvelant

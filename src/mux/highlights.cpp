@@ -151,6 +151,23 @@ std::optional<ShownHighlight> FindHighlight(const NavSource& source, std::size_t
   return shown;
 }
 
+std::vector<std::size_t> UnshownHighlights(const NavSource& source) {
+  const auto& sets = source.Input.Highlights;
+  std::vector<bool> shown(sets.size());
+  for (const VobuRecord& record : source.Records) {
+    if (const MuxHighlight* set = sets.empty() ? nullptr : SetOf(source, record).Set) {
+      shown[static_cast<std::size_t>(set - sets.data())] = true;
+    }
+  }
+  std::vector<std::size_t> unshown;
+  for (std::size_t i = 0; i < sets.size(); ++i) {
+    if (!shown[i]) {
+      unshown.push_back(i);
+    }
+  }
+  return unshown;
+}
+
 void PutHighlight(const ShownHighlight& shown, const std::vector<ButtonGroup>& groups, ByteSpan sector) {
   const MuxHighlight& set = *shown.Set;
   const HighlightPlay& play = *set.Play;

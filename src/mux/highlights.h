@@ -1,6 +1,7 @@
 // HLI: the buttons of a menu, in every navigation pack of the span in which they can be pressed.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -26,6 +27,9 @@ struct ShownHighlight {
 };
 inline constexpr std::uint32_t EndlessHighlight = 0xFFFFFFFF;
 std::optional<ShownHighlight> FindHighlight(const NavSource& source, std::size_t index);
+
+// The sets that no VOBU shows, in order of their times.
+std::vector<std::size_t> UnshownHighlights(const NavSource& source);
 
 // Fills the highlight fields of a navigation pack.
 void PutHighlight(const ShownHighlight& shown, const std::vector<ButtonGroup>& groups, ByteSpan sector);

@@ -125,6 +125,11 @@ inline constexpr MessageKind AudioNeverStarts{
     "audio-never-starts", Severity::Error, AudioLengthTitle,
     "Audio stream {} of track \"{}\" is delayed by {} ms and would start after the picture ends, at {:.1f} "
     "seconds: players offer it, and it stays silent. Lower its Delay, or remove the stream."};
+inline constexpr MessageKind AudioStartsLate{
+    "audio-starts-late", Severity::Warning, AudioLengthTitle,
+    "Audio stream {} of track \"{}\" is delayed by {} ms: some players get out of step where the sound "
+    "starts "
+    "more than a second after the picture. Put silence before the sound instead."};
 inline constexpr MessageKind AudioTooShort{
     "audio-too-short", Severity::Warning, AudioLengthTitle,
     "Audio stream {} of track \"{}\" ends {:.1f} seconds before the picture does."};
@@ -152,6 +157,12 @@ inline constexpr MessageKind SubtitlesOverfill{"subtitles-overfill", Severity::E
                                                "its buffer holds {}. Some of them would not show. Let fewer "
                                                "entries follow each other so closely, or use "
                                                "smaller bitmaps."};
+
+// Buttons: the sets of which no navigation pack tells, and why of the first.
+inline constexpr MessageKind ButtonsNeverShow{
+    "buttons-never-show", Severity::Error, "Button Times",
+    "Track \"{}\": {} of its sets of buttons never show, the first of them entry {}, which starts at {:.1f} "
+    "seconds: {}. Viewers can choose nothing of it: let it start earlier, or remove it."};
 
 // Chapter marks.
 inline constexpr MessageKind MarkOpensNoCell{

@@ -50,6 +50,7 @@ void EndTrack(MuxState& state, VobSetRecords& records) {
   WarnOfDamage(state);
   WarnOfLateArrivals(state);
   WarnOfUnsentUnits(state);
+  CheckButtonTimes(state, endPts);
   WarnOfDamagedSound(state);
   WarnOfAudioLengths(state, endPts);
   ReportMissedMarks(state, state.NextMark, state.Input.Marks.size());

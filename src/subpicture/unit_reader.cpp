@@ -97,10 +97,10 @@ void ReadRow(const UnitBytes& unit, std::size_t& nibble, PixelCode* row, int wid
   while (column < width && nibble / 2 < unit.Bytes.size()) {
     unsigned code = unit.Nibble(nibble++);
     for (const unsigned least : {4U, 16U, 64U}) {
-      code = code < least ? code << 4U | unit.Nibble(nibble++) : code;
       if (code >= least) {
         break;
       }
+      code = code << 4U | unit.Nibble(nibble++);
     }
     const int length = code >> 2U == 0 ? width : static_cast<int>(code >> 2U);
     const int end = std::min(column + length, width);

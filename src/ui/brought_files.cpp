@@ -122,24 +122,6 @@ Outcome TakePicture(EditSession& session, std::string_view type, const std::stri
   return steps.GoOn() ? change.Commit(track) : steps.Refusal();
 }
 
-// Onto the last play of a track's video list where that is empty, otherwise onto a new one.
-Outcome TakePlay(EditSession& session, std::size_t index, const std::string& file, UserInterface& ui,
-                 Consent consent) {
-  Change change(session, "Import Video");
-  Steps steps;
-  const auto plays = LiveWithIndex(session.Work().Tracks[index].VideoPlays);
-  const bool isFree = !plays.empty() && plays.back().second.File.empty();
-  const std::string key = steps.Do([&] {
-    return isFree ? Outcome::Done(VideoPlayKey(index, plays.back().first + 1))
-                  : AddPlay(session, VideoListKey(index));
-  });
-  steps.Do([&] { return ImportFile(session, key, file, ui, consent); });
-  if (plays.size() > 1 || !isFree) {  // the length of all is not known yet
-    steps.Do([&] { return Analyse(session, TrackKey(index), ui, consent); });
-  }
-  return steps.GoOn() ? change.Commit(key) : steps.Refusal();
-}
-
 // Sorts what was brought to the steps that take it.
 class BroughtSorter {
  public:
@@ -209,7 +191,7 @@ class BroughtSorter {
     const std::string held = asHeld_(file);
     if (key_ && TrackAt(key_->Track).TrackType == "SlideShow") {
       Add([track = key_->Track, held](EditSession& session, UserInterface& ui, Consent consent) {
-        return TakePlay(session, track, held, ui, consent);
+        return AddFilmPlay(session, track, held, ui, consent);
       });
     } else {
       Add([name = PathOf(file).stem().string(), held](EditSession& session, UserInterface& ui,

@@ -36,11 +36,11 @@ struct BroughtFiles {
 [[nodiscard]] std::vector<std::string> FilesBelow(const std::vector<std::string>& paths,
                                                   std::vector<Message>& told);
 
-// By the names of files and of what the project has. Videos become tracks, with the streams and chapters whose
-// names begin as theirs; sound, subtitles and chapter lists without a video belong to the track whose video's
-// name theirs begins with; pictures become stills, or slides of a slideshow that is the target. A single file
-// goes onto the play or stream that is the target, where it is of that kind. `asHeld` gives a path as the
-// script holds it.
+// By the names of files and of what the project has. Videos become tracks, with the streams and chapters
+// whose names begin as theirs; sound, subtitles and chapter lists without a video belong to the track whose
+// video's name theirs begins with; pictures become stills, or slides of a slideshow that is the target. A
+// single file goes onto the play or stream that is the target, where it is of that kind. `asHeld` gives a
+// path as the script holds it.
 [[nodiscard]] BroughtFiles SortBrought(const Project& project, const std::vector<std::string>& files,
                                        const BringTarget& target,
                                        const std::function<std::string(const std::string&)>& asHeld);

@@ -70,9 +70,12 @@ std::string Document::SourceFolder() const {
 }
 
 std::string Document::AsScriptHolds(const std::string& path) const {
+  if (session_.File().empty()) {
+    return PathFrom(session_.Work().ScriptFile, path);
+  }
   const std::filesystem::path folder = std::filesystem::absolute(SourceFolder()).lexically_normal();
   const std::filesystem::path relative = std::filesystem::path(path).lexically_relative(folder);
-  const bool isBelow = !session_.File().empty() && !relative.empty() && *relative.begin() != "..";
+  const bool isBelow = !relative.empty() && *relative.begin() != "..";
   return isBelow ? relative.generic_string() : PathFrom(session_.Work().ScriptFile, path);
 }
 

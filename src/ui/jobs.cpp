@@ -113,6 +113,7 @@ void Job::Start(Work work) {
   connect(thread_.get(), &QThread::finished, this, [this, verdict] {
     state_ = verdict->Result;
     words_ = std::move(verdict->Words);
+    folder_ = std::move(verdict->Folder);
     emit Moved();
     emit Ended();
   });

@@ -31,6 +31,7 @@ class Job : public QObject {
   struct Verdict {
     State Result = State::Done;
     std::string Words;
+    std::string Folder = {};  // of the disc that was made; a path of this system
   };
   // Works on copies alone, in its thread; tells, asks and polls for the wish to stop through `ui`.
   using Work = std::function<Verdict(UserInterface& ui)>;
@@ -45,6 +46,7 @@ class Job : public QObject {
   [[nodiscard]] std::optional<std::chrono::seconds> TimeLeft() const;  // of the stage
   [[nodiscard]] const std::vector<Message>& Told() const { return told_; }
   [[nodiscard]] const std::string& Words() const { return words_; }  // of the verdict
+  [[nodiscard]] const std::string& Folder() const { return folder_; }
   [[nodiscard]] bool IsOver() const { return state_ > State::Stopping; }
   void Stop();
 
@@ -64,6 +66,7 @@ class Job : public QObject {
   State state_ = State::Running;
   std::string stage_;
   std::string words_;
+  std::string folder_;
   double done_ = 0;
   double total_ = 0;
   QElapsedTimer sinceStage_;

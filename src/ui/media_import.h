@@ -12,8 +12,8 @@
 
 namespace quorvelant {
 
-// Takes files in; one may be in the middle of it while another begins. Must not outlive the four parts, all of
-// which live as long as the window.
+// Takes files in; one may be in the middle of it while another begins. Must not outlive the four parts, all
+// of which live as long as the window.
 class MediaImport {
  public:
   MediaImport(Document& document, Jobs& jobs, Selection& chosen)

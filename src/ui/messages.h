@@ -15,6 +15,8 @@ inline constexpr MessageKind FileOfNoTrack{"file-of-no-track", Severity::Error, 
                                            "put it on the track, in Media, that it belongs to"};
 inline constexpr MessageKind FileNotHere{"file-not-here", Severity::Error, "Import Error",
                                          "'{}' is not a file of this computer: fetch it first"};
+inline constexpr MessageKind FileIsProject{"file-is-project", Severity::Error, "Import Error",
+                                           "'{}' is a project: File, Open… opens it"};
 inline constexpr MessageKind FolderWithoutFilms{
     "folder-without-films", Severity::Error, "Import Error",
     "The folder '{}' holds nothing that a track is made of: video, sound, subtitle lists (.sst) or pictures"};
@@ -22,5 +24,16 @@ inline constexpr MessageKind FolderFilesPassedOver{"folder-files-passed-over", S
                                                    "Import",
                                                    "{} files of the folder '{}' are of no kind that a track "
                                                    "is made of and are passed over, the first is '{}'"};
+// --- buttons on the picture ---
+
+inline constexpr MessageKind ButtonTooSmall{"button-too-small", Severity::Error, "New Button Error",
+                                            "A button is more than 2 pixels wide and high"};
+// The bitmap under buttons, and why.
+inline constexpr MessageKind ButtonShadeUnwritten{
+    "button-shade-unwritten", Severity::Error, "New Button Error",
+    "Buttons show by a subtitle, and its bitmap cannot be written beside the project: {}"};
+// The text.
+inline constexpr MessageKind ColorUnfit{"color-unfit", Severity::Error, "Colour Error",
+                                        "\"{}\" is no colour: one is written as #rrggbb"};
 
 }  // namespace quorvelant::message

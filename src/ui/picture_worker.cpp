@@ -18,7 +18,6 @@
 #include "menu/film_picture.h"
 #include "model/picture_file.h"
 #include "model/walk.h"
-#include "platform/platform_pictures.h"
 #include "subpicture/spu_encoder.h"
 #include "subpicture/spu_timing.h"
 
@@ -183,11 +182,8 @@ FoundUnit CodeUnit(const UnitOrder& order, PictureLoader& pictures) {
   }
 }
 
-PictureWorker::PictureWorker(Listed listed, Found found, Coded coded)
-    : listed_(std::move(listed)),
-      found_(std::move(found)),
-      coded_(std::move(coded)),
-      pictures_(MakePlatformPictures()) {
+PictureWorker::PictureWorker(PictureLoader& pictures, Listed listed, Found found, Coded coded)
+    : pictures_(pictures), listed_(std::move(listed)), found_(std::move(found)), coded_(std::move(coded)) {
   thread_ = std::thread([this] { Run(); });
 }
 
@@ -242,9 +238,9 @@ void PictureWorker::Run() {
         listed_(list->first, {.Pictures = {}, .Unindexed = {}, .Why = fault.what()});
       }
     } else if (code) {
-      coded_(code->first, code->second.Key(), CodeUnit(code->second, *pictures_));
+      coded_(code->first, code->second.Key(), CodeUnit(code->second, pictures_));
     } else {
-      found_(find->first, find->second, FindPicture(find->second, *pictures_));
+      found_(find->first, find->second, FindPicture(find->second, pictures_));
     }
     lock.lock();
   }

@@ -19,7 +19,7 @@
 #include "base/rules.h"
 #include "edit/track_viewer.h"
 #include "model/project.h"
-#include "picture/picture_service.h"
+#include "picture/picture_loader.h"
 #include "subpicture/spu_record.h"
 #include "subpicture/unit_reader.h"
 
@@ -90,7 +90,7 @@ class PictureWorker {
   using Listed = std::function<void(std::uint64_t number, PictureList list)>;
   using Found = std::function<void(std::uint64_t number, const PictureOrder& order, FoundPicture found)>;
   using Coded = std::function<void(std::uint64_t number, const std::string& key, FoundUnit found)>;
-  PictureWorker(Listed listed, Found found, Coded coded);
+  PictureWorker(PictureLoader& pictures, Listed listed, Found found, Coded coded);
   PictureWorker(const PictureWorker&) = delete;
   PictureWorker& operator=(const PictureWorker&) = delete;
   ~PictureWorker();  // waits for what is in work
@@ -102,10 +102,10 @@ class PictureWorker {
  private:
   void Run();
 
+  PictureLoader& pictures_;
   Listed listed_;
   Found found_;
   Coded coded_;
-  std::unique_ptr<PictureService> pictures_;
   std::mutex mutex_;
   std::condition_variable wake_;
   std::optional<std::pair<std::uint64_t, ListOrder>> list_;

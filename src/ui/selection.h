@@ -31,8 +31,8 @@ class Selection : public QObject {
   explicit Selection(Document& document, QObject* parent = nullptr);
 
   [[nodiscard]] const std::string& Key() const { return key_; }  // empty for none
-  // What was chosen last of the source material, and of the structure: a track is placed from the one into the
-  // other. Empty for none.
+  // What was chosen last of the source material, and of the structure: a track is placed from the one into
+  // the other. Empty for none.
   [[nodiscard]] const std::string& Source() const { return source_; }
   [[nodiscard]] const std::string& Structure() const { return structure_; }
   [[nodiscard]] std::optional<std::size_t> Track() const { return track_; }

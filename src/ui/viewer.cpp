@@ -11,6 +11,7 @@
 #include "base/text.h"
 #include "base/timecode.h"
 #include "check/track_times.h"
+#include "edit/button_sets.h"
 #include "edit/live_elements.h"
 #include "model/keys.h"
 #include "ui/picture_worker.h"
@@ -57,11 +58,12 @@ bool LeadsTo(const Track& track, ViewMode view, std::size_t stream) {
 
 class Viewer::Private {
  public:
-  Private(Viewer& viewer, Document& document, Selection& selection, Jobs& jobs)
+  Private(Viewer& viewer, Document& document, Selection& selection, Jobs& jobs, PictureLoader& pictures)
       : Doc(document),
         Chosen(selection),
         Work(jobs),
         Worker(
+            pictures,
             [this, &viewer](std::uint64_t number, PictureList list) {
               QMetaObject::invokeMethod(
                   &viewer,
@@ -107,6 +109,8 @@ class Viewer::Private {
   std::string Why;       // there are no pictures, or not this one
   std::uint64_t ListNumber = 0;
   std::uint64_t FindNumber = 0;
+  std::optional<std::size_t> ButtonsOf;  // the set that the chosen button is of
+  std::optional<std::size_t> Button;
   std::uint64_t UnitNumber = 0;
   std::string UnitKey;  // of what is shown or looked for
   FoundUnit Unit;
@@ -119,8 +123,8 @@ class Viewer::Private {
   PictureWorker Worker;
 };
 
-Viewer::Viewer(Document& document, Selection& selection, Jobs& jobs, QObject* parent)
-    : QObject(parent), private_(std::make_unique<Private>(*this, document, selection, jobs)) {
+Viewer::Viewer(Document& document, Selection& selection, Jobs& jobs, PictureLoader& pictures, QObject* parent)
+    : QObject(parent), private_(std::make_unique<Private>(*this, document, selection, jobs, pictures)) {
   connect(&document, qOverload<const ChangeEvent&>(&Document::Changed), this, &Viewer::Follow);
   connect(&selection, &Selection::TrackChanged, this, [this] { Show(private_->Chosen.Track()); });
   connect(&selection, &Selection::KeyChanged, this, &Viewer::FollowKey);
@@ -161,6 +165,7 @@ void Viewer::Show(std::optional<std::size_t> track) {
   own.Why.clear();
   own.IsListed = false;
   own.IsFound = false;
+  own.Button.reset();
   pictures_.clear();
   picture_ = {};
   state_ = {};
@@ -231,6 +236,10 @@ void Viewer::FollowKey() {
 
 void Viewer::GoTo(const GoToPlace& place) {
   const Track* const track = Shown();
+  if (track != nullptr && place.ButtonSet && *place.ButtonSet < track->HighlightPlays.size()) {
+    ToFrame(TimecodeToFrames(track->HighlightPlays[*place.ButtonSet].StartTimeToVideo,
+                             TrackTimes(*track).FramesPerSecond));
+  }
   if (track == nullptr || !place.SubStream || *place.SubStream >= track->SubStreams.size()) {
     return;
   }
@@ -392,6 +401,28 @@ const std::optional<ShownUnit>& Viewer::UnitNow() const {
 
 QString Viewer::UnitWords() const {
   return QString::fromStdString(private_->Unit.Why);
+}
+
+std::optional<std::size_t> Viewer::ButtonSet() const {
+  const Track* const track = Shown();
+  return track != nullptr ? SetAt(*track, state_.Frame) : std::nullopt;
+}
+
+std::optional<std::size_t> Viewer::Button() const {
+  const auto set = ButtonSet();
+  const auto& button = private_->Button;
+  return set && button && set == private_->ButtonsOf && *button < Shown()->HighlightPlays[*set].Buttons.size()
+             ? button
+             : std::nullopt;
+}
+
+void Viewer::ChooseButton(std::optional<std::size_t> button) {
+  const auto before = Button();
+  private_->ButtonsOf = ButtonSet();
+  private_->Button = button;
+  if (Button() != before) {
+    emit ButtonChosen();
+  }
 }
 
 // The unit of the entry that the state tells.

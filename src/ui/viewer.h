@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "edit/track_viewer.h"
+#include "picture/picture_loader.h"
 #include "subpicture/unit_reader.h"
 #include "ui/document.h"
 #include "ui/jobs.h"
@@ -23,7 +24,9 @@ namespace quorvelant {
 class Viewer : public QObject {
   Q_OBJECT
  public:
-  Viewer(Document& document, Selection& selection, Jobs& jobs, QObject* parent = nullptr);
+  // `pictures` is called from another thread.
+  Viewer(Document& document, Selection& selection, Jobs& jobs, PictureLoader& pictures,
+         QObject* parent = nullptr);
   ~Viewer() override;
 
   // Nothing while no track is shown.
@@ -51,7 +54,13 @@ class Viewer : public QObject {
   [[nodiscard]] const std::optional<ShownUnit>& UnitNow() const;
   [[nodiscard]] QString UnitWords() const;  // why there is none, although an entry is there
 
+  // The buttons of the moment, and the one that is chosen among them; nothing for none.
+  [[nodiscard]] std::optional<std::size_t> ButtonSet() const;
+  [[nodiscard]] std::optional<std::size_t> Button() const;
+  void ChooseButton(std::optional<std::size_t> button);
+
  signals:
+  void ButtonChosen();
   void StateMoved();       // another moment, view or stream; also another track
   void PicturesChanged();  // the list: another track, or its index is ready
   void PictureReady();     // `PictureNow` is that of the state

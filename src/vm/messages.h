@@ -56,6 +56,9 @@ inline constexpr MessageKind CommandLinkLost{
     "\"{}\": this command carries no link, so what stands after its \";\" is lost; write it as a command of "
     "its own"};
 
+inline constexpr MessageKind CommandLeadsNowhere{"command-leads-nowhere", Severity::Error, "Command Error",
+                                                 "There is no \"{}\" to which such a command can lead"};
+
 // Each takes the name; the second the element that has it.
 inline constexpr MessageKind NameEmpty{"name-empty", Severity::Error, "Name Error", "A name is needed"};
 inline constexpr MessageKind NameInUse{"name-in-use", Severity::Error, "Name Error",

@@ -4,11 +4,13 @@
 #include <QAction>
 #include <QKeySequence>
 #include <QObject>
+#include <QPointer>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <span>
 #include <string_view>
+#include <vector>
 
 namespace quorvelant {
 
@@ -112,15 +114,29 @@ class Actions : public QObject {
 
   [[nodiscard]] QAction* Of(ActionId id) const;
   // `isPossible` is asked again by `Refresh`; without one the action can always be done.
+  // Of several that handle an action, the first that can does.
   void Handle(ActionId id, std::function<void()> run, std::function<bool()> isPossible = {});
+  // While the keys go to the pane, in place of what others say of the action ("Remove" in a table).
+  void HandleIn(QWidget* pane, ActionId id, std::function<void()> run,
+                std::function<bool()> isPossible = {});
   [[nodiscard]] bool IsHandled(ActionId id) const;
   // After anything that the answers may hang on: the project, the selection, the clipboard. Cheap: it is put
   // off to the end of the present event.
   void Refresh();
 
  private:
+  struct Handler {
+    QPointer<QWidget> Pane;  // null for everywhere
+    bool IsOfPane = false;
+    std::function<void()> Run;
+    std::function<bool()> IsPossible;
+  };
+  [[nodiscard]] const Handler* HandlerOf(ActionId id) const;
+  void Add(ActionId id, Handler handler);
+
   std::map<ActionId, QAction*> actions_;
-  std::map<ActionId, std::function<bool()>> possible_;
+  std::map<ActionId, std::vector<Handler>> handlers_;
+  QPointer<QWidget> focus_;  // that had the keys last; menus do not count
   bool isDue_ = false;
 };
 

@@ -65,8 +65,11 @@ FilmMenusPage::FilmMenusPage(WindowParts& parts, FilmListModel& films, QWidget* 
       films_(films),
       menus_(new QCheckBox(tr("&Make menus"))),
       theme_(new QComboBox),
-      themeFolder_(new QPushButton(tr("Theme &Folder…"))),
+      themeFolder_(new QPushButton(tr("Theme F&older…"))),
       labels_(new QComboBox),
+      audio_(new QCheckBox(tr("Audio page"))),
+      subtitlePages_(new QCheckBox(tr("Subtitle page"))),
+      chapterPages_(new QCheckBox(tr("Chapter pages"))),
       start_(new QComboBox),
       subtitles_(new QComboBox),
       subtitlesSay_(new QLabel),
@@ -108,6 +111,14 @@ void FilmMenusPage::Build() {
   form->addRow(menus_);
   add(tr("&Theme"), theme_, Beside(theme_, themeFolder_));
   add(tr("&Language of labels"), labels_);
+  auto* const pages = new QHBoxLayout;
+  for (QCheckBox* const box : {audio_, subtitlePages_, chapterPages_}) {
+    box->setChecked(true);
+    box->setToolTip(tr("Made where there is something to choose"));
+    pages->addWidget(box);
+  }
+  pages->addStretch();
+  form->addRow(QString(), pages);
   add(tr("&Start"), start_);
   add(tr("S&ubtitles at start"), subtitles_);
   form->addRow(QString(), subtitlesSay_);
@@ -153,8 +164,8 @@ void FilmMenusPage::ExplainSubtitles() {
 
 void FilmMenusPage::ShowState() {
   const bool hasMenus = menus_->isChecked();
-  for (QWidget* const field : {static_cast<QWidget*>(theme_), static_cast<QWidget*>(themeFolder_),
-                               static_cast<QWidget*>(labels_), static_cast<QWidget*>(start_)}) {
+  for (QWidget* const field : std::initializer_list<QWidget*>{theme_, themeFolder_, labels_, audio_,
+                                                              subtitlePages_, chapterPages_, start_}) {
     field->setEnabled(hasMenus);
   }
   start_->setToolTip(hasMenus ? QString() : tr("Without menus the films play one after another"));
@@ -194,6 +205,7 @@ DiscOrder FilmMenusPage::Order() const {
     film.ChapterSeconds = film.ChapterFile.empty() ? chapters_->value() * 60 : 0;
   }
   order.HasMenus = menus_->isChecked();
+  order.Menus = {audio_->isChecked(), subtitlePages_->isChecked(), chapterPages_->isChecked()};
   order.Look.Theme = theme_->currentText().toStdString();
   order.Look.LabelLanguage = labels_->currentText().toStdString();
   order.Insertion = static_cast<AtInsertion>(start_->currentIndex());

@@ -42,6 +42,9 @@ class FilmMenusPage : public QWizardPage {
   QComboBox* theme_;
   QPushButton* themeFolder_;
   QComboBox* labels_;
+  QCheckBox* audio_;
+  QCheckBox* subtitlePages_;
+  QCheckBox* chapterPages_;
   QComboBox* start_;
   QComboBox* subtitles_;
   QLabel* subtitlesSay_;

@@ -6,6 +6,7 @@
 #include <QLayout>
 #include <QMimeData>
 #include <QUrl>
+#include <memory>
 #include <utility>
 
 #include "desk/edit_options.h"
@@ -36,14 +37,6 @@ bool Exists(const std::string& path) {
 }
 
 }  // namespace
-
-void FilmWizard::Offer(WindowParts& parts, ProjectFiles& files, QWidget& window) {
-  parts.Commands.Handle(ActionId::NewDiscFromFilms, [&parts, &files, &window] {
-    auto* const wizard = new FilmWizard(parts, files, &window);
-    wizard->setAttribute(Qt::WA_DeleteOnClose);
-    wizard->open();
-  });
-}
 
 FilmWizard::FilmWizard(WindowParts& parts, ProjectFiles& files, QWidget* parent)
     : QWizard(parent),
@@ -87,10 +80,13 @@ void FilmWizard::dragEnterEvent(QDragEnterEvent* event) {
   }
 }
 
-// Onto whatever page: the films show then.
 void FilmWizard::dropEvent(QDropEvent* event) {
-  const auto files = LocalFiles(*event->mimeData());
   event->acceptProposedAction();
+  Take(LocalFiles(*event->mimeData()));
+}
+
+// On whatever page the user is: the films show then.
+void FilmWizard::Take(const std::vector<std::string>& files) {
   while (currentPage() != films_ && currentId() > 0) {
     back();
   }
@@ -114,14 +110,13 @@ void FilmWizard::EnterPage(int id) {
 void FilmWizard::PaintPages() {
   pages_->ShowBusy();
   const auto painted = std::make_shared<PaintedFilmPages>();
-  Run(
-      "Paint the menus",
-      [painted, order = Order(), &pictures = parts_.Pictures](UserInterface& ui) {
-        *painted = PaintFilmPages(order, pictures, ui);
-        return ui.StopRequested()        ? Job::Verdict{Job::State::Stopped, "Stopped"}
-               : painted->Faults.empty() ? Job::Verdict{Job::State::Done, "Painted"}
-                                         : Job::Verdict{Job::State::Failed, "No pages are painted"};
-      },
+  const auto paint = [painted, order = Order(), &pictures = parts_.Pictures](UserInterface& ui) {
+    *painted = PaintFilmPages(order, pictures, ui);
+    return ui.StopRequested()        ? Job::Verdict{Job::State::Stopped, "Stopped"}
+           : painted->Faults.empty() ? Job::Verdict{Job::State::Done, "Painted"}
+                                     : Job::Verdict{Job::State::Failed, "No pages are painted"};
+  };
+  Run([this, paint] { parts_.Work.Start("Paint the menus", paint); },
       [this, painted] {
         strip_->Clear();
         pages_->Show(*painted);
@@ -169,34 +164,30 @@ bool FilmWizard::MayMake(FilmDiscOrder& order) {
 
 void FilmWizard::Make(FilmDiscOrder order) {
   SetMaking(true);
-  const auto made = std::make_shared<MadeFilmDisc>();
-  const std::string name = QFileInfo(Shown(order.Project)).fileName().toStdString();
-  Run(
-      "Make " + name,
-      [made, order = std::move(order), &pictures = parts_.Pictures](UserInterface& ui) {
-        *made = MakeFilmDisc(order, pictures, ui);
-        return made->Opened         ? Job::Verdict{Job::State::Done, "Made"}
-               : ui.StopRequested() ? Job::Verdict{Job::State::Stopped, "Stopped: nothing was made"}
-                                    : Job::Verdict{Job::State::Failed, "Not made"};
-      },
-      [this, made] {
+  const auto faults = std::make_shared<Findings>();
+  const std::string title = "Make " + QFileInfo(Shown(order.Project)).fileName().toStdString();
+  const auto make = [faults, order = std::move(order), &pictures = parts_.Pictures](UserInterface& ui) {
+    MadeFilmDisc made = MakeFilmDisc(order, pictures, ui);
+    *faults = std::move(made.Faults);
+    return std::move(made.Opened);
+  };
+  const auto isMade = std::make_shared<bool>(false);
+  const auto take = [&files = files_, isMade](OpenedProject made) {
+    *isMade = true;
+    files.Recent().Add(made.File);
+    files.Take(std::move(made), false);
+  };
+  Run([this, title, make, take] { files_.Load(title, make, take); },
+      [this, faults, isMade] {
         SetMaking(false);
-        Take(std::move(*made));
+        if (*isMade) {
+          QWizard::accept();
+        } else if (faults->empty()) {
+          strip_->ShowWords(tr("Stopped: nothing was made"));
+        } else {
+          strip_->ShowFaults(*faults);
+        }
       });
-}
-
-void FilmWizard::Take(MadeFilmDisc made) {
-  if (!made.Opened) {
-    if (made.Faults.empty()) {
-      strip_->ShowWords(tr("Stopped: nothing was made"));
-    } else {
-      strip_->ShowFaults(made.Faults);
-    }
-    return;
-  }
-  files_.Recent().Add(made.Opened->File);
-  files_.Take(*std::move(made.Opened), false);
-  QWizard::accept();
 }
 
 void FilmWizard::SetMaking(bool isMaking) {
@@ -226,8 +217,8 @@ void FilmWizard::reject() {
 
 // --- work ---
 
-void FilmWizard::Run(const std::string& title, Job::Work work, std::function<void()> ended) {
-  next_ = std::make_unique<Errand>(Errand{title, std::move(work), std::move(ended)});
+void FilmWizard::Run(std::function<void()> start, std::function<void()> ended) {
+  next_ = {std::move(start), std::move(ended)};
   if (job_ != nullptr) {
     job_->Stop();
   } else {
@@ -236,26 +227,23 @@ void FilmWizard::Run(const std::string& title, Job::Work work, std::function<voi
 }
 
 void FilmWizard::Begin() {
-  const std::unique_ptr<Errand> errand = std::move(next_);
-  const QPointer<FilmWizard> here(this);
-  job_ = parts_.Work.Start(errand->Title, std::move(errand->Work),
-                           [here, ended = std::move(errand->Ended)](const Job& /*job*/) {
-                             if (here == nullptr) {
-                               return;
-                             }
-                             here->job_ = nullptr;
-                             if (here->next_) {
-                               here->Begin();
-                             } else {
-                               ended();
-                               if (here != nullptr && here->isLeaving_ && here->isVisible()) {
-                                 here->QWizard::reject();
-                               }
-                             }
-                           });
+  const Errand errand = std::exchange(next_, {});
+  errand.Start();
+  job_ = parts_.Work.All().back().get();
   connect(job_, &Job::Moved, this, [this] {
     if (job_ != nullptr && !job_->IsOver()) {
       strip_->ShowJob(*job_);
+    }
+  });
+  connect(job_, &Job::Ended, this, [this, ended = errand.Ended] {
+    job_ = nullptr;
+    if (next_.Start) {
+      Begin();
+      return;
+    }
+    ended();
+    if (isLeaving_ && isVisible()) {
+      QWizard::reject();
     }
   });
   strip_->ShowJob(*job_);

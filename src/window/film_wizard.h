@@ -1,9 +1,8 @@
 // "New Disc from Films…": from films to a project with menus, in three pages.
 #pragma once
 
-#include <QPointer>
 #include <QWizard>
-#include <memory>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,11 +22,11 @@ class FilmStrip;
 class FilmWizard : public QWizard {
   Q_OBJECT
  public:
-  // The action that opens one over the window.
-  static void Offer(WindowParts& parts, ProjectFiles& files, QWidget& window);
-
   FilmWizard(WindowParts& parts, ProjectFiles& files, QWidget* parent);
   ~FilmWizard() override;
+
+  // Files and folders, for its first page.
+  void Take(const std::vector<std::string>& files);
 
   // Makes the project and saves it; the wizard closes when that is done.
   void accept() override;
@@ -44,16 +43,14 @@ class FilmWizard : public QWizard {
   // Where the project goes and whether it may go there; false where the user stays.
   bool MayMake(FilmDiscOrder& order);
   void Make(FilmDiscOrder order);
-  void Take(MadeFilmDisc made);
   // One piece of work at a time: what runs is stopped, and the next one begins when it has ended.
-  void Run(const std::string& title, Job::Work work, std::function<void()> ended);
+  void Run(std::function<void()> start, std::function<void()> ended);
   void Begin();
   void SetMaking(bool isMaking);
   [[nodiscard]] FilmDiscOrder Order() const;
 
   struct Errand {
-    std::string Title;
-    Job::Work Work;
+    std::function<void()> Start;  // a job
     std::function<void()> Ended;
   };
 
@@ -63,7 +60,7 @@ class FilmWizard : public QWizard {
   FilmMenusPage* menus_;
   FilmPagesPage* pages_;
   FilmStrip* strip_;
-  std::unique_ptr<Errand> next_;
+  Errand next_;
   Job* job_ = nullptr;
   bool isMaking_ = false;
   bool isLeaving_ = false;

@@ -1,8 +1,10 @@
 // Log: everything that was told.
 #pragma once
 
+#include <QTableView>
 #include <QWidget>
 
+#include "ui/message_list.h"
 #include "window/window_parts.h"
 
 namespace quorvelant {
@@ -13,7 +15,8 @@ class LogPane : public QWidget {
   explicit LogPane(WindowParts& parts, QWidget* parent = nullptr);
 
  private:
-  WindowParts& parts_;
+  MessageList* told_;
+  QTableView* table_;
 };
 
 }  // namespace quorvelant

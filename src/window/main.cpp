@@ -41,10 +41,6 @@ int main(int argc, char** argv) {
   MainWindow window(std::move(setup));
   window.show();
   window.OfferLeftWork();
-  std::vector<std::string> files;
-  for (const QString& argument : QApplication::arguments().mid(1)) {
-    files.push_back(argument.toStdString());
-  }
-  window.Open(files);
+  window.Open(arguments.Files);
   return QApplication::exec();
 }

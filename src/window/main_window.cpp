@@ -1,5 +1,6 @@
 #include "window/main_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDir>
 #include <QLabel>
@@ -9,20 +10,29 @@
 #include <QSettings>
 #include <QStatusBar>
 #include <QToolBar>
+#include <QToolButton>
 
 #include "desk/edit_options.h"
 #include "desk/new_project.h"
+#include "model/keys.h"
 #include "model/walk.h"
 #include "platform/platform_pictures.h"
+#include "ui/media_import.h"
 #include "ui/shown_text.h"
+#include "window/author_sheet.h"
 #include "window/boxes.h"
+#include "window/dropped_files.h"
 #include "window/film_wizard.h"
+#include "window/help_actions.h"
+#include "window/icons.h"
 #include "window/messages.h"
 #include "window/notice_bar.h"
 #include "window/pane_layout.h"
+#include "window/problems_pane.h"
 #include "window/project_files.h"
 #include "window/size_gauge.h"
 #include "window/start_page.h"
+#include "window/tool_actions.h"
 
 namespace quorvelant {
 
@@ -40,7 +50,7 @@ class MainWindow::Private {
         Doc(EditOptionsOf(Options), Setup.CacheFolder, Speaks),
         Chosen(Doc),
         Work(Speaks),
-        View(Doc, Chosen, Work),
+        View(Doc, Chosen, Work, *Pictures),
         Parts{Doc,
               Chosen,
               View,
@@ -99,15 +109,22 @@ void FillMenus(QMenuBar& bar, const Actions& actions) {
   }
 }
 
+// The two that a disc is made by have their words beside them.
 void FillToolBar(QToolBar& bar, const Actions& actions) {
   using enum ActionId;
-  constexpr std::array<std::array<ActionId, 3>, 3> Groups{
-      {{NewProject, Open, Save}, {Undo, Redo, NewTrack}, {Check, Author, Author}}};
-  for (const auto& group : Groups) {
+  const std::vector<std::vector<ActionId>> groups{
+      {NewProject, Open, Save}, {Undo, Redo}, {NewTrack}, {Check, Author}};
+  for (const auto& group : groups) {
+    if (!bar.actions().isEmpty()) {
+      bar.addSeparator();
+    }
     for (const ActionId id : group) {
       bar.addAction(actions.Of(id));
+      auto* const button = qobject_cast<QToolButton*>(bar.widgetForAction(actions.Of(id)));
+      if (button != nullptr && (id == NewTrack || id == Check || id == Author)) {
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+      }
     }
-    bar.addSeparator();
   }
 }
 
@@ -116,7 +133,6 @@ void FillToolBar(QToolBar& bar, const Actions& actions) {
 MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*this, std::move(setup))) {
   Private& its = *private_;
   its.Files = new ProjectFiles(its.Parts, *its.Notices, *this);
-  FilmWizard::Offer(its.Parts, *its.Files, *this);
   FillMenus(*menuBar(), *its.Commands);
   AddRecentMenu();
   QToolBar* const tools = addToolBar(tr("Tools"));
@@ -128,9 +144,21 @@ MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*
   its.Layout = new PaneLayout(*this, its.Parts, its.Start);
   its.Status = new QLabel(tr("Ready"));
   statusBar()->addWidget(its.Status, 1);
-  statusBar()->addPermanentWidget(new SizeGauge(its.Parts));
+  auto* const gauge = new SizeGauge(its.Parts);
+  statusBar()->addPermanentWidget(gauge);
+  auto* const author = new AuthorAction(
+      its.Parts, *its.Files, [gauge]() -> const DiscMedium& { return gauge->Medium(); }, *this);
+  connect(author, &AuthorAction::Began, this, [this] { private_->Layout->GoTo(QStringLiteral("Jobs")); });
   setAcceptDrops(true);
   HandleHistory();
+  HandleTools(its.Parts, this);
+  HandleHelp(*its.Commands, this);
+  HandleTools(its.Parts, this);
+  its.Commands->Handle(ActionId::NewDiscFromFilms, [this] {
+    auto* const wizard = new FilmWizard(private_->Parts, *private_->Files, this);
+    wizard->setAttribute(Qt::WA_DeleteOnClose);
+    wizard->open();
+  });
   Connect();
   RestoreState();
   ShowState();
@@ -167,12 +195,33 @@ void MainWindow::Connect() {
             private_->Status->setText(words.empty() ? tr("Ready") : Shown(words));
             ShowState();
           });
+  auto* const problems = qobject_cast<ProblemsPane*>(its.Layout->Pane(QStringLiteral("Problems")));
+  connect(problems, &ProblemsPane::TabWords, this,
+          [this](const QString& words) { private_->Layout->SetTab(QStringLiteral("Problems"), words); });
+  connect(problems, &ProblemsPane::Asked, this,
+          [this] { private_->Layout->GoTo(QStringLiteral("Problems")); });
+  connect(its.Files, &ProjectFiles::Opened, this, &MainWindow::ChooseFirst);
+  connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+    if (state == Qt::ApplicationActive) {  // files may have come or gone meanwhile
+      ProjectHealth::Of(private_->Doc).LookAgain();
+    }
+  });
   connect(&its.Chosen, &Selection::KeyChanged, its.Commands, &Actions::Refresh);
   connect(&its.View, &Viewer::StateMoved, its.Commands, &Actions::Refresh);
   connect(its.Start, &StartPage::Chosen, this, [this](const QString& file) { Open({file.toStdString()}); });
   connect(&its.Files->Recent(), &RecentFiles::Changed, this,
           [this] { private_->Start->SetRecent(private_->Files->Recent().Files()); });
   its.Start->SetRecent(its.Files->Recent().Files());
+}
+
+// So that there is something to look at.
+void MainWindow::ChooseFirst() {
+  const Tracks& tracks = private_->Doc.Work().Tracks;
+  for (std::size_t i = 0; i < tracks.Count() && private_->Chosen.Key().empty(); ++i) {
+    if (!tracks[i].Removed) {
+      private_->Chosen.Choose(TrackKey(i));
+    }
+  }
 }
 
 void MainWindow::ShowState() {
@@ -189,22 +238,12 @@ void MainWindow::ShowState() {
   its.Commands->Refresh();
 }
 
+// Other files are source material, which comes into the project.
 void MainWindow::Open(const std::vector<std::string>& files) {
-  std::vector<std::string> others;
-  for (const std::string& file : files) {
-    if (ProjectFiles::IsProject(Shown(file))) {
-      private_->Files->Open(file);
-    } else {
-      others.push_back(file);
-    }
-  }
-  TakeIn(others);
-}
-
-// Other files are source material, which Media takes in.
-void MainWindow::TakeIn(const std::vector<std::string>& files) {
-  if (files.empty()) {
-    return;
+  const MediaImport import(private_->Doc, private_->Work, private_->Chosen);
+  const std::vector<std::string> projects = import.Bring(files);
+  if (!projects.empty()) {
+    private_->Files->Open(projects.front());
   }
 }
 
@@ -214,16 +253,6 @@ void MainWindow::OfferLeftWork() {
 
 namespace {
 
-std::vector<std::string> FilesOf(const QMimeData& data) {
-  std::vector<std::string> files;
-  for (const QUrl& url : data.urls()) {
-    if (url.isLocalFile()) {
-      files.push_back(url.toLocalFile().toStdString());
-    }
-  }
-  return files;
-}
-
 QString LayoutFile(const WindowParts& parts) {
   return parts.StateFolder.empty() ? QString() : Shown(parts.StateFolder) + QStringLiteral("/window.ini");
 }
@@ -231,13 +260,17 @@ QString LayoutFile(const WindowParts& parts) {
 }  // namespace
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (!FilesOf(*event->mimeData()).empty()) {
+  if (HoldsFiles(*event->mimeData())) {
     event->acceptProposedAction();
   }
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
-  Open(FilesOf(*event->mimeData()));
+  std::vector<Message> told;
+  Open(PathsIn(*event->mimeData(), told));
+  for (const Message& message : told) {
+    private_->Speaks.Tell(message);
+  }
   event->acceptProposedAction();
 }
 

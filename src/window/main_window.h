@@ -14,10 +14,10 @@ namespace quorvelant {
 // Where the window's files are and who answers; a test gives its own.
 struct WindowSetup {
   Answerer* Answers = nullptr;  // null: boxes and file dialogs
-  std::string StateFolder;
-  std::string CacheFolder;
-  std::string SettingsPath;
-  std::string LogPath;
+  std::string StateFolder = {};
+  std::string CacheFolder = {};
+  std::string SettingsPath = {};
+  std::string LogPath = {};
 };
 
 class MainWindow : public QMainWindow {
@@ -43,7 +43,7 @@ class MainWindow : public QMainWindow {
   void HandleHistory();
   void Connect();
   void ShowState();
-  void TakeIn(const std::vector<std::string>& files);
+  void ChooseFirst();
   void RestoreState();
   void KeepState() const;
   [[nodiscard]] bool MayStopJobs();

@@ -11,6 +11,8 @@ inline constexpr MessageKind AskReplaceDisc{"ask-replace-disc", Severity::Inform
                                             "'{}' exists already. Replace it, with the pages of its menus?"};
 inline constexpr MessageKind AskStopJobs{"ask-stop-jobs", Severity::Information, "Confirm End",
                                          "A job is still running. Stop it and close the window?"};
+inline constexpr MessageKind AskReplaceDisc{"ask-replace-disc", Severity::Information, "Output Folder",
+                                            "'{}' holds a disc already. Replace it?"};
 inline constexpr MessageKind LeftWorkFound{"left-work-found", Severity::Warning, "Recovery",
                                            "The program broke off with unsaved changes to {}, kept at {}"};
 inline constexpr MessageKind ProjectChangedOnDisk{"project-changed-on-disk", Severity::Warning, "Project",

@@ -1,7 +1,9 @@
 #include "window/pane_layout.h"
 
 #include <QApplication>
+#include <QTabBar>
 #include <QTabWidget>
+#include <QVBoxLayout>
 
 #include "window/buttons_pane.h"
 #include "window/chapters_pane.h"
@@ -33,6 +35,16 @@ const QStringList& Bottom() {
   return names;
 }
 
+// Where a tab names the pane its title bar would say the same: it is there while the pane floats.
+void ShowNameOnce(QDockWidget& dock) {
+  dock.setTitleBarWidget(new QWidget(&dock));
+  QObject::connect(&dock, &QDockWidget::topLevelChanged, &dock, [&dock](bool isFloating) {
+    QWidget* const bar = dock.titleBarWidget();
+    dock.setTitleBarWidget(isFloating ? nullptr : new QWidget(&dock));
+    delete bar;
+  });
+}
+
 // What takes the keys first in a pane.
 QWidget* FirstControl(QWidget& pane) {
   if (pane.focusPolicy() != Qt::NoFocus) {
@@ -55,7 +67,8 @@ QWidget* FirstControl(QWidget& pane) {
 PaneLayout::PaneLayout(QMainWindow& window, WindowParts& parts, QWidget* empty)
     : QObject(&window), window_(window), middle_(new QStackedWidget) {
   window_.setDockNestingEnabled(true);
-  window_.setDockOptions(window_.dockOptions() | QMainWindow::AllowNestedDocks);
+  window_.setDockOptions(window_.dockOptions() | QMainWindow::AllowNestedDocks |
+                         QMainWindow::GroupedDragging);
   window_.setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
   window_.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
   window_.setCorner(Qt::BottomRightCorner, Qt::BottomDockWidgetArea);
@@ -95,7 +108,17 @@ void PaneLayout::Add(const QString& name, QWidget* pane, Qt::DockWidgetArea area
   dock->setObjectName(name);
   dock->setAccessibleName(dock->windowTitle());
   pane->setAccessibleName(dock->windowTitle());
-  dock->setWidget(pane);
+  auto* const holder = new QWidget;
+  auto* const rows = new QVBoxLayout(holder);
+  rows->setContentsMargins({});
+  rows->addWidget(pane);
+  dock->setWidget(holder);
+  // Behind another tab a dock lies outside the window and still counts as shown: readers of the screen would
+  // find what nobody sees.
+  connect(dock, &QDockWidget::visibilityChanged, pane, &QWidget::setVisible);
+  if (area == Qt::BottomDockWidgetArea) {
+    ShowNameOnce(*dock);
+  }
   window_.addDockWidget(area, dock);
   order_ << name;
   panes_[name] = pane;
@@ -215,6 +238,10 @@ void PaneLayout::Reset() {
   } else {
     place(QStringLiteral("Properties"), Qt::RightDockWidgetArea);
     stack(tables, Tables());
+  }
+  // They come before the docks that they name.
+  for (QTabBar* bar : window_.findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) {
+    bar->lower();
   }
   const int line = window_.fontMetrics().height();
   window_.resizeDocks({docks_[QStringLiteral("Media")]}, {(isNarrow_ ? 16 : 20) * line}, Qt::Horizontal);

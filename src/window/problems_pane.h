@@ -1,8 +1,13 @@
 // Problems: the findings on the project, live.
 #pragma once
 
+#include <QLabel>
+#include <QPushButton>
+#include <QTableView>
 #include <QWidget>
 
+#include "ui/message_list.h"
+#include "ui/project_health.h"
 #include "window/window_parts.h"
 
 namespace quorvelant {
@@ -12,8 +17,29 @@ class ProblemsPane : public QWidget {
  public:
   explicit ProblemsPane(WindowParts& parts, QWidget* parent = nullptr);
 
+ signals:
+  // "Problems 1 ✖ 2 ⚠"
+  void TabWords(const QString& words);
+  // "Check" was asked for.
+  void Asked();
+
  private:
+  void HandleCheck();
+  void ShowFound();
+  void ShowChosen();
+  void GoThere();
+  void Mend();
+  [[nodiscard]] const Message* Chosen() const;
+
   WindowParts& parts_;
+  ProjectHealth& health_;
+  MessageList* list_;
+  QLabel* empty_;
+  QTableView* table_;
+  QLabel* whole_;  // all of the chosen one's text
+  QPushButton* go_;
+  QPushButton* mend_;
+  bool isCheckAsked_ = false;
 };
 
 }  // namespace quorvelant

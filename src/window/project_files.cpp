@@ -81,22 +81,34 @@ bool ProjectFiles::MayLeave() {
   return saves && (!*saves || Save());
 }
 
-void ProjectFiles::Load(const std::string& title,
-                        std::function<std::optional<OpenedProject>(UserInterface& ui)> read,
+void ProjectFiles::Load(const std::string& title, Reading read,
                         std::function<void(OpenedProject opened)> done) {
   const auto opened = std::make_shared<std::optional<OpenedProject>>();
+  ++loading_;
   parts_.Work.Start(
       title,
       [opened, read = std::move(read)](UserInterface& ui) {
         *opened = read(ui);
-        return opened->has_value() ? Job::Verdict{Job::State::Done, "Opened"}
-                                   : Job::Verdict{Job::State::Failed, "Not opened"};
+        return opened->has_value() ? Job::Verdict{Job::State::Done, "Done"}
+                                   : Job::Verdict{Job::State::Failed, "Failed"};
       },
-      [opened, done = std::move(done)](const Job& /*job*/) {
+      [this, opened, done = std::move(done)](const Job& /*job*/) {
+        --loading_;
         if (*opened) {
           done(*std::move(*opened));
         }
+        for (const auto& then : std::exchange(waiting_, {})) {
+          WhenSettled(then);
+        }
       });
+}
+
+void ProjectFiles::WhenSettled(std::function<void()> then) {
+  if (loading_ == 0) {
+    then();
+  } else {
+    waiting_.push_back(std::move(then));
+  }
 }
 
 void ProjectFiles::Open(const std::string& file) {

@@ -25,6 +25,11 @@ class ProjectFiles : public QObject {
   [[nodiscard]] static bool IsProject(const QString& file);
   // Asks about unsaved work, then loads beside the window.
   void Open(const std::string& file);
+  // Reads or makes a project in a job; `done` gets it in the window's thread.
+  using Reading = std::function<std::optional<OpenedProject>(UserInterface& ui)>;
+  void Load(const std::string& title, Reading read, std::function<void(OpenedProject opened)> done);
+  // Once nothing is being read or made; at once where nothing is.
+  void WhenSettled(std::function<void()> then);
   // Another project that is in no file yet, or in one by now. False where present work is to stay.
   bool Take(OpenedProject opened, bool isUnsaved);
   // Whether the present work may go: it is saved, given up, or there is none.
@@ -47,8 +52,6 @@ class ProjectFiles : public QObject {
   void AskOpen();
   void OpenExample();
   void LocateFiles();
-  void Load(const std::string& title, std::function<std::optional<OpenedProject>(UserInterface& ui)> read,
-            std::function<void(OpenedProject opened)> done);
   void Recover(const LeftWork& left);
   void OfferReload();
   bool SaveTo(const std::string& path);
@@ -59,6 +62,8 @@ class ProjectFiles : public QObject {
   RecentFiles recent_;
   Recovery recovery_;
   FileWatch watch_;
+  std::size_t loading_ = 0;
+  std::vector<std::function<void()>> waiting_;
 };
 
 }  // namespace quorvelant

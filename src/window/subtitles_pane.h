@@ -2,18 +2,63 @@
 #pragma once
 
 #include <QWidget>
+#include <optional>
 
+#include "edit/overlays.h"
+#include "ui/subtitle_model.h"
+#include "window/cell_editor.h"
 #include "window/window_parts.h"
+
+class QComboBox;
 
 namespace quorvelant {
 
+class CellTable;
+class SubtitleColors;
+
+// Choosing a row takes the viewer to it, and the viewer's entry is marked.
 class SubtitlesPane : public QWidget {
   Q_OBJECT
  public:
   explicit SubtitlesPane(WindowParts& parts, QWidget* parent = nullptr);
 
  private:
+  struct StreamPlace {
+    std::size_t Track = 0;
+    std::size_t Stream = 0;
+    bool operator==(const StreamPlace&) const = default;
+  };
+
+  void Build();
+  void HandleActions();
+  // What the panes look at has changed.
+  void FollowChange(const ChangeEvent& event);
+  void FollowKey();
+  void FollowViewer();
+  void GoToShown();
+  void FillStreams();
+  void ShowStream(std::optional<StreamPlace> place);
+  void TakeRows(bool isOther);
+
+  [[nodiscard]] const SubtitleStream* Stream() const;
+  [[nodiscard]] std::optional<SubtitlePlace> CurrentPlace() const;
+  void ChooseRow(int row);
+  void Tick(int row, int column, bool on);
+  [[nodiscard]] std::optional<CellRefusal> Commit(const QModelIndex& index, const QString& text);
+  // The start or the end of the current subtitle at the viewer's frame.
+  void SetHere(bool isEnd, bool along);
+  void AddHere();
+  void ReplaceHere();
+  [[nodiscard]] std::optional<std::string> AskBitmap();
+  void GoToEntry(const std::string& key);
+
   WindowParts& parts_;
+  SubtitleModel model_;
+  QComboBox* streams_ = nullptr;
+  CellTable* table_ = nullptr;
+  SubtitleColors* colors_ = nullptr;
+  std::optional<StreamPlace> shown_;
+  bool isChoosing_ = false;  // the viewer moves because a row was chosen
 };
 
 }  // namespace quorvelant

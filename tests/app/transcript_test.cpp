@@ -205,7 +205,8 @@ class Transcripts : public testing::TestWithParam<Transcript> {
     const std::string script = folder_.Write("script", command + "\n");
     const fs::path bin = fs::read_symlink("/proc/self/exe").parent_path() / "../..";
     const int status = std::system(  // NOLINT(concurrency-mt-unsafe,bugprone-command-processor)
-        fmt::format("cd '{0}/run' && env -u XDG_CONFIG_HOME -u XDG_STATE_HOME HOME='{0}' LC_ALL=C.UTF-8 "
+        fmt::format("cd '{0}/run' && env -u DISPLAY -u WAYLAND_DISPLAY -u XDG_CONFIG_HOME -u XDG_STATE_HOME "
+                    "HOME='{0}' LC_ALL=C.UTF-8 "
                     "PATH='{1}':\"$PATH\" DOCS='{3}' bash '{2}' >'{0}/out' 2>'{0}/err' </dev/null",
                     folder_.Path().string(), fs::canonical(bin).string(), script, SourceFile("docs"))
             .c_str());

@@ -92,6 +92,12 @@ std::vector<Row> OverlayRows() {
       ReadWhole("SmoothedSubtitle", SceneLine, Replace(subtitle, "marks", "smooth") + SceneLine,
                 "W subtitle-odd-pixels Track.0.Sub1 entry 1|",
                 dark + "W subtitle-odd-pixels Track.0.Sub1 entry 1|"),
+      ReadWhole("ButtonsAfterTheStill", Disc,
+                Replace(Replace(WithButtons(MenuPlay + ExitLine + ExitLine), "Video Play|VideoFile=film.m2v",
+                                "Still Play|VideoFile=page.bmp"),
+                        "Item=Highlight Play|Start Time To Video=00:00:00:00",
+                        "Item=Highlight Play|Start Time To Video=00:00:09:00"),
+                "E buttons-never-show Track.0|", dark + "W buttons-never-show Track.0|"),
       {"AColourThatNoKeyTakes", SceneLine, Replace(subtitle, "255,255,255", "#ffffff") + SceneLine,
        doubtful + "17|", doubtful + "17|" + dark},
       {"OriginAndDisplayArea", SceneLine, subtitle + "Origin=80,480|DisplayArea=0,2,719,573|" + SceneLine,
@@ -173,7 +179,7 @@ std::vector<Row> StructureRows() {
       {"MenuAfterATitle", "Command=NOP|" + Cell, Cell + "Item=PostCommands|Command=JumpSS TitleMenu|",
        "E target-forbidden VTS1.TITLE1.PGC1 Post1|"},
       {"ButtonCommand", Cell, Cell + "Item=Menu List|Item=Menu Play|Button Command=RSM|",
-       "E target-forbidden VTS1.TITLE1.PGC1.PG1.CELL1 Button1|"},
+       "E target-forbidden VTS1.TITLE1.PGC1.PG1.CELL1 Button1|W commands-without-button " + cell},
       {"EmptyProgram", "Command=NOP|" + Cell, "Command=LinkPGN G, button=0|Item=Program|Name=E|" + Cell, "",
        "W target-missing VTS1.TITLE1.PGC1 Pre1|"},
 
@@ -237,6 +243,8 @@ std::vector<Row> StructureRows() {
        "W palette-missing VTS1.TITLE1.PGC1|", dark},
 
       InTitle("GoToBeyondTheList", "GoTo 9", Replace(inTitle, "E ", "W ")),
+      {"GoToOfACell", Cell, "Item=CellCommands|Command=GoTo 1|" + Cell + "Cell Command=1|",
+       "W target-missing VTS1.TITLE1.PGC1 Cell1|"},
       InTitle("NoNextPgc", "LinkNextPGC", inTitle),
       InTitle("NoGoUpPgc", "LinkGoUpPGC", inTitle),
       InTitle("PartFarBeyond", "JumpVTS_PTT ptt_500 @ vts_ttn_9", inTitle),
@@ -245,6 +253,9 @@ std::vector<Row> StructureRows() {
       InTitle("SystemRegisterOnTheLeft", "If ( SPRM1 == 3 ) NOP",
               "W command-left-no-register VTS1.TITLE1.PGC1 Pre1|"),
       InTitle("LinkAfterAJump", "Exit ; LinkTopPGC", "W command-link-lost VTS1.TITLE1.PGC1 Pre1|"),
+      {"BitmapAsWide", "Name=F|Resolution=PAL|Item=Video Play|VideoFile=film.m2v|" + Sound + "a.ac3",
+       "Name=F|DisplayMode=Only PanScan|Resolution=PAL|Item=Still Play|VideoFile=page.bmp",
+       "W aspect-unlike-domain Track.0|"},
       {"FullScreenAsWide", "Name=F|", "Name=F|DisplayMode=Only PanScan|", "W aspect-unlike-domain Track.0|"},
   };
 }

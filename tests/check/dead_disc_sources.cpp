@@ -78,6 +78,7 @@ constexpr std::array Sources{
            [] {
              return StreamBuilder().Sequence().Picture().Picture({.Type = 'P'}).Sequence().Picture().Text();
            }},
+    Source{"fast.m2v", [] { return TextOf(BuildStream({.Sequence = {.BitRate = 10'000'000}})); }},
     Source{"422.m2v", [] { return TextOf(BuildStream({.Sequence = {.ChromaFormat = 2}})); }},
     Source{"mpeg1.m2v", [] { return TextOf(BuildStream({.Sequence = {.Mpeg2 = false}})); }},
     Source{"film.mpg", [] { return std::string("\0\0\1\xBA\x44"sv) + PalFilm(); }},
@@ -196,6 +197,7 @@ std::vector<Row> SourceRows() {
        "first 60 frames, and players search and jump by them"},
       {"OneSequenceOfABriefFilm", "film.m2v", "brief.m2v", ""},
       {"NoGroups", "film.m2v", "nogroups.m2v", "W video-no-groups Track.0.Video1|"},
+      {"RateBeyondADisc", "film.m2v", "fast.m2v", "W video-declared-rate Track.0.Video1|"},
       {"ColoursAt422", "film.m2v", "422.m2v", "E video-colour-sampling Track.0.Video1|"},
   };
   for (const char* film : {"film.ts", "disc.m2ts", "film.mp4", "film.mkv", "film.avi", "film.h264"}) {

@@ -62,7 +62,7 @@ constexpr std::array Complaints{
         "target",
         " NoTitleMenu NoTitleMenuInOneLanguage NoAudioMenu ResumeCellBeyond NoSuchMenuOfTheSet SetBeyond "
         "TitleOfTheSetBeyond TitleBeyond PartBeyond ProgramOfAnother PartOfAnother CellOfAnother "
-        "EmptyProgram GoToBeyondTheList PartFarBeyond "},
+        "EmptyProgram GoToBeyondTheList PartFarBeyond GoToOfACell "},
     Complaint{
         "domain",
         " CallInFirstPlay TitleOfASetInFirstPlay PartInATitleMenu TitleOfTheDiscInATitle MenuAfterATitle "},
@@ -75,10 +75,12 @@ constexpr std::array Complaints{
               " PlaysAStreamThatIsNotThere AMenuPlaysAStreamThatIsNotThere TwoKindsOfSound "},
     Complaint{"audio-attr", " PcmOfTwoSampleSizes "},
     Complaint{"attr-differs",
-              " TwoAspects TwoSizes FullScreenAsWide PlaysOfTwoAspects AspectChangesInAFile NtscOverPal Pall "
+              " TwoAspects TwoSizes FullScreenAsWide BitmapAsWide PlaysOfTwoAspects AspectChangesInAFile "
+              "NtscOverPal Pall "
               "SizeAsStandard Secam "},
     Complaint{"stamp-before-scr", " PlaysOfTwoBitRates BitRateChangesInAFile "},
     Complaint{"cell-time", " SinglePicture Pall SizeAsStandard Secam "},
+    Complaint{"bit-rate", " RateBeyondADisc "},
     Complaint{"profile", " ColoursAt422 "},
     Complaint{"vobu-length", " OneSequence "},
     Complaint{"vobu-start", " NoGroups "},

@@ -93,7 +93,8 @@ std::vector<Row> Rows() {
        "Selection Color=0 2 0 0|Action Color=0, 2, 0, 0|Item=Audio Play List|AudioLanguage=german |",
        "W doubtful-value p.qvp:4|W doubtful-value p.qvp:6|W doubtful-value p.qvp:8|W doubtful-value "
        "p.qvp:10|W "
-       "doubtful-value p.qvp:12|E audio-unnamed Audio1|W subtitle-without-bitmap Sub1+1|"},
+       "doubtful-value p.qvp:12|E audio-unnamed Audio1|W subtitle-without-bitmap Sub1+1|W button-set-empty "
+       "High1+1|"},
       {"SoundOfNoKind", "Item=Track|Item=Audio Play List|Item=Audio Play|AudioFile=film.xyz|",
        "E source-missing Audio1.AudioPlay1|E audio-kind-unknown Audio1|"},
       {"Command", Pgc + "Item=PreCommands|Command=Frobnicate|", "W command-unknown PGC1 Pre1|"},
@@ -177,9 +178,10 @@ std::vector<Row> Rows() {
       {"BitmapsOfSubtitles",
        Subtitles + Sub("00:00", "00:20", "Color=0,1,16,0|Contrast=0,1,2,-1|") +
            Sub("01:00", "00:20", "", "gone.bmp") + Sub("02:00", "00:20", "", "cut.bmp") +
-           Sub("03:00", "00:20", "Origin=800,0|") + Sub("04:00", "00:20", "", ""),
+           Sub("03:00", "00:20", "Origin=800,0|") + Sub("04:00", "00:20", "", "") +
+           Sub("05:00", "00:20", "", "huge.png"),
        "W subtitle-without-bitmap Sub1+5|W subtitle-index-beyond Sub1+1|W subtitle-index-beyond Sub1+1|E "
-       "source-missing Sub1+2|E subtitle-unfit Sub1+3|E subtitle-outside Sub1+4|",
+       "source-missing Sub1+2|E subtitle-unfit Sub1+3|E subtitle-outside Sub1+4|E subtitle-unfit Sub1+6|",
        true},
 
       {"LinksOfButtons", Buttons + Button("A", "Up=B|Down=A|") + Button("B", "Left=b|"),
@@ -189,9 +191,11 @@ std::vector<Row> Rows() {
        "", true},
       {"ButtonsWrong",
        Buttons + "Start Time To Video=00:00:01:00|Duration=00:00:02:00|Forced Select=4|Forced Action=-1|" +
+           "Offset=256|Selection End Time=00:00:00:24|Color Scheme 2|Action Color=0,16,0,0|" +
            Button("A", "Color Scheme=0|") + Button("A", "", 576) + Button("B") + forced,
        "W button-scheme-unknown High1+1|W button-area High1+1|W forced-button-missing High1+1|W "
-       "forced-button-missing High1+1|W button-name-repeated High1+1|",
+       "forced-button-missing High1+1|W button-name-repeated High1+1|W button-value-beyond High1+1|W "
+       "button-value-beyond High1+1|W button-selection-over High1+1|",
        true},
       {"NtscButtonsEndAtLine480",
        "Item=Track|Name=F|Resolution=NTSC|Item=Highlight Play|" + Button("A", "", 479) +
@@ -202,9 +206,9 @@ std::vector<Row> Rows() {
            "Item=Highlight Play|Start Time To Video=00:00:02:00|Duration=00:00:09:00|" +
            "Item=Highlight Play|Start Time To Video=00:00:01:24|Duration=00:00:00:01|" +
            Repeat(37, Button("b{}")) + "Item=Highlight Play|Start Time To Video=00:00:10:00|",
-       "W buttons-without-subtitle High1+1|W buttons-end-past-end High1+2|W buttons-overlap High1+2|E "
-       "buttons-out-of-order High1+3|E too-many-buttons High1+3|W buttons-without-subtitle High1+3|E "
-       "buttons-outside-track High1+4|",
+       "W buttons-without-subtitle High1+1|W buttons-end-past-end High1+2|W buttons-overlap High1+2|W "
+       "button-set-empty High1+2|E buttons-out-of-order High1+3|E too-many-buttons High1+3|W "
+       "buttons-without-subtitle High1+3|E buttons-outside-track High1+4|W button-set-empty High1+4|",
        true},
   };
 }
@@ -221,6 +225,7 @@ class FindingsTest : public testing::TestWithParam<Row> {
     const std::pair<const char*, std::string> files[] = {
         {"good.bmp", bitmap},
         {"odd.bmp", TextOf(WriteBmp(smoothed))},
+        {"huge.png", std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\x40\0\0\0\x08\0\x08\x02", 26)},
         {"cut.bmp", bitmap.substr(0, bitmap.size() - 20)},
         {"small.bmp", TextOf(WriteBmp(Picture(100, 100)))},
         {"still.bmp", TextOf(WriteBmp(Picture(720, 576)))},
@@ -312,6 +317,11 @@ TEST(MessageCodes, NoTwoKindsShareOneAndEachFindingHasItsRow) {
     }
   }
   EXPECT_GT(codes.size(), 100U);
+  const std::string limits = TempFolder::Read(SourceFile("docs/limits.md"));
+  const std::regex quoted("`([a-z]+(-[a-z]+)+)`");
+  for (std::sregex_iterator at(limits.begin(), limits.end(), quoted); at != std::sregex_iterator(); ++at) {
+    EXPECT_TRUE(codes.contains((*at)[1])) << (*at)[1];
+  }
 }
 
 }  // namespace

@@ -310,7 +310,7 @@ TEST_F(Operations, ThePreflightAsksAndTellsInItsOrder) {
     Ui.Messages.clear();
     Ui.Questions.clear();
     Ui.Answers = std::move(answers);
-    const bool may = MayAuthor(Session, Ui);
+    const bool may = MayAuthor(Session, Session.Work().DestinationFolder, Ui);
     EXPECT_TRUE(Ui.Answers.empty());
     std::string heard;
     for (const auto* list : {&Ui.Questions, &Ui.Messages}) {

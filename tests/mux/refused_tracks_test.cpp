@@ -103,7 +103,7 @@ TEST(RefusedTracks, SoundThatWouldStartAfterThePicture) {
     ASSERT_FALSE(run.Ui.Messages.empty());
     EXPECT_TRUE(run.Ui.Messages[0].Is(message::AudioNeverStarts));
     EXPECT_THAT(run.Ui.Messages[0].Text, testing::HasSubstr("Audio stream 0"));
-    EXPECT_EQ(run.Ui.Messages.back().Is(message::AudioNeverStarts), rules.RefusesDeadDiscs);
+    EXPECT_TRUE(rules.RefusesDeadDiscs || run.Ui.Messages.at(1).Is(message::AudioStartsLate));
   }
 }
 

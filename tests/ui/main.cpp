@@ -8,6 +8,7 @@
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   qputenv("LC_ALL", "C.UTF-8");
+  qputenv("QT_LOGGING_RULES", "qt.qpa*=false;*.info=false");
   QStandardPaths::setTestModeEnabled(true);
   testing::InitGoogleTest(&argc, argv);
   QGuiApplication application(argc, argv);
