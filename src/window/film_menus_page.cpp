@@ -6,7 +6,9 @@
 #include <QHBoxLayout>
 #include <QLocale>
 #include <QStandardPaths>
+#include <QVBoxLayout>
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 #include "desk/made_disc.h"
@@ -100,8 +102,13 @@ void FilmMenusPage::Build() {
   chapters_->setSpecialValueText(tr("No chapters but those of lists"));
   chapters_->setToolTip(tr("A film with a chapter list has the chapters of the list"));
   auto* const browse = new QPushButton(tr("Bro&wse…"));
+  browse->setAutoDefault(false);
+  themeFolder_->setAutoDefault(false);
   connect(browse, &QPushButton::clicked, this, &FilmMenusPage::AskForProject);
-  auto* const form = new QFormLayout(this);
+  auto* const form = new QFormLayout;
+  auto* const column = new QVBoxLayout(this);
+  column->addLayout(form);
+  column->addStretch();
   const auto add = [form](const QString& label, QWidget* field, QWidget* row = nullptr) {
     field->setAccessibleName(QString(label).remove(QLatin1Char('&')));
     auto* const words = new QLabel(label);

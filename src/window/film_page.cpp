@@ -78,11 +78,12 @@ QWidget* FilmListPage::BuildButtons() {
   column->setContentsMargins(0, 0, 0, 0);
   const auto add = [&](const QString& text, auto run) {
     auto* const button = new QPushButton(text);
+    button->setAutoDefault(column->isEmpty());
     column->addWidget(button);
     connect(button, &QPushButton::clicked, this, run);
     return button;
   };
-  add(tr("&Add Files…"), [this] { AskForFiles(); })->setDefault(true);
+  setFocusProxy(add(tr("&Add Files…"), [this] { AskForFiles(); }));
   remove_ = add(tr("&Remove"), [this] { list_.Remove(films_->currentIndex()); });
   up_ = add(tr("Move &Up"), [this] { MoveCurrent(-1); });
   down_ = add(tr("Move &Down"), [this] { MoveCurrent(1); });
@@ -154,6 +155,10 @@ void FilmListPage::ShowFaults() {
     faults_->setPlainText(text);
   }
   faults_->setVisible(!lines.isEmpty());
+}
+
+void FilmListPage::initializePage() {
+  setFocus();
 }
 
 bool FilmListPage::validatePage() {

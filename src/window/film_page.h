@@ -24,6 +24,7 @@ class FilmListPage : public QWizardPage {
   void AddFiles(const std::vector<std::string>& paths);
 
   [[nodiscard]] bool isComplete() const override { return !list_.IsEmpty(); }
+  void initializePage() override;
   // Stays where it is known that no disc can be made of the films.
   bool validatePage() override;
 

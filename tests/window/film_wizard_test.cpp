@@ -183,8 +183,8 @@ class FilmWizardOver : public testing::Test {
       }
     }
     ADD_FAILURE() << "no " << name.toStdString();
-    static Widget none;
-    return none;
+    static auto* const none = new Widget;
+    return *none;
   }
 
   void Drop(const std::vector<std::string>& names) {
