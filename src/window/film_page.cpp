@@ -145,11 +145,9 @@ void FilmListPage::ShowState() {
 
 void FilmListPage::ShowFaults() {
   QStringList lines;
-  for (const auto* messages : {&refused_, &list_.Look().Errors}) {
-    for (const Message& message : *messages) {
-      lines << Shown(message.Text);
-    }
-  }
+  const auto add = [&lines](const Message& message) { lines << Shown(message.Text); };
+  std::ranges::for_each(refused_, add);
+  std::ranges::for_each(list_.Look().Errors, add);
   const QString text = lines.join(QStringLiteral("\n\n"));
   if (text != faults_->toPlainText()) {
     faults_->setPlainText(text);

@@ -153,7 +153,7 @@ bool FilmWizard::MayMake(FilmDiscOrder& order) {
   const std::string pages = PagesOf(order.Project);
   if (Exists(order.Project) || Exists(pages)) {
     const Message question =
-        MessageOf(message::AskReplaceDisc, {}, Exists(order.Project) ? order.Project : pages);
+        MessageOf(message::AskReplaceFilmDisc, {}, Exists(order.Project) ? order.Project : pages);
     order.Replaces = parts_.Answers.Ask(question.Title, question.Text, "Replace", "Cancel");
     if (!order.Replaces) {
       return false;

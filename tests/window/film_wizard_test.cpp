@@ -134,23 +134,26 @@ TEST(FilmListModel, ChangesByWhatTheUserDoes) {
 
 TEST(FilmLook, NamesWhatSubtitlesShowFor) {
   struct Case {
-    FilmFileLook Video;
-    std::string Label;
-    std::string Words;
+    bool IsWide;
+    bool HasPanScan;
+    std::string Mode;
   };
-  for (const Case& each :
-       {Case{{.IsWide = true}, "Sub 2 (Wide/Letter)", "Subtitle Track 2 showing Wide/Letter subtitles"},
-        Case{{.PanScan = true}, "Sub 2 (Wide/PS)", "Subtitle Track 2 showing Wide/PS subtitles"},
-        Case{{}, "Sub 2 (Normal)", "Subtitle Track 2 showing Normal subtitles"}}) {
-    EXPECT_EQ(SubtitleLabel(2, SubtitleModeOf(each.Video)), each.Label);
-    EXPECT_EQ(SubtitleExplanation(2, SubtitleModeOf(each.Video)), each.Words);
+  const std::vector<Case> cases{
+      {true, false, "Wide/Letter"}, {false, true, "Wide/PS"}, {false, false, "Normal"}};
+  for (const Case& each : cases) {
+    FilmFileLook video;
+    video.IsWide = each.IsWide;
+    video.PanScan = each.HasPanScan;
+    EXPECT_EQ(SubtitleLabel(2, SubtitleModeOf(video)), "Sub 2 (" + each.Mode + ")");
+    EXPECT_EQ(SubtitleExplanation(2, SubtitleModeOf(video)),
+              "Subtitle Track 2 showing " + each.Mode + " subtitles");
   }
 }
 
 // The wizard over a window, with films in a folder of their own.
 class FilmWizardOver : public testing::Test {
  protected:
-  FilmWizardOver() : window_(Setup()) {
+  FilmWizardOver() : window_(SetupOf()) {
     for (const auto& entry : fs::directory_iterator(SourceFile("examples/media"))) {
       fs::copy(entry.path(), films_.Path());
     }
@@ -158,7 +161,7 @@ class FilmWizardOver : public testing::Test {
     window_.activateWindow();
   }
 
-  WindowSetup Setup() {
+  WindowSetup SetupOf() {
     WindowSetup setup;
     setup.Answers = &answers_;
     setup.StateFolder = state_ / "state";
