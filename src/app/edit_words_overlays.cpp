@@ -10,17 +10,18 @@
 #include <string_view>
 #include <vector>
 
-#include "desk/edit_button_fields.h"
 #include "app/edit_words.h"
-#include "desk/frame_picture.h"
 #include "base/text.h"
 #include "base/timecode.h"
 #include "check/track_times.h"
+#include "desk/edit_button_fields.h"
+#include "desk/frame_picture.h"
 #include "edit/button_sets.h"
 #include "edit/live_sources.h"
 #include "edit/operation_ui.h"
 #include "edit/overlays.h"
 #include "edit/saved_frame.h"
+#include "edit/subtitle_along.h"
 #include "edit/track_viewer.h"
 #include "model/keys.h"
 #include "platform/platform_pictures.h"
@@ -142,8 +143,10 @@ SubPicturePlay SubtitleOf(const EditDesk& desk, const EditLine& line) {
 Outcome SetTimesFrom(EditDesk& desk, const EditLine& line) {
   const SubtitlePlace place = PlaceOf(desk, line);
   const int rate = TrackTimes(desk.Session.Work().Tracks[place.Track]).FramesPerSecond;
-  return SetTimes(desk.Session, place,
-                  {.Start = FrameOf(line.At("start"), rate), .Frames = FrameOf(line.At("duration"), rate)});
+  const SubtitleTimes times{.Start = FrameOf(line.At("start"), rate),
+                            .Frames = FrameOf(line.At("duration"), rate)};
+  return line.FlagIf("along") ? SetTimesAlong(desk.Session, place, times)
+                              : SetTimes(desk.Session, place, times);
 }
 
 // --- buttons ---
@@ -242,7 +245,7 @@ constexpr std::array Words{
              [](EditDesk& desk, const EditLine& line) -> EditAnswer {
                return ReplaceBitmap(desk.Session, MomentOf(desk, line), LineTextOf(line.At("file")));
              }},
-    EditWord{"subtitle-times", "stream number start duration",
+    EditWord{"subtitle-times", "stream number start duration along?",
              [](EditDesk& desk, const EditLine& line) -> EditAnswer { return SetTimesFrom(desk, line); }},
     EditWord{"subtitle-used", "stream number used",
              [](EditDesk& desk, const EditLine& line) -> EditAnswer {

@@ -2,8 +2,8 @@
 #include <array>
 #include <string>
 
-#include "desk/edit_button_fields.h"
 #include "app/edit_words.h"
+#include "desk/edit_button_fields.h"
 #include "edit/live_sources.h"
 #include "edit/segment_files.h"
 #include "edit/segments.h"
@@ -22,6 +22,15 @@ Outcome NewSceneFrom(EditDesk& desk, const EditLine& line) {
     static_cast<void>(FrameOf(line.At("time"), TrackFramesPerSecond(project, project.Tracks[track->Track])));
   }
   return NewScene(desk.Session, key, line.Text("time"));
+}
+
+Outcome MoveSceneFrom(EditDesk& desk, const EditLine& line) {
+  const Project& project = desk.Session.Work();
+  const std::string key = line.Text("key");
+  if (const auto scene = LiveSource(project, key, SourceKey::Node::Scene)) {
+    static_cast<void>(FrameOf(line.At("time"), TrackFramesPerSecond(project, project.Tracks[scene->Track])));
+  }
+  return MoveScene(desk.Session, key, line.Text("time"));
 }
 
 constexpr std::array Words{
@@ -52,6 +61,8 @@ constexpr std::array Words{
              }},
     EditWord{"new-scene", "key time",
              [](EditDesk& desk, const EditLine& line) -> EditAnswer { return NewSceneFrom(desk, line); }},
+    EditWord{"move-scene", "key time",
+             [](EditDesk& desk, const EditLine& line) -> EditAnswer { return MoveSceneFrom(desk, line); }},
     EditWord{"import-chapters", "key file",
              [](EditDesk& desk, const EditLine& line) -> EditAnswer {
                return ImportChapters(desk.Session, line.Text("key"), line.Text("file"), desk.Ui);

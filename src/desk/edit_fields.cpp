@@ -23,41 +23,41 @@ constexpr std::string_view StillLabel = "Still (seconds, 255 for ever)";
 constexpr std::string_view UopsLabel = "Prohibited user operations";
 
 constexpr std::array PgcRows{
-    Row<&PGC_P::PaletteName, PaletteNameValue>("palette", "Palette"),
-    Row<&PGC_P::NextPGC, LinkValue>("next", "Next"),
-    Row<&PGC_P::GoUpPGC, LinkValue>("goUp", "Go up"),
-    Row<&PGC_P::StillTime, NumberWithin<0, MostStill>>("still", StillLabel),
-    Row<&PGC_P::PlayBackMode, PlaybackValue>("playback", "Playback"),
-    Row<&PGC_P::Repeat, NumberWithin<0, MostRepeats>>("repeat", "Repeats"),
-    Row<&PGC_P::Uops, UopsValue>("userOperations", UopsLabel),
-    Row<&PGC_P::AudioAssignments, StreamMapValue>("audioMap", "Audio map"),
-    Row<&PGC_P::NormalAssignments, StreamMapValue>("normalMap", "Subtitle map, 4:3"),
-    Row<&PGC_P::WideAssignments, StreamMapValue>("wideMap", "Subtitle map, wide"),
-    Row<&PGC_P::LetterAssignments, StreamMapValue>("letterboxMap", "Subtitle map, letterbox"),
-    Row<&PGC_P::PanAssignments, StreamMapValue>("panMap", "Subtitle map, pan-scan")};
-constexpr std::array FirstPlayRows{Row<&PGC_P::Uops, UopsValue>("userOperations", UopsLabel)};
-constexpr std::array OfTitlesRows{Row<&PGC_P::PrevPGC, LinkValue>("previous", "Previous")};
-constexpr std::array OfMenusRows{Row<&PGC_P::MenuType, MenuTypeValue>("menuType", "Menu type")};
+    FieldRowOf<&PGC_P::PaletteName, PaletteNameValue>("palette", "Palette"),
+    FieldRowOf<&PGC_P::NextPGC, LinkValue>("next", "Next"),
+    FieldRowOf<&PGC_P::GoUpPGC, LinkValue>("goUp", "Go up"),
+    FieldRowOf<&PGC_P::StillTime, NumberWithin<0, MostStill>>("still", StillLabel),
+    FieldRowOf<&PGC_P::PlayBackMode, PlaybackValue>("playback", "Playback"),
+    FieldRowOf<&PGC_P::Repeat, NumberWithin<0, MostRepeats>>("repeat", "Repeats"),
+    FieldRowOf<&PGC_P::Uops, UopsValue>("userOperations", UopsLabel),
+    FieldRowOf<&PGC_P::AudioAssignments, StreamMapValue>("audioMap", "Audio map"),
+    FieldRowOf<&PGC_P::NormalAssignments, StreamMapValue>("normalMap", "Subtitle map, 4:3"),
+    FieldRowOf<&PGC_P::WideAssignments, StreamMapValue>("wideMap", "Subtitle map, wide"),
+    FieldRowOf<&PGC_P::LetterAssignments, StreamMapValue>("letterboxMap", "Subtitle map, letterbox"),
+    FieldRowOf<&PGC_P::PanAssignments, StreamMapValue>("panMap", "Subtitle map, pan-scan")};
+constexpr std::array FirstPlayRows{FieldRowOf<&PGC_P::Uops, UopsValue>("userOperations", UopsLabel)};
+constexpr std::array OfTitlesRows{FieldRowOf<&PGC_P::PrevPGC, LinkValue>("previous", "Previous")};
+constexpr std::array OfMenusRows{FieldRowOf<&PGC_P::MenuType, MenuTypeValue>("menuType", "Menu type")};
 
 constexpr std::array TitleRows{
-    Row<&Title_P::Custom, PolicyValue>("audioPolicy", "Audio policy"),
-    Row<&Title_P::AudioAssignments, StreamFlagsValue>("audioStreams", "Audio streams (custom)"),
-    Row<&Title_P::SubCustom, PolicyValue>("subtitlePolicy", "Subtitle policy"),
-    Row<&Title_P::SubAssignments, StreamFlagsValue>("subtitleStreams", "Subtitle streams (custom)"),
-    Row<&Title_P::UOPPTTPlay, FlagValue>("noChapterPlay", "Chapter search prohibited"),
-    Row<&Title_P::UOPTimePlay, FlagValue>("noTimePlay", "Time search prohibited")};
+    FieldRowOf<&Title_P::Custom, PolicyValue>("audioPolicy", "Audio policy"),
+    FieldRowOf<&Title_P::AudioAssignments, StreamFlagsValue>("audioStreams", "Audio streams (custom)"),
+    FieldRowOf<&Title_P::SubCustom, PolicyValue>("subtitlePolicy", "Subtitle policy"),
+    FieldRowOf<&Title_P::SubAssignments, StreamFlagsValue>("subtitleStreams", "Subtitle streams (custom)"),
+    FieldRowOf<&Title_P::UOPPTTPlay, FlagValue>("noChapterPlay", "Chapter search prohibited"),
+    FieldRowOf<&Title_P::UOPTimePlay, FlagValue>("noTimePlay", "Time search prohibited")};
 
 constexpr std::array CellRows{
-    Row<&Cell_P::StillTime, NumberWithin<0, MostStill>>("still", StillLabel),
-    Row<&Cell_P::CellCommand, CellCommandValue>("command", "Cell command (0 for none)"),
-    Row<&Cell_P::RestrictedAccess, FlagValue>("restricted", "Restricted access"),
-    Row<&Cell_P::Seamless, FlagValue>("seamless", "Seamless"),
-    Row<&Cell_P::Uops, UopsValue>("userOperations", UopsLabel)};
+    FieldRowOf<&Cell_P::StillTime, NumberWithin<0, MostStill>>("still", StillLabel),
+    FieldRowOf<&Cell_P::CellCommand, CellCommandValue>("command", "Cell command (0 for none)"),
+    FieldRowOf<&Cell_P::RestrictedAccess, FlagValue>("restricted", "Restricted access"),
+    FieldRowOf<&Cell_P::Seamless, FlagValue>("seamless", "Seamless"),
+    FieldRowOf<&Cell_P::Uops, UopsValue>("userOperations", UopsLabel)};
 
 constexpr std::array EntryRows{
-    Row<&VTS_P::MenuLetterBoxed, FlagValue>("menuLetterboxed", "Menus are letterboxed"),
-    Row<&VTS_P::TitleLetterBoxed, FlagValue>("titleLetterboxed", "Titles are letterboxed"),
-    Row<&VTS_P::TitleCameraMode, FlagValue>("filmMode", "Film mode")};
+    FieldRowOf<&VTS_P::MenuLetterBoxed, FlagValue>("menuLetterboxed", "Menus are letterboxed"),
+    FieldRowOf<&VTS_P::TitleLetterBoxed, FlagValue>("titleLetterboxed", "Titles are letterboxed"),
+    FieldRowOf<&VTS_P::TitleCameraMode, FlagValue>("filmMode", "Film mode")};
 
 // The tables of a PGC by its place.
 std::array<std::span<const FieldRow<PGC_P>>, 2> PgcTables(const std::string& key) {

@@ -20,7 +20,7 @@ enum class FieldKind : std::uint8_t {
   Flags     // a list of true and false
 };
 
-struct ElementField {
+struct ElementField {      // NOLINT(bugprone-exception-escape): moving a value of JSON only asserts
   std::string_view Name;   // by which `SetFields` knows it
   std::string_view Label;  // what a form calls it
   FieldKind Kind = FieldKind::Text;

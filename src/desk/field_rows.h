@@ -43,7 +43,7 @@ struct MemberOf<Value Owner::*> {
 // A row whose value stands in one member. `Kind` reads it from what a user wrote, given what it was before,
 // and shows it.
 template <auto Member, class Kind>
-constexpr auto Row(std::string_view name, std::string_view label) {
+constexpr auto FieldRowOf(std::string_view name, std::string_view label) {
   using Element = typename MemberOf<decltype(Member)>::Element;
   return FieldRow<Element>{name, label,
                            [](const FieldPlace& at, Element& element, const JsonField& value) {

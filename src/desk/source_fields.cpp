@@ -23,19 +23,19 @@ namespace {
 constexpr std::int64_t MostDelay = 3'600'000;  // milliseconds either way
 
 constexpr std::array AudioRows{
-    Row<&AudioStream::Language, LanguageValue>("language", "Language"),
-    Row<&AudioStream::Extension, AudioExtensionValue>("extension", "Extension"),
-    Row<&AudioStream::StreamNumber, NumberWithin<0, AudioStreamCount - 1>>("number", "Stream number"),
-    Row<&AudioStream::Delay, NumberWithin<-MostDelay, MostDelay>>("delay", "Delay (ms)"),
-    Row<&AudioStream::Emphasis, FlagValue>("emphasis", "Emphasis (PCM)"),
-    Row<&AudioStream::Mute, FlagValue>("mute", "Mute (PCM)")};
+    FieldRowOf<&AudioStream::Language, LanguageValue>("language", "Language"),
+    FieldRowOf<&AudioStream::Extension, AudioExtensionValue>("extension", "Extension"),
+    FieldRowOf<&AudioStream::StreamNumber, NumberWithin<0, AudioStreamCount - 1>>("number", "Stream number"),
+    FieldRowOf<&AudioStream::Delay, NumberWithin<-MostDelay, MostDelay>>("delay", "Delay (ms)"),
+    FieldRowOf<&AudioStream::Emphasis, FlagValue>("emphasis", "Emphasis (PCM)"),
+    FieldRowOf<&AudioStream::Mute, FlagValue>("mute", "Mute (PCM)")};
 
 constexpr std::array SubtitleRows{
-    Row<&SubtitleStream::Language, LanguageValue>("language", "Language"),
-    Row<&SubtitleStream::Extension, SubExtensionValue>("extension", "Extension"),
-    Row<&SubtitleStream::StreamNumber, NumberWithin<0, SubStreamCount - 1>>("number", "Stream number"),
-    Row<&SubtitleStream::DisplayMode, SubDisplayModeValue>("displayMode", "Display mode"),
-    Row<&SubtitleStream::DropFrame, FlagValue>("dropFrame", "Drop-frame times")};
+    FieldRowOf<&SubtitleStream::Language, LanguageValue>("language", "Language"),
+    FieldRowOf<&SubtitleStream::Extension, SubExtensionValue>("extension", "Extension"),
+    FieldRowOf<&SubtitleStream::StreamNumber, NumberWithin<0, SubStreamCount - 1>>("number", "Stream number"),
+    FieldRowOf<&SubtitleStream::DisplayMode, SubDisplayModeValue>("displayMode", "Display mode"),
+    FieldRowOf<&SubtitleStream::DropFrame, FlagValue>("dropFrame", "Drop-frame times")};
 
 // A field of a track, which operations of their own change.
 struct TrackRow {

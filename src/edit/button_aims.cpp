@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "edit/button_edits.h"
@@ -183,14 +184,17 @@ class LeadingText {
 };
 
 // A node and those below it, as far as something leads there.
-void AddAims(const TreeNode& node, const Project& project, LeadingText& text, std::vector<ButtonAim>& aims) {
+void AddAims(const TreeNode& node, const Project& project, LeadingText& text, std::set<std::string>& known,
+             std::vector<ButtonAim>& aims) {
   const bool isOffered = node.Kind == "title" || node.Kind == "pgc" || node.Kind == "program";
-  if (isOffered && text.To(node.Key)) {
+  // The first PGC of a title, and its first chapter, are the title.
+  if (const auto command = isOffered ? text.To(node.Key) : std::nullopt;
+      command && known.insert(*command).second) {
     const std::string_view kind = node.Kind == "title" ? "Title" : node.Kind == "pgc" ? "PGC" : "Chapter";
     aims.push_back({node.Key, fmt::format("{} {}", kind, NameOfElement(project, node.Key))});
   }
   for (const TreeNode& child : node.Children) {
-    AddAims(child, project, text, aims);
+    AddAims(child, project, text, known, aims);
   }
 }
 
@@ -210,10 +214,13 @@ Outcome AimButton(EditSession& session, std::size_t track, const ButtonPlace& bu
   }
   Change change(session, "Button Command");
   for (const CommandPlace& place : places) {
+    if (FindCommand(session.Work(), place) == nullptr) {
+      continue;  // a cell that says nothing, beside one that speaks
+    }
     const auto text = TextLeadingTo(session.Work(), session.RulesInForce(), place.Key, target);
     if (!text) {
-      return Outcome::Refused(
-          MessageOf(message::ButtonCannotLead, place.Key, NameOfElement(session.Work(), target), place.Key));
+      return Outcome::Refused(MessageOf(message::ButtonCannotLead, place.Key,
+                                        NameOfElement(session.Work(), target), place.Key));
     }
     if (Outcome set = SetCommand(session, place, *text); !set.IsDone()) {
       return set;
@@ -228,7 +235,8 @@ std::vector<ButtonAim> AimsAt(const Project& project, const Rules& rules, std::s
   const auto cells = CellsPlaying(project, track, SceneAt(project.Tracks[track], frame));
   if (!cells.empty()) {
     LeadingText text(project, rules, cells.front()->Key);
-    AddAims(StructureTree(project), project, text, aims);
+    std::set<std::string> known;
+    AddAims(StructureTree(project), project, text, known, aims);
   }
   return aims;
 }

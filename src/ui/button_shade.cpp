@@ -9,17 +9,21 @@
 #include <filesystem>
 #include <optional>
 #include <system_error>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 #include "base/file_text.h"
 #include "base/text.h"
 #include "check/track_times.h"
 #include "edit/change.h"
+#include "edit/display_maps.h"
 #include "edit/overlays.h"
 #include "edit/segments.h"
 #include "edit/source_paths.h"
 #include "edit/track_viewer.h"
 #include "model/keys.h"
+#include "model/walk.h"
 #include "subpicture/bitmap_window.h"
 #include "subpicture/subtitle_times.h"
 #include "subpicture/unit_reader.h"
@@ -95,6 +99,22 @@ SubPicturePlay ShadeEntry(const std::string& file, const ColorScheme& scheme, bo
   return entry;
 }
 
+// PGCs that play the track show its new streams.
+void MapStreams(Change& change, std::size_t track) {
+  std::vector<std::tuple<std::size_t, std::string, bool>> playing;
+  for (const auto& at : LivePgcs(change.Work())) {
+    if (std::ranges::any_of(LiveCells(*at.Chain), [track](const Cell_P* cell) {
+          return std::cmp_equal(cell->SegmentUsed, track);
+        })) {
+      playing.emplace_back(at.EntryNumber, at.Key(), at.In() == Domain::Menu);
+    }
+  }
+  for (const auto& [entry, key, isMenu] : playing) {
+    Project& project = change.Touch({Part::OfEntry(entry)});
+    MapDisplayModes(*FindPgc(project.Disc, key), project.Tracks[track], isMenu);
+  }
+}
+
 std::string ShadeBytes(int lines) {
   QImage image(ScreenWidth, lines, QImage::Format_RGB888);
   image.fill(Qt::black);
@@ -114,6 +134,7 @@ bool LacksShade(const Track& track, std::int64_t frame) {
 Outcome AddShade(EditSession& session, const ShadeSpan& span, const std::string& file,
                  const ColorScheme& scheme) {
   Change change(session, "New Button");
+  const std::size_t streamsBefore = session.Work().Tracks[span.Track].SubStreams.size();
   for (const ViewMode view : OfferedViews(session.Work().Tracks[span.Track])) {
     if (ShowsIn(session.Work().Tracks[span.Track], view, span.Start)) {
       continue;
@@ -134,6 +155,9 @@ Outcome AddShade(EditSession& session, const ShadeSpan& span, const std::string&
         EntryAt(track.SubStreams[number].SubPlays, span.Start, TrackTimes(track).FramesPerSecond);
     // Where it cannot last so long, for another subtitle, it lasts as long as it can.
     static_cast<void>(SetTimes(session, {span.Track, number, *place}, {span.Start, span.Frames}));
+  }
+  if (session.Work().Tracks[span.Track].SubStreams.size() > streamsBefore) {
+    MapStreams(change, span.Track);
   }
   return change.Commit(TrackKey(span.Track));
 }

@@ -34,6 +34,7 @@ class TextResolver {
     if (form.Target) {
       const Found found = Look(*form.Target);
       PutTarget(form, found);
+      TellBeyondField(form, *form.Target, found);
       Note(result, *form.Target, result.Naming, found);
       FollowRename(form, *form.Target, found);
     }
@@ -45,6 +46,7 @@ class TextResolver {
     if (form.Link) {
       const Found found = Look(*form.Link);
       form.Command.LinkAfterSet->Number = found.Number;
+      TellBeyondField(form, *form.Link, found);
       Note(result, *form.Link, result.LinkNaming, found);
       FollowRename(form, *form.Link, found);
     }
@@ -88,6 +90,26 @@ class TextResolver {
     const bool reached = names_ == nullptr || !counted ||
                          (target->Number >= 1 && target->Number <= names_->Most(reference.Kind));
     return reached ? Found{target->Number, target->Title, false, nullptr} : Found{};
+  }
+
+  // Where nothing tells how many there are, a number that its bytes do not hold becomes another one.
+  void TellBeyondField(CommandForm& form, const CommandReference& reference, const Found& found) const {
+    const auto most = [&reference] {
+      switch (reference.Kind) {
+        case TargetKind::LinkPgc:
+        case TargetKind::VmgPgc:
+        case TargetKind::TimerPgc:
+          return 0x7FFF;
+        case TargetKind::LinkPart:
+        case TargetKind::JumpSetPart:
+          return 0x3FF;
+        default:
+          return 0xFF;
+      }
+    };
+    if (names_ == nullptr && (found.Number > most() || found.Title > 0xFF)) {
+      form.Faults |= TextFault::NumberBeyondField;
+    }
   }
 
   static void PutTarget(CommandForm& form, const Found& found) {

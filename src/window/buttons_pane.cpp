@@ -18,6 +18,7 @@
 #include "ui/shown_text.h"
 #include "vm/command_place.h"
 #include "window/cell_table.h"
+#include "window/command_editor.h"
 #include "window/time_text.h"
 
 namespace quorvelant {
@@ -139,9 +140,9 @@ void ButtonsPane::Build() {
   table_->SetEmptyWords(
       tr("The buttons of the moment that is shown stand here. New Button puts one onto the "
          "picture; a title dragged from Disc onto the picture makes one with its command."));
-  auto* const editor =
-      new CellEditor([this](const QModelIndex& index, const QString& text) { return Commit(index, text); },
-                     [this](const Message& words) { parts_.Doc.Speaks().Tell(words); }, table_);
+  auto* const editor = new CommandEditor(
+      parts_.Doc, [this](const QModelIndex& index) { return CommandKey(index); },
+      [this](const QModelIndex& index, const QString& text) { return Commit(index, text); }, table_);
   editor->SetChoices([this](const QModelIndex& index) { return ChoicesOf(index); });
   table_->setItemDelegate(editor);
   connect(table_, &CellTable::RemoveWanted, this, &ButtonsPane::RemoveRow);
@@ -238,7 +239,7 @@ void ButtonsPane::FillTools() {
     sets_->addItem(QStringLiteral("%1: %2").arg(sets_->count() + 1).arg(Shown(one.StartTimeToVideo)));
   }
   sets_->setCurrentIndex(static_cast<int>(shown_->Set));
-  for (auto& [box, number] : {std::pair(select_, set->ForcedSelect), std::pair(action_, set->ForcedAction)}) {
+  for (const auto& [box, number] : {std::pair(select_, set->ForcedSelect), std::pair(action_, set->ForcedAction)}) {
     box->addItem(NoButton());
     for (const HighlightButton& button : set->Buttons) {
       box->addItem(Shown(button.Name));
@@ -275,9 +276,24 @@ QStringList ButtonsPane::ChoicesOf(const QModelIndex& index) const {
   return names;
 }
 
+// Of a cell that plays the button; empty for what is no command.
+std::string ButtonsPane::CommandKey(const QModelIndex& index) const {
+  if (Set() == nullptr || index.column() != ButtonModel::Command) {
+    return {};
+  }
+  const auto places = CommandsOfButton(parts_.Doc.Work(), shown_->Track,
+                                       {shown_->Set, static_cast<std::size_t>(index.row())});
+  return places.empty() ? std::string() : places.front().Key;
+}
+
 std::optional<CellRefusal> ButtonsPane::Commit(const QModelIndex& index, const QString& text) {
   if (Set() == nullptr) {
     return std::nullopt;
+  }
+  if (!CommandKey(index).empty()) {
+    if (auto refusal = CommandRefusal(parts_.Doc.Session(), text)) {
+      return refusal;
+    }
   }
   try {
     const ButtonPlace place{shown_->Set, static_cast<std::size_t>(index.row())};

@@ -41,6 +41,7 @@ class ButtonsPane : public QWidget {
   [[nodiscard]] std::vector<ButtonRow> RowsOfSet() const;
   void ChooseSet(std::size_t set);
   [[nodiscard]] QStringList ChoicesOf(const QModelIndex& index) const;
+  [[nodiscard]] std::string CommandKey(const QModelIndex& index) const;
   [[nodiscard]] std::optional<CellRefusal> Commit(const QModelIndex& index, const QString& text);
   [[nodiscard]] Outcome Write(EditSession& session, const ButtonPlace& place, int column,
                               const QString& text);

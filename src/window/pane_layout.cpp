@@ -111,6 +111,7 @@ void PaneLayout::Add(const QString& name, QWidget* pane, Qt::DockWidgetArea area
   auto* const holder = new QWidget;
   auto* const rows = new QVBoxLayout(holder);
   rows->setContentsMargins({});
+  holder->setMinimumSize(1, 1);  // also while the pane is hidden
   rows->addWidget(pane);
   dock->setWidget(holder);
   // Behind another tab a dock lies outside the window and still counts as shown: readers of the screen would

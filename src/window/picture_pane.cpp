@@ -235,9 +235,11 @@ void PicturePane::ShowState() {
   viewBox_->setCurrentIndex(viewBox_->findData(static_cast<int>(state.View)));
   for (const std::size_t stream : StreamsIn(state.View, *track)) {
     const SubtitleStream& shown = track->SubStreams[stream];
-    streamBox_->addItem(tr("%1  %2 (%n lines)", nullptr, static_cast<int>(shown.SubPlays.size()))
+    const std::size_t lines = shown.SubPlays.size();
+    streamBox_->addItem((lines == 1 ? tr("%1  %2 (%3 line)") : tr("%1  %2 (%3 lines)"))
                             .arg(stream + 1)
-                            .arg(Shown(shown.Language)),
+                            .arg(Shown(shown.Language))
+                            .arg(lines),
                         static_cast<qulonglong>(stream));
   }
   if (streamBox_->count() == 0) {

@@ -141,6 +141,7 @@ PictureView::PictureView(WindowParts& parts, ButtonBoard& board, QWidget* parent
     TellChosen();
   });
   connect(&board, &ButtonBoard::StateChanged, this, &PictureView::Refresh);
+  connect(&parts.Chosen, &Selection::KeyChanged, this, &PictureView::Refresh);  // the palette may be another
   connect(&parts.Doc, qOverload<const ChangeEvent&>(&Document::Changed), this, [this] {
     EndGesture();
     Refresh();
@@ -181,7 +182,7 @@ void PictureView::Refresh() {
   if (const auto& unit = parts_.View.UnitNow(); track && unit && parts_.View.State().Entry) {
     const Project& project = parts_.Doc.Work();
     overlay_ =
-        OverlayImage(*unit, ShownPalette(project, *track, parts_.View.State().Frame, parts_.Chosen.Key()),
+        OverlayImage(*unit, ShownPalette(project, *track, parts_.View.State().Frame, parts_.Chosen.Structure()),
                      TrackTimes(project.Tracks[*track]).IsNtsc(), board_.Looks());
   }
   parts_.Commands.Refresh();

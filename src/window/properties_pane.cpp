@@ -4,6 +4,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QScrollArea>
+#include <QStyle>
 #include <QVBoxLayout>
 
 #include "base/message_error.h"
@@ -76,6 +77,7 @@ PropertiesPane::PropertiesPane(WindowParts& parts, QWidget* parent)
   area_->setWidgetResizable(true);
   area_->setFrameShape(QFrame::NoFrame);
   area_->setFocusPolicy(Qt::NoFocus);
+  area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   auto* const box = new QGroupBox(tr("Palettes"));
   auto* const inBox = new QVBoxLayout(box);
   inBox->addWidget(palettes_);
@@ -165,6 +167,9 @@ void PropertiesPane::BuildForm(const std::vector<ElementField>& fields) {
   form_->setParent(nullptr);
   form_->deleteLater();
   form_ = content;
+  // As wide as what stands in it: forms scroll one way only.
+  area_->setMinimumWidth(inside_->minimumSize().width() +
+                         style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, area_));
 }
 
 void PropertiesPane::ShowFields(const std::vector<ElementField>& fields) {

@@ -51,7 +51,7 @@ class ProgramPages : public testing::Test {
         "script", fmt::format("source '{}'\nCOMP_WORDS=({})\nCOMP_CWORD=$((${{#COMP_WORDS[@]}} - 1))\n"
                               "_quorvelant\nprintf '%s\\n' \"${{COMPREPLY[@]}}\"\n",
                               completion, line));
-    const std::string command = fmt::format("bash '{}' > '{}'", script, (folder_ / "out").string());
+    const std::string command = fmt::format("bash '{}' > '{}'", script, folder_ / "out");
     EXPECT_EQ(std::system(command.c_str()), 0) << line;  // NOLINT(bugprone-command-processor)
     std::istringstream printed(TempFolder::Read(folder_ / "out"));
     Words words;

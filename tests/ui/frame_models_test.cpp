@@ -148,7 +148,9 @@ TEST(MissingSources, AreMendedTogether) {
   Project project;
   project.ScriptFile = folder / "disc.qvp";
   Track track;
-  track.VideoPlays = {{.File = "old/film.m2v"}, {.File = "there.m2v"}};
+  track.VideoPlays.resize(2);
+  track.VideoPlays[0].File = "old/film.m2v";
+  track.VideoPlays[1].File = "there.m2v";
   track.AudioStreams.resize(1);
   track.AudioStreams[0].AudioPlays = {{.File = folder / "old/film.ac3"}};
   track.SubStreams.resize(1);

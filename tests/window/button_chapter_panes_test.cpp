@@ -74,6 +74,7 @@ TEST(ButtonsPane, CellsTakeValuesOrSayAtTheirPlaceWhyNot) {
       {ButtonModel::Area, "20, 30, 90, 600", "within 720 by 576 pixels"},
       {ButtonModel::Command, "LinkTopC, button=3", ""},
       {ButtonModel::Command, "Fly", "is no command"},
+      {ButtonModel::Command, "JumpVTS_TT Nowhere", "There is no \"Nowhere\""},
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.Text);

@@ -1,29 +1,38 @@
-#include <iostream>
-
-#include "edit/button_sets.h"
-#include "check/findings.h"
-#include "desk/project_findings.h"
-#include "model/highlight_groups.h"
-#include "picture_window.h"
-#include "ui/tree_model.h"
+#include <fmt/format.h>
 
 #include <QDropEvent>
 #include <QMimeData>
+
+#include "desk/project_findings.h"
+#include "edit/button_edits.h"
+#include "edit/change.h"
+#include "edit/drop.h"
+#include "edit/project_file.h"
+#include "edit/segment_files.h"
+#include "edit/segments.h"
+#include "model/highlight_groups.h"
+#include "model/keys.h"
+#include "picture_window.h"
+#include "ui/tree_model.h"
 
 namespace quorvelant {
 namespace {
 
 constexpr std::size_t Menu = 0;
 
-// Codes of findings of a severity, with the sources looked at.
+// Codes of findings that hinder, or are about buttons, of the project as a script holds it.
 std::vector<std::string> FaultsOf(PictureWindow& window) {
   RecordingUi ui;
   ui.Unattended = true;
+  const std::string script = window.Folder / "made.qvp";
+  EXPECT_TRUE(SaveProjectAs(window.Doc.Session(), script, ui));
+  Project project;
+  const LoadResult load = LoadScriptFile(script, project, {}, ui);
   std::vector<std::string> faults;
   for (const Message& finding :
-       FindingsWithSources({}, window.Doc.Work(), Rules::Players, ui, window.Pictures.get())) {
-    if (finding.Level == Severity::Error || std::string_view(finding.Code).starts_with("button")) {
-      faults.push_back(std::string(finding.Code) + ": " + finding.Place + ": " + finding.Text);
+       FindingsWithSources(load, project, Rules::Players, ui, window.Pictures.get())) {
+    if (finding.Level == Severity::Error || finding.Code.starts_with("button")) {
+      faults.push_back(fmt::format("{}: {}: {}", finding.Code, finding.Place, finding.Text));
     }
   }
   return faults;
@@ -39,14 +48,9 @@ void Drop(PictureWindow& window, const std::string& keys, QPoint at) {
   QCoreApplication::sendEvent(&window.View(), &drop);
 }
 
-TEST(PicturePane, Grabs) {
-  PictureWindow window;
-  for (const unsigned track : {0U, 1U, 3U, 4U}) {
-    window.Show(track);
-    window.Look.ChooseButton(1);
-    window.Settle();
-    window.Frame.grab().save(QStringLiteral("/tmp/wt/w2-grab%1.png").arg(track));
-  }
+std::string CommandOf(PictureWindow& window, std::size_t track, std::size_t button) {
+  const auto places = CommandsOfButton(window.Doc.Work(), track, {0, button});
+  return places.empty() ? std::string() : FindCommand(window.Doc.Work(), places.front())->FullCommand;
 }
 
 // Every gesture of the mouse and what it leaves in the set.
@@ -168,22 +172,84 @@ TEST(PicturePane, MakesButtonsOfElements) {
   PictureWindow window;
   window.Show(Menu);
   EXPECT_EQ(FaultsOf(window), std::vector<std::string>());
-  // Another still, which the menu shows, without buttons or subtitles of its own.
   const Project before = window.Doc.Work();
   Drop(window, "VTS1.TITLE2\n", window.At(360, 500));
-  const auto buttons = window.Buttons(Menu);
-  ASSERT_EQ(buttons.size(), 5U);
-  EXPECT_EQ(buttons[4].Name, "VTS1_Title2");
+  ASSERT_EQ(window.Buttons(Menu).size(), 5U);
+  EXPECT_EQ(window.Buttons(Menu)[4].Name, "VTS1_Title2");
+  EXPECT_EQ(CommandOf(window, Menu, 4), "JumpTT VTS1_Title2");
   EXPECT_EQ(FaultsOf(window), std::vector<std::string>());
   window.Doc.Undo();
   EXPECT_TRUE(window.Doc.Work().SameContent(before));
-  // By keys the same.
-  window.Answers.Chosen.push_back(1);
+  // By keys the same: among what can be reached from there, each once.
+  window.Answers.Chosen.push_back(3);
   window.Commands.Of(ActionId::NewButton)->trigger();
+  EXPECT_EQ(window.Answers.Choices,
+            (std::vector<std::string>{"Nothing yet", "PGC VMG_English_PGC1", "Chapter VMG_English_PGC1_PG1",
+                                      "PGC VTS1_English_PGC1", "Title VTS1_Title1", "Title VTS1_Title2",
+                                      "PGC VTS2_English_PGC1", "Title VTS2_Title1"}));
+  EXPECT_EQ(CommandOf(window, Menu, 4), "JumpSS vts_1, vts_ttn_1 : RootMenu");
+  // What no command of players leads to changes nothing, and says why.
+  Drop(window, "VTS1.TITLE1.PGC1.PG2\n", window.At(100, 100));
   EXPECT_EQ(window.Buttons(Menu).size(), 5U);
-  for (const std::string& choice : window.Answers.Choices) { std::cout << choice << "\n"; }
-  EXPECT_EQ(FaultsOf(window), std::vector<std::string>());
-  EXPECT_EQ(window.Told, "");
+  EXPECT_NE(window.Told.find("VTS1_Title1_PGC1_PG2"), std::string::npos);
+}
+
+// A still without subtitles in the menu of a title set: pixels come along, for every screen that shows it.
+TEST(PicturePane, GivesButtonsPixels) {
+  for (const std::string aspect : {"4:3", "16:9"}) {
+    SCOPED_TRACE(aspect);
+    PictureWindow window;
+    EditSession& session = window.Doc.Session();
+    RecordingUi ui;
+    ui.Unattended = true;
+    QImage picture(720, 576, QImage::Format_RGB32);
+    picture.fill(Qt::darkGreen);
+    ASSERT_TRUE(picture.save(QString::fromStdString(window.Folder / "still.png")));
+    ASSERT_TRUE(NewTrack(session, "Still", "Page").IsDone());
+    const std::size_t still = window.Doc.Work().Tracks.Count() - 1;
+    const Outcome imported =
+        ImportFile(session, VideoPlayKey(still, 1), window.Folder / "still.png", ui, Consent::Given);
+    ASSERT_TRUE(imported.IsDone()) << imported.Words.Text;
+    if (aspect == "16:9") {
+      Change change(session, "Wide");
+      change.EditTrack(still).Aspect = aspect;
+      static_cast<void>(change.Commit());
+      static_cast<void>(SetDisplayMode(session, TrackKey(still), "Both PanScan and LetterBox"));
+    }
+    window.Show(still);
+    // As long as no cell plays it, commands have no place.
+    Drop(window, "VTS2.TITLE1\n", window.At(200, 100));
+    EXPECT_NE(window.Told.find("place it"), std::string::npos) << window.Told;
+    EXPECT_TRUE(window.Doc.Work().Tracks[still].HighlightPlays.empty());
+    window.Told.clear();
+    ASSERT_TRUE(Drop(session, {.Track = still, .Scene = {}}, "VTS2.LANGUAGE1.PGC1").IsDone());
+    const auto before = FaultsOf(window);
+    Drop(window, "VTS2.TITLE1\nVTS2.TITLE1.PGC1.PG2\nVMG1.LANGUAGE1.PGC1\n", window.At(200, 100));
+    EXPECT_EQ(window.Told, "");
+    const auto& buttons = window.Buttons(still);
+    ASSERT_EQ(buttons.size(), 3U);
+    EXPECT_EQ(CommandOf(window, still, 0), "JumpVTS_TT VTS2_Title1");
+    EXPECT_EQ(CommandOf(window, still, 1), "JumpVTS_PTT VTS2_Title1_PGC1_PG2");
+    EXPECT_EQ(CommandOf(window, still, 2), "JumpSS VMG_English_PGC1");
+    EXPECT_EQ(buttons[0].Down, buttons[1].Name);
+    EXPECT_EQ(buttons[0].Up, buttons[2].Name);
+    EXPECT_EQ(window.Doc.Work().Tracks[still].HighlightPlays[0].ForcedSelect, 1);
+    for (const ViewMode view : OfferedViews(window.Doc.Work().Tracks[still])) {
+      window.Look.ToView(view);
+      EXPECT_TRUE(QTest::qWaitFor([&] { return window.Look.UnitNow().has_value(); }));
+      window.Look.ChooseButton(1);
+      window.Settle();
+      EXPECT_EQ(window.Look.UnitWords(), QString());
+      const auto look = LookOf(window.Doc.Work().Tracks[still].HighlightPlays[0], buttons[1],
+                               GroupOfView(view), ButtonState::Selected);
+      EXPECT_TRUE(ShowsIn(*window.Look.UnitNow(), look->Area, look->Contrasts));
+      if (qEnvironmentVariableIsSet("GRABS")) {
+        window.Frame.grab().save(
+            QStringLiteral("/tmp/wt/w2-shade%1%2.png").arg(aspect.size()).arg(static_cast<int>(view)));
+      }
+    }
+    EXPECT_EQ(FaultsOf(window), before);
+  }
 }
 
 }  // namespace
