@@ -8,6 +8,7 @@
 #include "base/timecode.h"
 #include "edit/live_elements.h"
 #include "open_window.h"
+#include "ui/command_model.h"
 #include "ui/tree_model.h"
 #include "window/author_sheet.h"
 #include "window/cell_table.h"
@@ -25,7 +26,8 @@ QWidget& ToolOf(OpenWindow& open, ActionId id) {
 
 void ExpectGoodDisc(OpenWindow& open, const std::string& titles) {
   open.Settle();
-  EXPECT_EQ(open.LastVerdict().rfind("Good disc: " + titles + ", ", 0), 0U) << open.LastVerdict();
+  EXPECT_EQ(open.LastVerdict().rfind("Good disc: " + titles + ", ", 0), 0U)
+      << open.LastVerdict() << open.Told;
   EXPECT_NE(open.LastVerdict().find(" sectors read back"), std::string::npos);
 }
 
@@ -117,9 +119,9 @@ TEST_P(Flow, EditACommand) {
   open.Settle();
   open.Window.Parts().Chosen.Choose("VTS1.TITLE1.PGC1");
   open.Window.findChild<QDockWidget*>(QStringLiteral("Commands"))->raise();
-  auto& table = open.Named<QTableView>("Commands");
+  auto& table = *open.Window.findChild<QDockWidget*>(QStringLiteral("Commands"))->findChild<CellTable*>();
   QTest::qWait(50);
-  const QModelIndex cell = table.model()->index(0, 2);
+  const QModelIndex cell = table.model()->index(0, CommandModel::Text);
   if (ByKeys()) {
     table.setCurrentIndex(cell);
     table.setFocus();
@@ -147,6 +149,7 @@ TEST_P(Flow, EditACommand) {
 void ChooseKey(OpenWindow& open, ProjectTree& tree, const std::string& key, bool byArrows) {
   if (!byArrows) {
     tree.expandAll();
+    QTest::qWait(50);
     for (QModelIndex index = tree.model()->index(0, 0); index.isValid(); index = tree.indexBelow(index)) {
       if (index.data(TreeModel::KeyRole).toString().toStdString() == key) {
         open.ClickRow(tree, index);
@@ -171,7 +174,7 @@ TEST_P(Flow, FixASubtitleTime) {
   open.Window.Open({CopyOfExample(folder)});
   open.Settle();
   auto& tree = open.Named<ProjectTree>("Media");
-  auto& table = open.Named<CellTable>("Subtitles");
+  auto& table = *open.Window.findChild<QDockWidget*>(QStringLiteral("Subtitles"))->findChild<CellTable*>();
   if (ByKeys()) {
     open.Key(Qt::Key_1, Qt::ControlModifier);
   }
@@ -213,6 +216,7 @@ TEST_P(Flow, PlaceButtonsOnAStill) {
   auto& picture = *open.Window.findChild<PictureView*>();
   auto& disc = open.Named<ProjectTree>("Disc");
   disc.expandAll();
+  QTest::qWait(50);
   int count = 0;
   for (const char* key : {"VTS1.TITLE1", "VTS2.TITLE1"}) {
     ++count;
@@ -229,7 +233,7 @@ TEST_P(Flow, PlaceButtonsOnAStill) {
       }
     }
   }
-  ASSERT_EQ(sets.at(0).Buttons.size(), before + 2);
+  ASSERT_EQ(sets.at(0).Buttons.size(), before + 2) << open.Told << open.Steps;
   EXPECT_FALSE(sets.at(0).Buttons.back().Name.empty());
   EXPECT_FALSE(sets.at(0).Buttons.back().Up.empty());
   EXPECT_LE(open.Steps, 1 + 2);

@@ -8,8 +8,8 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/platform_pictures.h"
 #include "edit/project_file.h"
+#include "platform/platform_pictures.h"
 #include "support/folders.h"
 #include "support/recording_ui.h"
 #include "support/scripted_answers.h"
@@ -30,13 +30,15 @@ class PictureWindow {
     Frame.setCentralWidget(Pane = new PicturePane(Parts));
     Frame.resize(760, 640);
     Frame.show();
-    QObject::connect(&Speaks, &Voice::Told, &Frame, [this](const Message& message) { Told += message.Text + "\n"; });
+    QObject::connect(&Speaks, &Voice::Told, &Frame,
+                     [this](const Message& message) { Told += message.Text + "\n"; });
   }
 
   // Shows a track, and waits for its picture and what shows over it.
   void Show(std::size_t track) {
     Chosen.Choose("Track." + std::to_string(track));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return Look.IsPictureReady(); })) << Look.PictureWords().toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Look.IsPictureReady(); }))
+        << Look.PictureWords().toStdString();
     Settle();
   }
   void Settle() { QTest::qWait(20); }
