@@ -98,7 +98,8 @@ struct OpenWindow {
     ++Steps;
     ASSERT_TRUE(index.isValid());
     view.scrollTo(index);
-    const QPoint place = view.visualRect(index).center();
+    const QRect row = view.visualRect(index);
+    const QPoint place(row.left() + 4, row.center().y());  // a name may be wider than the pane
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place);
     if (twice) {
       QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place);
