@@ -1,6 +1,7 @@
 #include "window/pane_layout.h"
 
 #include <QApplication>
+#include <QHBoxLayout>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -22,7 +23,7 @@ namespace quorvelant {
 namespace {
 
 constexpr int StateVersion = 1;
-constexpr int NarrowLines = 72;  // of text, in width
+constexpr int NarrowLines = 80;  // of text, in width
 
 const QStringList& Tables() {
   static const QStringList names{QStringLiteral("Subtitles"), QStringLiteral("Buttons"),
@@ -36,11 +37,18 @@ const QStringList& Bottom() {
 }
 
 // Where a tab names the pane its title bar would say the same: it is there while the pane floats.
+QWidget* NoBar(QDockWidget& dock) {
+  auto* const bar = new QWidget(&dock);
+  auto* const nothing = new QHBoxLayout(bar);
+  nothing->setContentsMargins(0, 0, 0, 0);
+  return bar;
+}
+
 void ShowNameOnce(QDockWidget& dock) {
-  dock.setTitleBarWidget(new QWidget(&dock));
+  dock.setTitleBarWidget(NoBar(dock));
   QObject::connect(&dock, &QDockWidget::topLevelChanged, &dock, [&dock](bool isFloating) {
     QWidget* const bar = dock.titleBarWidget();
-    dock.setTitleBarWidget(isFloating ? nullptr : new QWidget(&dock));
+    dock.setTitleBarWidget(isFloating ? nullptr : NoBar(dock));
     delete bar;
   });
 }

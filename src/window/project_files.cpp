@@ -39,7 +39,7 @@ ProjectFiles::ProjectFiles(WindowParts& parts, NoticeBar& notices, QWidget& wind
       notices_(notices),
       window_(window),
       recent_(parts.StateFolder),
-      recovery_(parts.Doc, parts.StateFolder),
+      recovery_(parts.Doc, parts.StateFolder, Recovery::Delay, this),
       watch_(parts.Doc) {
   HandleActions();
   connect(&watch_, &FileWatch::ChangedOnDisk, this, &ProjectFiles::OfferReload);

@@ -49,7 +49,7 @@ QStringList Unnamed(QWidget& top) {
     QAccessibleInterface* const seen = QAccessible::queryAccessibleInterface(control);
     const bool isPart = control->objectName().startsWith(QStringLiteral("qt_"));  // of a control of Qt
     const bool takesKeys = control->focusPolicy() != Qt::NoFocus;
-    if (seen != nullptr && !isPart && (takesKeys || Roles.contains(seen->role())) &&
+    if (seen != nullptr && !isPart && control->isVisible() && (takesKeys || Roles.contains(seen->role())) &&
         Roles.contains(seen->role()) && seen->text(QAccessible::Name).isEmpty()) {
       const QWidget* const parent = control->parentWidget();
       unnamed << QStringLiteral("%1 in %2 \"%3\"")

@@ -25,6 +25,8 @@ namespace quorvelant {
 
 struct OpenWindow {
   explicit OpenWindow(const TempFolder& folder) : Window(SetupIn(folder)) {
+    QObject::connect(&Doc().Speaks(), &Voice::Told,
+                     [this](const Message& message) { Told += message.Text + "\n"; });
     Window.show();
     Window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Window));
@@ -77,9 +79,13 @@ struct OpenWindow {
     EXPECT_TRUE(Wait([this] { return !Window.Parts().Work.AnyRunning(); }, 60000));
     QTest::qWait(0);
   }
+  // Of the disc that was made last.
   [[nodiscard]] std::string LastVerdict() {
-    const auto jobs = Window.Parts().Work.All();
-    return jobs.empty() ? std::string() : jobs.back()->Words();
+    std::string words;
+    for (const auto& job : Window.Parts().Work.All()) {
+      words = job->Title().starts_with("Author") ? job->Words() : words;
+    }
+    return words;
   }
 
   // --- steps of a user, counted ---
@@ -92,7 +98,8 @@ struct OpenWindow {
     ++Steps;
     ASSERT_TRUE(index.isValid());
     view.scrollTo(index);
-    const QPoint place = view.visualRect(index).center();
+    const QRect row = view.visualRect(index);
+    const QPoint place(row.left() + 4, row.center().y());  // a name may be wider than the pane
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, place);
     if (twice) {
       QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, place);
@@ -100,7 +107,11 @@ struct OpenWindow {
   }
   void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
     ++Steps;
-    QWidget* const target = QApplication::focusWidget() != nullptr ? QApplication::focusWidget() : &Window;
+    QWidget* const modal = QApplication::activeModalWidget();
+    QWidget* const top = modal != nullptr ? modal : &Window;
+    top->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(top));
+    QWidget* const target = top->focusWidget() != nullptr ? top->focusWidget() : top;
     QTest::keyClick(target, key, modifiers);
   }
   static std::unique_ptr<QMimeData> FilesOf(const std::vector<std::string>& files) {
@@ -124,6 +135,7 @@ struct OpenWindow {
   ScriptedAnswers Answers;
   MainWindow Window;
   int Steps = 0;
+  std::string Told;
 };
 
 // The example with its media, in the folder.
