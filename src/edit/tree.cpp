@@ -206,7 +206,8 @@ struct PlacedNode {
   TreeNode Node;
 };
 
-// The node of a part in `view`; the parts of lower numbers stand in the mirror as they do in `after` by then.
+// The node of a part in `view`; the parts of lower numbers stand in the mirror as they do in `after` by then:
+// those that a step added are gone from there when it is taken back.
 std::optional<PlacedNode> Placed(const Part& part, const ProjectView& view, const ProjectView& after) {
   if (part.Kind == PartKind::Track) {
     const Track* track = view.TrackAt(part.Number);
@@ -216,7 +217,7 @@ std::optional<PlacedNode> Placed(const Part& part, const ProjectView& view, cons
     std::size_t row = 0;
     for (std::size_t i = 0; i < part.Number; ++i) {
       const Track* other = after.TrackAt(i);
-      if (IsLive(*other) && other->TrackType == track->TrackType) {
+      if (other != nullptr && IsLive(*other) && other->TrackType == track->TrackType) {
         ++row;
       }
     }
@@ -228,7 +229,8 @@ std::optional<PlacedNode> Placed(const Part& part, const ProjectView& view, cons
   }
   std::size_t row = 1;  // after First Play
   for (std::size_t i = 1; i < part.Number; ++i) {
-    if (IsLive(*after.EntryAt(i))) {
+    const VTS_P* other = after.EntryAt(i);
+    if (other != nullptr && IsLive(*other)) {
       ++row;
     }
   }

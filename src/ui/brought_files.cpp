@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <set>
 #include <system_error>
@@ -284,44 +285,66 @@ class BroughtSorter {
     }
     SortedFiles films = SortFilms(own);
     std::ranges::move(films.Refusals, std::back_inserter(sorted_.Told));
-    for (FilmFiles& film : films.Films) {
-      sorted_.Videos.push_back(film.Video);
-      Add([film = AsHeld(std::move(film))](EditSession& session, UserInterface& ui, Consent consent) {
-        return AddFilmTrack(session, film, ui, consent);
-      });
+    for (const FilmFiles& film : films.Films) {
+      AddFilm(film);
     }
   }
 
-  [[nodiscard]] FilmFiles AsHeld(FilmFiles film) const {
-    film.Video = asHeld_(film.Video);
-    film.Chapters = film.Chapters.empty() ? film.Chapters : asHeld_(film.Chapters);
-    for (auto* streams : {&film.Audio, &film.Subtitles}) {
-      for (FilmFiles::Stream& stream : *streams) {
-        stream.File = asHeld_(stream.File);
-      }
+  // Each file in a step of its own: one that cannot be taken leaves the film without it.
+  void AddFilm(const FilmFiles& film) {
+    const auto track = std::make_shared<std::string>();  // once it is there
+    sorted_.Videos.push_back(film.Video);
+    FilmFiles video;
+    video.Video = asHeld_(film.Video);
+    video.Name = film.Name;
+    Add([video, track](EditSession& session, UserInterface& ui, Consent consent) {
+      Outcome outcome = AddFilmTrack(session, video, ui, consent);
+      *track = outcome.Key;
+      return outcome;
+    });
+    for (const FilmFiles::Stream& stream : film.Audio) {
+      AddStream(track, stream, &AddFilmAudio);
     }
-    return film;
+    for (const FilmFiles::Stream& stream : film.Subtitles) {
+      AddStream(track, stream, &TakeSubtitles);
+    }
+    if (!film.Chapters.empty()) {
+      AddStream(track, {.File = film.Chapters, .Language = {}}, &TakeChapters);
+    }
+  }
+
+  using StreamTaker = Outcome (*)(EditSession&, const std::string& track, const FilmFiles::Stream&,
+                                  UserInterface&, Consent);
+  static Outcome TakeSubtitles(EditSession& session, const std::string& track,
+                               const FilmFiles::Stream& stream, UserInterface& ui, Consent /*consent*/) {
+    return AddFilmSubtitles(session, track, stream, ui);
+  }
+  static Outcome TakeChapters(EditSession& session, const std::string& track, const FilmFiles::Stream& stream,
+                              UserInterface& ui, Consent consent) {
+    return AddFilmChapters(session, track, stream.File, ui, consent);
+  }
+
+  // Nothing is left to do with a stream whose track did not come.
+  void AddStream(const std::shared_ptr<std::string>& track, FilmFiles::Stream stream, StreamTaker take) {
+    stream.File = asHeld_(stream.File);
+    Add([track, stream, take](EditSession& session, UserInterface& ui, Consent consent) {
+      return track->empty() ? Outcome::Done() : take(session, *track, stream, ui, consent);
+    });
   }
 
   void AddTo(std::size_t index, const std::string& file, std::string language) {
-    const std::string track = TrackKey(index);
-    const FilmFiles::Stream stream{.File = asHeld_(file), .Language = std::move(language)};
+    const auto track = std::make_shared<std::string>(TrackKey(index));
+    const FilmFiles::Stream stream{.File = file, .Language = std::move(language)};
     switch (RoleOfFile(file)) {
       case FileRole::Audio:
-        Add([track, stream](EditSession& session, UserInterface& ui, Consent consent) {
-          return AddFilmAudio(session, track, stream, ui, consent);
-        });
+        AddStream(track, stream, &AddFilmAudio);
         break;
       case FileRole::Subtitles:
-        Add([track, stream](EditSession& session, UserInterface& ui, Consent) {
-          return AddFilmSubtitles(session, track, stream, ui);
-        });
+        AddStream(track, stream, &TakeSubtitles);
         break;
       default:
         NeedIndexes(index);
-        Add([track, stream](EditSession& session, UserInterface& ui, Consent consent) {
-          return AddFilmChapters(session, track, stream.File, ui, consent);
-        });
+        AddStream(track, stream, &TakeChapters);
         break;
     }
   }

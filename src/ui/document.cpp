@@ -70,13 +70,15 @@ std::string Document::SourceFolder() const {
 }
 
 std::string Document::AsScriptHolds(const std::string& path) const {
-  if (session_.File().empty()) {
-    return PathFrom(session_.Work().ScriptFile, path);
+  const std::string source = SourceFolder();  // empty while the project has no file
+  if (!source.empty()) {
+    const std::filesystem::path folder = std::filesystem::absolute(source).lexically_normal();
+    const std::filesystem::path relative = std::filesystem::path(path).lexically_relative(folder);
+    if (!session_.File().empty() && !relative.empty() && *relative.begin() != "..") {
+      return relative.generic_string();
+    }
   }
-  const std::filesystem::path folder = std::filesystem::absolute(SourceFolder()).lexically_normal();
-  const std::filesystem::path relative = std::filesystem::path(path).lexically_relative(folder);
-  const bool isBelow = !relative.empty() && *relative.begin() != "..";
-  return isBelow ? relative.generic_string() : PathFrom(session_.Work().ScriptFile, path);
+  return PathFrom(session_.Work().ScriptFile, path);
 }
 
 void Document::Changed(std::span<const TreeChange> tree, std::span<const Part> parts) {

@@ -52,7 +52,7 @@ Outcome TakeAll(EditSession& session, const std::vector<BroughtStep>& steps, Use
   std::vector<std::string> keys;
   for (const BroughtStep& step : steps) {
     const Outcome outcome = Carry(ui, [&](Consent consent) { return step.Take(session, ui, consent); });
-    if (outcome.IsDone()) {
+    if (outcome.IsDone() && !outcome.Key.empty()) {
       keys.push_back(outcome.Key);
     }
   }

@@ -108,7 +108,8 @@ std::optional<GoToPlace> SourcePlace(const Project& project, const std::string& 
 std::optional<GoToPlace> ParsePlace(const Project& project, std::string_view place) {
   const std::size_t blank = place.find(' ');
   const std::string key(place.substr(0, blank));
-  if (const auto source = ParseSourceKey(key)) {
+  // An entry of a subtitle stream is named below the stream's key.
+  if (const auto source = ParseSourceKey(std::string_view(key).substr(0, key.rfind(".SubPlay")))) {
     return SourcePlace(project, key, *source);
   }
   GoToPlace found{

@@ -239,7 +239,7 @@ void ButtonsPane::FillTools() {
     sets_->addItem(QStringLiteral("%1: %2").arg(sets_->count() + 1).arg(Shown(one.StartTimeToVideo)));
   }
   sets_->setCurrentIndex(static_cast<int>(shown_->Set));
-  for (auto& [box, number] : {std::pair(select_, set->ForcedSelect), std::pair(action_, set->ForcedAction)}) {
+  for (const auto& [box, number] : {std::pair(select_, set->ForcedSelect), std::pair(action_, set->ForcedAction)}) {
     box->addItem(NoButton());
     for (const HighlightButton& button : set->Buttons) {
       box->addItem(Shown(button.Name));

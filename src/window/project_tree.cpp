@@ -82,7 +82,7 @@ QModelIndex ProjectTree::IndexOf(const std::string& key) const {
 }
 
 void ProjectTree::FitColumns() {
-  const int wide = fontMetrics().averageCharWidth() * 30;
+  const int wide = fontMetrics().averageCharWidth() * 16;
   for (int column = 0; column < filter_.columnCount() - 1; ++column) {
     resizeColumnToContents(column);
   }

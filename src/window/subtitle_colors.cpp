@@ -46,7 +46,7 @@ SubtitleColors::SubtitleColors(WindowParts& parts, QWidget* parent) : QWidget(pa
     line->setAccessibleName(tr("%1: colour of the bitmap").arg(label));
     conversion_.at(code.At) = line;
     grid->addWidget(line, row + 1, 1);
-    for (auto& [boxes, column] : {std::pair(&index_, 2), std::pair(&contrast_, 3)}) {
+    for (const auto& [boxes, column] : {std::pair(&index_, 2), std::pair(&contrast_, 3)}) {
       auto* const box = new QSpinBox;
       box->setRange(0, MostIndex);
       box->setAccessibleName(

@@ -19,6 +19,7 @@
 #include "app/console_ui.h"
 #include "app/messages.h"
 #include "base/text.h"
+#include "desk/messages.h"
 #include "support/disc_walk.h"
 #include "support/folders.h"
 #include "support/recording_ui.h"

@@ -5,7 +5,7 @@
 #include <tuple>
 
 #include "edit/project_file.h"
-#include "edit/structure.h"
+#include "model/keys.h"
 #include "support/folders.h"
 #include "support/recording_ui.h"
 
@@ -29,18 +29,18 @@ TEST(ButtonAims, FindTheCommandThatLeadsThere) {
       {manager, "VTS1.LANGUAGE1.PGC1", "JumpSS vts_1, vts_ttn_1 : RootMenu"},
       {manager, "VTS1", "JumpSS vts_1, vts_ttn_1 : RootMenu"},
       {manager, "VMG1.LANGUAGE1.PGC1", "LinkPGCN VMG_English_PGC1"},
-      {manager, "FirstPGC", "JumpSS FirstPlay"},
+      {manager, "FirstPGC", "JumpSS FP_DOM"},
       {menu, "VTS1.TITLE2", "JumpVTS_TT VTS1_Title2"},
       {menu, "VTS1.TITLE1.PGC1.PG2", "JumpVTS_PTT VTS1_Title1_PGC1_PG2"},
       {menu, "VTS1.TITLE1.PGC1.PG2.CELL1", "JumpVTS_PTT VTS1_Title1_PGC1_PG2"},
       {menu, "VTS2.TITLE1", ""},  // a title of another set
       {menu, "VMG1", "JumpSS TitleMenu"},
-      {menu, "VTS2", "JumpSS vts_2, vts_ttn_1 : RootMenu"},
-      {title, "VTS1.TITLE1.PGC1.PG2", "LinkPGN VTS1_Title1_PGC1_PG2"},
+      {menu, "VTS2", ""},
+      {title, "VTS1.TITLE1.PGC1.PG2", "LinkPGN VTS1_Title1_PGC1_PG2, button=0"},
       {title, "VTS1.TITLE2.PGC1.PG2", "JumpVTS_PTT VTS1_Title2_PGC1_PG2"},
-      {title, "VTS1.LANGUAGE1.PGC1", "CallSS RootMenu"},
+      {title, "VTS1.LANGUAGE1.PGC1", "CallSS RSM=0,RootMenu"},
       {title, "VTS2.LANGUAGE1.PGC1", ""},
-      {title, "VMG1.LANGUAGE1.PGC1", "CallSS VMG_English_PGC1"},
+      {title, "VMG1.LANGUAGE1.PGC1", "CallSS RSM=0,, VMG_English_PGC1"},
       {menu, "VTS9.TITLE1", ""},
       {"FirstPGC", "VTS1.TITLE1", ""},
       {menu, "", ""}};

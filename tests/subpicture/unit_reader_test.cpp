@@ -36,7 +36,10 @@ TEST(UnitReader, GivesTheCodesOfThePicture) {
     const Picture picture = Runs(width, height);
     const auto bitmap = EncodeSPUBitmap(picture, Conversion, x, y, false, Rules::Players);
     ASSERT_TRUE(bitmap);
-    SPURecord record{.Conversion = Conversion, .ColorIndexes = {1, 2, 3, 4}, .Contrasts = {15, 8, 7, 0}};
+    SPURecord record;
+    record.Conversion = Conversion;
+    record.ColorIndexes = {1, 2, 3, 4};
+    record.Contrasts = {15, 8, 7, 0};
     record.StopDelay = 77;
     record.Forced = true;
     const Bytes unit = BuildSPU(record, *bitmap);

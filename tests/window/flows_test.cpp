@@ -1,4 +1,5 @@
 // What users do most, in no more steps than they should need: by mouse, and again by keys alone.
+#include <QDockWidget>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QToolBar>
@@ -48,7 +49,7 @@ class Flow : public testing::TestWithParam<bool> {
   [[nodiscard]] static bool ByKeys() { return GetParam(); }
 };
 INSTANTIATE_TEST_SUITE_P(MouseOrKeys, Flow, testing::Bool(),
-                         [](const auto& info) { return info.param ? "Keys" : "Mouse"; });
+                         [](const auto& flow) { return flow.param ? "Keys" : "Mouse"; });
 
 TEST_P(Flow, NewDiscFromFilms) {
   const TempFolder folder;

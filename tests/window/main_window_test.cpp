@@ -1,14 +1,18 @@
 #include "window/main_window.h"
 
 #include <QAccessible>
+#include <QDockWidget>
 #include <QPushButton>
+#include <fstream>
 #include <map>
 #include <random>
 #include <set>
 
+#include "edit/structure.h"
 #include "open_window.h"
 #include "script/script_writer.h"
 #include "support/trial.h"
+#include "ui/recovery.h"
 #include "window/author_sheet.h"
 #include "window/film_wizard.h"
 #include "window/notice_bar.h"
