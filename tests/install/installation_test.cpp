@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-int Run(const std::string& command) {
+int RunShell(const std::string& command) {
   return std::system(command.c_str());  // NOLINT(concurrency-mt-unsafe,bugprone-command-processor)
 }
 

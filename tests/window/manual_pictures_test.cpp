@@ -94,6 +94,13 @@ QWidget* Author(MainWindow& window) {
   return DialogOf(window, ActionId::Author);
 }
 
+QWidget* Subtitles(MainWindow& window) {
+  Show(window, "Track.1.Sub1", "Subtitles");
+  window.Parts().Commands.Of(ActionId::NextSubtitle)->trigger();
+  Show(window, "Track.1.Sub1", "Subtitles");
+  return nullptr;
+}
+
 const std::vector<Shot>& Shots() {
   const auto showing = [](const char* key, const char* pane) {
     return [key, pane](MainWindow& window) -> QWidget* {
@@ -102,11 +109,11 @@ const std::vector<Shot>& Shots() {
     };
   };
   static const std::vector<Shot> All{
-      {"window", showing("Track.1.Sub1", "Subtitles")},
-      {"dark", showing("Track.1.Sub1", "Subtitles"), {1280, 860}, true},
+      {"window", showing("Track.0", "Buttons")},
+      {"dark", showing("Track.0", "Buttons"), {1280, 860}, true},
       {"small", showing("Track.0", "Buttons"), {1024, 700}},
       {"fine", showing("Track.0", "Buttons"), {1024, 700}, false, 2},
-      {"subtitles", showing("Track.1.Sub1", "Subtitles"), {1100, 760}},
+      {"subtitles", Subtitles, {1100, 760}},
       {"buttons", showing("Track.0", "Buttons"), {1100, 760}},
       {"chapters", showing("Track.1", "Chapters"), {1100, 760}},
       {"commands", showing("VMG1.LANGUAGE1.PGC1", "Commands"), {1100, 760}},
@@ -145,6 +152,8 @@ TEST_P(ManualPictures, AreAsTheWindowIs) {
     MainWindow& window = open.Window;
     window.resize(shot.Size);
     window.Open({project});
+    EXPECT_TRUE(OpenWindow::Wait([&open] { return open.Work().Tracks.Count() > 0; }));
+    open.Settle();
     QWidget* const grabbed = shot.Prepare(window);
     QWidget& shown = grabbed == nullptr ? window : *grabbed;
     EXPECT_EQ(window.size(), shot.Size) << "the window does not fit";
