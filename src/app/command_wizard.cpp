@@ -7,26 +7,24 @@
 #include <cerrno>
 #include <filesystem>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <system_error>
 #include <utility>
 #include <vector>
 
 #include "app/command_author.h"
-#include "desk/edit_options.h"
 #include "app/messages.h"
-#include "desk/new_project.h"
-#include "desk/open_project.h"
 #include "app/output_file.h"
-#include "desk/place_names.h"
-#include "desk/project_findings.h"
 #include "app/rules_option.h"
-#include "app/told_messages.h"
-#include "desk/verdict.h"
 #include "author/output_folder.h"
 #include "base/counted.h"
 #include "base/text.h"
+#include "desk/edit_options.h"
+#include "desk/made_disc.h"
+#include "desk/new_project.h"
+#include "desk/open_project.h"
+#include "desk/place_names.h"
+#include "desk/verdict.h"
 #include "edit/film_files.h"
 #include "edit/project_file.h"
 #include "menu/order_file.h"
@@ -34,8 +32,6 @@
 #include "menu/wizard.h"
 #include "model/cls_dvd.h"
 #include "platform/platform_pictures.h"
-#include "script/script_reader.h"
-#include "script/script_writer.h"
 
 namespace quorvelant {
 
@@ -61,11 +57,6 @@ struct WizardOptions {
 
 bool IsOrderFile(const std::string& file) {
   return EqualNoCase(fs::path(file).extension().string(), ".toml");
-}
-
-// "disc.qvp" has its pages in "disc.menus".
-std::string PagesOf(const std::string& project) {
-  return fs::path(project).replace_extension(".menus").string();
 }
 
 bool TellAll(const std::vector<Message>& errors, UserInterface& ui) {
@@ -218,19 +209,8 @@ class WizardRun {
 
   // What `check` will tell of the script.
   Verdict Check() {
-    session_.Commands();  // settles their digits
-    const std::string text = WriteScript(session_.Work());
-    std::istringstream script(text);
-    Project project;
-    ReadFaults faults(context_.Ui);
-    const FileScanner scanner(options_.RulesUsed(), faults);
-    const LoadResult load = LoadScript(script, text.size(), options_.Project, project,
-                                       {.Rules = options_.RulesUsed(), .Scanner = &scanner}, faults);
-    Findings findings = FindingsWithSources(load, project, options_.RulesUsed(), context_.Ui);
-    AppendReadFaults(findings, faults);
-    ToldMessages told;
-    std::erase_if(findings, [&told](const Message& finding) { return !told.IsNew(finding); });
-    PlaceNames named(context_.Ui, project);
+    const Findings findings = FindingsOfScript(session_, options_.Project, context_.Ui);
+    PlaceNames named(context_.Ui, session_.Work());
     for (const Message& finding : findings) {
       named.Tell(finding);
     }

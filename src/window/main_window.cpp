@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QDir>
 #include <QLabel>
 #include <QMenuBar>
@@ -305,6 +306,7 @@ void MainWindow::KeepState() const {
 
 MainWindow::~MainWindow() {
   // What looks at the parts goes before them.
+  qDeleteAll(findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly));
   delete takeCentralWidget();
   qDeleteAll(findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly));
   delete statusBar();

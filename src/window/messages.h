@@ -7,6 +7,9 @@ namespace quorvelant::message {
 
 inline constexpr MessageKind AskLeaveUnsaved{"ask-leave-unsaved", Severity::Information, "Save Project",
                                              "\"{}\" has changes that are not saved. Save them?"};
+inline constexpr MessageKind AskReplaceFilmDisc{
+    "ask-replace-film-disc", Severity::Information, "Replace Project",
+    "'{}' exists already. Replace it, with the pages of its menus?"};
 inline constexpr MessageKind AskStopJobs{"ask-stop-jobs", Severity::Information, "Confirm End",
                                          "A job is still running. Stop it and close the window?"};
 inline constexpr MessageKind AskReplaceDisc{"ask-replace-disc", Severity::Information, "Output Folder",

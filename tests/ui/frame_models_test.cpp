@@ -12,7 +12,6 @@
 #include "ui/author_work.h"
 #include "ui/disc_media.h"
 #include "ui/disc_needs.h"
-#include "ui/film_order.h"
 #include "ui/jobs_model.h"
 #include "ui/latest_work.h"
 #include "ui/message_list.h"
@@ -120,30 +119,6 @@ TEST(DiscNeeds, SayWhatToDrop) {
   }
   EXPECT_EQ(GroupedDigits(1904211), "1 904 211");
   EXPECT_EQ(GroupedDigits(12), "12");
-}
-
-TEST(FilmOrder, KeepsWhatTheUserSays) {
-  const TempFolder folder;
-  for (const char* name : {"a.m2v", "a.de.ac3", "a.fr.sst", "b.m2v", "b.txt"}) {
-    folder.Write(name, "x");
-  }
-  FilmOrder order;
-  order.Add({folder.Path().string()});
-  ASSERT_EQ(order.Films().size(), 2U);
-  EXPECT_EQ(order.Films()[0].Audio.at(0).Language, "German");
-  EXPECT_EQ(order.SubtitleLanguages(), std::vector<std::string>{"French"});
-  order.SetName(1, "Second");
-  order.SetLanguage(folder / "a.de.ac3", "English");
-  order.RemoveFile(folder / "a.fr.sst");
-  order.MoveFilm(1, -1);
-  EXPECT_EQ(order.Films()[0].Name, "Second");
-  EXPECT_EQ(order.Films()[1].Audio.at(0).Language, "English");
-  EXPECT_TRUE(order.Films()[1].Subtitles.empty());
-  order.Add({folder / "a.fr.sst"});
-  EXPECT_EQ(order.Films()[1].Subtitles.size(), 1U);
-  order.RemoveFilm(0);
-  EXPECT_EQ(order.Films().size(), 1U);
-  EXPECT_TRUE(order.Refusals().empty());
 }
 
 TEST(RecentFiles, KeepTheLastOnesThatAreThere) {
