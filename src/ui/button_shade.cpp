@@ -115,6 +115,19 @@ void MapStreams(Change& change, std::size_t track) {
   }
 }
 
+// A file below the project's folder moves with it.
+std::string HeldPath(const EditSession& session, const std::string& path) {
+  namespace fs = std::filesystem;
+  const std::string source = session.Work().SourceFolder();
+  if (!source.empty() && !session.File().empty()) {
+    const fs::path held = fs::path(path).lexically_relative(fs::absolute(source).lexically_normal());
+    if (!held.empty() && *held.begin() != "..") {
+      return held.generic_string();
+    }
+  }
+  return PathFrom(session.Work().ScriptFile, path);
+}
+
 std::string ShadeBytes(int lines) {
   QImage image(ScreenWidth, lines, QImage::Format_RGB888);
   image.fill(Qt::black);
@@ -194,10 +207,10 @@ std::string ShadeFile(const EditSession& session, std::size_t track, std::string
     if (!std::filesystem::exists(path, fault)) {
       const int refusal = WriteAside(path, content);
       why = refusal == 0 ? std::string() : path + ": " + std::generic_category().message(refusal);
-      return refusal == 0 ? PathFrom(project.ScriptFile, path) : std::string();
+      return refusal == 0 ? HeldPath(session, path) : std::string();
     }
     if (ReadWhole(path, content.size()) == content) {
-      return PathFrom(project.ScriptFile, path);
+      return HeldPath(session, path);
     }
   }
   why = folder.string() + ": no name is free";

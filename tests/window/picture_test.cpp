@@ -234,6 +234,7 @@ TEST(PicturePane, GivesButtonsPixels) {
     EXPECT_EQ(buttons[0].Down, buttons[1].Name);
     EXPECT_EQ(buttons[0].Up, buttons[2].Name);
     EXPECT_EQ(window.Doc.Work().Tracks[still].HighlightPlays[0].ForcedSelect, 1);
+    EXPECT_EQ(window.Doc.Work().Tracks[still].SubStreams[0].SubPlays[0].File, "button-shade-576.png");
     for (const ViewMode view : OfferedViews(window.Doc.Work().Tracks[still])) {
       window.Look.ToView(view);
       EXPECT_TRUE(QTest::qWaitFor([&] { return window.Look.UnitNow().has_value(); }));
