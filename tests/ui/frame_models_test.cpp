@@ -69,8 +69,8 @@ TEST(JobsModel, ShowsWhatJobsSay) {
   const QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::Fatal);
   Job* const job = jobs.Start("disc", [](UserInterface& ui) {
     ui.Status("Writing");
-    ui.Progress(1, 4);
     while (!ui.StopRequested()) {
+      ui.Progress(1, 4);
       QThread::msleep(1);
     }
     return Job::Verdict{Job::State::Stopped, "no disc"};

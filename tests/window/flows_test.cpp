@@ -73,11 +73,18 @@ TEST_P(Flow, NewDiscFromFilms) {
   ASSERT_NE(wizard, nullptr);
   if (ByKeys()) {
     open.Answers.Files = {films};
-    open.Key(Qt::Key_A, Qt::AltModifier);
+    for (QPushButton* const add : wizard->findChildren<QPushButton*>()) {
+      if (add->text().contains(QStringLiteral("Add Files"))) {
+        add->setFocus(Qt::TabFocusReason);
+      }
+    }
+    open.Key(Qt::Key_Space);
     ASSERT_TRUE(wizard->button(QWizard::NextButton)->isEnabled());
-    open.Key(Qt::Key_N, Qt::AltModifier);
+    wizard->button(QWizard::NextButton)->setFocus(Qt::TabFocusReason);
+    open.Key(Qt::Key_Space);
     ASSERT_TRUE(wizard->button(QWizard::FinishButton)->isVisible());
-    open.Key(Qt::Key_F, Qt::AltModifier);
+    wizard->button(QWizard::FinishButton)->setFocus(Qt::TabFocusReason);
+    open.Key(Qt::Key_Space);
   } else {
     QWidget& page = *wizard->currentPage();
     open.Drop(page, *OpenWindow::FilesOf(films), page.rect().center());
@@ -197,6 +204,7 @@ TEST_P(Flow, FixASubtitleTime) {
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);  // an arrow
   const std::int64_t frame = view.State().Frame;
   EXPECT_GT(frame, 25);
+  QTest::qWait(50);
   open.Key(Qt::Key_BracketLeft);
   const SubPicturePlay& entry = open.Work().Tracks[1].SubStreams[1].SubPlays[0];
   EXPECT_EQ(TimecodeToFrames(entry.Start, 25), frame);
