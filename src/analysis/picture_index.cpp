@@ -163,6 +163,9 @@ bool IndexFile(const std::string& file, bool wantLetters, IndexStore& store, Use
   if (store.InMemory()) {
     result.State = IndexState::KeptInMemory;
     store.Keep(file, result.Index);
+    if (store.WritesCache()) {  // without it the next run looks through the file again
+      static_cast<void>(WriteCached(result.Index, store.CachedName(file), wantLetters));
+    }
     return true;
   }
   result.Path = IndexName(file);

@@ -53,7 +53,15 @@ class IndexStore {
   explicit IndexStore(bool inMemory = false, std::string cacheFolder = {})
       : inMemory_(inMemory), cacheFolder_(std::move(cacheFolder)) {}
 
+  // Indexes are kept here, and written to the cache folder alone: for who only looks at films.
+  static IndexStore InCache(std::string cacheFolder) {
+    IndexStore store(true, std::move(cacheFolder));
+    store.writesCache_ = true;
+    return store;
+  }
+
   bool InMemory() const { return inMemory_; }
+  bool WritesCache() const { return writesCache_; }
   // Where the index of the file goes in the cache folder; empty without one.
   std::string CachedName(const std::string& file) const;
   const PictureIndex* Find(const std::string& file) const;
@@ -63,6 +71,7 @@ class IndexStore {
  private:
   std::map<std::string, PictureIndex> kept_;
   bool inMemory_;
+  bool writesCache_ = false;
   std::string cacheFolder_;
 };
 

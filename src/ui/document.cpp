@@ -21,7 +21,7 @@ bool ChangeEvent::TouchesDisc() const {
 Document::Document(EditOptions options, std::string cacheFolder, Voice& voice, QObject* parent)
     : QObject(parent),
       voice_(voice),
-      session_(Rules::Players, std::move(options), IndexStore(false, std::move(cacheFolder))) {
+      session_(Rules::Players, std::move(options), IndexStore::InCache(std::move(cacheFolder))) {
   session_.Listen(*this);
 }
 

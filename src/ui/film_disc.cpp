@@ -111,7 +111,7 @@ PaintedFilmPage PaintedAs(const MadePage& page, const MadeDisc& made, const Disc
 
 MadeFilmDisc MakeFilmDisc(FilmDiscOrder order, PictureService& pictures, UserInterface& ui) {
   FaultsKept told(ui);
-  EditSession session(Rules::Players, std::move(order.Options), IndexStore(false, order.CacheFolder));
+  EditSession session(Rules::Players, std::move(order.Options), IndexStore::InCache(order.CacheFolder));
   PageFolder pages(PagesOf(order.Project), order.Replaces);
   StartAt(session, order.Project);
   MadeDisc made;
@@ -133,7 +133,7 @@ PaintedFilmPages PaintFilmPages(FilmDiscOrder order, PictureService& pictures, U
   const QTemporaryDir aside;
   const std::string project = aside.filePath(QStringLiteral("disc.qvp")).toStdString();
   FaultsAlone told(ui);
-  EditSession session(Rules::Players, std::move(order.Options), IndexStore(false, order.CacheFolder));
+  EditSession session(Rules::Players, std::move(order.Options), IndexStore::InCache(order.CacheFolder));
   PageFolder pages(PagesOf(project), false);
   StartAt(session, project);
   MadeDisc made;

@@ -68,13 +68,20 @@ std::vector<Step> StepsOf(const fs::path& file) {
   return steps;
 }
 
+// "first_disc", "manual_first_disc"
+std::string NameOfPage(const fs::path& page) {
+  const std::string stem = page.stem().string();
+  const std::string folder = page.parent_path().filename().string();
+  return folder == "manual" ? folder + "_" + stem : stem;
+}
+
 // What a page shows in code blocks: those of "sh" run whole; text under a line that ends with a file's name
 // is that file; lines that run the program, indented or fenced, run alone, after "$ " with what it prints
 // below. What the page's reader has at hand is made by pages/NAME.sh.
 class PageReader {
  public:
   explicit PageReader(const fs::path& page) : text_(TempFolder::Read(page)) {
-    const fs::path prelude = SourceFile("tests/app/pages/" + page.stem().string() + ".sh");
+    const fs::path prelude = SourceFile("tests/app/pages/" + NameOfPage(page) + ".sh");
     if (fs::exists(prelude)) {
       steps_.push_back({0, TempFolder::Read(prelude), std::nullopt});
     }
@@ -159,7 +166,7 @@ std::vector<Transcript> AllTranscripts() {
   for (const fs::path& page : pages) {
     std::vector<Step> steps = page.extension() == ".md" ? PageReader(page).Steps() : std::vector<Step>();
     if (!steps.empty()) {
-      all.push_back({"page_" + page.stem().string(), page, std::move(steps)});
+      all.push_back({"page_" + NameOfPage(page), page, std::move(steps)});
     }
   }
   std::ranges::sort(all, {}, &Transcript::Name);
