@@ -261,7 +261,7 @@ Outcome ButtonBoard::MakeButton(EditSession& session, const HighlightArea& area,
     }
   }
   const std::size_t number = set.Buttons.size() - 1;
-  const Outcome put = PutButtons(session, track, set);
+  Outcome put = PutButtons(session, track, set);
   if (!put.IsDone()) {
     return put;
   }

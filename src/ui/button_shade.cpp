@@ -152,7 +152,7 @@ Outcome AddShade(EditSession& session, const ShadeSpan& span, const std::string&
     if (ShowsIn(session.Work().Tracks[span.Track], view, span.Start)) {
       continue;
     }
-    const Outcome stream = StreamFor(session, span.Track, view);
+    Outcome stream = StreamFor(session, span.Track, view);
     const auto key = stream.IsDone() ? ParseSourceKey(stream.Key) : std::nullopt;
     if (!key) {
       return stream;

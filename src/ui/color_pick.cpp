@@ -1,5 +1,6 @@
 #include "ui/color_pick.h"
 
+#include <array>
 #include <exception>
 
 #include "base/text.h"
@@ -10,8 +11,9 @@ namespace quorvelant {
 namespace {
 
 void Put(SubPicturePlay& entry, std::size_t which, Color color) {
-  Color* const places[] = {&entry.ConversionE2, &entry.ConversionE1, &entry.ConversionP, &entry.ConversionBg};
-  *places[which] = color;
+  const std::array<Color*, 4> places{&entry.ConversionE2, &entry.ConversionE1, &entry.ConversionP,
+                                     &entry.ConversionBg};
+  *places.at(which) = color;
 }
 
 }  // namespace

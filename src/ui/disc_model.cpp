@@ -110,16 +110,16 @@ bool DiscModel::canDropMimeData(const QMimeData* data, Qt::DropAction /*action*/
     return false;
   }
   const std::string target = DropTarget(Doc().Work(), KeyOf(parent));
-  for (const Dropped& what : all) {
-    if (const auto refusal = RefuseDrop(Doc().Work(), what, target)) {
+  return std::ranges::all_of(all, [this, &target](const Dropped& what) {
+    const auto refusal = RefuseDrop(Doc().Work(), what, target);
+    if (refusal) {
       const QString why = refusal->Is(message::NoSuchElement)
                               ? tr("Tracks and scenes go onto a PGC or a program")
                               : QString::fromStdString(refusal->Text);
       emit DropRefused(why);
-      return false;
     }
-  }
-  return true;
+    return !refusal;
+  });
 }
 
 bool DiscModel::dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,

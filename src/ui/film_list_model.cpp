@@ -58,7 +58,7 @@ std::vector<Message> FilmListModel::Add(const std::vector<std::string>& paths) {
     }
   }
   std::vector<FilmFiles> films = Sort(fresh, told);
-  std::ranges::for_each(films, [this](FilmFiles& film) { TakeFilm(std::move(film)); });
+  std::ranges::for_each(films, [this](const FilmFiles& film) { TakeFilm(film); });
   emit ListChanged();
   return told;
 }
@@ -108,7 +108,7 @@ std::vector<FilmFiles> FilmListModel::Sort(const std::vector<std::string>& files
   return films;
 }
 
-void FilmListModel::TakeFilm(FilmFiles film) {
+void FilmListModel::TakeFilm(const FilmFiles& film) {
   const auto known = std::ranges::find(films_, film.Video, &ListedFilm::Video);
   if (known == films_.end()) {
     const int row = static_cast<int>(films_.size());
@@ -203,9 +203,9 @@ void FilmListModel::Move(const QModelIndex& index, int by) {
   }
   const int row = index.row();
   const QModelIndex around = index.parent();
-  const auto swap = [row, by](auto& list) {
-    std::swap(list[static_cast<std::size_t>(row)], list[static_cast<std::size_t>(row + by)]);
-  };
+  const auto from = static_cast<std::size_t>(row);
+  const auto to = static_cast<std::size_t>(row) + static_cast<std::size_t>(by);
+  const auto swap = [from, to](auto& list) { std::swap(list[from], list[to]); };
   beginMoveRows(around, row, row, around, by > 0 ? row + 2 : row - 1);
   if (around.isValid()) {
     swap(films_[static_cast<std::size_t>(around.row())].Streams);

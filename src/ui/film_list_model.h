@@ -74,7 +74,7 @@ class FilmListModel : public QAbstractItemModel {
   [[nodiscard]] const FilmFileLook* LookAt(const std::string& file) const;
   [[nodiscard]] std::vector<FilmFiles> Sort(const std::vector<std::string>& files,
                                             std::vector<Message>& told) const;
-  void TakeFilm(FilmFiles film);
+  void TakeFilm(const FilmFiles& film);
   void AddStream(std::size_t film, ListedStream stream);
   void AddStreams(std::size_t film, const FilmFiles& files);
   [[nodiscard]] QString NameOf(const ListedFilm& film, const ListedStream& stream) const;

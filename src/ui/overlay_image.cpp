@@ -114,9 +114,9 @@ QImage OverlayImage(const ShownUnit& unit, const PaletteColors& palette, bool nt
   image.fill(Qt::transparent);
   Paint(image, unit, {.X1 = 0, .X2 = image.width(), .Y1 = 0, .Y2 = image.height()},
         PixelsOf(palette, unit.ColorIndexes, unit.Contrasts));
-  for (auto look = buttons.rbegin(); look != buttons.rend(); ++look) {
-    Paint(image, unit, look->Area, PixelsOf(palette, look->Colors, look->Contrasts));
-  }
+  std::for_each(buttons.rbegin(), buttons.rend(), [&](const ButtonLook& look) {
+    Paint(image, unit, look.Area, PixelsOf(palette, look.Colors, look.Contrasts));
+  });
   return image;
 }
 
