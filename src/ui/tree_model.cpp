@@ -20,7 +20,7 @@ struct TreeModel::Row {
   int Place = 0;           // among the rows of the node that shows it
   RowFacts Facts;
 
-  [[nodiscard]] Row& Shower() {
+  [[nodiscard]] Row& Shower() const {
     Row* above = Parent;
     while (!above->IsShown) {
       above = above->Parent;

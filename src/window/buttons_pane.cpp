@@ -88,25 +88,31 @@ ButtonsPane::ButtonsPane(WindowParts& parts, QWidget* parent) : QWidget(parent),
 
 QLayout* ButtonsPane::BuildTools() {
   auto* const tools = new QHBoxLayout;
-  const auto add = [tools](const QString& name, QWidget* control, int stretch) {
+  const auto add = [tools](const QString& words, const QString& name, QWidget* control) {
     control->setAccessibleName(name);
-    auto* const label = new QLabel(name);
+    control->setToolTip(name);
+    auto* const label = new QLabel(words);
     label->setBuddy(control);
     tools->addWidget(label);
-    tools->addWidget(control, stretch);
+    tools->addWidget(control, 1);
   };
   sets_ = new QComboBox;
   start_ = new QLineEdit;
   duration_ = new QLineEdit;
   select_ = new QComboBox;
   action_ = new QComboBox;
-  add(tr("Set"), sets_, 1);
-  add(tr("Start"), start_, 1);
-  add(tr("Duration"), duration_, 1);
-  add(tr("Selected at first"), select_, 1);
-  add(tr("Activated at the end"), action_, 1);
+  for (QLineEdit* const time : {start_, duration_}) {
+    time->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00:00:00:00__")));
+  }
+  add(tr("Set"), tr("Set"), sets_);
+  add(tr("Start"), tr("Start"), start_);
+  add(tr("Duration"), tr("Duration"), duration_);
+  add(tr("Selected"), tr("Selected at first"), select_);
+  add(tr("Activated"), tr("Activated at the end"), action_);
   auto* const remove = new QToolButton;
-  remove->setText(tr("Remove Button"));
+  remove->setText(tr("Remove"));
+  remove->setAccessibleName(tr("Remove Button"));
+  remove->setToolTip(tr("Remove Button"));
   remove->setFocusPolicy(Qt::TabFocus);
   connect(remove, &QToolButton::clicked, this, &ButtonsPane::RemoveRow);
   tools->addWidget(remove);
@@ -239,7 +245,8 @@ void ButtonsPane::FillTools() {
     sets_->addItem(QStringLiteral("%1: %2").arg(sets_->count() + 1).arg(Shown(one.StartTimeToVideo)));
   }
   sets_->setCurrentIndex(static_cast<int>(shown_->Set));
-  for (const auto& [box, number] : {std::pair(select_, set->ForcedSelect), std::pair(action_, set->ForcedAction)}) {
+  for (const auto& [box, number] :
+       {std::pair(select_, set->ForcedSelect), std::pair(action_, set->ForcedAction)}) {
     box->addItem(NoButton());
     for (const HighlightButton& button : set->Buttons) {
       box->addItem(Shown(button.Name));

@@ -157,7 +157,7 @@ const CommandRow* CommandsPane::Current() const {
 
 std::optional<CellRefusal> CommandsPane::Commit(const QModelIndex& index, const QString& text) {
   const CommandRow row = model_.Rows().at(static_cast<std::size_t>(index.row()));
-  if (const auto refusal = CommandRefusal(parts_.Doc.Session(), text)) {
+  if (auto refusal = CommandRefusal(parts_.Doc.Session(), text)) {
     return refusal;
   }
   const std::string bytes = text.toStdString();

@@ -55,7 +55,8 @@ std::vector<Place> PlacesFor(const Project& project, const Dropped& what, const 
       }
     }
   }
-  std::ranges::stable_partition(places, [&chosen](const Place& place) { return place.Key == chosen; });
+  std::stable_partition(places.begin(), places.end(),
+                        [&chosen](const Place& place) { return place.Key == chosen; });
   return places;
 }
 
@@ -227,8 +228,7 @@ void DiscPane::PlaceTrack() {
   std::ranges::transform(places, std::back_inserter(words), &Place::Words);
   const std::string& name = project.Tracks[what->Track].TrackName;
   const auto place = parts_.Answers.Choose(
-      "Place Track", fmt::format("Where does {}{} go?", what->Scene ? "the scene of " : "", name),
-      words);
+      "Place Track", fmt::format("Where does {}{} go?", what->Scene ? "the scene of " : "", name), words);
   if (place) {
     DoAndChoose([&](EditSession& session, Consent) { return Drop(session, *what, places[*place].Key); });
   }

@@ -22,8 +22,15 @@ QString TextOf(const Json& value) {
   return value.is_string() ? Shown(value.get_ref<const std::string&>()) : QString();
 }
 
-FieldControl MakeText(const Want& want) {
+// A line in which words can be read; its label goes above it where both do not fit side by side.
+QLineEdit* MakeLine() {
   auto* const line = new QLineEdit;
+  line->setMinimumWidth(line->fontMetrics().averageCharWidth() * 16);
+  return line;
+}
+
+FieldControl MakeText(const Want& want) {
+  auto* const line = MakeLine();
   QObject::connect(line, &QLineEdit::editingFinished, line, [line, want] {
     if (line->isModified()) {
       line->setModified(false);
@@ -138,7 +145,7 @@ FieldControl MakeTicks(FieldKind kind, const Want& want) {
 
 // "0 1 2 3"; one number has a box of its own.
 FieldControl MakeNumbers(const Want& want) {
-  auto* const line = new QLineEdit;
+  auto* const line = MakeLine();
   line->setToolTip(QObject::tr("The streams by their numbers, with blanks between"));
   QObject::connect(line, &QLineEdit::editingFinished, line, [line, want] {
     if (!line->isModified()) {

@@ -18,7 +18,7 @@ ManualBrowser::ManualBrowser(QWidget* parent) : QTextBrowser(parent) {
 }
 
 QVariant ManualBrowser::loadResource(int type, const QUrl& name) {
-  const QVariant resource = QTextBrowser::loadResource(type, name);
+  QVariant resource = QTextBrowser::loadResource(type, name);
   if (type != QTextDocument::ImageResource || resource.userType() != QMetaType::QByteArray) {
     return resource;
   }
@@ -26,9 +26,9 @@ QVariant ManualBrowser::loadResource(int type, const QUrl& name) {
 }
 
 QString ManualBrowser::HeadingName(const QString& heading) {
-  static const QRegularExpression Sign(QStringLiteral("[^\\w -]"),
+  static const QRegularExpression sign(QStringLiteral("[^\\w -]"),
                                        QRegularExpression::UseUnicodePropertiesOption);
-  return heading.toLower().remove(Sign).replace(QLatin1Char(' '), QLatin1Char('-'));
+  return heading.toLower().remove(sign).replace(QLatin1Char(' '), QLatin1Char('-'));
 }
 
 bool ManualBrowser::GoToHeading(const QString& name) {

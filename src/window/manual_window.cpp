@@ -33,15 +33,15 @@ QString ReadPage(const QString& file) {
 }
 
 QUrl UrlOf(const QString& file) {
-  return QUrl(QStringLiteral("qrc:") + Root + file);
+  return {QStringLiteral("qrc:") + Root + file};
 }
 
 // The words that a reader sees: without pictures and without where links lead.
 QString WordsOf(const QString& file) {
-  static const QRegularExpression Picture(QStringLiteral(R"(!\[[^\]]*\]\([^)]*\))"));
-  static const QRegularExpression Target(QStringLiteral(R"(\]\([^)]*\))"));
-  static const QRegularExpression Marks(QStringLiteral("[*`]"));
-  return ReadPage(file).remove(Picture).remove(Target).remove(Marks).simplified();
+  static const QRegularExpression picture(QStringLiteral(R"(!\[[^\]]*\]\([^)]*\))"));
+  static const QRegularExpression target(QStringLiteral(R"(\]\([^)]*\))"));
+  static const QRegularExpression marks(QStringLiteral("[*`]"));
+  return ReadPage(file).remove(picture).remove(target).remove(marks).simplified();
 }
 
 }  // namespace
@@ -49,8 +49,8 @@ QString WordsOf(const QString& file) {
 std::vector<ManualPage> ManualPages() {
   LoadResources();
   std::vector<ManualPage> pages{{QObject::tr("Manual"), Text(FirstManualPage)}};
-  static const QRegularExpression Link(QStringLiteral(R"(\[([^\]]+)\]\(([a-z0-9_]+\.md)\))"));
-  for (auto found = Link.globalMatch(ReadPage(Text(FirstManualPage))); found.hasNext();) {
+  static const QRegularExpression links(QStringLiteral(R"(\[([^\]]+)\]\(([a-z0-9_]+\.md)\))"));
+  for (auto found = links.globalMatch(ReadPage(Text(FirstManualPage))); found.hasNext();) {
     const QRegularExpressionMatch link = found.next();
     const QString file = QStringLiteral("manual/") + link.captured(2);
     if (std::ranges::find(pages, file, &ManualPage::File) == pages.end()) {

@@ -62,6 +62,7 @@ MediaPane::MediaPane(WindowParts& parts, QWidget* parent)
   words_->setAccessibleName(tr("Filter tracks"));
   words_->setClearButtonEnabled(true);
   tree_->setAccessibleName(tr("Media"));
+  setMinimumWidth(fontMetrics().averageCharWidth() * 24);
   tree_->setDragDropMode(QAbstractItemView::DragOnly);
   tree_->SetHint(
       tr("Drop files here: video (.m2v), sound (.ac3, .wav), subtitle lists (.sst), chapter lists "

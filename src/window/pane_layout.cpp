@@ -119,8 +119,8 @@ void PaneLayout::Add(const QString& name, QWidget* pane, Qt::DockWidgetArea area
   auto* const holder = new QWidget;
   auto* const rows = new QVBoxLayout(holder);
   rows->setContentsMargins({});
-  holder->setMinimumSize(1, 1);  // also while the pane is hidden
   rows->addWidget(pane);
+  rows->addItem(new QSpacerItem(1, 1));  // a size also while the pane is hidden
   dock->setWidget(holder);
   // Behind another tab a dock lies outside the window and still counts as shown: readers of the screen would
   // find what nobody sees.
@@ -252,9 +252,20 @@ void PaneLayout::Reset() {
   for (QTabBar* bar : window_.findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) {
     bar->lower();
   }
+  Proportion();
+  // Once more after the window has its size: while it is being resized the docks share the former one.
+  QMetaObject::invokeMethod(
+      this, [this] { Proportion(); }, Qt::QueuedConnection);
+}
+
+void PaneLayout::Proportion() {
+  if (isRestored_) {
+    return;
+  }
   const int line = window_.fontMetrics().height();
-  window_.resizeDocks({docks_[QStringLiteral("Media")]}, {(isNarrow_ ? 16 : 20) * line}, Qt::Horizontal);
-  window_.resizeDocks({tables, bottom}, {11 * line, 7 * line}, Qt::Vertical);
+  window_.resizeDocks({docks_[QStringLiteral("Media")]}, {(isNarrow_ ? 17 : 22) * line}, Qt::Horizontal);
+  window_.resizeDocks({docks_[Tables().constFirst()], docks_[Bottom().constFirst()]}, {11 * line, 7 * line},
+                      Qt::Vertical);
   if (!isNarrow_) {
     window_.resizeDocks({docks_[QStringLiteral("Properties")]}, {19 * line}, Qt::Horizontal);
   }

@@ -40,6 +40,7 @@ class PaneLayout : public QObject {
  private:
   void Add(const QString& name, QWidget* pane, Qt::DockWidgetArea area);
   void HandleActions(Actions& actions);
+  void Proportion();  // the shares of a fresh layout
   [[nodiscard]] QString Shown(const QStringList& group) const;
   [[nodiscard]] QString Focused() const;
 

@@ -147,7 +147,7 @@ constexpr std::array Rows{
 }  // namespace
 
 std::optional<ProblemStep> StepFor(const Message& finding, WindowParts& parts) {
-  const auto row = std::ranges::find(Rows, finding.Code, &StepRow::Code);
+  const auto* const row = std::ranges::find(Rows, finding.Code, &StepRow::Code);
   if (row == Rows.end()) {
     return std::nullopt;
   }

@@ -27,6 +27,7 @@ ProjectTree::ProjectTree(WindowParts& parts, TreeModel& model, std::vector<std::
   setDragEnabled(true);
   setDefaultDropAction(Qt::CopyAction);
   header()->setStretchLastSection(true);
+  connect(header(), &QHeaderView::sectionResized, this, [this] { isSetByHand_ |= !isFitting_; });
   auto* const names = new NameDelegate(this);
   setItemDelegateForColumn(0, names);
   connect(names, &NameDelegate::Entered, this, [this](const QModelIndex& index, const QString& name) {
@@ -82,11 +83,21 @@ QModelIndex ProjectTree::IndexOf(const std::string& key) const {
 }
 
 void ProjectTree::FitColumns() {
-  const int wide = fontMetrics().averageCharWidth() * 16;
+  isFitting_ = true;
   for (int column = 0; column < filter_.columnCount() - 1; ++column) {
     resizeColumnToContents(column);
   }
-  setColumnWidth(0, std::max(columnWidth(0), wide));
+  isFitting_ = false;
+  isSetByHand_ = false;
+  wholeNames_ = columnWidth(0);
+  FitNames();
+}
+
+void ProjectTree::FitNames() {
+  const int readable = fontMetrics().averageCharWidth() * 22;
+  isFitting_ = true;
+  setColumnWidth(0, std::max(readable, std::min(wholeNames_, viewport()->width() - columnWidth(1))));
+  isFitting_ = false;
 }
 
 void ProjectTree::OpenLevels(const QModelIndex& parent, int levels) {
@@ -135,6 +146,13 @@ void ProjectTree::paintEvent(QPaintEvent* event) {
     const int margin = fontMetrics().height();
     painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
                      static_cast<int>(Qt::AlignCenter) | Qt::TextWordWrap, hint_);
+  }
+}
+
+void ProjectTree::resizeEvent(QResizeEvent* event) {
+  QTreeView::resizeEvent(event);
+  if (!isSetByHand_) {
+    FitNames();
   }
 }
 

@@ -31,7 +31,8 @@ class ProjectTree : public QTreeView {
   [[nodiscard]] std::string CurrentKey() const;
   [[nodiscard]] std::string KeyAt(const QPoint& place) const;  // in the viewport; empty between rows
 
-  // Columns as wide as what they show, the first at least so wide as to read.
+  // Columns as wide as what they show; the first gives way until the second stands in view, or one can no
+  // longer read it.
   void FitColumns();
 
  signals:
@@ -39,10 +40,12 @@ class ProjectTree : public QTreeView {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
+  void FitNames();
   void ChooseCurrent();
   void ShowChosen();
   void OpenLevels(const QModelIndex& parent, int levels);
@@ -54,7 +57,10 @@ class ProjectTree : public QTreeView {
   QSortFilterProxyModel filter_;
   std::vector<std::optional<ActionId>> menu_;
   QString hint_;
+  int wholeNames_ = 0;  // what the first column would take
   bool isFollowing_ = false;
+  bool isFitting_ = false;
+  bool isSetByHand_ = false;
 };
 
 }  // namespace quorvelant

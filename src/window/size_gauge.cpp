@@ -17,6 +17,16 @@ double Gigabytes(std::uint64_t bytes) {
   return static_cast<double>(bytes) / 1e9;
 }
 
+// A disc of little is not told as one of nothing.
+std::string Needed(const DiscNeeds& needs, const DiscMedium& medium) {
+  constexpr std::uint64_t Little = 100'000'000;
+  if (needs.Bytes < Little) {
+    return fmt::format("{:.1f} MB of {:.2f} GB", static_cast<double>(needs.Bytes) / 1e6,
+                       Gigabytes(medium.Bytes));
+  }
+  return fmt::format("{:.2f} of {:.2f} GB", Gigabytes(needs.Bytes), Gigabytes(medium.Bytes));
+}
+
 }  // namespace
 
 SizeGauge::SizeGauge(WindowParts& parts, QWidget* parent)
@@ -54,7 +64,7 @@ void SizeGauge::ShowNeeds() {
   const bool isTooLarge = needs.Bytes > medium.Bytes;
   bar_->setRange(0, most);
   bar_->setValue(static_cast<int>(std::min<std::uint64_t>(needs.Sectors(), medium.Bytes / SectorBytes)));
-  bar_->setFormat(Shown(fmt::format("{:.2f} of {:.2f} GB", Gigabytes(needs.Bytes), Gigabytes(medium.Bytes))));
+  bar_->setFormat(Shown(Needed(needs, medium)));
   QPalette colors = palette();
   if (isTooLarge) {
     colors.setColor(QPalette::Highlight, QColor(0xC0, 0x20, 0x20));
