@@ -13,6 +13,7 @@
 #include "app/command_convert.h"
 #include "app/command_edit.h"
 #include "app/command_index.h"
+#include "app/command_iso.h"
 #include "app/command_new.h"
 #include "app/command_picture.h"
 #include "app/command_probe.h"
@@ -44,6 +45,7 @@ std::string UsageText(const std::string& fault) {
 void AddCommands(CLI::App& program, CommandContext& context) {
   AddAuthorCommand(program, context);
   AddCheckCommand(program, context);
+  AddIsoCommand(program, context);
   AddConvertCommand(program, context);
   AddNewCommand(program, context);
   AddWizardCommand(program, context);
@@ -128,7 +130,8 @@ int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, st
                          .Out = out,
                          .Options = ReadUserSettings(SettingsFile(environment), ui),
                          .LogFile = LogFile(environment),
-                         .CacheFolder = CacheFolder(environment)};
+                         .CacheFolder = CacheFolder(environment),
+                         .SourceDate = environment("SOURCE_DATE_EPOCH")};
   CLI::App program;
   AddCommandForm(program, context, setVerbosity);
   program.require_subcommand(arguments.empty() ? 0 : 1);

@@ -134,4 +134,8 @@ inline constexpr MessageKind CheckStopped{"check-stopped", Severity::Error, "Sto
 inline constexpr MessageKind RunStopped{"run-stopped", Severity::Information, "Stopped",
                                         "The run was stopped; the destination is as it was"};
 
+// `iso`.
+inline constexpr MessageKind ImageStopped{"image-stopped", Severity::Information, "Stopped",
+                                          "The run was stopped; no image was made"};
+
 }  // namespace quorvelant::message

@@ -9,7 +9,7 @@
 #include <functional>
 
 #include "base/rules.h"
-#include "ui/disc_media.h"
+#include "disc/disc_media.h"
 #include "ui/project_health.h"
 #include "window/project_files.h"
 #include "window/window_parts.h"
