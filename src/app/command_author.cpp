@@ -8,8 +8,10 @@
 
 #include "analysis/picture_index.h"
 #include "app/author_report.h"
+#include "app/image_words.h"
 #include "app/log_file.h"
 #include "app/messages.h"
+#include "app/output_file.h"
 #include "app/run_reporter.h"
 #include "author/author.h"
 #include "author/message_recorder.h"
@@ -72,6 +74,26 @@ bool Load(const AuthorArguments& arguments, const std::string& cacheFolder, Proj
   return indexed && loaded.MayAuthor() && !HasErrors(findings);
 }
 
+// Whether the image that is asked for may be made; its order goes into `order`.
+bool AddImage(const AuthorArguments& arguments, const CommandContext& context, AuthorOrder& order,
+              UserInterface& ui) {
+  if (arguments.Image.empty()) {
+    return true;
+  }
+  const auto label = LabelFor(arguments.Label, std::filesystem::path(arguments.Project).stem().string(), ui);
+  const auto time = ImageTimeFrom(context.SourceDate, ui);
+  if (!label || !time || !MayWrite(arguments.Image, arguments.Project, arguments.Force, ui) ||
+      !HasFolder(arguments.Image, ui)) {
+    return false;
+  }
+  order.Image = ImageOrder{.Path = arguments.Image,
+                           .Label = *label,
+                           .Time = *time,
+                           .Replace = arguments.Force,
+                           .Sync = !arguments.NoSync};
+  return true;
+}
+
 AuthorOrder OrderFrom(const AuthorArguments& arguments, const CommandContext& context) {
   AuthorOrder order = OrderOf(context.Options, arguments.RulesUsed());
   order.Folder = arguments.Folder;
@@ -103,6 +125,9 @@ AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& con
     return {};
   }
   AuthorOrder order = OrderFrom(arguments, context);
+  if (!AddImage(arguments, context, order, ui)) {
+    return {};
+  }
   order.WarnedBefore = loading.HasWarnings();
   order.Pictures = pictures.get();
   return Author(project, order, ui);
@@ -122,10 +147,11 @@ bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
     reporter.Tell(MessageOf(message::RunStopped, {}));
   }
   const bool done = result.Outcome == AuthorOutcome::Done;
+  const ReportedRun reported{arguments.Folder, arguments.Image, arguments.DryRun};
   if (arguments.Json) {
-    context.Out << ResultJson(result, arguments.Folder, arguments.DryRun) << '\n' << std::flush;
+    context.Out << ResultJson(result, reported) << '\n' << std::flush;
   } else if (done) {
-    context.Report(ResultText(result, arguments.Folder, arguments.DryRun));
+    context.Report(ResultText(result, reported));
   }
   return done;
 }
@@ -138,8 +164,13 @@ void AddAuthorCommand(CLI::App& program, CommandContext& context) {
       ->required()
       ->type_name("PROJECT");
   command->add_option("-o,--output", arguments->Folder, "Folder that becomes the disc's VIDEO_TS")
-      ->required()
       ->type_name("FOLDER");
+  command
+      ->add_option("--iso", arguments->Image, "Image of the disc, to burn; without --output no folder stays")
+      ->type_name("IMAGE");
+  command
+      ->add_option("--label", arguments->Label, "Name of the image's volume; else one made of the project's")
+      ->type_name("NAME");
   command->add_flag("--analyse", arguments->Analyse,
                     "Move chapter times onto pictures where a chapter can start");
   command->add_flag("--reindex", arguments->Reindex, "Build picture indexes anew");
@@ -151,8 +182,12 @@ void AddAuthorCommand(CLI::App& program, CommandContext& context) {
   command->add_flag("--json", arguments->Json, "Print one JSON object an event");
   command->add_option("--log-file", arguments->LogFile, "Log of the run instead of the usual one")
       ->type_name("FILE");
-  command->callback(
-      [arguments, &context] { context.ExitStatus = RunAuthor(*arguments, context) ? ExitDone : ExitFailed; });
+  command->callback([arguments, &context] {
+    if (arguments->Folder.empty() && arguments->Image.empty()) {
+      throw CLI::RequiredError("--output or --iso");
+    }
+    context.ExitStatus = RunAuthor(*arguments, context) ? ExitDone : ExitFailed;
+  });
 }
 
 }  // namespace quorvelant

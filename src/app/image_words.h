@@ -24,7 +24,7 @@ namespace quorvelant {
 
 // "0.1 % of a DVD-5": the smallest of both sizes of disc that holds so much. Above 100 % where none does.
 [[nodiscard]] std::string FullnessText(std::uint64_t bytes);
-// The same for programs: the name, or null where no disc holds so much.
+// The same for programs: the name, or null where no disc holds so much, and for nothing.
 [[nodiscard]] nlohmann::ordered_json MediumJson(std::uint64_t bytes);
 
 // The line of an image that was written.

@@ -9,12 +9,16 @@
 #include "author/disc_plan.h"
 #include "base/rules.h"
 #include "ifo/vmg_ifo.h"
+#include "iso/make_image.h"
 #include "picture/picture_loader.h"
 
 namespace quorvelant {
 
 struct AuthorOrder {
-  std::string Folder = {};  // becomes the disc; a path of this system
+  // Becomes the disc; a path of this system. Empty where an image alone is wanted: then the folder is made
+  // beside that and goes once the image stands.
+  std::string Folder = {};
+  std::optional<ImageOrder> Image = {};  // of the finished folder, whatever folder it names; not `InPlace`
   quorvelant::Rules Rules = {};
   AllowedRegions Regions{};           // none allowed, as in a run without settings
   bool RemoveSeqEnd = false;          // overwrite sequence end codes in the middle of a track

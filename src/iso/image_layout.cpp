@@ -150,7 +150,8 @@ ImageLayout LayoutAt(std::uint32_t start, const Placement& placement, std::span<
 // What is better comes first.
 auto Rank(const ImageLayout& layout, std::uint32_t start) {
   const bool lacksBreak = layout.TwoLayers && !layout.Break;
-  return std::tuple(layout.Together.size(), lacksBreak, layout.Break ? layout.Break->Sector : 0,
+  const bool holdsManager = !layout.Together.empty() && layout.Together.front() == 0;
+  return std::tuple(layout.Together.size(), holdsManager, lacksBreak, layout.Break ? layout.Break->Sector : 0,
                     start % EccSectors != 0, start);
 }
 
