@@ -15,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 struct PlannedImage {
-  DiscTree Tree;
+  DiscTree Tree;  // its tables are those of the image
   ImageLayout Layout;
   std::vector<Message> Faults;
 };
@@ -28,10 +28,15 @@ PlannedImage PlanImage(const std::string& folder, UserInterface& ui) {
   PlannedImage plan;
   plan.Tree = ReadDiscTree(VideoFolderOf(folder), ui, plan.Faults);
   plan.Layout = LayOutImage(plan.Tree, plan.Faults);
+  if (const auto& at = plan.Layout.Break) {
+    for (const TableByte& mark : at->Marks) {
+      plan.Tree.Sets[at->Set].Tables[mark.At] = mark.Value;
+    }
+  }
   return plan;
 }
 
-// The layout and the tables, as a number: FNV-1a.
+// The tables of the image as a number: FNV-1a.
 std::uint64_t SerialOf(const PlannedImage& plan) {
   std::uint64_t hash = 0xcbf29ce484222325U;
   const auto add = [&hash](std::uint8_t byte) { hash = (hash ^ byte) * 0x100000001b3U; };

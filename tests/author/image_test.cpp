@@ -5,7 +5,6 @@
 
 #include "author/messages.h"
 #include "disc_maker.h"
-#include "support/disc_walk.h"
 #include "support/image_readers.h"
 
 namespace quorvelant {
@@ -75,17 +74,6 @@ TEST_F(AuthoredImage, HoldsTheFolderByBothFileSystems) {
   }
   EXPECT_EQ(figures["numfiles"], std::to_string(files.size()));
   EXPECT_EQ(figures["blocks"], std::to_string(result.Image.Size / SectorBytes));
-}
-
-TEST_F(AuthoredImage, PlaysAsTheFolderDoes) {
-  ASSERT_EQ(Author(true).Outcome, AuthorOutcome::Done);
-  const DiscWalk folder = WalkDisc(maker.Folder);
-  const DiscWalk whole = WalkDisc(image);
-  EXPECT_THAT(whole.Complaints, IsEmpty());
-  EXPECT_EQ(whole.FirstPlay, folder.FirstPlay);
-  ASSERT_EQ(whole.Titles.size(), folder.Titles.size());
-  EXPECT_TRUE(whole.Titles[0].ReachedEnd);
-  EXPECT_EQ(whole.Titles[0].ChaptersSeen, folder.Titles[0].ChaptersSeen);
 }
 
 TEST_F(AuthoredImage, AloneLeavesNoFolder) {

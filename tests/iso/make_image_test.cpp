@@ -5,7 +5,9 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <functional>
 
+#include "base/file_text.h"
 #include "iso/messages.h"
 #include "small_tree.h"
 #include "support/faulty_disk.h"
@@ -211,6 +213,50 @@ TEST_F(Images, WhatAKilledRunLeftIsWrittenAnew) {
   EXPECT_THAT(Codes(), ElementsAre("iso-leftover-taken"));
   EXPECT_TRUE(TempFolder::Read(image) == whole);
   EXPECT_THAT(Names(), ElementsAre("VIDEO_TS", "disc.iso"));
+}
+
+// Five GiB that are holes: the image's tables have the mark, and so have the folder's where it is marked
+// itself, of which the same image is made.
+TEST_F(Images, ACellIsMarkedForTheLayerBreak) {
+  constexpr std::uint32_t Full = 524287;
+  SmallTree disc(3, 5,
+                 {{.TitleVobs = std::vector<std::uint32_t>(5, Full), .Cells = {0, 1'000'000, 1'400'001}}});
+  fs::remove_all(folder);
+  fs::create_directory(folder);
+  for (std::size_t i = 0; i < 2; ++i) {
+    TreeSet& set = disc.Tree.Sets[i];
+    std::ranges::copy(std::string_view(i == 0 ? "DVDVIDEO-VMG" : "DVDVIDEO-VTS"), set.Tables.begin());
+    Put(set.Ifo.Name, set.Tables);
+    Put(set.Backup.Name, set.Tables);
+    for (const TreeFile& vob : set.TitleVobs) {
+      Put(vob.Name, {});
+      fs::resize_file(folder + "/" + vob.Name, vob.Size);
+    }
+  }
+  PutVob(*disc.Tree.Sets[0].MenuVob);
+  const ImageResult result = Make();
+  ASSERT_EQ(result.Outcome, ImageOutcome::Done);
+  EXPECT_THAT(Codes(), ElementsAre("iso-break"));
+  ASSERT_TRUE(result.Break);
+  EXPECT_EQ(result.Break->Cell, 3U);
+  EXPECT_EQ(fs::file_size(image), result.Size);
+  const auto categoryIn = [&](const std::string& path, std::uint64_t sector) {
+    std::ifstream file(path, std::ios::binary);
+    file.seekg(static_cast<std::streamoff>(sector * SectorBytes + SmallTree::CategoryAt(2)));
+    return file.get();
+  };
+  const std::uint64_t titles = result.Break->Sector - 1'400'001;
+  EXPECT_EQ(categoryIn(folder + "/VTS_01_0.IFO", 0), 0x08);
+  for (const std::uint64_t ifo : {titles - 3, titles + 5ULL * Full}) {  // and the backup
+    EXPECT_EQ(categoryIn(image, ifo), 0x00);
+  }
+  const auto headOf = [&] { return ReadHead(image, 700 * SectorBytes); };
+  const auto before = headOf();
+  MarkLayerBreak(folder, ui);
+  EXPECT_EQ(categoryIn(folder + "/VTS_01_0.IFO", 0), 0x00);
+  EXPECT_EQ(categoryIn(folder + "/VTS_01_0.BUP", 0), 0x00);
+  EXPECT_EQ(Make().Break->Sector, result.Break->Sector);
+  EXPECT_TRUE(headOf() == before);
 }
 
 TEST_F(Images, NothingOfTheUsersIsTakenForALeftover) {
