@@ -76,11 +76,7 @@ class ImageWriter {
           part[mark.At - at] = mark.Value;
         }
       }
-      if (std::ranges::all_of(part, [](std::uint8_t byte) { return byte == 0; })) {
-        out_.Seek(OffsetOf(placed.Start) + at + part.size());  // a hole in the source stays one
-      } else {
-        out_.Write(part);
-      }
+      out_.Write(part);
       at += part.size();
       Count(part.size());
     }

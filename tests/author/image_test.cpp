@@ -86,7 +86,7 @@ TEST_F(AuthoredImage, AloneLeavesNoFolder) {
 }
 
 TEST_F(AuthoredImage, AStopLeavesNeitherFolderNorImage) {
-  for (const char* stage : {"Generating VTS 01 Title", "Writing the image"}) {
+  for (const char* stage : {"Writing VOBID", "Writing the image"}) {
     maker.Ui.StatusWords.clear();
     maker.Ui.StopWhen = [&] {
       return !maker.Ui.StatusWords.empty() && maker.Ui.StatusWords.back().starts_with(stage);
@@ -116,9 +116,9 @@ TEST_F(AuthoredImage, NineGigabytesAreAWarningForAFolderAndAnErrorForAnImage) {
   fs::copy_file(film, copy);
   fs::remove(film);
   fs::rename(copy, film);
-  for (const auto& [bytes, warned, refused] : {std::tuple{4'100'000'000U, false, false},
-                                               {4'200'000'000U, true, false},
-                                               {4'500'000'000U, true, true}}) {
+  for (const auto& [bytes, warned, refused] : {std::tuple{std::uint64_t{4'100'000'000}, false, false},
+                                               {std::uint64_t{4'200'000'000}, true, false},
+                                               {std::uint64_t{4'500'000'000}, true, true}}) {
     fs::resize_file(film, bytes);
     const DiscPlan plan = PlanDisc(maker.Disc, Rules::Players, maker.Ui);
     const auto warning =

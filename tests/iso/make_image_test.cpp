@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <functional>
 
-#include "base/file_text.h"
+#include "iso/image_writer.h"
 #include "iso/messages.h"
 #include "small_tree.h"
 #include "support/faulty_disk.h"
@@ -215,12 +215,10 @@ TEST_F(Images, WhatAKilledRunLeftIsWrittenAnew) {
   EXPECT_THAT(Names(), ElementsAre("VIDEO_TS", "disc.iso"));
 }
 
-// Five GiB that are holes: the image's tables have the mark, and so have the folder's where it is marked
-// itself, of which the same image is made.
-TEST_F(Images, ACellIsMarkedForTheLayerBreak) {
-  constexpr std::uint32_t Full = 524287;
+// VOB files of five GiB that are holes, of which marking reads nothing.
+TEST_F(Images, AFolderIsMarkedForTheLayerBreak) {
   SmallTree disc(3, 5,
-                 {{.TitleVobs = std::vector<std::uint32_t>(5, Full), .Cells = {0, 1'000'000, 1'400'001}}});
+                 {{.TitleVobs = std::vector<std::uint32_t>(5, 524'287), .Cells = {0, 1'000'000, 1'400'008}}});
   fs::remove_all(folder);
   fs::create_directory(folder);
   for (std::size_t i = 0; i < 2; ++i) {
@@ -234,29 +232,33 @@ TEST_F(Images, ACellIsMarkedForTheLayerBreak) {
     }
   }
   PutVob(*disc.Tree.Sets[0].MenuVob);
-  const ImageResult result = Make();
-  ASSERT_EQ(result.Outcome, ImageOutcome::Done);
-  EXPECT_THAT(Codes(), ElementsAre("iso-break"));
-  ASSERT_TRUE(result.Break);
-  EXPECT_EQ(result.Break->Cell, 3U);
-  EXPECT_EQ(fs::file_size(image), result.Size);
-  const auto categoryIn = [&](const std::string& path, std::uint64_t sector) {
-    std::ifstream file(path, std::ios::binary);
-    file.seekg(static_cast<std::streamoff>(sector * SectorBytes + SmallTree::CategoryAt(2)));
-    return file.get();
-  };
-  const std::uint64_t titles = result.Break->Sector - 1'400'001;
-  EXPECT_EQ(categoryIn(folder + "/VTS_01_0.IFO", 0), 0x08);
-  for (const std::uint64_t ifo : {titles - 3, titles + 5ULL * Full}) {  // and the backup
-    EXPECT_EQ(categoryIn(image, ifo), 0x00);
+  Bytes marked = disc.Tree.Sets[1].Tables;
+  marked[SmallTree::CategoryAt(2)] = 0;
+  for (int time = 0; time < 2; ++time) {
+    MarkLayerBreak(folder, ui);
+    for (const char* name : {"/VTS_01_0.IFO", "/VTS_01_0.BUP"}) {
+      EXPECT_TRUE(TempFolder::Read(folder + name) == std::string(marked.begin(), marked.end())) << name;
+    }
   }
-  const auto headOf = [&] { return ReadHead(image, 700 * SectorBytes); };
-  const auto before = headOf();
-  MarkLayerBreak(folder, ui);
-  EXPECT_EQ(categoryIn(folder + "/VTS_01_0.IFO", 0), 0x00);
-  EXPECT_EQ(categoryIn(folder + "/VTS_01_0.BUP", 0), 0x00);
-  EXPECT_EQ(Make().Break->Sector, result.Break->Sector);
-  EXPECT_TRUE(headOf() == before);
+}
+
+// An image has its own marks where the folder has none.
+TEST_F(Images, AreMarkedForTheLayerBreak) {
+  std::vector<Message> faults;
+  const DiscTree tree = ReadDiscTree(folder, ui, faults);
+  ImageLayout layout = LayOutImage(tree, faults);
+  const std::size_t at = SmallTree::CategoryAt(0);
+  layout.Break = LayerBreak{.Set = 1, .Pgc = 1, .Cell = 1, .Sector = 0, .Marks = {{at, 0x55}}};
+  const auto file = SystemDisk().Open(image, FileAccess::New);
+  ASSERT_TRUE(WriteImage(layout, {.Label = "SMALL"}, *file, SystemDisk(), false, ui));
+  const std::string bytes = TempFolder::Read(image);
+  for (const PlacedFile& placed : layout.Files) {
+    std::string wanted = TempFolder::Read(placed.File.Path);
+    if (placed.File.Name.starts_with("VTS_01_0") && !placed.File.Name.ends_with("VOB")) {
+      wanted[at] = 0x55;
+    }
+    EXPECT_TRUE(bytes.substr(placed.Start * SectorBytes, placed.File.Size) == wanted) << placed.File.Name;
+  }
 }
 
 TEST_F(Images, NothingOfTheUsersIsTakenForALeftover) {
