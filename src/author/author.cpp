@@ -199,6 +199,9 @@ AuthorOutcome PlaceAll(const AuthorRun& run, Target& target) {
   if (image.Result.Outcome == ImageOutcome::Stopped) {
     return AuthorOutcome::Stopped;
   }
+  if (image.Aside) {
+    image.Aside->Finish(order.Sync);
+  }
   const bool placed = image.Aside && WarningsAllow(run) && Place(run, target) &&
                       image.Aside->Place(order.Replace, order.Sync, run.Ui);
   if (!placed) {
@@ -230,18 +233,18 @@ AuthorResult TryOut(const Project& project, const Rules& rules, PictureLoader* p
   return Author(project, {.Rules = rules, .Pictures = pictures, .DryRun = true, .InPlace = true}, ui);
 }
 
-AuthorResult Author(const Project& project, const AuthorOrder& asked, UserInterface& ui) {
+AuthorResult Author(const Project& project, const AuthorOrder& order, UserInterface& ui) {
   MessageRecorder told(ui);
-  AuthorOrder order = asked;
-  const bool keepsFolder = !asked.Image || !asked.Folder.empty();
+  AuthorOrder whole = order;
+  const bool keepsFolder = !order.Image || !order.Folder.empty();
   if (!keepsFolder) {
-    order.Folder = asked.Image->Path + std::string(FolderOfImageSuffix);
+    whole.Folder = order.Image->Path + std::string(FolderOfImageSuffix);
   }
   AuthorResult result;
   const DiscPlan plan = PlanDisc(project, order.Rules, told, order.Pictures);
   result.Ntsc = plan.Ntsc;
   try {
-    result.Outcome = MakeDisc({order, plan, told, result, keepsFolder});
+    result.Outcome = MakeDisc({whole, plan, told, result, keepsFolder});
   } catch (const MessageError& error) {
     told.Tell(error.What());
   } catch (const FileError& error) {

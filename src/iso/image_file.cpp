@@ -38,7 +38,7 @@ std::string AsideOf(const fs::path& target) {
   return (target.parent_path() / name).string();
 }
 
-enum class Found { Free, Leftover, Busy, Gone, Foreign };
+enum class AsideState { Free, Leftover, Busy, Gone, Foreign };
 
 // What the name means is no file of ours to open: a link, a folder, a file of several names.
 bool IsForeign(const std::string& aside) {
@@ -54,21 +54,21 @@ bool StillNamed(const File& file) {
          open.st_ino == named.st_ino && open.st_dev == named.st_dev;
 }
 
-Found Take(File& file) {
+AsideState Take(File& file) {
   if (flock(file.Handle(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-    return Found::Busy;
+    return AsideState::Busy;
   }
   if (!StillNamed(file)) {
-    return Found::Gone;
+    return AsideState::Gone;
   }
   if (file.ByteCount() == 0) {
-    return Found::Free;
+    return AsideState::Free;
   }
   Bytes head(Mark.size());
   head.resize(file.Read(head));
   return std::ranges::equal(head, Mark, {}, [](std::uint8_t byte) { return static_cast<char>(byte); })
-             ? Found::Leftover
-             : Found::Foreign;
+             ? AsideState::Leftover
+             : AsideState::Foreign;
 }
 
 void WriteMark(File& file) {
@@ -98,18 +98,18 @@ std::optional<ImageFile> ImageFile::Begin(const std::string& path, Disk& disk, U
       break;
     }
     auto file = disk.Open(aside, FileAccess::ReadWrite);
-    const Found found = Take(*file);
-    if (found == Found::Busy) {
+    const AsideState found = Take(*file);
+    if (found == AsideState::Busy) {
       ui.Tell(MessageOf(message::IsoBusy, path));
       return std::nullopt;
     }
-    if (found == Found::Foreign) {
+    if (found == AsideState::Foreign) {
       break;
     }
-    if (found == Found::Gone) {
+    if (found == AsideState::Gone) {
       continue;
     }
-    if (found == Found::Leftover) {
+    if (found == AsideState::Leftover) {
       ui.Tell(MessageOf(message::IsoLeftoverTaken, path, aside));
     }
     ImageFile image(target, std::move(file), disk);
@@ -141,7 +141,10 @@ bool ImageFile::NotPlaced(UserInterface& ui, const std::string& reason) {
   return false;
 }
 
-bool ImageFile::Place(bool replace, bool sync, UserInterface& ui) {
+void ImageFile::Finish(bool sync) {
+  if (!file_) {
+    return;
+  }
   if (sync) {
     file_->Flush();
   }
@@ -152,6 +155,10 @@ bool ImageFile::Place(bool replace, bool sync, UserInterface& ui) {
   }
   file_->Close();
   file_.reset();
+}
+
+bool ImageFile::Place(bool replace, bool sync, UserInterface& ui) {
+  Finish(sync);
   const FileKind there = disk_->KindOf(path_);
   if (there != FileKind::Missing && (there != FileKind::Plain || !replace)) {
     return NotPlaced(ui, std::generic_category().message(EEXIST));

@@ -30,8 +30,11 @@ class ImageFile {
   // To be written from the second sector on.
   [[nodiscard]] File& Out() { return *file_; }
 
-  // With `sync`, everything is on the disk first. An image that is there already goes with `replace` alone.
-  // False where it cannot take its name, which is told: it stays as it is. Raises FileError.
+  // Takes the mark away and closes the file: nothing more can fail but its naming. With `sync`, everything is
+  // on the disk first. Raises FileError.
+  void Finish(bool sync);
+  // Finishes the image where that was not done, and names it. An image that is there already goes with
+  // `replace` alone. False where it cannot take its name, which is told: it stays as it is. Raises FileError.
   [[nodiscard]] bool Place(bool replace, bool sync, UserInterface& ui);
 
  private:

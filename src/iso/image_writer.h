@@ -22,7 +22,7 @@ struct ImageVolume {
 [[nodiscard]] Bytes ImageHead(const ImageLayout& layout, const ImageVolume& volume);
 
 // Copies the files, then writes what leads to them, from sector 1 on; sector 0 is left over. With
-// `writeBackEarly` the disk takes what is written while more is copied. Holds a megabyte at a time. False
+// `writeBackEarly` the disk takes what is written while more is copied. Holds 256 KiB at a time. False
 // where the user asked to stop. Raises FileError, and MessageError for a file that is not what the layout
 // says.
 [[nodiscard]] bool WriteImage(const ImageLayout& layout, const ImageVolume& volume, File& out, Disk& disk,
