@@ -43,7 +43,8 @@ std::string FullnessText(std::uint64_t bytes) {
 
 nlohmann::ordered_json MediumJson(std::uint64_t bytes) {
   const DiscMedium& medium = MediumFor(bytes);
-  return bytes > 0 && bytes <= medium.Bytes ? nlohmann::ordered_json(medium.Name) : nlohmann::ordered_json(nullptr);
+  return bytes > 0 && bytes <= medium.Bytes ? nlohmann::ordered_json(medium.Name)
+                                            : nlohmann::ordered_json(nullptr);
 }
 
 std::string ImageText(const ImageResult& image, const std::string& path) {
