@@ -6,9 +6,9 @@
 #include <nlohmann/json.hpp>
 
 #include "app/message_json.h"
-#include "desk/version.h"
 #include "author/size_text.h"
 #include "base/timecode.h"
+#include "desk/version.h"
 #include "model/walk.h"
 
 namespace quorvelant {

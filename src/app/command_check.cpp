@@ -9,13 +9,13 @@
 
 #include "app/message_json.h"
 #include "app/messages.h"
+#include "app/rules_option.h"
+#include "app/told_messages.h"
+#include "base/text.h"
 #include "desk/open_project.h"
 #include "desk/place_names.h"
 #include "desk/project_findings.h"
-#include "app/rules_option.h"
-#include "app/told_messages.h"
 #include "desk/verdict.h"
-#include "base/text.h"
 #include "edit/outline_json.h"
 #include "platform/platform_pictures.h"
 

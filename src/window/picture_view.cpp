@@ -181,9 +181,9 @@ void PictureView::Refresh() {
   const auto track = parts_.View.TrackIndex();
   if (const auto& unit = parts_.View.UnitNow(); track && unit && parts_.View.State().Entry) {
     const Project& project = parts_.Doc.Work();
-    overlay_ =
-        OverlayImage(*unit, ShownPalette(project, *track, parts_.View.State().Frame, parts_.Chosen.Structure()),
-                     TrackTimes(project.Tracks[*track]).IsNtsc(), board_.Looks());
+    overlay_ = OverlayImage(
+        *unit, ShownPalette(project, *track, parts_.View.State().Frame, parts_.Chosen.Structure()),
+        TrackTimes(project.Tracks[*track]).IsNtsc(), board_.Looks());
   }
   parts_.Commands.Refresh();
   update();
