@@ -1,3 +1,4 @@
+#include "support/pressed_action.h"
 #include "window/film_wizard.h"
 
 #include <gtest/gtest.h>
@@ -171,7 +172,7 @@ class FilmWizardOver : public testing::Test {
 
   FilmWizard& Wizard() {
     if (window_.findChild<FilmWizard*>() == nullptr) {
-      window_.Parts().Commands.Of(ActionId::NewDiscFromFilms)->trigger();
+      Press(*window_.Parts().Commands.Of(ActionId::NewDiscFromFilms));
     }
     auto* const wizard = window_.findChild<FilmWizard*>();
     EXPECT_TRUE(QTest::qWaitForWindowActive(wizard));

@@ -1,3 +1,4 @@
+#include "support/pressed_action.h"
 #include "window/main_window.h"
 
 #include <QAccessible>
@@ -71,7 +72,7 @@ TEST(MainWindow, EveryControlHasAName) {
   EXPECT_EQ(Unnamed(open.Window).join(QStringLiteral("\n")).toStdString(), "");
   for (const ActionId id : {ActionId::NewDiscFromFilms, ActionId::Author, ActionId::Settings,
                             ActionId::ErrorList, ActionId::Shortcuts, ActionId::Manual, ActionId::About}) {
-    open.Window.Parts().Commands.Of(id)->trigger();
+    Press(*open.Window.Parts().Commands.Of(id));
     QTest::qWait(20);
     QWidget* const dialog = QApplication::activeWindow();
     ASSERT_NE(dialog, nullptr);
@@ -139,7 +140,7 @@ TEST(ProjectFiles, RecoverWhatWasNotSaved) {
   EXPECT_EQ(WriteScript(next.Work()), script);
   EXPECT_EQ(next.Doc().Session().File(), project);
   EXPECT_TRUE(next.Doc().Session().IsUnsaved());
-  next.Window.Parts().Commands.Of(ActionId::Save)->trigger();
+  Press(*next.Window.Parts().Commands.Of(ActionId::Save));
   EXPECT_FALSE(next.Doc().Session().IsUnsaved());
   for (const auto& entry : std::filesystem::directory_iterator(folder / "state")) {
     EXPECT_NE(entry.path().extension(), ".qvp") << entry.path();
@@ -174,11 +175,11 @@ TEST(ProjectFiles, MissingFilesAreFoundTogether) {
   open.Window.Open({project});
   open.Settle();
   open.Answers.Files = {{folder / "moved/menu.m2v"}};
-  open.Window.Parts().Commands.Of(ActionId::LocateFiles)->trigger();
+  Press(*open.Window.Parts().Commands.Of(ActionId::LocateFiles));
   open.Settle();
   EXPECT_EQ(open.Work().Tracks[0].Standard, "PAL");
   open.Answers.Files = {};
-  open.Window.Parts().Commands.Of(ActionId::LocateFiles)->trigger();  // asks for none
+  Press(*open.Window.Parts().Commands.Of(ActionId::LocateFiles));  // asks for none
   EXPECT_TRUE(open.Doc().Session().IsUnsaved());
 }
 
@@ -228,7 +229,7 @@ TEST(MainWindow, SurvivesRandomActions) {
     open.Answers.Chosen = {std::optional<std::size_t>(0)};
     QAction* const action = open.Window.Parts().Commands.Of(undoes ? ActionId::Undo : row.Id);
     if (action->isEnabled()) {
-      action->trigger();
+      Press(*action);
     }
     QCoreApplication::processEvents();
     if (QWidget* const dialog = QApplication::activeModalWidget()) {
@@ -238,7 +239,7 @@ TEST(MainWindow, SurvivesRandomActions) {
   open.Settle();
   const std::string file = folder / "examples/after.qvp";
   open.Answers.Saves = {file};
-  open.Window.Parts().Commands.Of(ActionId::SaveAs)->trigger();
+  Press(*open.Window.Parts().Commands.Of(ActionId::SaveAs));
   const std::string saved = WriteScript(open.Work());
   OpenWindow next(folder);
   next.Window.Open({file});

@@ -13,6 +13,7 @@
 #include "model/highlight_groups.h"
 #include "model/keys.h"
 #include "picture_window.h"
+#include "support/pressed_action.h"
 #include "ui/tree_model.h"
 
 namespace quorvelant {
@@ -182,7 +183,7 @@ TEST(PicturePane, MakesButtonsOfElements) {
   EXPECT_TRUE(window.Doc.Work().SameContent(before));
   // By keys the same: among what can be reached from there, each once.
   window.Answers.Chosen.push_back(3);
-  window.Commands.Of(ActionId::NewButton)->trigger();
+  Press(*window.Commands.Of(ActionId::NewButton));
   EXPECT_EQ(window.Answers.Choices,
             (std::vector<std::string>{"Nothing yet", "PGC VMG_English_PGC1", "Chapter VMG_English_PGC1_PG1",
                                       "PGC VTS1_English_PGC1", "Title VTS1_Title1", "Title VTS1_Title2",

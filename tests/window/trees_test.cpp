@@ -12,6 +12,7 @@
 #include "edit/live_elements.h"
 #include "edit/project_file.h"
 #include "support/folders.h"
+#include "support/pressed_action.h"
 #include "support/recording_ui.h"
 #include "support/scripted_answers.h"
 #include "support/stream_builder.h"
@@ -68,7 +69,7 @@ class Trees : public testing::Test {
     QCoreApplication::processEvents();
     QAction& action = *window_.Parts().Commands.Of(id);
     ASSERT_TRUE(action.isEnabled()) << action.text().toStdString();
-    action.trigger();
+    Press(action);
     QCoreApplication::processEvents();
   }
   bool IsEnabled(ActionId id) {
