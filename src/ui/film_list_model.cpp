@@ -55,13 +55,13 @@ std::vector<Message> FilmListModel::Add(const std::vector<std::string>& paths) {
   }
   std::vector<std::string> listed;
   std::ranges::transform(films_, std::back_inserter(listed), &ListedFilm::Video);
-  std::vector<FilmFiles> films = SortToFilms(std::move(listed), fresh, told);
-  std::ranges::for_each(films, [this](FilmFiles& film) { TakeFilm(std::move(film)); });
+  const std::vector<FilmFiles> films = SortToFilms(std::move(listed), fresh, told);
+  std::ranges::for_each(films, [this](const FilmFiles& film) { TakeFilm(film); });
   emit ListChanged();
   return told;
 }
 
-void FilmListModel::TakeFilm(FilmFiles film) {
+void FilmListModel::TakeFilm(const FilmFiles& film) {
   const auto known = std::ranges::find(films_, film.Video, &ListedFilm::Video);
   if (known == films_.end()) {
     const int row = static_cast<int>(films_.size());
@@ -147,8 +147,9 @@ void FilmListModel::Move(const QModelIndex& index, int by) {
   }
   const int row = index.row();
   const QModelIndex around = index.parent();
-  const auto swap = [row, by](auto& list) {
-    std::swap(list[static_cast<std::size_t>(row)], list[static_cast<std::size_t>(row + by)]);
+  const int other = row + by;
+  const auto swap = [row, other](auto& list) {
+    std::swap(list[static_cast<std::size_t>(row)], list[static_cast<std::size_t>(other)]);
   };
   beginMoveRows(around, row, row, around, by > 0 ? row + 2 : row - 1);
   if (around.isValid()) {

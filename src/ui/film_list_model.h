@@ -61,7 +61,7 @@ class FilmListModel : public QAbstractItemModel {
   [[nodiscard]] bool HasFile(const std::string& file) const;
   [[nodiscard]] std::string FreeName(const std::string& name) const;
   [[nodiscard]] const FilmFileLook* LookAt(const std::string& file) const;
-  void TakeFilm(FilmFiles film);
+  void TakeFilm(const FilmFiles& film);
   void AddStream(std::size_t film, ListedStream stream);
   void AddStreams(std::size_t film, const FilmFiles& files);
   [[nodiscard]] QString NameOf(const ListedFilm& film, const ListedStream& stream) const;

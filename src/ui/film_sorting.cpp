@@ -30,6 +30,7 @@ std::vector<std::vector<std::string>> GroupsOf(const std::vector<std::string>& v
     }
   }
   std::vector<std::vector<std::string>> groups;
+  groups.reserve(byFolder.size() + 1);
   for (auto& [folder, group] : byFolder) {
     groups.push_back(std::move(group));
   }

@@ -55,7 +55,8 @@ struct PictureOrder {
   std::uint64_t Offset = 0;
   std::uint64_t Bytes = 0;  // 0 for the whole file
   bool IsMpeg2 = true;
-  auto operator<=>(const PictureOrder&) const = default;  // NOLINT(modernize-use-nullptr): no pointer
+  // NOLINTNEXTLINE(modernize-use-nullptr,readability-implicit-bool-conversion): nothing is written here
+  auto operator<=>(const PictureOrder&) const = default;
 };
 struct FoundPicture {
   QImage Image;     // null where there is none

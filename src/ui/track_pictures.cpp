@@ -184,7 +184,7 @@ void TrackPictures::Index(const std::vector<std::string>& films) {
         return IndexFilms(wanted, store, ui, *run);
       },
       [run, wanted, alive = QPointer<TrackPictures>(this)](const Job&) {
-        if (alive) {
+        if (alive != nullptr) {
           alive->TakeIndexes(wanted, *run);
         }
       });
