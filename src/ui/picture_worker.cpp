@@ -182,8 +182,7 @@ FoundUnit CodeUnit(const UnitOrder& order, PictureLoader& pictures) {
   }
 }
 
-PictureWorker::PictureWorker(PictureLoader& pictures, Listed listed, Found found, Coded coded)
-    : pictures_(pictures), listed_(std::move(listed)), found_(std::move(found)), coded_(std::move(coded)) {
+PictureWorker::PictureWorker(PictureLoader& pictures) : pictures_(pictures) {
   thread_ = std::thread([this] { Run(); });
 }
 
@@ -220,6 +219,36 @@ void PictureWorker::Code(std::uint64_t number, UnitOrder order) {
   wake_.notify_one();
 }
 
+void PictureWorker::WorkOff(const std::pair<std::uint64_t, ListOrder>& order) {
+  PictureList list;
+  try {
+    list = ListPictures(order.second);
+  } catch (const std::exception& fault) {
+    list.Why = fault.what();
+  }
+  QMetaObject::invokeMethod(
+      this, [this, number = order.first, list = std::move(list)] { emit Listed(number, list); },
+      Qt::QueuedConnection);
+}
+
+void PictureWorker::WorkOff(const std::pair<std::uint64_t, PictureOrder>& order) {
+  QMetaObject::invokeMethod(
+      this,
+      [this, order, found = FindPicture(order.second, pictures_)] {
+        emit Found(order.first, order.second, found);
+      },
+      Qt::QueuedConnection);
+}
+
+void PictureWorker::WorkOff(const std::pair<std::uint64_t, UnitOrder>& order) {
+  QMetaObject::invokeMethod(
+      this,
+      [this, number = order.first, key = order.second.Key(), found = CodeUnit(order.second, pictures_)] {
+        emit Coded(number, key, found);
+      },
+      Qt::QueuedConnection);
+}
+
 void PictureWorker::Run() {
   std::unique_lock lock(mutex_);
   while (true) {
@@ -232,15 +261,11 @@ void PictureWorker::Run() {
     auto code = list || find ? std::nullopt : std::exchange(code_, std::nullopt);
     lock.unlock();
     if (list) {
-      try {
-        listed_(list->first, ListPictures(list->second));
-      } catch (const std::exception& fault) {
-        listed_(list->first, {.Pictures = {}, .Unindexed = {}, .Why = fault.what()});
-      }
+      WorkOff(*list);
     } else if (code) {
-      coded_(code->first, code->second.Key(), CodeUnit(code->second, pictures_));
+      WorkOff(*code);
     } else {
-      found_(find->first, find->second, FindPicture(find->second, pictures_));
+      WorkOff(*find);
     }
     lock.lock();
   }

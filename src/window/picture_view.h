@@ -1,14 +1,15 @@
 // The picture of the moment with what lies over it, and the buttons under the mouse and the keys.
 #pragma once
 
-#include <QColor>
 #include <QImage>
 #include <QWidget>
-#include <cstdint>
-#include <functional>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "ui/button_board.h"
+#include "ui/button_drag.h"
+#include "ui/button_handles.h"
 #include "ui/picture_geometry.h"
 #include "window/window_parts.h"
 
@@ -54,27 +55,15 @@ class PictureView : public QWidget {
   void dropEvent(QDropEvent* event) override;
 
  private:
-  enum class Gesture : std::uint8_t { None, Draw, Move, Resize, Link };
-  struct Grip {  // which edges a handle holds
-    bool Left = false, Right = false, Top = false, Bottom = false;
-  };
-
   void Refresh();     // what lies over the picture has changed
   void TellChosen();  // to the status line and to screen readers
   [[nodiscard]] bool IsOwnKey(const QKeyEvent& event) const;
   [[nodiscard]] double HandleSize() const;
-  [[nodiscard]] std::optional<Grip> GripAt(const QPointF& place) const;
-  [[nodiscard]] QPointF Knob(const HighlightArea& area) const;
+  [[nodiscard]] std::optional<ButtonHandles> Handles() const;  // of the chosen button
   [[nodiscard]] std::optional<std::size_t> ButtonUnder(const QPointF& place) const;
-  [[nodiscard]] HighlightArea Dragged(const QPointF& place) const;
-  [[nodiscard]] HighlightArea AreaAround(const QPoint& pixel) const;
+  [[nodiscard]] std::vector<HighlightArea> Areas() const;  // of all buttons
   void EndGesture();
   bool ArrowKey(const QKeyEvent& event);
-  void LinkTowards(LinkDirection direction);
-  void PaintScreen(QPainter& painter, const PictureGeometry& geometry) const;
-  void PaintButtons(QPainter& painter, const PictureGeometry& geometry) const;
-  void PaintLinks(QPainter& painter, const PictureGeometry& geometry) const;
-  void PaintSafeArea(QPainter& painter, const PictureGeometry& geometry) const;
 
   WindowParts& parts_;
   ButtonBoard& board_;
@@ -82,13 +71,7 @@ class PictureView : public QWidget {
   bool showsSafeArea_ = false;
   bool showsLinks_ = true;
   bool picks_ = false;
-
-  Gesture gesture_ = Gesture::None;
-  std::size_t held_ = 0;  // the button of the gesture
-  Grip grip_;
-  QPointF pressed_;
-  QPointF now_;
-  HighlightArea before_;
+  ButtonDrag drag_;
 };
 
 }  // namespace quorvelant
