@@ -241,6 +241,8 @@ TEST_F(FilmWizardOver, MakesADiscOfDroppedFilms) {
   Click(QWizard::FinishButton);
   ASSERT_TRUE(IsGone());
   ExpectDisc(films_ / "disc.qvp", 2, true);
+  EXPECT_EQ(TempFolder::Read(films_ / "disc.qvp").find(films_ / ""), std::string::npos)
+      << "its films move with it";
 }
 
 // Where there is nothing to choose, there are no menus; files come by the dialog.
