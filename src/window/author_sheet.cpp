@@ -79,13 +79,13 @@ AuthorSheet::AuthorSheet(WindowParts& parts, const DiscFolders& folders, const D
       rules_(new QComboBox),
       strict_(new QCheckBox(tr("Make no disc when there are warnings"))),
       holdSign_(new QLabel),
-      hold_(new QLabel),
-      make_(nullptr) {
+      hold_(new QLabel) {
   setWindowTitle(tr("Author"));
   auto* const column = new QVBoxLayout(this);
   column->addLayout(MakeForm());
   column->addWidget(MakeHold());
   column->addWidget(MakeButtons());
+  make_->setDefault(true);  // of the dialog, whatever has the keys: only now it is in it
   const auto isOther = [this] {
     refusal_.clear();
     ShowHealth();
@@ -151,7 +151,6 @@ QWidget* AuthorSheet::MakeHold() {
 QWidget* AuthorSheet::MakeButtons() {
   auto* const buttons = new QDialogButtonBox;
   make_ = buttons->addButton(tr("Author"), QDialogButtonBox::AcceptRole);
-  make_->setDefault(true);
   buttons->addButton(QDialogButtonBox::Cancel)->setAutoDefault(false);
   connect(buttons, &QDialogButtonBox::accepted, this, &AuthorSheet::Wanted);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

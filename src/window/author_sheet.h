@@ -60,7 +60,7 @@ class AuthorSheet : public QDialog {
   QCheckBox* strict_;
   QLabel* holdSign_;
   QLabel* hold_;
-  QPushButton* make_;
+  QPushButton* make_ = nullptr;
   QString refusal_;
   std::optional<Findings> classic_;
   LatestWork<Findings> classicLook_;

@@ -94,7 +94,7 @@ TEST(NoticeBar, IsNoHigherThanItsWords) {
     QTest::qWait(50);
     const auto* const words = bar.findChildren<ShortLabel*>().constLast();
     const int button = bar.findChild<QPushButton*>()->sizeHint().height();
-    EXPECT_LE(bar.height(), std::max(button, (letters > 100 ? 2 : 1) * line) + line / 2) << letters;
+    EXPECT_LE(bar.height(), std::max(button, (letters > 100 ? 2 : 1) * line) + line) << letters;
     EXPECT_EQ(words->accessibleName().toStdString(), text + " " + text);
     EXPECT_EQ(words->toolTip().isEmpty(), letters < 2000) << letters;
   }
