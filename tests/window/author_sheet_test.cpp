@@ -3,6 +3,7 @@
 #include <QDialogButtonBox>
 #include <fstream>
 
+#include "edit/structure.h"
 #include "open_window.h"
 
 namespace quorvelant {
@@ -114,6 +115,15 @@ TEST(AuthorSheet, SaysWhatHoldsItBack) {
   EXPECT_TRUE(OpenWindow::Wait([&] { return sheet.Author().isEnabled(); }));
   sheet.Folder().clear();
   EXPECT_FALSE(sheet.Author().isEnabled());
+  sheet.Shown()->reject();
+  open.Doc().Do([](EditSession& session, Consent) { return NewTitleSet(session); });
+  ASSERT_TRUE(OpenWindow::Wait([&health] { return HasErrors(health.Found()); }));
+  Sheet byRules(open);
+  EXPECT_TRUE(OpenWindow::Wait([&byRules] { return !byRules.Author().isEnabled(); }));
+  open.Named<QComboBox>("Rules", byRules.Shown()).setCurrentIndex(1);  // by which it is a warning
+  EXPECT_TRUE(
+      OpenWindow::Wait([&byRules] { return byRules.Words().find("no errors") != std::string::npos; }));
+  EXPECT_TRUE(byRules.Author().isEnabled());
 }
 
 }  // namespace
