@@ -60,7 +60,7 @@ QString DiscFolders::Proposed() const {
 QString DiscFolders::Absolute(const QString& written) const {
   const QString path = written.trimmed();
   if (path.isEmpty()) {
-    return path;
+    return {};
   }
   if (path == QStringLiteral("~") || path.startsWith(QStringLiteral("~/"))) {
     return QDir::cleanPath(QDir::homePath() + path.mid(1));
