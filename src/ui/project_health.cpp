@@ -97,7 +97,7 @@ void ProjectHealth::LookAgain() {
 void ProjectHealth::Look() {
   const std::uint64_t revision = document_.Revision();
   if (IsBlank()) {
-    own_.Start([](UserInterface&) { return Seen(); }, [](Seen) {});  // ends what is under way
+    own_.Start([](UserInterface&) { return Seen(); }, [](const Seen&) {});  // ends what is under way
     whole_.Start([](UserInterface&) { return Seen(); },
                  [this, revision](Seen seen) { Show(std::move(seen), true, revision); });
     return;
