@@ -27,6 +27,11 @@ QWidget* Over(QWidget& window) {
   return active != nullptr ? active : &window;
 }
 
+// What no undo brings back is not done by a mere Enter.
+bool DestroysWhatWas(std::string_view verb) {
+  return verb == "Replace" || verb == "Overwrite" || verb == "Stop";
+}
+
 QString FilterOf(const std::vector<FileFilter>& kinds) {
   QStringList filters;
   for (const FileFilter& kind : kinds) {
@@ -46,9 +51,10 @@ QString FilterOf(const std::vector<FileFilter>& kinds) {
 bool Boxes::Ask(std::string_view title, std::string_view text, std::string_view yes, std::string_view no) {
   QMessageBox box(QMessageBox::Question, TitleOf(title), Shown(text), QMessageBox::NoButton, Over(window_));
   box.setTextFormat(Qt::PlainText);
-  const QPushButton* const agreed = box.addButton(Shown(yes), QMessageBox::AcceptRole);
+  QPushButton* const agreed = box.addButton(Shown(yes), QMessageBox::AcceptRole);
   QPushButton* const refused = box.addButton(Shown(no), QMessageBox::RejectRole);
   box.setEscapeButton(refused);
+  box.setDefaultButton(DestroysWhatWas(yes) ? refused : agreed);
   box.exec();
   return box.clickedButton() == agreed;
 }

@@ -135,6 +135,9 @@ TEST(ProjectFiles, RecoverWhatWasNotSaved) {
   next.Window.OfferLeftWork();
   auto& bar = *next.Window.findChild<NoticeBar*>();
   EXPECT_TRUE(bar.Words().contains(QStringLiteral("demo.qvp"))) << bar.Words().toStdString();
+  next.Doc().Speaks().Tell({.Title = {}, .Text = "Refused", .Place = {}});
+  QTest::qWait(0);
+  EXPECT_TRUE(bar.Words().contains(QStringLiteral("Refused"))) << bar.Words().toStdString();
   bar.findChildren<QPushButton*>().constFirst()->click();
   next.Settle();
   EXPECT_EQ(WriteScript(next.Work()), script);
@@ -164,6 +167,19 @@ TEST(ProjectFiles, AreReloadedOrKeptWhenAnotherProgramWrites) {
     open.Settle();
     EXPECT_EQ(open.Work().Tracks[0].TrackName, reloads ? "Mena" : "Menu");
     EXPECT_EQ(open.Work().Tracks.Count(), tracks);
+    EXPECT_EQ(bar.Words(), QString());
+    QAction& save = *open.Window.Parts().Commands.Of(ActionId::Save);
+    save.trigger();  // what was kept is decided
+    EXPECT_EQ(open.Answers.Questions.size(), 0U);
+    std::ofstream(project, std::ios::binary) << text << "\n";
+    ASSERT_TRUE(OpenWindow::Wait([&bar] { return !bar.Words().isEmpty(); }));
+    open.Answers.Yes = {false, true};
+    save.trigger();
+    EXPECT_EQ(open.Answers.Verbs, (std::vector<std::string>{"Overwrite", "Cancel"}));
+    EXPECT_EQ(TempFolder::Read(project), text + "\n");
+    save.trigger();
+    EXPECT_NE(TempFolder::Read(project), text + "\n");
+    EXPECT_EQ(bar.Words(), QString());
   }
 }
 
@@ -174,6 +190,7 @@ TEST(ProjectFiles, MissingFilesAreFoundTogether) {
   OpenWindow open(folder);
   open.Window.Open({project});
   open.Settle();
+  const std::string before = WriteScript(open.Work());
   open.Answers.Files = {{folder / "moved/menu.m2v"}};
   Press(*open.Window.Parts().Commands.Of(ActionId::LocateFiles));
   open.Settle();
@@ -181,6 +198,13 @@ TEST(ProjectFiles, MissingFilesAreFoundTogether) {
   open.Answers.Files = {};
   Press(*open.Window.Parts().Commands.Of(ActionId::LocateFiles));  // asks for none
   EXPECT_TRUE(open.Doc().Session().IsUnsaved());
+  EXPECT_EQ(open.Doc().Session().UndoWords(), "Locate Missing Files");
+  const std::string mended = WriteScript(open.Work());
+  open.Doc().Undo();
+  EXPECT_EQ(WriteScript(open.Work()), before);
+  EXPECT_FALSE(open.Doc().Session().IsUnsaved());
+  open.Doc().Redo();
+  EXPECT_EQ(WriteScript(open.Work()), mended);
 }
 
 // Whatever is pressed in whatever order: what is saved then reads back the same.
