@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -30,6 +31,15 @@ QWidget* Over(QWidget& window) {
 // What no undo brings back is not done by a mere Enter.
 bool DestroysWhatWas(std::string_view verb) {
   return verb == "Replace" || verb == "Overwrite" || verb == "Stop";
+}
+
+// As they are, whatever names stand in them, and wide enough for the title and its buttons.
+void ShowWords(QInputDialog& dialog) {
+  if (auto* const label = dialog.findChild<QLabel*>()) {
+    label->setTextFormat(Qt::PlainText);
+  }
+  const QFontMetrics letters = dialog.fontMetrics();
+  dialog.setMinimumWidth(letters.horizontalAdvance(dialog.windowTitle()) + 16 * letters.averageCharWidth());
 }
 
 QString FilterOf(const std::vector<FileFilter>& kinds) {
@@ -79,6 +89,7 @@ std::optional<std::string> Boxes::AskText(std::string_view title, std::string_vi
   dialog.setWindowTitle(TitleOf(title));
   dialog.setLabelText(Shown(text));
   dialog.setTextValue(Shown(proposal));
+  ShowWords(dialog);
   return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue().toStdString()) : std::nullopt;
 }
 
@@ -92,6 +103,7 @@ std::optional<std::size_t> Boxes::Choose(std::string_view title, std::string_vie
   dialog.setWindowTitle(TitleOf(title));
   dialog.setLabelText(Shown(text));
   dialog.setComboBoxItems(items);
+  ShowWords(dialog);
   if (dialog.exec() != QDialog::Accepted) {
     return std::nullopt;
   }

@@ -141,6 +141,7 @@ MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*
   its.Start = new StartPage(*its.Commands);
   its.Layout = new PaneLayout(*this, its.Parts, its.Start);
   its.Status = new QLabel(tr("Ready"));
+  its.Status->setTextFormat(Qt::PlainText);
   statusBar()->addWidget(its.Status, 1);
   auto* const gauge = new SizeGauge(its.Parts);
   statusBar()->addPermanentWidget(gauge);

@@ -5,6 +5,7 @@
 
 #include "edit/structure.h"
 #include "open_window.h"
+#include "support/pressed_action.h"
 
 namespace quorvelant {
 namespace {
@@ -12,7 +13,7 @@ namespace {
 class Sheet {
  public:
   explicit Sheet(OpenWindow& open) : open_(open) {
-    open.Window.Parts().Commands.Of(ActionId::Author)->trigger();
+    Press(*open.Window.Parts().Commands.Of(ActionId::Author));
     EXPECT_TRUE(OpenWindow::Wait([this] { return Shown() != nullptr; }));
   }
   [[nodiscard]] AuthorSheet* Shown() const { return qobject_cast<AuthorSheet*>(open_.Dialog()); }

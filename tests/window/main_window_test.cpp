@@ -1,8 +1,8 @@
-#include "support/pressed_action.h"
 #include "window/main_window.h"
 
 #include <QAccessible>
 #include <QDockWidget>
+#include <QLineEdit>
 #include <QPushButton>
 #include <fstream>
 #include <map>
@@ -12,6 +12,7 @@
 #include "edit/structure.h"
 #include "open_window.h"
 #include "script/script_writer.h"
+#include "support/pressed_action.h"
 #include "support/trial.h"
 #include "ui/recovery.h"
 #include "window/author_sheet.h"
@@ -68,6 +69,8 @@ TEST(MainWindow, EveryControlHasAName) {
   open.Window.Open({CopyOfExample(folder)});
   open.Settle();
   open.Window.Parts().Chosen.Choose("VTS1.TITLE1.PGC1");
+  QTest::qWait(50);
+  open.Named<QLineEdit>("Filter tracks").setText(QStringLiteral("f"));  // shows what empties it
   QTest::qWait(50);
   EXPECT_EQ(Unnamed(open.Window).join(QStringLiteral("\n")).toStdString(), "");
   for (const ActionId id : {ActionId::NewDiscFromFilms, ActionId::Author, ActionId::Settings,
@@ -169,15 +172,15 @@ TEST(ProjectFiles, AreReloadedOrKeptWhenAnotherProgramWrites) {
     EXPECT_EQ(open.Work().Tracks.Count(), tracks);
     EXPECT_EQ(bar.Words(), QString());
     QAction& save = *open.Window.Parts().Commands.Of(ActionId::Save);
-    save.trigger();  // what was kept is decided
+    Press(save);  // what was kept is decided
     EXPECT_EQ(open.Answers.Questions.size(), 0U);
     std::ofstream(project, std::ios::binary) << text << "\n";
     ASSERT_TRUE(OpenWindow::Wait([&bar] { return !bar.Words().isEmpty(); }));
     open.Answers.Yes = {false, true};
-    save.trigger();
+    Press(save);
     EXPECT_EQ(open.Answers.Verbs, (std::vector<std::string>{"Overwrite", "Cancel"}));
     EXPECT_EQ(TempFolder::Read(project), text + "\n");
-    save.trigger();
+    Press(save);
     EXPECT_NE(TempFolder::Read(project), text + "\n");
     EXPECT_EQ(bar.Words(), QString());
   }
