@@ -15,6 +15,7 @@
 #include "support/recording_ui.h"
 #include "support/scripted_answers.h"
 #include "support/temp_folder.h"
+#include "ui/picture_leads.h"
 #include "ui/recent_cache.h"
 
 namespace quorvelant {
