@@ -72,8 +72,8 @@ class KnownIndexes {
  private:
   [[nodiscard]] std::optional<PictureIndex> Known(const std::string& path) const {
     const auto fresh = order_.Fresh.find(path);
-    if (fresh != order_.Fresh.end() && fresh->second.first == StampOf(path)) {
-      return fresh->second.second;
+    if (fresh != order_.Fresh.end()) {  // one that the store keeps is of the same file
+      return fresh->second.first == StampOf(path) ? std::optional(fresh->second.second) : std::nullopt;
     }
     return IndexIsOlder(path) ? std::nullopt : FindPictureIndex(path, order_.Store);
   }

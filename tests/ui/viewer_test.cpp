@@ -61,7 +61,7 @@ TEST_F(Viewers, IndexAFilmOnceAndShowItsPictures) {
   EXPECT_EQ(viewer_.PictureNow().size(), QSize(720, 576));
   EXPECT_EQ(viewer_.FrameCount(), 350);
   ASSERT_GT(viewer_.Pictures().size(), 3U);
-  const std::int64_t second = viewer_.Pictures()[1].Frame;
+  const std::int64_t second = viewer_.Pictures()[1].ShownAt();
 
   const QImage first = viewer_.PictureNow();
   viewer_.ToFrame(second + 3);
