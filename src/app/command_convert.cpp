@@ -7,10 +7,10 @@
 #include <string>
 
 #include "app/messages.h"
-#include "desk/open_project.h"
 #include "app/output_file.h"
 #include "base/random.h"
 #include "check/findings.h"
+#include "desk/open_project.h"
 #include "script/load_findings.h"
 
 namespace quorvelant {

@@ -6,12 +6,12 @@
 #include <string>
 #include <utility>
 
-#include "desk/edit_options.h"
 #include "app/edit_run.h"
 #include "app/messages.h"
-#include "desk/open_project.h"
 #include "app/output_file.h"
 #include "app/rules_option.h"
+#include "desk/edit_options.h"
+#include "desk/open_project.h"
 #include "edit/project_file.h"
 #include "script/load_findings.h"
 

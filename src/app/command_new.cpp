@@ -8,11 +8,11 @@
 #include <utility>
 #include <vector>
 
-#include "desk/edit_options.h"
-#include "desk/new_project.h"
 #include "app/output_file.h"
 #include "app/rules_option.h"
 #include "base/counted.h"
+#include "desk/edit_options.h"
+#include "desk/new_project.h"
 #include "edit/film_files.h"
 #include "edit/new_titles.h"
 #include "edit/project_file.h"

@@ -14,7 +14,6 @@
 #include <vector>
 
 #include "app/messages.h"
-#include "desk/open_project.h"
 #include "app/output_file.h"
 #include "app/rules_option.h"
 #include "author/message_recorder.h"
@@ -22,6 +21,7 @@
 #include "base/random.h"
 #include "base/rules.h"
 #include "base/text.h"
+#include "desk/open_project.h"
 #include "edit/file_scanner.h"
 #include "edit/import_subtitles.h"
 #include "edit/new_track.h"

@@ -8,10 +8,10 @@
 #include <string_view>
 #include <utility>
 
-#include "desk/edit_line.h"
-#include "desk/settings.h"
 #include "base/message.h"
 #include "base/user_interface.h"
+#include "desk/edit_line.h"
+#include "desk/settings.h"
 #include "edit/operation_ui.h"
 #include "edit/outcome.h"
 #include "edit/session.h"

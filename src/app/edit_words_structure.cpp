@@ -3,9 +3,9 @@
 #include <limits>
 #include <optional>
 
-#include "desk/edit_fields.h"
 #include "app/edit_words.h"
 #include "base/text.h"
+#include "desk/edit_fields.h"
 #include "edit/drop.h"
 #include "edit/live_sources.h"
 #include "edit/removal.h"

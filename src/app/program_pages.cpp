@@ -88,7 +88,7 @@ std::string Usage(const CLI::App& program, const CLI::App& command) {
   std::string line = fmt::format("\\fB{} {}\\fR", Roff(program.get_name()), Roff(command.get_name()));
   for (const CLI::Option* option : command.get_options()) {
     if (!option->get_positional() && option->get_required()) {
-      line += fmt::format(" \\fB{}\\fR \\fI{}\\fR", Roff(NamesOf(*option).front()), Roff(ValueOf(*option)));
+      line += fmt::format(R"( \fB{}\fR \fI{}\fR)", Roff(NamesOf(*option).front()), Roff(ValueOf(*option)));
     }
   }
   line += " [\\fIOPTIONS\\fR]";
@@ -132,7 +132,7 @@ constexpr std::string_view SeeAlso =
 }  // namespace
 
 std::string ManPage(const CLI::App& program) {
-  const std::string name = program.get_name();
+  const std::string& name = program.get_name();
   std::string page = PageHead(name, "author DVD-Video discs from a project, or make the project");
   page += fmt::format(
       ".SH SYNOPSIS\n\\fB{0}\\fR \\fICOMMAND\\fR [\\fIOPTIONS\\fR] \\fI...\\fR\n.br\n"

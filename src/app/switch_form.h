@@ -11,11 +11,11 @@
 #include <string>
 #include <string_view>
 
-#include "desk/user_folders.h"
 #include "author/author_order.h"
 #include "author/author_result.h"
 #include "base/rules.h"
 #include "base/user_interface.h"
+#include "desk/user_folders.h"
 #include "model/project.h"
 
 namespace quorvelant {

@@ -219,8 +219,8 @@ Outcome AimButton(EditSession& session, std::size_t track, const ButtonPlace& bu
     }
     const auto text = TextLeadingTo(session.Work(), session.RulesInForce(), place.Key, target);
     if (!text) {
-      return Outcome::Refused(MessageOf(message::ButtonCannotLead, place.Key,
-                                        NameOfElement(session.Work(), target), place.Key));
+      return Outcome::Refused(
+          MessageOf(message::ButtonCannotLead, place.Key, NameOfElement(session.Work(), target), place.Key));
     }
     if (Outcome set = SetCommand(session, place, *text); !set.IsDone()) {
       return set;

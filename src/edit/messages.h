@@ -333,10 +333,10 @@ inline constexpr MessageKind SubtitleMissing{"subtitle-missing", Severity::Error
                                              "There is no Subpicture at this timestamp"};
 inline constexpr MessageKind ButtonsAtLimit{"buttons-at-limit", Severity::Error, "New Button Error",
                                             "Max Number of Buttons Reached ({})"};
-inline constexpr MessageKind ButtonsUnplaced{
-    "buttons-unplaced", Severity::Error, "New Button Error",
-    "Commands of buttons are kept by the cells that play their track, and no cell plays \"{}\" here: place it "
-    "on the disc first"};
+inline constexpr MessageKind ButtonsUnplaced{"buttons-unplaced", Severity::Error, "New Button Error",
+                                             "Commands of buttons are kept by the cells that play their "
+                                             "track, and no cell plays \"{}\" here: place it "
+                                             "on the disc first"};
 // What is to be led to, and the cell.
 inline constexpr MessageKind ButtonCannotLead{
     "button-cannot-lead", Severity::Error, "New Button Error",

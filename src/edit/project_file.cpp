@@ -148,10 +148,11 @@ bool OpenProjectFile(EditSession& session, const std::string& script, bool analy
     };
   }
   auto opened = ReadProjectFile(script, session.RulesInForce(), ui, analysis);
-  if (opened) {
-    TakeProject(session, *std::move(opened));
+  if (!opened) {
+    return false;
   }
-  return opened.has_value();
+  TakeProject(session, *std::move(opened));
+  return true;
 }
 
 bool SaveProject(EditSession& session, bool otherPath, UserInterface& ui) {

@@ -33,6 +33,33 @@ std::string From(const fs::path& folder, const fs::path& former, const std::stri
   return Contains(file, "\\") ? Replace(path, "/", "\\") : path;
 }
 
+// Relative where it lies in the folder or below, as it is otherwise.
+std::string Near(const fs::path& folder, const std::string& file) {
+  const fs::path whole = SystemPath(file);
+  const fs::path relative = whole.is_absolute() ? whole.lexically_normal().lexically_relative(folder) : whole;
+  return relative.empty() || *relative.begin() == ".." ? file : relative.generic_string();
+}
+
+template <typename Name>
+void RenameSources(Project& project, Name name) {
+  const auto all = [&name](auto& plays) {
+    for (auto& play : plays) {
+      if (!play.File.empty()) {
+        play.File = name(play.File);
+      }
+    }
+  };
+  for (Track& track : project.Tracks) {
+    all(track.VideoPlays);
+    for (AudioStream& stream : track.AudioStreams) {
+      all(stream.AudioPlays);
+    }
+    for (SubtitleStream& stream : track.SubStreams) {
+      all(stream.SubPlays);
+    }
+  }
+}
+
 }  // namespace
 
 std::string PathFrom(const std::string& script, const std::string& file) {
@@ -50,23 +77,20 @@ Project ForScriptAt(const Project& project, const std::string& file) {
   copy.ScriptFile = file;
   const fs::path former = FolderOf(project.ScriptFile);
   const fs::path folder = FolderOf(file);
-  if (former == folder) {
-    return copy;
-  }
-  const auto lead = [&](auto& plays) {
-    for (auto& play : plays) {
-      play.File = IsRelative(play.File) ? From(folder, former, play.File) : std::move(play.File);
+  const bool isFirst = project.ScriptFile.empty();
+  RenameSources(copy, [&](const std::string& source) {
+    if (IsRelative(source)) {
+      return former == folder ? source : From(folder, former, source);
     }
-  };
-  for (Track& track : copy.Tracks) {
-    lead(track.VideoPlays);
-    for (AudioStream& stream : track.AudioStreams) {
-      lead(stream.AudioPlays);
-    }
-    for (SubtitleStream& stream : track.SubStreams) {
-      lead(stream.SubPlays);
-    }
-  }
+    return isFirst ? Near(folder, source) : source;
+  });
+  return copy;
+}
+
+Project WithNearSources(const Project& project) {
+  Project copy = project;
+  const fs::path folder = FolderOf(project.ScriptFile);
+  RenameSources(copy, [&folder](const std::string& source) { return Near(folder, source); });
   return copy;
 }
 

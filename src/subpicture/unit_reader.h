@@ -32,6 +32,6 @@ constexpr std::size_t QuadPlace(PixelCode code) {
 }
 
 // Nothing where the bytes are no whole unit. Pixels that a damaged one lacks are background.
-[[nodiscard]] std::optional<ShownUnit> ReadUnit(ByteView unit);
+[[nodiscard]] std::optional<ShownUnit> ReadUnit(ByteView bytes);
 
 }  // namespace quorvelant

@@ -12,6 +12,7 @@
 #include "desk/made_disc.h"
 #include "desk/new_project.h"
 #include "desk/place_names.h"
+#include "edit/source_paths.h"
 #include "menu/page_folder.h"
 #include "menu/page_painter.h"
 #include "menu/wizard.h"
@@ -122,6 +123,7 @@ MadeFilmDisc MakeFilmDisc(FilmDiscOrder order, PictureService& pictures, UserInt
   std::erase_if(errors, [](const Message& finding) { return finding.Level != Severity::Error; });
   PlaceNames named(told, session.Work());
   std::ranges::for_each(errors, [&named](const Message& error) { named.Tell(error); });
+  session.Replace(WithNearSources(session.Work()), session.File(), session.Script());
   if (!errors.empty() || ui.StopRequested() || !SaveProjectAs(session, order.Project, told)) {
     return {std::nullopt, std::move(told.Faults)};
   }

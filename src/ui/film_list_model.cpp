@@ -5,12 +5,13 @@
 #include <algorithm>
 #include <filesystem>
 #include <iterator>
-#include <map>
 #include <utility>
 
 #include "model/cls_dvd.h"
 #include "model/tracks.h"
 #include "ui/brought_files.h"
+#include "ui/film_sorting.h"
+#include "ui/plain_tool_tip.h"
 #include "ui/shown_text.h"
 
 namespace quorvelant {
@@ -25,10 +26,6 @@ FilmColumn ColumnOf(const QModelIndex& index) {
 
 QString FileName(const std::string& path) {
   return Shown(std::filesystem::path(path).filename().string());
-}
-
-std::string FolderOf(const std::string& path) {
-  return std::filesystem::path(path).parent_path().string();
 }
 
 // In the order of `AfterFilm`.
@@ -57,55 +54,12 @@ std::vector<Message> FilmListModel::Add(const std::vector<std::string>& paths) {
       fresh.push_back(file);
     }
   }
-  std::vector<FilmFiles> films = Sort(fresh, told);
+  std::vector<std::string> listed;
+  std::ranges::transform(films_, std::back_inserter(listed), &ListedFilm::Video);
+  const std::vector<FilmFiles> films = SortToFilms(std::move(listed), fresh, told);
   std::ranges::for_each(films, [this](const FilmFiles& film) { TakeFilm(film); });
   emit ListChanged();
   return told;
-}
-
-// Films of two folders may be named alike: what lies beside one of them is its own.
-std::vector<FilmFiles> FilmListModel::Sort(const std::vector<std::string>& files,
-                                           std::vector<Message>& told) const {
-  std::vector<std::string> videos;
-  std::ranges::transform(films_, std::back_inserter(videos), &ListedFilm::Video);
-  const std::size_t listed = videos.size();
-  std::ranges::copy_if(files, std::back_inserter(videos),
-                       [](const std::string& file) { return RoleOfFile(file) == FileRole::Video; });
-  std::map<std::string, std::vector<std::string>> byFolder;
-  for (const std::string& video : videos) {
-    byFolder[FolderOf(video)].push_back(video);
-  }
-  std::vector<std::string> elsewhere = videos;
-  for (const std::string& file : files) {
-    const auto folder = byFolder.find(FolderOf(file));
-    if (RoleOfFile(file) != FileRole::Video) {
-      (folder == byFolder.end() ? elsewhere : folder->second).push_back(file);
-    }
-  }
-  std::map<std::string, FilmFiles> sorted;
-  const auto take = [&](const std::vector<std::string>& group) {
-    SortedFiles films = SortFilms(group);
-    std::ranges::move(films.Refusals, std::back_inserter(told));
-    for (FilmFiles& film : films.Films) {
-      FilmFiles& known = sorted[film.Video];
-      known.Video = film.Video;
-      known.Name = film.Name;
-      std::ranges::move(film.Audio, std::back_inserter(known.Audio));
-      std::ranges::move(film.Subtitles, std::back_inserter(known.Subtitles));
-      known.Chapters = known.Chapters.empty() ? film.Chapters : known.Chapters;
-    }
-  };
-  std::ranges::for_each(byFolder, [&take](const auto& folder) { take(folder.second); });
-  take(elsewhere);
-  std::vector<FilmFiles> films;
-  for (std::size_t number = 0; number < videos.size(); ++number) {
-    std::vector<FilmFiles> film{std::move(sorted[videos[number]])};
-    if (number >= listed) {
-      FindFilesOf(film);
-    }
-    films.push_back(std::move(film.front()));
-  }
-  return films;
 }
 
 void FilmListModel::TakeFilm(const FilmFiles& film) {
@@ -132,33 +86,24 @@ void FilmListModel::AddStreams(std::size_t film, const FilmFiles& files) {
   for (const FilmFiles::Stream& subtitles : files.Subtitles) {
     AddStream(film, {FileRole::Subtitles, subtitles});
   }
-  const bool hasChapters = std::ranges::any_of(
-      films_[film].Streams, [](const ListedStream& stream) { return stream.Role == FileRole::Chapters; });
-  if (!files.Chapters.empty() && !hasChapters) {
+  if (!files.Chapters.empty() && !films_[film].HasChapters()) {
     AddStream(film, {FileRole::Chapters, {.File = files.Chapters, .Language = {}}});
   }
 }
 
-// After the last one of its kind.
 void FilmListModel::AddStream(std::size_t film, ListedStream stream) {
   if (stream.Source.Language.empty() && stream.Role != FileRole::Chapters) {
     stream.Source.Language = AudioStream{}.Language;  // as a new stream has it
   }
-  std::vector<ListedStream>& streams = films_[film].Streams;
-  const auto place = std::ranges::find_if(
-      streams, [&stream](const ListedStream& other) { return other.Role > stream.Role; });
-  const int row = static_cast<int>(place - streams.begin());
+  const int row = static_cast<int>(films_[film].PlaceFor(stream.Role));
   beginInsertRows(index(static_cast<int>(film), 0), row, row);
-  streams.insert(place, std::move(stream));
+  std::vector<ListedStream>& streams = films_[film].Streams;
+  streams.insert(streams.begin() + row, std::move(stream));
   endInsertRows();
 }
 
 bool FilmListModel::HasFile(const std::string& file) const {
-  return std::ranges::any_of(films_, [&file](const ListedFilm& film) {
-    return film.Video == file || std::ranges::any_of(film.Streams, [&file](const ListedStream& stream) {
-             return stream.Source.File == file;
-           });
-  });
+  return std::ranges::any_of(films_, [&file](const ListedFilm& film) { return film.HasFile(file); });
 }
 
 // Menus name films, and pages are files that bear their names.
@@ -203,9 +148,10 @@ void FilmListModel::Move(const QModelIndex& index, int by) {
   }
   const int row = index.row();
   const QModelIndex around = index.parent();
-  const auto from = static_cast<std::size_t>(row);
-  const auto to = static_cast<std::size_t>(row) + static_cast<std::size_t>(by);
-  const auto swap = [from, to](auto& list) { std::swap(list[from], list[to]); };
+  const int other = row + by;
+  const auto swap = [row, other](auto& list) {
+    std::swap(list[static_cast<std::size_t>(row)], list[static_cast<std::size_t>(other)]);
+  };
   beginMoveRows(around, row, row, around, by > 0 ? row + 2 : row - 1);
   if (around.isValid()) {
     swap(films_[static_cast<std::size_t>(around.row())].Streams);
@@ -223,17 +169,7 @@ void FilmListModel::Move(const QModelIndex& index, int by) {
 
 std::vector<OrderedFilm> FilmListModel::Films() const {
   std::vector<OrderedFilm> films;
-  for (const ListedFilm& listed : films_) {
-    OrderedFilm film{.Name = listed.Name, .Video = listed.Video, .After = listed.After};
-    for (const ListedStream& stream : listed.Streams) {
-      if (stream.Role == FileRole::Chapters) {
-        film.ChapterFile = stream.Source.File;
-      } else {
-        (stream.Role == FileRole::Audio ? film.Audio : film.Subtitles).push_back(stream.Source);
-      }
-    }
-    films.push_back(std::move(film));
-  }
+  std::ranges::transform(films_, std::back_inserter(films), &ListedFilm::Ordered);
   return films;
 }
 
@@ -267,16 +203,16 @@ int FilmListModel::RowOf(quintptr id) const {
   return static_cast<int>(std::ranges::find(films_, id, &ListedFilm::Id) - films_.begin());
 }
 
-const FilmListModel::ListedFilm* FilmListModel::FilmAt(const QModelIndex& index) const {
+const ListedFilm* FilmListModel::FilmAt(const QModelIndex& index) const {
   return index.isValid() && index.internalId() == 0 ? &films_.at(static_cast<std::size_t>(index.row()))
                                                     : nullptr;
 }
 
-const FilmListModel::ListedFilm* FilmListModel::FilmAround(const QModelIndex& index) const {
+const ListedFilm* FilmListModel::FilmAround(const QModelIndex& index) const {
   return FilmAt(index.parent().isValid() ? index.parent() : index);
 }
 
-const FilmListModel::ListedStream* FilmListModel::StreamAt(const QModelIndex& index) const {
+const ListedStream* FilmListModel::StreamAt(const QModelIndex& index) const {
   const ListedFilm* const film = index.isValid() ? FilmAt(index.parent()) : nullptr;
   return film != nullptr ? &film->Streams.at(static_cast<std::size_t>(index.row())) : nullptr;
 }
@@ -315,13 +251,7 @@ QString FilmListModel::NameOf(const ListedFilm& film, const ListedStream& stream
   if (stream.Role == FileRole::Chapters) {
     return tr("Chapters");
   }
-  std::size_t number = 1;
-  for (const ListedStream& before : film.Streams) {
-    if (&before == &stream) {
-      break;
-    }
-    number += before.Role == stream.Role ? 1 : 0;
-  }
+  const std::size_t number = film.NumberOf(stream);
   const FilmFileLook* const video = LookAt(film.Video);
   return stream.Role == FileRole::Audio ? tr("Audio %1").arg(number)
          : video == nullptr             ? tr("Sub %1").arg(number)
@@ -354,11 +284,7 @@ QString FilmListModel::TipOf(const QModelIndex& index) const {
   const FilmFileLook* const video = LookAt(film->Video);
   if (ColumnOf(index) == FilmColumn::Name && stream != nullptr && stream->Role == FileRole::Subtitles &&
       video != nullptr) {
-    std::size_t number = 0;
-    for (const ListedStream& other : film->Streams) {
-      number += other.Role == FileRole::Subtitles && &other <= stream ? 1 : 0;
-    }
-    return Shown(SubtitleExplanation(number, SubtitleModeOf(*video)));
+    return Shown(SubtitleExplanation(film->NumberOf(*stream), SubtitleModeOf(*video)));
   }
   return Shown(stream != nullptr ? stream->Source.File : film->Video);
 }
@@ -392,7 +318,7 @@ QVariant FilmListModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
       return TextOf(index);
     case Qt::ToolTipRole:
-      return TipOf(index);
+      return PlainToolTip(TipOf(index));
     case Qt::AccessibleTextRole:
       return IsUnfit(index) && ColumnOf(index) == FilmColumn::Facts ? tr("Unfit: %1").arg(TextOf(index))
                                                                     : TextOf(index);

@@ -10,6 +10,7 @@
 #include "base/message.h"
 #include "menu/disc_order.h"
 #include "ui/film_look.h"
+#include "ui/listed_film.h"
 
 namespace quorvelant {
 
@@ -53,18 +54,6 @@ class FilmListModel : public QAbstractItemModel {
   void ListChanged();
 
  private:
-  struct ListedStream {
-    FileRole Role = FileRole::Audio;
-    FilmFiles::Stream Source;
-  };
-  struct ListedFilm {
-    quintptr Id = 0;  // of its streams' indexes; never 0
-    std::string Name;
-    std::string Video;
-    AfterFilm After = AfterFilm::Menu;
-    std::vector<ListedStream> Streams;  // sound, then subtitles, then chapters
-  };
-
   [[nodiscard]] const ListedFilm* FilmAt(const QModelIndex& index) const;  // of the film's own row
   [[nodiscard]] const ListedFilm* FilmAround(const QModelIndex& index) const;
   [[nodiscard]] const ListedStream* StreamAt(const QModelIndex& index) const;
@@ -72,8 +61,6 @@ class FilmListModel : public QAbstractItemModel {
   [[nodiscard]] bool HasFile(const std::string& file) const;
   [[nodiscard]] std::string FreeName(const std::string& name) const;
   [[nodiscard]] const FilmFileLook* LookAt(const std::string& file) const;
-  [[nodiscard]] std::vector<FilmFiles> Sort(const std::vector<std::string>& files,
-                                            std::vector<Message>& told) const;
   void TakeFilm(const FilmFiles& film);
   void AddStream(std::size_t film, ListedStream stream);
   void AddStreams(std::size_t film, const FilmFiles& files);

@@ -4,6 +4,7 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
+#include <chrono>
 #include <exception>
 #include <filesystem>
 #include <string_view>
@@ -26,6 +27,18 @@ namespace quorvelant {
 namespace {
 
 constexpr int Slot = 0;
+
+// For how long leads are read before a list is told, and at a time between other orders.
+constexpr std::chrono::milliseconds FirstLeads{300};
+constexpr std::chrono::milliseconds MoreLeads{20};
+
+std::vector<std::string> PathsOf(const Project& material) {
+  std::vector<std::string> paths;
+  for (const VideoPlay& play : material.Tracks[0].VideoPlays) {
+    paths.push_back(SystemPath(play.File, material.SourceFolder()));
+  }
+  return paths;
+}
 
 // Keeps the first thing that is told.
 class FirstWords : public SilentUi {
@@ -59,8 +72,8 @@ class KnownIndexes {
  private:
   [[nodiscard]] std::optional<PictureIndex> Known(const std::string& path) const {
     const auto fresh = order_.Fresh.find(path);
-    if (fresh != order_.Fresh.end() && fresh->second.first == StampOf(path)) {
-      return fresh->second.second;
+    if (fresh != order_.Fresh.end()) {  // one that the store keeps is of the same file
+      return fresh->second.first == StampOf(path) ? std::optional(fresh->second.second) : std::nullopt;
     }
     return IndexIsOlder(path) ? std::nullopt : FindPictureIndex(path, order_.Store);
   }
@@ -182,8 +195,7 @@ FoundUnit CodeUnit(const UnitOrder& order, PictureLoader& pictures) {
   }
 }
 
-PictureWorker::PictureWorker(PictureLoader& pictures, Listed listed, Found found, Coded coded)
-    : pictures_(pictures), listed_(std::move(listed)), found_(std::move(found)), coded_(std::move(coded)) {
+PictureWorker::PictureWorker(PictureLoader& pictures) : pictures_(pictures) {
   thread_ = std::thread([this] { Run(); });
 }
 
@@ -220,10 +232,60 @@ void PictureWorker::Code(std::uint64_t number, UnitOrder order) {
   wake_.notify_one();
 }
 
+void PictureWorker::WorkOff(const std::pair<std::uint64_t, ListOrder>& order) {
+  PictureList list;
+  try {
+    list = ListPictures(order.second);
+  } catch (const std::exception& fault) {
+    list.Why = fault.what();
+  }
+  leads_.reset();
+  if (EqualNoCase(order.second.Material.Tracks[0].TrackType, "Motion")) {
+    leads_ = LeadWork{order.first, std::move(list), LeadReader(PathsOf(order.second.Material))};
+    if (!leads_->Reader.ReadFor(FirstLeads, leads_->List.Pictures, leads_->List.Frames)) {
+      Tell(order.first, leads_->List);
+      return;
+    }
+    list = std::move(leads_->List);
+    leads_.reset();
+  }
+  Tell(order.first, std::move(list));
+}
+
+void PictureWorker::Tell(std::uint64_t number, PictureList list) {
+  QMetaObject::invokeMethod(
+      this, [this, number, list = std::move(list)] { emit Listed(number, list); }, Qt::QueuedConnection);
+}
+
+void PictureWorker::GoOnWithLeads() {
+  if (leads_->Reader.ReadFor(MoreLeads, leads_->List.Pictures, leads_->List.Frames)) {
+    Tell(leads_->Number, std::move(leads_->List));
+    leads_.reset();
+  }
+}
+
+void PictureWorker::WorkOff(const std::pair<std::uint64_t, PictureOrder>& order) {
+  QMetaObject::invokeMethod(
+      this,
+      [this, order, found = FindPicture(order.second, pictures_)] {
+        emit Found(order.first, order.second, found);
+      },
+      Qt::QueuedConnection);
+}
+
+void PictureWorker::WorkOff(const std::pair<std::uint64_t, UnitOrder>& order) {
+  QMetaObject::invokeMethod(
+      this,
+      [this, number = order.first, key = order.second.Key(), found = CodeUnit(order.second, pictures_)] {
+        emit Coded(number, key, found);
+      },
+      Qt::QueuedConnection);
+}
+
 void PictureWorker::Run() {
   std::unique_lock lock(mutex_);
   while (true) {
-    wake_.wait(lock, [this] { return ends_ || list_ || find_ || code_; });
+    wake_.wait(lock, [this] { return ends_ || list_ || find_ || code_ || leads_; });
     if (ends_) {
       return;
     }
@@ -232,15 +294,13 @@ void PictureWorker::Run() {
     auto code = list || find ? std::nullopt : std::exchange(code_, std::nullopt);
     lock.unlock();
     if (list) {
-      try {
-        listed_(list->first, ListPictures(list->second));
-      } catch (const std::exception& fault) {
-        listed_(list->first, {.Pictures = {}, .Unindexed = {}, .Why = fault.what()});
-      }
+      WorkOff(*list);
     } else if (code) {
-      coded_(code->first, code->second.Key(), CodeUnit(code->second, pictures_));
+      WorkOff(*code);
+    } else if (find) {
+      WorkOff(*find);
     } else {
-      found_(find->first, find->second, FindPicture(find->second, pictures_));
+      GoOnWithLeads();
     }
     lock.lock();
   }

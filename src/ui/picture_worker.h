@@ -2,12 +2,11 @@
 #pragma once
 
 #include <QImage>
+#include <QObject>
 #include <compare>
 #include <condition_variable>
 #include <cstdint>
-#include <functional>
 #include <map>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -22,6 +21,7 @@
 #include "picture/picture_loader.h"
 #include "subpicture/spu_record.h"
 #include "subpicture/unit_reader.h"
+#include "ui/picture_leads.h"
 
 namespace quorvelant {
 
@@ -48,6 +48,7 @@ struct PictureList {
   std::vector<std::string> Unindexed;  // films to be indexed first
   std::string Why;                     // a film cannot be read
 };
+// Without leads, which stand in the films.
 [[nodiscard]] PictureList ListPictures(const ListOrder& order);
 
 struct PictureOrder {
@@ -56,7 +57,8 @@ struct PictureOrder {
   std::uint64_t Offset = 0;
   std::uint64_t Bytes = 0;  // 0 for the whole file
   bool IsMpeg2 = true;
-  auto operator<=>(const PictureOrder&) const = default;  // NOLINT(modernize-use-nullptr): no pointer
+  // NOLINTNEXTLINE(modernize-use-nullptr,readability-implicit-bool-conversion): nothing is written here
+  auto operator<=>(const PictureOrder&) const = default;
 };
 struct FoundPicture {
   QImage Image;     // null where there is none
@@ -83,35 +85,46 @@ struct FoundUnit {
 };
 [[nodiscard]] FoundUnit CodeUnit(const UnitOrder& order, PictureLoader& pictures);
 
-// One thread. An order takes the place of one of its kind that waits: the newest wins. The functions are
-// called in the thread.
-class PictureWorker {
+// One thread. An order takes the place of one of its kind that waits: the newest wins. What came of it is
+// told in the thread that this object lives in, with the number of the order. The list of a long film on a
+// slow disk is told at once, and again when the leads of all its pictures are known.
+class PictureWorker : public QObject {
+  Q_OBJECT
  public:
-  using Listed = std::function<void(std::uint64_t number, PictureList list)>;
-  using Found = std::function<void(std::uint64_t number, const PictureOrder& order, FoundPicture found)>;
-  using Coded = std::function<void(std::uint64_t number, const std::string& key, FoundUnit found)>;
-  PictureWorker(PictureLoader& pictures, Listed listed, Found found, Coded coded);
-  PictureWorker(const PictureWorker&) = delete;
-  PictureWorker& operator=(const PictureWorker&) = delete;
-  ~PictureWorker();  // waits for what is in work
+  explicit PictureWorker(PictureLoader& pictures);
+  ~PictureWorker() override;  // waits for what is in work
 
   void List(std::uint64_t number, ListOrder order);
   void Find(std::uint64_t number, PictureOrder order);
   void Code(std::uint64_t number, UnitOrder order);
 
+ signals:
+  void Listed(std::uint64_t number, const PictureList& list);
+  void Found(std::uint64_t number, const PictureOrder& order, const FoundPicture& found);
+  void Coded(std::uint64_t number, const std::string& key, const FoundUnit& found);
+
  private:
   void Run();
+  void WorkOff(const std::pair<std::uint64_t, ListOrder>& order);
+  void GoOnWithLeads();
+  void Tell(std::uint64_t number, PictureList list);
+  void WorkOff(const std::pair<std::uint64_t, PictureOrder>& order);
+  void WorkOff(const std::pair<std::uint64_t, UnitOrder>& order);
 
   PictureLoader& pictures_;
-  Listed listed_;
-  Found found_;
-  Coded coded_;
   std::mutex mutex_;
   std::condition_variable wake_;
   std::optional<std::pair<std::uint64_t, ListOrder>> list_;
   std::optional<std::pair<std::uint64_t, PictureOrder>> find_;
   std::optional<std::pair<std::uint64_t, UnitOrder>> code_;
   bool ends_ = false;
+  // Of the thread: a list whose leads are being read.
+  struct LeadWork {
+    std::uint64_t Number = 0;
+    PictureList List;
+    LeadReader Reader;
+  };
+  std::optional<LeadWork> leads_;
   std::thread thread_;
 };
 

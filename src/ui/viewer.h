@@ -18,9 +18,9 @@
 
 namespace quorvelant {
 
-// A track in the viewer: the state machine of edit/track_viewer.h with the track's pictures, which are
-// listed and decoded in a worker; a film without an index is indexed by a job. The newest request wins.
-// It follows the selection: a scene, a cell, a subtitle stream or an entry is gone to.
+// A track in the viewer: the state machine of edit/track_viewer.h with the pictures of ui/track_pictures.h
+// and what ui/coded_subtitle.h makes of the entry. It follows the selection: a scene, a cell, a subtitle
+// stream or an entry is gone to.
 class Viewer : public QObject {
   Q_OBJECT
  public:
@@ -33,7 +33,7 @@ class Viewer : public QObject {
   [[nodiscard]] const Track* Shown() const;
   [[nodiscard]] std::optional<std::size_t> TrackIndex() const;
   [[nodiscard]] const ViewerState& State() const { return state_; }
-  [[nodiscard]] const std::vector<ViewerPicture>& Pictures() const { return pictures_; }
+  [[nodiscard]] const std::vector<ViewerPicture>& Pictures() const;
   [[nodiscard]] std::int64_t FrameCount() const;  // of the track, 0 while it is not known, and for a still
 
   void Move(ViewerMove move);
@@ -44,7 +44,7 @@ class Viewer : public QObject {
 
   // The picture at the state, as decoded; null where there is none. While another one of the track is looked
   // for the last one stays.
-  [[nodiscard]] const QImage& PictureNow() const { return picture_; }
+  [[nodiscard]] const QImage& PictureNow() const;
   // Whether `PictureNow` is that of the state.
   [[nodiscard]] bool IsPictureReady() const;
   // Why there is none, or that only a picture before the frame can be shown ("picture 3 frames before").
@@ -73,15 +73,13 @@ class Viewer : public QObject {
   void FollowKey();
   void GoTo(const GoToPlace& place);
   void Put(const ViewerState& state);
-  void List();
-  void FindNow();
+  void TakeList();
+  void TellList();
   void FindUnit();
-  void Index(const std::vector<std::string>& films);
+  [[nodiscard]] ViewerMaterial Material() const;  // of the track that is shown
 
   std::unique_ptr<Private> private_;
   ViewerState state_;
-  std::vector<ViewerPicture> pictures_;
-  QImage picture_;
 };
 
 }  // namespace quorvelant

@@ -210,11 +210,14 @@ void Actions::Add(ActionId id, Handler handler) {
   handlers_[id].push_back(std::move(handler));
   QAction* const action = Of(id);
   action->disconnect(this);
-  connect(action, &QAction::triggered, this, [this, id] {
+  // From the event loop, since a handler may ask: whoever triggered it, a screen reader over its bus too,
+  // goes on.
+  const auto run = [this, id] {
     if (const Handler* const handling = HandlerOf(id)) {
       handling->Run();
     }
-  });
+  };
+  connect(action, &QAction::triggered, this, run, Qt::QueuedConnection);
   action->setEnabled(HandlerOf(id) != nullptr);
 }
 

@@ -117,8 +117,7 @@ class Actions : public QObject {
   // Of several that handle an action, the first that can does.
   void Handle(ActionId id, std::function<void()> run, std::function<bool()> isPossible = {});
   // While the keys go to the pane, in place of what others say of the action ("Remove" in a table).
-  void HandleIn(QWidget* pane, ActionId id, std::function<void()> run,
-                std::function<bool()> isPossible = {});
+  void HandleIn(QWidget* pane, ActionId id, std::function<void()> run, std::function<bool()> isPossible = {});
   [[nodiscard]] bool IsHandled(ActionId id) const;
   // After anything that the answers may hang on: the project, the selection, the clipboard. Cheap: it is put
   // off to the end of the present event.

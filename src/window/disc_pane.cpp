@@ -224,6 +224,10 @@ void DiscPane::PlaceTrack() {
     parts_.Doc.Do([&](EditSession& session, Consent) { return Drop(session, *what, target); });
     return;
   }
+  if (places.front().Key == chosen) {
+    DoAndChoose([&](EditSession& session, Consent) { return Drop(session, *what, chosen); });
+    return;
+  }
   std::vector<std::string> words;
   std::ranges::transform(places, std::back_inserter(words), &Place::Words);
   const std::string& name = project.Tracks[what->Track].TrackName;

@@ -81,14 +81,10 @@ class MainWindow::Private {
   PaneLayout* Layout = nullptr;
   StartPage* Start = nullptr;
   QLabel* Status = nullptr;
+  bool HasBegun = false;  // somebody opened, made or changed a project
 };
 
 namespace {
-
-// Whether it is as a new one: nothing was taken in, and no PGC made.
-bool IsBlank(const Project& project) {
-  return Live(project.Tracks).empty() && TitleCount(project) == 0;
-}
 
 QMenu* MenuOf(QMenuBar& bar, MenuId id) {
   constexpr std::array<const char*, 7> Titles{"&File", "&Edit",  "&View", "&Track",
@@ -133,6 +129,7 @@ void FillToolBar(QToolBar& bar, const Actions& actions) {
 
 MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*this, std::move(setup))) {
   Private& its = *private_;
+  its.Notices->Follow(its.Work);
   its.Files = new ProjectFiles(its.Parts, *its.Notices, *this);
   FillMenus(*menuBar(), *its.Commands);
   AddRecentMenu();
@@ -144,17 +141,20 @@ MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*
   its.Start = new StartPage(*its.Commands);
   its.Layout = new PaneLayout(*this, its.Parts, its.Start);
   its.Status = new QLabel(tr("Ready"));
+  its.Status->setTextFormat(Qt::PlainText);
   statusBar()->addWidget(its.Status, 1);
   auto* const gauge = new SizeGauge(its.Parts);
   statusBar()->addPermanentWidget(gauge);
   auto* const author = new AuthorAction(
       its.Parts, *its.Files, [gauge]() -> const DiscMedium& { return gauge->Medium(); }, *this);
-  connect(author, &AuthorAction::Began, this, [this] { private_->Layout->GoTo(QStringLiteral("Jobs")); });
+  connect(author, &AuthorAction::Began, this, [this] {
+    private_->Notices->Fade();
+    private_->Layout->GoTo(QStringLiteral("Jobs"));
+  });
   setAcceptDrops(true);
   HandleHistory();
   HandleTools(its.Parts, this);
   HandleHelp(*its.Commands, this);
-  HandleTools(its.Parts, this);
   its.Commands->Handle(ActionId::NewDiscFromFilms, [this] {
     auto* const wizard = new FilmWizard(private_->Parts, *private_->Files, this);
     wizard->setAttribute(Qt::WA_DeleteOnClose);
@@ -201,7 +201,11 @@ void MainWindow::Connect() {
           [this](const QString& words) { private_->Layout->SetTab(QStringLiteral("Problems"), words); });
   connect(problems, &ProblemsPane::Asked, this,
           [this] { private_->Layout->GoTo(QStringLiteral("Problems")); });
-  connect(its.Files, &ProjectFiles::Opened, this, &MainWindow::ChooseFirst);
+  connect(its.Files, &ProjectFiles::Opened, this, [this] {
+    private_->HasBegun = true;
+    ShowState();
+    ChooseFirst();
+  });
   connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
     if (state == Qt::ApplicationActive) {  // files may have come or gone meanwhile
       ProjectHealth::Of(private_->Doc).LookAgain();
@@ -235,7 +239,9 @@ void MainWindow::ShowState() {
       ->setStatusTip(undo.empty() ? QString() : tr("Take back: %1").arg(Shown(undo)));
   its.Commands->Of(ActionId::Redo)
       ->setStatusTip(redo.empty() ? QString() : tr("Make again: %1").arg(Shown(redo)));
-  its.Layout->SetEmpty(its.Doc.Session().File().empty() && IsBlank(its.Doc.Work()));
+  const EditSession& session = its.Doc.Session();
+  its.HasBegun |= session.CanUndo() || !session.File().empty();
+  its.Layout->SetEmpty(!its.HasBegun);
   its.Commands->Refresh();
 }
 
@@ -282,7 +288,8 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
 
 void MainWindow::RestoreState() {
   const int line = fontMetrics().height();
-  const QSize room = screen() != nullptr ? screen()->availableSize() : QSize(100 * line, 60 * line);
+  const QSize frame(line / 2, 5 * line / 2);  // what a window manager puts around it
+  const QSize room = (screen() != nullptr ? screen()->availableSize() : QSize(100 * line, 60 * line)) - frame;
   resize(QSize(100 * line, 58 * line).boundedTo(room));
   const QString file = LayoutFile(private_->Parts);
   QByteArray panes;

@@ -2,123 +2,38 @@
 
 #include <fmt/format.h>
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QKeyEvent>
+#include <QLineF>
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <algorithm>
-#include <array>
-#include <cmath>
-#include <limits>
+#include <utility>
 
+#include "base/text.h"
 #include "check/track_times.h"
-#include "edit/button_aims.h"
-#include "model/highlight_groups.h"
-#include "subpicture/bitmap_window.h"
+#include "model/walk.h"
+#include "ui/button_areas.h"
+#include "ui/button_links.h"
 #include "ui/tree_model.h"
+#include "window/buttons_pane.h"
+#include "window/picture_painter.h"
 
 namespace quorvelant {
 
 namespace {
 
-constexpr int NewWidth = 160;
-constexpr int NewHeight = 40;
-
-QPoint CentreOf(const HighlightArea& area) {
-  return {(area.X1 + area.X2) / 2, (area.Y1 + area.Y2) / 2};
-}
-
-// The direction in which one point lies from another.
-LinkDirection DirectionOf(const QPoint& from, const QPoint& to) {
-  const QPoint way = to - from;
-  if (std::abs(way.x()) >= std::abs(way.y())) {
-    return way.x() < 0 ? LinkDirection::Left : LinkDirection::Right;
-  }
-  return way.y() < 0 ? LinkDirection::Up : LinkDirection::Down;
-}
-
-const std::string& LinkOf(const HighlightButton& button, LinkDirection direction) {
-  switch (direction) {
-    case LinkDirection::Left:
-      return button.Left;
-    case LinkDirection::Right:
-      return button.Right;
-    case LinkDirection::Up:
-      return button.Up;
-    case LinkDirection::Down:
-      break;
-  }
-  return button.Down;
-}
-
-std::optional<LinkDirection> DirectionOfKey(int key) {
-  switch (key) {
-    case Qt::Key_Left:
-      return LinkDirection::Left;
-    case Qt::Key_Right:
-      return LinkDirection::Right;
-    case Qt::Key_Up:
-      return LinkDirection::Up;
-    case Qt::Key_Down:
-      return LinkDirection::Down;
-    default:
-      return std::nullopt;
-  }
-}
-
-QPoint StepOf(LinkDirection direction) {
-  switch (direction) {
-    case LinkDirection::Left:
-      return {-1, 0};
-    case LinkDirection::Right:
-      return {1, 0};
-    case LinkDirection::Up:
-      return {0, -1};
-    case LinkDirection::Down:
-      break;
-  }
-  return {0, 1};
-}
-
-// Moved, as far as the picture goes.
-HighlightArea MovedBy(HighlightArea area, const QPoint& by, int lines) {
-  const int across = std::clamp(by.x(), -area.X1, std::max(ScreenWidth - 1 - area.X2, -area.X1));
-  const int down = std::clamp(by.y(), -area.Y1, std::max(lines - 1 - area.Y2, -area.Y1));
-  area.X1 += across;
-  area.X2 += across;
-  area.Y1 += down;
-  area.Y2 += down;
-  return area;
-}
-
-// From one rectangle's side to the other's opposite one.
-void PaintArrow(QPainter& painter, const QPointF& from, const QPointF& to, double head) {
-  const QPointF way = to - from;
-  const double length = std::hypot(way.x(), way.y());
-  if (length < 1) {
-    return;
-  }
-  const QPointF ahead = way / length * head;
-  const QPointF aside(-ahead.y() / 2, ahead.x() / 2);
-  painter.drawLine(from, to - ahead / 2);
-  QPainterPath tip(to);
-  tip.lineTo(to - ahead + aside);
-  tip.lineTo(to - ahead - aside);
-  tip.closeSubpath();
-  painter.fillPath(tip, painter.pen().color());
-}
-
-// Where an arrow of a direction leaves a box, or enters it: those there and back run beside each other.
-QPointF SideOf(const QRectF& box, LinkDirection direction, bool leaves) {
-  const QPoint step = StepOf(direction);
-  const QPointF aside(-step.y() * box.width() / 8, step.x() * box.height() / 8);
-  const QPointF way(step.x() * box.width() / 2, step.y() * box.height() / 2);
-  return box.center() + aside + (leaves ? way : -way);
+bool IsInMenu(const Project& project, std::size_t track) {
+  return std::ranges::any_of(LivePgcs(project), [track](const auto& at) {
+    return at.Language != nullptr && std::ranges::any_of(LiveCells(*at.Chain), [track](const Cell_P* cell) {
+             return std::cmp_equal(cell->SegmentUsed, track);
+           });
+  });
 }
 
 }  // namespace
@@ -181,9 +96,9 @@ void PictureView::Refresh() {
   const auto track = parts_.View.TrackIndex();
   if (const auto& unit = parts_.View.UnitNow(); track && unit && parts_.View.State().Entry) {
     const Project& project = parts_.Doc.Work();
-    overlay_ =
-        OverlayImage(*unit, ShownPalette(project, *track, parts_.View.State().Frame, parts_.Chosen.Structure()),
-                     TrackTimes(project.Tracks[*track]).IsNtsc(), board_.Looks());
+    overlay_ = OverlayImage(
+        *unit, ShownPalette(project, *track, parts_.View.State().Frame, parts_.Chosen.Structure()),
+        TrackTimes(project.Tracks[*track]).IsNtsc(), board_.Looks());
   }
   parts_.Commands.Refresh();
   update();
@@ -211,131 +126,28 @@ double PictureView::HandleSize() const {
   return std::max(6.0, fontMetrics().height() / 2.0);
 }
 
-QPointF PictureView::Knob(const HighlightArea& area) const {
-  const QRectF box = Geometry().ToSpace(area);
-  return {box.right() + 2 * HandleSize(), box.center().y()};
-}
-
 void PictureView::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.fillRect(rect(), palette().color(QPalette::Dark));
   const PictureGeometry geometry = Geometry();
-  PaintScreen(painter, geometry);
+  PicturePainter over(painter, geometry, {palette(), fontMetrics(), HandleSize()});
+  over.PaintScreen(parts_.View.PictureNow(), parts_.View.PictureWords(), overlay_);
   if (parts_.View.Shown() == nullptr) {
     return;
   }
+  const auto chosen = parts_.View.Button();
   if (showsSafeArea_) {
-    PaintSafeArea(painter, geometry);
+    over.PaintSafeArea();
   }
-  PaintButtons(painter, geometry);
+  over.PaintButtons(board_, chosen, drag_);
   if (showsLinks_) {
-    PaintLinks(painter, geometry);
+    over.PaintLinks(board_, chosen);
   }
   if (hasFocus()) {
     painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(QRectF(rect()).adjusted(1, 1, -1, -1));
-  }
-}
-
-void PictureView::PaintScreen(QPainter& painter, const PictureGeometry& geometry) const {
-  painter.fillRect(geometry.Screen(), Qt::black);
-  const QImage& picture = parts_.View.PictureNow();
-  painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  if (!picture.isNull()) {
-    painter.drawImage(geometry.PictureTarget(), picture, geometry.PictureSource(picture.size()));
-  } else {
-    painter.setPen(Qt::lightGray);
-    painter.drawText(geometry.Screen(), Qt::AlignCenter | Qt::TextWordWrap, parts_.View.PictureWords());
-  }
-  if (!overlay_.isNull()) {
-    painter.drawImage(geometry.Screen(), overlay_);
-  }
-}
-
-void PictureView::PaintSafeArea(QPainter& painter, const PictureGeometry& geometry) const {
-  const QRectF& screen = geometry.Screen();
-  painter.setBrush(Qt::NoBrush);
-  // Tubes hide up to a twentieth of the picture at each side; texts keep a tenth.
-  for (const double part : {0.05, 0.1}) {
-    const QRectF inner = screen.adjusted(screen.width() * part, screen.height() * part,
-                                         -screen.width() * part, -screen.height() * part);
-    painter.setPen(QPen(Qt::black, 2));
-    painter.drawRect(inner);
-    painter.setPen(QPen(Qt::white, 1, Qt::DashLine));
-    painter.drawRect(inner);
-  }
-}
-
-void PictureView::PaintButtons(QPainter& painter, const PictureGeometry& geometry) const {
-  const HighlightPlay* const set = board_.Set();
-  const auto chosen = parts_.View.Button();
-  const QColor accent = palette().color(QPalette::Highlight);
-  for (std::size_t i = 0; set != nullptr && i < set->Buttons.size(); ++i) {
-    const bool isHeld = (gesture_ == Gesture::Move || gesture_ == Gesture::Resize) && held_ == i;
-    const HighlightArea area = isHeld ? Dragged(now_) : *board_.AreaOf(i);
-    const QRectF box = geometry.ToSpace(area);
-    const bool isChosen = chosen == i;
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(Qt::black, 3));
-    painter.drawRect(box);
-    painter.setPen(QPen(isChosen ? accent.lighter(140) : QColor(Qt::white), isChosen ? 2 : 1));
-    painter.drawRect(box);
-    const QString words =
-        QStringLiteral("%1 %2").arg(i + 1).arg(QString::fromStdString(set->Buttons[i].Name));
-    QRectF label(box.topLeft(), QSizeF(fontMetrics().horizontalAdvance(words) + 6, fontMetrics().height()));
-    label.moveBottom(box.top() >= geometry.Screen().top() + label.height() ? box.top()
-                                                                           : box.top() + label.height());
-    painter.fillRect(label, isChosen ? accent : QColor(0, 0, 0, 160));
-    painter.setPen(isChosen ? palette().color(QPalette::HighlightedText) : QColor(Qt::white));
-    painter.drawText(label, Qt::AlignCenter, words);
-    if (isChosen) {
-      const double size = HandleSize();
-      painter.setPen(QPen(Qt::black, 1));
-      painter.setBrush(palette().color(QPalette::HighlightedText));
-      for (const double x : {box.left(), box.center().x(), box.right()}) {
-        for (const double y : {box.top(), box.center().y(), box.bottom()}) {
-          if (QPointF(x, y) != box.center()) {
-            painter.drawRect(QRectF(x - size / 2, y - size / 2, size, size));
-          }
-        }
-      }
-      painter.setBrush(accent);
-      painter.drawEllipse(Knob(area), size / 2, size / 2);
-    }
-  }
-  if (gesture_ == Gesture::Draw) {
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(accent, 2, Qt::DashLine));
-    painter.drawRect(geometry.ToSpace(Dragged(now_)));
-  }
-  if (gesture_ == Gesture::Link) {
-    painter.setPen(QPen(accent, 3));
-    PaintArrow(painter, geometry.ToSpace(before_).center(), now_, 2 * HandleSize());
-  }
-}
-
-void PictureView::PaintLinks(QPainter& painter, const PictureGeometry& geometry) const {
-  using enum LinkDirection;
-  const HighlightPlay* const set = board_.Set();
-  const auto chosen = parts_.View.Button();
-  for (std::size_t i = 0; set != nullptr && i < set->Buttons.size(); ++i) {
-    if (chosen && *chosen != i) {
-      continue;
-    }
-    for (const LinkDirection direction : {Left, Right, Up, Down}) {
-      const auto to = FindButton(set->Buttons, LinkOf(set->Buttons[i], direction));
-      if (!to || *to == i) {
-        continue;
-      }
-      const QPointF from = SideOf(geometry.ToSpace(*board_.AreaOf(i)), direction, true);
-      const QPointF end = SideOf(geometry.ToSpace(*board_.AreaOf(*to)), direction, false);
-      painter.setPen(QPen(QColor(0, 0, 0, 160), 4));
-      PaintArrow(painter, from, end, HandleSize());
-      painter.setPen(QPen(palette().color(QPalette::Highlight).lighter(150), 2));
-      PaintArrow(painter, from, end, HandleSize());
-    }
   }
 }
 
@@ -350,53 +162,23 @@ std::optional<std::size_t> PictureView::ButtonUnder(const QPointF& place) const 
   return board_.ButtonAt(pixel.x(), pixel.y());
 }
 
-std::optional<PictureView::Grip> PictureView::GripAt(const QPointF& place) const {
+std::optional<ButtonHandles> PictureView::Handles() const {
   const auto chosen = parts_.View.Button();
-  if (!chosen) {
-    return std::nullopt;
-  }
-  const QRectF box = Geometry().ToSpace(*board_.AreaOf(*chosen));
-  const double reach = HandleSize();
-  const auto near = [reach](double a, double b) { return std::abs(a - b) <= reach * 0.75; };
-  const bool isAcross = near(place.x(), box.center().x());
-  const bool isDown = near(place.y(), box.center().y());
-  const Grip grip{.Left = near(place.x(), box.left()),
-                  .Right = near(place.x(), box.right()),
-                  .Top = near(place.y(), box.top()),
-                  .Bottom = near(place.y(), box.bottom())};
-  const bool holdsColumn = grip.Left || grip.Right;
-  const bool holdsLine = grip.Top || grip.Bottom;
-  return (holdsColumn && (holdsLine || isDown)) || (holdsLine && isAcross) ? std::optional(grip)
-                                                                           : std::nullopt;
-}
-
-HighlightArea PictureView::Dragged(const QPointF& place) const {
-  const PictureGeometry geometry = Geometry();
-  if (gesture_ == Gesture::Draw) {
-    return geometry.AreaBetween(pressed_, place);
-  }
-  const QPoint pixel = geometry.PixelAt(place);
-  if (gesture_ == Gesture::Move) {
-    return MovedBy(before_, pixel - geometry.PixelAt(pressed_), geometry.Lines());
-  }
-  HighlightArea area = before_;
-  constexpr int Least = 3;
-  if (grip_.Left) {
-    area.X1 = std::min(pixel.x(), area.X2 - Least);
-  } else if (grip_.Right) {
-    area.X2 = std::max(pixel.x(), area.X1 + Least);
-  }
-  if (grip_.Top) {
-    area.Y1 = std::min(pixel.y(), area.Y2 - Least);
-  } else if (grip_.Bottom) {
-    area.Y2 = std::max(pixel.y(), area.Y1 + Least);
-  }
-  return area;
+  return chosen ? std::optional(ButtonHandles(Geometry().ToSpace(*board_.AreaOf(*chosen)), HandleSize()))
+                : std::nullopt;
 }
 
 void PictureView::EndGesture() {
-  gesture_ = Gesture::None;
+  drag_.End();
   update();
+}
+
+bool PictureView::TakesDrawing() const {
+  const Track* const track = parts_.View.Shown();
+  const auto* const pane = window()->findChild<ButtonsPane*>();
+  return track != nullptr && (!EqualNoCase(track->TrackType, "Motion") || !track->HighlightPlays.empty() ||
+                              (pane != nullptr && !pane->visibleRegion().isEmpty()) ||
+                              IsInMenu(parts_.Doc.Work(), *parts_.View.TrackIndex()));
 }
 
 void PictureView::mousePressEvent(QMouseEvent* event) {
@@ -412,69 +194,74 @@ void PictureView::mousePressEvent(QMouseEvent* event) {
     emit ColorPicked(pixel.x(), pixel.y());
     return;
   }
-  pressed_ = place;
-  now_ = place;
   const auto chosen = parts_.View.Button();
-  const bool isKnob = chosen && QLineF(place, Knob(*board_.AreaOf(*chosen))).length() <= HandleSize();
+  const auto handles = Handles();
+  const bool isKnob = handles && handles->IsAtKnob(place);
   const auto under = ButtonUnder(place);
+  const auto held = [this](std::size_t button) { return HeldButton{button, *board_.AreaOf(button)}; };
   if (isKnob || ((event->modifiers() & Qt::AltModifier) != 0 && under)) {
-    gesture_ = Gesture::Link;
-    held_ = isKnob ? *chosen : *under;
-  } else if (const auto grip = GripAt(place)) {
-    gesture_ = Gesture::Resize;
-    held_ = *chosen;
-    grip_ = *grip;
+    drag_.Link(held(isKnob ? *chosen : *under), place);
+  } else if (const auto grip = handles ? handles->GripAt(place) : std::nullopt) {
+    drag_.Resize(held(*chosen), *grip, place);
   } else if (under) {
-    gesture_ = Gesture::Move;
-    held_ = *under;
+    drag_.Move(held(*under), place);
   } else {
     parts_.View.ChooseButton({});
-    gesture_ = geometry.Screen().contains(place) ? Gesture::Draw : Gesture::None;
+    drag_.End();
+    refused_.reset();
+    if (!geometry.Screen().contains(place)) {
+      return;
+    }
+    if (TakesDrawing()) {
+      drag_.Draw(place);
+    } else {
+      refused_ = place;
+    }
     return;
   }
-  before_ = *board_.AreaOf(held_);
-  parts_.View.ChooseButton(held_);
+  parts_.View.ChooseButton(drag_.Held().Index);
   update();
 }
 
 void PictureView::mouseMoveEvent(QMouseEvent* event) {
-  now_ = event->position();
-  if (gesture_ != Gesture::None) {
+  const QPointF place = event->position();
+  if (drag_.IsOn()) {
+    drag_.GoTo(place);
     update();
     return;
   }
   if (picks_) {
     return;
   }
-  const auto grip = GripAt(now_);
-  if (grip) {
-    const bool isColumn = grip->Left || grip->Right;
-    const bool isLine = grip->Top || grip->Bottom;
-    const bool isFalling = (grip->Left && grip->Top) || (grip->Right && grip->Bottom);
-    setCursor(isColumn && isLine ? (isFalling ? Qt::SizeFDiagCursor : Qt::SizeBDiagCursor)
-              : isColumn         ? Qt::SizeHorCursor
-                                 : Qt::SizeVerCursor);
+  const auto handles = Handles();
+  if (const auto grip = handles ? handles->GripAt(place) : std::nullopt) {
+    setCursor(CursorOf(*grip));
   } else {
-    setCursor(ButtonUnder(now_) ? Qt::SizeAllCursor : Qt::ArrowCursor);
+    setCursor(ButtonUnder(place) ? Qt::SizeAllCursor : Qt::ArrowCursor);
   }
 }
 
 void PictureView::mouseReleaseEvent(QMouseEvent* event) {
-  const Gesture gesture = gesture_;
-  if (event->button() != Qt::LeftButton || gesture == Gesture::None) {
+  if (const auto began = std::exchange(refused_, std::nullopt);
+      began && QLineF(*began, event->position()).length() >= QApplication::startDragDistance()) {
+    parts_.Doc.Speaks().Status("Nothing was made on this film: New Button in the menu Track makes a button");
+  }
+  if (event->button() != Qt::LeftButton || !drag_.IsOn()) {
     return;
   }
-  now_ = event->position();
-  const HighlightArea area = Dragged(now_);
+  drag_.GoTo(event->position());
+  const ButtonDrag ended = drag_;
   EndGesture();
-  if (gesture == Gesture::Draw) {
+  const HighlightArea area = ended.Area(Geometry());
+  const auto& [held, before] = ended.Held();
+  if (ended.Kind() == DragKind::Draw) {
     board_.Add(area);
-  } else if (gesture == Gesture::Link) {
-    if (const auto to = ButtonUnder(now_); to && *to != held_) {
-      board_.Link(held_, *to, DirectionOf(CentreOf(before_), CentreOf(*board_.AreaOf(*to))));
+  } else if (ended.Kind() == DragKind::Link) {
+    if (const auto to = ButtonUnder(ended.Place()); to && *to != held) {
+      board_.Link(held, *to, DirectionOf(CentreOf(before), CentreOf(*board_.AreaOf(*to))));
     }
-  } else if (area != before_) {
-    board_.Put(held_, area);
+  } else if (area != before) {
+    board_.Put(held, area);
   }
   TellChosen();
 }
@@ -521,31 +308,13 @@ bool PictureView::event(QEvent* event) {
   return QWidget::event(event);
 }
 
-// The next nearest button that lies in a direction, or any where none does.
-void PictureView::LinkTowards(LinkDirection direction) {
-  const HighlightPlay& set = *board_.Set();
-  const std::size_t from = *parts_.View.Button();
-  const QPoint centre = CentreOf(*board_.AreaOf(from));
-  std::vector<std::size_t> others;
-  for (std::size_t i = 0; i < set.Buttons.size(); ++i) {
-    if (i != from) {
-      others.push_back(i);
-    }
+std::vector<HighlightArea> PictureView::Areas() const {
+  const HighlightPlay* const set = board_.Set();
+  std::vector<HighlightArea> areas;
+  for (std::size_t i = 0; set != nullptr && i < set->Buttons.size(); ++i) {
+    areas.push_back(*board_.AreaOf(i));
   }
-  if (others.empty()) {
-    return;
-  }
-  const auto rank = [&](std::size_t one) {
-    const QPoint to = CentreOf(*board_.AreaOf(one));
-    const bool isAside = DirectionOf(centre, to) != direction;
-    return std::pair(isAside, (to - centre).manhattanLength());
-  };
-  std::ranges::stable_sort(others, {}, rank);
-  const std::string& link = LinkOf(set.Buttons[from], direction);
-  const auto linked =
-      std::ranges::find_if(others, [&](std::size_t one) { return set.Buttons[one].Name == link; });
-  const bool isLast = linked == others.end() || std::next(linked) == others.end();
-  board_.Link(from, isLast ? others.front() : *std::next(linked), direction);
+  return areas;
 }
 
 bool PictureView::ArrowKey(const QKeyEvent& event) {
@@ -562,20 +331,18 @@ bool PictureView::ArrowKey(const QKeyEvent& event) {
     return false;
   }
   if ((event.modifiers() & Qt::AltModifier) != 0) {
-    LinkTowards(*direction);
+    if (const auto to = NextLinkTarget(board_.Set()->Buttons, Areas(), *button, *direction)) {
+      board_.Link(*button, *to, *direction);
+    }
     return true;
   }
   constexpr int Large = 10;
   const QPoint step = StepOf(*direction) * ((event.modifiers() & Qt::ControlModifier) != 0 ? Large : 1);
   const int lines = Geometry().Lines();
-  HighlightArea area = *board_.AreaOf(*button);
-  if ((event.modifiers() & Qt::ShiftModifier) != 0) {
-    area.X2 = std::clamp(area.X2 + step.x(), area.X1 + 3, ScreenWidth - 1);
-    area.Y2 = std::clamp(area.Y2 + step.y(), area.Y1 + 3, lines - 1);
-  } else {
-    area = MovedBy(area, step, lines);
-  }
-  if (area != *board_.AreaOf(*button)) {
+  const HighlightArea before = *board_.AreaOf(*button);
+  const HighlightArea area = (event.modifiers() & Qt::ShiftModifier) != 0 ? ResizedBy(before, step, lines)
+                                                                          : MovedBy(before, step, lines);
+  if (area != before) {
     board_.Put(*button, area);
     TellChosen();
   }
@@ -583,7 +350,7 @@ bool PictureView::ArrowKey(const QKeyEvent& event) {
 }
 
 void PictureView::keyPressEvent(QKeyEvent* event) {
-  if (event->key() == Qt::Key_Escape && (gesture_ != Gesture::None || picks_)) {
+  if (event->key() == Qt::Key_Escape && (drag_.IsOn() || picks_)) {
     EndGesture();
     PickColor(false);
     emit PickEnded();
@@ -631,37 +398,8 @@ void PictureView::RemoveChosen() {
 
 // --- elements of the disc that become buttons ---
 
-HighlightArea PictureView::AreaAround(const QPoint& pixel) const {
-  const int lines = Geometry().Lines();
-  const int left = std::clamp(pixel.x() - NewWidth / 2, 0, ScreenWidth - NewWidth);
-  const int top = std::clamp(pixel.y() - NewHeight / 2, 0, lines - NewHeight);
-  return {.X1 = left, .X2 = left + NewWidth - 1, .Y1 = top, .Y2 = top + NewHeight - 1};
-}
-
-// Rows from the top, in columns, until nothing is in the way.
 void PictureView::AddButton(const std::string& aim) {
-  const int lines = Geometry().Lines();
-  const HighlightPlay* const set = board_.Set();
-  const auto isFree = [&](const HighlightArea& area) {
-    for (std::size_t i = 0; set != nullptr && i < set->Buttons.size(); ++i) {
-      const HighlightArea other = *board_.AreaOf(i);
-      if (area.X1 <= other.X2 && other.X1 <= area.X2 && area.Y1 <= other.Y2 && other.Y1 <= area.Y2) {
-        return false;
-      }
-    }
-    return true;
-  };
-  HighlightArea area = AreaAround({ScreenWidth / 2, lines / 2});
-  for (int x = 80 + NewWidth / 2; x < ScreenWidth - 80; x += NewWidth + 20) {
-    for (int y = 80 + NewHeight / 2; y < lines - 80; y += NewHeight + 20) {
-      if (const HighlightArea at = AreaAround({x, y}); isFree(at)) {
-        board_.Add(at, aim);
-        setFocus();
-        return;
-      }
-    }
-  }
-  board_.Add(area, aim);
+  board_.Add(FreeArea(Areas(), Geometry().Lines()), aim);
   setFocus();
 }
 
@@ -682,10 +420,10 @@ void PictureView::dropEvent(QDropEvent* event) {
   QPoint pixel = geometry.PixelAt(event->position());
   const auto keys = KeysIn(*event->mimeData());
   for (const std::string& key : keys) {
-    if (!board_.Add(AreaAround(pixel), key)) {
+    if (!board_.Add(NewAreaAround(pixel, geometry.Lines()), key)) {
       break;  // why was told
     }
-    pixel.ry() += NewHeight + 20;
+    pixel.ry() += NewButtonStep();
   }
   event->setDropAction(Qt::CopyAction);
   event->accept();

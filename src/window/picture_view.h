@@ -1,22 +1,24 @@
 // The picture of the moment with what lies over it, and the buttons under the mouse and the keys.
 #pragma once
 
-#include <QColor>
 #include <QImage>
 #include <QWidget>
-#include <cstdint>
-#include <functional>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "ui/button_board.h"
+#include "ui/button_drag.h"
+#include "ui/button_handles.h"
 #include "ui/picture_geometry.h"
 #include "window/window_parts.h"
 
 namespace quorvelant {
 
-// Mouse: a drag on the picture makes a button, one on a button moves it, on a handle resizes it, with Alt or
-// from its knob links it. Keys: Tab chooses, arrows move (with Ctrl by ten), with Shift resize, with Alt
-// link; F2 renames, Delete removes, Escape lets go. Elements of the disc that are dropped become buttons.
+// Mouse: a drag on the picture makes a button where they are likely meant (elsewhere the status says how one
+// is made), one on a button moves it, on a handle resizes it, with Alt or from its knob links it. Keys: Tab
+// chooses, arrows move (with Ctrl by ten), with Shift resize, with Alt link; F2 renames, Delete removes,
+// Escape lets go. Elements of the disc that are dropped become buttons.
 class PictureView : public QWidget {
   Q_OBJECT
  public:
@@ -54,27 +56,17 @@ class PictureView : public QWidget {
   void dropEvent(QDropEvent* event) override;
 
  private:
-  enum class Gesture : std::uint8_t { None, Draw, Move, Resize, Link };
-  struct Grip {  // which edges a handle holds
-    bool Left = false, Right = false, Top = false, Bottom = false;
-  };
-
   void Refresh();     // what lies over the picture has changed
   void TellChosen();  // to the status line and to screen readers
   [[nodiscard]] bool IsOwnKey(const QKeyEvent& event) const;
   [[nodiscard]] double HandleSize() const;
-  [[nodiscard]] std::optional<Grip> GripAt(const QPointF& place) const;
-  [[nodiscard]] QPointF Knob(const HighlightArea& area) const;
+  [[nodiscard]] std::optional<ButtonHandles> Handles() const;  // of the chosen button
   [[nodiscard]] std::optional<std::size_t> ButtonUnder(const QPointF& place) const;
-  [[nodiscard]] HighlightArea Dragged(const QPointF& place) const;
-  [[nodiscard]] HighlightArea AreaAround(const QPoint& pixel) const;
+  [[nodiscard]] std::vector<HighlightArea> Areas() const;  // of all buttons
   void EndGesture();
+  // Whether a drag may make a button: on a film nobody expects one.
+  [[nodiscard]] bool TakesDrawing() const;
   bool ArrowKey(const QKeyEvent& event);
-  void LinkTowards(LinkDirection direction);
-  void PaintScreen(QPainter& painter, const PictureGeometry& geometry) const;
-  void PaintButtons(QPainter& painter, const PictureGeometry& geometry) const;
-  void PaintLinks(QPainter& painter, const PictureGeometry& geometry) const;
-  void PaintSafeArea(QPainter& painter, const PictureGeometry& geometry) const;
 
   WindowParts& parts_;
   ButtonBoard& board_;
@@ -82,13 +74,8 @@ class PictureView : public QWidget {
   bool showsSafeArea_ = false;
   bool showsLinks_ = true;
   bool picks_ = false;
-
-  Gesture gesture_ = Gesture::None;
-  std::size_t held_ = 0;  // the button of the gesture
-  Grip grip_;
-  QPointF pressed_;
-  QPointF now_;
-  HighlightArea before_;
+  ButtonDrag drag_;
+  std::optional<QPointF> refused_;  // where a drag began that makes nothing
 };
 
 }  // namespace quorvelant

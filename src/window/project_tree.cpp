@@ -119,6 +119,10 @@ void ProjectTree::ChooseCurrent() {
 
 void ProjectTree::ShowChosen() {
   const QModelIndex index = IndexOf(parts_.Chosen.Key());
+  if (holdsChosen_ != index.isValid()) {
+    holdsChosen_ = index.isValid();
+    viewport()->update();
+  }
   if (!index.isValid()) {
     return;  // of the other tree, whose row stays
   }
@@ -128,10 +132,10 @@ void ProjectTree::ShowChosen() {
   isFollowing_ = false;
 }
 
-// Rows that the chosen one went with are passed over by the selection; the tree's own choice of a neighbour
-// is taken where a user works in it.
+// Rows that the chosen one went with are passed over by the selection; the tree that it was in then chooses
+// its neighbour.
 void ProjectTree::TakeIn() {
-  if (parts_.Chosen.Key().empty() && hasFocus()) {
+  if (parts_.Chosen.Key().empty() && holdsChosen_) {
     ChooseCurrent();
   } else {
     ShowChosen();
@@ -153,6 +157,15 @@ void ProjectTree::resizeEvent(QResizeEvent* event) {
   QTreeView::resizeEvent(event);
   if (!isSetByHand_) {
     FitNames();
+  }
+}
+
+// Of two trees with a chosen row each, only one is what the panes look at.
+void ProjectTree::initViewItemOption(QStyleOptionViewItem* option) const {
+  QTreeView::initViewItemOption(option);
+  if (!holdsChosen_) {
+    option->palette.setColor(QPalette::Highlight, palette().color(QPalette::Midlight));
+    option->palette.setColor(QPalette::HighlightedText, palette().color(QPalette::Text));
   }
 }
 

@@ -41,6 +41,7 @@ class ProjectTree : public QTreeView {
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void initViewItemOption(QStyleOptionViewItem* option) const override;
   void focusInEvent(QFocusEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
 
@@ -59,6 +60,7 @@ class ProjectTree : public QTreeView {
   QString hint_;
   int wholeNames_ = 0;  // what the first column would take
   bool isFollowing_ = false;
+  bool holdsChosen_ = false;  // what the panes look at is a row of this tree
   bool isFitting_ = false;
   bool isSetByHand_ = false;
 };

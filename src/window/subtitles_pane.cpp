@@ -1,24 +1,20 @@
 #include "window/subtitles_pane.h"
 
-#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
 
-#include "base/message_error.h"
-#include "base/timecode.h"
 #include "check/track_times.h"
 #include "edit/messages.h"
-#include "edit/subtitle_along.h"
 #include "model/chain_palette.h"
 #include "model/keys.h"
 #include "model/walk.h"
-#include "subpicture/subtitle_times.h"
-#include "ui/shown_text.h"
 #include "window/cell_table.h"
 #include "window/subtitle_colors.h"
-#include "window/time_text.h"
+#include "window/subtitle_stream_box.h"
 
 namespace quorvelant {
 
@@ -42,19 +38,10 @@ std::array<Color, 16> PaletteFor(const Project& project, std::size_t track) {
   return palette == nullptr ? LegiblePalette : palette->PaletteColors;
 }
 
-// What the table shows of an entry's times.
-SubtitleTimes TimesOf(const SubtitleStream& stream, std::size_t entry, int rate) {
-  const SubPicturePlay& play = stream.SubPlays[entry];
-  const std::int64_t start = TimecodeToFrames(play.Start, rate);
-  const std::int64_t next = entry + 1 < stream.SubPlays.size()
-                                ? TimecodeToFrames(stream.SubPlays[entry + 1].Start, rate) - 1
-                                : start + rate;
-  return {start, EndOf(play, rate).value_or(next) - start};
-}
-
 }  // namespace
 
-SubtitlesPane::SubtitlesPane(WindowParts& parts, QWidget* parent) : QWidget(parent), parts_(parts) {
+SubtitlesPane::SubtitlesPane(WindowParts& parts, QWidget* parent)
+    : QWidget(parent), parts_(parts), editor_(parts) {
   setAccessibleName(tr("Subtitles"));
   Build();
   HandleActions();
@@ -66,8 +53,7 @@ SubtitlesPane::SubtitlesPane(WindowParts& parts, QWidget* parent) : QWidget(pare
 }
 
 void SubtitlesPane::Build() {
-  streams_ = new QComboBox;
-  streams_->setAccessibleName(tr("Stream"));
+  streams_ = new SubtitleStreamBox;
   auto* const label = new QLabel(tr("Stream"));
   auto* const tools = new QHBoxLayout;
   tools->addWidget(label);
@@ -87,6 +73,9 @@ void SubtitlesPane::Build() {
 
   table_ = new CellTable(tr("Subtitles of the stream"));
   table_->setModel(&model_);
+  table_->TakeSteps();
+  connect(table_, &CellTable::StepWanted, this,
+          [this](bool forwards) { parts_.View.Move(forwards ? ViewerMove::NextGop : ViewerMove::PrevGop); });
   const QString time = QStringLiteral("00:00:00:00");
   table_->SetWidths(
       {QStringLiteral("00000"), time, time, time, {}, QStringLiteral("0000000000"), tr("Forced"), tr("Used")},
@@ -96,10 +85,10 @@ void SubtitlesPane::Build() {
                      [this](const Message& words) { parts_.Doc.Speaks().Tell(words); }, table_));
   connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& now, const QModelIndex&) { ChooseRow(now.row()); });
-  connect(streams_, &QComboBox::activated, this, [this](int at) {
+  connect(streams_, &SubtitleStreamBox::StreamChosen, this, [this](std::size_t stream) {
     if (shown_) {
-      parts_.View.ToStream(static_cast<std::size_t>(streams_->itemData(at).toULongLong()));
-      ShowStream(StreamPlace{shown_->Track, static_cast<std::size_t>(streams_->itemData(at).toULongLong())});
+      parts_.View.ToStream(stream);
+      ShowStream(StreamPlace{shown_->Track, stream});
     }
   });
   colors_ = new SubtitleColors(parts_);
@@ -221,17 +210,10 @@ void SubtitlesPane::GoToShown() {
 }
 
 void SubtitlesPane::FillStreams() {
-  streams_->clear();
-  if (!shown_) {
-    return;
-  }
-  for (const auto& [at, stream] : LiveWithIndex(parts_.Doc.Work().Tracks[shown_->Track].SubStreams)) {
-    streams_->addItem(
-        QStringLiteral("%1: %2, %3").arg(at + 1).arg(Shown(stream.Language), Shown(stream.DisplayMode)),
-        QVariant::fromValue(static_cast<qulonglong>(at)));
-    if (at == shown_->Stream) {
-      streams_->setCurrentIndex(streams_->count() - 1);
-    }
+  if (shown_) {
+    streams_->Show(parts_.Doc.Work().Tracks[shown_->Track], shown_->Stream);
+  } else {
+    streams_->clear();
   }
 }
 
@@ -295,24 +277,19 @@ void SubtitlesPane::ChooseRow(int row) {
   if (missing) {
     parts_.Doc.Speaks().Tell(*missing);
   }
-  const int rate = TrackTimes(parts_.Doc.Work().Tracks[place->Track]).FramesPerSecond;
   if (parts_.View.TrackIndex() == place->Track) {
     if (parts_.View.State().Stream != place->Stream) {
       parts_.View.ToStream(place->Stream);
     }
-    parts_.View.ToFrame(TimecodeToFrames(Stream()->SubPlays[place->Entry].Start, rate));
+    parts_.View.ToFrame(editor_.StartOf(*place));
   }
   isChoosing_ = false;
 }
 
 void SubtitlesPane::Tick(int row, int column, bool on) {
-  if (!shown_) {
-    return;
+  if (shown_) {
+    editor_.Tick({shown_->Track, shown_->Stream, static_cast<std::size_t>(row)}, column, on);
   }
-  const SubtitlePlace place{shown_->Track, shown_->Stream, static_cast<std::size_t>(row)};
-  parts_.Doc.Do([&](EditSession& session, Consent) {
-    return column == SubtitleModel::Forced ? SetForcedMark(session, place, on) : SetUsed(session, place, on);
-  });
 }
 
 std::optional<CellRefusal> SubtitlesPane::Commit(const QModelIndex& index, const QString& text) {
@@ -321,22 +298,7 @@ std::optional<CellRefusal> SubtitlesPane::Commit(const QModelIndex& index, const
   if (stream == nullptr || entry >= stream->SubPlays.size()) {
     return std::nullopt;
   }
-  const int rate = TrackTimes(parts_.Doc.Work().Tracks[shown_->Track]).FramesPerSecond;
-  SubtitleTimes times = TimesOf(*stream, entry, rate);
-  try {
-    if (index.column() == SubtitleModel::Start) {
-      times.Start = FramesIn(text, times.Start, rate);
-    } else if (index.column() == SubtitleModel::Duration) {
-      times.Frames = FramesIn(text, times.Frames, rate);
-    } else {
-      times.Frames = FramesIn(text, times.Start + times.Frames, rate) - times.Start;
-    }
-  } catch (const MessageError& trouble) {
-    return CellRefusal{trouble.What()};
-  }
-  const Outcome outcome = parts_.Doc.Try([&](EditSession& session) {
-    return SetTimes(session, {shown_->Track, shown_->Stream, entry}, times);
-  });
+  const Outcome outcome = editor_.Retime({shown_->Track, shown_->Stream, entry}, index.column(), text);
   if (outcome.IsDone()) {
     GoToEntry(outcome.Key);
   }
@@ -344,26 +306,8 @@ std::optional<CellRefusal> SubtitlesPane::Commit(const QModelIndex& index, const
 }
 
 void SubtitlesPane::SetHere(bool isEnd, bool along) {
-  const auto place = CurrentPlace();
-  if (!place || parts_.View.TrackIndex() != place->Track) {
-    return;
-  }
-  const std::int64_t frame = parts_.View.State().Frame;
-  const int rate = TrackTimes(parts_.Doc.Work().Tracks[place->Track]).FramesPerSecond;
-  SubtitleTimes times = TimesOf(*Stream(), place->Entry, rate);
-  if (isEnd) {
-    times.Frames = frame - times.Start;
-  } else if (along || frame >= times.Start + times.Frames) {
-    times.Start = frame;  // as long as before
-  } else {
-    times.Frames -= frame - times.Start;
-    times.Start = frame;
-  }
-  const auto key = parts_.Doc.Do([&](EditSession& session, Consent) {
-    return along ? SetTimesAlong(session, *place, times) : SetTimes(session, *place, times);
-  });
-  if (key) {
-    GoToEntry(*key);
+  if (const auto place = CurrentPlace()) {
+    GoToEntry(editor_.SetHere(*place, isEnd, along).value_or(""));
   }
 }
 
@@ -376,48 +320,18 @@ void SubtitlesPane::GoToEntry(const std::string& key) {
   }
 }
 
-std::optional<std::string> SubtitlesPane::AskBitmap() {
-  const auto files =
-      parts_.Answers.FilesToOpen("Please select your Subpicture", {{"Pictures", {"bmp", "png"}}}, false);
-  return files.empty() ? std::nullopt : std::optional(parts_.Doc.AsScriptHolds(files.front()));
-}
-
 void SubtitlesPane::AddHere() {
-  const auto track = parts_.View.TrackIndex();
-  if (!track) {
-    return;
-  }
-  const SubtitleStream* const stream = Stream();
-  const SubtitleMoment moment{*track, stream == nullptr ? std::nullopt : std::optional(shown_->Stream),
-                              parts_.View.State().Frame};
-  // Without a stream there is nothing to choose a bitmap for; the operation says so.
-  const auto file = stream == nullptr ? std::optional(std::string()) : AskBitmap();
-  if (!file) {
-    return;
-  }
-  SubPicturePlay settings = colors_->Settings();
-  settings.File = *file;
-  const auto key =
-      parts_.Doc.Do([&](EditSession& session, Consent) { return NewSubtitle(session, moment, settings); });
-  if (key) {
-    GoToEntry(*key);
-  }
+  const auto stream = Stream() == nullptr ? std::nullopt : std::optional(shown_->Stream);
+  GoToEntry(editor_.AddHere(stream, colors_->Settings()).value_or(""));
 }
 
 void SubtitlesPane::ReplaceHere() {
-  const auto place = CurrentPlace();
-  const SubtitleStream* const stream = Stream();
-  if (stream == nullptr) {
+  if (Stream() == nullptr) {
     return;
   }
-  const int rate = TrackTimes(parts_.Doc.Work().Tracks[shown_->Track]).FramesPerSecond;
-  const std::int64_t frame =
-      place ? TimecodeToFrames(stream->SubPlays[place->Entry].Start, rate) : parts_.View.State().Frame;
-  if (const auto file = AskBitmap()) {
-    parts_.Doc.Do([&](EditSession& session, Consent) {
-      return ReplaceBitmap(session, {shown_->Track, shown_->Stream, frame}, *file);
-    });
-  }
+  const auto place = CurrentPlace();
+  editor_.ReplaceAt(
+      {shown_->Track, shown_->Stream, place ? editor_.StartOf(*place) : parts_.View.State().Frame});
 }
 
 }  // namespace quorvelant

@@ -7,14 +7,14 @@
 #include "edit/overlays.h"
 #include "ui/subtitle_model.h"
 #include "window/cell_editor.h"
+#include "window/subtitle_editor.h"
 #include "window/window_parts.h"
-
-class QComboBox;
 
 namespace quorvelant {
 
 class CellTable;
 class SubtitleColors;
+class SubtitleStreamBox;
 
 // Choosing a row takes the viewer to it, and the viewer's entry is marked.
 class SubtitlesPane : public QWidget {
@@ -45,16 +45,15 @@ class SubtitlesPane : public QWidget {
   void ChooseRow(int row);
   void Tick(int row, int column, bool on);
   [[nodiscard]] std::optional<CellRefusal> Commit(const QModelIndex& index, const QString& text);
-  // The start or the end of the current subtitle at the viewer's frame.
   void SetHere(bool isEnd, bool along);
   void AddHere();
   void ReplaceHere();
-  [[nodiscard]] std::optional<std::string> AskBitmap();
   void GoToEntry(const std::string& key);
 
   WindowParts& parts_;
+  SubtitleEditor editor_;
   SubtitleModel model_;
-  QComboBox* streams_ = nullptr;
+  SubtitleStreamBox* streams_ = nullptr;
   CellTable* table_ = nullptr;
   SubtitleColors* colors_ = nullptr;
   std::optional<StreamPlace> shown_;

@@ -7,8 +7,8 @@
 #include <regex>
 #include <string>
 
-#include "desk/edit_options.h"
 #include "base/text.h"
+#include "desk/edit_options.h"
 #include "edit/drop.h"
 #include "edit/live_elements.h"
 #include "edit/segment_files.h"

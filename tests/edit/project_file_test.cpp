@@ -131,5 +131,21 @@ TEST_F(ProjectFile, SourcesAreFoundFromWhereverItIsSaved) {
   EXPECT_TRUE(Ui.Messages.empty());
 }
 
+TEST_F(ProjectFile, WhatLiesBesideANewProjectMovesWithIt) {
+  std::filesystem::create_directory(Folder / "disc");
+  std::filesystem::create_symlink(SampleVideo({.Frames = 75}), Folder / "disc/film.m2v");
+  for (const auto& [file, held] :
+       {std::pair("disc/p.qvp", std::string("film.m2v")), std::pair("p.qvp", std::string("disc/film.m2v"))}) {
+    EditSession fresh(Rules::Players, {});
+    ASSERT_TRUE(NewTrack(fresh, "Motion", "Film").IsDone());
+    ASSERT_TRUE(ImportFile(fresh, "Track.0.Video1", Folder / "disc/film.m2v", Ui, Consent::None).IsDone());
+    for (int saved = 0; saved < 2; ++saved) {
+      ASSERT_TRUE(SaveProjectAs(fresh, Folder / file, Ui));
+      EXPECT_NE(TempFolder::Read(Folder / file).find("=" + held + "\r\n"), std::string::npos)
+          << file << saved;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace quorvelant

@@ -1,3 +1,4 @@
+#include "support/pressed_action.h"
 #include "window/film_wizard.h"
 
 #include <gtest/gtest.h>
@@ -171,7 +172,7 @@ class FilmWizardOver : public testing::Test {
 
   FilmWizard& Wizard() {
     if (window_.findChild<FilmWizard*>() == nullptr) {
-      window_.Parts().Commands.Of(ActionId::NewDiscFromFilms)->trigger();
+      Press(*window_.Parts().Commands.Of(ActionId::NewDiscFromFilms));
     }
     auto* const wizard = window_.findChild<FilmWizard*>();
     EXPECT_TRUE(QTest::qWaitForWindowActive(wizard));
@@ -240,6 +241,8 @@ TEST_F(FilmWizardOver, MakesADiscOfDroppedFilms) {
   Click(QWizard::FinishButton);
   ASSERT_TRUE(IsGone());
   ExpectDisc(films_ / "disc.qvp", 2, true);
+  EXPECT_EQ(TempFolder::Read(films_ / "disc.qvp").find(films_ / ""), std::string::npos)
+      << "its films move with it";
 }
 
 // Where there is nothing to choose, there are no menus; files come by the dialog.

@@ -60,14 +60,10 @@ TEST_P(Flow, NewDiscFromFilms) {
   if (ByKeys()) {
     open.Key(Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
   } else {
-    open.Click(*open.Window.findChild<QPushButton*>());
-    if (open.Dialog() == nullptr) {
-      for (QPushButton* const button : open.Window.findChildren<QPushButton*>()) {
-        if (button->text() == QStringLiteral("New Disc from Films…")) {
-          QTest::mouseClick(button, Qt::LeftButton);
-        }
-      }
-    }
+    const auto buttons = open.Window.findChildren<QPushButton*>();
+    const auto start = std::ranges::find(buttons, QStringLiteral("New Disc from Films…"), &QPushButton::text);
+    ASSERT_TRUE(start != buttons.end() && (*start)->isVisible());  // on the start page
+    open.Click(**start);
   }
   auto* const wizard = qobject_cast<FilmWizard*>(open.Dialog());
   ASSERT_NE(wizard, nullptr);
@@ -202,6 +198,7 @@ TEST_P(Flow, FixASubtitleTime) {
   ASSERT_TRUE(OpenWindow::Wait([&view] { return view.Pictures().size() > 2; }));
   ASSERT_EQ(view.State().Frame, 25);
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);  // an arrow
+  QCoreApplication::sendPostedEvents();
   const std::int64_t frame = view.State().Frame;
   EXPECT_GT(frame, 25);
   QTest::qWait(50);

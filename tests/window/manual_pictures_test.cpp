@@ -18,6 +18,7 @@
 
 #include "open_window.h"
 #include "support/folders.h"
+#include "support/pressed_action.h"
 #include "support/temp_folder.h"
 #include "window/main_window.h"
 
@@ -73,7 +74,7 @@ void Show(MainWindow& window, const std::string& key, const char* pane) {
 }
 
 QDialog* DialogOf(MainWindow& window, ActionId action) {
-  window.Parts().Commands.Of(action)->trigger();
+  Press(*window.Parts().Commands.Of(action));
   QTest::qWait(800);
   for (auto* dialog : window.findChildren<QDialog*>()) {
     if (dialog->isVisible()) {
@@ -96,7 +97,7 @@ QWidget* Author(MainWindow& window) {
 
 QWidget* Subtitles(MainWindow& window) {
   Show(window, "Track.1.Sub1", "Subtitles");
-  window.Parts().Commands.Of(ActionId::NextSubtitle)->trigger();
+  Press(*window.Parts().Commands.Of(ActionId::NextSubtitle));
   Show(window, "Track.1.Sub1", "Subtitles");
   return nullptr;
 }

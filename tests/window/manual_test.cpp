@@ -15,6 +15,7 @@
 #include <set>
 
 #include "support/folders.h"
+#include "support/pressed_action.h"
 #include "support/temp_folder.h"
 #include "window/about_box.h"
 #include "window/actions.h"
@@ -179,7 +180,7 @@ class Help : public testing::Test {
 TEST_F(Help, OpensOneOfEachHoweverOften) {
   for (int round = 0; round < 2; ++round) {
     for (const ActionId id : {ActionId::Manual, ActionId::Shortcuts, ActionId::About}) {
-      actions_.Of(id)->trigger();
+      Press(*actions_.Of(id));
     }
     EXPECT_EQ(CountShown<ManualWindow>(), 1);
     EXPECT_EQ(CountShown<ShortcutSheet>(), 1);
@@ -188,14 +189,14 @@ TEST_F(Help, OpensOneOfEachHoweverOften) {
 }
 
 TEST_F(Help, OpensTheChangeLogFromItsMenuAndFromTheAboutBox) {
-  actions_.Of(ActionId::ChangeLog)->trigger();
+  Press(*actions_.Of(ActionId::ChangeLog));
   auto* manual = window_.findChild<ManualWindow*>();
   EXPECT_EQ(manual->Page().fileName(), "changes.md");
   manual->close();
-  actions_.Of(ActionId::About)->trigger();
+  Press(*actions_.Of(ActionId::About));
   emit window_.findChild<AboutBox*>()->ChangeLogWanted();
   EXPECT_TRUE(manual->isVisible());
-  actions_.Of(ActionId::Manual)->trigger();
+  Press(*actions_.Of(ActionId::Manual));
   EXPECT_EQ(manual->Page().fileName(), "index.md");
 }
 

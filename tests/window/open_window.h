@@ -93,6 +93,7 @@ struct OpenWindow {
   void Click(QWidget& control) {
     ++Steps;
     QTest::mouseClick(&control, Qt::LeftButton);
+    QCoreApplication::sendPostedEvents();
   }
   void ClickRow(QAbstractItemView& view, const QModelIndex& index, bool twice = false) {
     ++Steps;
@@ -113,6 +114,7 @@ struct OpenWindow {
     EXPECT_TRUE(QTest::qWaitForWindowActive(top));
     QWidget* const target = top->focusWidget() != nullptr ? top->focusWidget() : top;
     QTest::keyClick(target, key, modifiers);
+    QCoreApplication::sendPostedEvents();
   }
   static std::unique_ptr<QMimeData> FilesOf(const std::vector<std::string>& files) {
     auto data = std::make_unique<QMimeData>();

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "platform/platform_pictures.h"
+#include "support/pressed_action.h"
 #include "support/scripted_answers.h"
 #include "window/icons.h"
 #include "window/window_parts.h"
@@ -40,7 +41,7 @@ class PaneBench {
     Commands.Refresh();
     QCoreApplication::sendPostedEvents();
     EXPECT_TRUE(Commands.Of(id)->isEnabled()) << Commands.Of(id)->text().toStdString();
-    Commands.Of(id)->trigger();
+    quorvelant::Press(*Commands.Of(id));
   }
 
   ScriptedAnswers Answers;

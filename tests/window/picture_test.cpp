@@ -1,7 +1,10 @@
 #include <fmt/format.h>
 
+#include <QAccessible>
+#include <QDockWidget>
 #include <QDropEvent>
 #include <QMimeData>
+#include <functional>
 
 #include "desk/project_findings.h"
 #include "edit/button_edits.h"
@@ -13,7 +16,9 @@
 #include "model/highlight_groups.h"
 #include "model/keys.h"
 #include "picture_window.h"
+#include "support/pressed_action.h"
 #include "ui/tree_model.h"
+#include "window/buttons_pane.h"
 
 namespace quorvelant {
 namespace {
@@ -100,6 +105,73 @@ TEST(PicturePane, EditsButtonsByTheMouse) {
   EXPECT_EQ(window.Told, "");
 }
 
+// A drag makes a button only where one is likely meant; elsewhere it says how one is made.
+TEST(PicturePane, DrawsOnlyWhereButtonsAreMeant) {
+  constexpr std::size_t Film = 1;
+  const struct {
+    const char* Where;
+    std::function<void(PictureWindow&)> Prepare;
+    bool IsMeant;
+  } cases[] = {
+      {"a film", [](PictureWindow&) {}, false},
+      {"a film in a menu",
+       [](PictureWindow& window) {
+         ASSERT_TRUE(
+             Drop(window.Doc.Session(), {.Track = Film, .Scene = {}}, "VTS2.LANGUAGE1.PGC1").IsDone());
+       },
+       true},
+      {"beside the buttons",
+       [](PictureWindow& window) {
+         auto* const dock = new QDockWidget(&window.Frame);
+         dock->setWidget(new ButtonsPane(window.Parts));
+         window.Frame.addDockWidget(Qt::BottomDockWidgetArea, dock);
+         window.Frame.resize(1000, 1100);
+         window.Settle();
+       },
+       true},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.Where);
+    PictureWindow window;
+    window.Show(Film);
+    test.Prepare(window);
+    QString status;
+    QObject::connect(&window.Speaks, &Voice::StatusTold, [&status](const QString& words) { status = words; });
+    window.Drag(window.At(100, 100), window.At(101, 100));  // a click
+    EXPECT_FALSE(status.contains("New Button")) << status.toStdString();
+    window.Drag(window.At(100, 100), window.At(200, 200));
+    EXPECT_EQ(!window.Doc.Work().Tracks[Film].HighlightPlays.empty(), test.IsMeant) << window.Told;
+    EXPECT_EQ(status.contains("New Button in the menu Track"), !test.IsMeant) << status.toStdString();
+    EXPECT_EQ(window.Doc.Session().CanUndo(), test.IsMeant);
+  }
+}
+
+// What is read out is what is seen; what a user writes may leave blanks.
+TEST(PicturePane, TellsAndTakesTimes) {
+  PictureWindow window;
+  window.Show(1);
+  QLineEdit* time = nullptr;
+  for (QLineEdit* const line : window.Pane->findChildren<QLineEdit*>()) {
+    time = line->accessibleName() == "Time" ? line : time;
+  }
+  ASSERT_NE(time, nullptr);
+  const auto heard = [time] {
+    return QAccessible::queryAccessibleInterface(time)->text(QAccessible::Value).toStdString();
+  };
+  window.Look.ToFrame(34);
+  EXPECT_EQ(heard(), "00:00:01:09");
+  time->setFocus();
+  time->setCursorPosition(0);
+  QTest::keyClicks(time, "00000300\r");
+  EXPECT_EQ(window.Look.State().Frame, 75);
+  EXPECT_EQ(heard(), "00:00:03:00");
+  time->selectAll();
+  QTest::keyClick(time, Qt::Key_Delete);
+  QTest::keyClicks(time, "000002\r");
+  EXPECT_EQ(window.Look.State().Frame, 50);
+  EXPECT_EQ(heard(), "00:00:02:00");
+}
+
 TEST(PicturePane, EditsButtonsByKeys) {
   PictureWindow window;
   window.Show(Menu);
@@ -182,7 +254,7 @@ TEST(PicturePane, MakesButtonsOfElements) {
   EXPECT_TRUE(window.Doc.Work().SameContent(before));
   // By keys the same: among what can be reached from there, each once.
   window.Answers.Chosen.push_back(3);
-  window.Commands.Of(ActionId::NewButton)->trigger();
+  Press(*window.Commands.Of(ActionId::NewButton));
   EXPECT_EQ(window.Answers.Choices,
             (std::vector<std::string>{"Nothing yet", "PGC VMG_English_PGC1", "Chapter VMG_English_PGC1_PG1",
                                       "PGC VTS1_English_PGC1", "Title VTS1_Title1", "Title VTS1_Title2",
