@@ -1,0 +1,16 @@
+// Reads one IFO and checks it against its own layout.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "verify/disc_finding.h"
+#include "verify/ifo_tables.h"
+
+namespace quorvelant {
+
+// Any bytes do. Nothing for what does not begin as an IFO does; that is found, too.
+[[nodiscard]] std::optional<IfoTables> ReadIfoTables(const std::string& file, int set, Bytes data,
+                                                     DiscFindings& findings);
+
+}  // namespace quorvelant
