@@ -18,6 +18,7 @@
 #include "app/command_probe.h"
 #include "app/command_still.h"
 #include "app/command_subtitles.h"
+#include "app/command_verify.h"
 #include "app/command_wizard.h"
 #include "app/messages.h"
 #include "base/message_error.h"
@@ -49,6 +50,7 @@ void AddCommands(CLI::App& program, CommandContext& context) {
   AddWizardCommand(program, context);
   AddEditCommand(program, context);
   AddProbeCommand(program, context);
+  AddVerifyCommand(program, context);
   AddIndexCommand(program, context);
   AddCommandCommand(program, context);
   AddSubtitlesCommand(program, context);

@@ -20,6 +20,7 @@
 #include "base/random.h"
 #include "verify/named_files.h"
 #include "verify/read_back.h"
+#include "verify/verify_disc.h"
 
 namespace quorvelant {
 namespace {
@@ -150,6 +151,19 @@ bool ReadsBack(const AuthorRun& run, const std::string& folder) {
   return TellAll(run, ReadBack(folder, run.Ui));
 }
 
+// What is wrong keeps the disc from its place; notes do not.
+bool IsProven(const AuthorRun& run, const std::string& folder) {
+  if (run.Order.DryRun || !run.Order.Verify) {
+    return true;
+  }
+  run.Ui.Status(VerifyingStatus);
+  const VerifyResult result = VerifyDisc(folder, run.Ui);
+  for (const DiscFinding& finding : result.Findings.All()) {
+    run.Ui.Tell(MessageOfFinding(finding, folder));
+  }
+  return !result.Findings.HasFaults() && !result.Stopped;
+}
+
 bool Place(const AuthorRun& run, Target& target) {
   return !target.Aside || target.Aside->Place(run.Ui, run.Order.Sync);
 }
@@ -167,7 +181,10 @@ AuthorOutcome MakeDisc(const AuthorRun& run) {
   if (written != AuthorOutcome::Done) {
     return written;
   }
-  const bool placed = ReadsBack(run, target->Folder) && WarningsAllow(run) && Place(run, *target);
+  if (!ReadsBack(run, target->Folder) || !IsProven(run, target->Folder)) {
+    return run.Order.Verify && run.Ui.StopRequested() ? AuthorOutcome::Stopped : AuthorOutcome::Failed;
+  }
+  const bool placed = WarningsAllow(run) && Place(run, *target);
   return placed ? AuthorOutcome::Done : AuthorOutcome::Failed;
 }
 

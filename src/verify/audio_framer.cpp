@@ -89,7 +89,8 @@ std::size_t AudioFramer::MeasureMpeg(ByteView data) {
   const auto word = static_cast<std::uint32_t>(GetBytes(data, 0, 4));
   const unsigned layer = 4 - (word >> 17U & 3U);
   const unsigned index = word >> 12U & 15U;
-  if (word >> 19U != 0x1FFF || (word >> 10U & 3U) != 1 || (layer != 1 && layer != 2) || index == 0 || index == 15) {
+  if (word >> 19U != 0x1FFF || (word >> 10U & 3U) != 1 || (layer != 1 && layer != 2) || index == 0 ||
+      index == 15) {
     return 0;
   }
   traits_.Channels = (word >> 6U & 3U) == 3 ? 1 : 2;
@@ -135,7 +136,7 @@ bool AudioFramer::FinishCut(ByteView payload) {
   return true;
 }
 
-const std::vector<FrameStart>& AudioFramer::Feed(ByteView payload, std::optional<std::size_t> pointer) {
+const std::vector<AudioFrameStart>& AudioFramer::Feed(ByteView payload, std::optional<std::size_t> pointer) {
   starts_.clear();
   cut_.reset();
   if (!carry_.empty() && !FinishCut(payload)) {

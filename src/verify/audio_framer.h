@@ -15,13 +15,13 @@ enum class AudioCoding { Ac3, Dts, Lpcm, Mpeg, Unknown };
 [[nodiscard]] AudioCoding CodingOf(unsigned stream);
 
 // What the headers of the frames say.
-struct AudioTraits {
+struct SoundTraits {
   int Channels = 0;  // 0 where nothing says so
   int Bits = 0;      // of LPCM
   int Rate = 48000;
 };
 
-struct FrameStart {
+struct AudioFrameStart {
   std::size_t At = 0;    // byte of the payload
   std::size_t Size = 0;  // bytes of the frame; 0 while its header is not whole
 };
@@ -35,11 +35,11 @@ class AudioFramer {
 
   // The frames that start in this payload. `pointer` is the first of them as the packet says, used where no
   // frame is under way.
-  const std::vector<FrameStart>& Feed(ByteView payload, std::optional<std::size_t> pointer);
+  const std::vector<AudioFrameStart>& Feed(ByteView payload, std::optional<std::size_t> pointer);
 
-  [[nodiscard]] int Lost() const { return lost_; }  // times that no frame began where the one before ended
+  [[nodiscard]] int Lost() const { return lost_; }    // times that no frame began where the one before ended
   [[nodiscard]] int Ticks() const { return ticks_; }  // 90 kHz, of a frame
-  [[nodiscard]] const AudioTraits& Traits() const { return traits_; }
+  [[nodiscard]] const SoundTraits& Traits() const { return traits_; }
   // The size of the frame whose header was cut by the end of the payload before; once.
   [[nodiscard]] std::optional<std::size_t> CutFrame() const { return cut_; }
 
@@ -53,14 +53,14 @@ class AudioFramer {
   bool FinishCut(ByteView payload);
 
   AudioCoding coding_;
-  AudioTraits traits_;
+  SoundTraits traits_;
   int ticks_ = 0;
   int lost_ = 0;
   std::size_t lpcmBytes_ = 0;
   Bytes carry_;                      // a header that was cut
   std::optional<std::size_t> next_;  // where the next frame starts in what comes
   std::optional<std::size_t> cut_;
-  std::vector<FrameStart> starts_;
+  std::vector<AudioFrameStart> starts_;
 };
 
 }  // namespace quorvelant

@@ -68,7 +68,7 @@ void AudioWalk::Feed(const ScannedPacket& packet) {
   buffer_.Settle();
 }
 
-void AudioWalk::CheckHeader(const ScannedPacket& packet, const std::vector<FrameStart>& starts,
+void AudioWalk::CheckHeader(const ScannedPacket& packet, const std::vector<AudioFrameStart>& starts,
                             std::size_t skipped) const {
   if (packet.Payload[1] != starts.size()) {
     teller_->Tell(message::AudioBroken, packet.Sector, packet.At + 1, name_, "number of frame headers",
@@ -77,8 +77,8 @@ void AudioWalk::CheckHeader(const ScannedPacket& packet, const std::vector<Frame
   const std::size_t said = GetBytes(packet.Payload, 2, 2);
   const std::size_t wanted = starts.empty() ? 0 : starts.front().At + skipped - 3;
   if (said != wanted) {
-    teller_->Tell(starts.empty() ? message::AudioLoose : message::AudioBroken, packet.Sector, packet.At + 2, name_,
-                  "first access unit pointer", wanted, said);
+    teller_->Tell(starts.empty() ? message::AudioLoose : message::AudioBroken, packet.Sector, packet.At + 2,
+                  name_, "first access unit pointer", wanted, said);
   }
 }
 
@@ -94,10 +94,12 @@ void AudioWalk::CheckNumber(const ScannedPacket& packet, std::size_t starts) {
 }
 
 // Frames follow on one another in time.
-void AudioWalk::Time(const ScannedPacket& packet, const std::vector<FrameStart>& starts, std::uint64_t at) {
+void AudioWalk::Time(const ScannedPacket& packet, const std::vector<AudioFrameStart>& starts,
+                     std::uint64_t at) {
   if (starts.empty()) {
     if (packet.Pts) {
-      teller_->Tell(message::StampWrong, packet.Sector, 0, name_, "PTS", "none where no frame starts", *packet.Pts);
+      teller_->Tell(message::StampWrong, packet.Sector, 0, name_, "PTS", "none where no frame starts",
+                    *packet.Pts);
     }
     return;
   }
@@ -105,15 +107,15 @@ void AudioWalk::Time(const ScannedPacket& packet, const std::vector<FrameStart>&
   if (!packet.Pts) {
     teller_->Tell(message::StampLoose, packet.Sector, 0, name_, "PTS", "one where a frame starts", "none");
   } else if (std::abs(std::int64_t{*packet.Pts} - time) > 1) {
-    teller_->Tell(message::StampWrong, packet.Sector, 0, name_, "PTS", fmt::format("{} by the frames before", time),
-                  *packet.Pts);
+    teller_->Tell(message::StampWrong, packet.Sector, 0, name_, "PTS",
+                  fmt::format("{} by the frames before", time), *packet.Pts);
     time = *packet.Pts;
   }
   firstPts_ = firstPts_.value_or(time);
   if (packet.Pts) {
     starts_.push_back({packet.Sector, static_cast<std::uint32_t>(time)});
   }
-  for (const FrameStart& start : starts) {
+  for (const AudioFrameStart& start : starts) {
     if (start.Size != 0) {
       buffer_.AddUnit(at + start.At + start.Size, time * ClockTicks);
     } else {

@@ -29,15 +29,16 @@ class AudioWalk {
   void EndVob();
 
   [[nodiscard]] const std::vector<AudioPackStart>& Starts() const { return starts_; }
-  [[nodiscard]] const AudioTraits& Traits() const { return framer_.Traits(); }
+  [[nodiscard]] const SoundTraits& Traits() const { return framer_.Traits(); }
   [[nodiscard]] int FrameTicks() const { return framer_.Ticks(); }
   [[nodiscard]] DecoderBuffer& Buffer() { return buffer_; }
   [[nodiscard]] std::optional<std::int64_t> FirstPts() const { return firstPts_; }
 
  private:
-  void CheckHeader(const ScannedPacket& packet, const std::vector<FrameStart>& starts, std::size_t skipped) const;
+  void CheckHeader(const ScannedPacket& packet, const std::vector<AudioFrameStart>& starts,
+                   std::size_t skipped) const;
   void CheckNumber(const ScannedPacket& packet, std::size_t starts);
-  void Time(const ScannedPacket& packet, const std::vector<FrameStart>& starts, std::uint64_t at);
+  void Time(const ScannedPacket& packet, const std::vector<AudioFrameStart>& starts, std::uint64_t at);
 
   const VobTeller* teller_;
   unsigned stream_;
@@ -51,7 +52,7 @@ class AudioWalk {
     std::uint64_t At;
     std::int64_t Time;
   };
-  std::optional<CutUnit> cut_;  // a frame whose header was cut
+  std::optional<CutUnit> cut_;      // a frame whose header was cut
   std::optional<unsigned> number_;  // of the next LPCM frame, in groups of 20
   std::uint32_t lastSector_ = 0;
 };

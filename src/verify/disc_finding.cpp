@@ -30,7 +30,7 @@ Message MessageOfFinding(const DiscFinding& finding, const std::string& disc) {
 void DiscFindings::Add(const MessageKind& kind, DiscSpot spot, std::string table, std::string_view field,
                        std::string expected, std::string seen) {
   Listed& listed = listed_[{&kind, spot.File, std::string(field)}];
-  if (++listed.Count > MostListed) {
+  if (++listed.Count > (kind.Level == Severity::Information ? MostNotes : MostListed)) {
     ++findings_[listed.Last].More;
     return;
   }

@@ -43,6 +43,7 @@ struct DiscFinding {
 class DiscFindings {
  public:
   static constexpr std::size_t MostListed = 8;
+  static constexpr std::size_t MostNotes = 2;
 
   void Add(const MessageKind& kind, DiscSpot spot, std::string table, std::string_view field,
            std::string expected, std::string seen);

@@ -45,28 +45,33 @@ std::optional<int> SetOfName(const std::string& name, DiscFindings& findings) {
   return set;
 }
 
-void AddVob(VobFiles& files, const SourceFile* file, DiscFindings& findings) {
+void AddVob(VobSetFiles& files, const DiscSourceFile* file, DiscFindings& findings) {
   if (file->Size > MostVobBytes) {
-    Wrong(file->Name, "size", fmt::format("at most {} bytes", MostVobBytes), std::to_string(file->Size), findings);
+    Wrong(file->Name, "size", fmt::format("at most {} bytes", MostVobBytes), std::to_string(file->Size),
+          findings);
   }
   files.Files.push_back({file, files.Sectors(), static_cast<std::uint32_t>(file->Size / SectorBytes)});
 }
 
 DiscDomain DomainOf(int set, const DiscSource& source, DiscFindings& findings) {
   const std::string base = IfoBaseName(static_cast<std::size_t>(set));
-  DiscDomain domain{.Set = set, .Ifo = source.Find(base + ".IFO"), .Bup = source.Find(base + ".BUP"), .Menus = {}, .Titles = {}};
+  DiscDomain domain{.Set = set,
+                    .Ifo = source.Find(base + ".IFO"),
+                    .Bup = source.Find(base + ".BUP"),
+                    .Menus = {},
+                    .Titles = {}};
   for (const auto& [file, extension] : {std::pair{domain.Ifo, ".IFO"}, std::pair{domain.Bup, ".BUP"}}) {
     if (file == nullptr) {
       Wrong(base + extension, "", "the file", "none", findings);
     }
   }
-  if (const SourceFile* menu = source.Find(base + ".VOB")) {
+  if (const DiscSourceFile* menu = source.Find(base + ".VOB")) {
     AddVob(domain.Menus, menu, findings);
   }
   bool gap = false;
   for (int number = 1; set > 0 && number <= 9; ++number) {
     const std::string name = fmt::format("VTS_{:02}_{}.VOB", set, number);
-    const SourceFile* vob = source.Find(name);
+    const DiscSourceFile* vob = source.Find(name);
     if (vob != nullptr && gap) {
       Wrong(name, "name", "VOBs numbered in a row from 1", name, findings);
     } else if (vob != nullptr) {
@@ -80,7 +85,7 @@ DiscDomain DomainOf(int set, const DiscSource& source, DiscFindings& findings) {
   return domain;
 }
 
-std::uint32_t SectorsOf(const SourceFile* file) {
+std::uint32_t SectorsOf(const DiscSourceFile* file) {
   return file != nullptr ? static_cast<std::uint32_t>(file->Size / SectorBytes) : 0;
 }
 
@@ -88,7 +93,7 @@ std::uint32_t SectorsOf(const SourceFile* file) {
 
 std::vector<DiscDomain> DomainsOf(const DiscSource& source, DiscFindings& findings) {
   int sets = 0;
-  for (const SourceFile& file : source.Files()) {
+  for (const DiscSourceFile& file : source.Files()) {
     const auto set = SetOfName(file.Name, findings);
     sets = std::max(sets, set.value_or(0));
     if (set && (file.Size == 0 || file.Size % SectorBytes != 0)) {
@@ -108,26 +113,29 @@ void CheckLayout(const DiscDomain& domain, const IfoTables& tables, DiscFindings
   const std::uint32_t ifo = SectorsOf(domain.Ifo);
   const std::uint32_t menus = domain.Menus.Sectors();
   const std::uint32_t titles = domain.Titles.Sectors();
-  const auto compare = [&](std::size_t offset, const char* field, std::uint32_t expected, std::uint32_t seen) {
+  const auto compare = [&](std::size_t offset, const char* field, std::uint32_t expected,
+                           std::uint32_t seen) {
     if (seen != expected) {
       // Room between the files is filled up when an image is made.
       const bool padded = seen > expected && !tables.IsOurs && !domain.Ifo->FirstSector;
-      teller.Tell(padded ? message::LayoutLoose : message::LayoutWrong, static_cast<std::uint32_t>(offset), table, field,
-                  expected, seen);
+      teller.Tell(padded ? message::LayoutLoose : message::LayoutWrong, static_cast<std::uint32_t>(offset),
+                  table, field, expected, seen);
     }
   };
-  const auto placed = [&](const SourceFile* file, std::uint32_t inFolder) {
+  const auto placed = [&](const DiscSourceFile* file, std::uint32_t inFolder) {
     return file != nullptr && file->FirstSector ? *file->FirstSector - *domain.Ifo->FirstSector : inFolder;
   };
-  const SourceFile* menu = domain.Menus.Files.empty() ? nullptr : domain.Menus.Files.front().File;
+  const DiscSourceFile* menu = domain.Menus.Files.empty() ? nullptr : domain.Menus.Files.front().File;
   if (menu == nullptr || tables.MenuStart == 0) {
-    compare(vtsi::MenuVobs.Offset, tables.IsManager() ? "VMGM_VOBS_SA" : "VTSM_VOBS_SA", menu == nullptr ? 0 : ifo,
-            tables.MenuStart);
+    compare(vtsi::MenuVobs.Offset, tables.IsManager() ? "VMGM_VOBS_SA" : "VTSM_VOBS_SA",
+            menu == nullptr ? 0 : ifo, tables.MenuStart);
   } else {
-    compare(vtsi::MenuVobs.Offset, tables.IsManager() ? "VMGM_VOBS_SA" : "VTSM_VOBS_SA", placed(menu, ifo), tables.MenuStart);
+    compare(vtsi::MenuVobs.Offset, tables.IsManager() ? "VMGM_VOBS_SA" : "VTSM_VOBS_SA", placed(menu, ifo),
+            tables.MenuStart);
   }
   if (!tables.IsManager() && !domain.Titles.Files.empty()) {
-    compare(vtsi::TitleVobs.Offset, "VTSTT_VOBS_SA", placed(domain.Titles.Files.front().File, ifo + menus), tables.TitleStart);
+    compare(vtsi::TitleVobs.Offset, "VTSTT_VOBS_SA", placed(domain.Titles.Files.front().File, ifo + menus),
+            tables.TitleStart);
   }
   const std::uint32_t bup = SectorsOf(domain.Bup);
   compare(vtsi::SetLast.Offset, tables.IsManager() ? "VMG_EA" : "VTS_EA",
@@ -140,7 +148,8 @@ void CheckLayout(const DiscDomain& domain, const IfoTables& tables, DiscFindings
     }
   }
   const bool placedInImage = domain.Ifo->FirstSector && domain.Bup != nullptr && domain.Bup->FirstSector;
-  if (placedInImage && *domain.Bup->FirstSector / EccSectors <= (*domain.Ifo->FirstSector + ifo - 1) / EccSectors) {
+  if (placedInImage &&
+      *domain.Bup->FirstSector / EccSectors <= (*domain.Ifo->FirstSector + ifo - 1) / EccSectors) {
     findings.Add(message::LayoutLoose, {.File = domain.Bup->Name}, "image", "ECC block",
                  "a block after that of the IFO", "the same");
   }
@@ -148,14 +157,14 @@ void CheckLayout(const DiscDomain& domain, const IfoTables& tables, DiscFindings
 
 void CheckPlaces(const std::vector<DiscDomain>& domains, const IfoTables& manager, DiscFindings& findings) {
   const IfoTeller teller(manager.Name, findings);
-  const SourceFile* first = domains.front().Ifo;
+  const DiscSourceFile* first = domains.front().Ifo;
   for (const IfoTitle& title : manager.Titles) {
     const bool known = title.Set >= 1 && title.Set < static_cast<int>(domains.size());
-    const SourceFile* ifo = known ? domains[static_cast<std::size_t>(title.Set)].Ifo : nullptr;
+    const DiscSourceFile* ifo = known ? domains[static_cast<std::size_t>(title.Set)].Ifo : nullptr;
     if (ifo != nullptr && ifo->FirstSector && first->FirstSector &&
         *ifo->FirstSector != *first->FirstSector + title.SetStart) {
-      teller.Tell(message::LayoutWrong, title.At + static_cast<std::uint32_t>(title_entry::SetStart.Offset), "TT_SRPT",
-                  "VTS_SA", *ifo->FirstSector - *first->FirstSector, title.SetStart);
+      teller.Tell(message::LayoutWrong, title.At + static_cast<std::uint32_t>(title_entry::SetStart.Offset),
+                  "TT_SRPT", "VTS_SA", *ifo->FirstSector - *first->FirstSector, title.SetStart);
     }
   }
 }

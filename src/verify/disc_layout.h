@@ -13,10 +13,10 @@ namespace quorvelant {
 // The Video Manager, or one title set.
 struct DiscDomain {
   int Set = 0;  // 0 is the Video Manager
-  const SourceFile* Ifo = nullptr;
-  const SourceFile* Bup = nullptr;
-  VobFiles Menus;
-  VobFiles Titles;
+  const DiscSourceFile* Ifo = nullptr;
+  const DiscSourceFile* Bup = nullptr;
+  VobSetFiles Menus;
+  VobSetFiles Titles;
 };
 
 // The manager first, then the title sets up to the highest number that a file names. Names and sizes are

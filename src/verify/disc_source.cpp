@@ -13,14 +13,14 @@ namespace {
 class FolderSource : public DiscSource {
  public:
   FolderSource(std::string folder, Disk& disk) : folder_(std::move(folder)), disk_(&disk) {
-    std::vector<SourceFile> files;
+    std::vector<DiscSourceFile> files;
     for (const DiscFile& file : ListFiles(folder_)) {
       files.push_back({.Name = file.Name, .Size = file.Size});
     }
     SetFiles(std::move(files));
   }
 
-  std::size_t Read(const SourceFile& file, std::uint64_t offset, ByteSpan target) override {
+  std::size_t Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) override {
     if (!open_ || openName_ != file.Name) {
       open_ = disk_->Open(folder_ + "/" + file.Name, FileAccess::Read);
       openName_ = file.Name;
@@ -44,14 +44,14 @@ class FolderSource : public DiscSource {
 
 }  // namespace
 
-const SourceFile* DiscSource::Find(const std::string& name) const {
-  const auto found = std::ranges::lower_bound(files_, name, {}, &SourceFile::Name);
+const DiscSourceFile* DiscSource::Find(const std::string& name) const {
+  const auto found = std::ranges::lower_bound(files_, name, {}, &DiscSourceFile::Name);
   return found != files_.end() && found->Name == name ? &*found : nullptr;
 }
 
-void DiscSource::SetFiles(std::vector<SourceFile> files) {
+void DiscSource::SetFiles(std::vector<DiscSourceFile> files) {
   files_ = std::move(files);
-  std::ranges::sort(files_, {}, &SourceFile::Name);
+  std::ranges::sort(files_, {}, &DiscSourceFile::Name);
 }
 
 std::unique_ptr<DiscSource> OpenDisc(const std::string& path, DiscFindings& findings, Disk& disk) {

@@ -14,9 +14,9 @@
 namespace quorvelant {
 
 // A file of VIDEO_TS.
-struct SourceFile {
+struct DiscSourceFile {
   std::string Name;
-  std::uint64_t Size = 0;                        // bytes
+  std::uint64_t Size = 0;                         // bytes
   std::optional<std::uint32_t> FirstSector = {};  // of an image
 };
 
@@ -28,16 +28,16 @@ class DiscSource {
   virtual ~DiscSource() = default;
 
   // By name.
-  [[nodiscard]] const std::vector<SourceFile>& Files() const { return files_; }
-  [[nodiscard]] const SourceFile* Find(const std::string& name) const;
+  [[nodiscard]] const std::vector<DiscSourceFile>& Files() const { return files_; }
+  [[nodiscard]] const DiscSourceFile* Find(const std::string& name) const;
   // Reads from byte `offset` of a file; returns the bytes read, fewer only at its end. Raises FileError.
-  virtual std::size_t Read(const SourceFile& file, std::uint64_t offset, ByteSpan target) = 0;
+  virtual std::size_t Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) = 0;
 
  protected:
-  void SetFiles(std::vector<SourceFile> files);
+  void SetFiles(std::vector<DiscSourceFile> files);
 
  private:
-  std::vector<SourceFile> files_;
+  std::vector<DiscSourceFile> files_;
 };
 
 // Opens what `path` is: a VIDEO_TS folder, a folder that holds one, or an image. An image that cannot be

@@ -12,8 +12,8 @@ namespace {
 constexpr std::size_t ButtonsAt = 187;
 constexpr std::size_t ButtonBytes = 18;
 constexpr unsigned MostButtons = 36;
-constexpr unsigned KeepsButton = 63;         // of a forced button
-constexpr std::size_t MostKept = 10000;      // highlights of a VOB set
+constexpr unsigned KeepsButton = 63;     // of a forced button
+constexpr std::size_t MostKept = 10000;  // highlights of a VOB set
 constexpr std::uint32_t ForEver = 0xFFFFFFFF;
 
 // HLI_SS.
@@ -24,7 +24,8 @@ constexpr unsigned Same = 2;
 }  // namespace
 
 template <class Expected, class Seen>
-void HighlightCheck::Bad(std::size_t offset, std::string_view field, const Expected& expected, const Seen& seen) const {
+void HighlightCheck::Bad(std::size_t offset, std::string_view field, const Expected& expected,
+                         const Seen& seen) const {
   teller_->Tell(message::HighlightWrong, sector_, offset, "HLI", field, expected, seen);
 }
 
@@ -75,7 +76,8 @@ void HighlightCheck::CheckGeneral(ByteView nav, const VobuFacts& vobu) const {
   }
   const unsigned most = MostButtons / groups;
   if (count < 1 || count > most || at(nav::BtnNs.Offset) > 0x3F) {
-    Bad(nav::BtnNs.Offset, nav::BtnNs.Name, fmt::format("1 to {} in {} groups", most, groups), at(nav::BtnNs.Offset));
+    Bad(nav::BtnNs.Offset, nav::BtnNs.Name, fmt::format("1 to {} in {} groups", most, groups),
+        at(nav::BtnNs.Offset));
     return;
   }
   if (at(nav::NslBtnNs.Offset) > count) {
@@ -134,7 +136,8 @@ void HighlightCheck::CheckGroups(ByteView nav, unsigned groups) const {
   }
 }
 
-void HighlightCheck::CheckButton(ByteView nav, std::size_t at, const std::string& name, unsigned count) const {
+void HighlightCheck::CheckButton(ByteView nav, std::size_t at, const std::string& name,
+                                 unsigned count) const {
   const auto byte = [&](std::size_t offset) { return unsigned{nav[at + offset]}; };
   const unsigned left = (byte(0) & 0x3FU) << 4U | byte(1) >> 4U;
   const unsigned right = (byte(1) & 3U) << 8U | byte(2);

@@ -82,7 +82,8 @@ class ChainReader {
       return;
     }
     if (view_.Word(at + pgc_commands::Last.Offset) != bytes - 1) {
-      Bad(at + pgc_commands::Last.Offset, "PGC_CMDT_EA", bytes - 1, view_.Word(at + pgc_commands::Last.Offset));
+      Bad(at + pgc_commands::Last.Offset, "PGC_CMDT_EA", bytes - 1,
+          view_.Word(at + pgc_commands::Last.Offset));
     }
     std::size_t next = at + pgc_commands::Size;
     std::array lists{&chain_.Pre, &chain_.Post, &chain_.CellCommands};
@@ -144,18 +145,19 @@ class ChainReader {
 
   void ReadCell(std::size_t index, std::size_t play, std::size_t position) {
     using namespace cell_playback;  // NOLINT(google-build-using-namespace): the rows of one record
-    const IfoCell cell{.At = view_.At(play),
-                       .Number = static_cast<int>(index) + 1,
-                       .Category = static_cast<std::uint8_t>(view_.Byte(play)),
-                       .StillTime = static_cast<std::uint8_t>(view_.Byte(play + StillTime.Offset)),
-                       .Command = static_cast<std::uint8_t>(view_.Byte(play + Command.Offset)),
-                       .Time = {view_.Long(play + PlaybackTime.Offset)},
-                       .First = view_.Long(play + FirstVobu.Offset),
-                       .FirstIlvuEnd = view_.Long(play + FirstIlvuEnd.Offset),
-                       .LastVobu = view_.Long(play + LastVobu.Offset),
-                       .Last = view_.Long(play + LastSector.Offset),
-                       .VobId = view_.Word(position),
-                       .CellId = static_cast<std::uint8_t>(view_.Byte(position + cell_position::CellId.Offset))};
+    const IfoCell cell{
+        .At = view_.At(play),
+        .Number = static_cast<int>(index) + 1,
+        .Category = static_cast<std::uint8_t>(view_.Byte(play)),
+        .StillTime = static_cast<std::uint8_t>(view_.Byte(play + StillTime.Offset)),
+        .Command = static_cast<std::uint8_t>(view_.Byte(play + Command.Offset)),
+        .Time = {view_.Long(play + PlaybackTime.Offset)},
+        .First = view_.Long(play + FirstVobu.Offset),
+        .FirstIlvuEnd = view_.Long(play + FirstIlvuEnd.Offset),
+        .LastVobu = view_.Long(play + LastVobu.Offset),
+        .Last = view_.Long(play + LastSector.Offset),
+        .VobId = view_.Word(position),
+        .CellId = static_cast<std::uint8_t>(view_.Byte(position + cell_position::CellId.Offset))};
     const std::string name = fmt::format("{} cell {}", name_, cell.Number);
     teller_->CheckReserved(cell_position::Rows, view_.Sub(position, cell_position::Size), name);
     const auto bad = [&](std::size_t offset, const char* field, const auto& expected, const auto& seen) {
@@ -169,7 +171,8 @@ class ChainReader {
       bad(Command.Offset, "C_CAT.CMD_N", fmt::format("at most {}", chain_.CellCommands.size()), cell.Command);
     }
     if (cell.BlockType() > 1 || (cell.BlockMode() == 0) != (cell.BlockType() == 0)) {
-      bad(0, "C_CAT", "block mode and type of an angle block, or of none", fmt::format("0x{:02X}", cell.Category));
+      bad(0, "C_CAT", "block mode and type of an angle block, or of none",
+          fmt::format("0x{:02X}", cell.Category));
     }
     chain_.Cells.push_back(cell);
   }
@@ -190,8 +193,8 @@ class ChainReader {
     for (const IfoCell& cell : chain_.Cells) {
       const bool goesOn = cell.BlockMode() == 2 || cell.BlockMode() == 3;
       if (goesOn != inside) {
-        Bad(cell.At - view_.At(), "C_CAT", inside ? "a cell of the open block" : "no open block to go on with",
-            cell.BlockMode());
+        Bad(cell.At - view_.At(), "C_CAT",
+            inside ? "a cell of the open block" : "no open block to go on with", cell.BlockMode());
       }
       inside = cell.BlockMode() == 1 || cell.BlockMode() == 2;
     }
@@ -208,7 +211,8 @@ class ChainReader {
       frames += cell.BlockMode() < 2 ? cell.Time.Frames() : 0;
       rate = cell.Time.Rate() != 0 ? cell.Time.Rate() : rate;
     }
-    if (chain_.Time.IsValid() && (chain_.Time.Frames() != frames || (frames > 0 && chain_.Time.Rate() != rate))) {
+    if (chain_.Time.IsValid() &&
+        (chain_.Time.Frames() != frames || (frames > 0 && chain_.Time.Rate() != rate))) {
       Bad(pgc::PlaybackTime.Offset, "PGC_PB_TM", fmt::format("{} frames at {}/s as its cells", frames, rate),
           fmt::format("{} frames at {}/s", chain_.Time.Frames(), chain_.Time.Rate()));
     }
@@ -247,7 +251,8 @@ std::vector<IfoChain> ReadIfoChains(const IfoView& table, const std::string& nam
       chains.push_back({.At = table.At(at), .Number = number});
       continue;
     }
-    auto [chain, bytes] = ReadIfoChain(table.Sub(start), number, fmt::format("{} PGC {}", name, number), teller);
+    auto [chain, bytes] =
+        ReadIfoChain(table.Sub(start), number, fmt::format("{} PGC {}", name, number), teller);
     chain.Category = static_cast<std::uint8_t>(table.Byte(at));
     chains.push_back(std::move(chain));
     spans.emplace_back(start, start + bytes);

@@ -33,18 +33,21 @@ struct TableRow {
   std::size_t LastAt;  // where the table says which byte is its last
 };
 constexpr std::size_t TextLastAt = 16;
-constexpr std::array ManagerRows{
-    TableRow{vmgi::TitleSearch.Offset, "TT_SRPT", 4}, TableRow{vmgi::MenuUnits.Offset, "VMGM_PGCI_UT", 4},
-    TableRow{vmgi::Parental.Offset, "PTL_MAIT", 4},   TableRow{vmgi::SetAttributes.Offset, "VTS_ATRT", 4},
-    TableRow{vmgi::TextData.Offset, "TXTDT_MG", TextLastAt},
-    TableRow{vmgi::MenuCells.Offset, "VMGM_C_ADT", 4},
-    TableRow{vmgi::MenuVobus.Offset, "VMGM_VOBU_ADMAP", 0}};
-constexpr std::array SetRows{
-    TableRow{vtsi::Chapters.Offset, "VTS_PTT_SRPT", 4}, TableRow{vtsi::TitlePgcs.Offset, "VTS_PGCIT", 4},
-    TableRow{vtsi::MenuUnits.Offset, "VTSM_PGCI_UT", 4}, TableRow{vtsi::TimeMaps.Offset, "VTS_TMAPT", 4},
-    TableRow{vtsi::MenuCells.Offset, "VTSM_C_ADT", 4},
-    TableRow{vtsi::MenuVobus.Offset, "VTSM_VOBU_ADMAP", 0},
-    TableRow{vtsi::TitleCells.Offset, "VTS_C_ADT", 4}, TableRow{vtsi::TitleVobus.Offset, "VTS_VOBU_ADMAP", 0}};
+constexpr std::array ManagerRows{TableRow{vmgi::TitleSearch.Offset, "TT_SRPT", 4},
+                                 TableRow{vmgi::MenuUnits.Offset, "VMGM_PGCI_UT", 4},
+                                 TableRow{vmgi::Parental.Offset, "PTL_MAIT", 4},
+                                 TableRow{vmgi::SetAttributes.Offset, "VTS_ATRT", 4},
+                                 TableRow{vmgi::TextData.Offset, "TXTDT_MG", TextLastAt},
+                                 TableRow{vmgi::MenuCells.Offset, "VMGM_C_ADT", 4},
+                                 TableRow{vmgi::MenuVobus.Offset, "VMGM_VOBU_ADMAP", 0}};
+constexpr std::array SetRows{TableRow{vtsi::Chapters.Offset, "VTS_PTT_SRPT", 4},
+                             TableRow{vtsi::TitlePgcs.Offset, "VTS_PGCIT", 4},
+                             TableRow{vtsi::MenuUnits.Offset, "VTSM_PGCI_UT", 4},
+                             TableRow{vtsi::TimeMaps.Offset, "VTS_TMAPT", 4},
+                             TableRow{vtsi::MenuCells.Offset, "VTSM_C_ADT", 4},
+                             TableRow{vtsi::MenuVobus.Offset, "VTSM_VOBU_ADMAP", 0},
+                             TableRow{vtsi::TitleCells.Offset, "VTS_C_ADT", 4},
+                             TableRow{vtsi::TitleVobus.Offset, "VTS_VOBU_ADMAP", 0}};
 
 class IfoReader {
  public:
@@ -123,7 +126,8 @@ class IfoReader {
 
   void CheckCount(std::size_t at, const char* field, std::size_t count, std::size_t most) const {
     if (count > most) {
-      teller_.Tell(message::AttributeWrong, View().At(at), Head(), field, fmt::format("at most {}", most), count);
+      teller_.Tell(message::AttributeWrong, View().At(at), Head(), field, fmt::format("at most {}", most),
+                   count);
     }
   }
 
@@ -150,7 +154,8 @@ class IfoReader {
     const unsigned volumes = mat.Word(vmgi::Volumes.Offset);
     const unsigned volume = mat.Word(vmgi::VolumeNumber.Offset);
     if (volumes < 1 || volume < 1 || volume > volumes || mat.Byte(vmgi::Side.Offset) > 2) {
-      teller_.Tell(message::TableBroken, vmgi::Volumes.Offset, Head(), "VLMS_ID", "a volume of as many, a side",
+      teller_.Tell(message::TableBroken, vmgi::Volumes.Offset, Head(), "VLMS_ID",
+                   "a volume of as many, a side",
                    fmt::format("volume {} of {}, side {}", volume, volumes, mat.Byte(vmgi::Side.Offset)));
     }
     if (firstPlay == 0) {
@@ -176,9 +181,8 @@ class IfoReader {
     const IfoView mat = View();
     teller_.CheckReserved(vtsi::Rows, mat, Head());
     tables_.TitleStart = mat.Long(vtsi::TitleVobs.Offset);
-    tables_.TitleStreams =
-        StreamsAt(vtsi::TitleVideo.Offset, vtsi::TitleAudioCount.Offset, AudioStreamCount,
-                  vtsi::TitleSubCount.Offset, SubStreamCount, true);
+    tables_.TitleStreams = StreamsAt(vtsi::TitleVideo.Offset, vtsi::TitleAudioCount.Offset, AudioStreamCount,
+                                     vtsi::TitleSubCount.Offset, SubStreamCount, true);
     if (mat.Long(vtsi::Category.Offset) > 1) {
       teller_.Tell(message::AttributeLoose, vtsi::Category.Offset, Head(), "VTS_CAT", "0 or 1",
                    mat.Long(vtsi::Category.Offset));
@@ -197,7 +201,8 @@ class IfoReader {
       }
       if (!View().Has(base, std::max<std::size_t>(row.LastAt + 4, table_head::Size))) {
         teller_.Tell(message::TableBroken, View().At(row.Pointer), Head(), std::string(row.Name) + "_SA",
-                     fmt::format("a sector before {}", tables_.Data.size() / SectorBytes), base / SectorBytes);
+                     fmt::format("a sector before {}", tables_.Data.size() / SectorBytes),
+                     base / SectorBytes);
         continue;
       }
       const std::size_t size = std::size_t{View(base).Long(row.LastAt)} + 1;
@@ -215,8 +220,8 @@ class IfoReader {
     std::size_t end = 0;
     for (const auto& [start, span] : spans) {
       if (start < end) {
-        teller_.Tell(message::TableBroken, View().At(start), span.second, "", fmt::format("from byte {} on", end),
-                     start);
+        teller_.Tell(message::TableBroken, View().At(start), span.second, "",
+                     fmt::format("from byte {} on", end), start);
       }
       end = std::max(end, span.first);
     }
@@ -224,10 +229,10 @@ class IfoReader {
   }
 
   void CheckMissing() const {
-    std::vector<std::string> needed = tables_.IsManager()
-                                          ? std::vector<std::string>{"TT_SRPT", "VTS_ATRT"}
-                                          : std::vector<std::string>{"VTS_PTT_SRPT", "VTS_PGCIT", "VTS_C_ADT",
-                                                                     "VTS_VOBU_ADMAP"};
+    std::vector<std::string> needed =
+        tables_.IsManager()
+            ? std::vector<std::string>{"TT_SRPT", "VTS_ATRT"}
+            : std::vector<std::string>{"VTS_PTT_SRPT", "VTS_PGCIT", "VTS_C_ADT", "VTS_VOBU_ADMAP"};
     const std::string menu = tables_.IsManager() ? "VMGM" : "VTSM";
     for (const char* table : {"_C_ADT", "_VOBU_ADMAP"}) {
       if (tables_.MenuStart != 0) {
@@ -270,7 +275,8 @@ class IfoReader {
         (name.starts_with("VTS_") ? tables_.TitleCells : tables_.MenuCells) =
             ReadCellAddresses(view, name, teller_);
       } else if (kind == "VOBU_ADMAP") {
-        (name.starts_with("VTS_") ? tables_.TitleVobus : tables_.MenuVobus) = ReadVobuMap(view, name, teller_);
+        (name.starts_with("VTS_") ? tables_.TitleVobus : tables_.MenuVobus) =
+            ReadVobuMap(view, name, teller_);
       }
     }
   }

@@ -18,8 +18,8 @@ std::size_t CountOf(const IfoView& table, std::size_t width, std::size_t most, c
   const std::size_t count = table.Word(0);
   teller.CheckReserved(table_head::Rows, table, name);
   if (count < 1 || count > most || !table.Has(table_head::Size, width * count)) {
-    teller.Tell(message::TableBroken, table.At(), name, "count", fmt::format("1 to {}, within the table", most),
-                count);
+    teller.Tell(message::TableBroken, table.At(), name, "count",
+                fmt::format("1 to {}, within the table", most), count);
     return std::min({count, most, (table.Size() - std::min(table.Size(), table_head::Size)) / width});
   }
   return count;
@@ -91,8 +91,8 @@ std::vector<std::vector<IfoPart>> ReadParts(const IfoView& table, const IfoTelle
     const std::size_t end = startOf(i + 1);
     const std::size_t least = table_head::Size + 4 * count;
     auto& parts = titles.emplace_back();
-    if (start < least || (i == 0 && start != least) || end < start + PartBytes || (end - start) % PartBytes != 0 ||
-        !table.Has(start, end - start)) {
+    if (start < least || (i == 0 && start != least) || end < start + PartBytes ||
+        (end - start) % PartBytes != 0 || !table.Has(start, end - start)) {
       teller.Tell(message::TableBroken, table.At(table_head::Size + 4 * i), "VTS_PTT_SRPT",
                   fmt::format("TTU_SA {}", i + 1), "parts of 4 bytes, one title after the other",
                   fmt::format("{} to {}", start, end));
@@ -113,13 +113,13 @@ std::vector<IfoLanguage> ReadLanguages(const IfoView& table, const std::string& 
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t at = table_head::Size + language_unit::Size * i;
     const std::size_t start = table.Long(at + language_unit::Start.Offset);
-    IfoLanguage unit{.At = table.At(at),
-                     .Language = table.Word(at),
-                     .Existence = static_cast<std::uint8_t>(table.Byte(at + language_unit::Existence.Offset))};
-    const std::string unitName =
-        fmt::format("{} {}{}", name, static_cast<char>(unit.Language >> 8U), static_cast<char>(unit.Language & 0xFFU));
-    const bool letters =
-        std::islower(unit.Language >> 8U) != 0 && std::islower(unit.Language & 0xFFU) != 0;
+    IfoLanguage unit{
+        .At = table.At(at),
+        .Language = table.Word(at),
+        .Existence = static_cast<std::uint8_t>(table.Byte(at + language_unit::Existence.Offset))};
+    const std::string unitName = fmt::format("{} {}{}", name, static_cast<char>(unit.Language >> 8U),
+                                             static_cast<char>(unit.Language & 0xFFU));
+    const bool letters = std::islower(unit.Language >> 8U) != 0 && std::islower(unit.Language & 0xFFU) != 0;
     if (!letters) {
       teller.Tell(message::TableLoose, table.At(at), fmt::format("{} unit {}", name, i + 1), "PGCI_LU_LCD",
                   "two small letters", fmt::format("0x{:04X}", unit.Language));
@@ -152,7 +152,8 @@ std::vector<IfoTimeMap> ReadTimeMaps(const IfoView& table, const IfoTeller& tell
     if (start < table_head::Size + 4 * count || !table.Has(start, time_map::Size + 4 * entries) ||
         entries > MostEntries || (entries > 0 && map.UnitSeconds == 0)) {
       teller.Tell(message::TableBroken, table.At(table_head::Size + 4 * i), name, "TMAP_SA, TMU or MAP_EN_Ns",
-                  "a map within the table", fmt::format("{} entries of {} s at {}", entries, map.UnitSeconds, start));
+                  "a map within the table",
+                  fmt::format("{} entries of {} s at {}", entries, map.UnitSeconds, start));
       maps.push_back(map);
       continue;
     }
@@ -188,15 +189,18 @@ std::vector<IfoCellAddress> ReadCellAddresses(const IfoView& table, const std::s
   }
   const auto key = [](const IfoCellAddress& row) { return std::tuple(row.VobId, row.CellId, row.Start); };
   if (!std::ranges::is_sorted(rows, {}, key)) {
-    teller.Tell(message::TableBroken, table.At(table_head::Size), name, "VOB_IDN, C_IDN", "rising", "another order");
+    teller.Tell(message::TableBroken, table.At(table_head::Size), name, "VOB_IDN, C_IDN", "rising",
+                "another order");
   }
   return rows;
 }
 
-std::vector<std::uint32_t> ReadVobuMap(const IfoView& table, const std::string& name, const IfoTeller& teller) {
+std::vector<std::uint32_t> ReadVobuMap(const IfoView& table, const std::string& name,
+                                       const IfoTeller& teller) {
   const std::size_t bytes = std::size_t{table.Long(0)} + 1;
   if (bytes < 4 || bytes % 4 != 0) {
-    teller.Tell(message::TableBroken, table.At(), name, "VOBU_ADMAP_EA", "whole addresses of 4 bytes", bytes - 1);
+    teller.Tell(message::TableBroken, table.At(), name, "VOBU_ADMAP_EA", "whole addresses of 4 bytes",
+                bytes - 1);
   }
   std::vector<std::uint32_t> sectors;
   for (std::size_t at = 4; table.Has(at, 4); at += 4) {
@@ -205,7 +209,8 @@ std::vector<std::uint32_t> ReadVobuMap(const IfoView& table, const std::string& 
   return sectors;
 }
 
-std::vector<std::pair<std::uint32_t, Bytes>> ReadSetAttributes(const IfoView& table, const IfoTeller& teller) {
+std::vector<std::pair<std::uint32_t, Bytes>> ReadSetAttributes(const IfoView& table,
+                                                               const IfoTeller& teller) {
   constexpr std::size_t LeastBytes = 0x164;  // with the counts of the title streams
   const std::size_t count = CountOf(table, 4, MostTitleSets, "VTS_ATRT", teller);
   std::size_t end = table_head::Size + 4 * count;
@@ -236,8 +241,8 @@ void CheckVideoAttributes(const IfoVideo& video, std::uint32_t at, const std::st
   const bool legal = video.Raw >> 14U <= 1 && (video.Raw >> 12U & 3U) <= 1 && (aspect == 0 || aspect == 3) &&
                      size <= 3 && !(aspect == 3 && size > 1) && (video.IsMpeg2() || size >= 2);
   if (!legal) {
-    teller.Tell(message::AttributeWrong, at, table, "V_ATR", "a coding, standard, aspect and size of the format",
-                fmt::format("0x{:04X}", video.Raw));
+    teller.Tell(message::AttributeWrong, at, table, "V_ATR",
+                "a coding, standard, aspect and size of the format", fmt::format("0x{:04X}", video.Raw));
   }
 }
 

@@ -15,7 +15,7 @@ namespace quorvelant {
 struct IfoTime {
   std::uint32_t Raw = 0;
 
-  [[nodiscard]] int Rate() const;  // frames a second: 25, 30, or 0 for a rate that there is not
+  [[nodiscard]] int Rate() const;      // frames a second: 25, 30, or 0 for a rate that there is not
   [[nodiscard]] bool IsValid() const;  // digits, minutes, seconds, frames in range; zero alone needs no rate
   [[nodiscard]] std::int64_t Frames() const;
   [[nodiscard]] std::string Text() const;

@@ -15,10 +15,10 @@
 namespace quorvelant {
 namespace {
 
-using FileReader = std::vector<SourceFile> (*)(const ImageSectors&);
+using FileReader = std::vector<DiscSourceFile> (*)(const ImageSectors&);
 
-std::vector<SourceFile> FilesBy(FileReader reader, const ImageSectors& sectors, const std::string& name,
-                                DiscFindings& findings) {
+std::vector<DiscSourceFile> FilesBy(FileReader reader, const ImageSectors& sectors, const std::string& name,
+                                    DiscFindings& findings) {
   try {
     return reader(sectors);
   } catch (const ImageFault& fault) {
@@ -28,17 +28,18 @@ std::vector<SourceFile> FilesBy(FileReader reader, const ImageSectors& sectors, 
   }
 }
 
-std::string ExtentText(const SourceFile& file) {
+std::string ExtentText(const DiscSourceFile& file) {
   return fmt::format("{} bytes at sector {}", file.Size, file.FirstSector.value_or(0));
 }
 
 // Players read one file system or the other: both name the same bytes.
-void Compare(const std::vector<SourceFile>& udf, const std::vector<SourceFile>& iso, DiscFindings& findings) {
-  std::map<std::string, const SourceFile*> others;
-  for (const SourceFile& file : iso) {
+void Compare(const std::vector<DiscSourceFile>& udf, const std::vector<DiscSourceFile>& iso,
+             DiscFindings& findings) {
+  std::map<std::string, const DiscSourceFile*> others;
+  for (const DiscSourceFile& file : iso) {
     others[file.Name] = &file;
   }
-  for (const SourceFile& file : udf) {
+  for (const DiscSourceFile& file : udf) {
     const auto other = others.find(file.Name);
     if (other == others.end() || ExtentText(*other->second) != ExtentText(file)) {
       findings.Add(message::ImageUnlike, {.File = file.Name}, "ISO 9660 directory record", "",
@@ -67,8 +68,8 @@ ImageSource::ImageSource(std::unique_ptr<File> image, DiscFindings& findings) : 
   if (!udf.empty() && !iso.empty()) {
     Compare(udf, iso, findings);
   }
-  std::vector<SourceFile> files = udf.empty() ? iso : udf;
-  std::erase_if(files, [&](const SourceFile& file) {
+  std::vector<DiscSourceFile> files = udf.empty() ? iso : udf;
+  std::erase_if(files, [&](const DiscSourceFile& file) {
     const std::uint64_t end = std::uint64_t{*file.FirstSector} * SectorBytes + file.Size;
     const bool outside = end < file.Size || end > image_->ByteCount();
     if (outside) {
@@ -80,7 +81,7 @@ ImageSource::ImageSource(std::unique_ptr<File> image, DiscFindings& findings) : 
   SetFiles(std::move(files));
 }
 
-std::size_t ImageSource::Read(const SourceFile& file, std::uint64_t offset, ByteSpan target) {
+std::size_t ImageSource::Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) {
   const std::uint64_t left = offset < file.Size ? file.Size - offset : 0;
   const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, target.size()));
   image_->Seek(std::uint64_t{*file.FirstSector} * SectorBytes + offset);

@@ -15,7 +15,7 @@ class ImageSource : public DiscSource {
   // Reads the file systems. What is wrong with them, and where they disagree, goes to `findings`.
   ImageSource(std::unique_ptr<File> image, DiscFindings& findings);
 
-  std::size_t Read(const SourceFile& file, std::uint64_t offset, ByteSpan target) override;
+  std::size_t Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) override;
 
  private:
   std::unique_ptr<File> image_;

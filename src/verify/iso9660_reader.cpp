@@ -59,8 +59,8 @@ std::vector<IsoRecord> Directory(const ImageSectors& image, const IsoRecord& dir
     }
     const auto sector = static_cast<std::uint32_t>(directory.Sector + at / SectorBytes);
     if (length < LeastRecord || length > left) {
-      throw ImageFault(sector, "ISO 9660 directory record", "length", fmt::format("{} to {}", LeastRecord, left),
-                       std::to_string(length));
+      throw ImageFault(sector, "ISO 9660 directory record", "length",
+                       fmt::format("{} to {}", LeastRecord, left), std::to_string(length));
     }
     records.push_back(RecordAt(ByteView(bytes).subspan(at, length), sector));
     at += length;
@@ -70,14 +70,13 @@ std::vector<IsoRecord> Directory(const ImageSectors& image, const IsoRecord& dir
 
 }  // namespace
 
-std::vector<SourceFile> Iso9660Files(const ImageSectors& image) {
+std::vector<DiscSourceFile> Iso9660Files(const ImageSectors& image) {
   const Bytes volume = image.Read(PrimaryVolumeSector, 1);
   if (volume[0] != 1 || !std::equal(StandardId.begin(), StandardId.end(), volume.begin() + 1)) {
     throw ImageFault(PrimaryVolumeSector, "ISO 9660 primary volume descriptor", "standard identifier",
                      "1 CD001", "another");
   }
-  const IsoRecord root =
-      RecordAt(ByteView(volume).subspan(RootRecord, LeastRecord), PrimaryVolumeSector);
+  const IsoRecord root = RecordAt(ByteView(volume).subspan(RootRecord, LeastRecord), PrimaryVolumeSector);
   const std::vector<IsoRecord> top = Directory(image, root);
   const auto isVideo = [](const IsoRecord& each) {
     return each.Name == "VIDEO_TS" && (each.Flags & DirectoryFlag) != 0;
@@ -86,7 +85,7 @@ std::vector<SourceFile> Iso9660Files(const ImageSectors& image) {
   if (video == top.end()) {
     throw ImageFault(root.Sector, "ISO 9660 root directory", "", "VIDEO_TS", "none");
   }
-  std::vector<SourceFile> files;
+  std::vector<DiscSourceFile> files;
   for (const IsoRecord& each : Directory(image, *video)) {
     if ((each.Flags & DirectoryFlag) != 0) {
       continue;

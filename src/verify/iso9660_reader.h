@@ -9,6 +9,6 @@
 namespace quorvelant {
 
 // Raises ImageFault for a file system that is none or damaged, FileError for what cannot be read.
-[[nodiscard]] std::vector<SourceFile> Iso9660Files(const ImageSectors& image);
+[[nodiscard]] std::vector<DiscSourceFile> Iso9660Files(const ImageSectors& image);
 
 }  // namespace quorvelant

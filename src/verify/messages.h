@@ -31,6 +31,8 @@ inline constexpr MessageKind NavPackMissing{
 inline constexpr MessageKind NavPackAddressWrong{"read-back-nav-address", Severity::Error, "Read Back",
                                                  "The navigation pack at sector {} says it is at {}"};
 
+inline constexpr MessageKind DiscUnreadable{"verify-unreadable", Severity::Error, "Verify", "{}"};
+
 // Of a finished disc: what is looked at, what it should be, what it is.
 inline constexpr std::string_view DiscFindingText = "{}: expected {}, found {}";
 inline constexpr MessageKind ImageDamaged{"verify-image", Severity::Error, "Image", DiscFindingText};
@@ -39,44 +41,64 @@ inline constexpr MessageKind FileWrong{"verify-file", Severity::Error, "Files", 
 inline constexpr MessageKind FileOdd{"verify-file-odd", Severity::Information, "Files", DiscFindingText};
 inline constexpr MessageKind BackupUnlike{"verify-backup", Severity::Error, "Files", DiscFindingText};
 inline constexpr MessageKind LayoutWrong{"verify-layout", Severity::Error, "Layout", DiscFindingText};
-inline constexpr MessageKind LayoutLoose{"verify-layout-loose", Severity::Information, "Layout", DiscFindingText};
+inline constexpr MessageKind LayoutLoose{"verify-layout-loose", Severity::Information, "Layout",
+                                         DiscFindingText};
 inline constexpr MessageKind TableBroken{"verify-table", Severity::Error, "Tables", DiscFindingText};
-inline constexpr MessageKind TableLoose{"verify-table-loose", Severity::Information, "Tables", DiscFindingText};
+inline constexpr MessageKind TableLoose{"verify-table-loose", Severity::Information, "Tables",
+                                        DiscFindingText};
 inline constexpr MessageKind ReservedSet{"verify-reserved", Severity::Warning, "Tables", DiscFindingText};
 inline constexpr MessageKind ChainBroken{"verify-chain", Severity::Error, "Program Chains", DiscFindingText};
 inline constexpr MessageKind TitleWrong{"verify-title", Severity::Error, "Titles", DiscFindingText};
-inline constexpr MessageKind TitleLoose{"verify-title-loose", Severity::Information, "Titles", DiscFindingText};
-inline constexpr MessageKind AttributeWrong{"verify-attributes", Severity::Error, "Attributes", DiscFindingText};
-inline constexpr MessageKind AttributeLoose{"verify-attributes-loose", Severity::Information, "Attributes", DiscFindingText};
-inline constexpr MessageKind AddressMapWrong{"verify-address-map", Severity::Error, "Address Maps", DiscFindingText};
+inline constexpr MessageKind TitleLoose{"verify-title-loose", Severity::Information, "Titles",
+                                        DiscFindingText};
+inline constexpr MessageKind AttributeWrong{"verify-attributes", Severity::Error, "Attributes",
+                                            DiscFindingText};
+inline constexpr MessageKind AttributeLoose{"verify-attributes-loose", Severity::Information, "Attributes",
+                                            DiscFindingText};
+inline constexpr MessageKind AddressMapWrong{"verify-address-map", Severity::Error, "Address Maps",
+                                             DiscFindingText};
 inline constexpr MessageKind CellWrong{"verify-cell", Severity::Error, "Cells", DiscFindingText};
-inline constexpr MessageKind CellLoose{"verify-cell-loose", Severity::Information, "Cells", DiscFindingText};
 inline constexpr MessageKind PlayTimeWrong{"verify-time", Severity::Error, "Playback Times", DiscFindingText};
-inline constexpr MessageKind PlayTimeLoose{"verify-time-loose", Severity::Information, "Playback Times", DiscFindingText};
+inline constexpr MessageKind PlayTimeLoose{"verify-time-loose", Severity::Information, "Playback Times",
+                                           DiscFindingText};
 inline constexpr MessageKind TimeMapWrong{"verify-time-map", Severity::Error, "Time Maps", DiscFindingText};
-inline constexpr MessageKind TimeMapLoose{"verify-time-map-loose", Severity::Information, "Time Maps", DiscFindingText};
+inline constexpr MessageKind TimeMapLoose{"verify-time-map-loose", Severity::Information, "Time Maps",
+                                          DiscFindingText};
 inline constexpr MessageKind PackWrong{"verify-pack", Severity::Error, "Packs", DiscFindingText};
 inline constexpr MessageKind PackLoose{"verify-pack-loose", Severity::Information, "Packs", DiscFindingText};
 inline constexpr MessageKind PacksClose{"verify-packs-close", Severity::Error, "Packs", DiscFindingText};
-inline constexpr MessageKind PacksCloseElsewhere{"verify-packs-close-elsewhere", Severity::Information, "Packs", DiscFindingText};
+inline constexpr MessageKind PacksCloseElsewhere{"verify-packs-close-elsewhere", Severity::Information,
+                                                 "Packs", DiscFindingText};
 inline constexpr MessageKind StampWrong{"verify-stamp", Severity::Error, "Time Stamps", DiscFindingText};
-inline constexpr MessageKind StampLoose{"verify-stamp-loose", Severity::Information, "Time Stamps", DiscFindingText};
+inline constexpr MessageKind StampLoose{"verify-stamp-loose", Severity::Information, "Time Stamps",
+                                        DiscFindingText};
 inline constexpr MessageKind NavWrong{"verify-nav", Severity::Error, "Navigation Packs", DiscFindingText};
-inline constexpr MessageKind NavLoose{"verify-nav-loose", Severity::Information, "Navigation Packs", DiscFindingText};
+inline constexpr MessageKind NavLoose{"verify-nav-loose", Severity::Information, "Navigation Packs",
+                                      DiscFindingText};
 inline constexpr MessageKind SearchWrong{"verify-search", Severity::Error, "Search Tables", DiscFindingText};
 inline constexpr MessageKind SyncWrong{"verify-sync", Severity::Error, "Sync Fields", DiscFindingText};
-inline constexpr MessageKind SyncLoose{"verify-sync-loose", Severity::Information, "Sync Fields", DiscFindingText};
-inline constexpr MessageKind HighlightWrong{"verify-highlight", Severity::Error, "Highlights", DiscFindingText};
-inline constexpr MessageKind HighlightLoose{"verify-highlight-loose", Severity::Information, "Highlights", DiscFindingText};
-inline constexpr MessageKind BufferUnderflow{"verify-buffer-under", Severity::Error, "Decoder Buffers", DiscFindingText};
-inline constexpr MessageKind BufferOverflow{"verify-buffer-over", Severity::Error, "Decoder Buffers", DiscFindingText};
-inline constexpr MessageKind BufferTight{"verify-buffer-tight", Severity::Information, "Decoder Buffers", DiscFindingText};
+inline constexpr MessageKind SyncLoose{"verify-sync-loose", Severity::Information, "Sync Fields",
+                                       DiscFindingText};
+inline constexpr MessageKind HighlightWrong{"verify-highlight", Severity::Error, "Highlights",
+                                            DiscFindingText};
+inline constexpr MessageKind HighlightLoose{"verify-highlight-loose", Severity::Information, "Highlights",
+                                            DiscFindingText};
+inline constexpr MessageKind BufferUnderflow{"verify-buffer-under", Severity::Error, "Decoder Buffers",
+                                             DiscFindingText};
+inline constexpr MessageKind BufferOverflow{"verify-buffer-over", Severity::Error, "Decoder Buffers",
+                                            DiscFindingText};
+inline constexpr MessageKind BufferTight{"verify-buffer-tight", Severity::Information, "Decoder Buffers",
+                                         DiscFindingText};
 inline constexpr MessageKind VideoBroken{"verify-video", Severity::Error, "Video", DiscFindingText};
-inline constexpr MessageKind VideoLoose{"verify-video-loose", Severity::Information, "Video", DiscFindingText};
+inline constexpr MessageKind VideoLoose{"verify-video-loose", Severity::Information, "Video",
+                                        DiscFindingText};
 inline constexpr MessageKind AudioBroken{"verify-audio", Severity::Error, "Audio", DiscFindingText};
-inline constexpr MessageKind AudioLoose{"verify-audio-loose", Severity::Information, "Audio", DiscFindingText};
-inline constexpr MessageKind SubpictureBroken{"verify-subpicture", Severity::Error, "Subpictures", DiscFindingText};
+inline constexpr MessageKind AudioLoose{"verify-audio-loose", Severity::Information, "Audio",
+                                        DiscFindingText};
+inline constexpr MessageKind SubpictureBroken{"verify-subpicture", Severity::Error, "Subpictures",
+                                              DiscFindingText};
 inline constexpr MessageKind StreamMissing{"verify-stream", Severity::Error, "Streams", DiscFindingText};
-inline constexpr MessageKind StreamLoose{"verify-stream-loose", Severity::Information, "Streams", DiscFindingText};
+inline constexpr MessageKind StreamLoose{"verify-stream-loose", Severity::Information, "Streams",
+                                         DiscFindingText};
 
 }  // namespace quorvelant::message

@@ -32,8 +32,8 @@ class NavCheck {
   template <class Expected, class Seen>
   void Tell(const MessageKind& kind, const NavRecord& record, std::size_t offset, std::string_view field,
             const Expected& expected, const Seen& seen) const {
-    order_->Teller.Tell(kind, record.Vobu.Sector, offset, offset < nav::DsiStartCode.Offset ? "PCI" : "DSI", field,
-                        expected, seen);
+    order_->Teller.Tell(kind, record.Vobu.Sector, offset, offset < nav::DsiStartCode.Offset ? "PCI" : "DSI",
+                        field, expected, seen);
   }
   [[nodiscard]] const VobuVideo& VideoOf(std::size_t i) const { return vob_->Video.Vobus().at(i); }
 
@@ -64,22 +64,25 @@ class NavCheck {
     const VobuFacts& vobu = record.Vobu;
     const std::uint32_t sectors = vobu.Last - vobu.Sector;
     if (record.Long(nav::VobuEa.Offset) != sectors) {
-      Tell(message::NavWrong, record, nav::VobuEa.Offset, nav::VobuEa.Name, sectors, record.Long(nav::VobuEa.Offset));
+      Tell(message::NavWrong, record, nav::VobuEa.Offset, nav::VobuEa.Name, sectors,
+           record.Long(nav::VobuEa.Offset));
     }
     if (i > 0 && std::abs(std::int64_t{vobu.StartPtm} - records_[i - 1].Vobu.EndPtm) > 1) {
       Tell(message::NavWrong, record, nav::VobuSPtm.Offset, nav::VobuSPtm.Name,
            fmt::format("{}, where the VOBU before ends", records_[i - 1].Vobu.EndPtm), vobu.StartPtm);
     }
     if (vobu.EndPtm <= vobu.StartPtm) {
-      Tell(message::NavWrong, record, nav::VobuEPtm.Offset, nav::VobuEPtm.Name, fmt::format("after {}", vobu.StartPtm),
-           vobu.EndPtm);
+      Tell(message::NavWrong, record, nav::VobuEPtm.Offset, nav::VobuEPtm.Name,
+           fmt::format("after {}", vobu.StartPtm), vobu.EndPtm);
     }
     CheckPictureTimes(i);
     const std::int64_t elapsed = std::int64_t{vobu.StartPtm} - cellStart_;
-    for (const auto& [raw, offset] : {std::pair{record.Elapsed, nav::PciElapsed.Offset},
-                                      std::pair{record.Long(nav::DsiElapsed.Offset), nav::DsiElapsed.Offset}}) {
+    for (const auto& [raw, offset] :
+         {std::pair{record.Elapsed, nav::PciElapsed.Offset},
+          std::pair{record.Long(nav::DsiElapsed.Offset), nav::DsiElapsed.Offset}}) {
       const IfoTime time{raw};
-      const TimeAgreement agrees = time.IsValid() ? Agreement(time, elapsed, order_->IsNtsc) : TimeAgreement::None;
+      const TimeAgreement agrees =
+          time.IsValid() ? Agreement(time, elapsed, order_->IsNtsc) : TimeAgreement::None;
       const bool rateOdd = raw != 0 && time.Rate() != (order_->IsNtsc ? 30 : 25);
       if (agrees == TimeAgreement::None || rateOdd) {
         Tell(message::PlayTimeWrong, record, offset, "C_ELTM",
@@ -152,10 +155,12 @@ class NavCheck {
       const std::size_t offset = nav::AudioSync.Offset + 2 * i;
       const auto value = static_cast<unsigned>(record.Get(offset, 2));
       const std::string field = fmt::format("A_SYNCA{}", i);
-      const auto stream = std::ranges::find_if(vob_->Audio, [&](const auto& each) { return (each.first & 7U) == i; });
+      const auto stream =
+          std::ranges::find_if(vob_->Audio, [&](const auto& each) { return (each.first & 7U) == i; });
       if (stream == vob_->Audio.end()) {
         if (value != 0) {
-          Tell(message::SyncWrong, record, offset, field, "0 without the stream", fmt::format("0x{:04X}", value));
+          Tell(message::SyncWrong, record, offset, field, "0 without the stream",
+               fmt::format("0x{:04X}", value));
         }
         continue;
       }
@@ -179,24 +184,25 @@ class NavCheck {
       return;
     }
     const auto distance = static_cast<std::int64_t>(value & 0x7FFFU);
-    const std::int64_t sector = std::int64_t{record.Vobu.Sector} + ((value & 0x8000U) != 0 ? -distance : distance);
+    const std::int64_t sector =
+        std::int64_t{record.Vobu.Sector} + ((value & 0x8000U) != 0 ? -distance : distance);
     const bool there = sector >= 0 && sector < static_cast<std::int64_t>(tags_.size()) &&
                        tags_[static_cast<std::size_t>(sector)] == stream.first;
     if (!there) {
-      Tell(message::SyncWrong, record, offset, field, "a pack of the stream", fmt::format("{} at sector {}", seen, sector));
+      Tell(message::SyncWrong, record, offset, field, "a pack of the stream",
+           fmt::format("{} at sector {}", seen, sector));
       return;
     }
-    const auto start = std::ranges::lower_bound(starts, static_cast<std::uint32_t>(sector), {}, &AudioPackStart::Sector);
+    const auto start =
+        std::ranges::lower_bound(starts, static_cast<std::uint32_t>(sector), {}, &AudioPackStart::Sector);
     const std::uint32_t from = record.Vobu.StartPtm;
-    const auto ticks = static_cast<std::uint32_t>(stream.second.FrameTicks());
+    // The pack with the sound that is due, or the first whose sound begins later.
     const bool found = start != starts.end() && start->Sector == sector;
-    const bool early = found && std::next(start) != starts.end() && std::next(start)->Pts <= from;
-    const bool late = found && start != starts.begin() && start->Pts > from + ticks;
-    // The pack before would have done as well where it has the frame that is due.
-    const bool skips = late && order_->IsOurs && std::prev(start)->Pts >= from;
+    const bool early =
+        found && start->Pts < from && std::next(start) != starts.end() && std::next(start)->Pts <= from;
+    const bool late = found && start->Pts > from && start != starts.begin() && std::prev(start)->Pts >= from;
     if (!found || early || late) {
-      const bool wrong = order_->IsOurs && (!found || early || skips);
-      Tell(wrong ? message::SyncWrong : message::SyncLoose, record, offset, field,
+      Tell(order_->IsOurs ? message::SyncWrong : message::SyncLoose, record, offset, field,
            fmt::format("the pack with sound for {}", from),
            found ? fmt::format("one for {}", start->Pts) : "one in which no frame starts");
     }
@@ -220,7 +226,8 @@ class NavCheck {
         continue;
       }
       const auto distance = static_cast<std::int64_t>(value & 0x7FFFFFFFU);
-      const std::int64_t sector = std::int64_t{record.Vobu.Sector} + ((value & 0x80000000U) != 0 ? -distance : distance);
+      const std::int64_t sector =
+          std::int64_t{record.Vobu.Sector} + ((value & 0x80000000U) != 0 ? -distance : distance);
       if (!LeadsTo(sector, static_cast<std::uint8_t>(stream))) {
         Tell(message::SyncWrong, record, offset, field, "a pack of the stream, or the VOBU that has one",
              fmt::format("sector {}", sector));
@@ -235,8 +242,10 @@ class NavCheck {
     }
     const auto at = static_cast<std::size_t>(sector);
     if (tags_[at] == NavTag) {
-      const auto vobu = std::ranges::find(records_, at, [](const NavRecord& each) { return each.Vobu.Sector; });
-      const auto packs = vobu == records_.end() ? tags_.first(0) : tags_.subspan(at, vobu->Vobu.Last - at + 1);
+      const auto vobu =
+          std::ranges::find(records_, at, [](const NavRecord& each) { return each.Vobu.Sector; });
+      const auto packs =
+          vobu == records_.end() ? tags_.first(0) : tags_.subspan(at, vobu->Vobu.Last - at + 1);
       return std::ranges::find(packs, stream) != packs.end();
     }
     return tags_[at] == stream;
@@ -250,7 +259,8 @@ class NavCheck {
     const std::uint32_t nextUnit = record.Long(nav::NextIlvuSa.Offset);
     const auto nextSize = static_cast<unsigned>(record.Get(nav::NextIlvuSize.Offset, 2));
     const std::uint32_t none = 0xFFFFFFFF;
-    const bool quiet = unitEnd == 0 && (nextUnit == 0 || nextUnit == none) && (nextSize == 0 || nextSize == 0xFFFF);
+    const bool quiet =
+        unitEnd == 0 && (nextUnit == 0 || nextUnit == none) && (nextSize == 0 || nextSize == 0xFFFF);
     if ((category & Interleaved) == 0 && !quiet) {
       Tell(message::NavWrong, record, nav::IlvuEa.Offset, "ILVU_EA, NXT_ILVU_SA, NXT_ILVU_SZ",
            "0 in a VOBU that is not interleaved", fmt::format("{}, {}, {}", unitEnd, nextUnit, nextSize));
@@ -266,20 +276,22 @@ class NavCheck {
   void CheckAngles(const NavRecord& record) const {
     for (std::size_t i = 0; i < 18; ++i) {
       const bool seamless = i >= 9;
-      const std::uint32_t word = seamless
-                                     ? record.Long(nav::SeamlessAngles.Offset + 6 * (i - 9))
-                                     : static_cast<std::uint32_t>(GetBytes(record.Angles, 4 * i, 4));
+      const std::uint32_t word = seamless ? record.Long(nav::SeamlessAngles.Offset + 6 * (i - 9))
+                                          : static_cast<std::uint32_t>(GetBytes(record.Angles, 4 * i, 4));
       const std::uint32_t distance = word & 0x7FFFFFFFU;
       if (distance == 0 || distance == 0x7FFFFFFF) {
         continue;
       }
-      const std::int64_t sector = std::int64_t{record.Vobu.Sector} +
-                                  ((word & 0x80000000U) != 0 ? -std::int64_t{distance} : std::int64_t{distance});
+      const std::int64_t sector =
+          std::int64_t{record.Vobu.Sector} +
+          ((word & 0x80000000U) != 0 ? -std::int64_t{distance} : std::int64_t{distance});
       const bool there = sector >= 0 && sector < static_cast<std::int64_t>(tags_.size());
       const bool ahead = there && sector > record.Vobu.Last;  // not read as yet, perhaps
       if (!there || (!ahead && tags_[static_cast<std::size_t>(sector)] != NavTag)) {
-        Tell(message::NavWrong, record, seamless ? nav::SeamlessAngles.Offset + 6 * (i - 9) : nav::NonSeamlessAngles.Offset + 4 * i,
-             seamless ? "SML_AGL_DSTA" : "NSML_AGL_DSTA", "the head of a VOBU", fmt::format("sector {}", sector));
+        Tell(message::NavWrong, record,
+             seamless ? nav::SeamlessAngles.Offset + 6 * (i - 9) : nav::NonSeamlessAngles.Offset + 4 * i,
+             seamless ? "SML_AGL_DSTA" : "NSML_AGL_DSTA", "the head of a VOBU",
+             fmt::format("sector {}", sector));
       }
     }
   }
@@ -293,7 +305,8 @@ class NavCheck {
       const std::uint32_t first = records_.front().Vobu.StartPtm;
       const std::uint32_t last = records_.back().Vobu.EndPtm + 90000;
       if (value != 0 && isTime && (value < first || value > last)) {
-        Tell(message::NavWrong, record, offset, "VOB_A_STP_PTM", fmt::format("0, or {} to {}", first, last), value);
+        Tell(message::NavWrong, record, offset, "VOB_A_STP_PTM", fmt::format("0, or {} to {}", first, last),
+             value);
       } else if (value != 0 && !isTime && record.Long(offset - 8) == 0) {
         Tell(message::NavWrong, record, offset, "VOB_A_GAP_LEN", "0 without a stop", value);
       }

@@ -13,7 +13,8 @@ constexpr std::int64_t HalfSecond = 45000;
 constexpr std::int64_t Tolerance = HalfSecond / 2;  // half a step
 constexpr std::size_t RowCount = 19;
 // Half seconds of the rows, the shortest first.
-constexpr std::array<int, RowCount> Steps{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 20, 60, 120, 240};
+constexpr std::array<int, RowCount> Steps{1,  2,  3,  4,  5,  6,  7,  8,   9,  10,
+                                          11, 12, 13, 14, 15, 20, 60, 120, 240};
 constexpr int LongStep = 20;  // from here on rows tell of video on the way
 
 // One cell's VOBUs, as `first` to before `end` of a VOB's.
@@ -41,11 +42,13 @@ class CellSearch {
   [[nodiscard]] bool HasVideo(std::size_t i) const { return vob_->Video.Vobus()[i].Pictures > 0; }
   [[nodiscard]] Place Neighbour(int step) const {
     const auto next = static_cast<std::ptrdiff_t>(at_) + step;
-    const bool inside = next >= static_cast<std::ptrdiff_t>(first_) && next < static_cast<std::ptrdiff_t>(end_);
+    const bool inside =
+        next >= static_cast<std::ptrdiff_t>(first_) && next < static_cast<std::ptrdiff_t>(end_);
     return inside ? Place(static_cast<std::size_t>(next)) : std::nullopt;
   }
   [[nodiscard]] Place NextVideo(int step) const {
-    for (std::size_t i = at_ + static_cast<std::size_t>(step); i >= first_ && i < end_; i += static_cast<std::size_t>(step)) {
+    for (std::size_t i = at_ + static_cast<std::size_t>(step); i >= first_ && i < end_;
+         i += static_cast<std::size_t>(step)) {
       if (HasVideo(i)) {
         return i;
       }
@@ -56,7 +59,8 @@ class CellSearch {
     return std::nullopt;
   }
   template <class Expected>
-  void Bad(std::size_t offset, const std::string& field, const Expected& expected, std::uint32_t value) const {
+  void Bad(std::size_t offset, const std::string& field, const Expected& expected,
+           std::uint32_t value) const {
     order_->Teller.Tell(message::SearchWrong, Here().Vobu.Sector, offset, "DSI", field, expected,
                         fmt::format("0x{:08X}", value));
   }
@@ -116,13 +120,14 @@ class CellSearch {
           way > 0 ? nav::ForwardJumps.Offset + 4 * (RowCount - 1 - i) : nav::BackwardJumps.Offset + 4 * i;
       const std::string field = fmt::format("{}{}", way > 0 ? "FWDA" : "BWDA", step);
       const std::int64_t time = std::int64_t{Here().Vobu.StartPtm} + way * step * HalfSecond;
-      before = CheckJump(Here().Long(offset), offset, field, time, way, step >= LongStep ? before : std::nullopt);
+      before =
+          CheckJump(Here().Long(offset), offset, field, time, way, step >= LongStep ? before : std::nullopt);
     }
   }
 
   // Gives where the row leads.
-  Place CheckJump(std::uint32_t value, std::size_t offset, const std::string& field, std::int64_t time, int way,
-                  const Place& before) const {
+  Place CheckJump(std::uint32_t value, std::size_t offset, const std::string& field, std::int64_t time,
+                  int way, const Place& before) const {
     const std::uint32_t distance = value & nav::NoVobu;
     if (distance == nav::NoVobu) {
       const Place shows = Showing(time);
@@ -139,7 +144,8 @@ class CellSearch {
       return std::nullopt;
     }
     const VobuFacts& there = Record(*found).Vobu;
-    const std::int64_t off = std::max({std::int64_t{there.StartPtm} - time, time - std::int64_t{there.EndPtm}, std::int64_t{0}});
+    const std::int64_t off =
+        std::max({std::int64_t{there.StartPtm} - time, time - std::int64_t{there.EndPtm}, std::int64_t{0}});
     if (off > Tolerance) {
       Bad(offset, field, "a VOBU shown at that time", value);
     }
@@ -150,7 +156,8 @@ class CellSearch {
     return found;
   }
 
-  // This program's discs tell in long rows, and in those alone, whether video lies on the way from the row before.
+  // This program's discs tell in long rows, and in those alone, whether video lies on the way from the row
+  // before.
   void CheckBetween(std::uint32_t value, std::size_t offset, const std::string& field, const Place& before,
                     std::size_t found) const {
     const bool said = (value & nav::VideoBetweenBit) != 0;

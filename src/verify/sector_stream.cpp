@@ -17,7 +17,7 @@ struct BlockPlace {
 
 }  // namespace
 
-void StreamSectors(DiscSource& source, const VobFiles& files, const std::function<void(ByteView)>& take,
+void StreamSectors(DiscSource& source, const VobSetFiles& files, const std::function<void(ByteView)>& take,
                    const std::function<bool()>& stop) {
   std::array<Bytes, 2> blocks{Bytes(BlockSectors * SectorBytes), Bytes(BlockSectors * SectorBytes)};
   BlockPlace next;
@@ -30,10 +30,12 @@ void StreamSectors(DiscSource& source, const VobFiles& files, const std::functio
       return 0;
     }
     const VobFile& file = files.Files[next.File];
-    const std::size_t count = static_cast<std::size_t>(std::min<std::uint64_t>(BlockSectors, file.Sectors - next.Sector));
+    const std::size_t count =
+        static_cast<std::size_t>(std::min<std::uint64_t>(BlockSectors, file.Sectors - next.Sector));
     const std::size_t bytes = count * SectorBytes;
     const std::size_t got = source.Read(*file.File, next.Sector * SectorBytes, ByteSpan(block).first(bytes));
-    std::fill(block.begin() + static_cast<std::ptrdiff_t>(got), block.begin() + static_cast<std::ptrdiff_t>(bytes), 0);
+    std::fill(block.begin() + static_cast<std::ptrdiff_t>(got),
+              block.begin() + static_cast<std::ptrdiff_t>(bytes), 0);
     next.Sector += count;
     return bytes;
   };

@@ -11,7 +11,7 @@ namespace quorvelant {
 
 // Hands every whole sector to `take`, until `stop` says so between blocks. While one block is used, the next
 // is read in a thread; two blocks are all the memory. Raises FileError.
-void StreamSectors(DiscSource& source, const VobFiles& files, const std::function<void(ByteView)>& take,
+void StreamSectors(DiscSource& source, const VobSetFiles& files, const std::function<void(ByteView)>& take,
                    const std::function<bool()>& stop);
 
 }  // namespace quorvelant

@@ -16,9 +16,9 @@
 namespace quorvelant {
 namespace {
 
-class SetCheck {
+class DomainCheck {
  public:
-  SetCheck(const IfoTables& tables, bool menus, const VobSetFacts& facts, const IfoTeller& teller)
+  DomainCheck(const IfoTables& tables, bool menus, const VobSetFacts& facts, const IfoTeller& teller)
       : tables_(&tables), menus_(menus), facts_(&facts), teller_(&teller) {
     name_ = tables.IsManager() ? "VMGM" : menus ? "VTSM" : "VTS";
   }
@@ -46,8 +46,9 @@ class SetCheck {
     }
     std::vector<ChainList> lists;
     for (const IfoLanguage& unit : tables_->Languages) {
-      lists.emplace_back(&unit.Chains, fmt::format("{}_PGCI_UT {}{}", name_, static_cast<char>(unit.Language >> 8U),
-                                                   static_cast<char>(unit.Language & 0xFFU)));
+      lists.emplace_back(&unit.Chains,
+                         fmt::format("{}_PGCI_UT {}{}", name_, static_cast<char>(unit.Language >> 8U),
+                                     static_cast<char>(unit.Language & 0xFFU)));
     }
     return lists;
   }
@@ -92,8 +93,8 @@ class SetCheck {
     }
     std::vector<IfoCellAddress> found;
     for (const VobuFacts& vobu : facts_->Vobus) {
-      const bool goesOn = !found.empty() && found.back().VobId == vobu.VobId && found.back().CellId == vobu.CellId &&
-                          found.back().Last + 1 == vobu.Sector;
+      const bool goesOn = !found.empty() && found.back().VobId == vobu.VobId &&
+                          found.back().CellId == vobu.CellId && found.back().Last + 1 == vobu.Sector;
       if (goesOn) {
         found.back().Last = vobu.Last;
       } else {
@@ -130,9 +131,9 @@ class SetCheck {
   }
 
   void CheckChain(const IfoChain& chain, const std::string& name, std::size_t chains) {
-    for (const auto& [field, value, offset] :
-         {std::tuple{"NEXT_PGCN", chain.Next, pgc::Next.Offset}, std::tuple{"PREV_PGCN", chain.Previous, pgc::Previous.Offset},
-          std::tuple{"GOUP_PGCN", chain.GoUp, pgc::GoUp.Offset}}) {
+    for (const auto& [field, value, offset] : {std::tuple{"NEXT_PGCN", chain.Next, pgc::Next.Offset},
+                                               std::tuple{"PREV_PGCN", chain.Previous, pgc::Previous.Offset},
+                                               std::tuple{"GOUP_PGCN", chain.GoUp, pgc::GoUp.Offset}}) {
       const bool resumes = offset == pgc::GoUp.Offset && value == pgc::GoUpResumes;
       if (value > chains && !resumes) {
         teller_->Tell(message::ChainBroken, chain.At + static_cast<std::uint32_t>(offset), name, field,
@@ -153,7 +154,8 @@ class SetCheck {
   const VobuFacts* CheckCell(const IfoCell& cell, const std::string& name, const VobuFacts* before) const {
     using namespace cell_playback;  // NOLINT(google-build-using-namespace): the rows of one record
     const auto bad = [&](std::size_t offset, std::string_view field, const auto& expected, const auto& seen) {
-      teller_->Tell(message::CellWrong, cell.At + static_cast<std::uint32_t>(offset), name, field, expected, seen);
+      teller_->Tell(message::CellWrong, cell.At + static_cast<std::uint32_t>(offset), name, field, expected,
+                    seen);
     };
     CheckCellRow(cell, name);
     const VobuFacts* first = VobuAt(cell.First);
@@ -193,20 +195,26 @@ class SetCheck {
       }
     }
     if (first == nullptr || first->Start != cell.First || last->Last != cell.Last) {
-      teller_->Tell(message::CellWrong, cell.At + cell_playback::FirstVobu.Offset, name, "C_FVOBU_SA, C_LVOBU_EA",
-                    first == nullptr ? std::string("a cell of the C_ADT") : fmt::format("{} to {} as C_ADT", first->Start, last->Last),
+      teller_->Tell(message::CellWrong, cell.At + cell_playback::FirstVobu.Offset, name,
+                    "C_FVOBU_SA, C_LVOBU_EA",
+                    first == nullptr ? std::string("a cell of the C_ADT")
+                                     : fmt::format("{} to {} as C_ADT", first->Start, last->Last),
                     fmt::format("{} to {}", cell.First, cell.Last));
     }
   }
 
-  void CheckCellTime(const IfoCell& cell, const std::string& name, const VobuFacts& first, const VobuFacts& last) const {
+  void CheckCellTime(const IfoCell& cell, const std::string& name, const VobuFacts& first,
+                     const VobuFacts& last) const {
     const bool ntsc = Streams().Video.IsNtsc();
     const std::int64_t ticks = std::int64_t{last.EndPtm} - first.StartPtm;
-    const TimeAgreement agrees = cell.Time.IsValid() ? Agreement(cell.Time, ticks, ntsc) : TimeAgreement::None;
+    const TimeAgreement agrees =
+        cell.Time.IsValid() ? Agreement(cell.Time, ticks, ntsc) : TimeAgreement::None;
     const bool wrongRate = cell.Time.Rate() != (ntsc ? 30 : 25);
     if (agrees == TimeAgreement::None || wrongRate) {
-      teller_->Tell(message::PlayTimeWrong, cell.At + cell_playback::PlaybackTime.Offset, name, "C_PBTM",
-                    fmt::format("{:.3f} s at {} frames/s", static_cast<double>(ticks) / 90000, ntsc ? 30 : 25), cell.Time.Text());
+      teller_->Tell(
+          message::PlayTimeWrong, cell.At + cell_playback::PlaybackTime.Offset, name, "C_PBTM",
+          fmt::format("{:.3f} s at {} frames/s", static_cast<double>(ticks) / 90000, ntsc ? 30 : 25),
+          cell.Time.Text());
     } else if (agrees == TimeAgreement::RealSeconds) {
       teller_->Tell(message::PlayTimeLoose, cell.At + cell_playback::PlaybackTime.Offset, name, "C_PBTM",
                     "frames counted", "real seconds");
@@ -214,7 +222,8 @@ class SetCheck {
   }
 
   // The clock restarts where the times do not go on.
-  void CheckClock(const IfoCell& cell, const std::string& name, const VobuFacts& first, const VobuFacts* before) const {
+  void CheckClock(const IfoCell& cell, const std::string& name, const VobuFacts& first,
+                  const VobuFacts* before) const {
     if (before == nullptr || cell.BlockMode() >= 2) {
       return;
     }
@@ -222,10 +231,8 @@ class SetCheck {
     const std::int64_t gap = std::int64_t{first.StartPtm} - before->EndPtm;
     const bool goesOn = std::abs(gap) <= Rounding;
     if (!goesOn && !cell.ClockRestarts()) {
-      teller_->Tell(message::CellWrong, cell.At, name, "C_CAT", "the flag of a new system time clock", "none");
-    } else if (goesOn && cell.ClockRestarts() && first.VobId == before->VobId) {
-      teller_->Tell(message::CellLoose, cell.At, name, "C_CAT", "no flag of a new system time clock, since the VOB goes on",
-                    "the flag");
+      teller_->Tell(message::CellWrong, cell.At, name, "C_CAT", "the flag of a new system time clock",
+                    "none");
     }
   }
 
@@ -263,16 +270,18 @@ class SetCheck {
     const std::string field = fmt::format("PGC_AST_CTL {}", index);
     if ((word & 0x8000U) == 0) {
       if (word != 0) {
-        teller_->Tell(message::StreamLoose, at, name, field, "0 for a stream that is off", fmt::format("0x{:04X}", word));
+        teller_->Tell(message::StreamLoose, at, name, field, "0 for a stream that is off",
+                      fmt::format("0x{:04X}", word));
       }
       return;
     }
     if ((word & 0x78FFU) != 0) {
-      teller_->Tell(message::ReservedSet, at, name, field, "reserved bits clear", fmt::format("0x{:04X}", word));
+      teller_->Tell(message::ReservedSet, at, name, field, "reserved bits clear",
+                    fmt::format("0x{:04X}", word));
     }
     if (index >= Streams().Audio.size()) {
-      teller_->Tell(message::StreamLoose, at, name, field, fmt::format("off, with {} audio streams", Streams().Audio.size()),
-                    "on");
+      teller_->Tell(message::StreamLoose, at, name, field,
+                    fmt::format("off, with {} audio streams", Streams().Audio.size()), "on");
       return;
     }
     const IfoAudio& attributes = Streams().Audio[index];
@@ -295,12 +304,14 @@ class SetCheck {
     if (!compared_.insert({index, stream.VobId}).second) {
       return;
     }
-    const auto at = static_cast<std::uint32_t>((menus_ ? vtsi::MenuAudio.Offset : vtsi::TitleAudio.Offset) + 8 * index);
-    const AudioTraits& traits = stream.Audio;
+    const auto at =
+        static_cast<std::uint32_t>((menus_ ? vtsi::MenuAudio.Offset : vtsi::TitleAudio.Offset) + 8 * index);
+    const SoundTraits& traits = stream.Audio;
     const std::string table = fmt::format("AST_ATR {}", index);
     if (traits.Channels != 0 && traits.Channels != attributes.Channels()) {
-      teller_->Tell(tables_->IsOurs ? message::AttributeWrong : message::AttributeLoose, at, table, "channels",
-                    fmt::format("{} as in VOB {}", traits.Channels, stream.VobId), attributes.Channels());
+      teller_->Tell(tables_->IsOurs ? message::AttributeWrong : message::AttributeLoose, at, table,
+                    "channels", fmt::format("{} as in VOB {}", traits.Channels, stream.VobId),
+                    attributes.Channels());
     }
     constexpr unsigned Lpcm = 4;
     if (attributes.Format() == Lpcm) {
@@ -321,20 +332,23 @@ class SetCheck {
     const std::string field = fmt::format("PGC_SPST_CTL {}", index);
     if ((word & 0x80000000U) == 0) {
       if (word != 0) {
-        teller_->Tell(message::StreamLoose, at, name, field, "0 for a stream that is off", fmt::format("0x{:08X}", word));
+        teller_->Tell(message::StreamLoose, at, name, field, "0 for a stream that is off",
+                      fmt::format("0x{:08X}", word));
       }
       return;
     }
     if ((word & 0x60E0E0E0U) != 0) {
-      teller_->Tell(message::ReservedSet, at, name, field, "reserved bits clear", fmt::format("0x{:08X}", word));
+      teller_->Tell(message::ReservedSet, at, name, field, "reserved bits clear",
+                    fmt::format("0x{:08X}", word));
     }
     if (static_cast<int>(index) >= Streams().Subpictures) {
-      teller_->Tell(message::StreamLoose, at, name, field, fmt::format("off, with {} subpicture streams", Streams().Subpictures),
-                    "on");
+      teller_->Tell(message::StreamLoose, at, name, field,
+                    fmt::format("off, with {} subpicture streams", Streams().Subpictures), "on");
       return;
     }
     // Wide, letterbox and pan & scan pictures may have streams of their own.
-    const std::vector<unsigned> shifts = Streams().Video.IsWide() ? std::vector<unsigned>{16, 8, 0} : std::vector<unsigned>{24};
+    const std::vector<unsigned> shifts =
+        Streams().Video.IsWide() ? std::vector<unsigned>{16, 8, 0} : std::vector<unsigned>{24};
     bool found = false;
     for (const unsigned shift : shifts) {
       const unsigned id = 0x20 + (word >> shift & 31U);
@@ -342,7 +356,8 @@ class SetCheck {
       found = found || !VobsWith(id, vobs).empty();
     }
     if (!found) {
-      teller_->Tell(message::StreamLoose, at, name, field, "a stream that the chain's VOBs have", fmt::format("0x{:08X}", word));
+      teller_->Tell(message::StreamLoose, at, name, field, "a stream that the chain's VOBs have",
+                    fmt::format("0x{:08X}", word));
     }
   }
 
@@ -351,7 +366,8 @@ class SetCheck {
     for (const StreamFacts& stream : facts_->Streams) {
       if (!used_.contains(stream.Id) && told.insert(stream.Id).second) {
         teller_->Tell(message::StreamLoose, 0, name_ + " program chains", "PGC_AST_CTLT, PGC_SPST_CTLT",
-                      fmt::format("stream 0x{:02X} of VOB {} in use", stream.Id, stream.VobId), "no chain that has it on");
+                      fmt::format("stream 0x{:02X} of VOB {} in use", stream.Id, stream.VobId),
+                      "no chain that has it on");
       }
     }
   }
@@ -367,8 +383,9 @@ class SetCheck {
 
 }  // namespace
 
-void CheckAgainstSectors(const IfoTables& tables, bool menus, const VobSetFacts& facts, const IfoTeller& teller) {
-  SetCheck(tables, menus, facts, teller).Run();
+void CheckAgainstSectors(const IfoTables& tables, bool menus, const VobSetFacts& facts,
+                         const IfoTeller& teller) {
+  DomainCheck(tables, menus, facts, teller).Run();
 }
 
 }  // namespace quorvelant

@@ -8,6 +8,7 @@
 namespace quorvelant {
 
 // The menus of `tables`, or its titles. `facts` is empty where there are no VOB files.
-void CheckAgainstSectors(const IfoTables& tables, bool menus, const VobSetFacts& facts, const IfoTeller& teller);
+void CheckAgainstSectors(const IfoTables& tables, bool menus, const VobSetFacts& facts,
+                         const IfoTeller& teller);
 
 }  // namespace quorvelant

@@ -54,8 +54,8 @@ void SubpictureWalk::Feed(const ScannedPacket& packet) {
     lastPts_ = unitPts_;
     open_ = true;
   } else if (!open_) {
-    teller_->Tell(message::SubpictureBroken, packet.Sector, packet.At, name_, "", "a packet that continues a unit",
-                  "one without a unit");
+    teller_->Tell(message::SubpictureBroken, packet.Sector, packet.At, name_, "",
+                  "a packet that continues a unit", "one without a unit");
     return;
   }
   unit_.insert(unit_.end(), payload.begin(), payload.end());

@@ -50,7 +50,8 @@ std::int64_t Away(const ChainLine& line, std::int64_t time, std::uint32_t sector
   for (std::size_t i = 0; i < line.Vobus.size(); ++i) {
     if (line.Vobus[i]->Sector == sector) {
       const std::int64_t end = i + 1 < line.Starts.size() ? line.Starts[i + 1] : line.Total;
-      best = std::min(best, line.Starts[i] > time ? line.Starts[i] - time : std::max<std::int64_t>(1, time - end + 1));
+      best = std::min(
+          best, line.Starts[i] > time ? line.Starts[i] - time : std::max<std::int64_t>(1, time - end + 1));
     }
   }
   return best;
@@ -58,8 +59,13 @@ std::int64_t Away(const ChainLine& line, std::int64_t time, std::uint32_t sector
 
 class TimeMapCheck {
  public:
-  TimeMapCheck(const IfoTimeMap& map, const IfoChain& chain, const VobSetFacts& facts, bool ntsc, const IfoTeller& teller)
-      : map_(&map), chain_(&chain), line_(LineOf(chain, facts)), ntsc_(ntsc), teller_(&teller),
+  TimeMapCheck(const IfoTimeMap& map, const IfoChain& chain, const VobSetFacts& facts,
+               const IfoTables& tables, const IfoTeller& teller)
+      : map_(&map),
+        line_(LineOf(chain, facts)),
+        ntsc_(tables.TitleStreams.Video.IsNtsc()),
+        ours_(tables.IsOurs),
+        teller_(&teller),
         name_(fmt::format("VTS_TMAP {}", chain.Number)) {}
 
   void Run() const {
@@ -99,7 +105,8 @@ class TimeMapCheck {
       most = std::max(most, (line_.Total - 1) / unit + 1);
     }
     if (count < least - 1 || count > most) {
-      Tell(message::TimeMapWrong, 2, "MAP_EN_Ns", fmt::format("{} to {} units of {} s", least, most, map_->UnitSeconds), count);
+      Tell(message::TimeMapWrong, 2, "MAP_EN_Ns",
+           fmt::format("{} to {} units of {} s", least, most, map_->UnitSeconds), count);
     } else if (count < least) {
       Tell(message::TimeMapLoose, 2, "MAP_EN_Ns", fmt::format("{} or more", least), count);
     }
@@ -115,36 +122,41 @@ class TimeMapCheck {
       off = std::min(off, Away(line_, static_cast<std::int64_t>(index + 1) * unit, sector));
     }
     if (off > map_->UnitSeconds * Second / 2) {
-      Tell(message::TimeMapWrong, offset, field, fmt::format("the VOBU shown at {} s", (index + 1) * static_cast<std::size_t>(map_->UnitSeconds)),
+      Tell(message::TimeMapWrong, offset, field,
+           fmt::format("the VOBU shown at {} s", (index + 1) * static_cast<std::size_t>(map_->UnitSeconds)),
            fmt::format("sector {}", sector));
     } else if (off > 0) {
-      Tell(message::TimeMapLoose, offset, field, "the VOBU that has the time", fmt::format("sector {}", sector));
+      Tell(message::TimeMapLoose, offset, field, "the VOBU that has the time",
+           fmt::format("sector {}", sector));
     }
     CheckFlag(index, offset, field);
   }
 
-  // Bit 31: the next entry lies in another cell or VOB, so that the clock may start anew there.
+  // Bit 31: the clock may start anew before the next entry. Some set it at each cell, this program where the
+  // VOB ends.
   void CheckFlag(std::size_t index, std::size_t offset, const std::string& field) const {
     const auto& entries = map_->Entries;
     if (index + 1 >= entries.size()) {
       return;
     }
     const auto vobOf = [&](std::uint32_t entry) {
-      const auto found = std::ranges::find(line_.Vobus, entry & ~time_map::LastOfVob, [](const VobuFacts* each) { return each->Sector; });
+      const auto found = std::ranges::find(line_.Vobus, entry & ~time_map::LastOfVob,
+                                           [](const VobuFacts* each) { return each->Sector; });
       return found == line_.Vobus.end() ? 0U : unsigned{(*found)->VobId};
     };
     const bool flagged = (entries[index] & time_map::LastOfVob) != 0;
     const bool changes = vobOf(entries[index]) != vobOf(entries[index + 1]);
-    if (flagged != changes) {
-      Tell(message::TimeMapLoose, offset, field, changes ? "the flag of another VOB next" : "no flag, since the VOB goes on",
+    if (changes ? !flagged : flagged && ours_) {
+      Tell(ours_ ? message::TimeMapWrong : message::TimeMapLoose, offset, field,
+           changes ? "the flag of another VOB next" : "no flag, since the VOB goes on",
            fmt::format("0x{:08X}", entries[index]));
     }
   }
 
   const IfoTimeMap* map_;
-  const IfoChain* chain_;
   ChainLine line_;
   bool ntsc_;
+  bool ours_;
   const IfoTeller* teller_;
   std::string name_;
 };
@@ -154,11 +166,12 @@ class TimeMapCheck {
 void CheckTimeMaps(const IfoTables& tables, const VobSetFacts& facts, const IfoTeller& teller) {
   const auto& maps = *tables.TimeMaps;
   if (maps.size() != tables.Chains.size()) {
-    const std::uint32_t at = static_cast<std::uint32_t>(GetBytes(tables.Data, vtsi::TimeMaps.Offset, 4) * SectorBytes);
+    const std::uint32_t at =
+        static_cast<std::uint32_t>(GetBytes(tables.Data, vtsi::TimeMaps.Offset, 4) * SectorBytes);
     teller.Tell(message::TimeMapWrong, at, "VTS_TMAPT", "TMAP_Ns", tables.Chains.size(), maps.size());
   }
   for (std::size_t i = 0; i < std::min(maps.size(), tables.Chains.size()); ++i) {
-    TimeMapCheck(maps[i], tables.Chains[i], facts, tables.TitleStreams.Video.IsNtsc(), teller).Run();
+    TimeMapCheck(maps[i], tables.Chains[i], facts, tables, teller).Run();
   }
 }
 

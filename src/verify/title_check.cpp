@@ -28,7 +28,8 @@ class TitleCheck {
 
   void Run() {
     if (manager_->TitleSets != static_cast<int>(sets_->size())) {
-      teller_.Tell(message::TitleWrong, vmgi::TitleSets.Offset, "VMGI_MAT", "VTS_Ns", sets_->size(), manager_->TitleSets);
+      teller_.Tell(message::TitleWrong, vmgi::TitleSets.Offset, "VMGI_MAT", "VTS_Ns", sets_->size(),
+                   manager_->TitleSets);
     }
     for (std::size_t i = 0; i < manager_->Titles.size(); ++i) {
       CheckTitle(manager_->Titles[i], fmt::format("TT_SRPT title {}", i + 1));
@@ -51,7 +52,8 @@ class TitleCheck {
   void CheckTitle(const IfoTitle& title, const std::string& name) {
     using namespace title_entry;  // NOLINT(google-build-using-namespace): the rows of one record
     const auto bad = [&](std::size_t offset, std::string_view field, const auto& expected, const auto& seen) {
-      teller_.Tell(message::TitleWrong, title.At + static_cast<std::uint32_t>(offset), name, field, expected, seen);
+      teller_.Tell(message::TitleWrong, title.At + static_cast<std::uint32_t>(offset), name, field, expected,
+                   seen);
     };
     const IfoTables* set = SetOf(title.Set);
     if (set == nullptr) {
@@ -74,7 +76,8 @@ class TitleCheck {
       chains.insert(part.Chain);
     }
     if (chains.size() > 1 && (title.PlaybackType & NotSequential) == 0) {
-      bad(PlaybackType.Offset, PlaybackType.Name, "not one sequential PGC", fmt::format("0x{:02X}", title.PlaybackType));
+      bad(PlaybackType.Offset, PlaybackType.Name, "not one sequential PGC",
+          fmt::format("0x{:02X}", title.PlaybackType));
     }
     const bool known = !parts.empty() && parts[0].Chain >= 1 && parts[0].Chain <= set->Chains.size();
     const int angles = known ? AnglesOf(set->Chains[parts[0].Chain - 1U]) : title.Angles;
@@ -95,9 +98,11 @@ class TitleCheck {
         }
         const auto at = title.At + static_cast<std::uint32_t>(title_entry::SetStart.Offset);
         if (title.SetStart < end || (start && *start != title.SetStart)) {
-          teller_.Tell(message::TitleWrong, at, "TT_SRPT", "VTS_SA", start ? std::uint64_t{*start} : end, title.SetStart);
+          teller_.Tell(message::TitleWrong, at, "TT_SRPT", "VTS_SA", start ? std::uint64_t{*start} : end,
+                       title.SetStart);
         } else if (!start && title.SetStart > end) {
-          teller_.Tell(manager_->IsOurs ? message::TitleWrong : message::TitleLoose, at, "TT_SRPT", "VTS_SA", end, title.SetStart);
+          teller_.Tell(manager_->IsOurs ? message::TitleWrong : message::TitleLoose, at, "TT_SRPT", "VTS_SA",
+                       end, title.SetStart);
         }
         start = start.value_or(title.SetStart);
       }
@@ -110,13 +115,15 @@ class TitleCheck {
     for (std::size_t t = 0; t < set.Parts.size(); ++t) {
       const int number = static_cast<int>(t) + 1;
       if (!seen_.contains({set.Set, number})) {
-        teller.Tell(message::TitleWrong, at, "VTS_PTT_SRPT", fmt::format("TTU {}", number), "a title of the TT_SRPT", "none");
+        teller.Tell(message::TitleWrong, at, "VTS_PTT_SRPT", fmt::format("TTU {}", number),
+                    "a title of the TT_SRPT", "none");
       }
       for (std::size_t p = 0; p < set.Parts[t].size(); ++p) {
         CheckPart(set, number, static_cast<int>(p) + 1, at, teller);
       }
       if (!std::ranges::is_sorted(set.Parts[t])) {
-        teller.Tell(message::TitleLoose, at, "VTS_PTT_SRPT", fmt::format("TTU {}", number), "rising programs", "others");
+        teller.Tell(message::TitleLoose, at, "VTS_PTT_SRPT", fmt::format("TTU {}", number), "rising programs",
+                    "others");
       }
     }
     for (const IfoChain& chain : set.Chains) {
@@ -128,12 +135,14 @@ class TitleCheck {
     }
   }
 
-  void CheckPart(const IfoTables& set, int title, int number, std::uint32_t at, const IfoTeller& teller) const {
-    const IfoPart& part = set.Parts[static_cast<std::size_t>(title) - 1][static_cast<std::size_t>(number) - 1];
+  void CheckPart(const IfoTables& set, int title, int number, std::uint32_t at,
+                 const IfoTeller& teller) const {
+    const IfoPart& part =
+        set.Parts[static_cast<std::size_t>(title) - 1][static_cast<std::size_t>(number) - 1];
     const std::string name = fmt::format("VTS_PTT_SRPT TTU {}", title);
     if (part.Chain < 1 || part.Chain > set.Chains.size()) {
-      teller.Tell(message::TitleWrong, at, name, fmt::format("PGCN of part {}", number), fmt::format("1 to {}", set.Chains.size()),
-                  part.Chain);
+      teller.Tell(message::TitleWrong, at, name, fmt::format("PGCN of part {}", number),
+                  fmt::format("1 to {}", set.Chains.size()), part.Chain);
       return;
     }
     const IfoChain& chain = set.Chains[part.Chain - 1U];
@@ -143,7 +152,8 @@ class TitleCheck {
     }
     if ((chain.Category & 0x7F) != title || (number == 1 && !chain.IsEntry())) {
       teller.Tell(message::ChainBroken, chain.At, fmt::format("VTS_PGCIT PGC {}", chain.Number), "PGC_CAT",
-                  fmt::format("title {}{}", title, number == 1 ? ", its entry" : ""), fmt::format("0x{:02X}", chain.Category));
+                  fmt::format("title {}{}", title, number == 1 ? ", its entry" : ""),
+                  fmt::format("0x{:02X}", chain.Category));
     }
   }
 
@@ -151,7 +161,8 @@ class TitleCheck {
   void CheckAttributes() {
     const auto& records = manager_->SetAttributes;
     if (records.size() != sets_->size()) {
-      teller_.Tell(message::TitleWrong, vmgi::SetAttributes.Offset, "VTS_ATRT", "VTS_Ns", sets_->size(), records.size());
+      teller_.Tell(message::TitleWrong, vmgi::SetAttributes.Offset, "VTS_ATRT", "VTS_Ns", sets_->size(),
+                   records.size());
     }
     for (std::size_t i = 0; i < std::min(records.size(), sets_->size()); ++i) {
       const auto& [at, bytes] = records[i];
@@ -164,8 +175,9 @@ class TitleCheck {
                                       ? vtsi::Category.Offset + k - set_attributes::Category.Offset
                                       : vtsi::MenuVideo.Offset + k - set_attributes::MenuVideo.Offset;
         if (inSet < set->Data.size() && set->Data[inSet] != bytes[k]) {
-          teller_.Tell(message::AttributeWrong, at + static_cast<std::uint32_t>(k), fmt::format("VTS_ATR {}", i + 1),
-                       fmt::format("byte {}", k), fmt::format("0x{:02X} as VTSI_MAT", set->Data[inSet]),
+          teller_.Tell(message::AttributeWrong, at + static_cast<std::uint32_t>(k),
+                       fmt::format("VTS_ATR {}", i + 1), fmt::format("byte {}", k),
+                       fmt::format("0x{:02X} as VTSI_MAT", set->Data[inSet]),
                        fmt::format("0x{:02X}", bytes[k]));
           break;
         }
@@ -182,7 +194,8 @@ class TitleCheck {
 
 }  // namespace
 
-void CheckTitles(const IfoTables& manager, const std::vector<const IfoTables*>& sets, DiscFindings& findings) {
+void CheckTitles(const IfoTables& manager, const std::vector<const IfoTables*>& sets,
+                 DiscFindings& findings) {
   TitleCheck(manager, sets, findings).Run();
 }
 

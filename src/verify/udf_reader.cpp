@@ -70,7 +70,7 @@ class UdfReader {
  public:
   explicit UdfReader(const ImageSectors& image) : image_(&image) {}
 
-  std::vector<SourceFile> Files() {
+  std::vector<DiscSourceFile> Files() {
     ReadVolume();
     const std::uint32_t rootEntry = ReadFileSet();
     const auto top = Directory(FileOf(rootEntry));
@@ -78,7 +78,7 @@ class UdfReader {
     if (video == top.end()) {
       throw ImageFault(partition_ + rootEntry, "UDF root directory", "", "VIDEO_TS", "none");
     }
-    std::vector<SourceFile> files;
+    std::vector<DiscSourceFile> files;
     for (const auto& [name, entry] : Directory(FileOf(video->second))) {
       const UdfFile file = FileOf(entry);
       files.push_back({.Name = name, .Size = file.Size, .FirstSector = file.FirstSector});
@@ -108,7 +108,8 @@ class UdfReader {
       }
     }
     if (!partition || !fileSet) {
-      throw ImageFault(first, "UDF volume descriptor sequence", "", "a partition and a logical volume", "none");
+      throw ImageFault(first, "UDF volume descriptor sequence", "", "a partition and a logical volume",
+                       "none");
     }
     partition_ = *partition;
     fileSet_ = *fileSet;
@@ -221,7 +222,7 @@ class UdfReader {
 
 }  // namespace
 
-std::vector<SourceFile> UdfFiles(const ImageSectors& image) {
+std::vector<DiscSourceFile> UdfFiles(const ImageSectors& image) {
   return UdfReader(image).Files();
 }
 

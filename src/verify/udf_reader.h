@@ -9,6 +9,6 @@
 namespace quorvelant {
 
 // Raises ImageFault for a file system that is none or damaged, FileError for what cannot be read.
-[[nodiscard]] std::vector<SourceFile> UdfFiles(const ImageSectors& image);
+[[nodiscard]] std::vector<DiscSourceFile> UdfFiles(const ImageSectors& image);
 
 }  // namespace quorvelant

@@ -25,7 +25,7 @@ class DiscVerifier {
 
   VerifyResult Run() {
     domains_ = DomainsOf(*source_, result_.Findings);
-    for (const SourceFile& file : source_->Files()) {
+    for (const DiscSourceFile& file : source_->Files()) {
       total_ += file.Size;
     }
     for (const DiscDomain& domain : domains_) {
@@ -44,7 +44,7 @@ class DiscVerifier {
   }
 
  private:
-  [[nodiscard]] Bytes ReadAll(const SourceFile& file) {
+  [[nodiscard]] Bytes ReadAll(const DiscSourceFile& file) {
     Bytes bytes(static_cast<std::size_t>(std::min(file.Size, MostIfoBytes)));
     bytes.resize(source_->Read(file, 0, bytes));
     result_.Bytes += bytes.size();
@@ -63,10 +63,11 @@ class DiscVerifier {
     }
     if (auto tables = ReadIfoTables(domain.Ifo->Name, domain.Set, std::move(ifo), result_.Findings)) {
       set.Tables = std::move(*tables);
+      set.Tables.IsOurs = result_.Sets.front().Tables.IsOurs;  // the manager names the maker
     }
   }
 
-  void CompareBackup(const Bytes& ifo, const Bytes& bup, const SourceFile& file) {
+  void CompareBackup(const Bytes& ifo, const Bytes& bup, const DiscSourceFile& file) {
     const auto differs = std::ranges::mismatch(ifo, bup);
     if (differs.in1 == ifo.end() && differs.in2 == bup.end()) {
       return;
@@ -75,11 +76,12 @@ class DiscVerifier {
     const auto text = [](auto place, auto end) {
       return place == end ? std::string("the end") : fmt::format("0x{:02X}", *place);
     };
-    result_.Findings.Add(message::BackupUnlike, {.File = file.Name, .Sector = at / SectorBytes, .Offset = at}, "BUP", "",
-                         text(differs.in1, ifo.end()) + " as in the IFO", text(differs.in2, bup.end()));
+    result_.Findings.Add(message::BackupUnlike, {.File = file.Name, .Sector = at / SectorBytes, .Offset = at},
+                         "BUP", "", text(differs.in1, ifo.end()) + " as in the IFO",
+                         text(differs.in2, bup.end()));
   }
 
-  VobSetFacts Scan(const VobFiles& files, const IfoTables& tables, bool menus) {
+  VobSetFacts Scan(const VobSetFiles& files, const IfoTables& tables, bool menus) {
     if (files.Files.empty() || result_.Stopped) {
       return {};
     }

@@ -207,7 +207,8 @@ void VideoWalk::TakeExtension(const Header& header, std::vector<Frame>& frames, 
   }
 }
 
-void VideoWalk::TakePicture(const Header& header, std::uint64_t start, bool afterEnd, std::vector<Frame>& frames) {
+void VideoWalk::TakePicture(const Header& header, std::uint64_t start, bool afterEnd,
+                            std::vector<Frame>& frames) {
   constexpr std::string_view Kinds = "?IPBD???";
   const int reference = header.Rest[0] << 2U | header.Rest[1] >> 6U;
   if (!frames.empty() && frames.back().Structure != 3 && frames.back().Second == 0 &&
@@ -240,7 +241,8 @@ void VideoWalk::CheckStart(std::uint32_t sector, const std::vector<Frame>& frame
     teller_->Tell(message::VideoBroken, sector, 0, "VOBU", "video",
                   "sequence header, GOP header and I picture at its start", "other headers");
   }
-  const auto odd = std::ranges::find_if(frames, [](const Frame& each) { return each.Kind == '?' || each.Kind == 'D'; });
+  const auto odd =
+      std::ranges::find_if(frames, [](const Frame& each) { return each.Kind == '?' || each.Kind == 'D'; });
   if (odd != frames.end()) {
     teller_->Tell(message::VideoBroken, odd->Sector, 0, "picture header", "picture_coding_type", "I, P or B",
                   "another");
@@ -282,13 +284,15 @@ void VideoWalk::CheckSequence(std::uint32_t sector, const Header& header, bool m
     bad("coding", video_.IsMpeg2() ? "MPEG-2 as V_ATR" : "MPEG-1 as V_ATR", mpeg2 ? "MPEG-2" : "MPEG-1");
   }
   if (width != video_.Width() || height != video_.Height()) {
-    bad("size", fmt::format("{}x{} as V_ATR", video_.Width(), video_.Height()), fmt::format("{}x{}", width, height));
+    bad("size", fmt::format("{}x{} as V_ATR", video_.Width(), video_.Height()),
+        fmt::format("{}x{}", width, height));
   }
   if ((word & 15U) != (video_.IsNtsc() ? 4 : 3)) {
     bad("frame_rate_code", video_.IsNtsc() ? 4 : 3, word & 15U);
   }
   if (mpeg2 && wide != video_.IsWide()) {
-    bad("aspect_ratio_information", video_.IsWide() ? "16:9 as V_ATR" : "4:3 as V_ATR", wide ? "16:9" : "4:3");
+    bad("aspect_ratio_information", video_.IsWide() ? "16:9 as V_ATR" : "4:3 as V_ATR",
+        wide ? "16:9" : "4:3");
   }
 }
 
@@ -303,7 +307,8 @@ void VideoWalk::Stamp(std::vector<Frame>& frames, std::uint32_t sector) const {
     if (frame != frames.end() && begins(frame->Start)) {
       frame->Pts = chunk.Pts;
       frame->Dts = chunk.Dts;
-    } else if (std::ranges::none_of(frames, [&](const Frame& each) { return each.Second != 0 && begins(each.Second); })) {
+    } else if (std::ranges::none_of(
+                   frames, [&](const Frame& each) { return each.Second != 0 && begins(each.Second); })) {
       teller_->Tell(message::StampWrong, chunk.Sector, 0, "PES header", "PTS", "none where no picture begins",
                     *chunk.Pts);
     }
@@ -365,8 +370,8 @@ void VideoWalk::Decode(Frame& frame, std::optional<std::int64_t> before) {
     time = 2 * std::int64_t{*stamp};
   }
   if (frame.Dts && frame.Pts && *frame.Dts > *frame.Pts) {
-    teller_->Tell(message::StampWrong, frame.Sector, 0, "PES header", "DTS", fmt::format("at most the PTS {}", *frame.Pts),
-                  *frame.Dts);
+    teller_->Tell(message::StampWrong, frame.Sector, 0, "PES header", "DTS",
+                  fmt::format("at most the PTS {}", *frame.Pts), *frame.Dts);
   }
   if (time && stamp && std::abs(2 * std::int64_t{*stamp} - *time) > Rounding) {
     teller_->Tell(message::StampWrong, frame.Sector, 0, "PES header", frame.Dts ? "DTS" : "PTS",

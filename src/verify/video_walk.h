@@ -107,16 +107,16 @@ class VideoWalk {
   Bytes carry_;  // the last bytes of the payload before, in which a header may begin
   std::uint64_t dataEnd_ = 0;
 
-  bool endedBefore_ = false;            // the last VOBU with video ended with a sequence end code
+  bool endedBefore_ = false;                // the last VOBU with video ended with a sequence end code
   std::array<std::uint8_t, 8> sequence_{};  // the last sequence header that was looked at
 
   // Frames in decoding order, until both their times are known.
   std::deque<Frame> frames_;
   std::size_t released_ = 0;           // from the front, whose decoding times the buffer knows
-  std::optional<std::size_t> held_;       // the reference frame that waits to be shown
-  std::vector<std::size_t> unplaced_;     // shown before any time stamp
-  std::optional<std::int64_t> clock_;     // half ticks: when the next frame is shown
-  bool still_ = false;                    // a sequence ended: the frame before may stay
+  std::optional<std::size_t> held_;    // the reference frame that waits to be shown
+  std::vector<std::size_t> unplaced_;  // shown before any time stamp
+  std::optional<std::int64_t> clock_;  // half ticks: when the next frame is shown
+  bool still_ = false;                 // a sequence ended: the frame before may stay
 };
 
 }  // namespace quorvelant

@@ -17,13 +17,13 @@
 namespace quorvelant {
 
 struct VobFile {
-  const SourceFile* File = nullptr;
+  const DiscSourceFile* File = nullptr;
   std::uint32_t First = 0;  // its first sector in the set
   std::uint32_t Sectors = 0;
 };
 
 // A menu VOB, or the VOBs 1 to 9 of a title set.
-struct VobFiles {
+struct VobSetFiles {
   std::vector<VobFile> Files;
 
   [[nodiscard]] std::uint32_t Sectors() const {
@@ -33,7 +33,7 @@ struct VobFiles {
 
 class VobTeller {
  public:
-  VobTeller(const VobFiles& files, DiscFindings& findings) : files_(&files), findings_(&findings) {}
+  VobTeller(const VobSetFiles& files, DiscFindings& findings) : files_(&files), findings_(&findings) {}
 
   // `offset` counts bytes of the sector.
   template <class Expected, class Seen>
@@ -50,12 +50,11 @@ class VobTeller {
       return {};
     }
     const VobFile& file = *std::prev(after);
-    return {.File = file.File->Name,
-            .Sector = sector - file.First,
-            .Offset = static_cast<std::uint32_t>(offset)};
+    return {
+        .File = file.File->Name, .Sector = sector - file.First, .Offset = static_cast<std::uint32_t>(offset)};
   }
 
-  const VobFiles* files_;
+  const VobSetFiles* files_;
   DiscFindings* findings_;
 };
 

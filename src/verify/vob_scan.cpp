@@ -12,13 +12,13 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::int64_t ClockTicks = 300;                 // 27 MHz, of a tick of 90 kHz
-constexpr std::int64_t PackTicks = 43885;                // of a sector at 10.08 Mbit/s, cut
+constexpr std::int64_t ClockTicks = 300;                  // 27 MHz, of a tick of 90 kHz
+constexpr std::int64_t PackTicks = 43885;                 // of a sector at 10.08 Mbit/s, cut
 constexpr std::int64_t MostScrGap = 7 * 27'000'000 / 10;  // ISO/IEC 13818-1 2.7.1
-constexpr std::uint32_t MuxRate = 25200;                 // in units of 50 bytes/s
+constexpr std::uint32_t MuxRate = 25200;                  // in units of 50 bytes/s
 constexpr std::size_t PackBytes = 14;
-constexpr std::uint64_t RateWithMarkers = 0x0189C3F8;    // MuxRate, markers, no stuffing
-constexpr std::int64_t MostDelay = 90000;                // ticks between SCR and time stamp
+constexpr std::uint64_t RateWithMarkers = 0x0189C3F8;  // MuxRate, markers, no stuffing
+constexpr std::int64_t MostDelay = 90000;              // ticks between SCR and time stamp
 constexpr std::int64_t LongDelay = 63000;
 constexpr std::size_t PesHeadBytes = 9;
 
@@ -57,8 +57,8 @@ void VobScan::Read(ByteView sector) {
     CheckScr(head.Scr);
     vob_->LastScr = head.Scr;
   }
-  const bool stream = code == StartCode(start_code::PrivateStream1) ||
-                      (code >= StartCode(0xC0) && code <= StartCode(0xEF));
+  const bool stream =
+      code == StartCode(start_code::PrivateStream1) || (code >= StartCode(0xC0) && code <= StartCode(0xEF));
   if (code == StartCode(start_code::SystemHeader)) {
     // a navigation pack, or a fault that was told
   } else if (vob_ == nullptr) {
@@ -68,7 +68,8 @@ void VobScan::Read(ByteView sector) {
   } else if (code == StartCode(start_code::PaddingStream)) {
     teller_->Tell(message::PackLoose, sector_, head.Bytes, "pack", "", "a stream's packet", "padding alone");
   } else {
-    Bad(head.Bytes, "PES header", "packet_start_code", "a stream of DVD-Video", fmt::format("0x{:08X}", code));
+    Bad(head.Bytes, "PES header", "packet_start_code", "a stream of DVD-Video",
+        fmt::format("0x{:08X}", code));
   }
   ++sector_;
 }
@@ -105,7 +106,9 @@ void VobScan::CheckScr(std::int64_t scr) const {
     return;
   }
   const std::int64_t step = scr - *vob_->LastScr;
-  const auto text = [](std::int64_t ticks) { return fmt::format("{:.2f} ticks of 90 kHz", static_cast<double>(ticks) / ClockTicks); };
+  const auto text = [](std::int64_t ticks) {
+    return fmt::format("{:.2f} ticks of 90 kHz", static_cast<double>(ticks) / ClockTicks);
+  };
   if (step < PackTicks) {
     const bool ours = order_.IsOurs || step <= 0;
     teller_->Tell(ours ? message::PacksClose : message::PacksCloseElsewhere, sector_, 4, "pack header", "SCR",
@@ -136,8 +139,8 @@ bool VobScan::IsNav(ByteView sector, std::size_t at) const {
   for (const FixedBytes& each : Fixed) {
     const std::uint64_t seen = GetBytes(sector, each.At, each.Width);
     if (seen != each.Value) {
-      teller_->Tell(message::NavWrong, sector_, each.At, each.Table, each.Field, fmt::format("0x{:X}", each.Value),
-                    fmt::format("0x{:X}", seen));
+      teller_->Tell(message::NavWrong, sector_, each.At, each.Table, each.Field,
+                    fmt::format("0x{:X}", each.Value), fmt::format("0x{:X}", seen));
       good = false;
     }
   }
@@ -165,7 +168,8 @@ void VobScan::TakeNav(ByteView sector, std::int64_t scr) {
                  .StartPtm = Get(sector, nav::VobuSPtm).Value,
                  .EndPtm = Get(sector, nav::VobuEPtm).Value,
                  .VobId = vobId,
-                 .CellId = static_cast<std::uint8_t>(Get(sector, nav::CellIdn).Value)};
+                 .CellId = static_cast<std::uint8_t>(Get(sector, nav::CellIdn).Value),
+                 .UserOperations = static_cast<std::uint32_t>(Get(sector, nav::VobuUopCtl).Value)};
   record.SequenceEndPtm = Get(sector, nav::VobuSeEPtm).Value;
   record.Elapsed = Get(sector, nav::PciElapsed).Value;
   std::copy_n(sector.begin() + nav::NonSeamlessAngles.Offset, record.Angles.size(), record.Angles.begin());
@@ -196,7 +200,8 @@ void VobScan::CheckNavAlone(ByteView sector, std::int64_t scr) const {
     if ((i < 9 || i > 11) && system[i] != nav::SystemHeaderBytes.at(i)) {
       teller_->Tell(i < 9 ? message::NavWrong : message::NavLoose, sector_, nav::SystemHeader.Offset + i,
                     "system header", i < 9 ? "rate_bound" : "P-STD_buffer_size_bound",
-                    fmt::format("0x{:02X}", nav::SystemHeaderBytes.at(i)), fmt::format("0x{:02X}", system[i]));
+                    fmt::format("0x{:02X}", nav::SystemHeaderBytes.at(i)),
+                    fmt::format("0x{:02X}", system[i]));
       break;
     }
   }
@@ -205,8 +210,8 @@ void VobScan::CheckNavAlone(ByteView sector, std::int64_t scr) const {
     const bool set = row.Name == "reserved" && row.Offset != nav::HliReserved.Offset &&
                      std::ranges::any_of(bytes, [](std::uint8_t byte) { return byte != 0; });
     if (set) {
-      teller_->Tell(message::ReservedSet, sector_, row.Offset, row.Offset < nav::DsiStartCode.Offset ? "PCI" : "DSI",
-                    "reserved", 0, "others");
+      teller_->Tell(message::ReservedSet, sector_, row.Offset,
+                    row.Offset < nav::DsiStartCode.Offset ? "PCI" : "DSI", "reserved", 0, "others");
     }
   }
 }
@@ -214,7 +219,8 @@ void VobScan::CheckNavAlone(ByteView sector, std::int64_t scr) const {
 void VobScan::TakePacket(ByteView sector, std::size_t at, std::int64_t scr) {
   const std::size_t end = at + 6 + GetBytes(sector, at + 4, 2);
   if (end > SectorBytes) {
-    Bad(at + 4, "PES header", "PES_packet_length", fmt::format("at most {}", SectorBytes - at - 6), end - at - 6);
+    Bad(at + 4, "PES header", "PES_packet_length", fmt::format("at most {}", SectorBytes - at - 6),
+        end - at - 6);
     return;
   }
   CheckAfter(sector, end);
@@ -249,7 +255,8 @@ void VobScan::CheckAfter(ByteView sector, std::size_t end) const {
   }
   if (rest <= PaddingHead || GetBytes(sector, end, 4) != StartCode(start_code::PaddingStream) ||
       GetBytes(sector, end + 4, 2) != rest - PaddingHead) {
-    Bad(end, "padding packet", "PES_packet_length", fmt::format("a padding packet of {} bytes", rest), "others");
+    Bad(end, "padding packet", "PES_packet_length", fmt::format("a padding packet of {} bytes", rest),
+        "others");
     return;
   }
   const ByteView padding = sector.subspan(end + PaddingHead);
@@ -287,8 +294,10 @@ bool VobScan::ReadPesHead(ByteView sector, std::size_t at, ScannedPacket& packet
   }
   if ((flags & 1U) != 0 && has(1)) {
     const unsigned extension = sector[next++];
-    if ((extension & 0xE1U) != 0 || (extension & 0x0EU) != 0x0E) {
-      Bad(next - 1, "PES header", "PES_extension flags", "P-STD_buffer alone", fmt::format("0x{:02X}", extension));
+    const bool reserved = order_.IsOurs && (extension & 0x0EU) != 0x0E;  // others leave them clear
+    if ((extension & 0xE1U) != 0 || reserved) {
+      Bad(next - 1, "PES header", "PES_extension flags", "P-STD_buffer alone",
+          fmt::format("0x{:02X}", extension));
     } else if ((extension & 0x10U) != 0 && has(2)) {
       const auto word = static_cast<unsigned>(GetBytes(sector, next, 2));
       if (word >> 14U != 1) {
@@ -302,7 +311,8 @@ bool VobScan::ReadPesHead(ByteView sector, std::size_t at, ScannedPacket& packet
   if (std::ranges::any_of(stuffing, [](std::uint8_t byte) { return byte != 0xFF; })) {
     Bad(next, "PES header", "stuffing_byte", "0xFF to the end of the header", "others");
   } else if (stuffing.size() > 7) {
-    teller_->Tell(message::PackLoose, sector_, next, "PES header", "stuffing_byte", "at most 7", stuffing.size());
+    teller_->Tell(message::PackLoose, sector_, next, "PES header", "stuffing_byte", "at most 7",
+                  stuffing.size());
   }
   return true;
 }
@@ -325,9 +335,11 @@ void VobScan::CheckDelay(const ScannedPacket& packet, std::int64_t scr) const {
   const std::int64_t delay = std::int64_t{*stamp} - scr / ClockTicks;
   const char* field = packet.Dts ? "DTS" : "PTS";
   if (delay < 0 || delay > MostDelay) {
-    teller_->Tell(message::StampWrong, sector_, 0, "PES header", field, "0 to 90000 ticks after the SCR", delay);
+    teller_->Tell(message::StampWrong, sector_, 0, "PES header", field, "0 to 90000 ticks after the SCR",
+                  delay);
   } else if (delay > LongDelay) {
-    teller_->Tell(message::StampLoose, sector_, 0, "PES header", field, "at most 63000 ticks after the SCR", delay);
+    teller_->Tell(message::StampLoose, sector_, 0, "PES header", field, "at most 63000 ticks after the SCR",
+                  delay);
   }
 }
 
@@ -351,14 +363,16 @@ void VobScan::Hand(unsigned id, ScannedPacket& packet) {
     CheckFirst(packet, walk.Buffer(), id);
     walk.Feed(packet);
   } else {
-    Bad(packet.At, "PES header", "stream_id or sub_stream_id", "a stream of DVD-Video", fmt::format("0x{:02X}", id));
+    Bad(packet.At, "PES header", "stream_id or sub_stream_id", "a stream of DVD-Video",
+        fmt::format("0x{:02X}", id));
   }
 }
 
 // The first packet of a stream in a VOB says when it is due and how much buffer it needs.
 void VobScan::CheckFirst(const ScannedPacket& packet, DecoderBuffer& buffer, unsigned id) {
-  const std::int64_t bound =
-      id == start_code::VideoStream ? VideoPStd : id >= 0xC0 ? MpegAudioPStd : PrivatePStd;
+  const std::int64_t bound = id == start_code::VideoStream ? VideoPStd
+                             : id >= 0xC0                  ? MpegAudioPStd
+                                                           : PrivatePStd;
   if (packet.PStd > bound) {
     Bad(packet.At, "PES header", "P-STD_buffer_size", fmt::format("at most {} bytes", bound), packet.PStd);
   }
@@ -409,7 +423,8 @@ void VobScan::EndVob(std::uint16_t id) {
   vob.Video.EndVob();
   for (auto& [stream, walk] : vob.Audio) {
     walk.EndVob();
-    const std::uint32_t first = walk.Starts().empty() ? vob.Records.front().Vobu.Sector : walk.Starts().front().Sector;
+    const std::uint32_t first =
+        walk.Starts().empty() ? vob.Records.front().Vobu.Sector : walk.Starts().front().Sector;
     facts_.Streams.push_back({id, static_cast<std::uint8_t>(stream), first, walk.Traits()});
   }
   for (auto& [stream, walk] : vob.Subpictures) {
@@ -417,7 +432,8 @@ void VobScan::EndVob(std::uint16_t id) {
     facts_.Streams.push_back({id, static_cast<std::uint8_t>(stream), vob.Records.front().Vobu.Sector, {}});
   }
   CheckStreamTimes(vob);
-  CheckNavRecords(vob, tags_, {.Teller = *teller_, .IsNtsc = order_.Streams.Video.IsNtsc(), .IsOurs = order_.IsOurs});
+  CheckNavRecords(vob, tags_,
+                  {.Teller = *teller_, .IsNtsc = order_.Streams.Video.IsNtsc(), .IsOurs = order_.IsOurs});
   vobs_.erase(id);
 }
 
@@ -430,14 +446,15 @@ void VobScan::CheckStreamTimes(VobState& vob) const {
     const std::int64_t offset = walk.FirstPts().value_or(first.StartPtm) - std::int64_t{first.StartPtm};
     if (offset > Second || offset < -Second) {
       teller_->Tell(message::StampLoose, first.Sector, 0, fmt::format("audio stream 0x{:02X}", stream), "PTS",
-                    "a start within a second of the video", fmt::format("{:.3f} s off", static_cast<double>(offset) / Second));
+                    "a start within a second of the video",
+                    fmt::format("{:.3f} s off", static_cast<double>(offset) / Second));
     }
   }
   for (const auto& [stream, walk] : vob.Subpictures) {
     if (walk.FirstPts().value_or(first.StartPtm) < first.StartPtm ||
         walk.LastPts().value_or(last.EndPtm) > last.EndPtm) {
-      teller_->Tell(message::StampWrong, first.Sector, 0, fmt::format("subpicture stream 0x{:02X}", stream), "PTS",
-                    fmt::format("{} to {}", first.StartPtm, last.EndPtm),
+      teller_->Tell(message::StampWrong, first.Sector, 0, fmt::format("subpicture stream 0x{:02X}", stream),
+                    "PTS", fmt::format("{} to {}", first.StartPtm, last.EndPtm),
                     fmt::format("{} to {}", walk.FirstPts().value_or(0), walk.LastPts().value_or(0)));
     }
   }

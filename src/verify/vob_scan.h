@@ -18,7 +18,7 @@ namespace quorvelant {
 
 struct ScanOrder {
   IfoStreams Streams = {};
-  bool Known = true;   // whether the IFO says what the streams are
+  bool Known = true;    // whether the IFO says what the streams are
   bool IsOurs = false;  // whether this program made the disc
   std::uint32_t Sectors = 0;
 };
@@ -39,7 +39,8 @@ class VobScan {
     std::size_t Bytes = 14;
   };
   template <class Expected, class Seen>
-  void Bad(std::size_t offset, const char* table, const char* field, const Expected& expected, const Seen& seen) const;
+  void Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
+           const Seen& seen) const;
 
   [[nodiscard]] PackHead ReadPackHead(ByteView sector) const;
   void CheckScr(std::int64_t scr) const;
@@ -48,7 +49,8 @@ class VobScan {
   void CheckNavAlone(ByteView sector, std::int64_t scr) const;
   void TakePacket(ByteView sector, std::size_t at, std::int64_t scr);
   void CheckAfter(ByteView sector, std::size_t end) const;
-  [[nodiscard]] bool ReadPesHead(ByteView sector, std::size_t at, ScannedPacket& packet, std::size_t& data) const;
+  [[nodiscard]] bool ReadPesHead(ByteView sector, std::size_t at, ScannedPacket& packet,
+                                 std::size_t& data) const;
   [[nodiscard]] std::uint32_t StampAt(ByteView sector, std::size_t at, unsigned prefix) const;
   void CheckDelay(const ScannedPacket& packet, std::int64_t scr) const;
   void Hand(unsigned id, ScannedPacket& packet);

@@ -23,7 +23,7 @@ struct VobState {
   VideoWalk Video;
   std::map<unsigned, AudioWalk> Audio;
   std::map<unsigned, SubpictureWalk> Subpictures;
-  std::vector<NavRecord> Records;  // as many as Video.Vobus() at the VOB's end
+  std::vector<NavRecord> Records;            // as many as Video.Vobus() at the VOB's end
   std::optional<std::int64_t> LastScr = {};  // 27 MHz
 };
 

@@ -19,6 +19,7 @@ struct VobuFacts {
   std::uint32_t EndPtm = 0;
   std::uint16_t VobId = 0;
   std::uint8_t CellId = 0;
+  std::uint32_t UserOperations = 0;  // VOBU_UOP_CTL: bits that are set forbid
 };
 
 // A stream of a VOB.
@@ -26,7 +27,7 @@ struct StreamFacts {
   std::uint16_t VobId = 0;
   std::uint8_t Id = 0;  // a substream of private stream 1, or a stream from 0xC0 on
   std::uint32_t FirstSector = 0;
-  AudioTraits Audio;
+  SoundTraits Audio;
 };
 
 // Buttons that begin with a VOBU: its HLI.
