@@ -1,8 +1,6 @@
 // What this room finds.
 #pragma once
 
-#include <string_view>
-
 #include "base/message.h"
 
 namespace quorvelant::message {
@@ -34,71 +32,75 @@ inline constexpr MessageKind NavPackAddressWrong{"read-back-nav-address", Severi
 inline constexpr MessageKind DiscUnreadable{"verify-unreadable", Severity::Error, "Verify", "{}"};
 
 // Of a finished disc: what is looked at, what it should be, what it is.
-inline constexpr std::string_view DiscFindingText = "{}: expected {}, found {}";
-inline constexpr MessageKind ImageDamaged{"verify-image", Severity::Error, "Image", DiscFindingText};
-inline constexpr MessageKind ImageUnlike{"verify-image-views", Severity::Error, "Image", DiscFindingText};
-inline constexpr MessageKind FileWrong{"verify-file", Severity::Error, "Files", DiscFindingText};
-inline constexpr MessageKind FileOdd{"verify-file-odd", Severity::Information, "Files", DiscFindingText};
-inline constexpr MessageKind BackupUnlike{"verify-backup", Severity::Error, "Files", DiscFindingText};
-inline constexpr MessageKind LayoutWrong{"verify-layout", Severity::Error, "Layout", DiscFindingText};
+inline constexpr MessageKind ImageDamaged{"verify-image", Severity::Error, "Image",
+                                          "{}: expected {}, found {}"};
+inline constexpr MessageKind ImageUnlike{"verify-image-views", Severity::Error, "Image", ImageDamaged.Text};
+inline constexpr MessageKind FileWrong{"verify-file", Severity::Error, "Files", ImageDamaged.Text};
+inline constexpr MessageKind FileOdd{"verify-file-odd", Severity::Information, "Files", ImageDamaged.Text};
+inline constexpr MessageKind BackupUnlike{"verify-backup", Severity::Error, "Files", ImageDamaged.Text};
+inline constexpr MessageKind LayoutWrong{"verify-layout", Severity::Error, "Layout", ImageDamaged.Text};
 inline constexpr MessageKind LayoutLoose{"verify-layout-loose", Severity::Information, "Layout",
-                                         DiscFindingText};
-inline constexpr MessageKind TableBroken{"verify-table", Severity::Error, "Tables", DiscFindingText};
+                                         ImageDamaged.Text};
+inline constexpr MessageKind TableBroken{"verify-table", Severity::Error, "Tables", ImageDamaged.Text};
 inline constexpr MessageKind TableLoose{"verify-table-loose", Severity::Information, "Tables",
-                                        DiscFindingText};
-inline constexpr MessageKind ReservedSet{"verify-reserved", Severity::Warning, "Tables", DiscFindingText};
-inline constexpr MessageKind ChainBroken{"verify-chain", Severity::Error, "Program Chains", DiscFindingText};
-inline constexpr MessageKind TitleWrong{"verify-title", Severity::Error, "Titles", DiscFindingText};
+                                        ImageDamaged.Text};
+inline constexpr MessageKind ReservedSet{"verify-reserved", Severity::Warning, "Tables", ImageDamaged.Text};
+inline constexpr MessageKind ChainBroken{"verify-chain", Severity::Error, "Program Chains",
+                                         ImageDamaged.Text};
+inline constexpr MessageKind TitleWrong{"verify-title", Severity::Error, "Titles", ImageDamaged.Text};
 inline constexpr MessageKind TitleLoose{"verify-title-loose", Severity::Information, "Titles",
-                                        DiscFindingText};
+                                        ImageDamaged.Text};
 inline constexpr MessageKind AttributeWrong{"verify-attributes", Severity::Error, "Attributes",
-                                            DiscFindingText};
+                                            ImageDamaged.Text};
 inline constexpr MessageKind AttributeLoose{"verify-attributes-loose", Severity::Information, "Attributes",
-                                            DiscFindingText};
+                                            ImageDamaged.Text};
 inline constexpr MessageKind AddressMapWrong{"verify-address-map", Severity::Error, "Address Maps",
-                                             DiscFindingText};
-inline constexpr MessageKind CellWrong{"verify-cell", Severity::Error, "Cells", DiscFindingText};
-inline constexpr MessageKind PlayTimeWrong{"verify-time", Severity::Error, "Playback Times", DiscFindingText};
+                                             ImageDamaged.Text};
+inline constexpr MessageKind CellWrong{"verify-cell", Severity::Error, "Cells", ImageDamaged.Text};
+inline constexpr MessageKind PlayTimeWrong{"verify-time", Severity::Error, "Playback Times",
+                                           ImageDamaged.Text};
 inline constexpr MessageKind PlayTimeLoose{"verify-time-loose", Severity::Information, "Playback Times",
-                                           DiscFindingText};
-inline constexpr MessageKind TimeMapWrong{"verify-time-map", Severity::Error, "Time Maps", DiscFindingText};
+                                           ImageDamaged.Text};
+inline constexpr MessageKind TimeMapWrong{"verify-time-map", Severity::Error, "Time Maps", ImageDamaged.Text};
 inline constexpr MessageKind TimeMapLoose{"verify-time-map-loose", Severity::Information, "Time Maps",
-                                          DiscFindingText};
-inline constexpr MessageKind PackWrong{"verify-pack", Severity::Error, "Packs", DiscFindingText};
-inline constexpr MessageKind PackLoose{"verify-pack-loose", Severity::Information, "Packs", DiscFindingText};
-inline constexpr MessageKind PacksClose{"verify-packs-close", Severity::Error, "Packs", DiscFindingText};
+                                          ImageDamaged.Text};
+inline constexpr MessageKind PackWrong{"verify-pack", Severity::Error, "Packs", ImageDamaged.Text};
+inline constexpr MessageKind PackLoose{"verify-pack-loose", Severity::Information, "Packs",
+                                       ImageDamaged.Text};
+inline constexpr MessageKind PacksClose{"verify-packs-close", Severity::Error, "Packs", ImageDamaged.Text};
 inline constexpr MessageKind PacksCloseElsewhere{"verify-packs-close-elsewhere", Severity::Information,
-                                                 "Packs", DiscFindingText};
-inline constexpr MessageKind StampWrong{"verify-stamp", Severity::Error, "Time Stamps", DiscFindingText};
+                                                 "Packs", ImageDamaged.Text};
+inline constexpr MessageKind StampWrong{"verify-stamp", Severity::Error, "Time Stamps", ImageDamaged.Text};
 inline constexpr MessageKind StampLoose{"verify-stamp-loose", Severity::Information, "Time Stamps",
-                                        DiscFindingText};
-inline constexpr MessageKind NavWrong{"verify-nav", Severity::Error, "Navigation Packs", DiscFindingText};
+                                        ImageDamaged.Text};
+inline constexpr MessageKind NavWrong{"verify-nav", Severity::Error, "Navigation Packs", ImageDamaged.Text};
 inline constexpr MessageKind NavLoose{"verify-nav-loose", Severity::Information, "Navigation Packs",
-                                      DiscFindingText};
-inline constexpr MessageKind SearchWrong{"verify-search", Severity::Error, "Search Tables", DiscFindingText};
-inline constexpr MessageKind SyncWrong{"verify-sync", Severity::Error, "Sync Fields", DiscFindingText};
+                                      ImageDamaged.Text};
+inline constexpr MessageKind SearchWrong{"verify-search", Severity::Error, "Search Tables",
+                                         ImageDamaged.Text};
+inline constexpr MessageKind SyncWrong{"verify-sync", Severity::Error, "Sync Fields", ImageDamaged.Text};
 inline constexpr MessageKind SyncLoose{"verify-sync-loose", Severity::Information, "Sync Fields",
-                                       DiscFindingText};
+                                       ImageDamaged.Text};
 inline constexpr MessageKind HighlightWrong{"verify-highlight", Severity::Error, "Highlights",
-                                            DiscFindingText};
+                                            ImageDamaged.Text};
 inline constexpr MessageKind HighlightLoose{"verify-highlight-loose", Severity::Information, "Highlights",
-                                            DiscFindingText};
+                                            ImageDamaged.Text};
 inline constexpr MessageKind BufferUnderflow{"verify-buffer-under", Severity::Error, "Decoder Buffers",
-                                             DiscFindingText};
+                                             ImageDamaged.Text};
 inline constexpr MessageKind BufferOverflow{"verify-buffer-over", Severity::Error, "Decoder Buffers",
-                                            DiscFindingText};
+                                            ImageDamaged.Text};
 inline constexpr MessageKind BufferTight{"verify-buffer-tight", Severity::Information, "Decoder Buffers",
-                                         DiscFindingText};
-inline constexpr MessageKind VideoBroken{"verify-video", Severity::Error, "Video", DiscFindingText};
+                                         ImageDamaged.Text};
+inline constexpr MessageKind VideoBroken{"verify-video", Severity::Error, "Video", ImageDamaged.Text};
 inline constexpr MessageKind VideoLoose{"verify-video-loose", Severity::Information, "Video",
-                                        DiscFindingText};
-inline constexpr MessageKind AudioBroken{"verify-audio", Severity::Error, "Audio", DiscFindingText};
+                                        ImageDamaged.Text};
+inline constexpr MessageKind AudioBroken{"verify-audio", Severity::Error, "Audio", ImageDamaged.Text};
 inline constexpr MessageKind AudioLoose{"verify-audio-loose", Severity::Information, "Audio",
-                                        DiscFindingText};
+                                        ImageDamaged.Text};
 inline constexpr MessageKind SubpictureBroken{"verify-subpicture", Severity::Error, "Subpictures",
-                                              DiscFindingText};
-inline constexpr MessageKind StreamMissing{"verify-stream", Severity::Error, "Streams", DiscFindingText};
+                                              ImageDamaged.Text};
+inline constexpr MessageKind StreamMissing{"verify-stream", Severity::Error, "Streams", ImageDamaged.Text};
 inline constexpr MessageKind StreamLoose{"verify-stream-loose", Severity::Information, "Streams",
-                                         DiscFindingText};
+                                         ImageDamaged.Text};
 
 }  // namespace quorvelant::message

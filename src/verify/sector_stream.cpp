@@ -7,7 +7,7 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::size_t BlockSectors = 512;
+constexpr std::size_t BlockSectors = 256;  // as much as stays in a cache while it is used
 
 // Where the next block is.
 struct BlockPlace {
