@@ -242,10 +242,10 @@ class NavCheck {
     }
     const auto at = static_cast<std::size_t>(sector);
     if (tags_[at] == NavTag) {
-      const auto vobu =
-          std::ranges::find(records_, at, [](const NavRecord& each) { return each.Vobu.Sector; });
-      const auto packs =
-          vobu == records_.end() ? tags_.first(0) : tags_.subspan(at, vobu->Vobu.Last - at + 1);
+      const auto sectorOf = [](const NavRecord& each) { return each.Vobu.Sector; };
+      const auto vobu = std::ranges::lower_bound(records_, at, {}, sectorOf);
+      const bool found = vobu != records_.end() && vobu->Vobu.Sector == at;
+      const auto packs = found ? tags_.subspan(at, vobu->Vobu.Last - at + 1) : tags_.first(0);
       return std::ranges::find(packs, stream) != packs.end();
     }
     return tags_[at] == stream;

@@ -62,6 +62,7 @@ class TimeMapCheck {
   TimeMapCheck(const IfoTimeMap& map, const IfoChain& chain, const VobSetFacts& facts,
                const IfoTables& tables, const IfoTeller& teller)
       : map_(&map),
+        facts_(&facts),
         line_(LineOf(chain, facts)),
         ntsc_(tables.TitleStreams.Video.IsNtsc()),
         ours_(tables.IsOurs),
@@ -140,9 +141,9 @@ class TimeMapCheck {
       return;
     }
     const auto vobOf = [&](std::uint32_t entry) {
-      const auto found = std::ranges::find(line_.Vobus, entry & ~time_map::LastOfVob,
-                                           [](const VobuFacts* each) { return each->Sector; });
-      return found == line_.Vobus.end() ? 0U : unsigned{(*found)->VobId};
+      const std::uint32_t sector = entry & ~time_map::LastOfVob;
+      const auto found = std::ranges::lower_bound(facts_->Vobus, sector, {}, &VobuFacts::Sector);
+      return found == facts_->Vobus.end() ? 0U : unsigned{found->VobId};
     };
     const bool flagged = (entries[index] & time_map::LastOfVob) != 0;
     const bool changes = vobOf(entries[index]) != vobOf(entries[index + 1]);
@@ -154,6 +155,7 @@ class TimeMapCheck {
   }
 
   const IfoTimeMap* map_;
+  const VobSetFacts* facts_;
   ChainLine line_;
   bool ntsc_;
   bool ours_;
