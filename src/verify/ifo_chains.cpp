@@ -103,6 +103,12 @@ class ChainReader {
       if (programs != 0) {
         Bad(pgc::Programs.Offset, "PGC_CNT.PG_Ns", "0 without cells", programs);
       }
+      for (const std::size_t at :
+           {pgc::ProgramMap.Offset, pgc::CellPlayback.Offset, pgc::CellPosition.Offset}) {
+        if (view_.Word(at) != 0 && (view_.Word(at) < pgc::Size || view_.Word(at) > view_.Size())) {
+          Bad(at, "PGC_PGMAP_SA, C_PBIT_SA, C_POSIT_SA", "0, or an offset within the table", view_.Word(at));
+        }
+      }
       return;
     }
     const std::size_t map = view_.Word(pgc::ProgramMap.Offset);

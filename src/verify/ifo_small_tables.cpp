@@ -119,6 +119,8 @@ std::vector<IfoLanguage> ReadLanguages(const IfoView& table, const std::string& 
         .Existence = static_cast<std::uint8_t>(table.Byte(at + language_unit::Existence.Offset))};
     const std::string unitName = fmt::format("{} {}{}", name, static_cast<char>(unit.Language >> 8U),
                                              static_cast<char>(unit.Language & 0xFFU));
+    teller.CheckReserved(language_unit::Rows, table.Sub(at, language_unit::Size),
+                         fmt::format("{} unit {}", name, i + 1));
     const bool letters = std::islower(unit.Language >> 8U) != 0 && std::islower(unit.Language & 0xFFU) != 0;
     if (!letters) {
       teller.Tell(message::TableLoose, table.At(at), fmt::format("{} unit {}", name, i + 1), "PGCI_LU_LCD",

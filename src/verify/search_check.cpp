@@ -135,6 +135,8 @@ class CellSearch {
         Bad(offset, field, fmt::format("the VOBU at sector {}", Record(*shows).Vobu.Sector), value);
       } else if (order_->IsOurs && (value & nav::HasVideoBit) != 0) {
         Bad(offset, field, "no video flag without a VOBU", value);
+      } else {
+        CheckBetween(value, offset, field, before, std::nullopt, way);
       }
       return std::nullopt;
     }
@@ -152,21 +154,23 @@ class CellSearch {
     if (((value & nav::HasVideoBit) != 0) != HasVideo(*found)) {
       Bad(offset, field, HasVideo(*found) ? "the video flag" : "no video flag", value);
     }
-    CheckBetween(value, offset, field, before, *found);
+    CheckBetween(value, offset, field, before, found, way);
     return found;
   }
 
   // This program's discs tell in long rows, and in those alone, whether video lies on the way from the row
-  // before.
+  // before, or from there to the end of the cell.
   void CheckBetween(std::uint32_t value, std::size_t offset, const std::string& field, const Place& before,
-                    std::size_t found) const {
+                    const Place& found, int way) const {
     const bool said = (value & nav::VideoBetweenBit) != 0;
     if (!order_->IsOurs) {
       return;
     }
     bool between = false;
     if (before) {
-      for (std::size_t i = std::min(*before, found) + 1; i < std::max(*before, found); ++i) {
+      const std::size_t first = way > 0 ? *before + 1 : found ? *found + 1 : first_;
+      const std::size_t end = way > 0 ? found.value_or(end_) : *before;
+      for (std::size_t i = first; i < end; ++i) {
         between = between || HasVideo(i);
       }
     }

@@ -284,6 +284,11 @@ bool VobScan::ReadPesHead(ByteView sector, std::size_t at, ScannedPacket& packet
   }
   std::size_t next = at + PesHeadBytes;
   const auto has = [&](std::size_t bytes) { return next + bytes <= data; };
+  const std::size_t stamps = flags >> 6U == 3 ? 10 : (flags & 0x80U) != 0 ? 5 : 0;
+  if (!has(stamps + (flags & 1U))) {
+    Bad(at + 8, "PES header", "PES_header_data_length", fmt::format("{} or more", stamps + (flags & 1U)),
+        sector[at + 8]);
+  }
   if ((flags & 0x80U) != 0 && has(5)) {
     packet.Pts = StampAt(sector, next, flags >> 6U);
     next += 5;

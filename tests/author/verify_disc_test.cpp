@@ -25,7 +25,8 @@ class VerifyDiscs : public testing::Test {
 
   std::vector<std::string> Faults(const std::string& path) {
     std::vector<std::string> codes;
-    for (const DiscFinding& finding : VerifyDisc(path, maker_.Ui).Findings.All()) {
+    const VerifyResult result = VerifyDisc(path, maker_.Ui);
+    for (const DiscFinding& finding : result.Findings.All()) {
       if (finding.Kind->Level != Severity::Information) {
         codes.push_back(std::string(finding.Kind->Code) + " " + finding.Spot.File);
       }

@@ -135,7 +135,8 @@ TEST_P(WholeDisc, EveryReaderAgrees) {
   ASSERT_EQ(result.Outcome, AuthorOutcome::Done);
   EXPECT_EQ(result.Underflows, 0);
   EXPECT_THAT(ReadBack(maker_.Folder, maker_.Ui), IsEmpty());
-  for (const DiscFinding& finding : VerifyDisc(maker_.Folder, maker_.Ui).Findings.All()) {
+  const VerifyResult verified = VerifyDisc(maker_.Folder, maker_.Ui);
+  for (const DiscFinding& finding : verified.Findings.All()) {
     EXPECT_EQ(finding.Kind->Level, Severity::Information) << MessageOfFinding(finding, "").Text;
   }
   for (const Message& message : maker_.Ui.Messages) {
