@@ -16,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byte
   }
   VerifyResult disc;
   const int set = data[0] % 2;
-  auto tables = ReadIfoTables("X.IFO", set, Bytes(data + 1, data + byteCount), disc.Findings);
+  auto tables = ReadIfoTables("X.IFO", set, data[0] > 1, Bytes(data + 1, data + byteCount), disc.Findings);
   if (!tables) {
     return 0;
   }

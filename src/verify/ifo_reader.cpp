@@ -51,7 +51,9 @@ constexpr std::array SetRows{TableRow{vtsi::Chapters.Offset, "VTS_PTT_SRPT", 4},
 
 class IfoReader {
  public:
-  IfoReader(const std::string& file, int set, Bytes data, DiscFindings& findings) : teller_(file, findings) {
+  IfoReader(const std::string& file, int set, bool isOurs, Bytes data, DiscFindings& findings)
+      : teller_(file, findings, isOurs) {
+    tables_.IsOurs = isOurs;
     tables_.Name = file;
     tables_.Set = set;
     tables_.Data = std::move(data);
@@ -148,9 +150,6 @@ class IfoReader {
     const std::size_t firstPlay = mat.Long(vmgi::FirstPlayPgc.Offset);
     teller_.CheckReserved(vmgi::Rows, mat, Head(), firstPlay != 0 ? firstPlay : SIZE_MAX);
     tables_.TitleSets = mat.Word(vmgi::TitleSets.Offset);
-    const std::string provider(tables_.Data.begin() + vmgi::Provider.Offset,
-                               tables_.Data.begin() + vmgi::Provider.Offset + OurProvider.size());
-    tables_.IsOurs = provider == OurProvider;
     const unsigned volumes = mat.Word(vmgi::Volumes.Offset);
     const unsigned volume = mat.Word(vmgi::VolumeNumber.Offset);
     if (volumes < 1 || volume < 1 || volume > volumes || mat.Byte(vmgi::Side.Offset) > 2) {
@@ -289,8 +288,14 @@ class IfoReader {
 
 }  // namespace
 
-std::optional<IfoTables> ReadIfoTables(const std::string& file, int set, Bytes data, DiscFindings& findings) {
-  return IfoReader(file, set, std::move(data), findings).Read();
+std::optional<IfoTables> ReadIfoTables(const std::string& file, int set, bool isOurs, Bytes data,
+                                       DiscFindings& findings) {
+  return IfoReader(file, set, isOurs, std::move(data), findings).Read();
+}
+
+bool IsOurManager(ByteView ifo) {
+  return ifo.size() >= vmgi::Size &&
+         std::equal(OurProvider.begin(), OurProvider.end(), ifo.begin() + vmgi::Provider.Offset);
 }
 
 }  // namespace quorvelant

@@ -9,8 +9,12 @@
 
 namespace quorvelant {
 
-// Any bytes do. Nothing for what does not begin as an IFO does; that is found, too.
-[[nodiscard]] std::optional<IfoTables> ReadIfoTables(const std::string& file, int set, Bytes data,
-                                                     DiscFindings& findings);
+// Any bytes do. Nothing for what does not begin as an IFO does; that is found, too. `isOurs`: this program
+// made the disc.
+[[nodiscard]] std::optional<IfoTables> ReadIfoTables(const std::string& file, int set, bool isOurs,
+                                                     Bytes data, DiscFindings& findings);
+
+// Whether a VIDEO_TS.IFO names this program as its maker.
+[[nodiscard]] bool IsOurManager(ByteView ifo);
 
 }  // namespace quorvelant

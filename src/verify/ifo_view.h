@@ -52,7 +52,9 @@ class IfoView {
 // Tells findings in one IFO.
 class IfoTeller {
  public:
-  IfoTeller(std::string file, DiscFindings& findings) : file_(std::move(file)), findings_(&findings) {}
+  // `isOurs`: this program made the disc, which leaves nothing open that others may.
+  IfoTeller(std::string file, DiscFindings& findings, bool isOurs = false)
+      : file_(std::move(file)), findings_(&findings), isOurs_(isOurs) {}
 
   template <class Expected, class Seen>
   void Tell(const MessageKind& kind, std::uint32_t at, const std::string& table, std::string_view field,
@@ -74,12 +76,13 @@ class IfoTeller {
       }
     }
   }
-  // A table ends with its last entry. Too short is an error; longer wastes space only.
+  // A table ends with its last entry. Too short is an error; longer wastes space only, which this program
+  // does not.
   void CheckEnd(const IfoView& table, std::size_t lastAt, std::size_t bytes, const std::string& name) const {
     const std::uint64_t said = std::uint64_t{table.Long(lastAt)} + 1;
     if (said != bytes) {
-      Tell(said < bytes ? message::TableBroken : message::TableLoose, table.At(lastAt), name, "end_address",
-           bytes - 1, said - 1);
+      Tell(said < bytes || isOurs_ ? message::TableBroken : message::TableLoose, table.At(lastAt), name,
+           "end_address", bytes - 1, said - 1);
     }
   }
 
@@ -89,6 +92,7 @@ class IfoTeller {
  private:
   std::string file_;
   DiscFindings* findings_;
+  bool isOurs_;
 };
 
 }  // namespace quorvelant

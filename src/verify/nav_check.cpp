@@ -279,7 +279,8 @@ class NavCheck {
       const std::uint32_t word = seamless ? record.Long(nav::SeamlessAngles.Offset + 6 * (i - 9))
                                           : static_cast<std::uint32_t>(GetBytes(record.Angles, 4 * i, 4));
       const std::uint32_t distance = word & 0x7FFFFFFFU;
-      if (distance == 0 || distance == 0x7FFFFFFF) {
+      const bool quiet = distance == 0 || distance == 0x7FFFFFFF;
+      if (order_->IsOurs ? word == 0 : quiet) {  // this program makes no angles
         continue;
       }
       const std::int64_t sector =
@@ -287,7 +288,7 @@ class NavCheck {
           ((word & 0x80000000U) != 0 ? -std::int64_t{distance} : std::int64_t{distance});
       const bool there = sector >= 0 && sector < static_cast<std::int64_t>(tags_.size());
       const bool ahead = there && sector > record.Vobu.Last;  // not read as yet, perhaps
-      if (!there || (!ahead && tags_[static_cast<std::size_t>(sector)] != NavTag)) {
+      if (order_->IsOurs || !there || (!ahead && tags_[static_cast<std::size_t>(sector)] != NavTag)) {
         Tell(message::NavWrong, record,
              seamless ? nav::SeamlessAngles.Offset + 6 * (i - 9) : nav::NonSeamlessAngles.Offset + 4 * i,
              seamless ? "SML_AGL_DSTA" : "NSML_AGL_DSTA", "the head of a VOBU",

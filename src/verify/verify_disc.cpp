@@ -61,9 +61,10 @@ class DiscVerifier {
     if (domain.Bup != nullptr) {
       CompareBackup(ifo, ReadAll(*domain.Bup), *domain.Bup);
     }
-    if (auto tables = ReadIfoTables(domain.Ifo->Name, domain.Set, std::move(ifo), result_.Findings)) {
+    isOurs_ = domain.Set == 0 ? IsOurManager(ifo) : isOurs_;
+    if (auto tables =
+            ReadIfoTables(domain.Ifo->Name, domain.Set, isOurs_, std::move(ifo), result_.Findings)) {
       set.Tables = std::move(*tables);
-      set.Tables.IsOurs = result_.Sets.front().Tables.IsOurs;  // the manager names the maker
     }
   }
 
@@ -86,10 +87,9 @@ class DiscVerifier {
       return {};
     }
     const VobTeller teller(files, result_.Findings);
-    const bool ours = !result_.Sets.empty() && result_.Sets.front().Tables.IsOurs;
     VobScan scan(teller, {.Streams = menus ? tables.Menus : tables.TitleStreams,
                           .Known = !tables.Data.empty(),
-                          .IsOurs = ours,
+                          .IsOurs = isOurs_,
                           .Sectors = files.Sectors()});
     std::uint64_t block = 0;
     StreamSectors(
@@ -134,6 +134,7 @@ class DiscVerifier {
   std::unique_ptr<DiscSource> source_;
   std::vector<DiscDomain> domains_;
   std::uint64_t total_ = 0;
+  bool isOurs_ = false;  // the manager names this program
 };
 
 }  // namespace
