@@ -152,7 +152,7 @@ class NavCheck {
   // A_SYNCA leads to the pack whose sound is due at the start of the VOBU, or next.
   void CheckAudioSync(const NavRecord& record) const {
     for (unsigned i = 0; i < 8; ++i) {
-      const std::size_t offset = nav::AudioSync.Offset + 2 * i;
+      const std::size_t offset = nav::AudioSync.Offset + std::size_t{2} * i;
       const auto value = static_cast<unsigned>(record.Get(offset, 2));
       const std::string field = fmt::format("A_SYNCA{}", i);
       const auto stream =
@@ -210,7 +210,7 @@ class NavCheck {
 
   void CheckSubpictureSync(const NavRecord& record) const {
     for (unsigned i = 0; i < 32; ++i) {
-      const std::size_t offset = nav::SubpictureSync.Offset + 4 * i;
+      const std::size_t offset = nav::SubpictureSync.Offset + std::size_t{4} * i;
       const std::uint32_t value = record.Long(offset);
       const std::string field = fmt::format("SP_SYNCA{}", i);
       const unsigned stream = 0x20 + i;

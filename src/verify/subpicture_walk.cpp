@@ -6,7 +6,7 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::int64_t BufferBytes = 52 * 1024;
+constexpr std::int64_t BufferBytes = 52LL * 1024;
 constexpr std::size_t MostUnitBytes = 53220;
 constexpr std::int64_t ClockTicks = 300;  // 27 MHz, of a tick of 90 kHz
 

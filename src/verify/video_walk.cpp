@@ -12,7 +12,7 @@ namespace quorvelant {
 namespace {
 
 constexpr std::size_t HeaderBytes = 12;  // a start code and as much as is read of what follows
-constexpr std::int64_t VideoBufferBytes = 232 * 1024;
+constexpr std::int64_t VideoBufferBytes = 232LL * 1024;
 constexpr std::int64_t ClockTicksPerHalf = 150;  // 27 MHz
 constexpr std::int64_t Rounding = 2;             // half ticks that a time stamp may be off
 

@@ -23,9 +23,9 @@ constexpr std::int64_t LongDelay = 63000;
 constexpr std::size_t PesHeadBytes = 9;
 
 // Buffers that DVD-Video gives to streams that declare none.
-constexpr std::int64_t VideoPStd = 232 * 1024;
+constexpr std::int64_t VideoPStd = 232LL * 1024;
 constexpr std::int64_t MpegAudioPStd = 4096;
-constexpr std::int64_t PrivatePStd = 58 * 1024;
+constexpr std::int64_t PrivatePStd = 58LL * 1024;
 
 constexpr std::uint32_t StartCode(std::uint8_t code) {
   return StartCodePrefix | code;
@@ -360,7 +360,7 @@ void VobScan::Hand(unsigned id, ScannedPacket& packet) {
     const int height = FullHeight(order_.Streams.Video.IsNtsc());
     auto& walk = vob_->Subpictures.try_emplace(id, *teller_, id, height).first->second;
     CheckFirst(packet, walk.Buffer(), id);
-    constexpr std::int64_t SubpictureBytes = 52 * 1024;
+    constexpr std::int64_t SubpictureBytes = 52LL * 1024;
     walk.Buffer().SetSize(SubpictureBytes);
     walk.Feed(packet);
   } else if (CodingOf(id) != AudioCoding::Unknown) {
