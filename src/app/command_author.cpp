@@ -101,6 +101,7 @@ AuthorOrder OrderFrom(const AuthorArguments& arguments, const CommandContext& co
   order.Strict = arguments.Strict;
   order.DryRun = arguments.DryRun;
   order.Sync = !arguments.NoSync;
+  order.Verify = arguments.Verify;
   order.MustLog = !arguments.LogFile.empty();
   order.LogFile = order.MustLog ? arguments.LogFile : context.LogFile;
   order.Announce = [&](const DiscPlan& plan, std::optional<std::uint64_t> freeBytes) {
@@ -179,6 +180,7 @@ void AddAuthorCommand(CLI::App& program, CommandContext& context) {
   command->add_flag("--strict", arguments->Strict, "Make no disc when there are warnings");
   command->add_flag("--dry-run", arguments->DryRun, "Do everything but write");
   command->add_flag("--no-sync", arguments->NoSync, "Do not wait until the disc is safe from a power cut");
+  command->add_flag("--verify", arguments->Verify, "Read the finished disc whole and prove it");
   command->add_flag("--json", arguments->Json, "Print one JSON object an event");
   command->add_option("--log-file", arguments->LogFile, "Log of the run instead of the usual one")
       ->type_name("FILE");

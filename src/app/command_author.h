@@ -24,6 +24,7 @@ struct AuthorArguments {
   bool Strict = false;
   bool DryRun = false;
   bool NoSync = false;
+  bool Verify = false;
   bool Json = false;
 
   const Rules& RulesUsed() const { return RuleSet.Used(); }

@@ -22,6 +22,7 @@
 #include "base/random.h"
 #include "verify/named_files.h"
 #include "verify/read_back.h"
+#include "verify/verify_disc.h"
 
 namespace quorvelant {
 namespace {
@@ -183,6 +184,19 @@ bool ReadsBack(const AuthorRun& run, const std::string& folder) {
   return TellAll(run, ReadBack(folder, run.Ui));
 }
 
+// What is wrong keeps the disc from its place; notes do not.
+bool IsProven(const AuthorRun& run, const std::string& folder) {
+  if (run.Order.DryRun || !run.Order.Verify) {
+    return true;
+  }
+  run.Ui.Status(VerifyingStatus);
+  const VerifyResult result = VerifyDisc(folder, run.Ui);
+  for (const DiscFinding& finding : result.Findings.All()) {
+    run.Ui.Tell(MessageOfFinding(finding, folder));
+  }
+  return !result.Findings.HasFaults() && !result.Stopped;
+}
+
 bool Place(const AuthorRun& run, Target& target) {
   return !target.Aside || !run.KeepsFolder || target.Aside->Place(run.Ui, run.Order.Sync);
 }
@@ -224,7 +238,10 @@ AuthorOutcome MakeDisc(const AuthorRun& run) {
   if (written != AuthorOutcome::Done) {
     return written;
   }
-  return ReadsBack(run, target->Folder) ? PlaceAll(run, *target) : AuthorOutcome::Failed;
+  if (!ReadsBack(run, target->Folder) || !IsProven(run, target->Folder)) {
+    return run.Order.Verify && run.Ui.StopRequested() ? AuthorOutcome::Stopped : AuthorOutcome::Failed;
+  }
+  return PlaceAll(run, *target);
 }
 
 }  // namespace

@@ -33,6 +33,7 @@ struct AuthorOrder {
   // count on. Otherwise the disc is made aside and takes its place when it is complete.
   bool InPlace = false;
   bool ReadBack = true;  // look at the finished files once more
+  bool Verify = false;   // ... and prove them whole, sector by sector
   bool Sync = true;      // place the disc only when it is on the disk, so that no power cut leaves half of it
 
   std::string LogFile = {};  // begun anew with the first file of the disc; empty for none
