@@ -1,0 +1,69 @@
+// The road from one picture to the next: commands, links and jumps until something plays.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "player/nav_machine.h"
+
+namespace quorvelant {
+
+// Carries one event out on a state of its own.
+class NavRun {
+ public:
+  NavRun(const NavDisc& disc, NavState state, const NavRandom& random)
+      : disc_(disc), random_(random), out_{.State = std::move(state), .Happened = {}} {}
+
+  [[nodiscard]] const NavState& State() const { return out_.State; }
+  NavState& State() { return out_.State; }
+  [[nodiscard]] NavOutcome Take() { return std::move(out_); }
+
+  void Note(NavHappening::Kind what);
+  // Goes where a command of a list leads.
+  void Follow(NavLead lead, NavList list, std::uint16_t number);
+  // Plays on after the present cell, as if its time and its still were over.
+  void EndCell();
+  // The chain's still is over: its post commands.
+  void EndChain();
+  // Enters a cell's next page, or ends the cell.
+  void NextPage();
+  void RunButton(const NavPage& page, int number);
+  [[nodiscard]] const NavChain* Chain() const { return ChainAt(disc_, out_.State.At, MenuLanguage()); }
+  [[nodiscard]] const NavCell* Cell() const;
+  bool CallMenu(NavDomain domain, std::uint8_t menuId);  // saves where it was; false where there is none
+  void ToTitle(std::uint16_t number);
+  void ToPart(std::uint8_t titleOfSet, std::uint16_t part);
+  void SelectButton(int number);
+
+ private:
+  // What to do next; a road is a loop over these, never a recursion.
+  enum class Next : std::uint8_t { Done, Chain, Program, Cell, Tail };
+
+  void Go(Next next);
+  Next StartChain();
+  Next StartProgram();
+  Next StartCell();
+  Next RunTail();
+  Next Obey(const NavLead& lead, NavList list, std::uint16_t number);
+  Next ObeyLink(const NavLead& lead);
+  Next ObeyJump(const NavLead& lead);
+  Next ToChain(NavDomain domain, std::uint8_t set, std::uint16_t chain);
+  Next Call(const NavLead& lead);
+  Next ResumeTitle(const NavLead& lead);
+  Next Missing(const NavLead& lead, NavList list, std::uint16_t number);
+  Next Stop(NavStop why);
+  // The lead of a list; `None` where its end was reached.
+  NavLead RunList(std::span<const NavCommand> commands, NavList list, std::uint16_t& number);
+  void EnterPage(std::uint16_t page);
+  void TellPart();
+  void SaveResume(std::uint8_t cell);
+  [[nodiscard]] std::uint16_t MenuLanguage() const { return State().Registers.Of(Sprm::MenuLanguage); }
+
+  const NavDisc& disc_;
+  const NavRandom& random_;
+  NavOutcome out_;
+  int commands_ = 0;
+};
+
+}  // namespace quorvelant
