@@ -76,19 +76,44 @@ NavLead SubLink(const CommandView& view) {
   using Kind = NavLead::Kind;
   NavLead lead{.What = Kind::NoLink, .Button = ButtonOf(view)};
   switch (view.Byte(7) & 0x1FU) {
-    case 1: lead.What = Kind::TopCell; break;
-    case 2: lead.What = Kind::NextCell; break;
-    case 3: lead.What = Kind::PreviousCell; break;
-    case 5: lead.What = Kind::TopProgram; break;
-    case 6: lead.What = Kind::NextProgram; break;
-    case 7: lead.What = Kind::PreviousProgram; break;
-    case 9: lead.What = Kind::TopChain; break;
-    case 10: lead.What = Kind::NextChain; break;
-    case 11: lead.What = Kind::PreviousChain; break;
-    case 12: lead.What = Kind::GoUpChain; break;
-    case 13: lead.What = Kind::TailChain; break;
-    case 16: lead.What = Kind::Resume; break;
-    default: break;
+    case 1:
+      lead.What = Kind::TopCell;
+      break;
+    case 2:
+      lead.What = Kind::NextCell;
+      break;
+    case 3:
+      lead.What = Kind::PreviousCell;
+      break;
+    case 5:
+      lead.What = Kind::TopProgram;
+      break;
+    case 6:
+      lead.What = Kind::NextProgram;
+      break;
+    case 7:
+      lead.What = Kind::PreviousProgram;
+      break;
+    case 9:
+      lead.What = Kind::TopChain;
+      break;
+    case 10:
+      lead.What = Kind::NextChain;
+      break;
+    case 11:
+      lead.What = Kind::PreviousChain;
+      break;
+    case 12:
+      lead.What = Kind::GoUpChain;
+      break;
+    case 13:
+      lead.What = Kind::TailChain;
+      break;
+    case 16:
+      lead.What = Kind::Resume;
+      break;
+    default:
+      break;
   }
   return lead;
 }
@@ -207,8 +232,8 @@ std::uint16_t Computed(unsigned operation, std::uint32_t left, std::uint32_t rig
   }
 }
 
-void SetGeneral(unsigned operation, std::size_t target, std::uint16_t value, std::uint8_t sourceCode, bool byNumber,
-                NavRegisters& registers, const NavRandom& random) {
+void SetGeneral(unsigned operation, std::size_t target, std::uint16_t value, std::uint8_t sourceCode,
+                bool byNumber, NavRegisters& registers, const NavRandom& random) {
   constexpr unsigned Swap = 2;
   std::uint16_t& place = registers.General.at(target);
   if (operation == Swap) {
@@ -233,8 +258,7 @@ void SetStreams(const CommandView& view, NavRegisters& registers) {
 }
 
 void SetSystem(const CommandView& view, NavRegisters& registers) {
-  const std::uint16_t value =
-      view.SetsByNumber() ? view.Word(2) : registers.General.at(view.Byte(3) & 0x0FU);
+  const std::uint16_t value = view.SetsByNumber() ? view.Word(2) : registers.General.at(view.Byte(3) & 0x0FU);
   switch (view.SetOperation()) {
     case 1:
       SetStreams(view, registers);
@@ -296,8 +320,8 @@ NavLead RunNavCommand(const NavCommand& command, NavRegisters& registers, const 
     case 3:
       if (HoldsForSet(view, registers)) {
         const std::uint16_t value = view.SetsByNumber() ? view.Word(4) : registers.ByCode(view.Byte(5));
-        SetGeneral(view.SetOperation(), view.Byte(3) & 0x0FU, value, view.Byte(5), view.SetsByNumber(), registers,
-                   random);
+        SetGeneral(view.SetOperation(), view.Byte(3) & 0x0FU, value, view.Byte(5), view.SetsByNumber(),
+                   registers, random);
         return view.CompareOperation() == 0 ? Link(view) : NavLead{};
       }
       return {};

@@ -17,20 +17,43 @@ struct NavLead {
     Break,  // the end of the list
     Exit,
     // Links within the domain. A button other than 0 is selected then.
-    NoLink, TopCell, NextCell, PreviousCell, TopProgram, NextProgram, PreviousProgram, TopChain, NextChain,
-    PreviousChain, GoUpChain, TailChain, Resume,
-    Chain, Part, Program, Cell,
+    NoLink,
+    TopCell,
+    NextCell,
+    PreviousCell,
+    TopProgram,
+    NextProgram,
+    PreviousProgram,
+    TopChain,
+    NextChain,
+    PreviousChain,
+    GoUpChain,
+    TailChain,
+    Resume,
+    Chain,
+    Part,
+    Program,
+    Cell,
     // Jumps and calls
-    JumpTitle, JumpTitleOfSet, JumpPart, JumpFirstPlay, JumpManagerMenu, JumpSetMenu, JumpManagerChain,
-    CallFirstPlay, CallManagerMenu, CallSetMenu, CallManagerChain,
+    JumpTitle,
+    JumpTitleOfSet,
+    JumpPart,
+    JumpFirstPlay,
+    JumpManagerMenu,
+    JumpSetMenu,
+    JumpManagerChain,
+    CallFirstPlay,
+    CallManagerMenu,
+    CallSetMenu,
+    CallManagerChain,
     Unknown,  // bytes that are no command: players pass over them
   };
   Kind What = Kind::None;
   std::uint16_t Number = 0;  // of the line, chain, part, program, cell, title, or menu kind
   std::uint8_t Button = 0;
-  std::uint8_t Set = 0;          // JumpSetMenu
-  std::uint8_t Title = 0;        // JumpPart, JumpSetMenu: of the set
-  std::uint8_t ResumeCell = 0;   // calls; 0 for where it was
+  std::uint8_t Set = 0;         // JumpSetMenu
+  std::uint8_t Title = 0;       // JumpPart, JumpSetMenu: of the set
+  std::uint8_t ResumeCell = 0;  // calls; 0 for where it was
 
   [[nodiscard]] bool LeavesList() const { return What > Kind::Break; }
   bool operator==(const NavLead&) const = default;

@@ -1,6 +1,6 @@
-// What there is to play on a disc, as navigation sees it: chains, cells, buttons and commands, without a sector or a
-// picture. Two sources fill it: a project in memory, and the tables and navigation packs of a finished disc. Numbers
-// count from 1 as commands count them; 0 is none.
+// What there is to play on a disc, as navigation sees it: chains, cells, buttons and commands, without a
+// sector or a picture. Two sources fill it: a project in memory, and the tables and navigation packs of a
+// finished disc. Numbers count from 1 as commands count them; 0 is none.
 #pragma once
 
 #include <array>
@@ -30,10 +30,10 @@ struct NavPage {
   std::uint32_t Start = 0;
   std::uint32_t End = 0xFFFFFFFF;  // 0xFFFFFFFF: up to the next page or the end of the cell, its still too
   std::vector<NavButton> Buttons;
-  std::uint8_t Offset = 0;         // BTN_OFN: added to a button's place for the number keys
-  std::uint8_t ByNumber = 0;       // NSL_BTN_NS: so many can be chosen by number
-  std::uint8_t ForcedSelect = 0;   // FOSL_BTN; 63 keeps what was selected
-  std::uint8_t ForcedAction = 0;   // FOAC_BTN: runs when the page ends
+  std::uint8_t Offset = 0;        // BTN_OFN: added to a button's place for the number keys
+  std::uint8_t ByNumber = 0;      // NSL_BTN_NS: so many can be chosen by number
+  std::uint8_t ForcedSelect = 0;  // FOSL_BTN; 63 keeps what was selected
+  std::uint8_t ForcedAction = 0;  // FOAC_BTN: runs when the page ends
   bool operator==(const NavPage&) const = default;
 };
 
@@ -55,14 +55,15 @@ struct NavChain {
   std::vector<NavCell> Cells;
   std::uint16_t Next = 0;
   std::uint16_t Previous = 0;
-  std::uint16_t GoUp = 0;  // 0xFFFF: resumes
+  std::uint16_t GoUp = 0;     // 0xFFFF: resumes
   std::uint8_t Playback = 0;  // PGC_PB_MODE: 0 in a row, else random (bit 7: shuffle) and the count, less one
   std::uint8_t StillTime = 0;
   std::uint32_t UserOperations = 0;  // PGC_UOP_CTL: bits that are set forbid
   std::array<std::uint16_t, 8> Audio{};
   std::array<std::uint32_t, 32> Subpictures{};
-  std::uint8_t MenuId = 0;  // of an entry chain of menus: 2 title, 3 root, 4 subpicture, 5 audio, 6 angle, 7 part
-  std::uint8_t Title = 0;   // of a title's chain: its number within the set
+  std::uint8_t MenuId =
+      0;  // of an entry chain of menus: 2 title, 3 root, 4 subpicture, 5 audio, 6 angle, 7 part
+  std::uint8_t Title = 0;  // of a title's chain: its number within the set
   bool IsEntry = false;
   bool operator==(const NavChain&) const = default;
 };
@@ -82,8 +83,8 @@ struct NavPart {
 
 struct NavSet {
   std::vector<NavMenus> Menus;
-  std::vector<NavChain> Titles;              // the chains of all titles
-  std::vector<std::vector<NavPart>> Parts;   // by title of the set
+  std::vector<NavChain> Titles;             // the chains of all titles
+  std::vector<std::vector<NavPart>> Parts;  // by title of the set
   bool operator==(const NavSet&) const = default;
 };
 
@@ -91,7 +92,7 @@ struct NavSet {
 struct NavTitle {
   std::string Name;
   std::uint8_t Set = 0;
-  std::uint8_t Number = 0;  // within the set
+  std::uint8_t Number = 0;        // within the set
   std::uint8_t Restrictions = 0;  // TT_PB_TY: bit 1 no part play or search, bit 0 no time play or search
   bool operator==(const NavTitle&) const = default;
 };

@@ -12,9 +12,26 @@ namespace {
 
 // User operations by their bits in PGC_UOP_CTL.
 enum class Uop : std::uint8_t {
-  TitleOrTimePlay = 0, PartPlay = 1, TitlePlay = 2, Stop = 3, GoUp = 4, TimeSearch = 5, PreviousPart = 6,
-  NextPart = 7, TitleMenu = 10, RootMenu = 11, SubpictureMenu = 12, AudioMenu = 13, AngleMenu = 14,
-  PartMenu = 15, Resume = 16, Button = 17, StillOff = 18, Audio = 20, Subpicture = 21, Angle = 22,
+  TitleOrTimePlay = 0,
+  PartPlay = 1,
+  TitlePlay = 2,
+  Stop = 3,
+  GoUp = 4,
+  TimeSearch = 5,
+  PreviousPart = 6,
+  NextPart = 7,
+  TitleMenu = 10,
+  RootMenu = 11,
+  SubpictureMenu = 12,
+  AudioMenu = 13,
+  AngleMenu = 14,
+  PartMenu = 15,
+  Resume = 16,
+  Button = 17,
+  StillOff = 18,
+  Audio = 20,
+  Subpicture = 21,
+  Angle = 22,
 };
 
 struct MenuKey {
@@ -22,12 +39,10 @@ struct MenuKey {
   std::uint8_t Id;
   Uop Needs;
 };
-constexpr std::array MenuKeys{MenuKey{NavKey::TitleMenu, 2, Uop::TitleMenu},
-                              MenuKey{NavKey::RootMenu, 3, Uop::RootMenu},
-                              MenuKey{NavKey::SubpictureMenu, 4, Uop::SubpictureMenu},
-                              MenuKey{NavKey::AudioMenu, 5, Uop::AudioMenu},
-                              MenuKey{NavKey::AngleMenu, 6, Uop::AngleMenu},
-                              MenuKey{NavKey::PartMenu, 7, Uop::PartMenu}};
+constexpr std::array MenuKeys{
+    MenuKey{NavKey::TitleMenu, 2, Uop::TitleMenu},           MenuKey{NavKey::RootMenu, 3, Uop::RootMenu},
+    MenuKey{NavKey::SubpictureMenu, 4, Uop::SubpictureMenu}, MenuKey{NavKey::AudioMenu, 5, Uop::AudioMenu},
+    MenuKey{NavKey::AngleMenu, 6, Uop::AngleMenu},           MenuKey{NavKey::PartMenu, 7, Uop::PartMenu}};
 
 // One key pressed.
 class Press {
@@ -223,7 +238,8 @@ class Press {
     if (chain == nullptr || (kind == NavLead::Kind::GoUpChain && chain->GoUp == 0)) {
       return false;
     }
-    if (kind == NavLead::Kind::NextProgram && State().At.Program >= chain->Programs.size() && chain->Next == 0) {
+    if (kind == NavLead::Kind::NextProgram && State().At.Program >= chain->Programs.size() &&
+        chain->Next == 0) {
       return false;
     }
     run_.Follow({.What = kind}, NavList::Button, 0);
@@ -300,7 +316,8 @@ NavOutcome InsertDisc(const NavDisc& disc, const NavRegisters& registers, const 
   return run.Take();
 }
 
-NavOutcome NavStep(const NavDisc& disc, const NavState& state, const NavEvent& event, const NavRandom& random) {
+NavOutcome NavStep(const NavDisc& disc, const NavState& state, const NavEvent& event,
+                   const NavRandom& random) {
   NavRun run(disc, state, random);
   if (state.Phase != NavPhase::Stopped) {
     Press(disc, run, event).Carry();

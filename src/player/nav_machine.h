@@ -11,19 +11,31 @@
 namespace quorvelant {
 
 enum class NavKey : std::uint8_t {
-  Up, Down, Left, Right,
+  Up,
+  Down,
+  Left,
+  Right,
   Activate,
-  Number,        // chooses and activates the button of a number
-  Select,        // chooses the button of a number, as a pointer does
-  Wait,          // until the next thing happens by itself: a page begins, the cell, a still or the chain ends
-  TitleMenu, RootMenu, SubpictureMenu, AudioMenu, AngleMenu, PartMenu,
-  Return,        // to the chain above
+  Number,  // chooses and activates the button of a number
+  Select,  // chooses the button of a number, as a pointer does
+  Wait,    // until the next thing happens by itself: a page begins, the cell, a still or the chain ends
+  TitleMenu,
+  RootMenu,
+  SubpictureMenu,
+  AudioMenu,
+  AngleMenu,
+  PartMenu,
+  Return,  // to the chain above
   Resume,
-  NextPart, PreviousPart, TopPart,
-  Title,         // of the disc, by number
-  Part,          // of the title, by number
-  Audio, Subpicture, Angle,  // by number
-  StopStill,     // a still of any length ends
+  NextPart,
+  PreviousPart,
+  TopPart,
+  Title,  // of the disc, by number
+  Part,   // of the title, by number
+  Audio,
+  Subpicture,
+  Angle,      // by number
+  StopStill,  // a still of any length ends
 };
 
 struct NavEvent {
@@ -37,11 +49,11 @@ enum class NavList : std::uint8_t { Pre, Post, Cell, Button };
 // What happened on the way, in its order.
 struct NavHappening {
   enum class Kind : std::uint8_t {
-    Ran,       // a command
-    Entered,   // a chain
-    Plays,     // a cell
-    Refused,   // a user operation that is forbidden here, or leads nowhere
-    Missing,   // a command leads to what is not there, or what its domain forbids
+    Ran,      // a command
+    Entered,  // a chain
+    Plays,    // a cell
+    Refused,  // a user operation that is forbidden here, or leads nowhere
+    Missing,  // a command leads to what is not there, or what its domain forbids
     Stopped,
   };
   Kind What = Kind::Ran;
@@ -61,11 +73,13 @@ struct NavOutcome {
 // The buttons that show; nullptr for none.
 [[nodiscard]] const NavPage* PageAt(const NavDisc& disc, const NavState& state);
 
-// Values that a fresh player has: no menu language of its own beyond the one given, first stream of everything.
+// Values that a fresh player has: no menu language of its own beyond the one given, first stream of
+// everything.
 [[nodiscard]] NavRegisters FreshRegisters(std::uint16_t language);
 
 // The disc is put in.
-[[nodiscard]] NavOutcome InsertDisc(const NavDisc& disc, const NavRegisters& registers, const NavRandom& random);
+[[nodiscard]] NavOutcome InsertDisc(const NavDisc& disc, const NavRegisters& registers,
+                                    const NavRandom& random);
 // An event that nothing answers leaves the state as it was. A run of commands that plays nothing ends after
 // `MostCommands`, and the player stops.
 [[nodiscard]] NavOutcome NavStep(const NavDisc& disc, const NavState& state, const NavEvent& event,

@@ -10,15 +10,15 @@ namespace quorvelant {
 // System registers that navigation reads or writes, by number.
 enum class Sprm : std::uint8_t {
   MenuLanguage = 0,
-  Audio = 1,        // 0 to 7, 15 none
-  Subpicture = 2,   // 0 to 31, 62 none; bit 6 shows it
+  Audio = 1,       // 0 to 7, 15 none
+  Subpicture = 2,  // 0 to 31, 62 none; bit 6 shows it
   Angle = 3,
-  Title = 4,        // on the disc
+  Title = 4,  // on the disc
   TitleOfSet = 5,
   TitleChain = 6,
   Part = 7,
-  Button = 8,       // number times 1024
-  Timer = 9,        // seconds
+  Button = 8,  // number times 1024
+  Timer = 9,   // seconds
   TimerChain = 10,
   AudioMix = 11,
   Country = 12,

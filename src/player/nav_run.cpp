@@ -70,7 +70,8 @@ const NavChain* ChainAt(const NavDisc& disc, const NavPoint& point, std::uint16_
 const NavCell* NavRun::Cell() const {
   const NavChain* chain = Chain();
   const std::size_t number = State().At.Cell;
-  return chain != nullptr && number >= 1 && number <= chain->Cells.size() ? &chain->Cells[number - 1] : nullptr;
+  return chain != nullptr && number >= 1 && number <= chain->Cells.size() ? &chain->Cells[number - 1]
+                                                                          : nullptr;
 }
 
 const NavPage* PageAt(const NavDisc& disc, const NavState& state) {
@@ -105,7 +106,8 @@ NavLead NavRun::RunList(std::span<const NavCommand> commands, NavList list, std:
       at = lead.Number - 1U;
     } else if (lead.What == NavLead::Kind::Break) {
       break;
-    } else if (lead.LeavesList() && lead.What != NavLead::Kind::NoLink && lead.What != NavLead::Kind::Unknown) {
+    } else if (lead.LeavesList() && lead.What != NavLead::Kind::NoLink &&
+               lead.What != NavLead::Kind::Unknown) {
       return lead;
     } else if (lead.What == NavLead::Kind::NoLink && lead.Button != 0) {
       SelectButton(lead.Button);
@@ -164,10 +166,12 @@ NavRun::Next NavRun::StartChain() {
     return Stop(NavStop::Missing);
   }
   NavState& state = State();
+  const std::uint8_t entry = std::exchange(entry_, std::uint8_t{1});
   state.At.Program = 1;
   state.At.Cell = 0;
   state.Page = 0;
-  state.Repeats = chain->Playback == 0 ? std::uint16_t{0} : static_cast<std::uint16_t>(chain->Playback & 0x7FU);
+  state.Repeats =
+      chain->Playback == 0 ? std::uint16_t{0} : static_cast<std::uint16_t>(chain->Playback & 0x7FU);
   if (state.At.Domain == NavDomain::Title) {
     state.Registers.Put(Sprm::TitleChain, state.At.Chain);
   }
@@ -177,7 +181,9 @@ NavRun::Next NavRun::StartChain() {
   if (lead.What != NavLead::Kind::None) {
     return Obey(lead, NavList::Pre, number);
   }
-  if (chain->Playback != 0 && !chain->Programs.empty()) {
+  if (entry > 1) {
+    state.At.Program = entry;
+  } else if (chain->Playback != 0 && !chain->Programs.empty()) {
     state.At.Program = Byte(random_(static_cast<std::uint16_t>(chain->Programs.size())));
   }
   return Next::Program;
@@ -352,7 +358,7 @@ NavRun::Next NavRun::Obey(const NavLead& lead, NavList list, std::uint16_t numbe
     SelectButton(lead.Button);
   }
   const NavPoint from = State().At;
-  const Next next = lead.What == NavLead::Kind::Exit ? Stop(NavStop::Exit)
+  const Next next = lead.What == NavLead::Kind::Exit     ? Stop(NavStop::Exit)
                     : lead.What == NavLead::Kind::Resume ? ResumeTitle(lead)
                     : isLink                             ? ObeyLink(lead)
                                                          : ObeyJump(lead);
@@ -390,7 +396,7 @@ NavRun::Next NavRun::ObeyLink(const NavLead& lead) {
       ++at.Cell;
       return Next::Cell;
     case Kind::PreviousCell:
-      at.Cell = std::max<std::uint8_t>(at.Cell, 2) - 1U;
+      at.Cell = Byte(std::max<std::size_t>(at.Cell, 2) - 1);
       return Next::Cell;
     case Kind::TopProgram:
       return Next::Program;
@@ -398,7 +404,7 @@ NavRun::Next NavRun::ObeyLink(const NavLead& lead) {
       ++at.Program;
       return Next::Program;
     case Kind::PreviousProgram:
-      at.Program = std::max<std::uint8_t>(at.Program, 2) - 1U;
+      at.Program = Byte(std::max<std::size_t>(at.Program, 2) - 1);
       return Next::Program;
     case Kind::TopChain:
       return Next::Chain;
@@ -425,8 +431,7 @@ NavRun::Next NavRun::ObeyLink(const NavLead& lead) {
       at.Cell = Byte(lead.Number);
       return Next::Cell;
     default:
-      ToPart(Byte(State().Registers.Of(Sprm::TitleOfSet)), lead.Number);
-      return Next::Done;
+      return PartOfSet(Byte(State().Registers.Of(Sprm::TitleOfSet)), lead.Number);
   }
 }
 
@@ -437,18 +442,16 @@ NavRun::Next NavRun::ObeyJump(const NavLead& lead) {
   const std::uint8_t set = State().At.Set;
   switch (lead.What) {
     case Kind::JumpTitle:
-      ToTitle(lead.Number);
-      return Next::Done;
+      return TitleOfDisc(lead.Number);
     case Kind::JumpTitleOfSet:
-      ToPart(Byte(lead.Number), 1);
-      return Next::Done;
+      return PartOfSet(Byte(lead.Number), 1);
     case Kind::JumpPart:
-      ToPart(lead.Title, lead.Number);
-      return Next::Done;
+      return PartOfSet(lead.Title, lead.Number);
     case Kind::JumpFirstPlay:
       return ToChain(NavDomain::FirstPlay, 0, 0);
     case Kind::JumpManagerMenu:
-      return ToChain(NavDomain::ManagerMenu, 0, EntryChain(MenusIn(disc_.Menus, MenuLanguage()), TitleMenuId));
+      return ToChain(NavDomain::ManagerMenu, 0,
+                     EntryChain(MenusIn(disc_.Menus, MenuLanguage()), TitleMenuId));
     case Kind::JumpManagerChain:
       return ToChain(NavDomain::ManagerMenu, 0, lead.Number);
     case Kind::JumpSetMenu: {
@@ -477,14 +480,15 @@ NavRun::Next NavRun::Call(const NavLead& lead) {
     case Kind::CallFirstPlay:
       return ToChain(NavDomain::FirstPlay, 0, 0);
     case Kind::CallManagerMenu:
-      return ToChain(NavDomain::ManagerMenu, 0, EntryChain(MenusIn(disc_.Menus, MenuLanguage()), TitleMenuId));
+      return ToChain(NavDomain::ManagerMenu, 0,
+                     EntryChain(MenusIn(disc_.Menus, MenuLanguage()), TitleMenuId));
     case Kind::CallManagerChain:
       return ToChain(NavDomain::ManagerMenu, 0, lead.Number);
     case Kind::CallSetMenu: {
       const NavSet* entry = SetOf(disc_, set);
-      return ToChain(NavDomain::SetMenu, set,
-                     EntryChain(entry == nullptr ? nullptr : MenusIn(entry->Menus, MenuLanguage()),
-                                Byte(lead.Number)));
+      return ToChain(
+          NavDomain::SetMenu, set,
+          EntryChain(entry == nullptr ? nullptr : MenusIn(entry->Menus, MenuLanguage()), Byte(lead.Number)));
     }
     default:
       return Stop(NavStop::Missing);
@@ -533,45 +537,41 @@ bool NavRun::CallMenu(NavDomain domain, std::uint8_t menuId) {
   return true;
 }
 
-void NavRun::ToTitle(std::uint16_t number) {
+NavRun::Next NavRun::TitleOfDisc(std::uint16_t number) {
   if (number < 1 || number > disc_.Titles.size()) {
-    Go(Stop(NavStop::Missing));
-    return;
+    return Stop(NavStop::Missing);
   }
   const NavTitle& title = disc_.Titles[number - 1U];
-  State().Registers.Put(Sprm::Title, number);
   State().At.Set = title.Set;
-  ToPart(title.Number, 1);
+  return PartOfSet(title.Number, 1);
 }
 
-void NavRun::ToPart(std::uint8_t titleOfSet, std::uint16_t part) {
+NavRun::Next NavRun::PartOfSet(std::uint8_t title, std::uint16_t part) {
   const NavSet* set = SetOf(disc_, State().At.Set);
-  const bool isThere = set != nullptr && titleOfSet >= 1 && titleOfSet <= set->Parts.size() && part >= 1 &&
-                       part <= set->Parts[titleOfSet - 1U].size();
+  const bool isThere = set != nullptr && title >= 1 && title <= set->Parts.size() && part >= 1 &&
+                       part <= set->Parts[title - 1U].size();
   if (!isThere) {
-    Go(Stop(NavStop::Missing));
-    return;
+    return Stop(NavStop::Missing);
   }
-  const auto row = std::ranges::find_if(disc_.Titles, [&](const NavTitle& title) {
-    return title.Set == State().At.Set && title.Number == titleOfSet;
-  });
+  const auto row = std::ranges::find_if(
+      disc_.Titles, [&](const NavTitle& one) { return one.Set == State().At.Set && one.Number == title; });
   if (row != disc_.Titles.end()) {
-    State().Registers.Put(Sprm::Title, static_cast<std::uint16_t>(std::distance(disc_.Titles.begin(), row) + 1));
+    State().Registers.Put(Sprm::Title,
+                          static_cast<std::uint16_t>(std::distance(disc_.Titles.begin(), row) + 1));
   }
-  State().Registers.Put(Sprm::TitleOfSet, titleOfSet);
+  State().Registers.Put(Sprm::TitleOfSet, title);
   State().Registers.Put(Sprm::Part, part);
-  const NavPart to = set->Parts[titleOfSet - 1U][part - 1U];
-  const Next next = ToChain(NavDomain::Title, State().At.Set, to.Chain);
-  if (next == Next::Chain && to.Program > 1) {
-    // The pre commands run on the way into a part too.
-    const Next entered = StartChain();
-    if (entered == Next::Program) {
-      State().At.Program = to.Program;
-    }
-    Go(entered);
-    return;
-  }
-  Go(next);
+  const NavPart to = set->Parts[title - 1U][part - 1U];
+  entry_ = std::max<std::uint8_t>(to.Program, 1);
+  return ToChain(NavDomain::Title, State().At.Set, to.Chain);
+}
+
+void NavRun::ToTitle(std::uint16_t number) {
+  Go(TitleOfDisc(number));
+}
+
+void NavRun::ToPart(std::uint8_t title, std::uint16_t part) {
+  Go(PartOfSet(title, part));
 }
 
 }  // namespace quorvelant

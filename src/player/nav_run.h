@@ -33,7 +33,7 @@ class NavRun {
   [[nodiscard]] const NavCell* Cell() const;
   bool CallMenu(NavDomain domain, std::uint8_t menuId);  // saves where it was; false where there is none
   void ToTitle(std::uint16_t number);
-  void ToPart(std::uint8_t titleOfSet, std::uint16_t part);
+  void ToPart(std::uint8_t title, std::uint16_t part);  // of the set
   void SelectButton(int number);
 
  private:
@@ -48,6 +48,9 @@ class NavRun {
   Next Obey(const NavLead& lead, NavList list, std::uint16_t number);
   Next ObeyLink(const NavLead& lead);
   Next ObeyJump(const NavLead& lead);
+  // The pre commands run on the way into a part, too.
+  Next PartOfSet(std::uint8_t title, std::uint16_t part);
+  Next TitleOfDisc(std::uint16_t number);
   Next ToChain(NavDomain domain, std::uint8_t set, std::uint16_t chain);
   Next Call(const NavLead& lead);
   Next ResumeTitle(const NavLead& lead);
@@ -64,6 +67,7 @@ class NavRun {
   const NavRandom& random_;
   NavOutcome out_;
   int commands_ = 0;
+  std::uint8_t entry_ = 1;  // program at which the next chain begins
 };
 
 }  // namespace quorvelant
