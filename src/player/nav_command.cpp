@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "player/command_view.h"
+
 namespace quorvelant {
 
 std::uint16_t NavRegisters::ByCode(std::uint8_t code) const {
@@ -17,22 +19,6 @@ std::uint16_t NavRegisters::ByCode(std::uint8_t code) const {
 namespace {
 
 constexpr std::uint16_t Most = std::numeric_limits<std::uint16_t>::max();
-
-// Reads bits of a command. Bytes count from its start.
-struct CommandView {
-  const NavCommand& Bytes;
-
-  [[nodiscard]] std::uint8_t Byte(std::size_t at) const { return Bytes.at(at); }
-  [[nodiscard]] std::uint16_t Word(std::size_t at) const {
-    return static_cast<std::uint16_t>(Bytes.at(at) << 8U | Bytes.at(at + 1));
-  }
-  [[nodiscard]] unsigned Type() const { return Byte(0) >> 5U; }
-  [[nodiscard]] bool SetsByNumber() const { return (Byte(0) & 0x10U) != 0; }
-  [[nodiscard]] unsigned SetOperation() const { return Byte(0) & 0x0FU; }
-  [[nodiscard]] bool ComparesNumber() const { return (Byte(1) & 0x80U) != 0; }
-  [[nodiscard]] unsigned CompareOperation() const { return (Byte(1) >> 4U) & 0x07U; }
-  [[nodiscard]] unsigned Branch() const { return Byte(1) & 0x0FU; }
-};
 
 bool Holds(unsigned operation, std::uint16_t left, std::uint16_t right) {
   switch (operation) {
@@ -307,8 +293,7 @@ NavLead RunNavCommand(const NavCommand& command, NavRegisters& registers, const 
       return HoldsEarly(view, registers) ? Flow(view) : NavLead{};
     case 1:
       if (view.SetsByNumber()) {
-        const std::uint16_t right = view.ComparesNumber() ? view.Byte(7) : registers.ByCode(view.Byte(7));
-        return Holds(view.CompareOperation(), registers.ByCode(view.Byte(6)), right) ? Jump(view) : NavLead{};
+        return HoldsLate(view, registers) ? Jump(view) : NavLead{};
       }
       return HoldsEarly(view, registers) ? Link(view) : NavLead{};
     case 2:

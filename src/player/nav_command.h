@@ -6,6 +6,7 @@
 
 #include "player/nav_disc.h"
 #include "player/nav_registers.h"
+#include "player/nav_state.h"
 
 namespace quorvelant {
 
@@ -61,6 +62,9 @@ struct NavLead {
 
 // A number from 1 to the bound, which is at least 1.
 using NavRandom = std::function<std::uint16_t(std::uint16_t bound)>;
+
+// Whether the format lets a command that leads so stand there.
+[[nodiscard]] bool MayRunIn(NavDomain domain, NavLead::Kind lead);
 
 // Takes any bytes.
 NavLead RunNavCommand(const NavCommand& command, NavRegisters& registers, const NavRandom& random);

@@ -9,9 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "disc/command_hex.h"
+
 namespace quorvelant {
 
-using NavCommand = std::array<std::uint8_t, 8>;
+using NavCommand = CommandBytes;
 
 inline constexpr std::uint8_t StillForEver = 255;
 
@@ -22,6 +24,7 @@ struct NavButton {
   std::uint8_t Left = 0;
   std::uint8_t Right = 0;
   bool ActsWhenSelected = false;  // auto_action_mode
+  std::string Name = {};          // for people, as that of a cell
   bool operator==(const NavButton&) const = default;
 };
 
@@ -29,20 +32,22 @@ struct NavButton {
 struct NavPage {
   std::uint32_t Start = 0;
   std::uint32_t End = 0xFFFFFFFF;  // 0xFFFFFFFF: up to the next page or the end of the cell, its still too
-  std::vector<NavButton> Buttons;
+  std::vector<NavButton> Buttons = {};
   std::uint8_t Offset = 0;        // BTN_OFN: added to a button's place for the number keys
   std::uint8_t ByNumber = 0;      // NSL_BTN_NS: so many can be chosen by number
   std::uint8_t ForcedSelect = 0;  // FOSL_BTN; 63 keeps what was selected
   std::uint8_t ForcedAction = 0;  // FOAC_BTN: runs when the page ends
+  bool Shows = true;              // some button can be seen when it is chosen
   bool operator==(const NavPage&) const = default;
 };
 
 struct NavCell {
   std::string Name;  // for people: a key of the project, or table and number
   std::uint32_t Ticks = 0;
-  std::uint8_t StillTime = 0;  // seconds
-  std::uint8_t Command = 0;    // number among the chain's cell commands
-  std::vector<NavPage> Pages;  // by start
+  std::uint8_t StillTime = 0;        // seconds
+  std::uint8_t Command = 0;          // number among the chain's cell commands
+  std::uint32_t UserOperations = 0;  // of its VOBUs, as that of a chain
+  std::vector<NavPage> Pages = {};   // by start
   bool operator==(const NavCell&) const = default;
 };
 
@@ -70,7 +75,7 @@ struct NavChain {
 
 struct NavMenus {
   std::uint16_t Language = 0;  // two letters
-  std::vector<NavChain> Chains;
+  std::vector<NavChain> Chains = {};
   bool operator==(const NavMenus&) const = default;
 };
 

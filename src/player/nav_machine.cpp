@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "player/nav_lookup.h"
 #include "player/nav_run.h"
 
 namespace quorvelant {
@@ -62,7 +63,10 @@ class Press {
 
   [[nodiscard]] bool Permits(Uop operation) {
     const NavChain* chain = run_.Chain();
-    return chain != nullptr && (chain->UserOperations >> static_cast<unsigned>(operation) & 1U) == 0;
+    const NavCell* cell = run_.Cell();
+    const std::uint32_t forbidden =
+        (chain == nullptr ? 0 : chain->UserOperations) | (cell == nullptr ? 0 : cell->UserOperations);
+    return chain != nullptr && (forbidden >> static_cast<unsigned>(operation) & 1U) == 0;
   }
 
   bool Allowed() {
@@ -97,6 +101,7 @@ class Press {
       case NavKey::StopStill:
         return Permits(Uop::StillOff);
       case NavKey::Wait:
+      case NavKey::TimeOver:
         return true;
       default: {
         const auto row = std::ranges::find(MenuKeys, event_.Key, &MenuKey::Key);
@@ -125,6 +130,8 @@ class Press {
         return Wait();
       case NavKey::StopStill:
         return EndStill();
+      case NavKey::TimeOver:
+        return TimeOver();
       case NavKey::Return:
         return Link(NavLead::Kind::GoUpChain);
       case NavKey::Resume:
@@ -132,7 +139,7 @@ class Press {
       case NavKey::NextPart:
         return Link(NavLead::Kind::NextProgram);
       case NavKey::PreviousPart:
-        return Link(NavLead::Kind::PreviousProgram);
+        return PreviousPart();
       case NavKey::TopPart:
         return Link(NavLead::Kind::TopProgram);
       case NavKey::Title:
@@ -220,6 +227,14 @@ class Press {
     return false;
   }
 
+  bool TimeOver() {
+    const bool runs = State().Registers.Of(Sprm::Timer) != 0 && State().At.Set != 0;
+    if (runs) {
+      run_.ToTimerChain();
+    }
+    return runs;
+  }
+
   bool EndStill() {
     if (State().Phase == NavPhase::CellStill) {
       run_.EndCell();
@@ -238,11 +253,20 @@ class Press {
     if (chain == nullptr || (kind == NavLead::Kind::GoUpChain && chain->GoUp == 0)) {
       return false;
     }
-    if (kind == NavLead::Kind::NextProgram && State().At.Program >= chain->Programs.size() &&
-        chain->Next == 0) {
+    run_.Follow({.What = kind}, NavList::Button, 0);
+    return true;
+  }
+
+  // From a chain's first part to the last one of the chain before.
+  bool PreviousPart() {
+    const NavChain* chain = run_.Chain();
+    if (chain == nullptr || (State().At.Program <= 1 && chain->Previous == NoChain)) {
       return false;
     }
-    run_.Follow({.What = kind}, NavList::Button, 0);
+    if (State().At.Program > 1) {
+      return Link(NavLead::Kind::PreviousProgram);
+    }
+    run_.ToLastProgram(chain->Previous);
     return true;
   }
 
@@ -291,6 +315,8 @@ NavRegisters FreshRegisters(std::uint16_t language) {
   constexpr std::uint16_t NoAudio = 15;
   constexpr std::uint16_t NoSubpicture = 62;
   constexpr std::uint16_t NoLevel = 15;
+  constexpr std::uint16_t WideScreen = 0x0100;
+  constexpr std::uint16_t AnyAudio = 0x7CFC;
   NavRegisters registers;
   registers.Put(Sprm::MenuLanguage, language);
   registers.Put(Sprm::Audio, NoAudio);
@@ -301,6 +327,8 @@ NavRegisters FreshRegisters(std::uint16_t language) {
   registers.Put(Sprm::Part, 1);
   registers.PutButton(1);
   registers.Put(Sprm::ParentalLevel, NoLevel);
+  registers.Put(Sprm::VideoPreference, WideScreen);
+  registers.Put(Sprm::AudioCapability, AnyAudio);
   registers.Put(Sprm::AudioLanguage, language);
   registers.Put(Sprm::SubpictureLanguage, language);
   return registers;

@@ -36,6 +36,7 @@ enum class NavKey : std::uint8_t {
   Subpicture,
   Angle,      // by number
   StopStill,  // a still of any length ends
+  TimeOver,   // the navigation timer
 };
 
 struct NavEvent {
@@ -68,11 +69,6 @@ struct NavOutcome {
   std::vector<NavHappening> Happened;
 };
 
-// The chain that a point is in; nullptr where the disc has none such.
-[[nodiscard]] const NavChain* ChainAt(const NavDisc& disc, const NavPoint& point, std::uint16_t menuLanguage);
-// The buttons that show; nullptr for none.
-[[nodiscard]] const NavPage* PageAt(const NavDisc& disc, const NavState& state);
-
 // Values that a fresh player has: no menu language of its own beyond the one given, first stream of
 // everything.
 [[nodiscard]] NavRegisters FreshRegisters(std::uint16_t language);
@@ -80,11 +76,11 @@ struct NavOutcome {
 // The disc is put in.
 [[nodiscard]] NavOutcome InsertDisc(const NavDisc& disc, const NavRegisters& registers,
                                     const NavRandom& random);
-// An event that nothing answers leaves the state as it was. A run of commands that plays nothing ends after
-// `MostCommands`, and the player stops.
+// An event that nothing answers leaves the state as it was. Commands that come back to where they were with
+// the registers as they were, or run `NavBudget` long, without playing anything, stop the player.
 [[nodiscard]] NavOutcome NavStep(const NavDisc& disc, const NavState& state, const NavEvent& event,
                                  const NavRandom& random);
 
-inline constexpr int MostCommands = 5000;
+inline constexpr int NavBudget = 20000;
 
 }  // namespace quorvelant
