@@ -18,6 +18,7 @@
 #include "app/command_probe.h"
 #include "app/command_still.h"
 #include "app/command_subtitles.h"
+#include "app/command_walk.h"
 #include "app/command_wizard.h"
 #include "app/messages.h"
 #include "base/message_error.h"
@@ -48,6 +49,7 @@ void AddCommands(CLI::App& program, CommandContext& context) {
   AddNewCommand(program, context);
   AddWizardCommand(program, context);
   AddEditCommand(program, context);
+  AddWalkCommand(program, context);
   AddProbeCommand(program, context);
   AddIndexCommand(program, context);
   AddCommandCommand(program, context);

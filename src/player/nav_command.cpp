@@ -286,6 +286,25 @@ bool HoldsInCompound(const CommandView& view, const NavRegisters& registers) {
 
 }  // namespace
 
+NavLead LeadOf(const NavCommand& command) {
+  const CommandView view{command};
+  switch (view.Type()) {
+    case 0:
+      return Flow(view);
+    case 1:
+      return view.SetsByNumber() ? Jump(view) : Link(view);
+    case 2:
+    case 3:
+      return view.CompareOperation() == 0 ? Link(view) : NavLead{};
+    case 4:
+    case 5:
+    case 6:
+      return SubLink(view);
+    default:
+      return {.What = NavLead::Kind::Unknown};
+  }
+}
+
 NavLead RunNavCommand(const NavCommand& command, NavRegisters& registers, const NavRandom& random) {
   const CommandView view{command};
   switch (view.Type()) {

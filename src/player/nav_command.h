@@ -63,6 +63,26 @@ struct NavLead {
 // A number from 1 to the bound, which is at least 1.
 using NavRandom = std::function<std::uint16_t(std::uint16_t bound)>;
 
+// Where the command leads where its condition holds.
+[[nodiscard]] NavLead LeadOf(const NavCommand& command);
+
+// Registers as a set of bits: the general ones, then the system ones.
+using NavRegisterSet = std::uint64_t;
+[[nodiscard]] constexpr NavRegisterSet BitOf(Sprm number) {
+  return NavRegisterSet{1} << (16U + static_cast<unsigned>(number));
+}
+
+// What can be said of a command before it runs.
+struct NavFacts {
+  NavRegisterSet Reads = 0;
+  NavRegisterSet Writes = 0;
+  bool WritesAlways = false;  // whatever the registers are
+  bool LeadsAlways = false;
+  bool SetsByNumber = false;
+  NavLead Lead;
+};
+[[nodiscard]] NavFacts FactsOf(const NavCommand& command);
+
 // Whether the format lets a command that leads so stand there.
 [[nodiscard]] bool MayRunIn(NavDomain domain, NavLead::Kind lead);
 

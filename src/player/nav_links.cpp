@@ -9,8 +9,6 @@ namespace quorvelant {
 
 namespace {
 
-constexpr std::uint16_t Resumes = 0xFFFF;
-
 std::uint8_t Byte(std::size_t value) {
   return static_cast<std::uint8_t>(value);
 }
@@ -133,7 +131,7 @@ NavRun::Next NavRun::ObeyLink(const NavLead& lead) {
     case Kind::PreviousChain:
       return toNumbered(chain->Previous);
     case Kind::GoUpChain:
-      return chain->GoUp == Resumes ? ResumeTitle({.What = Kind::Resume}) : toNumbered(chain->GoUp);
+      return chain->GoUp == GoUpResumes ? ResumeTitle({.What = Kind::Resume}) : toNumbered(chain->GoUp);
     case Kind::TailChain:
       return Next::Tail;
     case Kind::Chain:

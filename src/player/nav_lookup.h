@@ -11,6 +11,7 @@
 namespace quorvelant {
 
 inline constexpr std::uint16_t NoChain = 0;
+inline constexpr std::uint16_t GoUpResumes = 0xFFFF;  // in place of the chain above
 inline constexpr std::uint8_t TitleMenuId = 2;
 inline constexpr std::uint8_t RootMenuId = 3;
 

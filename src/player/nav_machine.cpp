@@ -250,7 +250,8 @@ class Press {
   // A key does what the link does, where it leads somewhere.
   bool Link(NavLead::Kind kind) {
     const NavChain* chain = run_.Chain();
-    if (chain == nullptr || (kind == NavLead::Kind::GoUpChain && chain->GoUp == 0)) {
+    if (chain == nullptr || (kind == NavLead::Kind::GoUpChain &&
+                             (chain->GoUp == NoChain || (chain->GoUp == GoUpResumes && !State().Resume)))) {
       return false;
     }
     run_.Follow({.What = kind}, NavList::Button, 0);

@@ -36,10 +36,11 @@ void NavRun::SelectButton(int number) {
 
 // --- lists of commands ---
 
-NavLead NavRun::RunList(std::span<const NavCommand> commands, NavList list, std::uint16_t& number) {
+NavLead NavRun::RunList(std::span<const NavCommand> commands, NavList list, std::uint16_t& number,
+                        std::size_t before) {
   std::size_t at = 0;
   while (at < commands.size() && MayGoOn(list, at)) {
-    number = static_cast<std::uint16_t>(at + 1);
+    number = static_cast<std::uint16_t>(before + at + 1);
     const NavLead lead = RunNavCommand(commands[at], State().Registers, random_);
     out_.Happened.push_back(
         {.What = NavHappening::Kind::Ran, .At = State().At, .List = list, .Number = number, .Lead = lead});
@@ -231,8 +232,8 @@ void NavRun::EndCell() {
   }
   if (cell->Command >= 1 && cell->Command <= chain->CellCommands.size()) {
     std::uint16_t number = 0;
-    const NavLead lead =
-        RunList(std::span(chain->CellCommands).subspan(cell->Command - 1U, 1), NavList::Cell, number);
+    const NavLead lead = RunList(std::span(chain->CellCommands).subspan(cell->Command - 1U, 1), NavList::Cell,
+                                 number, cell->Command - 1U);
     if (lead.What != NavLead::Kind::None) {
       Go(Obey(lead, NavList::Cell, cell->Command));
       return;
@@ -289,7 +290,7 @@ void NavRun::RunButton(const NavPage& page, int number) {
   const auto place = static_cast<std::size_t>(number) - 1;
   std::uint16_t ran = 0;
   const NavCommand command = page.Buttons.at(place).Command;
-  const NavLead lead = RunList(std::span(&command, 1), NavList::Button, ran);
+  const NavLead lead = RunList(std::span(&command, 1), NavList::Button, ran, place);
   if (lead.What != NavLead::Kind::None) {
     Follow(lead, NavList::Button, static_cast<std::uint16_t>(number));
   }

@@ -94,7 +94,9 @@ class NavRun {
   Next Missing(const NavLead& lead, NavList list, std::uint16_t number);
   Next Stop(NavStop why);
   // The lead of a list; `None` where its end was reached.
-  NavLead RunList(std::span<const NavCommand> commands, NavList list, std::uint16_t& number);
+  // `before` commands of the list are left out.
+  NavLead RunList(std::span<const NavCommand> commands, NavList list, std::uint16_t& number,
+                  std::size_t before = 0);
   // False once commands have run too long.
   bool MayGoOn(NavList list, std::size_t place);
   std::uint8_t DrawProgram(const NavChain& chain);
