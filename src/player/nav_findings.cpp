@@ -164,6 +164,9 @@ class WalkJudge {
   void Streams() {
     for (const auto& [chosen, moment] : walk_.MissingStreams()) {
       const auto& [command, chain, stream] = chosen;
+      if (walk_.Meets(command, stream)) {  // it is meant for a title that has it
+        continue;
+      }
       const bool isAudio = stream < FirstSubpicture;
       NavFinding& finding =
           AddCommand(isAudio ? Kind::AudioMissing : Kind::SubpictureMissing, command, moment);

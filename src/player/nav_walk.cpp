@@ -395,19 +395,23 @@ void NavWalk::CheckStreams(const NavMoment& moment, const Choice& chosen) {
   if (chain == nullptr) {
     return;
   }
-  if (chosen.Audio) {
-    constexpr std::uint16_t None = 15;
-    const std::uint16_t stream = state.Registers.Of(Sprm::Audio);
-    if (stream != None && (stream >= chain->Audio.size() || (chain->Audio.at(stream) & 0x8000U) == 0)) {
-      missingStreams_.try_emplace({*chosen.Audio, ChainOf(state.At), stream}, moment);
+  const auto judge = [&](const NavCommandAt& command, int stream, bool has) {
+    if (has) {
+      metStreams_.insert({command, stream});
+    } else {
+      missingStreams_.try_emplace({command, ChainOf(state.At), stream}, moment);
     }
+  };
+  constexpr std::uint16_t NoAudio = 15;
+  const std::uint16_t audio = state.Registers.Of(Sprm::Audio);
+  if (chosen.Audio && audio != NoAudio) {
+    judge(*chosen.Audio, audio, audio < chain->Audio.size() && (chain->Audio.at(audio) & 0x8000U) != 0);
   }
-  if (chosen.Subpicture && (state.Registers.Of(Sprm::Subpicture) & ShowsSubpicture) != 0) {
-    const auto stream = static_cast<std::size_t>(state.Registers.Of(Sprm::Subpicture) & 0x3FU);
-    if (stream < chain->Subpictures.size() && (chain->Subpictures.at(stream) & 0x80000000U) == 0) {
-      missingStreams_.try_emplace(
-          {*chosen.Subpicture, ChainOf(state.At), FirstSubpicture + static_cast<int>(stream)}, moment);
-    }
+  const auto subpicture = static_cast<std::size_t>(state.Registers.Of(Sprm::Subpicture) & 0x3FU);
+  const bool shows = (state.Registers.Of(Sprm::Subpicture) & ShowsSubpicture) != 0;
+  if (chosen.Subpicture && shows && subpicture < chain->Subpictures.size()) {
+    judge(*chosen.Subpicture, FirstSubpicture + static_cast<int>(subpicture),
+          (chain->Subpictures.at(subpicture) & 0x80000000U) != 0);
   }
 }
 

@@ -83,6 +83,10 @@ class NavWalk {
   // from 100 on).
   using Chosen = std::tuple<NavCommandAt, NavPoint, int>;
   [[nodiscard]] const std::map<Chosen, NavMoment>& MissingStreams() const { return missingStreams_; }
+  // Whether some title that plays after the command has the stream that it chose.
+  [[nodiscard]] bool Meets(const NavCommandAt& command, int stream) const {
+    return metStreams_.contains({command, stream});
+  }
   // Streams that some command that runs chooses; nothing where one chooses by a register.
   [[nodiscard]] const std::optional<std::set<int>>& ChosenStreams() const { return chosenStreams_; }
 
@@ -142,6 +146,7 @@ class NavWalk {
   std::map<NavCommandAt, Activation> buttons_;
   std::map<Page, NavMoment> pages_;
   std::map<Chosen, NavMoment> missingStreams_;
+  std::set<std::pair<NavCommandAt, int>> metStreams_;
   std::optional<std::set<int>> chosenStreams_{std::set<int>()};
 };
 
