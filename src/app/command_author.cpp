@@ -17,6 +17,7 @@
 #include "author/message_recorder.h"
 #include "base/random.h"
 #include "check/findings.h"
+#include "check/navigation_check.h"
 #include "desk/author_options.h"
 #include "desk/open_project.h"
 #include "desk/place_names.h"
@@ -63,12 +64,17 @@ bool Load(const AuthorArguments& arguments, const std::string& cacheFolder, Proj
   };
   const LoadResult loaded = LoadScriptFile(arguments.Project, project, options, faults);
   Findings findings = ProjectFindings(loaded, project, arguments.RulesUsed());
-  if (HasErrors(findings) ||
+  const auto isRefused = [&](const Message& one) {
+    return one.Level == Severity::Error && !(arguments.ForceNavigation && IsNavigationError(one));
+  };
+  if (std::ranges::any_of(findings, isRefused) ||
       !faults.Told.empty()) {  // no disc follows, and what else is wrong is told at once
     findings = FindingsWithSources(loaded, project, arguments.RulesUsed(), ui, &pictures);
   }
   AppendReadFaults(findings, faults);
-  for (const Message& finding : findings) {
+  for (Message& finding : findings) {
+    const bool isForced = arguments.ForceNavigation && IsNavigationError(finding);
+    finding.Level = isForced ? Severity::Warning : finding.Level;
     ui.Tell(finding);
   }
   return indexed && loaded.MayAuthor() && !HasErrors(findings);
@@ -176,6 +182,8 @@ void AddAuthorCommand(CLI::App& program, CommandContext& context) {
                     "Move chapter times onto pictures where a chapter can start");
   command->add_flag("--reindex", arguments->Reindex, "Build picture indexes anew");
   command->add_flag("--force", arguments->Force, "Replace the disc that a former run made");
+  command->add_flag("--force-navigation", arguments->ForceNavigation,
+                    "Make a disc whose menus and commands lead nowhere");
   AddRulesOption(*command, arguments->RuleSet, "What players expect, or every traditional number");
   command->add_flag("--strict", arguments->Strict, "Make no disc when there are warnings");
   command->add_flag("--dry-run", arguments->DryRun, "Do everything but write");

@@ -21,6 +21,7 @@ struct AuthorArguments {
   bool Analyse = false;
   bool Reindex = false;
   bool Force = false;
+  bool ForceNavigation = false;  // make a disc whose commands lead nowhere
   bool Strict = false;
   bool DryRun = false;
   bool NoSync = false;

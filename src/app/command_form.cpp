@@ -20,6 +20,7 @@
 #include "app/command_still.h"
 #include "app/command_subtitles.h"
 #include "app/command_verify.h"
+#include "app/command_walk.h"
 #include "app/command_wizard.h"
 #include "app/messages.h"
 #include "base/message_error.h"
@@ -51,6 +52,7 @@ void AddCommands(CLI::App& program, CommandContext& context) {
   AddNewCommand(program, context);
   AddWizardCommand(program, context);
   AddEditCommand(program, context);
+  AddWalkCommand(program, context);
   AddProbeCommand(program, context);
   AddVerifyCommand(program, context);
   AddIndexCommand(program, context);
