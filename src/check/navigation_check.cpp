@@ -207,7 +207,7 @@ Findings NewFindings(Findings findings, const Findings& told) {
   std::unordered_set<std::string> places;
   for (const Message& finding : told) {
     if (finding.Level == Severity::Error || finding.Is(message::TargetMissing) ||
-        finding.Is(message::MenuLeadsNowhere)) {
+        finding.Is(message::MenuLeadsNowhere) || finding.Is(message::FirstPlayLeadsNowhere)) {
       places.insert(finding.Place);
     }
   }
