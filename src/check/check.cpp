@@ -9,6 +9,7 @@
 #include "check/decoding_check.h"
 #include "check/messages.h"
 #include "check/mixed_set_check.h"
+#include "check/navigation_check.h"
 #include "check/overlay_check.h"
 #include "check/stream_numbers.h"
 #include "check/structure_check.h"
@@ -208,6 +209,7 @@ Findings CheckProject(const Project& project, const Rules& rules) {
   Append(findings, CheckDisplays(project, rules));
   Append(findings, CheckPalettes(project, rules));
   Append(findings, ByRules(CheckButtonCommands(project), rules));
+  Append(findings, ByRules(CheckNavigation(project, rules, findings), rules));
   return findings;
 }
 
