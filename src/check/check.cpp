@@ -1,6 +1,7 @@
 #include "check/check.h"
 
 #include <algorithm>
+#include <span>
 #include <string>
 #include <unordered_set>
 
@@ -202,14 +203,16 @@ Findings CheckNamesAndStreams(const Project& project, const Rules& rules) {
 
 Findings CheckProject(const Project& project, const Rules& rules) {
   Findings findings = CheckNamesAndStreams(project, rules);
-  Append(findings, ByRules(CheckMixedSets(project), rules));
-  Append(findings, ByRules(CheckDecoding(project), rules));
-  Append(findings, ByRules(CheckStructure(project), rules));
-  Append(findings, ByRules(CheckCommandTargets(project), rules));
+  const std::size_t ofAllRules = findings.size();  // what follows is an error by players' rules alone
+  Append(findings, CheckMixedSets(project));
+  Append(findings, CheckDecoding(project));
+  Append(findings, CheckStructure(project));
+  Append(findings, CheckCommandTargets(project));
   Append(findings, CheckDisplays(project, rules));
   Append(findings, CheckPalettes(project, rules));
-  Append(findings, ByRules(CheckButtonCommands(project), rules));
-  Append(findings, ByRules(CheckNavigation(project, rules, findings), rules));
+  Append(findings, CheckButtonCommands(project));
+  CheckNavigation(project, rules, findings);
+  LevelByRules(std::span(findings).subspan(ofAllRules), rules);
   return findings;
 }
 
