@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 
 #include "check/disc_limits.h"
@@ -152,35 +153,52 @@ class ToldPlaces {
                                &message::FirstPlayLeadsNowhere, &message::ButtonsWithoutCommand};
     for (Message& finding : told) {
       if (std::ranges::any_of(Kinds, [&finding](const MessageKind* kind) { return finding.Is(*kind); })) {
-        places_.try_emplace(finding.Place, &finding);
+        places_.emplace(finding.Place, &finding);
         firstPlayFails_ =
             firstPlayFails_ || (finding.Level == Severity::Error && finding.Place.starts_with(FirstPgcKey));
       }
     }
   }
 
-  // What nobody reaches, which has no way, is another fault than what is told of it.
-  [[nodiscard]] Message* SameAs(const NavFinding& finding, const Message& message) const {
-    const auto same = places_.find(message.Place);
-    return same == places_.end() || finding.Way.empty() ? nullptr : same->second;
+  // Whether it is told of its place, which learns the way there. What nobody reaches has no way, and is
+  // another fault than what is told of it.
+  [[nodiscard]] bool Have(const NavFinding& finding, const NavCommandWords& words) {
+    bool isTold = false;
+    const auto [first, end] = places_.equal_range(words.Place);
+    for (auto at = first; at != end && !finding.Way.empty(); ++at) {
+      Message& told = *at->second;
+      const bool isTarget = told.Is(message::TargetMissing) || told.Is(message::TargetForbidden);
+      if (isTarget && !told.Text.starts_with(fmt::format("\"{}\" ", words.Text))) {
+        continue;  // another button's: the commands of a cell's plays are counted in each
+      }
+      isTold = true;
+      if (isTarget && withWay_.insert(&told).second) {
+        told.Text += fmt::format(". The way there: {}", finding.Way);
+        break;
+      }
+    }
+    return isTold;
   }
 
   // Whether what is told of another place says as much.
-  [[nodiscard]] bool Explain(const NavFinding& finding, const Message& message) const {
+  [[nodiscard]] bool Explain(const NavFinding& finding, const NavCommandWords& words) const {
+    if (finding.Way.empty()) {
+      return false;
+    }
     const bool hasCommand = finding.Name.find(' ') != std::string::npos;
     if (finding.What == NavFinding::Kind::ButtonIdle && !hasCommand && buttonsLackCommands_) {
       return true;
     }
-    const auto chain = places_.find(message.Place.substr(0, message.Place.find(' ')));
-    const bool isNowhere =
-        chain != places_.end() && !finding.Way.empty() &&
-        (chain->second->Is(message::MenuLeadsNowhere) || chain->second->Is(message::FirstPlayLeadsNowhere));
-    return isNowhere ||
-           (finding.At.Domain == NavDomain::FirstPlay && firstPlayFails_ && !finding.Way.empty());
+    const auto [first, end] = places_.equal_range(words.Place.substr(0, words.Place.find(' ')));
+    const bool isNowhere = std::any_of(first, end, [](const auto& told) {
+      return told.second->Is(message::MenuLeadsNowhere) || told.second->Is(message::FirstPlayLeadsNowhere);
+    });
+    return isNowhere || (finding.At.Domain == NavDomain::FirstPlay && firstPlayFails_);
   }
 
  private:
-  std::unordered_map<std::string, Message*> places_;
+  std::unordered_multimap<std::string, Message*> places_;
+  std::unordered_set<const Message*> withWay_;
   bool buttonsLackCommands_ = false;
   bool firstPlayFails_ = false;
 };
@@ -248,13 +266,9 @@ void AddNavigation(const NavSurvey& survey, const NavNaming& naming, Findings& t
   ToldPlaces places(told);
   Findings more;
   for (const NavFinding& finding : survey.Findings) {
-    Message message = MessageFor(finding, naming(finding));
-    if (Message* const same = places.SameAs(finding, message)) {
-      if (same->Is(message::TargetMissing) || same->Is(message::TargetForbidden)) {
-        same->Text += fmt::format(". The way there: {}", finding.Way);
-      }
-    } else if (!places.Explain(finding, message)) {
-      more.push_back(std::move(message));
+    const NavCommandWords words = naming(finding);
+    if (!places.Have(finding, words) && !places.Explain(finding, words)) {
+      more.push_back(MessageFor(finding, words));
     }
   }
   if (!survey.IsWhole) {

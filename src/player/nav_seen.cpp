@@ -147,10 +147,10 @@ void NavWalk::RecordStop(const NavMoment& moment, const NavOutcome& outcome) {
   if (outcome.State.Stop != NavStop::Loop) {
     return;
   }
-  // A circle is known by the least command in it, wherever it was entered: one that ran twice.
+  // A circle is known by the least command in it that leads on, wherever it was entered: one that ran twice.
   std::map<NavCommandAt, int> ran;
   for (const NavHappening& one : outcome.Happened) {
-    if (one.What == NavHappening::Kind::Ran) {
+    if (one.What == NavHappening::Kind::Ran && one.Lead.What != NavLead::Kind::None) {
       ++ran[PlaceOf(one, 0)];
     }
   }
