@@ -49,7 +49,9 @@ void CheckEntries(const IfoLanguage& unit, const std::string& name, bool ofManag
     bits |= bit;
   }
   if (unit.Existence != bits) {
-    teller.Tell(message::TableBroken, unit.At + language_unit::Existence.Offset, name, "PGCI_LU_EXIST",
+    // Players look for the menu itself.
+    teller.Tell(teller.IsOurs() ? message::TableBroken : message::TableLoose,
+                unit.At + language_unit::Existence.Offset, name, "PGCI_LU_EXIST",
                 fmt::format("0x{:02X}", bits), fmt::format("0x{:02X}", unit.Existence));
   }
 }
