@@ -64,7 +64,7 @@ NavWalk::Key NavWalk::KeyOf(const NavState& state, const Choice& chosen) const {
   for (unsigned i = 0; i < 40; ++i) {
     if ((live & ~Placed & NavRegisterSet{1} << i) != 0) {
       const std::uint64_t value = i < 16 ? state.Registers.General.at(i) : state.Registers.System.at(i - 16);
-      mixed = (mixed ^ (value + i * 0x10001U)) * 0x9E3779B97F4A7C15;
+      mixed = (mixed ^ (value + std::uint64_t{i} * 0x10001U)) * 0x9E3779B97F4A7C15;
       key[2] ^= mixed >> 17U;
     }
   }
@@ -187,7 +187,7 @@ void NavWalk::Expand(std::size_t node) {
   }
 }
 
-void NavWalk::Take(std::size_t node, const std::optional<NavEvent>& event, NavOutcome outcome) {
+void NavWalk::Take(std::size_t node, const std::optional<NavEvent>& event, const NavOutcome& outcome) {
   const auto isRefused = [](const NavHappening& one) { return one.What == NavHappening::Kind::Refused; };
   if (std::ranges::any_of(outcome.Happened, isRefused)) {
     return;
@@ -196,10 +196,10 @@ void NavWalk::Take(std::size_t node, const std::optional<NavEvent>& event, NavOu
   Choice chosen = event ? nodes_[node].Chosen : Choice();
   const NavMoment moment{node, event, outcome.State};
   Record(moment, before, outcome, chosen);
-  Reach(node, event, std::move(outcome.State), chosen);
+  Reach(node, event, outcome.State, chosen);
 }
 
-void NavWalk::Reach(std::size_t from, const std::optional<NavEvent>& event, NavState state,
+void NavWalk::Reach(std::size_t from, const std::optional<NavEvent>& event, const NavState& state,
                     const Choice& chosen) {
   const bool isFree = event && WaitsOn(*event, nodes_[from].State, state);
   const std::uint32_t cost = event ? nodes_[from].Cost + (isFree ? 0 : 1) : 0;
@@ -212,7 +212,7 @@ void NavWalk::Reach(std::size_t from, const std::optional<NavEvent>& event, NavS
   const bool byArrow = event && IsArrow(event->Key) && nodes_[from].State.At == state.At &&
                        nodes_[from].State.Page == state.Page;
   if (isNew) {
-    nodes_.push_back({.State = std::move(state),
+    nodes_.push_back({.State = state,
                       .From = static_cast<std::uint32_t>(from),
                       .Event = event,
                       .Cost = cost,
@@ -222,7 +222,7 @@ void NavWalk::Reach(std::size_t from, const std::optional<NavEvent>& event, NavS
     open_[static_cast<int>(cost)].push_back(to);
   } else if (!nodes_[to].IsDone && cost < nodes_[to].Cost) {
     Node& node = nodes_[to];
-    node = {.State = std::move(state),
+    node = {.State = state,
             .From = static_cast<std::uint32_t>(from),
             .Event = event,
             .Cost = cost,

@@ -122,8 +122,9 @@ class NavWalk {
   // Takes every outcome of random numbers.
   template <class Step>
   void EachOutcome(Step step);
-  void Take(std::size_t node, const std::optional<NavEvent>& event, NavOutcome outcome);
-  void Reach(std::size_t from, const std::optional<NavEvent>& event, NavState state, const Choice& chosen);
+  void Take(std::size_t node, const std::optional<NavEvent>& event, const NavOutcome& outcome);
+  void Reach(std::size_t from, const std::optional<NavEvent>& event, const NavState& state,
+             const Choice& chosen);
   void Record(const NavMoment& moment, const NavState& before, const NavOutcome& outcome, Choice& chosen);
   void RecordCommand(const NavHappening& ran, std::uint16_t page, Choice& chosen);
   void RecordButton(const NavMoment& moment, const NavState& before, const NavOutcome& outcome);

@@ -131,6 +131,11 @@ std::vector<Row> StructureRows() {
   const std::string film = "Item=Video Play|VideoFile=film.m2v|";
   const std::string cell = "VTS1.TITLE1.PGC1.PG1.CELL1|";
   const std::string dark = "W palette-dark VTS1.TITLE1.PGC1|";
+  std::string noKeys;  // of the remote, that leave a menu
+  for (const char* key : {"TimePlay", "TitlePlay", "GoUp", "TopPGOrPrevPGSearch", "NextPGSearch",
+                          "MenuCall-Title", "MenuCall-Root", "Resume", "StillOff"}) {
+    noKeys += fmt::format("{}=Prohibited|", key);
+  }
   std::string notMuxed;
   for (int stream = 5; stream <= 32; ++stream) {
     notMuxed += fmt::format("W stream-not-multiplexed Track.0.Sub{}|", stream);
@@ -205,6 +210,12 @@ std::vector<Row> StructureRows() {
       {"ButtonWithoutEffect", Disc, WithButtons(MenuPlay + "Button Command=NOP|" + ExitLine),
        "E button-idle VTS1.TITLE1.PGC1.PG1.CELL1 Button1|",
        dark + "W button-idle VTS1.TITLE1.PGC1.PG1.CELL1 Button1|"},
+      {"MenuThatNobodyLeaves", Disc,
+       Replace(WithButtons(MenuPlay + ExitLine + ExitLine), Root,
+               "Item=PGC|Name=R|MenuType=Root|Item=PGCUOPS|" + noKeys + Cell + "CellStillTime=255|" +
+                   MenuPlay + "Button Command=LinkTopPGC|Button Command=LinkTopPGC|"),
+       "E page-trap VTS1.LANGUAGE1.PGC1.PG1.CELL1|",
+       "W palette-dark VTS1.LANGUAGE1.PGC1|" + dark + "W page-trap VTS1.LANGUAGE1.PGC1.PG1.CELL1|"},
       {"ButtonsThatDoNotShow", Disc,
        Replace(WithButtons(MenuPlay + ExitLine + ExitLine), "Contrast=15,15,15,15", "Contrast=0,0,0,0"),
        "E buttons-hidden " + cell, dark + "W buttons-hidden " + cell},
