@@ -10,8 +10,8 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::size_t BlockSectors = 128;  // as much as stays in a cache while it is used
-constexpr std::size_t BlockCount = 4;
+constexpr std::size_t BlockSectors = 64;  // as much as stays in a cache while it is used
+constexpr std::size_t BlockCount = 8;
 
 // Reads a set block by block.
 class BlockReader {
@@ -52,20 +52,34 @@ class BlockRing {
     std::size_t Size = 0;  // 0 in the last
   };
 
-  // Nothing once nobody wants more.
+  // Nothing once nobody wants more. A full ring waits until half of it is used: each change of threads costs
+  // as much as a few sectors.
   Block* ToFill() {
     std::unique_lock lock(mutex_);
-    changed_.wait(lock, [this] { return closed_ || filled_ - used_ < BlockCount; });
+    changed_.wait(lock, [this] {
+      full_ = filled_ - used_ > (full_ ? BlockCount / 2 : BlockCount - 1);
+      return closed_ || !full_;
+    });
     return closed_ ? nullptr : &blocks_.at(filled_ % BlockCount);
   }
-  void Filled() { Count(filled_); }
+  void Filled() {
+    const std::scoped_lock lock(mutex_);
+    if (++filled_ == used_ + 1) {
+      changed_.notify_all();
+    }
+  }
   // Nothing once no more comes.
   Block* ToUse() {
     std::unique_lock lock(mutex_);
     changed_.wait(lock, [this] { return closed_ || filled_ > used_; });
     return filled_ > used_ ? &blocks_.at(used_ % BlockCount) : nullptr;
   }
-  void Used() { Count(used_); }
+  void Used() {
+    const std::scoped_lock lock(mutex_);
+    if (filled_ == ++used_ + BlockCount / 2) {
+      changed_.notify_all();
+    }
+  }
   void Close() {
     const std::scoped_lock lock(mutex_);
     closed_ = true;
@@ -73,17 +87,12 @@ class BlockRing {
   }
 
  private:
-  void Count(std::size_t& blocks) {
-    const std::scoped_lock lock(mutex_);
-    ++blocks;
-    changed_.notify_all();
-  }
-
   std::array<Block, BlockCount> blocks_;
   std::mutex mutex_;
   std::condition_variable changed_;
   std::size_t filled_ = 0;
   std::size_t used_ = 0;
+  bool full_ = false;
   bool closed_ = false;
 };
 
