@@ -123,7 +123,7 @@ std::vector<IfoLanguage> ReadLanguages(const IfoView& table, const std::string& 
                                              static_cast<char>(unit.Language & 0xFFU));
     teller.CheckReserved(language_unit::Rows, table.Sub(at, language_unit::Size),
                          fmt::format("{} unit {}", name, i + 1));
-    const bool letters = std::islower(unit.Language >> 8U) != 0 && std::islower(unit.Language & 0xFFU) != 0;
+    const bool letters = std::islower(unit.Language >> 8) != 0 && std::islower(unit.Language & 0xFF) != 0;
     if (!letters) {
       teller.Tell(message::TableLoose, table.At(at), fmt::format("{} unit {}", name, i + 1), "PGCI_LU_LCD",
                   "two small letters", fmt::format("0x{:04X}", unit.Language));

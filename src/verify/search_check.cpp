@@ -122,7 +122,7 @@ class CellSearch {
       const std::size_t offset =
           way > 0 ? nav::ForwardJumps.Offset + 4 * (RowCount - 1 - i) : nav::BackwardJumps.Offset + 4 * i;
       const std::string& field = (way > 0 ? forward : backward).at(static_cast<std::size_t>(step));
-      const std::int64_t time = std::int64_t{Here().Vobu.StartPtm} + way * step * HalfSecond;
+      const std::int64_t time = std::int64_t{Here().Vobu.StartPtm} + std::int64_t{way} * step * HalfSecond;
       before =
           CheckJump(Here().Long(offset), offset, field, time, way, step >= LongStep ? before : std::nullopt);
     }
