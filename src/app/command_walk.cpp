@@ -181,7 +181,7 @@ int WalkProject(const WalkOptions& options, CommandContext& context) {
   }
   const NavSurvey survey = SurveyOf(disc);
   Findings findings = CheckCommandTargets(project);
-  Append(findings, NewFindings(NavigationFindings(survey, NamingOf(project)), findings));
+  AddNavigation(survey, NamingOf(project), findings);
   return Print(options, survey, ByRules(std::move(findings), rules), named, context);
 }
 

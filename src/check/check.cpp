@@ -1,6 +1,7 @@
 #include "check/check.h"
 
 #include <algorithm>
+#include <span>
 #include <string>
 #include <unordered_set>
 
@@ -9,6 +10,7 @@
 #include "check/decoding_check.h"
 #include "check/messages.h"
 #include "check/mixed_set_check.h"
+#include "check/navigation_check.h"
 #include "check/overlay_check.h"
 #include "check/stream_numbers.h"
 #include "check/structure_check.h"
@@ -201,13 +203,16 @@ Findings CheckNamesAndStreams(const Project& project, const Rules& rules) {
 
 Findings CheckProject(const Project& project, const Rules& rules) {
   Findings findings = CheckNamesAndStreams(project, rules);
-  Append(findings, ByRules(CheckMixedSets(project), rules));
-  Append(findings, ByRules(CheckDecoding(project), rules));
-  Append(findings, ByRules(CheckStructure(project), rules));
-  Append(findings, ByRules(CheckCommandTargets(project), rules));
+  const std::size_t ofAllRules = findings.size();  // what follows is an error by players' rules alone
+  Append(findings, CheckMixedSets(project));
+  Append(findings, CheckDecoding(project));
+  Append(findings, CheckStructure(project));
+  Append(findings, CheckCommandTargets(project));
   Append(findings, CheckDisplays(project, rules));
   Append(findings, CheckPalettes(project, rules));
-  Append(findings, ByRules(CheckButtonCommands(project), rules));
+  Append(findings, CheckButtonCommands(project));
+  CheckNavigation(project, rules, findings);
+  LevelByRules(std::span(findings).subspan(ofAllRules), rules);
   return findings;
 }
 

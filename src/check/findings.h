@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <span>
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -31,11 +32,14 @@ inline bool Has(const Findings& findings, const MessageKind& kind) {
 }
 
 // Of a disc that does not play: errors by rules that refuse such a disc, otherwise warnings.
-[[nodiscard]] inline Findings ByRules(Findings findings, const Rules& rules) {
+inline void LevelByRules(std::span<Message> findings, const Rules& rules) {
   for (Message& finding : findings) {
     const bool lower = !rules.RefusesDeadDiscs && finding.Level == Severity::Error;
     finding.Level = lower ? Severity::Warning : finding.Level;
   }
+}
+[[nodiscard]] inline Findings ByRules(Findings findings, const Rules& rules) {
+  LevelByRules(findings, rules);
   return findings;
 }
 

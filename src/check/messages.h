@@ -62,7 +62,7 @@ inline constexpr MessageKind TargetMissing{
 
 inline constexpr MessageKind CommandLoop{
     "command-loop", Severity::Error, NavigationTitle,
-    R"("{}" goes round with other commands and nothing is ever played, so a player hangs. The way there: {})"};
+    R"("{}" goes round, alone or with others, and nothing is ever played, so a player hangs. The way there: {})"};
 inline constexpr MessageKind ButtonIdle{
     "button-idle", Severity::Error, NavigationTitle,
     R"("{}" does nothing here, so its button has no effect. The way there: {})"};
@@ -82,6 +82,10 @@ inline constexpr MessageKind Unreachable{
 inline constexpr MessageKind StreamMissing{
     "stream-missing", Severity::Warning, NavigationTitle,
     R"("{}" chooses {} stream {}, which the title that plays next does not have. The way there: {})"};
+inline constexpr MessageKind WalkCut{
+    "walk-cut", Severity::Information, NavigationTitle,
+    "There are more ways through the disc than are walked: {} states were looked at, and nothing is told of "
+    "what lies beyond them"};
 inline constexpr MessageKind KeyDead{"key-dead", Severity::Information, NavigationTitle,
                                      "The {} key of the remote does nothing: {}"};
 

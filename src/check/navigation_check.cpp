@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
+#include "check/disc_limits.h"
 #include "check/messages.h"
 #include "check/nav_of.h"
 #include "model/keys.h"
@@ -25,12 +27,13 @@ bool IsResolved(const CommandList& list) {
 }
 
 bool IsResolved(const PGC_P& chain) {
-  const auto ofButtons = [](const Cell_P* cell) {
-    return std::ranges::all_of(cell->ButtonCommands,
+  const auto isCell = [](const Cell_P* cell) {
+    return cell->SegmentUsed >= 0 && cell->pScene >= 0 &&
+           std::ranges::all_of(cell->ButtonCommands,
                                [](const ButtonCommands_P& play) { return IsResolved(play.Commands); });
   };
   return IsResolved(chain.PreCommands) && IsResolved(chain.PostCommands) && IsResolved(chain.CellCommands) &&
-         std::ranges::all_of(LiveCells(chain), ofButtons);
+         std::ranges::all_of(LiveCells(chain), isCell);
 }
 
 bool IsResolved(const Project& project) {
@@ -84,10 +87,6 @@ const VMICommand_P* ButtonCommand(const Project& project, const NavFinding& find
   }
 }
 
-std::string WayTo(const NavFinding& finding) {
-  return finding.Way;
-}
-
 std::string_view StreamWord(NavFinding::Kind kind) {
   const bool isAudio = kind == NavFinding::Kind::AudioMissing || kind == NavFinding::Kind::AudioUnreachable;
   return isAudio ? "audio" : "subpicture";
@@ -113,12 +112,12 @@ std::string LostWords(const NavFinding& finding) {
 Message MessageFor(const NavFinding& finding, const NavCommandWords& words) {
   using Kind = NavFinding::Kind;
   const std::string& place = words.Place;
-  const std::string way = WayTo(finding);
+  const std::string& way = finding.Way;
   switch (finding.What) {
     case Kind::TargetMissing:
       return MessageOf(message::TargetMissing, place, words.Text,
                        finding.Lead == NavLead::Kind::Resume
-                           ? fmt::format("nothing was left that it could come back to ({})", way)
+                           ? fmt::format("nothing was left to come back to. The way there: {}", way)
                            : fmt::format("the way there is {}", way));
     case Kind::TargetForbidden:
       return MessageOf(message::TargetForbidden, place, words.Text, "this place",
@@ -144,6 +143,74 @@ Message MessageFor(const NavFinding& finding, const NavCommandWords& words) {
     default:
       return MessageOf(message::Unreachable, place, LostWords(finding));
   }
+}
+
+// What is told already, by its place.
+class ToldPlaces {
+ public:
+  explicit ToldPlaces(Findings& told) : buttonsLackCommands_(Has(told, message::ButtonsWithoutCommand)) {
+    constexpr std::array Kinds{&message::TargetMissing, &message::TargetForbidden, &message::MenuLeadsNowhere,
+                               &message::FirstPlayLeadsNowhere, &message::ButtonsWithoutCommand};
+    for (Message& finding : told) {
+      if (std::ranges::any_of(Kinds, [&finding](const MessageKind* kind) { return finding.Is(*kind); })) {
+        places_.emplace(finding.Place, &finding);
+        firstPlayFails_ =
+            firstPlayFails_ || (finding.Level == Severity::Error && finding.Place.starts_with(FirstPgcKey));
+      }
+    }
+  }
+
+  // Whether it is told of its place, which learns the way there. What nobody reaches has no way, and is
+  // another fault than what is told of it.
+  [[nodiscard]] bool Have(const NavFinding& finding, const NavCommandWords& words) {
+    bool isTold = false;
+    const auto [first, end] = places_.equal_range(words.Place);
+    for (auto at = first; at != end && !finding.Way.empty(); ++at) {
+      Message& told = *at->second;
+      const bool isTarget = told.Is(message::TargetMissing) || told.Is(message::TargetForbidden);
+      if (isTarget && !told.Text.starts_with(fmt::format("\"{}\" ", words.Text))) {
+        continue;  // another button's: the commands of a cell's plays are counted in each
+      }
+      isTold = true;
+      if (isTarget && withWay_.insert(&told).second) {
+        told.Text += fmt::format(". The way there: {}", finding.Way);
+        break;
+      }
+    }
+    return isTold;
+  }
+
+  // Whether what is told of another place says as much.
+  [[nodiscard]] bool Explain(const NavFinding& finding, const NavCommandWords& words) const {
+    if (finding.Way.empty()) {
+      return false;
+    }
+    const bool hasCommand = finding.Name.find(' ') != std::string::npos;
+    if (finding.What == NavFinding::Kind::ButtonIdle && !hasCommand && buttonsLackCommands_) {
+      return true;
+    }
+    const auto [first, end] = places_.equal_range(words.Place.substr(0, words.Place.find(' ')));
+    const bool isNowhere = std::any_of(first, end, [](const auto& told) {
+      return told.second->Is(message::MenuLeadsNowhere) || told.second->Is(message::FirstPlayLeadsNowhere);
+    });
+    return isNowhere || (finding.At.Domain == NavDomain::FirstPlay && firstPlayFails_);
+  }
+
+ private:
+  std::unordered_multimap<std::string, Message*> places_;
+  std::unordered_set<const Message*> withWay_;
+  bool buttonsLackCommands_ = false;
+  bool firstPlayFails_ = false;
+};
+
+// Where the structure is not whole, or a command or scene was not found, a walk would say what follows from
+// it alone.
+bool IsWalkable(const Project& project, const Findings& told) {
+  constexpr std::array Kinds{&message::TitleWithoutCells, &message::TitleStartsWithoutCells,
+                             &message::SetWithoutTitles, &message::LanguageWithoutPgcs};
+  return IsResolved(project) &&
+         std::ranges::none_of(Kinds, [&told](const MessageKind* kind) { return Has(told, *kind); }) &&
+         !HasErrors(CheckLimits(project));
 }
 
 }  // namespace
@@ -195,24 +262,25 @@ Findings DiscNavigation(const NavSurvey& survey, bool isOurs) {
   return findings;
 }
 
-Findings CheckNavigation(const Project& project, const Rules& rules, const Findings& told) {
-  if (!IsResolved(project)) {
-    return {};
-  }
-  const NavDisc disc = NavOf(project, rules);
-  return NewFindings(NavigationFindings(SurveyOf(disc), NamingOf(project)), told);
-}
-
-Findings NewFindings(Findings findings, const Findings& told) {
-  std::unordered_set<std::string> places;
-  for (const Message& finding : told) {
-    if (finding.Level == Severity::Error || finding.Is(message::TargetMissing) ||
-        finding.Is(message::MenuLeadsNowhere) || finding.Is(message::FirstPlayLeadsNowhere)) {
-      places.insert(finding.Place);
+void AddNavigation(const NavSurvey& survey, const NavNaming& naming, Findings& told) {
+  ToldPlaces places(told);
+  Findings more;
+  for (const NavFinding& finding : survey.Findings) {
+    const NavCommandWords words = naming(finding);
+    if (!places.Have(finding, words) && !places.Explain(finding, words)) {
+      more.push_back(MessageFor(finding, words));
     }
   }
-  std::erase_if(findings, [&places](const Message& finding) { return places.contains(finding.Place); });
-  return findings;
+  if (!survey.IsWhole) {
+    more.push_back(MessageOf(message::WalkCut, {}, survey.States));
+  }
+  Append(told, std::move(more));
+}
+
+void CheckNavigation(const Project& project, const Rules& rules, Findings& told) {
+  if (IsWalkable(project, told)) {
+    AddNavigation(SurveyOf(NavOf(project, rules)), NamingOf(project), told);
+  }
 }
 
 bool IsNavigationError(const Message& finding) {

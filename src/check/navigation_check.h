@@ -11,9 +11,9 @@
 
 namespace quorvelant {
 
-// Walks every way. What `told` says of a command's place is not said again; where a command has no digits,
-// nothing is walked. `Place` is a key of the project, of commands with the command's own after it.
-[[nodiscard]] Findings CheckNavigation(const Project& project, const Rules& rules, const Findings& told);
+// Walks every way through the disc of a project whose structure is whole, and adds what it finds to what is
+// told. `Place` is a key of the project, of commands with the command's own after it.
+void CheckNavigation(const Project& project, const Rules& rules, Findings& told);
 
 // A command in the words of the one who reads: its place and its text.
 struct NavCommandWords {
@@ -22,8 +22,8 @@ struct NavCommandWords {
 };
 using NavNaming = std::function<NavCommandWords(const NavFinding&)>;
 [[nodiscard]] Findings NavigationFindings(const NavSurvey& survey, const NavNaming& naming);
-// Those at whose place nothing was told.
-[[nodiscard]] Findings NewFindings(Findings findings, const Findings& told);
+// Adds them to what is told. What is told of a place gains the way there, and is not told again.
+void AddNavigation(const NavSurvey& survey, const NavNaming& naming, Findings& told);
 // The names of a project's commands, and those of the bytes where there is no project.
 [[nodiscard]] NavNaming NamingOf(const Project& project);
 [[nodiscard]] NavCommandWords NameByBytes(const NavFinding& finding);

@@ -66,7 +66,7 @@ struct NavSurvey {
   bool IsWhole = true;
 };
 
-// Walks the disc in each language of its menus.
+// Walks the disc in each language of its menus; the bounds are those of all together.
 [[nodiscard]] NavSurvey SurveyOf(const NavDisc& disc, const NavBounds& bounds = {});
 
 }  // namespace quorvelant

@@ -22,8 +22,11 @@ bool NavCircle::Closes(const NavState& state, NavList list, std::size_t place) {
     return false;
   }
   ++steps_;
-  return mark_.Place == place &&
-         mark_ == Mark{.At = state.At, .List = list, .Place = place, .Registers = state.Registers};
+  const bool closes =
+      mark_.Place == place &&
+      mark_ == Mark{.At = state.At, .List = list, .Place = place, .Registers = state.Registers};
+  rounds_ += closes ? 1 : 0;
+  return rounds_ > 1;
 }
 
 void NavRun::Note(NavHappening::Kind what) {

@@ -17,9 +17,9 @@ namespace quorvelant {
 // and nothing was left to chance since.
 class NavCircle {
  public:
-  // Before each command; `place` is its number in the list.
+  // Before each command; `place` is its number in the list. True once all of the circle has run twice.
   bool Closes(const NavState& state, NavList list, std::size_t place);
-  void Forget() { steps_ = nextMark_ = 0; }
+  void Forget() { steps_ = nextMark_ = rounds_ = 0; }
 
  private:
   struct Mark {
@@ -32,6 +32,7 @@ class NavCircle {
   Mark mark_;
   int steps_ = 0;
   int nextMark_ = 0;
+  int rounds_ = 0;
 };
 
 // Carries one event out on a state of its own.

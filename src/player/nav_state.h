@@ -31,6 +31,12 @@ struct NavPoint {
   auto operator<=>(const NavPoint&) const = default;  // NOLINT(modernize-use-nullptr): no pointer
 };
 
+// Of the chain alone.
+[[nodiscard]] constexpr NavPoint ChainPoint(NavPoint at) {
+  at.Program = at.Cell = 0;
+  return at;
+}
+
 // Where a call or a menu key left a title, with the registers that come back: title, part, button.
 struct NavResume {
   NavPoint At;

@@ -35,9 +35,13 @@ struct NavMoment {
   NavState After;
 };
 
+// Numbers of subpicture streams among those of both kinds.
+inline constexpr int FirstSubpicture = 100;
+
 struct NavBounds {
   std::size_t Nodes = 400000;
-  std::uint16_t Draws = 100;  // of a random number: so many outcomes are tried
+  std::size_t Steps = 4000000;  // keys tried, each outcome of random numbers for itself
+  std::uint16_t Draws = 100;    // of a random number: so many outcomes are tried
 };
 
 // The walk of one menu language. States are remembered by what matters of them, and the first way to each is
@@ -67,6 +71,7 @@ class NavWalk {
   // False where a bound ended it.
   [[nodiscard]] bool IsWhole() const { return isWhole_; }
   [[nodiscard]] std::size_t Count() const { return nodes_.size(); }
+  [[nodiscard]] std::size_t Steps() const { return steps_; }
   [[nodiscard]] const NavState& StateOf(std::size_t node) const { return nodes_[node].State; }
   [[nodiscard]] const std::vector<Edge>& Edges() const { return edges_; }
   // Cells that play on some way: by the number of their chain and their own.
@@ -111,13 +116,15 @@ class NavWalk {
   using Key = std::array<std::uint64_t, 7>;
 
   void Run();
+  [[nodiscard]] bool IsBeyond() const { return nodes_.size() > bounds_.Nodes || steps_ > bounds_.Steps; }
   void Expand(std::size_t node);
   [[nodiscard]] std::vector<NavEvent> EventsIn(const Node& node) const;
   // Takes every outcome of random numbers.
   template <class Step>
   void EachOutcome(Step step);
-  void Take(std::size_t node, const std::optional<NavEvent>& event, NavOutcome outcome);
-  void Reach(std::size_t from, const std::optional<NavEvent>& event, NavState state, const Choice& chosen);
+  void Take(std::size_t node, const std::optional<NavEvent>& event, const NavOutcome& outcome);
+  void Reach(std::size_t from, const std::optional<NavEvent>& event, const NavState& state,
+             const Choice& chosen);
   void Record(const NavMoment& moment, const NavState& before, const NavOutcome& outcome, Choice& chosen);
   void RecordCommand(const NavHappening& ran, std::uint16_t page, Choice& chosen);
   void RecordButton(const NavMoment& moment, const NavState& before, const NavOutcome& outcome);
@@ -138,6 +145,7 @@ class NavWalk {
   };
   std::unordered_map<Key, std::uint32_t, KeyHash> known_;
   bool isWhole_ = true;
+  std::size_t steps_ = 0;
   std::vector<std::vector<bool>> played_;
   std::vector<bool> entered_;
   std::map<NavCommandAt, std::pair<NavLead, NavMoment>> missing_;

@@ -14,7 +14,8 @@ const std::string First = "Item=FirstPGC|Item=PreCommands|Command=JumpSS TitleMe
 const std::string Manager =
     "Item=VMG|Item=Language|LU=en|Item=PGC|Name=V|MenuType=TitleMenu|Item=PreCommands|";
 const std::string Root = "Item=PGC|Name=R|MenuType=Root|Item=PreCommands|Command=JumpVTS_TT T|";
-const std::string Title = "Item=Title|Name=T|Item=PGC|Name=P|Item=PreCommands|Command=NOP|";
+const std::string Ends = "Item=PostCommands|Command=Exit|";
+const std::string Title = "Item=Title|Name=T|Item=PGC|Name=P|" + Ends + "Item=PreCommands|Command=NOP|";
 const std::string Cell = "Item=Program|Name=G|Item=Cell|Name=C|UsingScene=s|";
 }  // namespace
 
@@ -33,11 +34,16 @@ std::string Repeat(int count, std::string_view text) {
   return all;
 }
 
-// A second title, and one whose track is another; both end the disc.
+// The disc with a second title, to which the first one leads; and with one whose track is another.
 const std::string Second = "Item=Title|Name=U|Item=PGC|Name=Q|";
-std::string Other(std::string_view film, std::string_view sound) {
-  return fmt::format("{}Item=Program|Item=Cell|UsingScene=o|Item=Track|Name=O|{}{}{}|Item=Scene|Name=o|",
-                     Second, film, Sound, sound);
+std::string WithSecond(const std::string& more, const std::string& disc = Disc) {
+  return Replace(disc, Ends, "Item=PostCommands|Command=JumpVTS_TT U|") + Second + Ends + more;
+}
+std::string WithOther(std::string_view film, std::string_view sound, const std::string& disc = Disc) {
+  return WithSecond(
+      fmt::format("Item=Program|Item=Cell|UsingScene=o|Item=Track|Name=O|{}{}{}|Item=Scene|Name=o|", film,
+                  Sound, sound),
+      disc);
 }
 
 // Buttons and the marks that show them, on the track; and the commands of the cell.
@@ -47,7 +53,8 @@ const std::string Subtitle =
 const std::string Overlay =
     "Item=SubPicture|StreamNumber=0|" + Subtitle +
     "Item=Highlight Play|Start Time To Video=00:00:00:00|"
-    "Duration=00:00:01:00|Item=Button|Name=A|Highlight Area #1=0,0,9,9|Item=Button|Name=B|"
+    "Duration=00:00:01:00|Color Scheme 1|Selection Contrast=15,15,15,15|Item=Button|Name=A|Highlight Area "
+    "#1=0,0,9,9|Item=Button|Name=B|"
     "Highlight Area #1=20,0,29,9|";
 const std::string MenuPlay = "Item=Menu Play|";
 const std::string ExitLine = "Button Command=Exit|";
@@ -62,8 +69,15 @@ Row InFirst(std::string name, const std::string& command, std::string found) {
 Row InManager(std::string name, const std::string& command, std::string found) {
   return {std::move(name), "Command=JumpTT T|", "Command=" + command + "|", std::move(found)};
 }
-Row InTitle(std::string name, const std::string& command, std::string found, const std::string& more = {}) {
-  return {std::move(name), "Command=NOP|" + Cell, "Command=" + command + "|" + Cell + more, std::move(found)};
+Row InTitle(std::string name, const std::string& command, std::string found) {
+  return {std::move(name), "Command=NOP|" + Cell, "Command=" + command + "|" + Cell, std::move(found)};
+}
+// With a second title, whose programs have two cells and one.
+Row InFirstOfTwo(std::string name, const std::string& command, std::string found) {
+  const std::string programs =
+      Cell + "Item=Cell|Name=C2|UsingScene=s|" + "Item=Program|Name=G2|Item=Cell|UsingScene=s|";
+  return {std::move(name), Disc, Replace(WithSecond(programs), "Command=NOP|", "Command=" + command + "|"),
+          std::move(found)};
 }
 
 // Told by `author` and by `check --sources` alone.
@@ -113,12 +127,15 @@ std::vector<Row> StructureRows() {
   const std::string inTitle = "E target-missing VTS1.TITLE1.PGC1 Pre1|";
   const std::string noScene = "E scene-unknown VTS1.TITLE1.PGC1.PG1.CELL2|";
   const std::string noMenu = "E menu-leads-nowhere VTS1.LANGUAGE1.PGC1|";
-  const std::string twoOfEach =
-      Second + Cell + "Item=Cell|Name=C2|UsingScene=s|" + "Item=Program|Name=G2|Item=Cell|UsingScene=s|";
   const std::string wide = "DisplayMode=Only LetterBox|Item=Video Play|VideoFile=wide.m2v|";
   const std::string film = "Item=Video Play|VideoFile=film.m2v|";
   const std::string cell = "VTS1.TITLE1.PGC1.PG1.CELL1|";
   const std::string dark = "W palette-dark VTS1.TITLE1.PGC1|";
+  std::string noKeys;  // of the remote, that leave a menu
+  for (const char* key : {"TimePlay", "TitlePlay", "GoUp", "TopPGOrPrevPGSearch", "NextPGSearch",
+                          "MenuCall-Title", "MenuCall-Root", "Resume", "StillOff"}) {
+    noKeys += fmt::format("{}=Prohibited|", key);
+  }
   std::string notMuxed;
   for (int stream = 5; stream <= 32; ++stream) {
     notMuxed += fmt::format("W stream-not-multiplexed Track.0.Sub{}|", stream);
@@ -137,38 +154,40 @@ std::vector<Row> StructureRows() {
       InFirst("FirstPlayThatGoesToItsPostCommands", "GoTo 9|Item=PostCommands|Command=JumpTT T",
               Replace(inFirst, "E ", "W ")),
       {"SetWithoutTitles", "", "Item=VTS|", "E set-without-titles VTS2|"},
-      {"TitleWithoutCells", "", Second + "Item=Program|", "E title-without-cells VTS1.TITLE2|"},
-      {"TitleOfCommands", "", Second + "Item=PreCommands|Command=LinkPGCN P|",
+      {"TitleWithoutCells", Disc, WithSecond("Item=Program|"), "E title-without-cells VTS1.TITLE2|"},
+      {"TitleOfCommands", Disc, WithSecond("Item=PreCommands|Command=LinkPGCN P|"),
        "E title-without-cells VTS1.TITLE2|"},
       {"TitleThatStartsWithoutCells", "Item=PGC|Name=P|",
        "Item=PGC|Name=N|Item=PreCommands|Command=LinkPGCN P|Item=PGC|Name=P|",
        "E title-starts-without-cells VTS1.TITLE1.PGC1|"},
       {"LanguageWithoutPgcs", Title, "Item=Language|LU=de|" + Title,
        "E language-without-pgcs VTS1.LANGUAGE2|"},
-      {"MenuThatLeadsNowhere", Root, "Item=PGC|Name=R|NextPGC=Gone|",
+      {"MenuThatLeadsNowhere", Root, "Item=PGC|Name=R|MenuType=Root|NextPGC=Gone|",
        "W pgc-link-missing VTS1.LANGUAGE1.PGC1|" + noMenu},
-      {"MenuOfNothingButNop", Root, "Item=PGC|Name=R|Item=PostCommands|Command=LinkNoLink, button=1|",
-       noMenu},
+      {"MenuOfNothingButNop", Root,
+       "Item=PGC|Name=R|MenuType=Root|Item=PostCommands|Command=LinkNoLink, button=1|", noMenu},
       {"TwoTitleMenus", "Item=VTS|", "Item=PGC|Name=W|MenuType=TitleMenu|StillTime=255|Item=VTS|",
        "W menu-repeated VMG1.LANGUAGE1.PGC2|"},
-      {"MenuThatHolds", Root, "Item=PGC|Name=R|StillTime=255|", ""},
+      {"MenuThatHolds", Root, "Item=PGC|Name=R|MenuType=Root|StillTime=255|" + Cell, ""},
       {"MenuWithANext", Root, "Item=PGC|Name=N|NextPGC=R|" + Root, ""},
 
       {"NoTitleMenu", "MenuType=TitleMenu|", "", inFirst},
       {"NoTitleMenuInOneLanguage", "Item=VTS|", "Item=Language|LU=de|Item=PGC|Name=W|StillTime=255|Item=VTS|",
        Replace(inFirst, "E ", "W ")},
       InTitle("NoAudioMenu", "CallSS RSM=0,AudioMenu", inTitle),
-      InTitle("TheRootMenu", "CallSS RSM=1,RootMenu", ""),
-      InTitle("ResumeCellBeyond", "CallSS RSM=2,RootMenu", inTitle),
+      {"TheRootMenu", "Command=Exit|", "Command=CallSS RSM=1,RootMenu|", ""},
+      {"ResumeCellBeyond", "Command=Exit|", "Command=CallSS RSM=2,RootMenu|",
+       "E target-missing VTS1.TITLE1.PGC1 Post1|"},
       InManager("NoSuchMenuOfTheSet", "JumpSS vts_1, vts_ttn_1 : AngleMenu", inManager),
       InManager("SetBeyond", "JumpSS vts_2, vts_ttn_1 : RootMenu", inManager),
       InManager("TitleOfTheSetBeyond", "JumpSS vts_1, vts_ttn_2 : RootMenu", inManager),
       InTitle("TitleBeyond", "JumpVTS_PTT ptt_1 @ vts_ttn_2", inTitle),
       InTitle("PartBeyond", "JumpVTS_PTT ptt_2 @ vts_ttn_1", inTitle),
-      InTitle("ProgramOfAnother", "LinkPGN G2, button=0", inTitle, twoOfEach),
-      InTitle("PartOfAnother", "LinkPTT G2, button=0", inTitle, twoOfEach),
-      InTitle("CellOfAnother", "LinkCN C2, button=0", inTitle, twoOfEach),
-      InTitle("PgcOfTheSet", "LinkPGCN Q", "", twoOfEach),
+      InFirstOfTwo("ProgramOfAnother", "LinkPGN G2, button=0", inTitle),
+      InFirstOfTwo("PartOfAnother", "LinkPTT G2, button=0", inTitle),
+      InFirstOfTwo("CellOfAnother", "LinkCN C2, button=0", inTitle),
+      {"PgcOfTheSet", Disc, Replace(WithSecond(Cell), "JumpVTS_TT U", "LinkPGCN Q"), "",
+       "W unreachable VTS1.TITLE2|"},
       {"PgcOfTitles", "Command=JumpVTS_TT T|", "Command=LinkPGCN Q|", "E command-target-missing VTS1/en/R/-|",
        "E command-target-missing VTS1/en/R/-|"},
       InFirst("CallInFirstPlay", "CallSS RSM=0,TitleMenu", "E target-forbidden FirstPGC FirstPGC1|"),
@@ -176,12 +195,30 @@ std::vector<Row> StructureRows() {
       InManager("PartInATitleMenu", "JumpVTS_PTT ptt_1 @ vts_ttn_1",
                 "E target-forbidden VMG1.LANGUAGE1.PGC1 Pre1|"),
       InTitle("TitleOfTheDiscInATitle", "JumpTT T", "E target-forbidden VTS1.TITLE1.PGC1 Pre1|"),
-      {"MenuAfterATitle", "Command=NOP|" + Cell, Cell + "Item=PostCommands|Command=JumpSS TitleMenu|",
+      {"MenuAfterATitle", "Command=Exit|", "Command=JumpSS TitleMenu|",
        "E target-forbidden VTS1.TITLE1.PGC1 Post1|"},
       {"ButtonCommand", Cell, Cell + "Item=Menu List|Item=Menu Play|Button Command=RSM|",
        "E target-forbidden VTS1.TITLE1.PGC1.PG1.CELL1 Button1|W commands-without-button " + cell},
       {"EmptyProgram", "Command=NOP|" + Cell, "Command=LinkPGN G, button=0|Item=Program|Name=E|" + Cell, "",
        "W target-missing VTS1.TITLE1.PGC1 Pre1|"},
+
+      InManager("MenuThatBeginsAgain", "LinkTopPGC", "E command-loop VMG1.LANGUAGE1.PGC1 Pre1|"),
+      InManager("MenuThatLeadsToItself", "LinkPGCN V", "E command-loop VMG1.LANGUAGE1.PGC1 Pre1|"),
+      {"MenuThatEndsInItself", "Command=JumpVTS_TT T|", "Command=NOP|Item=PostCommands|Command=LinkTopPGC|",
+       "E command-loop VTS1.LANGUAGE1.PGC1 Post1|"},
+      {"TitleThatEndsInBlack", "Command=Exit|", "Command=NOP|", "W disc-stops VTS1.TITLE1.PGC1|"},
+      {"ButtonWithoutEffect", Disc, WithButtons(MenuPlay + "Button Command=NOP|" + ExitLine),
+       "E button-idle VTS1.TITLE1.PGC1.PG1.CELL1 Button1|",
+       dark + "W button-idle VTS1.TITLE1.PGC1.PG1.CELL1 Button1|"},
+      {"MenuThatNobodyLeaves", Disc,
+       Replace(WithButtons(MenuPlay + ExitLine + ExitLine), Root,
+               "Item=PGC|Name=R|MenuType=Root|Item=PGCUOPS|" + noKeys + Cell + "CellStillTime=255|" +
+                   MenuPlay + "Button Command=LinkTopPGC|Button Command=LinkTopPGC|"),
+       "E page-trap VTS1.LANGUAGE1.PGC1.PG1.CELL1|",
+       "W palette-dark VTS1.LANGUAGE1.PGC1|" + dark + "W page-trap VTS1.LANGUAGE1.PGC1.PG1.CELL1|"},
+      {"ButtonsThatDoNotShow", Disc,
+       Replace(WithButtons(MenuPlay + ExitLine + ExitLine), "Contrast=15,15,15,15", "Contrast=0,0,0,0"),
+       "E buttons-hidden " + cell, dark + "W buttons-hidden " + cell},
 
       {"TooManyCommands", "Command=NOP|", Repeat(129, "Command=NOP|"),
        "E too-many-commands VTS1.TITLE1.PGC1|"},
@@ -194,12 +231,13 @@ std::vector<Row> StructureRows() {
       {"TooManyLanguages", Title, Repeat(99, "Item=Language|LU=en|" + Root) + Title,
        "E too-many-languages VTS1|"},
 
-      {"TwoAspects", "", Other(wide, "a.ac3"), "E video-mixed Track.1|"},
-      {"TwoSizes", "", Other("Item=Video Play|VideoFile=narrow.m2v|", "a.ac3"), "E video-mixed Track.1|"},
-      {"TwoKindsOfSound", "", Other(film, "stereo.wav"), "E audio-mixed Track.1.Audio1|"},
-      {"TwoKindsOfPcm", Disc, Replace(Disc, "a.ac3", "mono.wav") + Other(film, "stereo.wav"),
+      {"TwoAspects", Disc, WithOther(wide, "a.ac3"), "E video-mixed Track.1|"},
+      {"TwoSizes", Disc, WithOther("Item=Video Play|VideoFile=narrow.m2v|", "a.ac3"),
+       "E video-mixed Track.1|"},
+      {"TwoKindsOfSound", Disc, WithOther(film, "stereo.wav"), "E audio-mixed Track.1.Audio1|"},
+      {"TwoKindsOfPcm", Disc, WithOther(film, "stereo.wav", Replace(Disc, "a.ac3", "mono.wav")),
        "W audio-mixed Track.1.Audio1|"},
-      {"PcmOfTwoSampleSizes", Disc, Replace(Disc, "a.ac3", "fine.wav") + Other(film, "stereo.wav"),
+      {"PcmOfTwoSampleSizes", Disc, WithOther(film, "stereo.wav", Replace(Disc, "a.ac3", "fine.wav")),
        "E audio-mixed Track.1.Audio1|"},
       {"ACellWithoutAScene", "", "Item=Cell|Name=D|", noScene, noScene},
       {"PlaysAStreamThatIsNotThere", "Name=P|", "Name=P|Item=Audio Stream Decoding|Audio Stream 0 Decodes=5|",
