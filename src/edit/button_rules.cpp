@@ -153,25 +153,24 @@ void MoveButton(EditedButton& button, const HighlightArea& screen, const ButtonV
   }
 }
 
-void LinkButton(std::span<EditedButton> buttons, std::size_t from, std::size_t to, LinkDirection direction) {
-  if (from == to) {
-    return;
+std::string HighlightButton::*LinkTowards(LinkDirection direction) {
+  switch (direction) {
+    case LinkDirection::Left:
+      return &HighlightButton::Left;
+    case LinkDirection::Right:
+      return &HighlightButton::Right;
+    case LinkDirection::Up:
+      return &HighlightButton::Up;
+    case LinkDirection::Down:
+      break;
   }
-  HighlightButton& button = buttons[from].Button;
-  const auto link = [&]() -> std::string& {
-    switch (direction) {
-      case LinkDirection::Left:
-        return button.Left;
-      case LinkDirection::Right:
-        return button.Right;
-      case LinkDirection::Up:
-        return button.Up;
-      case LinkDirection::Down:
-        break;
-    }
-    return button.Down;
-  };
-  link() = buttons[to].Button.Name;
+  return &HighlightButton::Down;
+}
+
+void LinkButton(std::span<EditedButton> buttons, std::size_t from, std::size_t to, LinkDirection direction) {
+  if (from != to) {
+    buttons[from].Button.*LinkTowards(direction) = buttons[to].Button.Name;
+  }
 }
 
 Outcome RemoveButton(EditedButton& button, Consent consent) {

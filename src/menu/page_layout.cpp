@@ -80,4 +80,16 @@ DiscMenus LayOutMenus(std::span<const FilmOffer> films, const MenuLook& look, co
   return menus;
 }
 
+void TakeFontSizes(MenuPage& page, const MenuLook& look) {
+  const auto take = [&look](PageText& text) {
+    text.PixelHeight = look.Fonts.at(static_cast<std::size_t>(text.Slot)).PixelHeight;
+  };
+  std::ranges::for_each(page.Texts, take);
+  for (PageMark& mark : page.Marks) {
+    if (mark.Text) {
+      take(*mark.Text);
+    }
+  }
+}
+
 }  // namespace quorvelant

@@ -30,4 +30,7 @@ using TextMeasure = std::function<TextSize(std::string_view text, const TextStyl
 [[nodiscard]] DiscMenus LayOutMenus(std::span<const FilmOffer> films, const MenuLook& look,
                                     const TextMeasure& measure, const Rules& rules);
 
+// Gives the letters of a page the sizes that the fonts of `look` have now.
+void TakeFontSizes(MenuPage& page, const MenuLook& look);
+
 }  // namespace quorvelant

@@ -73,24 +73,6 @@ void PaintFiles(const EditSession& session, const MadePage& page, const MenuLook
   services.Pictures.Save(painted.Sublayer, page.SublayerFile);
 }
 
-// The page with letters of the size that its fonts have now. Where texts were made to fit, they keep the size
-// that did.
-MadePage WithSizesOf(const MenuLook& look, MadePage page, const Rules& rules) {
-  if (PagesFit(rules)) {
-    return page;
-  }
-  const auto take = [&look](PageText& text) {
-    text.PixelHeight = look.Fonts.at(static_cast<std::size_t>(text.Slot)).PixelHeight;
-  };
-  std::ranges::for_each(page.Layout.Texts, take);
-  for (PageMark& mark : page.Layout.Marks) {
-    if (mark.Text) {
-      take(*mark.Text);
-    }
-  }
-  return page;
-}
-
 class DiscMaker {
  public:
   DiscMaker(EditSession& session, DiscOrder& order, PageFolder& folder, const WizardServices& services,
@@ -398,8 +380,11 @@ Outcome RemakePage(EditSession& session, const MadePage& page, const MenuLook& l
     if (!whole.Look) {
       return RefuseAll(std::move(whole.Errors), services.Ui);
     }
-    PaintFiles(session, WithSizesOf(*whole.Look, page, session.RulesInForce()), *whole.Look,
-               ThumbnailsFor(session, services), services);
+    MadePage sized = page;
+    if (!PagesFit(session.RulesInForce())) {
+      TakeFontSizes(sized.Layout, *whole.Look);
+    }
+    PaintFiles(session, sized, *whole.Look, ThumbnailsFor(session, services), services);
     if (fs::exists(LetterboxFileOf(page.SublayerFile))) {
       WriteLetterboxSublayer(page.SublayerFile, session.RulesInForce());
     }

@@ -28,7 +28,12 @@ class Answerer {
   // closed.
   virtual bool Ask(std::string_view title, std::string_view text, std::string_view yes,
                    std::string_view no) = 0;
-  // The same with a way out, where both answers go on; nothing on cancel.
+  // The same where "yes" destroys what no undo brings back: that is not done by a mere Enter.
+  virtual bool AskToDestroy(std::string_view title, std::string_view text, std::string_view yes,
+                            std::string_view no) {
+    return Ask(title, text, yes, no);
+  }
+  // A question with a way out, where both answers go on; nothing on cancel.
   virtual std::optional<bool> AskOrStay(std::string_view title, std::string_view text, std::string_view yes,
                                         std::string_view no) {
     return Ask(title, text, yes, no);

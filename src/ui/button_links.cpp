@@ -10,20 +10,6 @@
 
 namespace quorvelant {
 
-const std::string& LinkTowards(const HighlightButton& button, LinkDirection direction) {
-  switch (direction) {
-    case LinkDirection::Left:
-      return button.Left;
-    case LinkDirection::Right:
-      return button.Right;
-    case LinkDirection::Up:
-      return button.Up;
-    case LinkDirection::Down:
-      break;
-  }
-  return button.Down;
-}
-
 std::optional<std::size_t> NextLinkTarget(std::span<const HighlightButton> buttons,
                                           std::span<const HighlightArea> areas, std::size_t from,
                                           LinkDirection direction) {
@@ -43,7 +29,7 @@ std::optional<std::size_t> NextLinkTarget(std::span<const HighlightButton> butto
     return std::pair(isAside, (to - centre).manhattanLength());
   };
   std::ranges::stable_sort(others, {}, rank);
-  const std::string& link = LinkTowards(buttons[from], direction);
+  const std::string& link = buttons[from].*LinkTowards(direction);
   const auto linked =
       std::ranges::find_if(others, [&](std::size_t one) { return buttons[one].Name == link; });
   const bool isLast = linked == others.end() || std::next(linked) == others.end();

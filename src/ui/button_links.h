@@ -4,15 +4,11 @@
 #include <cstddef>
 #include <optional>
 #include <span>
-#include <string>
 
 #include "edit/button_rules.h"
 #include "model/tracks.h"
 
 namespace quorvelant {
-
-// The name that a button's link of this direction leads to; empty for none.
-[[nodiscard]] const std::string& LinkTowards(const HighlightButton& button, LinkDirection direction);
 
 // Where the link is to lead when a user turns it on: the nearest button that lies that way, then the next
 // nearest, then any, and from the last one back to the first. Nothing for a button that is alone. `areas` are

@@ -299,7 +299,7 @@ void AuthorAction::Make(AuthorSheet& sheet) {
   order.Pictures = &parts_.Pictures;
   if (HoldsDisc(folder)) {
     const Message question = MessageOf(message::AskReplaceDisc, folder, folder);
-    order.Force = parts_.Answers.Ask(question.Title, question.Text, "Replace", "Keep");
+    order.Force = parts_.Answers.AskToDestroy(question.Title, question.Text, "Replace", "Keep");
     if (!order.Force) {
       sheet.Refuse(Shown(MessageOf(message::DiscKept, folder, folder).Text));
       return;

@@ -28,11 +28,6 @@ QWidget* Over(QWidget& window) {
   return active != nullptr ? active : &window;
 }
 
-// What no undo brings back is not done by a mere Enter.
-bool DestroysWhatWas(std::string_view verb) {
-  return verb == "Replace" || verb == "Overwrite" || verb == "Stop";
-}
-
 // As they are, whatever names stand in them, and wide enough for the title and its buttons.
 void ShowWords(QInputDialog& dialog) {
   if (auto* const label = dialog.findChild<QLabel*>()) {
@@ -59,12 +54,21 @@ QString FilterOf(const std::vector<FileFilter>& kinds) {
 }  // namespace
 
 bool Boxes::Ask(std::string_view title, std::string_view text, std::string_view yes, std::string_view no) {
+  return Answered(title, text, {yes, no}, true);
+}
+
+bool Boxes::AskToDestroy(std::string_view title, std::string_view text, std::string_view yes,
+                         std::string_view no) {
+  return Answered(title, text, {yes, no}, false);
+}
+
+bool Boxes::Answered(std::string_view title, std::string_view text, const Verbs& verbs, bool byEnter) {
   QMessageBox box(QMessageBox::Question, TitleOf(title), Shown(text), QMessageBox::NoButton, Over(window_));
   box.setTextFormat(Qt::PlainText);
-  QPushButton* const agreed = box.addButton(Shown(yes), QMessageBox::AcceptRole);
-  QPushButton* const refused = box.addButton(Shown(no), QMessageBox::RejectRole);
+  QPushButton* const agreed = box.addButton(Shown(verbs.Yes), QMessageBox::AcceptRole);
+  QPushButton* const refused = box.addButton(Shown(verbs.No), QMessageBox::RejectRole);
   box.setEscapeButton(refused);
-  box.setDefaultButton(DestroysWhatWas(yes) ? refused : agreed);
+  box.setDefaultButton(byEnter ? agreed : refused);
   box.exec();
   return box.clickedButton() == agreed;
 }

@@ -12,6 +12,8 @@ class Boxes : public Answerer {
   explicit Boxes(QWidget& window) : window_(window) {}
 
   bool Ask(std::string_view title, std::string_view text, std::string_view yes, std::string_view no) override;
+  bool AskToDestroy(std::string_view title, std::string_view text, std::string_view yes,
+                    std::string_view no) override;
   std::optional<bool> AskOrStay(std::string_view title, std::string_view text, std::string_view yes,
                                 std::string_view no) override;
   std::optional<std::string> AskText(std::string_view title, std::string_view text,
@@ -25,6 +27,13 @@ class Boxes : public Answerer {
   std::optional<std::string> FolderToUse(std::string_view title, std::string_view proposal) override;
 
  private:
+  struct Verbs {
+    std::string_view Yes;
+    std::string_view No;
+  };
+  // `byEnter`: whether Enter says yes.
+  bool Answered(std::string_view title, std::string_view text, const Verbs& verbs, bool byEnter);
+
   QWidget& window_;
   QString folder_;  // of the last file that was chosen
 };

@@ -13,6 +13,7 @@
 #include "base/timecode.h"
 #include "check/track_times.h"
 #include "desk/json_field.h"
+#include "edit/button_rules.h"
 #include "edit/button_sets.h"
 #include "model/highlight_groups.h"
 #include "subpicture/spu_timing.h"
@@ -39,19 +40,6 @@ HighlightArea AreaIn(const QString& text) {
     JsonField("area", value).Refuse("left, top, right and bottom with commas between");
   }
   return {.X1 = edges[0], .X2 = edges[2], .Y1 = edges[1], .Y2 = edges[3]};
-}
-
-std::string HighlightButton::*LinkOf(int column) {
-  switch (column) {
-    case ButtonModel::Left:
-      return &HighlightButton::Left;
-    case ButtonModel::Right:
-      return &HighlightButton::Right;
-    case ButtonModel::Up:
-      return &HighlightButton::Up;
-    default:
-      return &HighlightButton::Down;
-  }
 }
 
 const QString& NoButton() {
@@ -339,7 +327,8 @@ Outcome ButtonsPane::Write(EditSession& session, const ButtonPlace& place, int c
     }
     default:
       return SetButton(session, track, place, [&](HighlightButton& button) {
-        button.*LinkOf(column) = text == NoButton() ? std::string() : text.toStdString();
+        button.*LinkTowards(LinkDirection(column - ButtonModel::Left)) =
+            text == NoButton() ? std::string() : text.toStdString();
       });
   }
 }

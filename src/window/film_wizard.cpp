@@ -154,7 +154,7 @@ bool FilmWizard::MayMake(FilmDiscOrder& order) {
   if (Exists(order.Project) || Exists(pages)) {
     const Message question =
         MessageOf(message::AskReplaceFilmDisc, {}, Exists(order.Project) ? order.Project : pages);
-    order.Replaces = parts_.Answers.Ask(question.Title, question.Text, "Replace", "Cancel");
+    order.Replaces = parts_.Answers.AskToDestroy(question.Title, question.Text, "Replace", "Cancel");
     if (!order.Replaces) {
       return false;
     }

@@ -335,7 +335,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 bool MainWindow::MayStopJobs() {
   const Message question = MessageOf(message::AskStopJobs, {});
-  return private_->Parts.Answers.Ask(question.Title, question.Text, "Stop", "Go On");
+  return private_->Parts.Answers.AskToDestroy(question.Title, question.Text, "Stop", "Go On");
 }
 
 }  // namespace quorvelant

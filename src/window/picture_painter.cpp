@@ -130,7 +130,7 @@ void PicturePainter::PaintLinks(const ButtonBoard& board, std::optional<std::siz
       continue;
     }
     for (const LinkDirection direction : {Left, Right, Up, Down}) {
-      const auto to = FindButton(set->Buttons, LinkTowards(set->Buttons[i], direction));
+      const auto to = FindButton(set->Buttons, set->Buttons[i].*LinkTowards(direction));
       if (!to || *to == i) {
         continue;
       }

@@ -43,7 +43,7 @@ class SavingUi : public PassingUi {
       return true;
     }
     const Message question = MessageOf(message::AskOverwriteProject, path_, path_);
-    return answers_.Ask(question.Title, question.Text, "Overwrite", "Cancel");
+    return answers_.AskToDestroy(question.Title, question.Text, "Overwrite", "Cancel");
   }
 
  private:
@@ -171,14 +171,13 @@ void ProjectFiles::Open(const std::string& file) {
       });
 }
 
-bool ProjectFiles::Take(OpenedProject opened, bool isUnsaved) {
+void ProjectFiles::Take(OpenedProject opened, bool isUnsaved) {
   TakeProject(parts_.Doc.Session(), std::move(opened));
   if (isUnsaved) {
     parts_.Doc.Session().MarkUnsaved();
     emit parts_.Doc.StateChanged();
   }
   emit Opened();
-  return true;
 }
 
 void ProjectFiles::AskOpen() {

@@ -30,8 +30,8 @@ class ProjectFiles : public QObject {
   void Load(const std::string& title, Reading read, std::function<void(OpenedProject opened)> done);
   // Once nothing is being read or made; at once where nothing is.
   void WhenSettled(std::function<void()> then);
-  // Another project that is in no file yet, or in one by now. False where present work is to stay.
-  bool Take(OpenedProject opened, bool isUnsaved);
+  // Another project that is in no file yet, or in one by now.
+  void Take(OpenedProject opened, bool isUnsaved);
   // Whether the present work may go: it is saved, given up, or there is none.
   [[nodiscard]] bool MayLeave();
   bool Save();
