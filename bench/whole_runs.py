@@ -7,6 +7,8 @@ Makes films of MPEG-2 at 6.5 Mbit/s with AC3 at 448 kbit/s (40 seconds coded onc
 repeated), authors them and copies the finished folder with cp, in alternation. One more film has two
 streams of AC3 and four of subtitles with 1000 captions each, every caption a bitmap file of its own. Last, the wizard makes the menus of three films of an hour.
 
+The image of each finished film (quorvelant iso) is held against the same copy.
+
 A disc is on the disk when it takes its place, so author is held against cp and a sync of the copy, and
 author --no-sync against cp alone.
 
@@ -183,9 +185,33 @@ def measure(program, work, megabytes, rounds, subtitled=False):
     disc, copy = work / "disc", work / "copy"
     results = [compare(program, project, sources, disc, copy, rounds, subtitled, synced)
                for synced in (False, True)]
+    for synced in (False, True):
+        compare_image(program, disc, copy, work / "disc.iso", rounds, synced)
     for folder in (disc, copy):
-        shutil.rmtree(folder)
+        shutil.rmtree(folder, ignore_errors=True)
     return results[0]
+
+
+def compare_image(program, disc, copy, image, rounds, synced):
+    """One row: the image of a finished disc with the copy that is as safe."""
+    write = [program, "iso", disc, "-o", image, "--force", *([] if synced else ["--no-sync"])]
+    copying = ["cp", "--reflink=never", "-r", disc, copy]
+    if synced:
+        copying = ["sh", "-c", 'cp --reflink=never -r "$0" "$1" && sync "$1"/* "$1"', disc, copy]
+    written, copied = [], []
+    for _ in range(rounds + 1):
+        image.unlink(missing_ok=True)
+        settle(copy, sorted(disc.iterdir()))
+        written.append(Run(write))
+        image.unlink()
+        settle(copy, sorted(disc.iterdir()))
+        copied.append(Run(copying))
+    median = lambda runs, figure: statistics.median(getattr(one, figure) for one in runs[1:])
+    wall, cp = median(written, "wall"), median(copied, "wall")
+    megabytes = sum(f.stat().st_size for f in disc.iterdir()) / 1e6
+    print(f"{megabytes:8.0f} MB {wall:7.2f} s {cp:7.2f} s {wall / cp:6.2f} "
+          f"{median(written, 'cpu'):7.2f} s {median(copied, 'cpu'):7.2f} s "
+          f"{max(one.memory for one in written):7.1f} MiB  image, {'synced' if synced else 'not synced'}", flush=True)
 
 
 def compare(program, project, sources, disc, copy, rounds, subtitled, synced):

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "app/image_words.h"
 #include "app/message_json.h"
 #include "author/size_text.h"
 #include "base/timecode.h"
@@ -83,6 +84,17 @@ Json DomainJson(const DomainPlan& domain) {
   return json;
 }
 
+// What stands now, or would.
+std::string LastLines(const AuthorResult& result, const ReportedRun& run) {
+  const std::string size = fmt::format("({}, {})", SizeText(result.Bytes), FullnessText(result.Bytes));
+  const std::string_view verb = run.DryRun ? "Would write" : "Wrote";
+  std::string text;
+  if (!run.Folder.empty() || run.DryRun) {
+    text = fmt::format("{} {} {}\n", verb, run.Folder.empty() ? run.Image : run.Folder, size);
+  }
+  return run.Image.empty() || run.DryRun ? text : text + ImageText(result.Image, run.Image);
+}
+
 }  // namespace
 
 std::string JsonLine(const Json& object) {
@@ -107,8 +119,8 @@ std::string PlanText(const DiscPlan& plan, std::optional<std::uint64_t> freeByte
     text += DomainText(fmt::format("VTS{} menu", number), set.Menu);
     text += DomainText(fmt::format("VTS{}", number), set.Title);
   }
-  text += fmt::format("Sources {}; the disc needs about {}", SizeText(plan.VideoBytes + plan.AudioBytes),
-                      SizeText(plan.NeededBytes()));
+  text += fmt::format("Sources {}; the disc needs about {}, {}", SizeText(plan.VideoBytes + plan.AudioBytes),
+                      SizeText(plan.NeededBytes()), FullnessText(plan.NeededBytes()));
   return text + (freeBytes ? fmt::format(", {} is free\n", SizeText(*freeBytes)) : "\n");
 }
 
@@ -119,7 +131,8 @@ std::string PlanJson(const DiscPlan& plan, std::optional<std::uint64_t> freeByte
             {"managerMenu", DomainJson(plan.Manager.Menu)},
             {"titleSets", Json::array()},
             {"sourceBytes", plan.VideoBytes + plan.AudioBytes},
-            {"neededBytes", plan.NeededBytes()}};
+            {"neededBytes", plan.NeededBytes()},
+            {"medium", MediumJson(plan.NeededBytes())}};
   json["freeBytes"] = freeBytes ? Json(*freeBytes) : Json(nullptr);
   for (const SetPlan& set : plan.Sets) {
     json["titleSets"].push_back({{"menu", DomainJson(set.Menu)}, {"titles", DomainJson(set.Title)}});
@@ -127,7 +140,7 @@ std::string PlanJson(const DiscPlan& plan, std::optional<std::uint64_t> freeByte
   return JsonLine(json);
 }
 
-std::string ResultText(const AuthorResult& result, const std::string& folder, bool dryRun) {
+std::string ResultText(const AuthorResult& result, const ReportedRun& run) {
   std::string text;
   for (const TitleFigures& title : result.Titles) {
     text += fmt::format("Title {}.{}  {}  {} chapter{}  {}\n", title.TitleSet, title.Title,
@@ -141,18 +154,22 @@ std::string ResultText(const AuthorResult& result, const std::string& folder, bo
     text +=
         fmt::format("{} serious buffer fault{}\n", result.BufferFaults, result.BufferFaults == 1 ? "" : "s");
   }
-  return text + fmt::format("{} {} ({})\n", dryRun ? "Would write" : "Wrote", folder, SizeText(result.Bytes));
+  return text + LastLines(result, run);
 }
 
-std::string ResultJson(const AuthorResult& result, const std::string& folder, bool dryRun) {
+std::string ResultJson(const AuthorResult& result, const ReportedRun& run) {
   Json json{{"event", "done"},
             {"outcome", OutcomeWord(result.Outcome)},
-            {"folder", folder},
-            {"dryRun", dryRun},
+            {"folder", run.Folder.empty() ? Json(nullptr) : Json(run.Folder)},
+            {"dryRun", run.DryRun},
             {"bytes", result.Bytes},
+            {"medium", MediumJson(result.Bytes)},
             {"underflows", result.Underflows},
             {"bufferFaults", result.BufferFaults},
             {"titles", Json::array()}};
+  if (!run.Image.empty()) {
+    json["image"] = ImageJson(result.Image, run.Image);
+  }
   for (const TitleFigures& title : result.Titles) {
     json["titles"].push_back({{"titleSet", title.TitleSet},
                               {"title", title.Title},

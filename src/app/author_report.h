@@ -21,8 +21,15 @@ namespace quorvelant {
 [[nodiscard]] std::string PlanText(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes);
 [[nodiscard]] std::string PlanJson(const DiscPlan& plan, std::optional<std::uint64_t> freeBytes);
 
+// What was asked for, as far as a report names it.
+struct ReportedRun {
+  std::string Folder;  // empty where an image alone was asked for
+  std::string Image;   // empty where none was
+  bool DryRun = false;
+};
+
 // The finished run: a line a title, sizes, underflows.
-[[nodiscard]] std::string ResultText(const AuthorResult& result, const std::string& folder, bool dryRun);
-[[nodiscard]] std::string ResultJson(const AuthorResult& result, const std::string& folder, bool dryRun);
+[[nodiscard]] std::string ResultText(const AuthorResult& result, const ReportedRun& run);
+[[nodiscard]] std::string ResultJson(const AuthorResult& result, const ReportedRun& run);
 
 }  // namespace quorvelant

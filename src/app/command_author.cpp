@@ -8,13 +8,16 @@
 
 #include "analysis/picture_index.h"
 #include "app/author_report.h"
+#include "app/image_words.h"
 #include "app/log_file.h"
 #include "app/messages.h"
+#include "app/output_file.h"
 #include "app/run_reporter.h"
 #include "author/author.h"
 #include "author/message_recorder.h"
 #include "base/random.h"
 #include "check/findings.h"
+#include "check/navigation_check.h"
 #include "desk/author_options.h"
 #include "desk/open_project.h"
 #include "desk/place_names.h"
@@ -61,15 +64,40 @@ bool Load(const AuthorArguments& arguments, const std::string& cacheFolder, Proj
   };
   const LoadResult loaded = LoadScriptFile(arguments.Project, project, options, faults);
   Findings findings = ProjectFindings(loaded, project, arguments.RulesUsed());
-  if (HasErrors(findings) ||
+  const auto isRefused = [&](const Message& one) {
+    return one.Level == Severity::Error && !(arguments.ForceNavigation && IsNavigationError(one));
+  };
+  if (std::ranges::any_of(findings, isRefused) ||
       !faults.Told.empty()) {  // no disc follows, and what else is wrong is told at once
     findings = FindingsWithSources(loaded, project, arguments.RulesUsed(), ui, &pictures);
   }
   AppendReadFaults(findings, faults);
-  for (const Message& finding : findings) {
+  for (Message& finding : findings) {
+    const bool isForced = arguments.ForceNavigation && IsNavigationError(finding);
+    finding.Level = isForced ? Severity::Warning : finding.Level;
     ui.Tell(finding);
   }
   return indexed && loaded.MayAuthor() && !HasErrors(findings);
+}
+
+// Whether the image that is asked for may be made; its order goes into `order`.
+bool AddImage(const AuthorArguments& arguments, const CommandContext& context, AuthorOrder& order,
+              UserInterface& ui) {
+  if (arguments.Image.empty()) {
+    return true;
+  }
+  const auto label = LabelFor(arguments.Label, std::filesystem::path(arguments.Project).stem().string(), ui);
+  const auto time = ImageTimeFrom(context.SourceDate, ui);
+  if (!label || !time || !MayWrite(arguments.Image, arguments.Project, arguments.Force, ui) ||
+      !HasFolder(arguments.Image, ui)) {
+    return false;
+  }
+  order.Image = ImageOrder{.Path = arguments.Image,
+                           .Label = *label,
+                           .Time = *time,
+                           .Replace = arguments.Force,
+                           .Sync = !arguments.NoSync};
+  return true;
 }
 
 AuthorOrder OrderFrom(const AuthorArguments& arguments, const CommandContext& context) {
@@ -79,6 +107,7 @@ AuthorOrder OrderFrom(const AuthorArguments& arguments, const CommandContext& co
   order.Strict = arguments.Strict;
   order.DryRun = arguments.DryRun;
   order.Sync = !arguments.NoSync;
+  order.Verify = arguments.Verify;
   order.MustLog = !arguments.LogFile.empty();
   order.LogFile = order.MustLog ? arguments.LogFile : context.LogFile;
   order.Announce = [&](const DiscPlan& plan, std::optional<std::uint64_t> freeBytes) {
@@ -103,6 +132,9 @@ AuthorResult LoadAndAuthor(const AuthorArguments& arguments, CommandContext& con
     return {};
   }
   AuthorOrder order = OrderFrom(arguments, context);
+  if (!AddImage(arguments, context, order, ui)) {
+    return {};
+  }
   order.WarnedBefore = loading.HasWarnings();
   order.Pictures = pictures.get();
   return Author(project, order, ui);
@@ -122,10 +154,11 @@ bool RunAuthor(const AuthorArguments& arguments, CommandContext& context) {
     reporter.Tell(MessageOf(message::RunStopped, {}));
   }
   const bool done = result.Outcome == AuthorOutcome::Done;
+  const ReportedRun reported{arguments.Folder, arguments.Image, arguments.DryRun};
   if (arguments.Json) {
-    context.Out << ResultJson(result, arguments.Folder, arguments.DryRun) << '\n' << std::flush;
+    context.Out << ResultJson(result, reported) << '\n' << std::flush;
   } else if (done) {
-    context.Report(ResultText(result, arguments.Folder, arguments.DryRun));
+    context.Report(ResultText(result, reported));
   }
   return done;
 }
@@ -138,21 +171,33 @@ void AddAuthorCommand(CLI::App& program, CommandContext& context) {
       ->required()
       ->type_name("PROJECT");
   command->add_option("-o,--output", arguments->Folder, "Folder that becomes the disc's VIDEO_TS")
-      ->required()
       ->type_name("FOLDER");
+  command
+      ->add_option("--iso", arguments->Image, "Image of the disc, to burn; without --output no folder stays")
+      ->type_name("IMAGE");
+  command
+      ->add_option("--label", arguments->Label, "Name of the image's volume; else one made of the project's")
+      ->type_name("NAME");
   command->add_flag("--analyse", arguments->Analyse,
                     "Move chapter times onto pictures where a chapter can start");
   command->add_flag("--reindex", arguments->Reindex, "Build picture indexes anew");
   command->add_flag("--force", arguments->Force, "Replace the disc that a former run made");
+  command->add_flag("--force-navigation", arguments->ForceNavigation,
+                    "Make a disc whose menus and commands lead nowhere");
   AddRulesOption(*command, arguments->RuleSet, "What players expect, or every traditional number");
   command->add_flag("--strict", arguments->Strict, "Make no disc when there are warnings");
   command->add_flag("--dry-run", arguments->DryRun, "Do everything but write");
   command->add_flag("--no-sync", arguments->NoSync, "Do not wait until the disc is safe from a power cut");
+  command->add_flag("--verify", arguments->Verify, "Read the finished disc whole and prove it");
   command->add_flag("--json", arguments->Json, "Print one JSON object an event");
   command->add_option("--log-file", arguments->LogFile, "Log of the run instead of the usual one")
       ->type_name("FILE");
-  command->callback(
-      [arguments, &context] { context.ExitStatus = RunAuthor(*arguments, context) ? ExitDone : ExitFailed; });
+  command->callback([arguments, &context] {
+    if (arguments->Folder.empty() && arguments->Image.empty()) {
+      throw CLI::RequiredError("--output or --iso");
+    }
+    context.ExitStatus = RunAuthor(*arguments, context) ? ExitDone : ExitFailed;
+  });
 }
 
 }  // namespace quorvelant

@@ -7,10 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "app/image_words.h"
 #include "app/message_json.h"
 #include "app/messages.h"
 #include "app/rules_option.h"
 #include "app/told_messages.h"
+#include "author/size_text.h"
 #include "base/text.h"
 #include "desk/open_project.h"
 #include "desk/place_names.h"
@@ -34,9 +36,13 @@ struct CheckOptions {
   const Rules& RulesUsed() const { return RuleSet.Used(); }
 };
 
-std::string VerdictText(const Verdict& verdict, const std::string& script, bool strict) {
-  return fmt::format("{}: {}{}\n", script, VerdictWords(verdict),
-                     strict && verdict.Warnings > 0 ? ", and --strict allows none" : "");
+// `needed` is what the disc takes, in bytes.
+std::string VerdictText(const Verdict& verdict, const std::string& script, bool strict,
+                        std::uint64_t needed) {
+  const std::string size =
+      verdict.Ready ? fmt::format("; about {}, {}", SizeText(needed), FullnessText(needed)) : std::string();
+  return fmt::format("{}: {}{}{}\n", script, VerdictWords(verdict),
+                     strict && verdict.Warnings > 0 ? ", and --strict allows none" : "", size);
 }
 
 nlohmann::ordered_json RowsJson(const std::vector<CommandError>& rows) {
@@ -54,7 +60,7 @@ nlohmann::ordered_json RowsJson(const std::vector<CommandError>& rows) {
 }
 
 void PrintJson(const Project& project, const LoadResult& load, const Findings& findings,
-               const Verdict& verdict, std::ostream& out) {
+               const Verdict& verdict, std::uint64_t needed, std::ostream& out) {
   const nlohmann::ordered_json json{{"version", JsonVersion},
                                     {"script", load.File},
                                     {"ok", verdict.Ready},
@@ -62,6 +68,8 @@ void PrintJson(const Project& project, const LoadResult& load, const Findings& f
                                     {"commands", load.Commands.CommandCount},
                                     {"errors", verdict.Errors},
                                     {"warnings", verdict.Warnings},
+                                    {"neededBytes", needed},
+                                    {"medium", MediumJson(needed)},
                                     {"messages", MessagesJson(findings)},
                                     {"commandErrors", RowsJson(load.Commands.Errors)},
                                     {"outline", OutlineJson(OutlineOf(project))}};
@@ -69,13 +77,13 @@ void PrintJson(const Project& project, const LoadResult& load, const Findings& f
 }
 
 Findings AllFindings(const LoadResult& load, const Project& project, const CheckOptions& options,
-                     UserInterface& ui) {
+                     UserInterface& ui, std::uint64_t& needed) {
   Findings all;
   if (options.Sources) {
     const auto pictures = MakePlatformPictures();
-    all = FindingsOfWholeSources(load, project, options.RulesUsed(), ui, *pictures);
+    all = FindingsOfWholeSources(load, project, options.RulesUsed(), ui, *pictures, &needed);
   } else {
-    all = FindingsWithSources(load, project, options.RulesUsed(), ui);
+    all = FindingsWithSources(load, project, options.RulesUsed(), ui, nullptr, &needed);
   }
   if (ui.StopRequested()) {
     all.push_back(MessageOf(message::CheckStopped, {}));
@@ -91,11 +99,12 @@ int Run(const CheckOptions& options, CommandContext& context) {
   const FileScanner scanner(options.RulesUsed(), faults);
   const LoadResult load =
       LoadScriptFile(options.Project, project, {.Rules = options.RulesUsed(), .Scanner = &scanner}, faults);
-  Findings findings = AllFindings(load, project, options, context.Ui);
+  std::uint64_t needed = 0;
+  Findings findings = AllFindings(load, project, options, context.Ui, needed);
   AppendReadFaults(findings, faults);
   const Verdict verdict = VerdictOn(findings, options.Strict);
   if (options.Json) {
-    PrintJson(project, load, findings, verdict, context.Out);
+    PrintJson(project, load, findings, verdict, needed, context.Out);
     return verdict.Ready ? ExitDone : ExitFailed;
   }
   if (options.Tree && load.Loaded) {
@@ -105,7 +114,7 @@ int Run(const CheckOptions& options, CommandContext& context) {
   for (const Message& finding : findings) {
     named.Tell(finding);
   }
-  context.Report(VerdictText(verdict, Printable(options.Project), options.Strict));
+  context.Report(VerdictText(verdict, Printable(options.Project), options.Strict, needed));
   return verdict.Ready ? ExitDone : ExitFailed;
 }
 

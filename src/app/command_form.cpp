@@ -13,11 +13,14 @@
 #include "app/command_convert.h"
 #include "app/command_edit.h"
 #include "app/command_index.h"
+#include "app/command_iso.h"
 #include "app/command_new.h"
 #include "app/command_picture.h"
 #include "app/command_probe.h"
 #include "app/command_still.h"
 #include "app/command_subtitles.h"
+#include "app/command_verify.h"
+#include "app/command_walk.h"
 #include "app/command_wizard.h"
 #include "app/messages.h"
 #include "base/message_error.h"
@@ -44,11 +47,14 @@ std::string UsageText(const std::string& fault) {
 void AddCommands(CLI::App& program, CommandContext& context) {
   AddAuthorCommand(program, context);
   AddCheckCommand(program, context);
+  AddIsoCommand(program, context);
   AddConvertCommand(program, context);
   AddNewCommand(program, context);
   AddWizardCommand(program, context);
   AddEditCommand(program, context);
+  AddWalkCommand(program, context);
   AddProbeCommand(program, context);
+  AddVerifyCommand(program, context);
   AddIndexCommand(program, context);
   AddCommandCommand(program, context);
   AddSubtitlesCommand(program, context);
@@ -128,7 +134,8 @@ int RunCommandForm(std::span<const std::string> arguments, UserInterface& ui, st
                          .Out = out,
                          .Options = ReadUserSettings(SettingsFile(environment), ui),
                          .LogFile = LogFile(environment),
-                         .CacheFolder = CacheFolder(environment)};
+                         .CacheFolder = CacheFolder(environment),
+                         .SourceDate = environment("SOURCE_DATE_EPOCH")};
   CLI::App program;
   AddCommandForm(program, context, setVerbosity);
   program.require_subcommand(arguments.empty() ? 0 : 1);

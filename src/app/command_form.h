@@ -31,6 +31,7 @@ struct CommandContext {
   Settings Options;              // read already; never written back
   std::string LogFile;           // empty where there is no place for one
   std::string CacheFolder = {};  // empty where there is no place for one
+  std::string SourceDate = {};   // the environment's SOURCE_DATE_EPOCH
   int ExitStatus = ExitDone;
   bool Quiet = false;
 

@@ -53,7 +53,8 @@ bool MayLog(const std::string& file, const std::string& script, const std::strin
     ui.Tell(MessageOf(message::OutputNotPlain, file, WhyNotPlainFile(file)));
     return false;
   }
-  const bool taken = IsSameFile(file, script) || IsSourceOf(project, file) || IsWithin(file, folder);
+  const bool taken =
+      IsSameFile(file, script) || IsSourceOf(project, file) || (!folder.empty() && IsWithin(file, folder));
   if (taken) {
     ui.Tell(MessageOf(message::LogInTheWay, file));
   }

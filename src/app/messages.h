@@ -130,8 +130,18 @@ inline constexpr MessageKind DiscComplete{"disc-complete", Severity::Information
 inline constexpr MessageKind CheckStopped{"check-stopped", Severity::Error, "Stopped",
                                           "The check was stopped before it had seen everything"};
 
+// `walk`: the word.
+inline constexpr MessageKind KeyUnknown{
+    "key-unknown", Severity::Error, "Unknown Key",
+    R"("{}" is no key: Up, Down, Left, Right, OK, a number, end, wait, skip, Menu, Title, Return, Resume, Next, )"
+    "Previous, Top, title 2, chapter 3, audio 1, subtitle 1, point at 2"};
+
 // `author`.
 inline constexpr MessageKind RunStopped{"run-stopped", Severity::Information, "Stopped",
                                         "The run was stopped; the destination is as it was"};
+
+// `iso`.
+inline constexpr MessageKind ImageStopped{"image-stopped", Severity::Information, "Stopped",
+                                          "The run was stopped; no image was made"};
 
 }  // namespace quorvelant::message

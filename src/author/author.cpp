@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "author/disc_folder.h"
+#include "author/disc_size.h"
 #include "author/fix_up.h"
 #include "author/folder_lock.h"
 #include "author/message_recorder.h"
@@ -17,18 +18,24 @@
 #include "author/source_stamps.h"
 #include "author/write_disc.h"
 #include "base/log.h"
+#include "base/message_error.h"
 #include "base/random.h"
 #include "verify/named_files.h"
 #include "verify/read_back.h"
+#include "verify/verify_disc.h"
 
 namespace quorvelant {
 namespace {
+
+// Of a folder that goes once its image stands: its name beside the image's.
+constexpr std::string_view FolderOfImageSuffix = ".VIDEO_TS";
 
 struct AuthorRun {
   const AuthorOrder& Order;
   const DiscPlan& Plan;
   MessageRecorder& Ui;
   AuthorResult& Result;
+  bool KeepsFolder = true;  // and does not want an image alone
 
   bool Refuse(const Message& message) const {
     Ui.Tell(message);
@@ -46,13 +53,19 @@ bool AnnouncePlan(const AuthorRun& run, std::optional<std::uint64_t> freeBytes) 
   return !run.Plan.HasErrors();
 }
 
+// The image is a second disc where it lies beside the folder.
+std::uint64_t CopiesBeside(const AuthorRun& run) {
+  return !run.KeepsFolder || (run.Order.Image && SharesDisk(run.Order.Folder, run.Order.Image->Path)) ? 2 : 1;
+}
+
 // Surely too little below the size of the sources; above it the estimate may be wrong.
 bool HasSpace(const AuthorRun& run, std::optional<std::uint64_t> freeBytes) {
-  const std::uint64_t needed = run.Plan.NeededBytes();
+  const std::uint64_t copies = CopiesBeside(run);
+  const std::uint64_t needed = copies * run.Plan.NeededBytes();
   if (run.Order.InPlace || !freeBytes || *freeBytes >= needed) {
     return true;
   }
-  const bool sure = *freeBytes < run.Plan.VideoBytes + run.Plan.AudioBytes && !run.Order.DryRun;
+  const bool sure = *freeBytes < copies * (run.Plan.VideoBytes + run.Plan.AudioBytes) && !run.Order.DryRun;
   run.Ui.Tell(MessageOf(sure ? message::SpaceTooLittle : message::SpaceDoubtful, run.Order.Folder,
                         SizeText(needed), SizeText(*freeBytes)));
   return !sure;
@@ -61,6 +74,24 @@ bool HasSpace(const AuthorRun& run, std::optional<std::uint64_t> freeBytes) {
 bool WarningsAllow(const AuthorRun& run) {
   const bool forbid = run.Order.Strict && (run.Order.WarnedBefore || run.Ui.HasWarnings());
   return !forbid || run.Refuse(MessageOf(message::WarningsForbidDisc, {}));
+}
+
+bool FitsMedium(const AuthorRun& run) {
+  return !run.Order.Image || !IsSurelyTooLarge(run.Plan) ||
+         run.Refuse(MessageOf(message::ImageTooLarge, run.Order.Image->Path));
+}
+
+// Neither a source nor the disc's own folder is taken for the image's place.
+bool ImageStandsFree(const AuthorRun& run, const SourceStamps& stamps) {
+  if (!run.Order.Image) {
+    return true;
+  }
+  const std::string& image = run.Order.Image->Path;
+  if (stamps.Holds(image)) {
+    return run.Refuse(MessageOf(message::ImageIsSource, image));
+  }
+  const bool within = DestinationPath(image).parent_path() == DestinationPath(run.Order.Folder);
+  return !within || run.Refuse(MessageOf(message::ImageInFolder, image));
 }
 
 // Where the files go.
@@ -133,6 +164,9 @@ AuthorOutcome WriteFiles(const AuthorRun& run, const std::string& folder, const 
   if (outcome == AuthorOutcome::Done && !(SourcesStand(run, stamps) && EnterSums(run, folder))) {
     outcome = AuthorOutcome::Failed;
   }
+  if (outcome == AuthorOutcome::Done && order.Image && !order.DryRun) {
+    MarkLayerBreak(folder, run.Ui);
+  }
   if (outcome == AuthorOutcome::Done) {
     run.Ui.Status(CompletedStatus);
   }
@@ -150,15 +184,52 @@ bool ReadsBack(const AuthorRun& run, const std::string& folder) {
   return TellAll(run, ReadBack(folder, run.Ui));
 }
 
+// What is wrong keeps the disc from its place; notes do not.
+bool IsProven(const AuthorRun& run, const std::string& folder) {
+  if (run.Order.DryRun || !run.Order.Verify) {
+    return true;
+  }
+  run.Ui.Status(VerifyingStatus);
+  const VerifyResult result = VerifyDisc(folder, run.Ui);
+  for (const DiscFinding& finding : result.Findings.All()) {
+    run.Ui.Tell(MessageOfFinding(finding, folder));
+  }
+  return !result.Findings.HasFaults() && !result.Stopped;
+}
+
 bool Place(const AuthorRun& run, Target& target) {
-  return !target.Aside || target.Aside->Place(run.Ui, run.Order.Sync);
+  return !target.Aside || !run.KeepsFolder || target.Aside->Place(run.Ui, run.Order.Sync);
+}
+
+// The image is whole before the folder takes its place, so that either both stand or none.
+AuthorOutcome PlaceAll(const AuthorRun& run, Target& target) {
+  if (!run.Order.Image || run.Order.DryRun) {
+    return WarningsAllow(run) && Place(run, target) ? AuthorOutcome::Done : AuthorOutcome::Failed;
+  }
+  ImageOrder order = *run.Order.Image;
+  order.Folder = target.Folder;
+  WrittenImage image = WriteImageAside(order, run.Ui);
+  run.Result.Image = image.Result;
+  if (image.Result.Outcome == ImageOutcome::Stopped) {
+    return AuthorOutcome::Stopped;
+  }
+  if (image.Aside) {
+    image.Aside->Finish(order.Sync);
+  }
+  const bool placed = image.Aside && WarningsAllow(run) && Place(run, target) &&
+                      image.Aside->Place(order.Replace, order.Sync, run.Ui);
+  if (!placed) {
+    run.Result.Image.Outcome = ImageOutcome::Failed;
+  }
+  return placed ? AuthorOutcome::Done : AuthorOutcome::Failed;
 }
 
 AuthorOutcome MakeDisc(const AuthorRun& run) {
   const auto freeBytes = FreeBytes(run.Order.Folder);
-  run.Result.Begun = AnnouncePlan(run, freeBytes) && HasSpace(run, freeBytes) && WarningsAllow(run);
+  run.Result.Begun =
+      AnnouncePlan(run, freeBytes) && FitsMedium(run) && HasSpace(run, freeBytes) && WarningsAllow(run);
   const SourceStamps stamps(run.Plan);
-  run.Result.Begun = run.Result.Begun && KeepsSources(run, stamps);
+  run.Result.Begun = run.Result.Begun && KeepsSources(run, stamps) && ImageStandsFree(run, stamps);
   auto target = run.Result.Begun ? PrepareFolder(run) : std::nullopt;
   if (!target) {
     return AuthorOutcome::Failed;
@@ -167,8 +238,10 @@ AuthorOutcome MakeDisc(const AuthorRun& run) {
   if (written != AuthorOutcome::Done) {
     return written;
   }
-  const bool placed = ReadsBack(run, target->Folder) && WarningsAllow(run) && Place(run, *target);
-  return placed ? AuthorOutcome::Done : AuthorOutcome::Failed;
+  if (!ReadsBack(run, target->Folder) || !IsProven(run, target->Folder)) {
+    return run.Order.Verify && run.Ui.StopRequested() ? AuthorOutcome::Stopped : AuthorOutcome::Failed;
+  }
+  return PlaceAll(run, *target);
 }
 
 }  // namespace
@@ -179,11 +252,18 @@ AuthorResult TryOut(const Project& project, const Rules& rules, PictureLoader* p
 
 AuthorResult Author(const Project& project, const AuthorOrder& order, UserInterface& ui) {
   MessageRecorder told(ui);
+  AuthorOrder whole = order;
+  const bool keepsFolder = !order.Image || !order.Folder.empty();
+  if (!keepsFolder) {
+    whole.Folder = order.Image->Path + std::string(FolderOfImageSuffix);
+  }
   AuthorResult result;
   const DiscPlan plan = PlanDisc(project, order.Rules, told, order.Pictures);
   result.Ntsc = plan.Ntsc;
   try {
-    result.Outcome = MakeDisc({order, plan, told, result});
+    result.Outcome = MakeDisc({whole, plan, told, result, keepsFolder});
+  } catch (const MessageError& error) {
+    told.Tell(error.What());
   } catch (const FileError& error) {
     told.Tell(MessageOf(message::FileFailed, {}, error.OneLine()));
   } catch (const std::filesystem::filesystem_error& error) {

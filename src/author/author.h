@@ -10,6 +10,7 @@ namespace quorvelant {
 
 inline constexpr std::string_view CompletedStatus = "DVD Completed";
 inline constexpr std::string_view ReadingBackStatus = "Reading back";
+inline constexpr std::string_view VerifyingStatus = "Verifying";
 
 // Plans the disc, announces the plan, looks at the space, prepares the folder, writes the files, enters the
 // sums of their sectors, reads everything back and puts the folder in its place. Whatever is in the way is

@@ -9,12 +9,16 @@
 #include "author/disc_plan.h"
 #include "base/rules.h"
 #include "ifo/vmg_ifo.h"
+#include "iso/make_image.h"
 #include "picture/picture_loader.h"
 
 namespace quorvelant {
 
 struct AuthorOrder {
-  std::string Folder = {};  // becomes the disc; a path of this system
+  // Becomes the disc; a path of this system. Empty where an image alone is wanted: then the folder is made
+  // beside that and goes once the image stands.
+  std::string Folder = {};
+  std::optional<ImageOrder> Image = {};  // of the finished folder, whatever folder it names; not `InPlace`
   quorvelant::Rules Rules = {};
   AllowedRegions Regions{};           // none allowed, as in a run without settings
   bool RemoveSeqEnd = false;          // overwrite sequence end codes in the middle of a track
@@ -29,6 +33,7 @@ struct AuthorOrder {
   // count on. Otherwise the disc is made aside and takes its place when it is complete.
   bool InPlace = false;
   bool ReadBack = true;  // look at the finished files once more
+  bool Verify = false;   // ... and prove them whole, sector by sector
   bool Sync = true;      // place the disc only when it is on the disk, so that no power cut leaves half of it
 
   std::string LogFile = {};  // begun anew with the first file of the disc; empty for none

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "check/findings.h"
+#include "iso/make_image.h"
 
 namespace quorvelant {
 
@@ -33,6 +34,7 @@ struct AuthorResult {
   bool Ntsc = false;              // what the titles' frames count in
   std::vector<TitleFigures> Titles;
   std::uint64_t Bytes = 0;  // of all files, BUP included
+  ImageResult Image;        // where one was ordered
   int Underflows = 0;       // of the video buffer
   int BufferFaults = 0;
 };

@@ -5,6 +5,7 @@
 #include <map>
 #include <numeric>
 
+#include "author/disc_size.h"
 #include "author/mux_input.h"
 #include "check/check_sources.h"
 #include "check/disc_limits.h"
@@ -37,6 +38,7 @@ std::int64_t HeldSeconds(const MuxInput& input) {
 }
 
 void CountSources(const MuxInput& input, DiscPlan& plan) {
+  const std::uint64_t before = plan.VideoBytes + plan.AudioBytes;
   for (const MuxVideoFile& file : input.Video) {
     plan.VideoBytes += file.ImageSource ? LargestStillBytes : SizeOf(file.Path);
   }
@@ -49,6 +51,7 @@ void CountSources(const MuxInput& input, DiscPlan& plan) {
     seconds = std::max(seconds, kbps > 0 ? static_cast<double>(bytes) / (kbps * 125.0) : 0);
     plan.AudioBytes += bytes;
   }
+  plan.TrackSizes.push_back({input.Name, plan.VideoBytes + plan.AudioBytes - before});
   // Twice a second a navigation pack, and after each a pack of every stream that is half full.
   plan.PartPacks += static_cast<std::uint64_t>(seconds * (3.0 + static_cast<double>(input.Audio.size())));
 }
@@ -110,6 +113,9 @@ void CheckPlan(DiscPlan& plan, SourceJudge& judge, MuxInputNotes& notes, UserInt
   if (pictures != nullptr) {
     CheckStills(plan, *pictures, judge, plan.Findings);
   }
+  if (auto warning = WarningOfSize(plan)) {
+    plan.Findings.push_back(*std::move(warning));
+  }
 }
 
 }  // namespace
@@ -118,10 +124,14 @@ bool DiscPlan::HasTitles() const {
   return std::ranges::any_of(Sets, [](const SetPlan& set) { return !set.Title.Inputs.empty(); });
 }
 
+// A full pack carries 2025 bytes of video or 2016 of sound.
+std::uint64_t DiscPlan::LeastBytes() const {
+  return (VideoBytes / 2025 + AudioBytes / 2016) * SectorBytes;
+}
+
 std::uint64_t DiscPlan::NeededBytes() const {
-  // A full pack carries 2025 bytes of video or 2016 of sound; the others come to one per cent at usual bit
-  // rates, where the length is not known.
-  const std::uint64_t packs = VideoBytes / 2025 + AudioBytes / 2016;
+  // The packs that are not full come to one per cent at usual bit rates, where the length is not known.
+  const std::uint64_t packs = LeastBytes() / SectorBytes;
   const std::uint64_t tables = (Sets.size() + 1) * 24;  // sectors of IFO and BUP
   return (packs + std::max(packs / 100, PartPacks) + tables) * SectorBytes;
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -33,6 +34,12 @@ struct SetPlan {
   DomainPlan Title;
 };
 
+// What a track's files take in one domain.
+struct TrackSize {
+  std::string Name;
+  std::uint64_t Bytes = 0;
+};
+
 // The inputs point into `Sources`: a plan can be moved and never copied. The project must outlive it.
 struct DiscPlan {
   DiscPlan() = default;
@@ -50,6 +57,7 @@ struct DiscPlan {
   SetPlan Manager;               // its menu alone
   std::uint64_t VideoBytes = 0;  // of all source files, a track counted once a domain
   std::uint64_t AudioBytes = 0;
+  std::vector<TrackSize> TrackSizes;
   std::uint64_t PartPacks = 0;    // about so many packs are not full
   quorvelant::Findings Findings;  // errors hinder, warnings do not
   CodedBitmaps Coded;             // the bitmaps of subtitles, from the checks
@@ -58,6 +66,8 @@ struct DiscPlan {
   bool HasErrors() const { return quorvelant::HasErrors(Findings); }
   // About what the finished folder takes.
   std::uint64_t NeededBytes() const;
+  // What its full packs alone take: no less.
+  std::uint64_t LeastBytes() const;
 };
 
 // Builds the stream maps of every domain and looks for every source file. With `pictures`, every bitmap

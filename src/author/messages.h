@@ -47,6 +47,19 @@ inline constexpr MessageKind SpaceTooLittle{"space-too-little", Severity::Error,
 inline constexpr MessageKind SpaceDoubtful{"space-doubtful", Severity::Warning, SpaceTooLittle.Title,
                                            SpaceTooLittle.Text};
 
+// The media. The size, the largest medium's, and the sizes of tracks.
+inline constexpr MessageKind DiscTooLarge{"disc-too-large", Severity::Warning, "Disc Size",
+                                          "The disc needs about {}, and the largest medium, a DVD-9, has {}: "
+                                          "leave something out. Its tracks take: {}"};
+inline constexpr MessageKind ImageTooLarge{
+    "image-too-large", Severity::Error, "Disc Size",
+    "No medium takes this disc, so no image is made of it; a folder alone (--output) can be"};
+inline constexpr MessageKind ImageInFolder{
+    "image-in-folder", Severity::Error, "Image",
+    "The image would lie in the folder that becomes the disc: name another place for it"};
+inline constexpr MessageKind ImageIsSource{"image-is-source", Severity::Error, "Image",
+                                           "The image would replace this source: name another file"};
+
 // The run.
 inline constexpr MessageKind WarningsForbidDisc{
     "warnings-forbid-disc", Severity::Error, "Strict",

@@ -73,6 +73,16 @@ bool Accept(const fs::path& destination, bool force, UserInterface& ui) {
   return !refusal;
 }
 
+// What is there already of the way to the destination.
+fs::path NearestFolder(const std::string& destination) {
+  fs::path folder = DestinationPath(destination);
+  std::error_code failed;
+  while (!fs::exists(folder, failed) && folder.has_relative_path()) {
+    folder = folder.parent_path();
+  }
+  return folder;
+}
+
 }  // namespace
 
 bool OutputFolder::Judge(const std::string& destination, bool force, UserInterface& ui) {
@@ -153,13 +163,16 @@ bool OutputFolder::Place(UserInterface& ui, bool sync) {
 }
 
 std::optional<std::uint64_t> FreeBytes(const std::string& destination) {
-  fs::path folder = DestinationPath(destination);
   std::error_code failed;
-  while (!fs::exists(folder, failed) && folder.has_relative_path()) {
-    folder = folder.parent_path();
-  }
-  const fs::space_info space = fs::space(folder, failed);
+  const fs::space_info space = fs::space(NearestFolder(destination), failed);
   return failed ? std::nullopt : std::optional<std::uint64_t>(space.available);
+}
+
+bool SharesDisk(const std::string& one, const std::string& other) {
+  struct stat first = {};
+  struct stat second = {};
+  return stat(NearestFolder(one).c_str(), &first) == 0 && stat(NearestFolder(other).c_str(), &second) == 0 &&
+         first.st_dev == second.st_dev;
 }
 
 }  // namespace quorvelant

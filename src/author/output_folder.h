@@ -49,4 +49,7 @@ class OutputFolder {
 // Bytes free where the destination is to be; nothing where that is unknown.
 [[nodiscard]] std::optional<std::uint64_t> FreeBytes(const std::string& destination);
 
+// Whether both paths would lie on one file system.
+[[nodiscard]] bool SharesDisk(const std::string& one, const std::string& other);
+
 }  // namespace quorvelant

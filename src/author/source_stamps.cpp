@@ -74,6 +74,13 @@ std::optional<std::string> SourceStamps::FirstReplacedIn(const std::string& fold
   return std::nullopt;
 }
 
+bool SourceStamps::Holds(const std::string& path) const {
+  struct stat file {};
+  return stat(path.c_str(), &file) == 0 && std::ranges::any_of(stamps_, [&file](const auto& one) {
+           return one.second.st_dev == file.st_dev && one.second.st_ino == file.st_ino;
+         });
+}
+
 bool IsReplacedIn(const std::string& folder, const std::string& file) {
   const std::filesystem::path destination = DestinationPath(folder);
   std::error_code failed;

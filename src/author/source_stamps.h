@@ -22,6 +22,9 @@ class SourceStamps {
   // The first file that the disc in `folder` would replace by a file of its own; nothing where there is none.
   [[nodiscard]] std::optional<std::string> FirstReplacedIn(const std::string& folder) const;
 
+  // Whether the file of this path is one of them.
+  [[nodiscard]] bool Holds(const std::string& path) const;
+
  private:
   void AddInput(const MuxInput& input);
   void Add(const std::string& path);

@@ -57,6 +57,34 @@ inline constexpr MessageKind TargetMissing{
     "target-missing", Severity::Error, NavigationTitle,
     R"("{}" leads to what the disc does not have, and a player stops there: {})"};
 
+// Ways through the disc: the text of the command, and the shortest way to it, from the insertion of the disc
+// on.
+
+inline constexpr MessageKind CommandLoop{
+    "command-loop", Severity::Error, NavigationTitle,
+    R"("{}" goes round with other commands and nothing is ever played, so a player hangs. The way there: {})"};
+inline constexpr MessageKind ButtonIdle{
+    "button-idle", Severity::Error, NavigationTitle,
+    R"("{}" does nothing here, so its button has no effect. The way there: {})"};
+inline constexpr MessageKind PageTrap{"page-trap", Severity::Error, NavigationTitle,
+                                      "No button, key or end leads out of here: give a button a command that "
+                                      "jumps or links. The way there: {}"};
+inline constexpr MessageKind ButtonsHidden{
+    "buttons-hidden", Severity::Error, NavigationTitle,
+    "None of the buttons shows when it is chosen, since all their contrasts are 0. The way there: {}"};
+inline constexpr MessageKind DiscStops{"disc-stops", Severity::Warning, NavigationTitle,
+                                       "The disc stops after this, and the screen goes black: end with a "
+                                       "command that jumps, links or calls a menu, or "
+                                       "with Exit where that is meant. The way there: {}"};
+inline constexpr MessageKind Unreachable{
+    "unreachable", Severity::Warning, NavigationTitle,
+    "{} cannot be reached: no button, command or end of the disc leads there"};
+inline constexpr MessageKind StreamMissing{
+    "stream-missing", Severity::Warning, NavigationTitle,
+    R"("{}" chooses {} stream {}, which the title that plays next does not have. The way there: {})"};
+inline constexpr MessageKind KeyDead{"key-dead", Severity::Information, NavigationTitle,
+                                     "The {} key of the remote does nothing: {}"};
+
 // Tracks of one domain that differ: the domain's key stands in front, then what both are.
 
 inline constexpr std::string_view MixedTitle = "Mixed Set";

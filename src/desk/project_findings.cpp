@@ -41,12 +41,15 @@ Findings ProjectFindings(const LoadResult& load, const Project& project, const R
 }
 
 Findings FindingsWithSources(const LoadResult& load, const Project& project, const Rules& rules,
-                             UserInterface& ui, PictureLoader* pictures) {
+                             UserInterface& ui, PictureLoader* pictures, std::uint64_t* needed) {
   Findings findings = ProjectFindings(load, project, rules);
   if (!load.Loaded) {
     return findings;
   }
   DiscPlan plan = PlanDisc(project, rules, ui, pictures);
+  if (needed != nullptr) {
+    *needed = plan.NeededBytes();
+  }
   Append(findings, std::move(plan.Findings));
   if (!HasErrors(findings) && !plan.HasTitles()) {
     findings.push_back(MessageOf(message::NoTitles, {}));
@@ -55,13 +58,16 @@ Findings FindingsWithSources(const LoadResult& load, const Project& project, con
 }
 
 Findings FindingsOfWholeSources(const LoadResult& load, const Project& project, const Rules& rules,
-                                UserInterface& ui, PictureLoader& pictures) {
+                                UserInterface& ui, PictureLoader& pictures, std::uint64_t* needed) {
   Findings findings = ProjectFindings(load, project, rules);
   if (HasErrors(findings) || !load.Loaded) {
-    return FindingsWithSources(load, project, rules, ui, &pictures);
+    return FindingsWithSources(load, project, rules, ui, &pictures, needed);
   }
   QuestionsKept run(ui);
   AuthorResult tried = TryOut(project, rules, &pictures, run);
+  if (needed != nullptr) {
+    *needed = tried.Bytes;
+  }
   Append(findings, std::move(tried.Findings));
   Append(findings, std::move(run.Asked));
   return findings;

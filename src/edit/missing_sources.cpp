@@ -6,7 +6,11 @@
 #include <system_error>
 
 #include "base/random.h"
+#include "edit/change.h"
+#include "edit/file_scanner.h"
+#include "model/display_mode.h"
 #include "model/walk.h"
+#include "script/source_scanner.h"
 
 namespace quorvelant {
 
@@ -97,6 +101,27 @@ std::size_t MendSources(Project& project, const std::string& missing, const std:
     }
   });
   return mended.size();
+}
+
+void LearnSources(Project& project, const Project& former, const Rules& rules, UserInterface& ui) {
+  const FileScanner scanner(rules, ui);
+  for (std::size_t i = 0; i < project.Tracks.Count(); ++i) {
+    Track& track = project.Tracks[i];
+    if (track != former.Tracks[i]) {
+      ScanTrack(track, scanner, project.SourceFolder(), true);
+      FollowDisplayMode(track, rules);
+    }
+  }
+}
+
+Outcome TakeSources(EditSession& session, const Project& mended) {
+  Change change(session, "Locate Missing Files");
+  for (std::size_t i = 0; i < std::min(mended.Tracks.Count(), change.Work().Tracks.Count()); ++i) {
+    if (mended.Tracks[i] != change.Work().Tracks[i]) {
+      change.EditTrack(i) = mended.Tracks[i];
+    }
+  }
+  return change.Commit();
 }
 
 }  // namespace quorvelant

@@ -28,14 +28,14 @@ const std::vector<SubPicturePlay>* EntriesOf(const ViewerState& state, const Tra
   return there ? &track.SubStreams[*state.Stream].SubPlays : nullptr;
 }
 
-// The last picture at or before the frame; the first where there is none.
+// The picture of the last group that begins at or before the frame; the first where there is none.
 std::size_t PictureAt(std::span<const ViewerPicture> pictures, std::int64_t frame) {
   const auto after = std::ranges::upper_bound(pictures, frame, {}, &ViewerPicture::Frame);
   return after == pictures.begin() ? 0 : static_cast<std::size_t>(after - pictures.begin()) - 1;
 }
 
 ViewerState AtPicture(const ViewerState& state, std::size_t picture, const ViewerMaterial& material) {
-  return picture < material.Pictures.size() ? AtFrame(state, material.Pictures[picture].Frame, material)
+  return picture < material.Pictures.size() ? AtFrame(state, material.Pictures[picture].ShownAt(), material)
                                             : state;
 }
 
@@ -150,7 +150,8 @@ std::vector<ViewerPicture> PicturesOf(const Project& project, std::size_t track,
       break;
     }
     for (const PictureIndex::Entry& entry : index->Entries) {
-      pictures.push_back({base + entry.Frame, place, entry.Offset, entry.Size});
+      pictures.push_back(
+          {.Frame = base + entry.Frame, .Play = place, .Offset = entry.Offset, .Bytes = entry.Size});
     }
     base += index->TotalFrames;
   }

@@ -17,10 +17,14 @@ namespace quorvelant {
 
 // A picture that can be decoded by itself, or a slide.
 struct ViewerPicture {
-  std::int64_t Frame = 0;    // on the track
+  std::int64_t Frame = 0;    // on the track, of the first picture of its group: where players can jump to
   std::size_t Play = 0;      // index in `VideoPlays`
   std::uint64_t Offset = 0;  // of its sequence header in the play's file; 0 for a bitmap
   std::uint64_t Bytes = 0;   // 0 where the file is to be taken whole
+  // Pictures of its group that are shown before it, as those of an open group are that come after it.
+  std::int64_t Lead = 0;
+
+  [[nodiscard]] std::int64_t ShownAt() const { return Frame + Lead; }
   bool operator==(const ViewerPicture&) const = default;
 };
 
@@ -41,7 +45,7 @@ struct ViewerMaterial {
 struct ViewerState {
   ViewMode View = ViewMode::Normal;
   std::int64_t Frame = 0;   // the moment looked at: exact, where a subtitle or a typed time says so
-  std::size_t Picture = 0;  // the last at or before it, or else the first
+  std::size_t Picture = 0;  // of the group that the frame is of, or else the first
   std::optional<std::size_t> Stream = {};  // index in `SubStreams`
   std::optional<std::size_t> Entry = {};   // of the stream, at the frame
   bool operator==(const ViewerState&) const = default;

@@ -86,25 +86,6 @@ void NameScenes(Track& track, std::size_t index, ReaderState& state) {
   }
 }
 
-void ScanTrack(Track& track, const SourceScanner& scanner, const std::string& folder, bool aspectsSaid) {
-  if (!track.VideoPlays.empty() && !track.VideoPlays.front().File.empty()) {
-    if (const auto seen = scanner.Video(SystemPath(track.VideoPlays.front().File, folder))) {
-      // What the script says stands; the file fills in the rest.
-      track.Standard = track.Standard.empty() ? seen->Standard : track.Standard;
-      const bool said = aspectsSaid && seen->IsPicture && track.Aspect == "16:9";
-      track.Aspect = said || seen->Aspect.empty() ? track.Aspect : seen->Aspect;
-      track.Resolution = seen->Resolution;
-      track.Coding = seen->Coding;
-    }
-  }
-  for (AudioStream& stream : track.AudioStreams) {
-    const std::string_view file =
-        stream.AudioPlays.empty() ? "" : std::string_view(stream.AudioPlays.front().File);
-    const auto traits = file.empty() ? std::nullopt : scanner.Audio(SystemPath(file, folder), stream.Format);
-    stream.Traits = traits.value_or(AudioTraits{});
-  }
-}
-
 // By the first file's name, where the script does not say the kind.
 void FillFormats(Track& track, const Rules& rules) {
   for (AudioStream& stream : track.AudioStreams) {
@@ -339,6 +320,25 @@ void LockStreams(ProjectBuild& build) {
 }
 
 }  // namespace
+
+void ScanTrack(Track& track, const SourceScanner& scanner, const std::string& folder, bool aspectSaid) {
+  if (!track.VideoPlays.empty() && !track.VideoPlays.front().File.empty()) {
+    if (const auto seen = scanner.Video(SystemPath(track.VideoPlays.front().File, folder))) {
+      // What the script says stands; the file fills in the rest.
+      track.Standard = track.Standard.empty() ? seen->Standard : track.Standard;
+      const bool said = aspectSaid && seen->IsPicture && track.Aspect == "16:9";
+      track.Aspect = said || seen->Aspect.empty() ? track.Aspect : seen->Aspect;
+      track.Resolution = seen->Resolution;
+      track.Coding = seen->Coding;
+    }
+  }
+  for (AudioStream& stream : track.AudioStreams) {
+    const std::string_view file =
+        stream.AudioPlays.empty() ? "" : std::string_view(stream.AudioPlays.front().File);
+    const auto traits = file.empty() ? std::nullopt : scanner.Audio(SystemPath(file, folder), stream.Format);
+    stream.Traits = traits.value_or(AudioTraits{});
+  }
+}
 
 bool BuildProject(ReaderState& state, const LoadOptions& options, UserInterface& ui, LoadResult& result) {
   ProjectBuild build{state, options, ui, result, state.Target};

@@ -32,4 +32,8 @@ class SourceScanner {
   virtual std::optional<AudioTraits> Audio(const std::string& path, std::string_view format) const = 0;
 };
 
+// What the files of a track tell of it: what it says itself stands, and they fill in the rest. The aspect
+// that a picture's track says stands where it was said on purpose.
+void ScanTrack(Track& track, const SourceScanner& scanner, const std::string& folder, bool aspectSaid);
+
 }  // namespace quorvelant

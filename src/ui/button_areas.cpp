@@ -72,8 +72,8 @@ HighlightArea MovedBy(HighlightArea area, const QPoint& by, int lines) {
 }
 
 HighlightArea ResizedBy(HighlightArea area, const QPoint& by, int lines) {
-  area.X2 = std::clamp(area.X2 + by.x(), area.X1 + LeastButtonSpan, ScreenWidth - 1);
-  area.Y2 = std::clamp(area.Y2 + by.y(), area.Y1 + LeastButtonSpan, lines - 1);
+  area.X2 = std::min(std::max(area.X2 + by.x(), area.X1 + LeastButtonSpan), ScreenWidth - 1);
+  area.Y2 = std::min(std::max(area.Y2 + by.y(), area.Y1 + LeastButtonSpan), lines - 1);
   return area;
 }
 

@@ -25,7 +25,7 @@ inline constexpr int LeastButtonSpan = 3;
 
 // Moved, as far as the picture goes.
 [[nodiscard]] HighlightArea MovedBy(HighlightArea area, const QPoint& by, int lines);
-// Its right and lower edges moved, as far as the picture goes.
+// Its right and lower edges moved, as far as the picture goes, also where that leaves less than the span.
 [[nodiscard]] HighlightArea ResizedBy(HighlightArea area, const QPoint& by, int lines);
 
 // The distance from the top of a new button to that of the next one below it.

@@ -65,6 +65,7 @@ void AddItems(const MuxInput& input, const DiscPlan& plan, std::vector<SizeItem>
 DiscNeeds NeedsOf(const DiscPlan& plan, UserInterface& ui) {
   DiscNeeds needs;
   needs.Bytes = plan.HasTitles() || !plan.Sets.empty() ? plan.NeededBytes() : 0;
+  needs.SourceBytes = plan.VideoBytes + plan.AudioBytes;
   std::set<int> seen;
   const auto look = [&](const DomainPlan& domain) {
     for (const MuxInput& input : domain.Inputs) {

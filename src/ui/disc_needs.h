@@ -16,8 +16,9 @@ struct SizeItem {
 };
 
 struct DiscNeeds {
-  std::uint64_t Bytes = 0;  // of the finished folder, as the plan says
-  double PeakMbits = 0;     // the most that picture and sound of a film may ask for at one time
+  std::uint64_t Bytes = 0;        // of the finished folder, as the plan says
+  std::uint64_t SourceBytes = 0;  // which it takes at least
+  double PeakMbits = 0;           // the most that picture and sound of a film may ask for at one time
   std::string PeakTrack;
   std::vector<SizeItem> Items;  // the largest first
 

@@ -11,6 +11,7 @@
 #include "model/tracks.h"
 #include "ui/brought_files.h"
 #include "ui/film_sorting.h"
+#include "ui/plain_tool_tip.h"
 #include "ui/shown_text.h"
 
 namespace quorvelant {
@@ -317,7 +318,7 @@ QVariant FilmListModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
       return TextOf(index);
     case Qt::ToolTipRole:
-      return TipOf(index);
+      return PlainToolTip(TipOf(index));
     case Qt::AccessibleTextRole:
       return IsUnfit(index) && ColumnOf(index) == FilmColumn::Facts ? tr("Unfit: %1").arg(TextOf(index))
                                                                     : TextOf(index);

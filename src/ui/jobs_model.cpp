@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "author/size_text.h"
+#include "ui/plain_tool_tip.h"
 #include "ui/shown_text.h"
 
 namespace quorvelant {
@@ -122,7 +123,7 @@ QVariant JobsModel::data(const QModelIndex& index, int role) const {
       return facts.join(QStringLiteral(", "));
     }
     case Qt::ToolTipRole:
-      return index.column() == Result ? JobWords(*job) : QVariant();
+      return index.column() == Result ? PlainToolTip(JobWords(*job)) : QVariant();
     case ShareRole:
       return job->IsOver() ? 1.0 : job->Share();
     default:

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "ui/plain_tool_tip.h"
 #include "ui/shown_text.h"
 
 namespace quorvelant {
@@ -103,7 +104,7 @@ QVariant MessageList::data(const QModelIndex& index, int role) const {
     return {};
   }
   if (role == Qt::ToolTipRole && index.column() == Text) {
-    return Shown(message->Text);
+    return PlainToolTip(Shown(message->Text));
   }
   if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole) {
     return {};

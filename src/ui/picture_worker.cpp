@@ -4,6 +4,7 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
+#include <chrono>
 #include <exception>
 #include <filesystem>
 #include <string_view>
@@ -26,6 +27,18 @@ namespace quorvelant {
 namespace {
 
 constexpr int Slot = 0;
+
+// For how long leads are read before a list is told, and at a time between other orders.
+constexpr std::chrono::milliseconds FirstLeads{300};
+constexpr std::chrono::milliseconds MoreLeads{20};
+
+std::vector<std::string> PathsOf(const Project& material) {
+  std::vector<std::string> paths;
+  for (const VideoPlay& play : material.Tracks[0].VideoPlays) {
+    paths.push_back(SystemPath(play.File, material.SourceFolder()));
+  }
+  return paths;
+}
 
 // Keeps the first thing that is told.
 class FirstWords : public SilentUi {
@@ -59,8 +72,8 @@ class KnownIndexes {
  private:
   [[nodiscard]] std::optional<PictureIndex> Known(const std::string& path) const {
     const auto fresh = order_.Fresh.find(path);
-    if (fresh != order_.Fresh.end() && fresh->second.first == StampOf(path)) {
-      return fresh->second.second;
+    if (fresh != order_.Fresh.end()) {  // one that the store keeps is of the same file
+      return fresh->second.first == StampOf(path) ? std::optional(fresh->second.second) : std::nullopt;
     }
     return IndexIsOlder(path) ? std::nullopt : FindPictureIndex(path, order_.Store);
   }
@@ -226,9 +239,29 @@ void PictureWorker::WorkOff(const std::pair<std::uint64_t, ListOrder>& order) {
   } catch (const std::exception& fault) {
     list.Why = fault.what();
   }
+  leads_.reset();
+  if (EqualNoCase(order.second.Material.Tracks[0].TrackType, "Motion")) {
+    leads_ = LeadWork{order.first, std::move(list), LeadReader(PathsOf(order.second.Material))};
+    if (!leads_->Reader.ReadFor(FirstLeads, leads_->List.Pictures, leads_->List.Frames)) {
+      Tell(order.first, leads_->List);
+      return;
+    }
+    list = std::move(leads_->List);
+    leads_.reset();
+  }
+  Tell(order.first, std::move(list));
+}
+
+void PictureWorker::Tell(std::uint64_t number, PictureList list) {
   QMetaObject::invokeMethod(
-      this, [this, number = order.first, list = std::move(list)] { emit Listed(number, list); },
-      Qt::QueuedConnection);
+      this, [this, number, list = std::move(list)] { emit Listed(number, list); }, Qt::QueuedConnection);
+}
+
+void PictureWorker::GoOnWithLeads() {
+  if (leads_->Reader.ReadFor(MoreLeads, leads_->List.Pictures, leads_->List.Frames)) {
+    Tell(leads_->Number, std::move(leads_->List));
+    leads_.reset();
+  }
 }
 
 void PictureWorker::WorkOff(const std::pair<std::uint64_t, PictureOrder>& order) {
@@ -252,7 +285,7 @@ void PictureWorker::WorkOff(const std::pair<std::uint64_t, UnitOrder>& order) {
 void PictureWorker::Run() {
   std::unique_lock lock(mutex_);
   while (true) {
-    wake_.wait(lock, [this] { return ends_ || list_ || find_ || code_; });
+    wake_.wait(lock, [this] { return ends_ || list_ || find_ || code_ || leads_; });
     if (ends_) {
       return;
     }
@@ -264,8 +297,10 @@ void PictureWorker::Run() {
       WorkOff(*list);
     } else if (code) {
       WorkOff(*code);
-    } else {
+    } else if (find) {
       WorkOff(*find);
+    } else {
+      GoOnWithLeads();
     }
     lock.lock();
   }

@@ -21,6 +21,7 @@
 #include "picture/picture_loader.h"
 #include "subpicture/spu_record.h"
 #include "subpicture/unit_reader.h"
+#include "ui/picture_leads.h"
 
 namespace quorvelant {
 
@@ -47,6 +48,7 @@ struct PictureList {
   std::vector<std::string> Unindexed;  // films to be indexed first
   std::string Why;                     // a film cannot be read
 };
+// Without leads, which stand in the films.
 [[nodiscard]] PictureList ListPictures(const ListOrder& order);
 
 struct PictureOrder {
@@ -84,7 +86,8 @@ struct FoundUnit {
 [[nodiscard]] FoundUnit CodeUnit(const UnitOrder& order, PictureLoader& pictures);
 
 // One thread. An order takes the place of one of its kind that waits: the newest wins. What came of it is
-// told in the thread that this object lives in, with the number of the order.
+// told in the thread that this object lives in, with the number of the order. The list of a long film on a
+// slow disk is told at once, and again when the leads of all its pictures are known.
 class PictureWorker : public QObject {
   Q_OBJECT
  public:
@@ -103,6 +106,8 @@ class PictureWorker : public QObject {
  private:
   void Run();
   void WorkOff(const std::pair<std::uint64_t, ListOrder>& order);
+  void GoOnWithLeads();
+  void Tell(std::uint64_t number, PictureList list);
   void WorkOff(const std::pair<std::uint64_t, PictureOrder>& order);
   void WorkOff(const std::pair<std::uint64_t, UnitOrder>& order);
 
@@ -113,6 +118,13 @@ class PictureWorker : public QObject {
   std::optional<std::pair<std::uint64_t, PictureOrder>> find_;
   std::optional<std::pair<std::uint64_t, UnitOrder>> code_;
   bool ends_ = false;
+  // Of the thread: a list whose leads are being read.
+  struct LeadWork {
+    std::uint64_t Number = 0;
+    PictureList List;
+    LeadReader Reader;
+  };
+  std::optional<LeadWork> leads_;
   std::thread thread_;
 };
 

@@ -8,6 +8,7 @@
 
 #include "author/messages.h"
 #include "check/check.h"
+#include "model/walk.h"
 #include "script/load_findings.h"
 
 namespace quorvelant {
@@ -26,6 +27,14 @@ Findings Sorted(Findings findings) {
   return findings;
 }
 
+Findings SourceFindings(const DiscPlan& plan, const Findings& own) {
+  Findings findings = plan.Findings;
+  if (!HasErrors(own) && !HasErrors(findings) && !plan.HasTitles()) {
+    findings.push_back(MessageOf(message::NoTitles, {}));
+  }
+  return findings;
+}
+
 }  // namespace
 
 Findings OwnFindings(const Project& project, const CommandCheck& commands, const Rules& rules) {
@@ -36,6 +45,13 @@ Findings OwnFindings(const Project& project, const CommandCheck& commands, const
   Findings findings = LoadFindings(load);
   Append(findings, CheckProject(project, rules));
   return findings;
+}
+
+Findings AllFindings(const Project& project, const CommandCheck& commands, const Rules& rules,
+                     UserInterface& ui) {
+  Findings findings = OwnFindings(project, commands, rules);
+  Append(findings, SourceFindings(PlanDisc(project, rules, ui), findings));
+  return Sorted(std::move(findings));
 }
 
 ProjectHealth& ProjectHealth::Of(Document& document) {
@@ -50,11 +66,27 @@ ProjectHealth::ProjectHealth(Document& document) : QObject(&document), document_
   connect(&document_, qOverload<const ChangeEvent&>(&Document::Changed), this,
           [this](const ChangeEvent& event) {
             if (event.Replaced) {
-              sources_.clear();
+              Forget();
             }
             idle_.start();
           });
   idle_.start();
+}
+
+bool ProjectHealth::IsBlank() const {
+  const EditSession& session = document_.Session();
+  return Live(document_.Work().Tracks).empty() && session.File().empty() && !session.CanUndo() &&
+         !session.IsUnsaved();
+}
+
+// What was found on another project.
+void ProjectHealth::Forget() {
+  sources_.clear();
+  found_.clear();
+  needs_ = {};
+  wholeRevision_ = NeverLooked;
+  emit FoundChanged();
+  emit NeedsChanged();
 }
 
 void ProjectHealth::LookAgain() {
@@ -64,6 +96,12 @@ void ProjectHealth::LookAgain() {
 
 void ProjectHealth::Look() {
   const std::uint64_t revision = document_.Revision();
+  if (IsBlank()) {
+    own_.Start([](UserInterface&) { return Seen(); }, [](const Seen&) {});  // ends what is under way
+    whole_.Start([](UserInterface&) { return Seen(); },
+                 [this, revision](Seen seen) { Show(std::move(seen), true, revision); });
+    return;
+  }
   const CommandCheck commands = document_.Session().Commands();
   const auto project = std::make_shared<const Project>(document_.Work());
   const Rules rules = document_.Session().RulesInForce();
@@ -79,11 +117,8 @@ void ProjectHealth::Look() {
   whole_.Start(
       [project, commands, rules](UserInterface& ui) {
         Seen seen{OwnFindings(*project, commands, rules), {}, {}};
-        DiscPlan plan = PlanDisc(*project, rules, ui);
-        seen.OfSources = plan.Findings;
-        if (!HasErrors(seen.Own) && !HasErrors(seen.OfSources) && !plan.HasTitles()) {
-          seen.OfSources.push_back(MessageOf(message::NoTitles, {}));
-        }
+        const DiscPlan plan = PlanDisc(*project, rules, ui);
+        seen.OfSources = SourceFindings(plan, seen.Own);
         seen.Needs = NeedsOf(plan, ui);
         return seen;
       },

@@ -6,6 +6,7 @@
 #include "base/timecode.h"
 #include "subpicture/subtitle_times.h"
 #include "ui/color_text.h"
+#include "ui/plain_tool_tip.h"
 #include "ui/shown_text.h"
 
 namespace quorvelant {
@@ -107,7 +108,7 @@ QVariant SubtitleModel::data(const QModelIndex& index, int role) const {
       }
       return {};
     case Qt::ToolTipRole:
-      return column == Bitmap ? QVariant(Shown(entry->File)) : QVariant();
+      return column == Bitmap ? QVariant(PlainToolTip(Shown(entry->File))) : QVariant();
     case Qt::AccessibleTextRole:
       if (column == Number) {
         return Described(*entry, number, isMarked);

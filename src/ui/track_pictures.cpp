@@ -156,8 +156,8 @@ void TrackPictures::TakeList(std::uint64_t number, const PictureList& list) {
   pictures_ = list.Pictures;
   emit ListTaken();
   why_ = why_.empty() ? list.Why : why_;
-  emit ListChanged();
   Index(list.Unindexed);
+  emit ListChanged();
 }
 
 // Indexes those films that nobody is at, in a job, once.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/plain_tool_tip.h"
 #include "ui/shown_text.h"
 
 namespace quorvelant {
@@ -266,7 +267,8 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
   }
   if (index.column() > 0) {
     const bool isText = role == Qt::DisplayRole || role == Qt::ToolTipRole || role == Qt::AccessibleTextRole;
-    return isText ? QVariant(row.Facts.Columns.value(index.column() - 1)) : QVariant();
+    const QString words = row.Facts.Columns.value(index.column() - 1);
+    return isText ? QVariant(role == Qt::ToolTipRole ? PlainToolTip(words) : words) : QVariant();
   }
   const auto named = [&row] {
     return row.Facts.Name.isEmpty() ? row.Facts.Kind
@@ -285,7 +287,7 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
       return facts.join(QStringLiteral(", "));
     }
     case Qt::ToolTipRole:
-      return QStringLiteral("%1 [%2]").arg(named(), QString::fromStdString(row.Key));
+      return PlainToolTip(QStringLiteral("%1 [%2]").arg(named(), QString::fromStdString(row.Key)));
     default:
       return {};
   }

@@ -214,7 +214,7 @@ QString Viewer::PictureWords() const {
   if (!EqualNoCase(Shown()->TrackType, "Motion")) {
     return {};
   }
-  const std::int64_t away = state_.Frame - Pictures()[state_.Picture].Frame;
+  const std::int64_t away = state_.Frame - Pictures()[state_.Picture].ShownAt();
   if (away == 0) {
     return {};
   }

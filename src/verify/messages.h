@@ -29,4 +29,78 @@ inline constexpr MessageKind NavPackMissing{
 inline constexpr MessageKind NavPackAddressWrong{"read-back-nav-address", Severity::Error, "Read Back",
                                                  "The navigation pack at sector {} says it is at {}"};
 
+inline constexpr MessageKind DiscUnreadable{"verify-unreadable", Severity::Error, "Verify", "{}"};
+
+// Of a finished disc: what is looked at, what it should be, what it is.
+inline constexpr MessageKind ImageDamaged{"verify-image", Severity::Error, "Image",
+                                          "{}: expected {}, found {}"};
+inline constexpr MessageKind ImageUnlike{"verify-image-views", Severity::Error, "Image", ImageDamaged.Text};
+inline constexpr MessageKind FileWrong{"verify-file", Severity::Error, "Files", ImageDamaged.Text};
+inline constexpr MessageKind FileOdd{"verify-file-odd", Severity::Information, "Files", ImageDamaged.Text};
+inline constexpr MessageKind BackupUnlike{"verify-backup", Severity::Error, "Files", ImageDamaged.Text};
+inline constexpr MessageKind LayoutWrong{"verify-layout", Severity::Error, "Layout", ImageDamaged.Text};
+inline constexpr MessageKind LayoutLoose{"verify-layout-loose", Severity::Information, "Layout",
+                                         ImageDamaged.Text};
+inline constexpr MessageKind TableBroken{"verify-table", Severity::Error, "Tables", ImageDamaged.Text};
+inline constexpr MessageKind TableLoose{"verify-table-loose", Severity::Information, "Tables",
+                                        ImageDamaged.Text};
+inline constexpr MessageKind ReservedSet{"verify-reserved", Severity::Warning, "Tables", ImageDamaged.Text};
+inline constexpr MessageKind ChainBroken{"verify-chain", Severity::Error, "Program Chains",
+                                         ImageDamaged.Text};
+inline constexpr MessageKind TitleWrong{"verify-title", Severity::Error, "Titles", ImageDamaged.Text};
+inline constexpr MessageKind TitleLoose{"verify-title-loose", Severity::Information, "Titles",
+                                        ImageDamaged.Text};
+inline constexpr MessageKind AttributeWrong{"verify-attributes", Severity::Error, "Attributes",
+                                            ImageDamaged.Text};
+inline constexpr MessageKind AttributeLoose{"verify-attributes-loose", Severity::Information, "Attributes",
+                                            ImageDamaged.Text};
+inline constexpr MessageKind AddressMapWrong{"verify-address-map", Severity::Error, "Address Maps",
+                                             ImageDamaged.Text};
+inline constexpr MessageKind CellWrong{"verify-cell", Severity::Error, "Cells", ImageDamaged.Text};
+inline constexpr MessageKind PlayTimeWrong{"verify-time", Severity::Error, "Playback Times",
+                                           ImageDamaged.Text};
+inline constexpr MessageKind PlayTimeLoose{"verify-time-loose", Severity::Information, "Playback Times",
+                                           ImageDamaged.Text};
+inline constexpr MessageKind TimeMapWrong{"verify-time-map", Severity::Error, "Time Maps", ImageDamaged.Text};
+inline constexpr MessageKind TimeMapLoose{"verify-time-map-loose", Severity::Information, "Time Maps",
+                                          ImageDamaged.Text};
+inline constexpr MessageKind PackWrong{"verify-pack", Severity::Error, "Packs", ImageDamaged.Text};
+inline constexpr MessageKind PackLoose{"verify-pack-loose", Severity::Information, "Packs",
+                                       ImageDamaged.Text};
+inline constexpr MessageKind PacksClose{"verify-packs-close", Severity::Error, "Packs", ImageDamaged.Text};
+inline constexpr MessageKind PacksCloseElsewhere{"verify-packs-close-elsewhere", Severity::Information,
+                                                 "Packs", ImageDamaged.Text};
+inline constexpr MessageKind StampWrong{"verify-stamp", Severity::Error, "Time Stamps", ImageDamaged.Text};
+inline constexpr MessageKind StampLoose{"verify-stamp-loose", Severity::Information, "Time Stamps",
+                                        ImageDamaged.Text};
+inline constexpr MessageKind NavWrong{"verify-nav", Severity::Error, "Navigation Packs", ImageDamaged.Text};
+inline constexpr MessageKind NavLoose{"verify-nav-loose", Severity::Information, "Navigation Packs",
+                                      ImageDamaged.Text};
+inline constexpr MessageKind SearchWrong{"verify-search", Severity::Error, "Search Tables",
+                                         ImageDamaged.Text};
+inline constexpr MessageKind SyncWrong{"verify-sync", Severity::Error, "Sync Fields", ImageDamaged.Text};
+inline constexpr MessageKind SyncLoose{"verify-sync-loose", Severity::Information, "Sync Fields",
+                                       ImageDamaged.Text};
+inline constexpr MessageKind HighlightWrong{"verify-highlight", Severity::Error, "Highlights",
+                                            ImageDamaged.Text};
+inline constexpr MessageKind HighlightLoose{"verify-highlight-loose", Severity::Information, "Highlights",
+                                            ImageDamaged.Text};
+inline constexpr MessageKind BufferUnderflow{"verify-buffer-under", Severity::Error, "Decoder Buffers",
+                                             ImageDamaged.Text};
+inline constexpr MessageKind BufferOverflow{"verify-buffer-over", Severity::Error, "Decoder Buffers",
+                                            ImageDamaged.Text};
+inline constexpr MessageKind BufferTight{"verify-buffer-tight", Severity::Information, "Decoder Buffers",
+                                         ImageDamaged.Text};
+inline constexpr MessageKind VideoBroken{"verify-video", Severity::Error, "Video", ImageDamaged.Text};
+inline constexpr MessageKind VideoLoose{"verify-video-loose", Severity::Information, "Video",
+                                        ImageDamaged.Text};
+inline constexpr MessageKind AudioBroken{"verify-audio", Severity::Error, "Audio", ImageDamaged.Text};
+inline constexpr MessageKind AudioLoose{"verify-audio-loose", Severity::Information, "Audio",
+                                        ImageDamaged.Text};
+inline constexpr MessageKind SubpictureBroken{"verify-subpicture", Severity::Error, "Subpictures",
+                                              ImageDamaged.Text};
+inline constexpr MessageKind StreamMissing{"verify-stream", Severity::Error, "Streams", ImageDamaged.Text};
+inline constexpr MessageKind StreamLoose{"verify-stream-loose", Severity::Information, "Streams",
+                                         ImageDamaged.Text};
+
 }  // namespace quorvelant::message

@@ -37,6 +37,7 @@ constexpr std::array FaultMessages{
     FaultMessage{TextFault::UnknownLink, message::CommandLinkUnknown},
     FaultMessage{TextFault::RegisterBeyondRange, message::CommandRegisterBeyondRange},
     FaultMessage{TextFault::NumberBeyondField, message::CommandNumberBeyondField},
+    FaultMessage{TextFault::StreamBeyondDisc, message::CommandStreamBeyondDisc},
     FaultMessage{TextFault::LeftNoRegister, message::CommandLeftNoRegister},
     FaultMessage{TextFault::NothingSet, message::CommandSetsNothing},
     FaultMessage{TextFault::LinkLost, message::CommandLinkLost},

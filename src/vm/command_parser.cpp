@@ -210,6 +210,20 @@ bool NumberIsLost(const ParsedCommand& c) {
   }
 }
 
+// By number -1 a stream is left alone.
+bool BeyondDisc(const Operand& stream, NumberRange range) {
+  return stream.Is(OperandKind::Number) && stream.Number != -1 &&
+         (stream.Number < range.Least || stream.Number > range.Most);
+}
+
+bool StreamIsLost(const ParsedCommand& c) {
+  constexpr Operand Dummy{OperandKind::Number, DummySubpicture};
+  return c.What == Instruction::SetStn && !c.StreamsByRegister &&
+         ((c.Audio != NoAudio && BeyondDisc(c.Audio, range::Audio)) ||
+          (c.Subpicture != Dummy && BeyondDisc(c.Subpicture, range::Subpicture)) ||
+          BeyondDisc(c.Angle, range::Angle));
+}
+
 // The text of the first comparison's left side, as far as it goes.
 bool LeftIsNoRegister(std::string_view lowered) {
   const std::size_t open = lowered.find("if");
@@ -235,6 +249,9 @@ TextFault LossesOf(const CommandForm& form) {
   TextFault faults = TextFault::None;
   if (NumberIsLost(c)) {
     faults |= TextFault::NumberBeyondField;
+  }
+  if (StreamIsLost(c)) {
+    faults |= TextFault::StreamBeyondDisc;
   }
   if (c.Compare && LeftIsNoRegister(form.Lowered)) {
     faults |= TextFault::LeftNoRegister;

@@ -65,6 +65,7 @@ enum class TextFault : unsigned {
   LeftNoRegister = 1U << 12U,        // the left side of a comparison is no general register
   NothingSet = 1U << 13U,            // a set without anything that it sets
   LinkLost = 1U << 14U,              // the command carries no link
+  StreamBeyondDisc = 1U << 15U,      // a stream or angle that no disc has
 };
 constexpr TextFault operator|(TextFault a, TextFault b) {
   return static_cast<TextFault>(static_cast<unsigned>(a) | static_cast<unsigned>(b));

@@ -42,6 +42,11 @@ inline constexpr MessageKind CommandNumberBeyondField{
     "command-number-beyond-field", Severity::Warning, "Command Warning",
     "\"{}\": a number in it is larger than its command holds, and players see another; registers hold 0 to "
     "65535, jumps compare with 0 to 255, buttons are 1 to 36, lines 1 to 128"};
+inline constexpr MessageKind CommandStreamBeyondDisc{"command-stream-beyond-disc", Severity::Warning,
+                                                     "Command Warning",
+                                                     "\"{}\": a disc has audio streams 1 to 8, subpicture "
+                                                     "streams 1 to 32 and angles 1 to 9; players do not find "
+                                                     "the one that is set"};
 inline constexpr MessageKind CommandLeftNoRegister{"command-left-no-register", Severity::Warning,
                                                    "Command Warning",
                                                    "\"{}\": the left side of a comparison is a GPRM; players "

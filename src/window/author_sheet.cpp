@@ -2,22 +2,25 @@
 
 #include <fmt/format.h>
 
+#include <QAccessible>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QStandardPaths>
+#include <QStyle>
+#include <algorithm>
+#include <filesystem>
 #include <utility>
 
+#include "author/messages.h"
 #include "author/output_folder.h"
 #include "author/size_text.h"
-#include "base/random.h"
+#include "base/passing_ui.h"
 #include "desk/author_options.h"
 #include "desk/verdict.h"
 #include "edit/preflight.h"
-#include "edit/structure.h"
 #include "ui/author_work.h"
 #include "ui/shown_text.h"
 #include "window/messages.h"
@@ -26,39 +29,87 @@ namespace quorvelant {
 
 namespace {
 
-// The project's own folder, or one that goes by the project's name.
-QString ProposedFolder(const WindowParts& parts) {
-  const Project& project = parts.Doc.Work();
-  if (!project.DestinationFolder.empty()) {
-    return Shown(SystemPath(project.DestinationFolder));
-  }
-  const std::string& file = parts.Doc.Session().File();
-  const QFileInfo script(Shown(SystemPath(file)));
-  const QString base = file.empty() ? QStandardPaths::writableLocation(QStandardPaths::MoviesLocation) +
-                                          QStringLiteral("/Disc")
-                                    : script.absolutePath() + QLatin1Char('/') + script.completeBaseName();
-  return base + QStringLiteral("/VIDEO_TS");
-}
-
 bool HoldsDisc(const std::string& folder) {
   return QFileInfo::exists(Shown(folder) + QStringLiteral("/VIDEO_TS.IFO"));
 }
 
+// Keeps what is told; questions are asked.
+class RefusalUi : public PassingUi {
+ public:
+  using PassingUi::PassingUi;
+  void Tell(const Message& message) override { Told.push_back(message); }
+
+  std::vector<Message> Told;
+};
+
+Message WhyNotThere(const std::string& folder, const std::string& reason) {
+  return MessageOf(message::DiscFolderRefused, folder, reason, folder);
+}
+
+// Why no disc can be made in that folder, whatever the disc.
+std::optional<Message> WhyNotIn(const std::string& folder, UserInterface& ui) {
+  RefusalUi hears(ui);
+  if (!OutputFolder::Judge(folder, true, hears)) {
+    return WhyNotThere(folder, hears.Told.empty() ? std::string() : hears.Told.front().Text);
+  }
+  const std::filesystem::path parent = std::filesystem::path(folder).parent_path();
+  std::error_code failed;
+  std::filesystem::create_directories(parent, failed);
+  if (!failed && !QFileInfo(Shown(parent.string())).isWritable()) {
+    failed = std::make_error_code(std::errc::permission_denied);
+  }
+  if (failed) {
+    return WhyNotThere(folder, MessageOf(message::FolderNotMade, folder, failed.message()).Text);
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
-AuthorSheet::AuthorSheet(WindowParts& parts, const DiscMedium& medium, QWidget* parent)
+AuthorSheet::AuthorSheet(WindowParts& parts, const DiscFolders& folders, const DiscMedium& medium,
+                         QWidget* parent)
     : QDialog(parent),
       parts_(parts),
+      folders_(folders),
       health_(ProjectHealth::Of(parts.Doc)),
       medium_(medium),
-      folder_(new QLineEdit(ProposedFolder(parts))),
+      folder_(new QLineEdit(folders.Proposed())),
       size_(new QLabel),
       findings_(new QLabel),
       rules_(new QComboBox),
-      strict_(new QCheckBox(tr("Make no disc when there are warnings"))) {
+      strict_(new QCheckBox(tr("Make no disc when there are warnings"))),
+      holdSign_(new QLabel),
+      hold_(new QLabel) {
   setWindowTitle(tr("Author"));
+  auto* const column = new QVBoxLayout(this);
+  column->addLayout(MakeForm());
+  column->addWidget(MakeHold());
+  column->addWidget(MakeButtons());
+  make_->setDefault(true);  // of the dialog, whatever has the keys: only now it is in it
+  const auto isOther = [this] {
+    refusal_.clear();
+    ShowHealth();
+  };
+  connect(folder_, &QLineEdit::textChanged, this, isOther);
+  connect(folder_, &QLineEdit::editingFinished, this, [this] { folder_->setText(Shown(Folder())); });
+  connect(strict_, &QCheckBox::toggled, this, isOther);
+  connect(rules_, &QComboBox::currentIndexChanged, this, [this, isOther] {
+    LookAtClassic();
+    isOther();
+  });
+  connect(&health_, &ProjectHealth::FoundChanged, this, [this] {
+    LookAtClassic();
+    ShowHealth();
+  });
+  connect(&health_, &ProjectHealth::NeedsChanged, this, &AuthorSheet::ShowHealth);
+  ShowHealth();
+  (make_->isEnabled() ? static_cast<QWidget*>(make_) : folder_)->setFocus();
+}
+
+QFormLayout* AuthorSheet::MakeForm() {
   auto* const browse = new QPushButton(tr("Browse…"));
   browse->setAutoDefault(false);
+  connect(browse, &QPushButton::clicked, this, &AuthorSheet::Browse);
   auto* const folderRow = new QHBoxLayout;
   folderRow->addWidget(folder_, 1);
   folderRow->addWidget(browse);
@@ -76,32 +127,47 @@ AuthorSheet::AuthorSheet(WindowParts& parts, const DiscMedium& medium, QWidget* 
   form->addRow(tr("Findings"), findings_);
   form->addRow(tr("Rules"), rules_);
   form->addRow(QString(), strict_);
+  return form;
+}
+
+QWidget* AuthorSheet::MakeHold() {
+  const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+  holdSign_->setPixmap(
+      style()->standardIcon(QStyle::SP_MessageBoxCritical, nullptr, this).pixmap(size, size));
+  QFont bold = font();
+  bold.setBold(true);
+  hold_->setFont(bold);
+  hold_->setTextFormat(Qt::PlainText);
+  hold_->setWordWrap(true);
+  hold_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  auto* const holder = new QWidget;
+  auto* const row = new QHBoxLayout(holder);
+  row->setContentsMargins({});
+  row->addWidget(holdSign_, 0, Qt::AlignTop);
+  row->addWidget(hold_, 1);
+  return holder;
+}
+
+QWidget* AuthorSheet::MakeButtons() {
   auto* const buttons = new QDialogButtonBox;
-  QPushButton* const make = buttons->addButton(tr("Author"), QDialogButtonBox::AcceptRole);
-  make->setDefault(true);
+  make_ = buttons->addButton(tr("Author"), QDialogButtonBox::AcceptRole);
   buttons->addButton(QDialogButtonBox::Cancel)->setAutoDefault(false);
-  auto* const column = new QVBoxLayout(this);
-  column->addLayout(form);
-  column->addWidget(buttons);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::accepted, this, &AuthorSheet::Wanted);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-  connect(browse, &QPushButton::clicked, this, &AuthorSheet::Browse);
-  connect(folder_, &QLineEdit::textChanged, this, [this, make](const QString& text) {
-    make->setEnabled(!text.trimmed().isEmpty());
-    ShowHealth();
-  });
-  connect(&health_, &ProjectHealth::FoundChanged, this, &AuthorSheet::ShowHealth);
-  connect(&health_, &ProjectHealth::NeedsChanged, this, &AuthorSheet::ShowHealth);
-  ShowHealth();
-  make->setFocus();
+  return buttons;
 }
 
 std::string AuthorSheet::Folder() const {
-  return QDir::cleanPath(folder_->text().trimmed()).toStdString();
+  return folders_.Absolute(folder_->text()).toStdString();
 }
 
 const Rules& AuthorSheet::RulesUsed() const {
   return rules_->currentIndex() == 1 ? Rules::Classic : Rules::Players;
+}
+
+void AuthorSheet::Refuse(const QString& words) {
+  refusal_ = words;
+  ShowHealth();
 }
 
 void AuthorSheet::Browse() {
@@ -114,7 +180,55 @@ void AuthorSheet::Browse() {
   folder_->setText(isOwn ? path : path + QStringLiteral("/VIDEO_TS"));
 }
 
-void AuthorSheet::ShowHealth() {
+// Findings are kept for the rules of players alone.
+void AuthorSheet::LookAtClassic() {
+  classic_.reset();
+  if (rules_->currentIndex() != 1) {
+    return;
+  }
+  const auto project = std::make_shared<const Project>(parts_.Doc.Work());
+  const CommandCheck commands = parts_.Doc.Session().Commands();
+  classicLook_.Start(
+      [project, commands](UserInterface& ui) { return AllFindings(*project, commands, Rules::Classic, ui); },
+      [this](Findings found) {
+        classic_ = std::move(found);
+        ShowHealth();
+      });
+}
+
+const Findings* AuthorSheet::Found() const {
+  if (rules_->currentIndex() == 1) {
+    return classic_ ? &*classic_ : nullptr;
+  }
+  return health_.IsOfPresent() ? &health_.Found() : nullptr;
+}
+
+QString AuthorSheet::WhatHoldsBack() const {
+  if (health_.IsBlank()) {
+    return tr("Nothing is in the project yet: drop films onto the window first");
+  }
+  if (folder_->text().trimmed().isEmpty()) {
+    return tr("Name the folder that is to become the disc");
+  }
+  if (const Findings* const found = Found()) {
+    const auto first = [found](Severity level) { return std::ranges::find(*found, level, &Message::Level); };
+    if (const auto error = first(Severity::Error); error != found->end()) {
+      return tr("%1 - see Problems").arg(Shown(error->Text));
+    }
+    if (const auto warning = first(Severity::Warning); IsStrict() && warning != found->end()) {
+      return tr("There is a warning: %1 - see Problems").arg(Shown(warning->Text));
+    }
+  }
+  const auto free = health_.IsOfPresent() ? FreeBytes(Folder()) : std::nullopt;
+  if (free && *free < health_.Needs().SourceBytes) {
+    const Message space =
+        MessageOf(message::SpaceTooLittle, Folder(), SizeText(health_.Needs().Bytes), SizeText(*free));
+    return Shown(MessageOf(message::DiscFolderRefused, Folder(), space.Text, Folder()).Text);
+  }
+  return {};
+}
+
+void AuthorSheet::ShowSize() {
   const DiscNeeds& needs = health_.Needs();
   QString size =
       Shown(fmt::format("{} of {} ({})", SizeText(needs.Bytes), SizeText(medium_.Bytes), medium_.Name));
@@ -125,32 +239,57 @@ void AuthorSheet::ShowHealth() {
     size += QLatin1Char('\n') + Shown(drop);
   }
   size_->setText(size);
-  findings_->setText(health_.IsWhole() ? Shown(VerdictWords(VerdictOn(health_.Found())))
-                                       : tr("Still looking"));
+}
+
+void AuthorSheet::ShowHealth() {
+  ShowSize();
+  const Findings* const found = Found();
+  findings_->setText(found != nullptr && !health_.IsBlank()
+                         ? Shown(VerdictWords(VerdictOn(*found, IsStrict())))
+                         : (health_.IsBlank() ? tr("Nothing is open yet") : tr("Still looking")));
+  const QString holds = WhatHoldsBack();
+  make_->setEnabled(holds.isEmpty());
+  const QString words = refusal_.isEmpty() ? holds : refusal_;
+  const bool isNew = words != hold_->text() && !words.isEmpty();
+  hold_->setText(words);
+  hold_->parentWidget()->setVisible(!words.isEmpty());
+  make_->setAccessibleDescription(words);
+  if (isNew) {
+    QAccessibleEvent alert(hold_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+  }
 }
 
 AuthorAction::AuthorAction(WindowParts& parts, ProjectFiles& files, std::function<const DiscMedium&()> medium,
                            QWidget& window)
-    : QObject(&window), parts_(parts), medium_(std::move(medium)), window_(window) {
+    : QObject(&window),
+      parts_(parts),
+      folders_(parts.Doc, parts.StateFolder, nullptr),
+      medium_(std::move(medium)),
+      window_(window) {
   // Of a project that is being read or made, not of the one before.
   parts_.Commands.Handle(ActionId::Author, [this, &files] { files.WhenSettled([this] { Ask(); }); });
 }
 
 void AuthorAction::Ask() {
-  auto* const sheet = new AuthorSheet(parts_, medium_(), &window_);
+  auto* const sheet = new AuthorSheet(parts_, folders_, medium_(), &window_);
   sheet->setAttribute(Qt::WA_DeleteOnClose);
-  connect(sheet, &QDialog::accepted, this, [this, sheet] { Make(*sheet); });
+  connect(sheet, &AuthorSheet::Wanted, this, [this, sheet] { Make(*sheet); });
   sheet->open();
 }
 
-void AuthorAction::Make(const AuthorSheet& sheet) {
+void AuthorAction::Make(AuthorSheet& sheet) {
   Document& document = parts_.Doc;
   const std::string folder = sheet.Folder();
-  // A folder that was only proposed is none that the project must keep.
-  if (folder != ProposedFolder(parts_).toStdString()) {
-    document.Do([&folder](EditSession& session, Consent) { return SetDestination(session, folder); });
+  RefusalUi hears(document.Speaks());
+  if (!MayAuthor(document.Session(), folder, hears)) {
+    if (!hears.Told.empty()) {
+      sheet.Refuse(tr("%1 - see Problems").arg(Shown(hears.Told.front().Text)));
+    }
+    return;
   }
-  if (!MayAuthor(document.Session(), folder, document.Speaks())) {
+  if (const auto refusal = WhyNotIn(folder, document.Speaks())) {
+    sheet.Refuse(Shown(refusal->Text));
     return;
   }
   AuthorOrder order = OrderOf(parts_.Options, sheet.RulesUsed());
@@ -162,10 +301,12 @@ void AuthorAction::Make(const AuthorSheet& sheet) {
     const Message question = MessageOf(message::AskReplaceDisc, folder, folder);
     order.Force = parts_.Answers.Ask(question.Title, question.Text, "Replace", "Keep");
     if (!order.Force) {
+      sheet.Refuse(Shown(MessageOf(message::DiscKept, folder, folder).Text));
       return;
     }
   }
-  QDir().mkpath(QFileInfo(Shown(folder)).path());
+  folders_.Remember(Shown(folder));
+  sheet.accept();
   const CommandCheck commands = document.Session().Commands();
   parts_.Work.Start("Author " + folder,
                     AuthorWork(std::make_shared<const Project>(document.Work()), commands, std::move(order)),

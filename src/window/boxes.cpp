@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -25,6 +26,20 @@ QString TitleOf(std::string_view title) {
 QWidget* Over(QWidget& window) {
   QWidget* const active = QApplication::activeModalWidget();
   return active != nullptr ? active : &window;
+}
+
+// What no undo brings back is not done by a mere Enter.
+bool DestroysWhatWas(std::string_view verb) {
+  return verb == "Replace" || verb == "Overwrite" || verb == "Stop";
+}
+
+// As they are, whatever names stand in them, and wide enough for the title and its buttons.
+void ShowWords(QInputDialog& dialog) {
+  if (auto* const label = dialog.findChild<QLabel*>()) {
+    label->setTextFormat(Qt::PlainText);
+  }
+  const QFontMetrics letters = dialog.fontMetrics();
+  dialog.setMinimumWidth(letters.horizontalAdvance(dialog.windowTitle()) + 16 * letters.averageCharWidth());
 }
 
 QString FilterOf(const std::vector<FileFilter>& kinds) {
@@ -46,9 +61,10 @@ QString FilterOf(const std::vector<FileFilter>& kinds) {
 bool Boxes::Ask(std::string_view title, std::string_view text, std::string_view yes, std::string_view no) {
   QMessageBox box(QMessageBox::Question, TitleOf(title), Shown(text), QMessageBox::NoButton, Over(window_));
   box.setTextFormat(Qt::PlainText);
-  const QPushButton* const agreed = box.addButton(Shown(yes), QMessageBox::AcceptRole);
+  QPushButton* const agreed = box.addButton(Shown(yes), QMessageBox::AcceptRole);
   QPushButton* const refused = box.addButton(Shown(no), QMessageBox::RejectRole);
   box.setEscapeButton(refused);
+  box.setDefaultButton(DestroysWhatWas(yes) ? refused : agreed);
   box.exec();
   return box.clickedButton() == agreed;
 }
@@ -73,6 +89,7 @@ std::optional<std::string> Boxes::AskText(std::string_view title, std::string_vi
   dialog.setWindowTitle(TitleOf(title));
   dialog.setLabelText(Shown(text));
   dialog.setTextValue(Shown(proposal));
+  ShowWords(dialog);
   return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue().toStdString()) : std::nullopt;
 }
 
@@ -86,6 +103,7 @@ std::optional<std::size_t> Boxes::Choose(std::string_view title, std::string_vie
   dialog.setWindowTitle(TitleOf(title));
   dialog.setLabelText(Shown(text));
   dialog.setComboBoxItems(items);
+  ShowWords(dialog);
   if (dialog.exec() != QDialog::Accepted) {
     return std::nullopt;
   }

@@ -7,6 +7,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "base/message_error.h"
 #include "base/timecode.h"
@@ -74,6 +75,10 @@ ButtonsPane::ButtonsPane(WindowParts& parts, QWidget* parent) : QWidget(parent),
   Build();
   connect(&parts_.Doc, qOverload<const ChangeEvent&>(&Document::Changed), this, &ButtonsPane::FollowChange);
   connect(&parts_.View, &Viewer::StateMoved, this, &ButtonsPane::FollowViewer);
+  connect(&parts_.View, &Viewer::ButtonChosen, this, &ButtonsPane::FollowButton);
+  connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+          [this](const QModelIndex& now, const QModelIndex&) { ChooseRow(now.row()); });
+  connect(table_, &QTableView::clicked, this, [this](const QModelIndex& at) { ChooseRow(at.row()); });
   connect(&model_, &ButtonModel::TickWanted, this, [this](int row, bool on) {
     if (shown_) {
       parts_.Doc.Do([&](EditSession& session, Consent) {
@@ -205,7 +210,10 @@ void ButtonsPane::ShowSet(std::optional<SetPlace> place) {
 void ButtonsPane::TakeRows(bool isOther) {
   FillTools();
   std::vector<ButtonRow> rows = RowsOfSet();
+  const bool before = std::exchange(isFollowing_, true);
   isOther ? model_.Show(std::move(rows)) : model_.Take(std::move(rows));
+  isFollowing_ = before;
+  FollowButton();
   if (!shown_) {
     return;
   }
@@ -362,6 +370,29 @@ void ButtonsPane::SetForced(Force force, const QComboBox& from) {
     parts_.Doc.Do([&](EditSession& session, Consent) {
       return ForceButton(session, shown_->Track, shown_->Set, force, name);
     });
+  }
+}
+
+void ButtonsPane::FollowButton() {
+  const auto button = parts_.View.Button();
+  if (button && shown_ && parts_.View.TrackIndex() == shown_->Track &&
+      parts_.View.ButtonSet() == shown_->Set && std::cmp_less(*button, model_.rowCount())) {
+    const bool before = std::exchange(isFollowing_, true);
+    table_->GoToRow(static_cast<int>(*button));
+    isFollowing_ = before;
+  }
+}
+
+void ButtonsPane::ChooseRow(int row) {
+  if (isFollowing_ || row < 0 || Set() == nullptr || parts_.View.TrackIndex() != shown_->Track) {
+    return;
+  }
+  const std::size_t set = shown_->Set;
+  if (parts_.View.ButtonSet() != set) {  // at its moment it is to be seen
+    ChooseSet(set);
+  }
+  if (parts_.View.ButtonSet() == set) {
+    parts_.View.ChooseButton(static_cast<std::size_t>(row));
   }
 }
 

@@ -48,6 +48,9 @@ class ButtonsPane : public QWidget {
   void SetTimes();
   void SetForced(Force force, const QComboBox& from);
   void RemoveRow();
+  // The button that is chosen in Picture is the one of the current row.
+  void FollowButton();
+  void ChooseRow(int row);
 
   WindowParts& parts_;
   ButtonModel model_;
@@ -58,6 +61,7 @@ class ButtonsPane : public QWidget {
   QComboBox* select_ = nullptr;
   QComboBox* action_ = nullptr;
   std::optional<SetPlace> shown_;
+  bool isFollowing_ = false;  // the row moves because something else did
 };
 
 }  // namespace quorvelant

@@ -37,6 +37,7 @@ void ShowRefusal(QWidget& editor, const CellRefusal& refusal) {
   HideRefusal(editor);
   QWidget* const table = editor.parentWidget();
   auto* const words = new QLabel(Shown(refusal.Words.Text), table);
+  words->setTextFormat(Qt::PlainText);
   words->setObjectName(QString::fromLatin1(RefusalName));
   words->setAccessibleName(words->text());
   words->setBackgroundRole(QPalette::ToolTipBase);

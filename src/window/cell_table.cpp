@@ -72,7 +72,28 @@ void CellTable::keyPressEvent(QKeyEvent* event) {
     emit RemoveWanted();
     return;
   }
+  const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+  const bool isStep = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
+  if (takesSteps_ && isPlain && isStep && currentIndex().isValid()) {
+    emit StepWanted(event->key() == Qt::Key_Right);
+    return;
+  }
   QTableView::keyPressEvent(event);
+}
+
+bool CellTable::focusNextPrevChild(bool next) {
+  if (takesSteps_ && currentIndex().isValid() && state() != EditingState) {
+    const int way = next ? 1 : -1;
+    int column = currentIndex().column() + way;
+    while (column >= 0 && column < model()->columnCount() && isColumnHidden(column)) {
+      column += way;
+    }
+    if (column >= 0 && column < model()->columnCount()) {
+      setCurrentIndex(currentIndex().siblingAtColumn(column));
+      return true;
+    }
+  }
+  return QTableView::focusNextPrevChild(next);
 }
 
 void CellTable::paintEvent(QPaintEvent* event) {

@@ -15,6 +15,9 @@ class CellTable : public QTableView {
 
   void SetEmptyWords(const QString& words);
   void TakeRemove() { takesRemove_ = true; }
+  // Left and Right step through something else than the columns; Tab goes through those then, and on from the
+  // last.
+  void TakeSteps() { takesSteps_ = true; }
   // As wide as these texts, one a column; an empty one keeps what it has, and the column `widest` takes what
   // is left.
   void SetWidths(const QStringList& samples, int widest);
@@ -24,15 +27,18 @@ class CellTable : public QTableView {
 
  signals:
   void RemoveWanted();
+  void StepWanted(bool forwards);
 
  protected:
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
   QString emptyWords_;
   bool takesRemove_ = false;
+  bool takesSteps_ = false;
 };
 
 }  // namespace quorvelant

@@ -9,6 +9,7 @@ namespace quorvelant {
 
 ColorLine::ColorLine(QWidget* parent) : QLineEdit(parent), swatch_(addAction(QIcon(), LeadingPosition)) {
   setMaxLength(7);
+  swatch_->setText(tr("The colour that is written here"));
   swatch_->setEnabled(false);
   connect(this, &QLineEdit::textChanged, this, &ColorLine::ShowColor);
 }

@@ -32,6 +32,7 @@ CommandsPane::CommandsPane(WindowParts& parts, QWidget* parent) : QWidget(parent
 
 void CommandsPane::Build() {
   title_ = new QLabel;
+  title_->setTextFormat(Qt::PlainText);
   auto* const tools = new QHBoxLayout;
   tools->addWidget(title_, 1);
   for (const ActionId id : {ActionId::InsertCommand, ActionId::MoveCommandUp, ActionId::MoveCommandDown}) {

@@ -16,8 +16,6 @@ namespace {
 using Json = nlohmann::json;
 using Want = std::function<void(const Json& value)>;
 
-constexpr int ListLines = 6;
-
 QString TextOf(const Json& value) {
   return value.is_string() ? Shown(value.get_ref<const std::string&>()) : QString();
 }
@@ -29,6 +27,13 @@ QLineEdit* MakeLine() {
   return line;
 }
 
+// Long names are told by how they begin, once nobody writes.
+void ShowStart(QLineEdit& line) {
+  if (!line.hasFocus()) {
+    line.setCursorPosition(0);
+  }
+}
+
 FieldControl MakeText(const Want& want) {
   auto* const line = MakeLine();
   QObject::connect(line, &QLineEdit::editingFinished, line, [line, want] {
@@ -36,10 +41,12 @@ FieldControl MakeText(const Want& want) {
       line->setModified(false);
       want(line->text().toStdString());
     }
+    ShowStart(*line);
   });
   return {line, [line](const ElementField& field) {
             if (!line->isModified()) {  // or else somebody is writing
               line->setText(TextOf(field.Value));
+              ShowStart(*line);
             }
           }};
 }
@@ -113,7 +120,8 @@ bool IsOn(const ElementField& field, int row) {
 
 FieldControl MakeTicks(FieldKind kind, const Want& want) {
   auto* const list = new QListWidget;
-  list->setFixedHeight(list->fontMetrics().lineSpacing() * ListLines);
+  list->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);  // the form scrolls
+  list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   QObject::connect(list, &QListWidget::itemChanged, list, [list, kind, want] {
     Json value = Json::array();
     for (int row = 0; row < list->count(); ++row) {
@@ -126,21 +134,23 @@ FieldControl MakeTicks(FieldKind kind, const Want& want) {
     }
     want(value);
   });
-  return {list, [list](const ElementField& field) {
-            const QSignalBlocker quiet(list);
-            const QStringList labels = LabelsOf(field);
-            while (list->count() > labels.size()) {
-              delete list->takeItem(list->count() - 1);
-            }
-            for (int row = 0; row < labels.size(); ++row) {
-              if (row >= list->count()) {
-                list->addItem(QString());
-              }
-              list->item(row)->setText(labels[row]);
-              list->item(row)->setCheckState(IsOn(field, row) ? Qt::Checked : Qt::Unchecked);
-            }
-            list->viewport()->update();
-          }};
+  return {
+      list, [list](const ElementField& field) {
+        const QSignalBlocker quiet(list);
+        const QStringList labels = LabelsOf(field);
+        while (list->count() > labels.size()) {
+          delete list->takeItem(list->count() - 1);
+        }
+        for (int row = 0; row < labels.size(); ++row) {
+          if (row >= list->count()) {
+            list->addItem(QString());
+          }
+          list->item(row)->setText(labels[row]);
+          list->item(row)->setCheckState(IsOn(field, row) ? Qt::Checked : Qt::Unchecked);
+        }
+        list->setFixedHeight(std::max(list->sizeHintForRow(0), 0) * list->count() + 2 * list->frameWidth());
+        list->viewport()->update();
+      }};
 }
 
 // "0 1 2 3"; one number has a box of its own.
@@ -159,6 +169,7 @@ FieldControl MakeNumbers(const Want& want) {
       isNumber ? value.push_back(number) : value.push_back(one.toStdString());
     }
     want(value);
+    ShowStart(*line);
   });
   return {line, [line](const ElementField& field) {
             if (line->isModified()) {
@@ -169,7 +180,7 @@ FieldControl MakeNumbers(const Want& want) {
               numbers << QString::number(one.get<int>());
             }
             line->setText(numbers.join(u' '));
-            line->setCursorPosition(0);
+            ShowStart(*line);
           }};
 }
 

@@ -166,6 +166,7 @@ void FilmMenusPage::ExplainSubtitles() {
       words = Shown(SubtitleExplanation(number, SubtitleModeOf(video->second)));
     }
   }
+  subtitlesSay_->setTextFormat(Qt::PlainText);
   subtitlesSay_->setText(words);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QVBoxLayout>
 
+#include "ui/plain_tool_tip.h"
 #include "ui/shown_text.h"
 
 namespace quorvelant {
@@ -18,6 +19,7 @@ FilmPagesPage::FilmPagesPage(QWidget* parent)
   pages_->setMovement(QListView::Static);
   pages_->setResizeMode(QListView::Adjust);
   pages_->setWordWrap(true);
+  words_->setTextFormat(Qt::PlainText);
   words_->setWordWrap(true);
   auto* const column = new QVBoxLayout(this);
   column->addWidget(words_);
@@ -33,7 +35,7 @@ void FilmPagesPage::Show(const PaintedFilmPages& painted) {
   pages_->clear();
   for (const PaintedFilmPage& page : painted.Pages) {
     auto* const item = new QListWidgetItem(QIcon(QPixmap::fromImage(page.Image)), Shown(page.Name), pages_);
-    item->setToolTip(Shown(page.Name));
+    item->setToolTip(PlainToolTip(Shown(page.Name)));
     item->setTextAlignment(Qt::AlignHCenter | Qt::AlignTop);
   }
   if (pages_->count() > 0) {

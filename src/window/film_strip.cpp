@@ -13,6 +13,7 @@ FilmStrip::FilmStrip(QWidget* parent)
       bar_(new QProgressBar),
       stop_(new QPushButton(tr("&Stop"))),
       faults_(new QPlainTextEdit) {
+  words_->setTextFormat(Qt::PlainText);
   bar_->setAccessibleName(tr("Progress"));
   faults_->setAccessibleName(tr("Why the disc is not made"));
   faults_->setReadOnly(true);

@@ -11,6 +11,7 @@
 
 #include "ui/shown_text.h"
 #include "window/disc_player.h"
+#include "window/shown_row.h"
 
 namespace quorvelant {
 
@@ -47,7 +48,7 @@ JobsPane::JobsPane(WindowParts& parts, QWidget* parent)
       model_(new JobsModel(parts.Work, this)),
       empty_(new QLabel(tr("What takes long shows here while it is done. Author… (Ctrl+B) makes a disc."))),
       table_(new QTableView),
-      verdict_(new QLabel),
+      verdict_(new ShortLabel),
       stop_(new QPushButton(tr("Stop"))),
       open_(new QPushButton(tr("Open Folder"))),
       play_(new QPushButton(tr("Play"))) {
@@ -65,9 +66,7 @@ JobsPane::JobsPane(WindowParts& parts, QWidget* parent)
   table_->setColumnWidth(JobsModel::Title, 20 * em);
   table_->setColumnWidth(JobsModel::Stage, 18 * em);
   empty_->setWordWrap(true);
-  verdict_->setTextFormat(Qt::PlainText);
-  verdict_->setWordWrap(true);
-  verdict_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  KeepChosenRowShown(*table_);
   auto* const row = new QHBoxLayout;
   row->addWidget(verdict_, 1);
   for (QPushButton* button : {stop_, open_, play_}) {
@@ -118,7 +117,7 @@ void JobsPane::ShowChosen() {
   table_->setVisible(job != nullptr);
   const bool hasDisc = job != nullptr && !job->Folder().empty();
   verdict_->setVisible(job != nullptr && job->IsOver());
-  verdict_->setText(job != nullptr && job->IsOver() ? JobWords(*job) : QString());
+  verdict_->SetWords(job != nullptr && job->IsOver() ? JobWords(*job) : QString());
   stop_->setVisible(job != nullptr && !job->IsOver());
   stop_->setEnabled(job != nullptr && job->Now() == Job::State::Running);
   open_->setVisible(hasDisc);

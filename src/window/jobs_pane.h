@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include "ui/jobs_model.h"
+#include "window/short_label.h"
 #include "window/window_parts.h"
 
 namespace quorvelant {
@@ -25,7 +26,7 @@ class JobsPane : public QWidget {
   JobsModel* model_;
   QLabel* empty_;
   QTableView* table_;
-  QLabel* verdict_;
+  ShortLabel* verdict_;
   QPushButton* stop_;
   QPushButton* open_;
   QPushButton* play_;

@@ -129,6 +129,7 @@ void FillToolBar(QToolBar& bar, const Actions& actions) {
 
 MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*this, std::move(setup))) {
   Private& its = *private_;
+  its.Notices->Follow(its.Work);
   its.Files = new ProjectFiles(its.Parts, *its.Notices, *this);
   FillMenus(*menuBar(), *its.Commands);
   AddRecentMenu();
@@ -140,17 +141,20 @@ MainWindow::MainWindow(WindowSetup setup) : private_(std::make_unique<Private>(*
   its.Start = new StartPage(*its.Commands);
   its.Layout = new PaneLayout(*this, its.Parts, its.Start);
   its.Status = new QLabel(tr("Ready"));
+  its.Status->setTextFormat(Qt::PlainText);
   statusBar()->addWidget(its.Status, 1);
   auto* const gauge = new SizeGauge(its.Parts);
   statusBar()->addPermanentWidget(gauge);
   auto* const author = new AuthorAction(
       its.Parts, *its.Files, [gauge]() -> const DiscMedium& { return gauge->Medium(); }, *this);
-  connect(author, &AuthorAction::Began, this, [this] { private_->Layout->GoTo(QStringLiteral("Jobs")); });
+  connect(author, &AuthorAction::Began, this, [this] {
+    private_->Notices->Fade();
+    private_->Layout->GoTo(QStringLiteral("Jobs"));
+  });
   setAcceptDrops(true);
   HandleHistory();
   HandleTools(its.Parts, this);
   HandleHelp(*its.Commands, this);
-  HandleTools(its.Parts, this);
   its.Commands->Handle(ActionId::NewDiscFromFilms, [this] {
     auto* const wizard = new FilmWizard(private_->Parts, *private_->Files, this);
     wizard->setAttribute(Qt::WA_DeleteOnClose);

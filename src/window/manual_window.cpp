@@ -14,6 +14,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "window/clear_button.h"
 #include "window/icons.h"
 #include "window/manual_browser.h"
 
@@ -86,9 +87,10 @@ ManualWindow::ManualWindow(QWidget* parent)
   bar->addAction(IconNamed("home"), tr("First page"), this, [this] { Open(FirstManualPage); });
   search_->setPlaceholderText(tr("Search all pages"));
   search_->setAccessibleName(tr("Search all pages"));
-  search_->setClearButtonEnabled(true);
+  AddClearButton(*search_);
   pages_->setAccessibleName(tr("Pages"));
   text_->setAccessibleName(tr("Page"));
+  found_->setTextFormat(Qt::PlainText);
   found_->setAccessibleName(tr("Found"));
 
   auto* top = new QHBoxLayout;

@@ -21,6 +21,7 @@
 #include "model/walk.h"
 #include "script/script_tracks.h"
 #include "ui/messages.h"
+#include "window/clear_button.h"
 #include "window/dropped_files.h"
 
 namespace quorvelant {
@@ -60,7 +61,7 @@ MediaPane::MediaPane(WindowParts& parts, QWidget* parent)
   setAccessibleName(tr("Media"));
   words_->setPlaceholderText(tr("Filter"));
   words_->setAccessibleName(tr("Filter tracks"));
-  words_->setClearButtonEnabled(true);
+  AddClearButton(*words_);
   tree_->setAccessibleName(tr("Media"));
   setMinimumWidth(fontMetrics().averageCharWidth() * 24);
   tree_->setDragDropMode(QAbstractItemView::DragOnly);

@@ -14,10 +14,20 @@ inline constexpr MessageKind AskStopJobs{"ask-stop-jobs", Severity::Information,
                                          "A job is still running. Stop it and close the window?"};
 inline constexpr MessageKind AskReplaceDisc{"ask-replace-disc", Severity::Information, "Output Folder",
                                             "'{}' holds a disc already. Replace it?"};
+// Why, and the folder.
+inline constexpr MessageKind DiscFolderRefused{"disc-folder-refused", Severity::Error, "Output Folder",
+                                               "{} ('{}'): choose another folder, or an empty one"};
+inline constexpr MessageKind DiscKept{"disc-kept", Severity::Information, "Output Folder",
+                                      "The disc in '{}' stays: choose another folder, or an empty one"};
+// The job's title, and why.
+inline constexpr MessageKind JobFailed{"job-failed", Severity::Error, "Not Done", "{}: {}"};
 inline constexpr MessageKind LeftWorkFound{"left-work-found", Severity::Warning, "Recovery",
                                            "The program broke off with unsaved changes to {}, kept at {}"};
 inline constexpr MessageKind ProjectChangedOnDisk{"project-changed-on-disk", Severity::Warning, "Project",
                                                   "'{}' was changed by another program"};
+inline constexpr MessageKind AskOverwriteProject{
+    "ask-overwrite-project", Severity::Information, "Save Project",
+    "'{}' was changed since it was read here. Overwrite what it holds now?"};
 inline constexpr MessageKind FilesLocated{"files-located", Severity::Information, "Files",
                                           "Files found: {}; still missing: {}"};
 

@@ -21,8 +21,26 @@ namespace {
 // ISO/IEC 13818-2 streams on a disc, in bits a second.
 constexpr double MostVideoRate = 9.8e6;
 
-// Without a length of its own, a still gets the seconds that a new set of buttons lasts.
+// Those that a new set of buttons lasts.
 constexpr std::int64_t SecondsOfStill = 10;
+
+// Without a length of its own a track is as long as what stands on it.
+std::int64_t LengthOf(const Track& track, std::int64_t frames) {
+  if (frames > 0) {
+    return frames;
+  }
+  const int rate = TrackTimes(track).FramesPerSecond;
+  std::int64_t end = 0;
+  for (const HighlightPlay& set : track.HighlightPlays) {
+    end = std::max(end, SpanOf(set, rate).End);
+  }
+  for (const SubtitleStream& stream : track.SubStreams) {
+    for (const SubPicturePlay& play : stream.SubPlays) {
+      end = std::max(end, EndOf(play, rate).value_or(TimecodeToFrames(play.Start, rate) + 1));
+    }
+  }
+  return end > 0 ? end : SecondsOfStill * rate;
+}
 
 }  // namespace
 
@@ -84,8 +102,7 @@ void PictureBar::Read() {
     return;
   }
   const int rate = TrackTimes(*track).FramesPerSecond;
-  std::int64_t length = parts_.View.FrameCount();
-  length = length > 0 ? length : SecondsOfStill * rate;
+  const std::int64_t length = LengthOf(*track, parts_.View.FrameCount());
   const auto& state = parts_.View.State();
   if (state.Stream && *state.Stream < track->SubStreams.size()) {
     for (const SubPicturePlay& play : track->SubStreams[*state.Stream].SubPlays) {
@@ -168,7 +185,7 @@ void PictureBar::paintEvent(QPaintEvent* /*event*/) {
   painter.setPen(palette().color(QPalette::Mid));
   int last = -4;
   for (const ViewerPicture& picture : parts_.View.Pictures()) {
-    if (const int x = XOf(picture.Frame); x >= last + 3) {
+    if (const int x = XOf(picture.ShownAt()); x >= last + 3) {
       painter.drawLine(x, marks.bottom() - line / 4, x, marks.bottom());
       last = x;
     }

@@ -16,6 +16,7 @@
 #include "edit/button_aims.h"
 #include "edit/saved_frame.h"
 #include "ui/color_pick.h"
+#include "ui/plain_tool_tip.h"
 #include "ui/shown_text.h"
 
 namespace quorvelant {
@@ -86,6 +87,9 @@ PicturePane::PicturePane(WindowParts& parts, QWidget* parent)
       stateBox_(new QComboBox(this)),
       dropper_(Toggle(tr("Pick Colour"), tr("Click on a subtitle to take the colour of its bitmap"))) {
   setAccessibleName(tr("Picture"));
+  for (QLabel* const label : {length_, words_}) {
+    label->setTextFormat(Qt::PlainText);
+  }
   words_->setAccessibleName(tr("Subtitle of the moment"));
   words_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   auto* const column = new QVBoxLayout(this);
@@ -127,7 +131,8 @@ QWidget* PicturePane::Transport() {
     line->addWidget(button);
   }
   time_->setAccessibleName(tr("Time"));
-  time_->setInputMask(QStringLiteral("99:99:99:99;0"));
+  // A blank that is no digit: blanks are not told to screen readers.
+  time_->setInputMask(QStringLiteral("00:00:00:00;_"));
   time_->setMaximumWidth(time_->fontMetrics().horizontalAdvance(QStringLiteral("00:00:00:00  ")) * 5 / 4);
   connect(time_, &QLineEdit::editingFinished, this, &PicturePane::ToTypedTime);
   line->addWidget(time_);
@@ -270,7 +275,7 @@ void PicturePane::ShowWords() {
   }
   words.removeAll(QString());
   words_->setText(words.join(QStringLiteral("  ·  ")));
-  words_->setToolTip(words_->text());
+  words_->setToolTip(PlainToolTip(words_->text()));
   parts_.Commands.Refresh();
 }
 
@@ -280,7 +285,8 @@ void PicturePane::ToTypedTime() {
     return;
   }
   time_->setModified(false);
-  parts_.View.ToFrame(TimecodeToFrames(time_->text().toStdString(), TrackTimes(*track).FramesPerSecond));
+  parts_.View.ToFrame(TimecodeToFrames(time_->displayText().replace(u'_', u'0').toStdString(),
+                                       TrackTimes(*track).FramesPerSecond));
   ShowState();
 }
 

@@ -2,23 +2,41 @@
 
 #include <fmt/format.h>
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QKeyEvent>
+#include <QLineF>
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
+#include "base/text.h"
 #include "check/track_times.h"
+#include "model/walk.h"
 #include "ui/button_areas.h"
 #include "ui/button_links.h"
 #include "ui/tree_model.h"
+#include "window/buttons_pane.h"
 #include "window/picture_painter.h"
 
 namespace quorvelant {
+
+namespace {
+
+bool IsInMenu(const Project& project, std::size_t track) {
+  return std::ranges::any_of(LivePgcs(project), [track](const auto& at) {
+    return at.Language != nullptr && std::ranges::any_of(LiveCells(*at.Chain), [track](const Cell_P* cell) {
+             return std::cmp_equal(cell->SegmentUsed, track);
+           });
+  });
+}
+
+}  // namespace
 
 PictureView::PictureView(WindowParts& parts, ButtonBoard& board, QWidget* parent)
     : QWidget(parent), parts_(parts), board_(board) {
@@ -155,6 +173,14 @@ void PictureView::EndGesture() {
   update();
 }
 
+bool PictureView::TakesDrawing() const {
+  const Track* const track = parts_.View.Shown();
+  const auto* const pane = window()->findChild<ButtonsPane*>();
+  return track != nullptr && (!EqualNoCase(track->TrackType, "Motion") || !track->HighlightPlays.empty() ||
+                              (pane != nullptr && !pane->visibleRegion().isEmpty()) ||
+                              IsInMenu(parts_.Doc.Work(), *parts_.View.TrackIndex()));
+}
+
 void PictureView::mousePressEvent(QMouseEvent* event) {
   const QPointF place = event->position();
   if (parts_.View.Shown() == nullptr || event->button() != Qt::LeftButton) {
@@ -181,10 +207,15 @@ void PictureView::mousePressEvent(QMouseEvent* event) {
     drag_.Move(held(*under), place);
   } else {
     parts_.View.ChooseButton({});
-    if (geometry.Screen().contains(place)) {
+    drag_.End();
+    refused_.reset();
+    if (!geometry.Screen().contains(place)) {
+      return;
+    }
+    if (TakesDrawing()) {
       drag_.Draw(place);
     } else {
-      drag_.End();
+      refused_ = place;
     }
     return;
   }
@@ -211,6 +242,10 @@ void PictureView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void PictureView::mouseReleaseEvent(QMouseEvent* event) {
+  if (const auto began = std::exchange(refused_, std::nullopt);
+      began && QLineF(*began, event->position()).length() >= QApplication::startDragDistance()) {
+    parts_.Doc.Speaks().Status("Nothing was made on this film: New Button in the menu Track makes a button");
+  }
   if (event->button() != Qt::LeftButton || !drag_.IsOn()) {
     return;
   }

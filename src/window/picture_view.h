@@ -15,9 +15,10 @@
 
 namespace quorvelant {
 
-// Mouse: a drag on the picture makes a button, one on a button moves it, on a handle resizes it, with Alt or
-// from its knob links it. Keys: Tab chooses, arrows move (with Ctrl by ten), with Shift resize, with Alt
-// link; F2 renames, Delete removes, Escape lets go. Elements of the disc that are dropped become buttons.
+// Mouse: a drag on the picture makes a button where they are likely meant (elsewhere the status says how one
+// is made), one on a button moves it, on a handle resizes it, with Alt or from its knob links it. Keys: Tab
+// chooses, arrows move (with Ctrl by ten), with Shift resize, with Alt link; F2 renames, Delete removes,
+// Escape lets go. Elements of the disc that are dropped become buttons.
 class PictureView : public QWidget {
   Q_OBJECT
  public:
@@ -63,6 +64,8 @@ class PictureView : public QWidget {
   [[nodiscard]] std::optional<std::size_t> ButtonUnder(const QPointF& place) const;
   [[nodiscard]] std::vector<HighlightArea> Areas() const;  // of all buttons
   void EndGesture();
+  // Whether a drag may make a button: on a film nobody expects one.
+  [[nodiscard]] bool TakesDrawing() const;
   bool ArrowKey(const QKeyEvent& event);
 
   WindowParts& parts_;
@@ -72,6 +75,7 @@ class PictureView : public QWidget {
   bool showsLinks_ = true;
   bool picks_ = false;
   ButtonDrag drag_;
+  std::optional<QPointF> refused_;  // where a drag began that makes nothing
 };
 
 }  // namespace quorvelant

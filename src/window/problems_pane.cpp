@@ -9,6 +9,7 @@
 #include "ui/shown_text.h"
 #include "window/message_table.h"
 #include "window/problem_steps.h"
+#include "window/shown_row.h"
 
 namespace quorvelant {
 
@@ -17,15 +18,13 @@ ProblemsPane::ProblemsPane(WindowParts& parts, QWidget* parent)
       parts_(parts),
       health_(ProjectHealth::Of(parts.Doc)),
       list_(new MessageList(this)),
-      empty_(new QLabel(tr("Nothing was found that hinders a good disc."))),
+      empty_(new QLabel),
       table_(MakeMessageTable(list_, tr("Problems"))),
-      whole_(new QLabel),
+      whole_(new ShortLabel),
       go_(new QPushButton(tr("Go There"))),
       mend_(new QPushButton) {
   list_->NamePlaces([this](const std::string& place) { return PlaceWords(parts_.Doc.Work(), place); });
-  whole_->setTextFormat(Qt::PlainText);
-  whole_->setWordWrap(true);
-  whole_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  KeepChosenRowShown(*table_);
   mend_->setAccessibleName(tr("Mend"));
   auto* const row = new QHBoxLayout;
   row->addWidget(whole_, 1);
@@ -53,6 +52,11 @@ ProblemsPane::ProblemsPane(WindowParts& parts, QWidget* parent)
 
 void ProblemsPane::HandleCheck() {
   parts_.Commands.Handle(ActionId::Check, [this] {
+    if (health_.IsBlank()) {
+      parts_.Doc.Speaks().Status("Nothing is open yet");
+      emit Asked();
+      return;
+    }
     isCheckAsked_ = true;
     parts_.Doc.Speaks().Status("Checking");
     health_.LookAgain();
@@ -66,6 +70,7 @@ void ProblemsPane::ShowFound() {
   if (!table_->currentIndex().isValid() && list_->rowCount() > 0) {
     table_->setCurrentIndex(list_->index(0, 0));
   }
+  empty_->setText(EmptyWords());
   empty_->setVisible(found.empty());
   table_->setVisible(!found.empty());
   const std::size_t errors = CountOf(found, Severity::Error);
@@ -77,13 +82,20 @@ void ProblemsPane::ShowFound() {
   ShowChosen();
 }
 
+QString ProblemsPane::EmptyWords() const {
+  if (health_.IsBlank()) {
+    return tr("Nothing is open yet. What hinders a good disc shows here.");
+  }
+  return health_.HasLooked() ? tr("Nothing was found that hinders a good disc.") : tr("Still looking");
+}
+
 const Message* ProblemsPane::Chosen() const {
   return list_->At(table_->currentIndex().row());
 }
 
 void ProblemsPane::ShowChosen() {
   const Message* const finding = Chosen();
-  whole_->setText(finding == nullptr ? QString() : Shown(finding->Text));
+  whole_->SetWords(finding == nullptr ? QString() : Shown(finding->Text));
   whole_->setVisible(finding != nullptr);
   go_->setVisible(finding != nullptr);
   go_->setEnabled(finding != nullptr && ParsePlace(parts_.Doc.Work(), finding->Place).has_value());

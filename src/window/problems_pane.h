@@ -8,6 +8,7 @@
 
 #include "ui/message_list.h"
 #include "ui/project_health.h"
+#include "window/short_label.h"
 #include "window/window_parts.h"
 
 namespace quorvelant {
@@ -27,6 +28,7 @@ class ProblemsPane : public QWidget {
   void HandleCheck();
   void ShowFound();
   void ShowChosen();
+  [[nodiscard]] QString EmptyWords() const;
   void GoThere();
   void Mend();
   [[nodiscard]] const Message* Chosen() const;
@@ -36,7 +38,7 @@ class ProblemsPane : public QWidget {
   MessageList* list_;
   QLabel* empty_;
   QTableView* table_;
-  QLabel* whole_;  // all of the chosen one's text
+  ShortLabel* whole_;  // all of the chosen one's text
   QPushButton* go_;
   QPushButton* mend_;
   bool isCheckAsked_ = false;

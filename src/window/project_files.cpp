@@ -3,12 +3,13 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <algorithm>
 #include <utility>
 
+#include "base/passing_ui.h"
 #include "base/random.h"
 #include "edit/messages.h"
 #include "edit/missing_sources.h"
-#include "script/script_writer.h"
 #include "ui/shown_text.h"
 #include "window/example_folder.h"
 #include "window/messages.h"
@@ -31,6 +32,31 @@ std::string NameOf(const std::string& file) {
   return QFileInfo(Shown(file)).fileName().toStdString();
 }
 
+// Of saving: asks with verbs, and not about what was decided.
+class SavingUi : public PassingUi {
+ public:
+  SavingUi(Voice& voice, std::string path, const std::string& kept)
+      : PassingUi(voice), answers_(voice.Answers()), path_(std::move(path)), kept_(kept) {}
+
+  bool Ask(std::string_view /*title*/, std::string_view /*text*/, bool /*unattended*/) override {
+    if (!kept_.empty() && ScriptTextOf(path_) == kept_) {
+      return true;
+    }
+    const Message question = MessageOf(message::AskOverwriteProject, path_, path_);
+    return answers_.Ask(question.Title, question.Text, "Overwrite", "Cancel");
+  }
+
+ private:
+  Answerer& answers_;
+  std::string path_;
+  const std::string& kept_;
+};
+
+const Message* ToldOf(const Job& job, const MessageKind& kind) {
+  const auto told = std::ranges::find_if(job.Told(), [&](const Message& one) { return one.Is(kind); });
+  return told == job.Told().end() ? nullptr : &*told;
+}
+
 }  // namespace
 
 ProjectFiles::ProjectFiles(WindowParts& parts, NoticeBar& notices, QWidget& window)
@@ -43,6 +69,13 @@ ProjectFiles::ProjectFiles(WindowParts& parts, NoticeBar& notices, QWidget& wind
       watch_(parts.Doc) {
   HandleActions();
   connect(&watch_, &FileWatch::ChangedOnDisk, this, &ProjectFiles::OfferReload);
+  connect(&parts.Doc, qOverload<const ChangeEvent&>(&Document::Changed), this,
+          [this](const ChangeEvent& event) {
+            if (event.Replaced) {
+              kept_.clear();
+              notices_.Withdraw(NoticeBar::Subject::FileChanged);
+            }
+          });
 }
 
 void ProjectFiles::HandleActions() {
@@ -92,15 +125,22 @@ void ProjectFiles::Load(const std::string& title, Reading read,
         return opened->has_value() ? Job::Verdict{Job::State::Done, "Done"}
                                    : Job::Verdict{Job::State::Failed, "Failed"};
       },
-      [this, opened, done = std::move(done)](const Job& /*job*/) {
+      [this, opened, done = std::move(done)](const Job& job) {
         --loading_;
         if (*opened) {
           done(*std::move(*opened));
+          if (const Message* const told = ToldOf(job, message::OpenedInPart)) {
+            notices_.Hear(*told);
+          }
         }
-        for (const auto& then : std::exchange(waiting_, {})) {
-          WhenSettled(then);
-        }
+        Settle();
       });
+}
+
+void ProjectFiles::Settle() {
+  for (const auto& then : std::exchange(waiting_, {})) {
+    WhenSettled(then);
+  }
 }
 
 void ProjectFiles::WhenSettled(std::function<void()> then) {
@@ -157,9 +197,13 @@ void ProjectFiles::OpenExample() {
 }
 
 bool ProjectFiles::SaveTo(const std::string& path) {
-  const bool isSaved = SaveProjectAs(parts_.Doc.Session(), path, parts_.Doc.Speaks());
+  SavingUi ui(parts_.Doc.Speaks(), path, kept_);
+  const bool isSaved = SaveProjectAs(parts_.Doc.Session(), path, ui);
   if (isSaved) {
     recent_.Add(path);
+    kept_.clear();
+    notices_.Withdraw(NoticeBar::Subject::FileChanged);
+    notices_.Fade();
     parts_.Doc.Speaks().Status("Saved " + path);
   }
   emit parts_.Doc.StateChanged();
@@ -210,7 +254,7 @@ bool ProjectFiles::OfferLeftWork() {
   const LeftWork& last = left.back();
   const std::string name = last.Original.empty() ? std::string("a new project") : NameOf(last.Original);
   const Message words = MessageOf(message::LeftWorkFound, {}, name, last.When);
-  notices_.Offer(Shown(words.Text),
+  notices_.Offer(NoticeBar::Subject::LeftWork, Shown(words.Text),
                  {{tr("Recover"), [this, last] { Recover(last); }}, {tr("Discard"), [this, last] {
                                                                        Recovery::Forget(last);
                                                                        OfferLeftWork();
@@ -243,13 +287,13 @@ void ProjectFiles::Recover(const LeftWork& left) {
 void ProjectFiles::OfferReload() {
   const std::string file = parts_.Doc.Session().File();
   const Message words = MessageOf(message::ProjectChangedOnDisk, file, NameOf(file));
-  notices_.Offer(Shown(words.Text), {{tr("Reload"), [this, file] { Open(file); }}, {tr("Keep Mine"), [] {}}});
+  notices_.Offer(NoticeBar::Subject::FileChanged, Shown(words.Text),
+                 {{tr("Reload"), [this, file] { Open(file); }},
+                  {tr("Keep Mine"), [this, text = ScriptTextOf(file)] { kept_ = text; }}});
 }
 
-// The project is read again with the mended names: what its files are is learnt anew.
 void ProjectFiles::LocateFiles() {
-  Project project = parts_.Doc.Work();
-  const std::vector<std::string> missing = MissingSources(project);
+  const std::vector<std::string> missing = MissingSources(parts_.Doc.Work());
   if (missing.empty()) {
     parts_.Doc.Speaks().Status("No file is missing");
     return;
@@ -257,22 +301,36 @@ void ProjectFiles::LocateFiles() {
   const std::string& first = missing.front();
   const auto files =
       parts_.Answers.FilesToOpen("Where is " + NameOf(first) + "?", {{"All files", {}}}, false);
-  if (files.empty()) {
-    return;
+  if (!files.empty()) {
+    Mend(first, files.front());
   }
-  const std::size_t mended = MendSources(project, first, files.front());
-  parts_.Doc.Session().Commands();
-  const std::string text = WriteScript(project);
-  Load(
+}
+
+// What the files are is learnt beside the window; once more where the project was changed meanwhile.
+void ProjectFiles::Mend(const std::string& missing, const std::string& found) {
+  const auto former = std::make_shared<const Project>(parts_.Doc.Work());
+  const auto mended = std::make_shared<Project>(*former);
+  const auto count = std::make_shared<std::size_t>(0);
+  const std::uint64_t revision = parts_.Doc.Revision();
+  ++loading_;
+  parts_.Work.Start(
       "Look at the files",
-      [text, name = project.ScriptFile, rules = parts_.Doc.Session().RulesInForce()](UserInterface& ui) {
-        return ReadProjectText(text, name, rules, ui);
+      [former, mended, count, missing, found,
+       rules = parts_.Doc.Session().RulesInForce()](UserInterface& ui) {
+        *count = MendSources(*mended, missing, found);
+        LearnSources(*mended, *former, rules, ui);
+        return Job::Verdict{Job::State::Done, "Done"};
       },
-      [this, mended, left = missing.size() - mended](OpenedProject opened) {
-        opened.File = parts_.Doc.Session().File();
-        opened.Script = parts_.Doc.Session().Script();
-        Take(std::move(opened), true);
-        parts_.Doc.Speaks().Status(MessageOf(message::FilesLocated, {}, mended, left).Text);
+      [this, mended, count, missing, found, revision](const Job& /*job*/) {
+        --loading_;
+        if (parts_.Doc.Revision() != revision) {
+          Mend(missing, found);
+          return;
+        }
+        parts_.Doc.Do([&mended](EditSession& session, Consent) { return TakeSources(session, *mended); });
+        const std::size_t left = MissingSources(parts_.Doc.Work()).size();
+        parts_.Doc.Speaks().Status(MessageOf(message::FilesLocated, {}, *count, left).Text);
+        Settle();
       });
 }
 

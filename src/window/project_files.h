@@ -52,9 +52,11 @@ class ProjectFiles : public QObject {
   void AskOpen();
   void OpenExample();
   void LocateFiles();
+  void Mend(const std::string& missing, const std::string& found);
   void Recover(const LeftWork& left);
   void OfferReload();
   bool SaveTo(const std::string& path);
+  void Settle();
 
   WindowParts& parts_;
   NoticeBar& notices_;
@@ -62,6 +64,7 @@ class ProjectFiles : public QObject {
   RecentFiles recent_;
   Recovery recovery_;
   FileWatch watch_;
+  std::string kept_;  // what another program wrote that the user saw and does not want; empty for none
   std::size_t loading_ = 0;
   std::vector<std::function<void()>> waiting_;
 };

@@ -73,6 +73,7 @@ PropertiesPane::PropertiesPane(WindowParts& parts, QWidget* parent)
       form_(new QWidget),
       palettes_(new PaletteEditor(parts)) {
   setAccessibleName(tr("Properties"));
+  title_->setTextFormat(Qt::PlainText);
   title_->setWordWrap(true);
   area_->setWidgetResizable(true);
   area_->setFrameShape(QFrame::NoFrame);

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "window/actions.h"
+#include "window/clear_button.h"
 
 namespace quorvelant {
 
@@ -46,7 +47,7 @@ ShortcutSheet::ShortcutSheet(QWidget* parent)
   setWindowTitle(tr("Shortcuts"));
   search_->setPlaceholderText(tr("Search commands and keys"));
   search_->setAccessibleName(tr("Search commands and keys"));
-  search_->setClearButtonEnabled(true);
+  AddClearButton(*search_);
   rows_->setAccessibleName(tr("Commands and keys"));
   rows_->setHeaderLabels({tr("Command"), tr("Keys"), tr("What it does")});
   rows_->setRootIsDecorated(false);

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <algorithm>
 
+#include "ui/plain_tool_tip.h"
 #include "ui/shown_text.h"
 
 namespace quorvelant {
@@ -74,8 +75,9 @@ void SizeGauge::ShowNeeds() {
   const std::string drop = WhatToDrop(needs, medium.Bytes);
   const QString words =
       Shown(fmt::format("The disc needs {} sectors, and {} holds {}", needs.Sectors(), medium.Name, most));
-  bar_->setToolTip(drop.empty() ? words : words + QLatin1Char('\n') + Shown(drop));
-  bar_->setAccessibleDescription(bar_->toolTip());
+  const QString all = drop.empty() ? words : words + QLatin1Char('\n') + Shown(drop);
+  bar_->setToolTip(PlainToolTip(all));
+  bar_->setAccessibleDescription(all);
   if (isTooLarge) {
     bar_->setFormat(Shown(drop));
   }
@@ -88,9 +90,9 @@ void SizeGauge::ShowNeeds() {
   peak_->setPalette(peakColors);
   peak_->setToolTip(needs.PeakTrack.empty()
                         ? QString()
-                        : tr("Picture and sound of %1 by their heads; a disc carries %2 Mbit/s")
-                              .arg(Shown(needs.PeakTrack))
-                              .arg(MostMbits));
+                        : PlainToolTip(tr("Picture and sound of %1 by their heads; a disc carries %2 Mbit/s")
+                                           .arg(Shown(needs.PeakTrack))
+                                           .arg(MostMbits)));
 }
 
 }  // namespace quorvelant

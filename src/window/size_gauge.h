@@ -6,7 +6,7 @@
 #include <QProgressBar>
 #include <QWidget>
 
-#include "ui/disc_media.h"
+#include "disc/disc_media.h"
 #include "ui/project_health.h"
 #include "window/window_parts.h"
 

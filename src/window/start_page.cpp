@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/plain_tool_tip.h"
+
 namespace quorvelant {
 
 namespace {
@@ -71,7 +73,7 @@ void StartPage::SetRecent(const QStringList& files) {
         QStringLiteral("%1 — %2").arg(QFileInfo(file).fileName(), WithoutHome(QFileInfo(file).path())),
         recent_);
     item->setData(Qt::UserRole, file);
-    item->setToolTip(file);
+    item->setToolTip(PlainToolTip(file));
   }
   recentPart_->setVisible(!files.isEmpty());
 }

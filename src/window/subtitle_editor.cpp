@@ -66,6 +66,7 @@ std::optional<std::string> SubtitleEditor::SetHere(const SubtitlePlace& place, b
     return std::nullopt;
   }
   const std::int64_t frame = parts_.View.State().Frame;
+  const SubPicturePlay before = StreamOf(place).SubPlays[place.Entry];
   SubtitleTimes times = TimesOf(StreamOf(place), place.Entry, RateOf(place));
   if (isEnd) {
     times.Frames = frame - times.Start;
@@ -75,9 +76,14 @@ std::optional<std::string> SubtitleEditor::SetHere(const SubtitlePlace& place, b
     times.Frames -= frame - times.Start;
     times.Start = frame;
   }
-  return parts_.Doc.Do([&](EditSession& session, Consent) {
+  auto key = parts_.Doc.Do([&](EditSession& session, Consent) {
     return along ? SetTimesAlong(session, place, times) : SetTimes(session, place, times);
   });
+  if (key && StreamOf(place).SubPlays[place.Entry] == before) {
+    parts_.Doc.Speaks().Status(isEnd ? "Nothing changed: the subtitle ends at this picture already"
+                                     : "Nothing changed: the subtitle starts at this picture already");
+  }
+  return key;
 }
 
 std::optional<std::string> SubtitleEditor::AskBitmap() {

@@ -73,6 +73,9 @@ void SubtitlesPane::Build() {
 
   table_ = new CellTable(tr("Subtitles of the stream"));
   table_->setModel(&model_);
+  table_->TakeSteps();
+  connect(table_, &CellTable::StepWanted, this,
+          [this](bool forwards) { parts_.View.Move(forwards ? ViewerMove::NextGop : ViewerMove::PrevGop); });
   const QString time = QStringLiteral("00:00:00:00");
   table_->SetWidths(
       {QStringLiteral("00000"), time, time, time, {}, QStringLiteral("0000000000"), tr("Forced"), tr("Used")},

@@ -98,18 +98,20 @@ class Runs : public testing::Test {
   int Run(const std::vector<std::string>& arguments) {
     std::ostringstream out;
     std::ostringstream err;
-    return RunCommandForm(arguments, ui, out, err,
-                          [this](const std::string&) { return temp.Path().string(); });
+    return RunCommandForm(arguments, ui, out, err, [this](const std::string& name) {
+      return name == "SOURCE_DATE_EPOCH" ? "" : temp.Path().string();
+    });
   }
 
   TempFolder temp;
   RecordingUi ui;
   std::string demo = SourceFile("examples/demo.qvp");
   std::string disc = temp / "VIDEO_TS";
+  std::string image = temp / "disc.iso";
 };
 
 TEST_F(Runs, TheButtonsOfTheExampleLeadWhereTheySay) {
-  ASSERT_EQ(Run({"author", demo, "-o", disc}), ExitDone);
+  ASSERT_EQ(Run({"author", demo, "-o", disc, "--iso", image}), ExitDone);
   EXPECT_THAT(ui.Messages, IsEmpty());
   for (const auto& [buttons, leads] : {std::pair{std::vector{1}, "title 1 chapter 1"},
                                        {{2}, "title 2 chapter 1"},
@@ -117,7 +119,12 @@ TEST_F(Runs, TheButtonsOfTheExampleLeadWhereTheySay) {
                                        {{3, 2}, "title 1 chapter 2"},
                                        {{3, 4, 3, 3}, "title 1 chapter 3"}}) {
     EXPECT_EQ(PressButtons(disc, 0, buttons), leads);
+    EXPECT_EQ(PressButtons(image, 0, buttons), leads);
   }
+  const DiscWalk walk = WalkDisc(image);
+  EXPECT_THAT(walk.Complaints, IsEmpty());
+  EXPECT_EQ(walk.Titles.size(), 3U);
+  EXPECT_TRUE(std::ranges::all_of(walk.Titles, [](const WalkedTitle& title) { return title.ReachedEnd; }));
 }
 
 // One write of the run after the other is the first for which there is no room: all of the first and of the
@@ -138,6 +145,26 @@ TEST_F(Runs, AFullDiskIsToldOnceAndLeavesTheDestinationAsItWas) {
                 testing::ContainsRegex("making[.][0-9a-f]*/V.*: No space left on device"));
     EXPECT_EQ(std::distance(fs::directory_iterator(temp.Path()), {}), 2);  // and the log
     ASSERT_TRUE(FilesOf(disc) == before) << allowed;
+  }
+}
+
+// The folder is whole by then and does not take its place either.
+TEST_F(Runs, AFullDiskLeavesNoImageNorItsFolder) {
+  unwritable = ".disc.iso.making";
+  left = INT_MAX;
+  ASSERT_EQ(Run({"author", demo, "--iso", image}), ExitDone);
+  const std::int64_t writes = INT_MAX - left;
+  EXPECT_GT(writes, 10);
+  fs::remove(image);
+  for (std::int64_t allowed = 0; allowed < writes; allowed += 3) {
+    ui.Messages.clear();
+    left = allowed;
+    EXPECT_EQ(Run({"author", demo, "-o", disc, "--iso", image}), ExitFailed) << allowed;
+    ASSERT_EQ(ui.Messages.size(), 1U) << allowed;
+    EXPECT_THAT(ui.Messages[0].Text, testing::ContainsRegex("disc.iso.making.*: No space left on device"));
+    for (const auto& entry : fs::directory_iterator(temp.Path())) {
+      EXPECT_EQ(entry.path().filename(), "quorvelant") << allowed;  // with the log
+    }
   }
 }
 

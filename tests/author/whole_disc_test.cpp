@@ -13,6 +13,7 @@
 #include "support/nav_figures.h"
 #include "support/vob_walk.h"
 #include "verify/read_back.h"
+#include "verify/verify_disc.h"
 
 namespace quorvelant {
 namespace {
@@ -134,6 +135,10 @@ TEST_P(WholeDisc, EveryReaderAgrees) {
   ASSERT_EQ(result.Outcome, AuthorOutcome::Done);
   EXPECT_EQ(result.Underflows, 0);
   EXPECT_THAT(ReadBack(maker_.Folder, maker_.Ui), IsEmpty());
+  const VerifyResult verified = VerifyDisc(maker_.Folder, maker_.Ui);
+  for (const DiscFinding& finding : verified.Findings.All()) {
+    EXPECT_EQ(finding.Kind->Level, Severity::Information) << MessageOfFinding(finding, "").Text;
+  }
   for (const Message& message : maker_.Ui.Messages) {
     ADD_FAILURE() << message.Text << " " << message.Place;
   }

@@ -10,7 +10,7 @@
 #include "support/scripted_answers.h"
 #include "support/temp_folder.h"
 #include "ui/author_work.h"
-#include "ui/disc_media.h"
+#include "disc/disc_media.h"
 #include "ui/disc_needs.h"
 #include "ui/jobs_model.h"
 #include "ui/latest_work.h"

@@ -4,6 +4,8 @@
 
 #include <QTransform>
 
+#include "ui/button_areas.h"
+
 namespace quorvelant {
 namespace {
 
@@ -41,6 +43,23 @@ TEST(PictureGeometry, KeepsTheShapeOfEachView) {
               all);
   }
   EXPECT_GE(PictureGeometry(ViewMode::Wide, false, {}).Screen().width(), 1.0);  // a pane that is folded up
+}
+
+// At the edges of the picture there may be no room for the least button.
+TEST(ButtonAreas, AreResizedWithinThePicture) {
+  const struct {
+    HighlightArea Area;
+    QPoint By;
+    HighlightArea Resized;
+  } cases[] = {
+      {{.X1 = 10, .X2 = 50, .Y1 = 10, .Y2 = 50}, {5, -5}, {.X1 = 10, .X2 = 55, .Y1 = 10, .Y2 = 45}},
+      {{.X1 = 10, .X2 = 50, .Y1 = 10, .Y2 = 50}, {-500, 900}, {.X1 = 10, .X2 = 13, .Y1 = 10, .Y2 = 575}},
+      {{.X1 = 718, .X2 = 719, .Y1 = 574, .Y2 = 575}, {1, 1}, {.X1 = 718, .X2 = 719, .Y1 = 574, .Y2 = 575}},
+      {{.X1 = 717, .X2 = 719, .Y1 = 575, .Y2 = 575}, {-5, -5}, {.X1 = 717, .X2 = 719, .Y1 = 575, .Y2 = 575}},
+  };
+  for (const auto& test : cases) {
+    EXPECT_EQ(ResizedBy(test.Area, test.By, 576), test.Resized) << test.Area.X1;
+  }
 }
 
 // What covers one part of the picture in every view, and the way back.

@@ -11,9 +11,11 @@
 #include "edit/removal.h"
 #include "platform/platform_pictures.h"
 #include "support/folders.h"
+#include "support/media.h"
 #include "support/recording_ui.h"
 #include "support/scripted_answers.h"
 #include "support/temp_folder.h"
+#include "ui/picture_leads.h"
 #include "ui/recent_cache.h"
 
 namespace quorvelant {
@@ -59,7 +61,7 @@ TEST_F(Viewers, IndexAFilmOnceAndShowItsPictures) {
   EXPECT_EQ(viewer_.PictureNow().size(), QSize(720, 576));
   EXPECT_EQ(viewer_.FrameCount(), 350);
   ASSERT_GT(viewer_.Pictures().size(), 3U);
-  const std::int64_t second = viewer_.Pictures()[1].Frame;
+  const std::int64_t second = viewer_.Pictures()[1].ShownAt();
 
   const QImage first = viewer_.PictureNow();
   viewer_.ToFrame(second + 3);
@@ -81,6 +83,82 @@ TEST_F(Viewers, IndexAFilmOnceAndShowItsPictures) {
   EXPECT_EQ(viewer_.State().Frame, 349);
   viewer_.ToFrame(-5);
   EXPECT_EQ(viewer_.State().Frame, 0);
+}
+
+// Every 12th picture of these films is intra; in open groups it comes before two that are shown before it.
+TEST_F(Viewers, TellTheFrameThatIsShown) {
+  const struct {
+    const char* Words;
+    VideoSample Film;
+    std::vector<std::int64_t> Shown, Reached;
+    const char* At25;
+    const char* At34;
+  } cases[] = {
+      {"open",
+       {},
+       {0, 12, 24, 36, 48},
+       {0, 10, 22, 34, 46},
+       "picture 1 frame before",
+       "picture 2 frames after"},
+      {"without B pictures",
+       {.BFrames = 0},
+       {0, 12, 24, 36, 48},
+       {0, 12, 24, 36, 48},
+       "picture 1 frame before",
+       "picture 10 frames before"},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.Words);
+    selection_.Choose("Track.0");
+    std::filesystem::copy_file(SampleVideo(each.Film), folder_ / "media/first.m2v",
+                               std::filesystem::copy_options::overwrite_existing);
+    std::filesystem::remove(folder_ / "media/first.m2v.qvi");
+    Show(Film);
+    std::vector<std::int64_t> shown;
+    std::vector<std::int64_t> reached;
+    for (const ViewerPicture& picture : viewer_.Pictures()) {
+      shown.push_back(picture.ShownAt());
+      reached.push_back(picture.Frame);
+    }
+    EXPECT_EQ(shown, each.Shown);
+    EXPECT_EQ(reached, each.Reached);
+    for (const std::int64_t frame : {12, 24, 36}) {
+      viewer_.Move(ViewerMove::NextGop);
+      EXPECT_EQ(viewer_.State().Frame, frame);
+      EXPECT_EQ(viewer_.PictureWords(), "");
+    }
+    viewer_.Move(ViewerMove::PrevGop);
+    EXPECT_EQ(viewer_.State().Frame, 24);
+    viewer_.ToFrame(25);
+    EXPECT_EQ(viewer_.PictureWords(), each.At25);
+    viewer_.ToFrame(34);
+    EXPECT_EQ(viewer_.PictureWords(), each.At34);
+  }
+}
+
+// Of a long film they are read by and by; what cannot be read, or reaches beyond the group, is none.
+TEST(LeadReader, GoesOnWhereItStopped) {
+  using namespace std::chrono_literals;
+  const std::vector<ViewerPicture> all{{.Frame = 0}, {.Frame = 10, .Play = 1}, {.Frame = 22, .Play = 1}};
+  std::vector<ViewerPicture> pictures = all;
+  LeadReader reader({"/nowhere/film.m2v", "/"});
+  EXPECT_FALSE(reader.ReadFor(0ms, pictures, 40));
+  EXPECT_TRUE(reader.ReadFor(10s, pictures, 40));
+  EXPECT_EQ(pictures, all);
+  const Bytes sequence{0, 0, 1, 0xB3, 0, 0, 1, 0xB5};
+  const Bytes group{0, 0, 1, 0xB8, 1, 2, 3, 4};
+  const Bytes picture{0, 0, 1, 0, 0x00, 0xCF};  // the third that is shown, or 3 and more below it
+  const auto join = [](std::initializer_list<Bytes> parts) {
+    Bytes whole;
+    for (const Bytes& part : parts) {
+      whole.insert(whole.end(), part.begin(), part.end());
+    }
+    return whole;
+  };
+  EXPECT_EQ(LeadIn(join({sequence, group, picture})), 3);
+  EXPECT_EQ(LeadIn(join({sequence, picture})), 0);  // counts from an earlier one
+  EXPECT_EQ(LeadIn(join({sequence, group})), 0);
+  EXPECT_EQ(LeadIn({}), 0);
 }
 
 TEST_F(Viewers, FollowWhatIsChosenAndChanged) {
@@ -130,6 +208,10 @@ TEST_F(Viewers, SayWhyThereIsNoPicture) {
          std::filesystem::create_directory(path);
        },
        "folder"}};
+  QString told;  // what those hear who ask when they are told
+  const auto hear = [&] { told = viewer_.PictureWords(); };
+  QObject::connect(&viewer_, &Viewer::PicturesChanged, &viewer_, hear);
+  QObject::connect(&viewer_, &Viewer::PictureReady, &viewer_, hear);
   for (const Case& each : cases) {
     SCOPED_TRACE(each.File + each.Words);
     selection_.Choose({});
@@ -143,6 +225,7 @@ TEST_F(Viewers, SayWhyThereIsNoPicture) {
       return viewer_.PictureWords().toStdString().find(each.Words) != std::string::npos;
     })) << viewer_.PictureWords().toStdString();
     EXPECT_TRUE(viewer_.PictureNow().isNull());
+    EXPECT_EQ(told, viewer_.PictureWords());
   }
 }
 

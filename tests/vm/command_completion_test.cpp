@@ -92,6 +92,7 @@ TEST(CommandTrouble, StandsAtItsPlace) {
       {"Fly", &message::CommandUnknown, 0, 3},
       {"If ( GPRM3 2 ) Break", &message::CommandWithoutOperator, 0, 20},
       {"SetHL_BTNN HL_BTTN=90", &message::CommandNumberBeyondField, 0, 21},
+      {"SetSTN audio=99", &message::CommandStreamBeyondDisc, 0, 15},
       {"mov GPRM99, 1", &message::CommandRegisterBeyondRange, 0, 13},
   };
   for (const auto& test : cases) {

@@ -123,6 +123,27 @@ TEST(ButtonsPane, ChoosesAndRemovesByKeys) {
   EXPECT_EQ(bench.Told, "");
 }
 
+// One button is chosen, in Picture and in the table.
+TEST(ButtonsPane, SharesTheChosenButtonWithPicture) {
+  MenuBench bench;
+  CellTable& table = bench.OpenTable<ButtonsPane>();
+  bench.View.ToFrame(0);  // before the set: its moment is gone to
+  table.GoToRow(1);
+  EXPECT_EQ(bench.View.State().Frame, 100);
+  EXPECT_EQ(bench.View.Button(), 1U);
+  bench.View.ChooseButton(2);
+  EXPECT_EQ(table.CurrentRow(), 2);
+  EXPECT_EQ(bench.View.Button(), 2U);
+  bench.Answers.Yes = {true};
+  table.setFocus();
+  QTest::keyClick(&table, Qt::Key_Delete);
+  EXPECT_EQ(table.model()->rowCount(), 2);
+  EXPECT_EQ(bench.View.Button(), std::nullopt);
+  table.GoToRow(0);
+  EXPECT_EQ(bench.View.Button(), 0U);
+  EXPECT_EQ(bench.Told, "");
+}
+
 TEST(ButtonsPane, TimesAndForcedButtonsOfTheSet) {
   MenuBench bench(false);
   CellTable& table = bench.OpenTable<ButtonsPane>();

@@ -1,8 +1,8 @@
-#include "support/pressed_action.h"
 #include "window/main_window.h"
 
 #include <QAccessible>
 #include <QDockWidget>
+#include <QLineEdit>
 #include <QPushButton>
 #include <fstream>
 #include <map>
@@ -12,6 +12,7 @@
 #include "edit/structure.h"
 #include "open_window.h"
 #include "script/script_writer.h"
+#include "support/pressed_action.h"
 #include "support/trial.h"
 #include "ui/recovery.h"
 #include "window/author_sheet.h"
@@ -68,6 +69,8 @@ TEST(MainWindow, EveryControlHasAName) {
   open.Window.Open({CopyOfExample(folder)});
   open.Settle();
   open.Window.Parts().Chosen.Choose("VTS1.TITLE1.PGC1");
+  QTest::qWait(50);
+  open.Named<QLineEdit>("Filter tracks").setText(QStringLiteral("f"));  // shows what empties it
   QTest::qWait(50);
   EXPECT_EQ(Unnamed(open.Window).join(QStringLiteral("\n")).toStdString(), "");
   for (const ActionId id : {ActionId::NewDiscFromFilms, ActionId::Author, ActionId::Settings,
@@ -135,6 +138,9 @@ TEST(ProjectFiles, RecoverWhatWasNotSaved) {
   next.Window.OfferLeftWork();
   auto& bar = *next.Window.findChild<NoticeBar*>();
   EXPECT_TRUE(bar.Words().contains(QStringLiteral("demo.qvp"))) << bar.Words().toStdString();
+  next.Doc().Speaks().Tell({.Title = {}, .Text = "Refused", .Place = {}});
+  QTest::qWait(0);
+  EXPECT_TRUE(bar.Words().contains(QStringLiteral("Refused"))) << bar.Words().toStdString();
   bar.findChildren<QPushButton*>().constFirst()->click();
   next.Settle();
   EXPECT_EQ(WriteScript(next.Work()), script);
@@ -164,6 +170,19 @@ TEST(ProjectFiles, AreReloadedOrKeptWhenAnotherProgramWrites) {
     open.Settle();
     EXPECT_EQ(open.Work().Tracks[0].TrackName, reloads ? "Mena" : "Menu");
     EXPECT_EQ(open.Work().Tracks.Count(), tracks);
+    EXPECT_EQ(bar.Words(), QString());
+    QAction& save = *open.Window.Parts().Commands.Of(ActionId::Save);
+    Press(save);  // what was kept is decided
+    EXPECT_EQ(open.Answers.Questions.size(), 0U);
+    std::ofstream(project, std::ios::binary) << text << "\n";
+    ASSERT_TRUE(OpenWindow::Wait([&bar] { return !bar.Words().isEmpty(); }));
+    open.Answers.Yes = {false, true};
+    Press(save);
+    EXPECT_EQ(open.Answers.Verbs, (std::vector<std::string>{"Overwrite", "Cancel"}));
+    EXPECT_EQ(TempFolder::Read(project), text + "\n");
+    Press(save);
+    EXPECT_NE(TempFolder::Read(project), text + "\n");
+    EXPECT_EQ(bar.Words(), QString());
   }
 }
 
@@ -174,6 +193,7 @@ TEST(ProjectFiles, MissingFilesAreFoundTogether) {
   OpenWindow open(folder);
   open.Window.Open({project});
   open.Settle();
+  const std::string before = WriteScript(open.Work());
   open.Answers.Files = {{folder / "moved/menu.m2v"}};
   Press(*open.Window.Parts().Commands.Of(ActionId::LocateFiles));
   open.Settle();
@@ -181,6 +201,13 @@ TEST(ProjectFiles, MissingFilesAreFoundTogether) {
   open.Answers.Files = {};
   Press(*open.Window.Parts().Commands.Of(ActionId::LocateFiles));  // asks for none
   EXPECT_TRUE(open.Doc().Session().IsUnsaved());
+  EXPECT_EQ(open.Doc().Session().UndoWords(), "Locate Missing Files");
+  const std::string mended = WriteScript(open.Work());
+  open.Doc().Undo();
+  EXPECT_EQ(WriteScript(open.Work()), before);
+  EXPECT_FALSE(open.Doc().Session().IsUnsaved());
+  open.Doc().Redo();
+  EXPECT_EQ(WriteScript(open.Work()), mended);
 }
 
 // Whatever is pressed in whatever order: what is saved then reads back the same.

@@ -1,7 +1,10 @@
 #include <fmt/format.h>
 
+#include <QAccessible>
+#include <QDockWidget>
 #include <QDropEvent>
 #include <QMimeData>
+#include <functional>
 
 #include "desk/project_findings.h"
 #include "edit/button_edits.h"
@@ -15,6 +18,7 @@
 #include "picture_window.h"
 #include "support/pressed_action.h"
 #include "ui/tree_model.h"
+#include "window/buttons_pane.h"
 
 namespace quorvelant {
 namespace {
@@ -99,6 +103,73 @@ TEST(PicturePane, EditsButtonsByTheMouse) {
   }
   EXPECT_EQ(window.Buttons(Menu), before);
   EXPECT_EQ(window.Told, "");
+}
+
+// A drag makes a button only where one is likely meant; elsewhere it says how one is made.
+TEST(PicturePane, DrawsOnlyWhereButtonsAreMeant) {
+  constexpr std::size_t Film = 1;
+  const struct {
+    const char* Where;
+    std::function<void(PictureWindow&)> Prepare;
+    bool IsMeant;
+  } cases[] = {
+      {"a film", [](PictureWindow&) {}, false},
+      {"a film in a menu",
+       [](PictureWindow& window) {
+         ASSERT_TRUE(
+             Drop(window.Doc.Session(), {.Track = Film, .Scene = {}}, "VTS2.LANGUAGE1.PGC1").IsDone());
+       },
+       true},
+      {"beside the buttons",
+       [](PictureWindow& window) {
+         auto* const dock = new QDockWidget(&window.Frame);
+         dock->setWidget(new ButtonsPane(window.Parts));
+         window.Frame.addDockWidget(Qt::BottomDockWidgetArea, dock);
+         window.Frame.resize(1000, 1100);
+         window.Settle();
+       },
+       true},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.Where);
+    PictureWindow window;
+    window.Show(Film);
+    test.Prepare(window);
+    QString status;
+    QObject::connect(&window.Speaks, &Voice::StatusTold, [&status](const QString& words) { status = words; });
+    window.Drag(window.At(100, 100), window.At(101, 100));  // a click
+    EXPECT_FALSE(status.contains("New Button")) << status.toStdString();
+    window.Drag(window.At(100, 100), window.At(200, 200));
+    EXPECT_EQ(!window.Doc.Work().Tracks[Film].HighlightPlays.empty(), test.IsMeant) << window.Told;
+    EXPECT_EQ(status.contains("New Button in the menu Track"), !test.IsMeant) << status.toStdString();
+    EXPECT_EQ(window.Doc.Session().CanUndo(), test.IsMeant);
+  }
+}
+
+// What is read out is what is seen; what a user writes may leave blanks.
+TEST(PicturePane, TellsAndTakesTimes) {
+  PictureWindow window;
+  window.Show(1);
+  QLineEdit* time = nullptr;
+  for (QLineEdit* const line : window.Pane->findChildren<QLineEdit*>()) {
+    time = line->accessibleName() == "Time" ? line : time;
+  }
+  ASSERT_NE(time, nullptr);
+  const auto heard = [time] {
+    return QAccessible::queryAccessibleInterface(time)->text(QAccessible::Value).toStdString();
+  };
+  window.Look.ToFrame(34);
+  EXPECT_EQ(heard(), "00:00:01:09");
+  time->setFocus();
+  time->setCursorPosition(0);
+  QTest::keyClicks(time, "00000300\r");
+  EXPECT_EQ(window.Look.State().Frame, 75);
+  EXPECT_EQ(heard(), "00:00:03:00");
+  time->selectAll();
+  QTest::keyClick(time, Qt::Key_Delete);
+  QTest::keyClicks(time, "000002\r");
+  EXPECT_EQ(window.Look.State().Frame, 50);
+  EXPECT_EQ(heard(), "00:00:02:00");
 }
 
 TEST(PicturePane, EditsButtonsByKeys) {

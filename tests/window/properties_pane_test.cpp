@@ -6,9 +6,11 @@
 #include <QComboBox>
 #include <QListWidget>
 #include <QSpinBox>
+#include <QTextDocument>
 #include <QToolButton>
 
 #include "desk/edit_fields.h"
+#include "edit/removal.h"
 #include "edit/structure.h"
 #include "model/keys.h"
 #include "pane_bench.h"
@@ -153,6 +155,32 @@ TEST(PropertiesPane, NamesAreGivenAndWhatGoesLeavesTheForm) {
   EXPECT_EQ(line->text(), "More");
   bench.Doc.Undo();  // the PGC is gone
   EXPECT_EQ(bench.Control("palette"), nullptr);
+}
+
+// A name is shown letter by letter and from its beginning, and lists stand whole.
+TEST(PropertiesPane, ShowsNamesAndListsWhole) {
+  PropertiesBench bench;
+  const std::string name = "<b>A</b> " + std::string(200, 'x');
+  EXPECT_TRUE(Rename(bench.Doc.Session(), "VTS1.TITLE1.PGC2", name).IsDone());
+  bench.Chosen.Choose("VTS1.TITLE1.PGC2");
+  bool isThere = false;
+  for (const QLabel* label : bench.Pane->findChildren<QLabel*>()) {
+    isThere = isThere || label->text().toStdString() == name;
+    EXPECT_TRUE(label->textFormat() == Qt::PlainText || !Qt::mightBeRichText(label->text()));
+  }
+  EXPECT_TRUE(isThere);
+  auto* const line = qobject_cast<QLineEdit*>(bench.Control("name"));
+  ASSERT_NE(line, nullptr);
+  EXPECT_EQ(line->cursorPosition(), 0);
+  line->setFocus();
+  line->end(false);
+  line->clearFocus();
+  EXPECT_EQ(line->cursorPosition(), 0);
+  const auto lists = bench.Pane->findChildren<QListWidget*>();
+  EXPECT_FALSE(lists.isEmpty());
+  for (const QListWidget* list : lists) {
+    EXPECT_GE(list->viewport()->height(), list->visualItemRect(list->item(list->count() - 1)).bottom() + 1);
+  }
 }
 
 TEST(PropertiesPane, PalettesAreMadeAndColouredByKeys) {

@@ -6,10 +6,13 @@
 #include <QCheckBox>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <filesystem>
 
 #include "base/timecode.h"
 #include "pane_bench.h"
 #include "support/folders.h"
+#include "support/media.h"
+#include "support/temp_folder.h"
 #include "window/cell_table.h"
 #include "window/color_line.h"
 
@@ -120,6 +123,45 @@ TEST(SubtitlesPane, RowsAndViewerGoTogether) {
   EXPECT_TRUE(QTest::qWaitFor([&bench] { return bench.Table->CurrentRow() == 2; }));
   bench.View.ToFrame(170);
   EXPECT_FALSE(bench.Table->model()->index(2, 0).data(Qt::FontRole).isValid());
+}
+
+// Arrows look for the picture at which the chosen one is to start; Tab goes through its cells and on.
+TEST(SubtitlesPane, ArrowsStepThroughPictures) {
+  const TempFolder folder;
+  std::filesystem::copy_file(SampleVideo({.Frames = 250}), folder / "film.m2v");
+  SubtitlesBench bench;
+  Project project = FilmWithSubtitles();
+  project.Tracks[0].TrackType = "Motion";
+  project.Tracks[0].VideoPlays.emplace_back().File = folder / "film.m2v";
+  bench.Doc.Session().Replace(std::move(project), {});
+  bench.Chosen.Choose("Track.0.Sub1");
+  ASSERT_TRUE(QTest::qWaitFor([&bench] { return bench.View.Pictures().size() > 10; }));
+  QString status;
+  QObject::connect(&bench.Speaks, &Voice::StatusTold, [&status](const QString& words) { status = words; });
+  bench.Table->setFocus();
+  bench.Table->GoToRow(0);
+  ASSERT_EQ(bench.View.State().Frame, 100);
+  bench.Press(ActionId::SubtitleStart);
+  EXPECT_TRUE(status.startsWith("Nothing changed")) << status.toStdString();
+  QTest::keyClick(bench.Table, Qt::Key_Right);
+  QTest::keyClick(bench.Table, Qt::Key_Right);
+  QTest::keyClick(bench.Table, Qt::Key_Left);
+  EXPECT_EQ(bench.View.State().Frame, 108);
+  EXPECT_EQ(bench.Table->currentIndex(), bench.Table->model()->index(0, 0));
+  bench.Press(ActionId::SubtitleStart);
+  EXPECT_EQ(bench.Times(), "04:08-06:00 08:00-10:00 12:00-14:00 ");
+  QTest::keyClick(bench.Table, Qt::Key_Tab);
+  EXPECT_EQ(bench.Table->currentIndex(), bench.Table->model()->index(0, 1));
+  QTest::keyClick(bench.Table, Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_EQ(bench.Table->currentIndex(), bench.Table->model()->index(0, 0));
+  QTest::keyClick(bench.Table, Qt::Key_Backtab, Qt::ShiftModifier);
+  EXPECT_FALSE(bench.Table->hasFocus());
+  bench.Table->setFocus();
+  for (int column = 0; column < bench.Table->model()->columnCount(); ++column) {
+    EXPECT_TRUE(bench.Table->hasFocus());
+    QTest::keyClick(bench.Table, Qt::Key_Tab);
+  }
+  EXPECT_FALSE(bench.Table->hasFocus());
 }
 
 TEST(SubtitlesPane, StartAndEndStandAtTheViewersFrame) {

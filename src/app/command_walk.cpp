@@ -1,0 +1,190 @@
+#include "app/command_walk.h"
+
+#include <fmt/format.h>
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "app/message_json.h"
+#include "app/messages.h"
+#include "app/rules_option.h"
+#include "base/counted.h"
+#include "base/text.h"
+#include "check/command_check.h"
+#include "check/nav_of.h"
+#include "check/navigation_check.h"
+#include "check/read_faults.h"
+#include "desk/place_names.h"
+#include "edit/file_scanner.h"
+#include "edit/outline_json.h"
+#include "player/nav_chart.h"
+#include "player/nav_findings.h"
+#include "player/nav_words.h"
+#include "script/load_findings.h"
+#include "script/script_reader.h"
+
+namespace quorvelant {
+
+namespace {
+
+struct WalkOptions {
+  std::string Source;
+  std::string Press;
+  std::string Language = "en";
+  RulesOption RuleSet;
+  bool Json = false;
+  bool Dot = false;
+  bool Svg = false;
+};
+
+// What a given way comes to, a stop a key.
+struct PressedStop {
+  std::string Key;
+  std::string Place;
+};
+
+// Nothing where a word is no key, which is told.
+std::optional<std::vector<PressedStop>> StopsOf(const NavDisc& disc, const WalkOptions& options,
+                                                UserInterface& ui) {
+  std::string wrong;
+  const auto presses = PressesOf(options.Press, wrong);
+  if (!presses) {
+    ui.Tell(MessageOf(message::KeyUnknown, {}, wrong));
+    return std::nullopt;
+  }
+  const auto language = static_cast<std::uint16_t>(static_cast<unsigned char>(options.Language[0]) << 8U |
+                                                   static_cast<unsigned char>(options.Language[1]));
+  const NavRandom least = [](std::uint16_t /*bound*/) { return std::uint16_t{1}; };
+  NavState state = InsertDisc(disc, FreshRegisters(language), least).State;
+  std::vector<PressedStop> stops{{"insert", PlaceWords(disc, state)}};
+  for (const NavPress& press : *presses) {
+    state = CarryOut(disc, state, press, least).State;
+    stops.push_back({press.Word, PlaceWords(disc, state)});
+  }
+  return stops;
+}
+
+bool PrintStops(const NavDisc& disc, const WalkOptions& options, CommandContext& context) {
+  const auto stops = StopsOf(disc, options, context.Ui);
+  if (!stops) {
+    return false;
+  }
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  for (const PressedStop& stop : *stops) {
+    if (options.Json) {
+      list.push_back({{"key", stop.Key}, {"place", stop.Place}});
+    } else {
+      context.Out << fmt::format("{}: {}\n", stop.Key, stop.Place);
+    }
+  }
+  if (options.Json) {
+    context.Out << JsonText({{"version", JsonVersion}, {"stops", list}}) << '\n';
+  }
+  return true;
+}
+
+nlohmann::ordered_json MapJson(const NavMap& map) {
+  nlohmann::ordered_json chains = nlohmann::ordered_json::array();
+  for (const NavMapChain& chain : map.Chains) {
+    chains.push_back({{"name", chain.Name}, {"words", chain.Words}, {"reached", chain.IsReached}});
+  }
+  nlohmann::ordered_json arrows = nlohmann::ordered_json::array();
+  for (const NavMapArrow& arrow : map.Arrows) {
+    arrows.push_back({arrow.From, arrow.To});
+  }
+  return {{"chains", chains}, {"arrows", arrows}};
+}
+
+std::string VerdictText(const WalkOptions& options, const NavSurvey& survey, const Findings& findings) {
+  const std::size_t errors = CountOf(findings, Severity::Error);
+  const std::size_t warnings = CountOf(findings, Severity::Warning);
+  return fmt::format("{}: {}, {}: {}, {}\n", Printable(options.Source),
+                     survey.IsWhole ? "every way walked" : "walked as far as the bound",
+                     Counted(survey.States, "state"), errors == 0 ? "no errors" : Counted(errors, "error"),
+                     warnings == 0 ? "no warnings" : Counted(warnings, "warning"));
+}
+
+int Print(const WalkOptions& options, const NavSurvey& survey, const Findings& findings, UserInterface& ui,
+          CommandContext& context) {
+  const int status = HasErrors(findings) ? ExitFailed : ExitDone;
+  if (options.Json) {
+    context.Out << JsonText({{"version", JsonVersion},
+                             {"source", options.Source},
+                             {"ok", status == ExitDone},
+                             {"whole", survey.IsWhole},
+                             {"states", survey.States},
+                             {"errors", CountOf(findings, Severity::Error)},
+                             {"warnings", CountOf(findings, Severity::Warning)},
+                             {"messages", MessagesJson(findings)},
+                             {"map", MapJson(survey.Map)}})
+                << '\n';
+    return status;
+  }
+  for (const Message& finding : findings) {
+    ui.Tell(finding);
+  }
+  if (options.Dot || options.Svg) {
+    context.Out << (options.Dot ? DotOf(survey.Map) : SvgOf(survey.Map));
+    return status;
+  }
+  context.Report(VerdictText(options, survey, findings));
+  return status;
+}
+
+int Run(const WalkOptions& options, CommandContext& context) {
+  const Rules& rules = options.RuleSet.Used();
+  Project project;
+  ReadFaults faults(context.Ui);  // sources matter for their streams alone
+  const FileScanner scanner(rules, faults);
+  const LoadResult load =
+      LoadScriptFile(options.Source, project, {.Rules = rules, .Scanner = &scanner}, faults);
+  const Findings loading = LoadFindings(load);
+  PlaceNames named(context.Ui, project);
+  if (!load.Loaded || HasErrors(loading)) {
+    for (const Message& finding : loading) {
+      named.Tell(finding);
+    }
+    return ExitFailed;
+  }
+  const NavDisc disc = NavOf(project, rules);
+  if (!options.Press.empty()) {
+    return PrintStops(disc, options, context) ? ExitDone : ExitFailed;
+  }
+  const NavSurvey survey = SurveyOf(disc);
+  Findings findings = CheckCommandTargets(project);
+  Append(findings, NewFindings(NavigationFindings(survey, NamingOf(project)), findings));
+  return Print(options, survey, ByRules(std::move(findings), rules), named, context);
+}
+
+}  // namespace
+
+void AddWalkCommand(CLI::App& program, CommandContext& context) {
+  const auto options = std::make_shared<WalkOptions>();
+  CLI::App* command = program.add_subcommand(
+      "walk",
+      "Walks every way through the menus and titles of a project, and tells where one ends or leads nowhere");
+  command->add_option("project", options->Source, "Project (.qvp), or a script of the other dialect (.scp)")
+      ->required()
+      ->type_name("PROJECT");
+  command->add_option("--press", options->Press, "Play this way instead: \"OK, Down, OK, end, Menu\"")
+      ->type_name("KEYS");
+  command->add_option("--language", options->Language, "Menu language of the player for --press")
+      ->type_name("CODE")
+      ->check([](const std::string& code) {
+        return code.size() == 2 ? std::string() : "a code has two letters";
+      });
+  AddRulesOption(*command, options->RuleSet, "What a disc that leads nowhere is told as");
+  CLI::Option* json = command->add_flag("--json", options->Json, "Print one JSON object");
+  CLI::Option* dot =
+      command->add_flag("--dot", options->Dot, "Print the map as a graph for drawing programs");
+  command->add_flag("--svg", options->Svg, "Print the map as a drawing")->excludes(json)->excludes(dot);
+  dot->excludes(json);
+  command->footer("Exit status: 0 no errors, 1 errors, 2 wrong usage.");
+  command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
+}
+
+}  // namespace quorvelant

@@ -1,0 +1,41 @@
+// The buttons of a project's tracks, as navigation sees them.
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <vector>
+
+#include "base/rules.h"
+#include "model/held_cells.h"
+#include "model/project.h"
+#include "model/walk.h"
+#include "player/nav_disc.h"
+
+namespace quorvelant {
+
+// Of one domain of an entry. The project must outlive it.
+class NavButtons {
+ public:
+  NavButtons(const Project& project, const VTS_P& entry, Domain domain, const HeldCells& held);
+
+  // The pages that show while a cell plays.
+  [[nodiscard]] std::vector<NavPage> PagesOf(const Cell_P& cell);
+  // Of the cell's scene.
+  [[nodiscard]] std::uint32_t TicksOf(const Cell_P& cell) const;
+
+ private:
+  struct TimedPage {
+    std::int64_t Start = 0;  // frames of the track
+    std::int64_t End = 0;
+    NavPage Page;
+  };
+  [[nodiscard]] const std::vector<TimedPage>& PagesOfTrack(std::size_t track);
+  [[nodiscard]] std::vector<TimedPage> TimedPages(std::size_t track) const;
+
+  const Project& project_;
+  const HeldCells& held_;
+  std::map<std::size_t, std::map<std::size_t, std::vector<const Cell_P*>>> cells_;  // by track and scene
+  std::map<std::size_t, std::vector<TimedPage>> pages_;                             // by track
+};
+
+}  // namespace quorvelant

@@ -1,0 +1,18 @@
+// The volume of ISO 9660 (ECMA-119): what computers read that know no UDF.
+#pragma once
+
+#include <string_view>
+
+#include "base/bytes.h"
+#include "iso/image_layout.h"
+#include "iso/image_time.h"
+
+namespace quorvelant::iso9660 {
+
+// The primary volume descriptor and the terminator, a sector each.
+[[nodiscard]] Bytes VolumeDescriptors(const ImageLayout& layout, std::string_view label,
+                                      const ImageTime& time);
+// Both path tables and the three folders, from image_sector::LittlePathTable on.
+[[nodiscard]] Bytes Folders(const ImageLayout& layout, const ImageTime& time);
+
+}  // namespace quorvelant::iso9660

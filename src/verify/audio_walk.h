@@ -1,0 +1,60 @@
+// Follows one audio stream of one VOB: its frames, their times, and the decoder's buffer.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "verify/audio_framer.h"
+#include "verify/decoder_buffer.h"
+#include "verify/scanned_packet.h"
+#include "verify/vob_place.h"
+
+namespace quorvelant {
+
+// A pack in which a frame starts, and when the first such is due, 90 kHz.
+struct AudioPackStart {
+  std::uint32_t Sector = 0;
+  std::uint32_t Pts = 0;
+};
+
+class AudioWalk {
+ public:
+  // `stream` is the substream of private stream 1, or the stream id from 0xC0 on.
+  AudioWalk(const VobTeller& teller, unsigned stream);
+
+  // The packet's payload begins with the substream's own header where there is one.
+  void Feed(const ScannedPacket& packet);
+  void EndVob();
+
+  [[nodiscard]] const std::vector<AudioPackStart>& Starts() const { return starts_; }
+  [[nodiscard]] const SoundTraits& Traits() const { return framer_.Traits(); }
+  [[nodiscard]] int FrameTicks() const { return framer_.Ticks(); }
+  [[nodiscard]] DecoderBuffer& Buffer() { return buffer_; }
+  [[nodiscard]] std::optional<std::int64_t> FirstPts() const { return firstPts_; }
+
+ private:
+  void CheckHeader(const ScannedPacket& packet, const std::vector<AudioFrameStart>& starts,
+                   std::size_t skipped) const;
+  void CheckNumber(const ScannedPacket& packet, std::size_t starts);
+  void Time(const ScannedPacket& packet, const std::vector<AudioFrameStart>& starts, std::uint64_t at);
+
+  const VobTeller* teller_;
+  unsigned stream_;
+  std::string name_;
+  AudioFramer framer_;
+  DecoderBuffer buffer_;
+  std::vector<AudioPackStart> starts_;
+  std::optional<std::int64_t> firstPts_;
+  std::optional<std::int64_t> next_;  // when the next frame is due
+  struct CutUnit {
+    std::uint64_t At;
+    std::int64_t Time;
+  };
+  std::optional<CutUnit> cut_;      // a frame whose header was cut
+  std::optional<unsigned> number_;  // of the next LPCM frame, in groups of 20
+  std::uint32_t lastSector_ = 0;
+};
+
+}  // namespace quorvelant

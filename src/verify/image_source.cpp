@@ -1,0 +1,91 @@
+#include "verify/image_source.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <utility>
+
+#include "verify/image_sectors.h"
+#include "verify/iso9660_reader.h"
+#include "verify/messages.h"
+#include "verify/udf_reader.h"
+
+namespace quorvelant {
+namespace {
+
+using FileReader = std::vector<DiscSourceFile> (*)(const ImageSectors&);
+
+std::vector<DiscSourceFile> FilesBy(FileReader reader, const ImageSectors& sectors, const std::string& name,
+                                    DiscFindings& findings) {
+  try {
+    return reader(sectors);
+  } catch (const ImageFault& fault) {
+    findings.Add(message::ImageDamaged, {.File = name, .Sector = fault.Sector}, fault.Structure, fault.Field,
+                 fault.Expected, fault.Seen);
+    return {};
+  }
+}
+
+std::string ExtentText(const DiscSourceFile& file) {
+  return fmt::format("{} bytes at sector {}", file.Size, file.FirstSector.value_or(0));
+}
+
+// Players read one file system or the other: both name the same bytes.
+void Compare(const std::vector<DiscSourceFile>& udf, const std::vector<DiscSourceFile>& iso,
+             DiscFindings& findings) {
+  std::map<std::string, const DiscSourceFile*> others;
+  for (const DiscSourceFile& file : iso) {
+    others[file.Name] = &file;
+  }
+  for (const DiscSourceFile& file : udf) {
+    const auto other = others.find(file.Name);
+    if (other == others.end() || ExtentText(*other->second) != ExtentText(file)) {
+      findings.Add(message::ImageUnlike, {.File = file.Name}, "ISO 9660 directory record", "",
+                   ExtentText(file) + " as in UDF",
+                   other == others.end() ? "no such file" : ExtentText(*other->second));
+    }
+    others.erase(file.Name);
+  }
+  for (const auto& [name, file] : others) {
+    findings.Add(message::ImageUnlike, {.File = name}, "UDF file entry", "",
+                 ExtentText(*file) + " as in ISO 9660", "no such file");
+  }
+}
+
+}  // namespace
+
+ImageSource::ImageSource(std::unique_ptr<File> image, DiscFindings& findings) : image_(std::move(image)) {
+  const std::string name = std::filesystem::path(image_->Path()).filename().string();
+  const ImageSectors sectors(*image_);
+  if (image_->ByteCount() % SectorBytes != 0) {
+    findings.Add(message::ImageDamaged, {.File = name}, "image", "size", "a multiple of 2048 bytes",
+                 std::to_string(image_->ByteCount()));
+  }
+  const auto udf = FilesBy(UdfFiles, sectors, name, findings);
+  const auto iso = FilesBy(Iso9660Files, sectors, name, findings);
+  if (!udf.empty() && !iso.empty()) {
+    Compare(udf, iso, findings);
+  }
+  std::vector<DiscSourceFile> files = udf.empty() ? iso : udf;
+  std::erase_if(files, [&](const DiscSourceFile& file) {
+    const std::uint64_t end = std::uint64_t{*file.FirstSector} * SectorBytes + file.Size;
+    const bool outside = end < file.Size || end > image_->ByteCount();
+    if (outside) {
+      findings.Add(message::ImageDamaged, {.File = file.Name}, "image", "",
+                   fmt::format("files within {} sectors", sectors.Count()), ExtentText(file));
+    }
+    return outside;
+  });
+  SetFiles(std::move(files));
+}
+
+std::size_t ImageSource::Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) {
+  const std::uint64_t left = offset < file.Size ? file.Size - offset : 0;
+  const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, target.size()));
+  image_->Seek(std::uint64_t{*file.FirstSector} * SectorBytes + offset);
+  return image_->Read(target.first(wanted));
+}
+
+}  // namespace quorvelant

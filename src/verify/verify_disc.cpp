@@ -1,0 +1,146 @@
+#include "verify/verify_disc.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "verify/disc_layout.h"
+#include "verify/disc_source.h"
+#include "verify/ifo_reader.h"
+#include "verify/ifo_view.h"
+#include "verify/sector_stream.h"
+#include "verify/set_check.h"
+#include "verify/title_check.h"
+#include "verify/vob_scan.h"
+
+namespace quorvelant {
+namespace {
+
+constexpr std::uint64_t MostIfoBytes = 64ULL << 20U;  // far more than the most chains take
+
+class DiscVerifier {
+ public:
+  DiscVerifier(const std::string& path, UserInterface& ui, Disk& disk)
+      : ui_(&ui), source_(OpenDisc(path, result_.Findings, disk)) {}
+
+  VerifyResult Run() {
+    domains_ = DomainsOf(*source_, result_.Findings);
+    for (const DiscSourceFile& file : source_->Files()) {
+      total_ += file.Size;
+    }
+    for (const DiscDomain& domain : domains_) {
+      ReadTables(domain);
+    }
+    for (std::size_t i = 0; i < domains_.size() && !result_.Stopped; ++i) {
+      VerifiedSet& set = result_.Sets[i];
+      set.Menus = Scan(domains_[i].Menus, set.Tables, true);
+      set.Titles = Scan(domains_[i].Titles, set.Tables, false);
+      if (!set.Tables.Data.empty() && !result_.Stopped) {
+        CheckSet(domains_[i], set);
+      }
+    }
+    CheckManager();
+    return std::move(result_);
+  }
+
+ private:
+  [[nodiscard]] Bytes ReadAll(const DiscSourceFile& file) {
+    Bytes bytes(static_cast<std::size_t>(std::min(file.Size, MostIfoBytes)));
+    bytes.resize(source_->Read(file, 0, bytes));
+    result_.Bytes += bytes.size();
+    return bytes;
+  }
+
+  void ReadTables(const DiscDomain& domain) {
+    VerifiedSet& set = result_.Sets.emplace_back();
+    set.Tables.Set = domain.Set;
+    if (domain.Ifo == nullptr) {
+      return;
+    }
+    Bytes ifo = ReadAll(*domain.Ifo);
+    if (domain.Bup != nullptr) {
+      CompareBackup(ifo, ReadAll(*domain.Bup), *domain.Bup);
+    }
+    isOurs_ = domain.Set == 0 ? IsOurManager(ifo) : isOurs_;
+    if (auto tables =
+            ReadIfoTables(domain.Ifo->Name, domain.Set, isOurs_, std::move(ifo), result_.Findings)) {
+      set.Tables = std::move(*tables);
+    }
+  }
+
+  void CompareBackup(const Bytes& ifo, const Bytes& bup, const DiscSourceFile& file) {
+    const auto differs = std::ranges::mismatch(ifo, bup);
+    if (differs.in1 == ifo.end() && differs.in2 == bup.end()) {
+      return;
+    }
+    const auto at = static_cast<std::uint32_t>(differs.in1 - ifo.begin());
+    const auto text = [](auto place, auto end) {
+      return place == end ? std::string("the end") : fmt::format("0x{:02X}", *place);
+    };
+    result_.Findings.Add(message::BackupUnlike, {.File = file.Name, .Sector = at / SectorBytes, .Offset = at},
+                         "BUP", "", text(differs.in1, ifo.end()) + " as in the IFO",
+                         text(differs.in2, bup.end()));
+  }
+
+  VobSetFacts Scan(const VobSetFiles& files, const IfoTables& tables, bool menus) {
+    if (files.Files.empty() || result_.Stopped) {
+      return {};
+    }
+    const VobTeller teller(files, result_.Findings);
+    VobScan scan(teller, {.Streams = menus ? tables.Menus : tables.TitleStreams,
+                          .Known = !tables.Data.empty(),
+                          .IsOurs = isOurs_,
+                          .Sectors = files.Sectors()});
+    std::uint64_t block = 0;
+    StreamSectors(
+        *source_, files,
+        [&](ByteView sector) {
+          scan.Read(sector);
+          block += sector.size();
+        },
+        [&] {
+          result_.Bytes += std::exchange(block, 0);
+          ui_->Progress(static_cast<double>(result_.Bytes), static_cast<double>(total_));
+          result_.Stopped = ui_->StopRequested();
+          return result_.Stopped;
+        });
+    result_.Bytes += block;
+    return scan.Finish();
+  }
+
+  void CheckSet(const DiscDomain& domain, const VerifiedSet& set) {
+    const IfoTeller teller(set.Tables.Name, result_.Findings);
+    CheckLayout(domain, set.Tables, result_.Findings);
+    CheckAgainstSectors(set.Tables, true, set.Menus, teller);
+    if (!set.Tables.IsManager()) {
+      CheckAgainstSectors(set.Tables, false, set.Titles, teller);
+    }
+  }
+
+  void CheckManager() {
+    if (result_.Stopped || result_.Sets.front().Tables.Data.empty()) {
+      return;
+    }
+    std::vector<const IfoTables*> sets;
+    for (std::size_t i = 1; i < result_.Sets.size(); ++i) {
+      sets.push_back(result_.Sets[i].Tables.Data.empty() ? nullptr : &result_.Sets[i].Tables);
+    }
+    CheckTitles(result_.Sets.front().Tables, sets, result_.Findings);
+    CheckPlaces(domains_, result_.Sets.front().Tables, result_.Findings);
+  }
+
+  VerifyResult result_;
+  UserInterface* ui_;
+  std::unique_ptr<DiscSource> source_;
+  std::vector<DiscDomain> domains_;
+  std::uint64_t total_ = 0;
+  bool isOurs_ = false;  // the manager names this program
+};
+
+}  // namespace
+
+VerifyResult VerifyDisc(const std::string& path, UserInterface& ui, Disk& disk) {
+  return DiscVerifier(path, ui, disk).Run();
+}
+
+}  // namespace quorvelant

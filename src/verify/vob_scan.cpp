@@ -1,0 +1,476 @@
+#include "verify/vob_scan.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "disc/nav_layout.h"
+#include "disc/start_codes.h"
+#include "disc/video_standard.h"
+#include "verify/nav_check.h"
+
+namespace quorvelant {
+namespace {
+
+constexpr std::int64_t ClockTicks = 300;                  // 27 MHz, of a tick of 90 kHz
+constexpr std::int64_t PackTicks = 43885;                 // of a sector at 10.08 Mbit/s, cut
+constexpr std::int64_t MostScrGap = 7 * 27'000'000 / 10;  // ISO/IEC 13818-1 2.7.1
+constexpr std::uint32_t MuxRate = 25200;                  // in units of 50 bytes/s
+constexpr std::size_t PackBytes = 14;
+constexpr std::uint64_t RateWithMarkers = 0x0189C3F8;  // MuxRate, markers, no stuffing
+constexpr std::int64_t MostDelay = 90000;              // ticks between SCR and time stamp
+constexpr std::int64_t LongDelay = 63000;
+constexpr std::size_t PesHeadBytes = 9;
+
+// Buffers that DVD-Video gives to streams that declare none.
+constexpr std::int64_t VideoPStd = 232LL * 1024;
+constexpr std::int64_t MpegAudioPStd = 4096;
+constexpr std::int64_t PrivatePStd = 58LL * 1024;
+
+constexpr std::uint32_t StartCode(std::uint8_t code) {
+  return StartCodePrefix | code;
+}
+
+}  // namespace
+
+VobScan::VobScan(const VobTeller& teller, const ScanOrder& order)
+    : teller_(&teller), order_(order), tags_(order.Sectors), highlights_(teller, order.Streams.Video) {}
+
+template <class Expected, class Seen>
+void VobScan::Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
+                  const Seen& seen) const {
+  teller_->Tell(message::PackWrong, sector_, offset, table, field, expected, seen);
+}
+
+void VobScan::Read(ByteView sector) {
+  if (sector.size() < SectorBytes || GetBytes(sector, 0, 4) != StartCode(start_code::Pack)) {
+    Bad(0, "pack header", "pack_start_code", "0x000001BA", fmt::format("0x{:08X}", GetBytes(sector, 0, 4)));
+    ++sector_;
+    return;
+  }
+  const PackHead head = ReadPackHead(sector);
+  const auto code = static_cast<std::uint32_t>(GetBytes(sector, head.Bytes, 4));
+  if (code == StartCode(start_code::SystemHeader) && IsNav(sector, head.Bytes)) {
+    TakeNav(sector, head.Scr);
+  }
+  if (vob_ != nullptr) {
+    CheckScr(head.Scr);
+    vob_->LastScr = head.Scr;
+  }
+  const bool stream =
+      code == StartCode(start_code::PrivateStream1) || (code >= StartCode(0xC0) && code <= StartCode(0xEF));
+  if (code == StartCode(start_code::SystemHeader)) {
+    // a navigation pack, or a fault that was told
+  } else if (vob_ == nullptr) {
+    Bad(head.Bytes, "VOBU", "", "a navigation pack first", fmt::format("0x{:08X}", code));
+  } else if (stream) {
+    TakePacket(sector, head.Bytes, head.Scr);
+  } else if (code == StartCode(start_code::PaddingStream)) {
+    teller_->Tell(message::PackLoose, sector_, head.Bytes, "pack", "", "a stream's packet", "padding alone");
+  } else {
+    Bad(head.Bytes, "PES header", "packet_start_code", "a stream of DVD-Video",
+        fmt::format("0x{:08X}", code));
+  }
+  ++sector_;
+}
+
+VobScan::PackHead VobScan::ReadPackHead(ByteView sector) const {
+  constexpr std::uint64_t Marks = 3ULL << 46U | 1ULL << 42U | 1ULL << 26U | 1ULL << 10U | 1U;
+  constexpr std::uint64_t MarksSet = 1ULL << 46U | 1ULL << 42U | 1ULL << 26U | 1ULL << 10U | 1U;
+  const std::uint64_t bits = GetBytes(sector, 4, 6);
+  if ((bits & Marks) != MarksSet) {
+    Bad(4, "pack header", "marker_bit", "01 and markers set", fmt::format("0x{:012X}", bits));
+  }
+  const std::uint64_t base =
+      (bits >> 13U & 0x1C0000000U) | (bits >> 12U & 0x3FFF8000U) | (bits >> 11U & 0x7FFFU);
+  const auto extension = static_cast<std::int64_t>(bits >> 1U & 0x1FFU);
+  if (extension >= ClockTicks) {
+    Bad(8, "pack header", "SCR_extension", "at most 299", extension);
+  }
+  PackHead head{.Scr = static_cast<std::int64_t>(base) * ClockTicks + extension};
+  if (GetBytes(sector, 10, 4) != RateWithMarkers) {
+    const auto rate = static_cast<std::uint32_t>(GetBytes(sector, 10, 3) >> 2U);
+    const unsigned stuffing = sector[13] & 7U;
+    head.Bytes += stuffing;
+    if (rate != MuxRate) {
+      Bad(10, "pack header", "program_mux_rate", MuxRate, rate);
+    } else {
+      Bad(12, "pack header", "pack_stuffing_length", "markers, and 0", stuffing);
+    }
+  }
+  return head;
+}
+
+void VobScan::CheckScr(std::int64_t scr) const {
+  if (!vob_->LastScr) {
+    return;
+  }
+  const std::int64_t step = scr - *vob_->LastScr;
+  const auto text = [](std::int64_t ticks) {
+    return fmt::format("{:.2f} ticks of 90 kHz", static_cast<double>(ticks) / ClockTicks);
+  };
+  if (step < PackTicks) {
+    const bool ours = order_.IsOurs || step <= 0;
+    teller_->Tell(ours ? message::PacksClose : message::PacksCloseElsewhere, sector_, 4, "pack header", "SCR",
+                  text(PackTicks) + " or more after the pack before", text(step));
+  } else if (step > MostScrGap) {
+    teller_->Tell(message::PackLoose, sector_, 4, "pack header", "SCR", "at most 0.7 s after the pack before",
+                  text(step));
+  }
+}
+
+bool VobScan::IsNav(ByteView sector, std::size_t at) const {
+  struct FixedBytes {
+    std::size_t At;
+    unsigned Width;
+    std::uint64_t Value;
+    const char* Table;
+    const char* Field;
+  };
+  constexpr std::array Fixed{
+      FixedBytes{nav::SystemHeader.Offset + 4, 2, 18, "system header", "header_length"},
+      FixedBytes{nav::PciStartCode.Offset, 4, nav::PrivateStream2, "PCI", "packet_start_code"},
+      FixedBytes{nav::PciLength.Offset, 2, nav::PciPacketBytes, "PCI", "PES_packet_length"},
+      FixedBytes{nav::PciSubstream.Offset, 1, nav::PciId, "PCI", "sub_stream_id"},
+      FixedBytes{nav::DsiStartCode.Offset, 4, nav::PrivateStream2, "DSI", "packet_start_code"},
+      FixedBytes{nav::DsiLength.Offset, 2, nav::DsiPacketBytes, "DSI", "PES_packet_length"},
+      FixedBytes{nav::DsiSubstream.Offset, 1, nav::DsiId, "DSI", "sub_stream_id"}};
+  bool good = at == PackBytes;
+  for (const FixedBytes& each : Fixed) {
+    const std::uint64_t seen = GetBytes(sector, each.At, each.Width);
+    if (seen != each.Value) {
+      teller_->Tell(message::NavWrong, sector_, each.At, each.Table, each.Field,
+                    fmt::format("0x{:X}", each.Value), fmt::format("0x{:X}", seen));
+      good = false;
+    }
+  }
+  return good;
+}
+
+void VobScan::TakeNav(ByteView sector, std::int64_t scr) {
+  EndVobu();
+  if (sector_ < tags_.size()) {
+    tags_[sector_] = NavTag;
+  }
+  const auto vobId = static_cast<std::uint16_t>(Get(sector, nav::VobIdn).Value);
+  constexpr unsigned InterleavedBit = 0x4000;
+  if ((Get(sector, nav::VobuSmlCat).Value & InterleavedBit) == 0) {
+    EndOtherVobs(vobId);
+  }
+  auto& vob = vobs_[vobId];
+  if (!vob) {
+    vob = std::make_unique<VobState>(*teller_, order_.Streams.Video, order_.Known);
+  }
+  vob_ = vob.get();
+  NavRecord record;
+  record.Vobu = {.Sector = sector_,
+                 .Last = sector_,
+                 .StartPtm = Get(sector, nav::VobuSPtm).Value,
+                 .EndPtm = Get(sector, nav::VobuEPtm).Value,
+                 .VobId = vobId,
+                 .CellId = static_cast<std::uint8_t>(Get(sector, nav::CellIdn).Value),
+                 .UserOperations = static_cast<std::uint32_t>(Get(sector, nav::VobuUopCtl).Value)};
+  record.SequenceEndPtm = Get(sector, nav::VobuSeEPtm).Value;
+  record.Elapsed = Get(sector, nav::PciElapsed).Value;
+  std::copy_n(sector.begin() + nav::NonSeamlessAngles.Offset, record.Angles.size(), record.Angles.begin());
+  std::copy_n(sector.begin() + DsiAt, record.Dsi.size(), record.Dsi.begin());
+  CheckNavAlone(sector, scr);
+  highlights_.Check(sector, record.Vobu, facts_.Highlights);
+  vob_->Records.push_back(record);
+}
+
+// What the pack says of itself, and what it reserves.
+void VobScan::CheckNavAlone(ByteView sector, std::int64_t scr) const {
+  const auto bad = [&](std::size_t offset, const char* table, std::string_view field, const auto& expected,
+                       const auto& seen) {
+    teller_->Tell(message::NavWrong, sector_, offset, table, field, expected, seen);
+  };
+  const auto scrBase = static_cast<std::uint32_t>(scr / ClockTicks);
+  if (Get(sector, nav::NvPckScr).Value != scrBase) {
+    bad(nav::NvPckScr.Offset, "DSI", nav::NvPckScr.Name, scrBase, Get(sector, nav::NvPckScr).Value);
+  }
+  for (const auto& [row, table] : {std::pair{&nav::PciLbn, "PCI"}, std::pair{&nav::DsiLbn, "DSI"}}) {
+    if (Get(sector, *row).Value != sector_) {
+      bad(row->Offset, table, row->Name, sector_, Get(sector, *row).Value);
+    }
+  }
+  // Bytes 9 to 11 of the system header count streams and say how they run together: others may.
+  const ByteView system = sector.subspan(nav::SystemHeader.Offset, nav::SystemHeaderBytes.size());
+  for (std::size_t i = 0; i < system.size(); ++i) {
+    if ((i < 9 || i > 11) && system[i] != nav::SystemHeaderBytes.at(i)) {
+      teller_->Tell(i < 9 ? message::NavWrong : message::NavLoose, sector_, nav::SystemHeader.Offset + i,
+                    "system header", i < 9 ? "rate_bound" : "P-STD_buffer_size_bound",
+                    fmt::format("0x{:02X}", nav::SystemHeaderBytes.at(i)),
+                    fmt::format("0x{:02X}", system[i]));
+      break;
+    }
+  }
+  for (const disc::RowView& row : nav::Rows) {
+    const ByteView bytes = sector.subspan(row.Offset, row.Width);
+    const bool set = row.Name == "reserved" && row.Offset != nav::HliReserved.Offset &&
+                     std::ranges::any_of(bytes, [](std::uint8_t byte) { return byte != 0; });
+    if (set) {
+      teller_->Tell(message::ReservedSet, sector_, row.Offset,
+                    row.Offset < nav::DsiStartCode.Offset ? "PCI" : "DSI", "reserved", 0, "others");
+    }
+  }
+}
+
+void VobScan::TakePacket(ByteView sector, std::size_t at, std::int64_t scr) {
+  const std::size_t end = at + 6 + GetBytes(sector, at + 4, 2);
+  if (end > SectorBytes) {
+    Bad(at + 4, "PES header", "PES_packet_length", fmt::format("at most {}", SectorBytes - at - 6),
+        end - at - 6);
+    return;
+  }
+  CheckAfter(sector, end);
+  ScannedPacket packet{.Sector = sector_};
+  std::size_t data = 0;
+  if (!ReadPesHead(sector, at, packet, data) || data > end) {
+    Bad(at + 6, "PES header", "PES_header_data_length", "a header within its packet", data);
+    return;
+  }
+  CheckDelay(packet, scr);
+  packet.At = data;
+  packet.Payload = sector.subspan(data, end - data);
+  // A byte takes 150/7 ticks at the mux rate; the SCR is that of the pack's byte 9.
+  packet.Begin = scr + (static_cast<std::int64_t>(data) - 8) * 150 / 7;
+  packet.End = scr + (static_cast<std::int64_t>(end) - 9) * 150 / 7;
+  const unsigned stream = sector[at + 3];
+  if (stream != start_code::PrivateStream1) {
+    Hand(stream, packet);
+  } else if (packet.Payload.empty()) {
+    Bad(data, "private stream 1", "sub_stream_id", "one", "an empty packet");
+  } else {
+    Hand(packet.Payload[0], packet);
+  }
+}
+
+// A packet ends with its pack, or a padding packet does.
+void VobScan::CheckAfter(ByteView sector, std::size_t end) const {
+  constexpr std::size_t PaddingHead = 6;
+  const std::size_t rest = SectorBytes - end;
+  if (rest == 0) {
+    return;
+  }
+  if (rest <= PaddingHead || GetBytes(sector, end, 4) != StartCode(start_code::PaddingStream) ||
+      GetBytes(sector, end + 4, 2) != rest - PaddingHead) {
+    Bad(end, "padding packet", "PES_packet_length", fmt::format("a padding packet of {} bytes", rest),
+        "others");
+    return;
+  }
+  const ByteView padding = sector.subspan(end + PaddingHead);
+  if (std::ranges::any_of(padding, [](std::uint8_t byte) { return byte != 0xFF; })) {
+    teller_->Tell(message::PackLoose, sector_, end, "padding packet", "padding_byte", "0xFF", "others");
+  }
+}
+
+// False where the header is none. `data` is where the stream's bytes begin.
+bool VobScan::ReadPesHead(ByteView sector, std::size_t at, ScannedPacket& packet, std::size_t& data) const {
+  if (at + PesHeadBytes > sector.size()) {
+    return false;
+  }
+  const unsigned first = sector[at + 6];
+  const unsigned flags = sector[at + 7];
+  data = at + PesHeadBytes + sector[at + 8];
+  if (first >> 6U != 2 || data > sector.size()) {
+    return false;
+  }
+  if ((first & 0x30U) != 0) {
+    Bad(at + 6, "PES header", "PES_scrambling_control", 0, first >> 4U & 3U);
+  }
+  if (flags >> 6U == 1 || (flags & 0x3EU) != 0) {
+    Bad(at + 7, "PES header", "flags", "PTS, DTS and extension alone", fmt::format("0x{:02X}", flags));
+  }
+  std::size_t next = at + PesHeadBytes;
+  const auto has = [&](std::size_t bytes) { return next + bytes <= data; };
+  const std::size_t stamps = flags >> 6U == 3 ? 10 : (flags & 0x80U) != 0 ? 5 : 0;
+  if (!has(stamps + (flags & 1U))) {
+    Bad(at + 8, "PES header", "PES_header_data_length", fmt::format("{} or more", stamps + (flags & 1U)),
+        sector[at + 8]);
+  }
+  if ((flags & 0x80U) != 0 && has(5)) {
+    packet.Pts = StampAt(sector, next, flags >> 6U);
+    next += 5;
+  }
+  if (flags >> 6U == 3 && has(5)) {
+    packet.Dts = StampAt(sector, next, 1);
+    next += 5;
+  }
+  if ((flags & 1U) != 0 && has(1)) {
+    const unsigned extension = sector[next++];
+    const bool reserved = order_.IsOurs && (extension & 0x0EU) != 0x0E;  // others leave them clear
+    if ((extension & 0xE1U) != 0 || reserved) {
+      Bad(next - 1, "PES header", "PES_extension flags", "P-STD_buffer alone",
+          fmt::format("0x{:02X}", extension));
+    } else if ((extension & 0x10U) != 0 && has(2)) {
+      const auto word = static_cast<unsigned>(GetBytes(sector, next, 2));
+      if (word >> 14U != 1) {
+        Bad(next, "PES header", "P-STD_buffer", "01", word >> 14U);
+      }
+      packet.PStd = std::int64_t{word & 0x1FFFU} * ((word & 0x2000U) != 0 ? 1024 : 128);
+      next += 2;
+    }
+  }
+  const ByteView stuffing = sector.subspan(next, data - next);
+  if (std::ranges::any_of(stuffing, [](std::uint8_t byte) { return byte != 0xFF; })) {
+    Bad(next, "PES header", "stuffing_byte", "0xFF to the end of the header", "others");
+  } else if (stuffing.size() > 7) {
+    teller_->Tell(message::PackLoose, sector_, next, "PES header", "stuffing_byte", "at most 7",
+                  stuffing.size());
+  }
+  return true;
+}
+
+std::uint32_t VobScan::StampAt(ByteView sector, std::size_t at, unsigned prefix) const {
+  const std::uint64_t bits = GetBytes(sector, at, 5);
+  constexpr std::uint64_t Markers = 1ULL << 32U | 1U << 16U | 1U;
+  if (bits >> 36U != prefix || (bits & Markers) != Markers) {
+    Bad(at, "PES header", "time stamp markers", prefix, fmt::format("0x{:010X}", bits));
+  }
+  return static_cast<std::uint32_t>((bits >> 3U & 0x1C0000000U) | (bits >> 2U & 0x3FFF8000U) |
+                                    (bits >> 1U & 0x7FFFU));
+}
+
+void VobScan::CheckDelay(const ScannedPacket& packet, std::int64_t scr) const {
+  const auto stamp = packet.Dts ? packet.Dts : packet.Pts;
+  if (!stamp) {
+    return;
+  }
+  const std::int64_t delay = std::int64_t{*stamp} - scr / ClockTicks;
+  const char* field = packet.Dts ? "DTS" : "PTS";
+  if (delay < 0 || delay > MostDelay) {
+    teller_->Tell(message::StampWrong, sector_, 0, "PES header", field, "0 to 90000 ticks after the SCR",
+                  delay);
+  } else if (delay > LongDelay) {
+    teller_->Tell(message::StampLoose, sector_, 0, "PES header", field, "at most 63000 ticks after the SCR",
+                  delay);
+  }
+}
+
+// `id`: the substream, or the stream from 0xC0 on.
+void VobScan::Hand(unsigned id, ScannedPacket& packet) {
+  if (sector_ < tags_.size()) {
+    tags_[sector_] = static_cast<std::uint8_t>(id);
+  }
+  if (id == start_code::VideoStream) {
+    CheckFirst(packet, vob_->Video.Buffer(), id);
+    vob_->Video.Feed(packet);
+  } else if (id >= 0x20 && id < 0x40) {
+    const int height = FullHeight(order_.Streams.Video.IsNtsc());
+    auto& walk = vob_->Subpictures.try_emplace(id, *teller_, id, height).first->second;
+    CheckFirst(packet, walk.Buffer(), id);
+    constexpr std::int64_t SubpictureBytes = 52LL * 1024;
+    walk.Buffer().SetSize(SubpictureBytes);
+    walk.Feed(packet);
+  } else if (CodingOf(id) != AudioCoding::Unknown) {
+    auto& walk = vob_->Audio.try_emplace(id, *teller_, id).first->second;
+    CheckFirst(packet, walk.Buffer(), id);
+    walk.Feed(packet);
+  } else {
+    Bad(packet.At, "PES header", "stream_id or sub_stream_id", "a stream of DVD-Video",
+        fmt::format("0x{:02X}", id));
+  }
+}
+
+// The first packet of a stream in a VOB says when it is due and how much buffer it needs.
+void VobScan::CheckFirst(const ScannedPacket& packet, DecoderBuffer& buffer, unsigned id) {
+  const std::int64_t bound = id == start_code::VideoStream ? VideoPStd
+                             : id >= 0xC0                  ? MpegAudioPStd
+                                                           : PrivatePStd;
+  if (packet.PStd > bound) {
+    Bad(packet.At, "PES header", "P-STD_buffer_size", fmt::format("at most {} bytes", bound), packet.PStd);
+  }
+  if (buffer.Total() > 0) {
+    if (packet.PStd != 0 && packet.PStd <= bound && packet.PStd != buffer.Size() && id >= 0x40 && id < 0xE0) {
+      buffer.SetSize(packet.PStd);
+    }
+    return;
+  }
+  if (!packet.Pts) {
+    teller_->Tell(message::StampWrong, sector_, 0, fmt::format("stream 0x{:02X}", id), "PTS",
+                  "one in its first packet of the VOB", "none");
+  }
+  if (packet.PStd == 0) {
+    teller_->Tell(message::PackLoose, sector_, 0, fmt::format("stream 0x{:02X}", id), "P-STD_buffer",
+                  "one in its first packet of the VOB", "none");
+  }
+  if (id != start_code::VideoStream) {
+    buffer.SetSize(packet.PStd != 0 && packet.PStd <= bound ? packet.PStd : bound);
+  }
+}
+
+void VobScan::EndVobu() {
+  if (vob_ == nullptr || vob_->Records.empty()) {
+    return;
+  }
+  VobuFacts& vobu = vob_->Records.back().Vobu;
+  vobu.Last = sector_ - 1;
+  vob_->Video.EndVobu(vobu.Sector);
+  facts_.Vobus.push_back(vobu);
+  vob_ = nullptr;
+}
+
+void VobScan::EndOtherVobs(std::uint16_t id) {
+  std::vector<std::uint16_t> ended;
+  for (const auto& [other, vob] : vobs_) {
+    if (other != id) {
+      ended.push_back(other);
+    }
+  }
+  for (const std::uint16_t other : ended) {
+    EndVob(other);
+  }
+}
+
+void VobScan::EndVob(std::uint16_t id) {
+  VobState& vob = *vobs_.at(id);
+  vob.Video.EndVob();
+  for (auto& [stream, walk] : vob.Audio) {
+    walk.EndVob();
+    const std::uint32_t first =
+        walk.Starts().empty() ? vob.Records.front().Vobu.Sector : walk.Starts().front().Sector;
+    facts_.Streams.push_back({id, static_cast<std::uint8_t>(stream), first, walk.Traits()});
+  }
+  for (auto& [stream, walk] : vob.Subpictures) {
+    walk.EndVob();
+    facts_.Streams.push_back({id, static_cast<std::uint8_t>(stream), vob.Records.front().Vobu.Sector, {}});
+  }
+  CheckStreamTimes(vob);
+  CheckNavRecords(vob, tags_,
+                  {.Teller = *teller_, .IsNtsc = order_.Streams.Video.IsNtsc(), .IsOurs = order_.IsOurs});
+  vobs_.erase(id);
+}
+
+// Sound begins with the pictures, and subpictures show while there are any.
+void VobScan::CheckStreamTimes(VobState& vob) const {
+  const VobuFacts& first = vob.Records.front().Vobu;
+  const VobuFacts& last = vob.Records.back().Vobu;
+  constexpr std::int64_t Second = 90000;
+  for (const auto& [stream, walk] : vob.Audio) {
+    const std::int64_t offset = walk.FirstPts().value_or(first.StartPtm) - std::int64_t{first.StartPtm};
+    if (offset > Second || offset < -Second) {
+      teller_->Tell(message::StampLoose, first.Sector, 0, fmt::format("audio stream 0x{:02X}", stream), "PTS",
+                    "a start within a second of the video",
+                    fmt::format("{:.3f} s off", static_cast<double>(offset) / Second));
+    }
+  }
+  for (const auto& [stream, walk] : vob.Subpictures) {
+    if (walk.FirstPts().value_or(first.StartPtm) < first.StartPtm ||
+        walk.LastPts().value_or(last.EndPtm) > last.EndPtm) {
+      teller_->Tell(message::StampWrong, first.Sector, 0, fmt::format("subpicture stream 0x{:02X}", stream),
+                    "PTS", fmt::format("{} to {}", first.StartPtm, last.EndPtm),
+                    fmt::format("{} to {}", walk.FirstPts().value_or(0), walk.LastPts().value_or(0)));
+    }
+  }
+}
+
+VobSetFacts VobScan::Finish() {
+  EndVobu();
+  while (!vobs_.empty()) {
+    EndVob(vobs_.begin()->first);
+  }
+  return std::move(facts_);
+}
+
+}  // namespace quorvelant

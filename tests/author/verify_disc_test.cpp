@@ -1,0 +1,126 @@
+// What people bring to the verifier: discs that are whole, cut, renamed, mixed up, or none.
+#include "verify/verify_disc.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+
+#include "disc_maker.h"
+#include "verify/nav_of_disc.h"
+
+namespace quorvelant {
+namespace {
+
+using testing::Contains;
+using testing::IsEmpty;
+
+namespace fs = std::filesystem;
+
+class VerifyDiscs : public testing::Test {
+ protected:
+  VerifyDiscs() { maker_.LoadSmall(2); }
+
+  std::vector<std::string> Faults(const std::string& path) {
+    std::vector<std::string> codes;
+    const VerifyResult result = VerifyDisc(path, maker_.Ui);
+    for (const DiscFinding& finding : result.Findings.All()) {
+      if (finding.Kind->Level != Severity::Information) {
+        codes.push_back(std::string(finding.Kind->Code) + " " + finding.Spot.File);
+      }
+    }
+    return codes;
+  }
+
+  DiscMaker maker_{{.Width = 352, .Height = 288, .Frames = 60, .Closed = true, .KbitPerSecond = 500}};
+};
+
+void Overwrite(const fs::path& path, std::size_t at, const std::string& bytes) {
+  std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+  file.seekp(static_cast<std::streamoff>(at));
+  file << bytes;
+}
+
+TEST_F(VerifyDiscs, NameWhatIsWrongByItsFile) {
+  ASSERT_EQ(maker_.Author().Outcome, AuthorOutcome::Done);
+  EXPECT_THAT(Faults(maker_.Folder), IsEmpty());
+  EXPECT_THAT(Faults(maker_.Temp.Path().string()), IsEmpty());  // the folder that holds VIDEO_TS
+  const fs::path disc = maker_.Folder;
+  const auto former = maker_.Files();
+  const struct {
+    const char* What;
+    std::function<void()> Harm;
+    const char* Found;
+  } cases[] = {
+      {"a file that was not copied", [&] { fs::remove(disc / "VTS_01_1.VOB"); }, "verify-file VTS_01_1.VOB"},
+      {"a copy that was cut", [&] { fs::resize_file(disc / "VTS_01_1.VOB", 10 * SectorBytes); },
+       "verify-layout VTS_01_0.IFO"},
+      {"... within a sector", [&] { fs::resize_file(disc / "VTS_01_1.VOB", 10 * SectorBytes + 7); },
+       "verify-file VTS_01_1.VOB"},
+      {"an IFO of zeros", [&] { Overwrite(disc / "VTS_01_0.IFO", 0, std::string(SectorBytes, '\0')); },
+       "verify-table VTS_01_0.IFO"},
+      {"an empty IFO", [&] { fs::resize_file(disc / "VIDEO_TS.IFO", 0); }, "verify-table VIDEO_TS.IFO"},
+      {"a backup of another run", [&] { Overwrite(disc / "VTS_01_0.BUP", 0x2000, "x"); },
+       "verify-backup VTS_01_0.BUP"},
+      {"small letters", [&] { fs::rename(disc / "VIDEO_TS.BUP", disc / "video_ts.bup"); },
+       "verify-file video_ts.bup"},
+      {"a sector that could not be read",
+       [&] { Overwrite(disc / "VTS_01_1.VOB", 4 * SectorBytes, std::string(SectorBytes, '\0')); },
+       "verify-pack VTS_01_1.VOB"},
+      {"a sector of another place",
+       [&] {
+         Overwrite(disc / "VTS_01_1.VOB", 8 * SectorBytes, former.at("VTS_01_1.VOB").substr(0, SectorBytes));
+       },
+       "verify-nav VTS_01_1.VOB"},
+      {"VOBs of the other domain", [&] { fs::copy_file(disc / "VTS_01_0.VOB", disc / "VTS_01_2.VOB"); },
+       "verify-layout VTS_01_0.IFO"},
+  };
+  for (const auto& test : cases) {
+    test.Harm();
+    EXPECT_THAT(Faults(maker_.Folder), Contains(test.Found)) << test.What;
+    fs::remove_all(disc);
+    fs::create_directory(disc);
+    for (const auto& [name, bytes] : former) {
+      std::ofstream(disc / name, std::ios::binary) << bytes;
+    }
+  }
+  EXPECT_THAT(Faults(maker_.Folder), IsEmpty());
+}
+
+TEST_F(VerifyDiscs, WhatIsNoDiscIsTold) {
+  EXPECT_THAT(Faults(maker_.Temp.Path().string()), Contains("verify-file VIDEO_TS.IFO"));
+  EXPECT_THAT(Faults(maker_.Temp.Write("text.iso", "no image")), Contains("verify-image text.iso"));
+  EXPECT_THROW(Faults(maker_.Temp / "nowhere"), FileError);
+}
+
+TEST_F(VerifyDiscs, AStopEndsTheReading) {
+  ASSERT_EQ(maker_.Author().Outcome, AuthorOutcome::Done);
+  maker_.Ui.StopWhen = [] { return true; };
+  EXPECT_TRUE(VerifyDisc(maker_.Folder, maker_.Ui).Stopped);
+}
+
+TEST_F(VerifyDiscs, TellWhatThereIsToPlay) {
+  ASSERT_EQ(maker_.Author().Outcome, AuthorOutcome::Done);
+  const NavDisc nav = NavOfDisc(VerifyDisc(maker_.Folder, maker_.Ui));
+  ASSERT_TRUE(nav.FirstPlay);
+  ASSERT_EQ(nav.Titles.size(), 1U);
+  EXPECT_EQ(nav.Titles[0].Set, 1);
+  ASSERT_EQ(nav.Sets.size(), 1U);
+  const NavSet& set = nav.Sets[0];
+  ASSERT_EQ(set.Titles.size(), 1U);
+  EXPECT_EQ(set.Titles[0].Name, "VTS_01_0.IFO VTS_PGCIT PGC 1");
+  EXPECT_EQ(set.Parts, (std::vector<std::vector<NavPart>>{{{1, 1}, {1, 2}}}));
+  std::uint32_t ticks = 0;
+  for (const NavCell& cell : set.Titles[0].Cells) {
+    ticks += cell.Ticks;
+  }
+  EXPECT_EQ(ticks, 60U * 3600);
+  ASSERT_EQ(set.Menus.size(), 1U);
+  EXPECT_EQ(set.Menus[0].Chains.at(0).MenuId, 3);  // root
+  EXPECT_TRUE(set.Menus[0].Chains.at(0).IsEntry);
+}
+
+}  // namespace
+}  // namespace quorvelant

@@ -1,0 +1,97 @@
+#include "verify/image_source.h"
+
+#include <gmock/gmock.h>
+
+#include "support/folders.h"
+#include "support/sparse_image.h"
+#include "support/temp_folder.h"
+#include "verify/messages.h"
+
+namespace quorvelant {
+namespace {
+
+using testing::ElementsAre;
+
+// A bridge of both file systems, made by mkisofs, with the five files of the smallest disc.
+Bytes Bridge() {
+  const std::string sparse = TempFolder::Read(SourceFile("fuzz/seeds/verify_image/bridge"));
+  return ExpandImage({reinterpret_cast<const std::uint8_t*>(sparse.data()), sparse.size()});
+}
+
+struct OpenedImage {
+  explicit OpenedImage(Bytes bytes) : Source(std::make_unique<BytesAsFile>(std::move(bytes)), Findings) {}
+  std::vector<std::string> Names() const {
+    std::vector<std::string> names;
+    for (const DiscSourceFile& file : Source.Files()) {
+      names.push_back(file.Name);
+    }
+    return names;
+  }
+  DiscFindings Findings;
+  ImageSource Source;
+};
+
+const std::vector<std::string> AllNames{"VIDEO_TS.BUP", "VIDEO_TS.IFO", "VTS_01_0.BUP", "VTS_01_0.IFO",
+                                        "VTS_01_1.VOB"};
+
+TEST(ImageSource, GivesTheFilesOfABridge) {
+  OpenedImage image(Bridge());
+  EXPECT_EQ(image.Names(), AllNames);
+  EXPECT_TRUE(image.Findings.All().empty());
+  Bytes head(12);
+  const DiscSourceFile* ifo = image.Source.Find("VTS_01_0.IFO");
+  ASSERT_NE(ifo, nullptr);
+  EXPECT_EQ(ifo->Size, 2 * SectorBytes);
+  EXPECT_EQ(image.Source.Read(*ifo, 0, head), 12U);
+  EXPECT_EQ(std::string(head.begin(), head.end()), "DVDVIDEO-VTS");
+  EXPECT_EQ(image.Source.Read(*ifo, 2 * SectorBytes - 5, head), 5U);  // never into the next file
+}
+
+// Where one file system is damaged the other still gives the files.
+TEST(ImageSource, NamesWhatIsDamaged) {
+  const Bytes whole = Bridge();
+  const struct {
+    const char* What;
+    std::size_t Sector;
+    std::size_t Offset;
+    bool HasFiles;
+  } cases[] = {
+      {"volume descriptor of ISO 9660", 16, 1, true},
+      {"anchor of UDF", 256, 0, true},
+      {"CRC of the anchor", 256, 20, true},
+  };
+  for (const auto& test : cases) {
+    Bytes bytes = whole;
+    bytes[test.Sector * SectorBytes + test.Offset] ^= 0xFF;
+    OpenedImage image(bytes);
+    EXPECT_TRUE(image.Findings.HasFaults()) << test.What;
+    EXPECT_EQ(image.Names() == AllNames, test.HasFiles) << test.What;
+  }
+}
+
+TEST(ImageSource, NamesFilesThatTheFileSystemsPlaceApart) {
+  Bytes bytes = Bridge();
+  const std::string_view name = "VTS_01_1.VOB;1";
+  const auto found = std::search(bytes.begin(), bytes.end(), name.begin(), name.end());
+  ASSERT_NE(found, bytes.end());
+  const auto record = static_cast<std::size_t>(found - bytes.begin()) - 33;
+  ++bytes[record + 2];  // the place in both byte orders
+  ++bytes[record + 9];
+  OpenedImage image(bytes);
+  ASSERT_EQ(image.Findings.All().size(), 1U);
+  EXPECT_EQ(image.Findings.All()[0].Kind, &message::ImageUnlike);
+  EXPECT_EQ(image.Findings.All()[0].Spot.File, "VTS_01_1.VOB");
+}
+
+TEST(ImageSource, FilesThatEndOutsideAreNone) {
+  Bytes bytes = Bridge();
+  bytes.resize(bytes.size() / 2);
+  OpenedImage image(bytes);
+  EXPECT_TRUE(image.Findings.HasFaults());
+  for (const DiscSourceFile& file : image.Source.Files()) {
+    EXPECT_LE(*file.FirstSector * SectorBytes + file.Size, bytes.size()) << file.Name;
+  }
+}
+
+}  // namespace
+}  // namespace quorvelant
