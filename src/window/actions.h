@@ -77,6 +77,7 @@ enum class ActionId : std::uint8_t {
   MoveCommandDown,
   NewPalette,
   Check,
+  Simulate,
   ErrorList,
   Author,
   // Tools

@@ -52,9 +52,11 @@ class MainWindow::Private {
         Chosen(Doc),
         Work(Speaks),
         View(Doc, Chosen, Work, *Pictures),
+        Player(Doc, Chosen, View),
         Parts{Doc,
               Chosen,
               View,
+              Player,
               Work,
               *Commands,
               Speaks.Answers(),
@@ -76,6 +78,7 @@ class MainWindow::Private {
   Selection Chosen;
   Jobs Work;
   Viewer View;
+  Simulation Player;
   WindowParts Parts;
   ProjectFiles* Files = nullptr;
   PaneLayout* Layout = nullptr;

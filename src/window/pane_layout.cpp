@@ -16,6 +16,8 @@
 #include "window/picture_pane.h"
 #include "window/problems_pane.h"
 #include "window/properties_pane.h"
+#include "window/simulated_picture.h"
+#include "window/simulator_pane.h"
 #include "window/subtitles_pane.h"
 
 namespace quorvelant {
@@ -98,7 +100,9 @@ PaneLayout::PaneLayout(QMainWindow& window, WindowParts& parts, QWidget* empty)
   Add(QStringLiteral("Problems"), new ProblemsPane(parts), Qt::BottomDockWidgetArea);
   Add(QStringLiteral("Jobs"), new JobsPane(parts), Qt::BottomDockWidgetArea);
   Add(QStringLiteral("Log"), new LogPane(parts), Qt::BottomDockWidgetArea);
+  Add(QStringLiteral("Simulator"), new SimulatorPane(parts), Qt::RightDockWidgetArea);
   HandleActions(parts.Commands);
+  HandleSimulation(parts, *picture);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
     for (const auto& [name, pane] : panes_) {
       if (now != nullptr && (now == pane || pane->isAncestorOf(now))) {
@@ -147,6 +151,27 @@ void PaneLayout::HandleActions(Actions& actions) {
   actions.Handle(ActionId::NextPane, [this] { Step(1); });
   actions.Handle(ActionId::PreviousPane, [this] { Step(-1); });
   actions.Handle(ActionId::ResetLayout, [this] { Reset(); });
+}
+
+void PaneLayout::HandleSimulation(WindowParts& parts, PicturePane& picture) {
+  Simulation& player = parts.Player;
+  new SimulatedPicture(picture.View(), player);  // of the picture
+  QAction* const simulate = parts.Commands.Of(ActionId::Simulate);
+  parts.Commands.Handle(ActionId::Simulate, [this, &player] {
+    if (player.IsOn()) {
+      player.Eject();
+    } else {
+      player.Insert();
+      GoTo(QStringLiteral("Simulator"));
+      GoTo(QStringLiteral("Picture"));
+    }
+  });
+  connect(&player, &Simulation::StateChanged, this, [this, simulate, &player] {
+    simulate->setChecked(player.IsOn());
+    if (!player.IsOn()) {
+      docks_[QStringLiteral("Simulator")]->hide();
+    }
+  });
 }
 
 // Of tabs over each other: the one in front; its neighbour where that has the keys already.
@@ -248,6 +273,8 @@ void PaneLayout::Reset() {
     place(QStringLiteral("Properties"), Qt::RightDockWidgetArea);
     stack(tables, Tables());
   }
+  place(QStringLiteral("Simulator"), Qt::RightDockWidgetArea);
+  docks_[QStringLiteral("Simulator")]->hide();
   // They come before the docks that they name.
   for (QTabBar* bar : window_.findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) {
     bar->lower();

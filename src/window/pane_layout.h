@@ -15,6 +15,8 @@ namespace quorvelant {
 
 // Media and Disc at the left, Picture in the middle with the tables below it, Properties at the right,
 // findings and jobs at the bottom. In a narrow window Properties is one of the tables.
+class PicturePane;
+
 class PaneLayout : public QObject {
   Q_OBJECT
  public:
@@ -40,6 +42,7 @@ class PaneLayout : public QObject {
  private:
   void Add(const QString& name, QWidget* pane, Qt::DockWidgetArea area);
   void HandleActions(Actions& actions);
+  void HandleSimulation(WindowParts& parts, PicturePane& picture);
   void Proportion();  // the shares of a fresh layout
   [[nodiscard]] QString Shown(const QStringList& group) const;
   [[nodiscard]] QString Focused() const;

@@ -86,6 +86,11 @@ void PictureView::ShowLinks(bool shown) {
   update();
 }
 
+void PictureView::ShowAsPlayer(bool played) {
+  isPlayed_ = played;
+  update();
+}
+
 void PictureView::PickColor(bool wanted) {
   picks_ = wanted;
   setCursor(wanted ? Qt::CrossCursor : Qt::ArrowCursor);
@@ -140,8 +145,10 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
   if (showsSafeArea_) {
     over.PaintSafeArea();
   }
-  over.PaintButtons(board_, chosen, drag_);
-  if (showsLinks_) {
+  if (!isPlayed_) {
+    over.PaintButtons(board_, chosen, drag_);
+  }
+  if (showsLinks_ && !isPlayed_) {
     over.PaintLinks(board_, chosen);
   }
   if (hasFocus()) {

@@ -18,10 +18,10 @@ constexpr double LongestWait = 8;  // seconds: films are stills here
 
 }  // namespace
 
-SimulatorPane::SimulatorPane(WindowParts& parts, Simulation& player, QWidget* parent)
+SimulatorPane::SimulatorPane(WindowParts& parts, QWidget* parent)
     : QWidget(parent),
       parts_(parts),
-      player_(player),
+      player_(parts.Player),
       words_(new QLabel),
       runs_(new QCheckBox(tr("Time runs"))),
       registers_(new QTableWidget),

@@ -16,7 +16,7 @@ namespace quorvelant {
 class SimulatorPane : public QWidget {
   Q_OBJECT
  public:
-  SimulatorPane(WindowParts& parts, Simulation& player, QWidget* parent = nullptr);
+  explicit SimulatorPane(WindowParts& parts, QWidget* parent = nullptr);
 
  private:
   [[nodiscard]] QLayout* BuildRemote();
