@@ -13,10 +13,10 @@
 
 namespace quorvelant {
 
-// Media and Disc at the left, Picture in the middle with the tables below it, Properties at the right,
-// findings and jobs at the bottom. In a narrow window Properties is one of the tables.
 class PicturePane;
 
+// Media and Disc at the left, Picture in the middle with the tables below it, Properties at the right,
+// findings and jobs at the bottom. In a narrow window Properties is one of the tables.
 class PaneLayout : public QObject {
   Q_OBJECT
  public:

@@ -6,8 +6,9 @@
 #include <QTest>
 #include <algorithm>
 
+#include "edit/segments.h"
+#include "open_window.h"
 #include "support/temp_folder.h"
-#include "window/open_window.h"
 #include "window/picture_view.h"
 #include "window/simulator_pane.h"
 
