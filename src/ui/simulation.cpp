@@ -7,8 +7,7 @@
 #include <utility>
 
 #include "check/nav_of.h"
-#include "disc/clock.h"
-#include "edit/live_elements.h"
+#include "edit/element_names.h"
 #include "player/nav_lookup.h"
 #include "player/nav_words.h"
 #include "ui/shown_text.h"
@@ -18,6 +17,7 @@ namespace quorvelant {
 namespace {
 
 constexpr std::size_t MostSteps = 5000;  // then the log begins anew
+constexpr double TicksASecond = 90000;
 constexpr std::uint16_t English = 0x656E;
 constexpr std::uint16_t SubpictureShows = 0x40;
 
@@ -210,7 +210,7 @@ std::optional<double> Simulation::Seconds() const {
     case NavPhase::ChainStill:
       return still(chain->StillTime);
     default:
-      return static_cast<double>(cell->Ticks) / static_cast<double>(ClockRate);
+      return static_cast<double>(cell->Ticks) / TicksASecond;
   }
 }
 

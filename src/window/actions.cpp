@@ -118,6 +118,7 @@ constexpr std::array DiscRows{
     ActionRow{Check, Disc, "Check", "Look for everything that hinders a good disc", "check", "F7", true},
     ActionRow{Simulate, Disc, "Simulate", "Play the disc as a player will, before it is made", "simulate",
               "F5"},
+    ActionRow{ShowMap, Disc, "Map…", "Show the navigation of the disc as a chart", "", "Ctrl+Shift+M"},
     ActionRow{ErrorList, Disc, "Command Errors…", "List the commands that lead nowhere", "error-list", ""},
     ActionRow{Author, Disc, "Author…", "Make the disc", "author", "Ctrl+B"},
 };

@@ -78,6 +78,7 @@ enum class ActionId : std::uint8_t {
   NewPalette,
   Check,
   Simulate,
+  ShowMap,
   ErrorList,
   Author,
   // Tools

@@ -1,14 +1,16 @@
-#include "ui/simulation.h"
-
 #include <gtest/gtest.h>
 
+#include <QGraphicsView>
 #include <QListWidget>
 #include <QTest>
 #include <algorithm>
 
 #include "edit/segments.h"
+#include "edit/structure.h"
 #include "open_window.h"
 #include "support/temp_folder.h"
+#include "ui/simulation.h"
+#include "window/map_window.h"
 #include "window/picture_view.h"
 #include "window/simulator_pane.h"
 
@@ -66,6 +68,26 @@ TEST(Simulator, TakesTheDiscOutWhenTheProjectChanges) {
   EXPECT_FALSE(player.Steps().empty());
   open.Doc().Do([](EditSession& session, Consent) { return RenameTrack(session, "Track.1", "Other"); });
   EXPECT_FALSE(player.IsOn());
+}
+
+// Every chain has a box and a row; what nobody reaches says so, and a row leads to its place.
+TEST(MapOfTheDisc, ShowsWhatNobodyReaches) {
+  const TempFolder folder;
+  OpenWindow open(folder);
+  open.Window.Open({CopyOfExample(folder)});
+  open.Settle();
+  open.Doc().Do([](EditSession& session, Consent) { return NewTitle(session, "VTS2", "Alone"); });
+  open.Key(Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+  auto* const map = open.Window.findChild<MapWindow*>();
+  ASSERT_NE(map, nullptr);
+  auto& chains = *map->findChild<QListWidget*>();
+  const auto lost = chains.findItems(QStringLiteral("nobody comes here"), Qt::MatchContains);
+  ASSERT_FALSE(lost.isEmpty());
+  EXPECT_GT(chains.count(), static_cast<int>(lost.size()));
+  const auto boxes = map->findChild<QGraphicsView*>()->scene()->items();
+  EXPECT_GE(boxes.size(), chains.count());
+  emit chains.itemActivated(lost.front());
+  EXPECT_TRUE(open.Window.Parts().Chosen.Key().starts_with("VTS")) << open.Window.Parts().Chosen.Key();
 }
 
 }  // namespace
