@@ -9,9 +9,13 @@
 
 #include "app/message_json.h"
 #include "author/size_text.h"
+#include "base/counted.h"
 #include "base/disk.h"
+#include "check/navigation_check.h"
 #include "edit/outline_json.h"
+#include "player/nav_findings.h"
 #include "verify/messages.h"
+#include "verify/nav_of_disc.h"
 #include "verify/verify_disc.h"
 
 namespace quorvelant {
@@ -22,6 +26,40 @@ struct VerifyOptions {
   std::string Disc;
   bool Json = false;
 };
+
+// What the sectors show, then the ways through the disc.
+struct DiscProof {
+  VerifyResult Read;
+  Findings Ways;  // their places begin with a file of the disc
+
+  [[nodiscard]] std::size_t Count(Severity level) const {
+    return Read.Findings.Count(level) + CountOf(Ways, level);
+  }
+  [[nodiscard]] bool IsProven() const {
+    return Count(Severity::Error) + Count(Severity::Warning) == 0 && !Read.Stopped;
+  }
+};
+
+DiscProof Prove(const VerifyOptions& options, UserInterface& ui) {
+  DiscProof proof{.Read = VerifyDisc(options.Disc, ui), .Ways = {}};
+  if (!proof.Read.Stopped && proof.Read.HasTables()) {
+    proof.Ways = DiscNavigation(SurveyOf(NavOfDisc(proof.Read)), proof.Read.IsOurs);
+  }
+  return proof;
+}
+
+Message WithDisc(Message way, const std::string& disc) {
+  way.Place = disc + "/" + way.Place;
+  return way;
+}
+
+nlohmann::ordered_json WayJson(const Message& way, const std::string& disc) {
+  const std::size_t blank = way.Place.find(' ');
+  nlohmann::ordered_json json = MessageJson(WithDisc(way, disc));
+  json["file"] = way.Place.substr(0, blank);
+  json["table"] = blank == std::string::npos ? std::string() : way.Place.substr(blank + 1);
+  return json;
+}
 
 nlohmann::ordered_json FindingJson(const DiscFinding& finding, const std::string& disc) {
   nlohmann::ordered_json json = MessageJson(MessageOfFinding(finding, disc));
@@ -42,42 +80,43 @@ nlohmann::ordered_json FindingJson(const DiscFinding& finding, const std::string
   return json;
 }
 
-std::string Counted(std::size_t count, const char* noun) {
-  return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+void PrintJson(const DiscProof& proof, const VerifyOptions& options, CommandContext& context) {
+  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+  for (const DiscFinding& finding : proof.Read.Findings.All()) {
+    list.push_back(FindingJson(finding, options.Disc));
+  }
+  for (const Message& way : proof.Ways) {
+    list.push_back(WayJson(way, options.Disc));
+  }
+  context.Out << JsonText({{"version", JsonVersion},
+                           {"disc", options.Disc},
+                           {"bytes", proof.Read.Bytes},
+                           {"proven", proof.IsProven()},
+                           {"findings", list}})
+              << '\n';
 }
 
-void Print(const VerifyResult& result, const VerifyOptions& options, CommandContext& context) {
-  const DiscFindings& findings = result.Findings;
-  if (options.Json) {
-    nlohmann::ordered_json list = nlohmann::ordered_json::array();
-    for (const DiscFinding& finding : findings.All()) {
-      list.push_back(FindingJson(finding, options.Disc));
-    }
-    context.Out << JsonText({{"version", JsonVersion},
-                             {"disc", options.Disc},
-                             {"bytes", result.Bytes},
-                             {"proven", !findings.HasFaults() && !result.Stopped},
-                             {"findings", list}})
-                << '\n';
-    return;
-  }
-  for (const DiscFinding& finding : findings.All()) {
+void Print(const DiscProof& proof, const VerifyOptions& options, CommandContext& context) {
+  for (const DiscFinding& finding : proof.Read.Findings.All()) {
     context.Ui.Tell(MessageOfFinding(finding, options.Disc));
   }
-  if (!result.Stopped) {
+  for (const Message& way : proof.Ways) {
+    context.Ui.Tell(WithDisc(way, options.Disc));
+  }
+  if (!proof.Read.Stopped) {
     context.Report(
-        fmt::format("{}: {}, {}, {} in {}\n", options.Disc, Counted(findings.Count(Severity::Error), "error"),
-                    Counted(findings.Count(Severity::Warning), "warning"),
-                    Counted(findings.Count(Severity::Information), "note"), SizeText(result.Bytes)));
+        fmt::format("{}: {}, {}, {} in {}\n", options.Disc, Counted(proof.Count(Severity::Error), "error"),
+                    Counted(proof.Count(Severity::Warning), "warning"),
+                    Counted(proof.Count(Severity::Information), "note"), SizeText(proof.Read.Bytes)));
   }
 }
 
 int Run(const VerifyOptions& options, CommandContext& context) {
   try {
     context.Ui.Status("Reading " + options.Disc);
-    const VerifyResult result = VerifyDisc(options.Disc, context.Ui);
-    Print(result, options, context);
-    return result.Findings.HasFaults() || result.Stopped ? ExitFailed : ExitDone;
+    const DiscProof proof = Prove(options, context.Ui);
+    (options.Json ? PrintJson : Print)(proof, options, context);
+    return proof.IsProven() ? ExitDone : ExitFailed;
   } catch (const FileError& error) {
     context.Ui.Tell(MessageOf(message::DiscUnreadable, options.Disc, error.OneLine()));
     return ExitFailed;
@@ -89,7 +128,8 @@ int Run(const VerifyOptions& options, CommandContext& context) {
 void AddVerifyCommand(CLI::App& program, CommandContext& context) {
   const auto options = std::make_shared<VerifyOptions>();
   CLI::App* command = program.add_subcommand(
-      "verify", "Proves a finished disc: reads it whole, and compares its tables with its sectors");
+      "verify",
+      "Proves a finished disc: reads it whole, compares its tables with its sectors, and walks its menus");
   command->add_option("disc", options->Disc, "VIDEO_TS folder, or an image")->required()->type_name("DISC");
   command->add_flag("--json", options->Json, "Print one JSON object");
   command->footer("Exit status: 0 proven (notes aside), 1 there is an error or a warning, 2 wrong usage.");

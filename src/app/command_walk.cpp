@@ -13,6 +13,7 @@
 #include "app/messages.h"
 #include "app/rules_option.h"
 #include "base/counted.h"
+#include "base/disk.h"
 #include "base/text.h"
 #include "check/command_check.h"
 #include "check/nav_of.h"
@@ -26,6 +27,9 @@
 #include "player/nav_words.h"
 #include "script/load_findings.h"
 #include "script/script_reader.h"
+#include "verify/messages.h"
+#include "verify/nav_of_disc.h"
+#include "verify/verify_disc.h"
 
 namespace quorvelant {
 
@@ -135,7 +139,28 @@ int Print(const WalkOptions& options, const NavSurvey& survey, const Findings& f
   return status;
 }
 
-int Run(const WalkOptions& options, CommandContext& context) {
+// What was read wrong of a disc is for `verify` to tell; what is absent of it leads nowhere here.
+int WalkDisc(const WalkOptions& options, CommandContext& context) {
+  const VerifyResult read = VerifyDisc(options.Source, context.Ui);
+  if (read.Stopped || !read.HasTables()) {
+    for (const DiscFinding& finding : read.Findings.All()) {
+      context.Ui.Tell(MessageOfFinding(finding, options.Source));
+    }
+    return ExitFailed;
+  }
+  const NavDisc disc = NavOfDisc(read);
+  if (!options.Press.empty()) {
+    return PrintStops(disc, options, context) ? ExitDone : ExitFailed;
+  }
+  const NavSurvey survey = SurveyOf(disc);
+  Findings findings = ByRules(DiscNavigation(survey, read.IsOurs), options.RuleSet.Used());
+  for (Message& finding : findings) {
+    finding.Place = options.Source + "/" + finding.Place;
+  }
+  return Print(options, survey, findings, context.Ui, context);
+}
+
+int WalkProject(const WalkOptions& options, CommandContext& context) {
   const Rules& rules = options.RuleSet.Used();
   Project project;
   ReadFaults faults(context.Ui);  // sources matter for their streams alone
@@ -160,16 +185,38 @@ int Run(const WalkOptions& options, CommandContext& context) {
   return Print(options, survey, ByRules(std::move(findings), rules), named, context);
 }
 
+bool IsDisc(const std::string& path) {
+  const std::size_t dot = path.rfind('.');
+  return SystemDisk().KindOf(path) == FileKind::Folder ||
+         (dot != std::string::npos && EqualNoCase(path.substr(dot), ".iso"));
+}
+
+int Run(const WalkOptions& options, CommandContext& context) {
+  if (!IsDisc(options.Source)) {
+    return WalkProject(options, context);
+  }
+  try {
+    return WalkDisc(options, context);
+  } catch (const FileError& error) {
+    context.Ui.Tell(MessageOf(message::DiscUnreadable, options.Source, error.OneLine()));
+    return ExitFailed;
+  }
+}
+
 }  // namespace
 
 void AddWalkCommand(CLI::App& program, CommandContext& context) {
   const auto options = std::make_shared<WalkOptions>();
-  CLI::App* command = program.add_subcommand(
-      "walk",
-      "Walks every way through the menus and titles of a project, and tells where one ends or leads nowhere");
-  command->add_option("project", options->Source, "Project (.qvp), or a script of the other dialect (.scp)")
+  CLI::App* command = program.add_subcommand("walk",
+                                             "Walks every way through the menus and titles of a project or a "
+                                             "finished disc, and tells where one ends "
+                                             "or leads nowhere");
+  command
+      ->add_option(
+          "source", options->Source,
+          "Project (.qvp), a script of the other dialect (.scp), a VIDEO_TS folder, or an image (.iso)")
       ->required()
-      ->type_name("PROJECT");
+      ->type_name("PROJECT|VIDEO_TS");
   command->add_option("--press", options->Press, "Play this way instead: \"OK, Down, OK, end, Menu\"")
       ->type_name("KEYS");
   command->add_option("--language", options->Language, "Menu language of the player for --press")

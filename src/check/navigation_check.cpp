@@ -186,6 +186,15 @@ Findings NavigationFindings(const NavSurvey& survey, const NavNaming& naming) {
   return findings;
 }
 
+Findings DiscNavigation(const NavSurvey& survey, bool isOurs) {
+  Findings findings = NavigationFindings(survey, NameByBytes);
+  for (Message& finding : findings) {
+    const bool isFree = finding.Is(message::Unreachable) || finding.Is(message::StreamMissing);
+    finding.Level = isFree && !isOurs ? Severity::Information : finding.Level;
+  }
+  return findings;
+}
+
 Findings CheckNavigation(const Project& project, const Rules& rules, const Findings& told) {
   if (!IsResolved(project)) {
     return {};
@@ -198,7 +207,7 @@ Findings NewFindings(Findings findings, const Findings& told) {
   std::unordered_set<std::string> places;
   for (const Message& finding : told) {
     if (finding.Level == Severity::Error || finding.Is(message::TargetMissing) ||
-        finding.Is(message::MenuLeadsNowhere)) {
+        finding.Is(message::MenuLeadsNowhere) || finding.Is(message::FirstPlayLeadsNowhere)) {
       places.insert(finding.Place);
     }
   }

@@ -27,6 +27,9 @@ using NavNaming = std::function<NavCommandWords(const NavFinding&)>;
 // The names of a project's commands, and those of the bytes where there is no project.
 [[nodiscard]] NavNaming NamingOf(const Project& project);
 [[nodiscard]] NavCommandWords NameByBytes(const NavFinding& finding);
+// Of a finished disc, by table and number. Discs of other programs may hold what nobody reaches, and choose
+// what is not there: notes, where this program's own are warned of.
+[[nodiscard]] Findings DiscNavigation(const NavSurvey& survey, bool isOurs);
 
 // Whether a disc with the finding leads nowhere: what only `--force-navigation` makes a disc of.
 [[nodiscard]] bool IsNavigationError(const Message& finding);

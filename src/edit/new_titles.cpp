@@ -11,6 +11,7 @@
 #include "edit/film_tracks.h"
 #include "edit/messages.h"
 #include "edit/title_row.h"
+#include "model/keys.h"
 
 namespace quorvelant {
 
@@ -50,10 +51,18 @@ Outcome AddTitle(EditSession& session, const FilmFiles& film, TitleRow& row, Use
 Outcome AddTitles(EditSession& session, std::span<const FilmFiles> films, UserInterface& ui) {
   Change change(session, "Add Titles");
   TitleRow row(session);
+  std::string last;
   for (const FilmFiles& film : films) {
     Outcome outcome = AddTitle(session, film, row, ui);
     if (!outcome.IsDone()) {
       return outcome;
+    }
+    last = outcome.Key;
+  }
+  if (!last.empty()) {  // after the last film the player stops because it is told to
+    Outcome ended = AppendCommand(session, PgcKey(last, 1), &PGC_P::PostCommands, "Exit");
+    if (!ended.IsDone()) {
+      return ended;
     }
   }
   return change.Commit();

@@ -28,7 +28,7 @@ void AudioWalk::Feed(const ScannedPacket& packet) {
   lastSector_ = packet.Sector;
   const std::size_t skip = HeaderBytesOf(stream_);
   const auto bad = [&](const char* field, const char* expected, const auto& seen) {
-    teller_->Tell(message::AudioBroken, packet.Sector, packet.At, name_, field, expected, seen);
+    teller_->Tell(message::FramesBroken, packet.Sector, packet.At, name_, field, expected, seen);
   };
   if (packet.Payload.size() < skip) {
     bad("", "a packet with its header", packet.Payload.size());
@@ -71,13 +71,13 @@ void AudioWalk::Feed(const ScannedPacket& packet) {
 void AudioWalk::CheckHeader(const ScannedPacket& packet, const std::vector<AudioFrameStart>& starts,
                             std::size_t skipped) const {
   if (packet.Payload[1] != starts.size()) {
-    teller_->Tell(message::AudioBroken, packet.Sector, packet.At + 1, name_, "number of frame headers",
+    teller_->Tell(message::FramesBroken, packet.Sector, packet.At + 1, name_, "number of frame headers",
                   starts.size(), packet.Payload[1]);
   }
   const std::size_t said = GetBytes(packet.Payload, 2, 2);
   const std::size_t wanted = starts.empty() ? 0 : starts.front().At + skipped - 3;
   if (said != wanted) {
-    teller_->Tell(starts.empty() ? message::AudioLoose : message::AudioBroken, packet.Sector, packet.At + 2,
+    teller_->Tell(starts.empty() ? message::AudioLoose : message::FramesBroken, packet.Sector, packet.At + 2,
                   name_, "first access unit pointer", wanted, said);
   }
 }

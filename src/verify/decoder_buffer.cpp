@@ -36,7 +36,7 @@ void DecoderBuffer::CheckInTime(const Arrival& arrival) {
     const auto after = static_cast<std::int64_t>(arrival.Total - unit.End);
     const std::int64_t time = arrival.End - after * ByteTicks / ByteTicksBy;
     if (time > unit.Time) {
-      teller_->Tell(message::BufferUnderflow, arrival.Sector, 0, stream_, "",
+      teller_->Tell(message::BufferStarved, arrival.Sector, 0, stream_, "",
                     "a unit that is in when it is decoded",
                     fmt::format("{:.2f} ms late", static_cast<double>(time - unit.Time) / TicksPerMs));
     }

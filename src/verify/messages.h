@@ -85,8 +85,8 @@ inline constexpr MessageKind HighlightWrong{"verify-highlight", Severity::Error,
                                             ImageDamaged.Text};
 inline constexpr MessageKind HighlightLoose{"verify-highlight-loose", Severity::Information, "Highlights",
                                             ImageDamaged.Text};
-inline constexpr MessageKind BufferUnderflow{"verify-buffer-under", Severity::Error, "Decoder Buffers",
-                                             ImageDamaged.Text};
+inline constexpr MessageKind BufferStarved{"verify-buffer-under", Severity::Error, "Decoder Buffers",
+                                           ImageDamaged.Text};
 inline constexpr MessageKind BufferOverflow{"verify-buffer-over", Severity::Error, "Decoder Buffers",
                                             ImageDamaged.Text};
 inline constexpr MessageKind BufferTight{"verify-buffer-tight", Severity::Information, "Decoder Buffers",
@@ -94,12 +94,12 @@ inline constexpr MessageKind BufferTight{"verify-buffer-tight", Severity::Inform
 inline constexpr MessageKind VideoBroken{"verify-video", Severity::Error, "Video", ImageDamaged.Text};
 inline constexpr MessageKind VideoLoose{"verify-video-loose", Severity::Information, "Video",
                                         ImageDamaged.Text};
-inline constexpr MessageKind AudioBroken{"verify-audio", Severity::Error, "Audio", ImageDamaged.Text};
+inline constexpr MessageKind FramesBroken{"verify-audio", Severity::Error, "Audio", ImageDamaged.Text};
 inline constexpr MessageKind AudioLoose{"verify-audio-loose", Severity::Information, "Audio",
                                         ImageDamaged.Text};
 inline constexpr MessageKind SubpictureBroken{"verify-subpicture", Severity::Error, "Subpictures",
                                               ImageDamaged.Text};
-inline constexpr MessageKind StreamMissing{"verify-stream", Severity::Error, "Streams", ImageDamaged.Text};
+inline constexpr MessageKind StreamAbsent{"verify-stream", Severity::Error, "Streams", ImageDamaged.Text};
 inline constexpr MessageKind StreamLoose{"verify-stream-loose", Severity::Information, "Streams",
                                          ImageDamaged.Text};
 

@@ -61,9 +61,9 @@ class DiscVerifier {
     if (domain.Bup != nullptr) {
       CompareBackup(ifo, ReadAll(*domain.Bup), *domain.Bup);
     }
-    isOurs_ = domain.Set == 0 ? IsOurManager(ifo) : isOurs_;
+    result_.IsOurs = domain.Set == 0 ? IsOurManager(ifo) : result_.IsOurs;
     if (auto tables =
-            ReadIfoTables(domain.Ifo->Name, domain.Set, isOurs_, std::move(ifo), result_.Findings)) {
+            ReadIfoTables(domain.Ifo->Name, domain.Set, result_.IsOurs, std::move(ifo), result_.Findings)) {
       set.Tables = std::move(*tables);
     }
   }
@@ -89,7 +89,7 @@ class DiscVerifier {
     const VobTeller teller(files, result_.Findings);
     VobScan scan(teller, {.Streams = menus ? tables.Menus : tables.TitleStreams,
                           .Known = !tables.Data.empty(),
-                          .IsOurs = isOurs_,
+                          .IsOurs = result_.IsOurs,
                           .Sectors = files.Sectors()});
     std::uint64_t block = 0;
     StreamSectors(
@@ -134,7 +134,6 @@ class DiscVerifier {
   std::unique_ptr<DiscSource> source_;
   std::vector<DiscDomain> domains_;
   std::uint64_t total_ = 0;
-  bool isOurs_ = false;  // the manager names this program
 };
 
 }  // namespace

@@ -24,7 +24,11 @@ struct VerifyResult {
   DiscFindings Findings;
   std::uint64_t Bytes = 0;        // that were read
   bool Stopped = false;           // the user asked for it
+  bool IsOurs = false;            // the manager names this program
   std::vector<VerifiedSet> Sets;  // the manager, then the title sets; a set that is none has no data
+
+  // Whether there is a manager, without which nothing leads anywhere.
+  [[nodiscard]] bool HasTables() const { return !Sets.empty() && !Sets.front().Tables.Data.empty(); }
 };
 
 // Any bytes do. Raises FileError for what cannot be opened or read.

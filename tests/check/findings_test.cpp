@@ -303,13 +303,16 @@ TEST(MessageCodes, NoTwoKindsShareOneAndEachFindingHasItsRow) {
   for (const Row& row : Rows()) {
     rows += row.Found;
   }
-  rows += TempFolder::Read(SourceFile("tests/check/dead_disc_rows.cpp"));  // a table of its own
-  const std::regex kind(R"(MessageKind \w+\{\s*\"([^\"]*)\")");
+  rows += TempFolder::Read(SourceFile("tests/check/dead_disc_rows.cpp"));  // tables of their own
+  rows += TempFolder::Read(SourceFile("tests/check/navigation_check_test.cpp"));
+  const std::regex kind(R"(MessageKind (\w+)\{\s*\"([^\"]*)\")");
   std::set<std::string> codes;
+  std::set<std::string> names;  // all rooms share one namespace
   for (const auto& room : std::filesystem::directory_iterator(SourceFile("src"))) {
     const std::string table = TempFolder::Read(room.path() / "messages.h");
     for (std::sregex_iterator at(table.begin(), table.end(), kind); at != std::sregex_iterator(); ++at) {
-      const std::string code = (*at)[1];
+      const std::string code = (*at)[2];
+      EXPECT_TRUE(names.insert((*at)[1]).second) << (*at)[1];
       EXPECT_TRUE(std::regex_match(code, std::regex("[a-z0-9]+(-[a-z0-9]+)*"))) << code;
       EXPECT_TRUE(codes.insert(code).second) << code;
       EXPECT_TRUE(room.path().filename() != "check" || Contains(rows, " " + code + " "))

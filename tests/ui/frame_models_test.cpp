@@ -6,11 +6,11 @@
 #include <filesystem>
 #include <map>
 
+#include "disc/disc_media.h"
 #include "edit/missing_sources.h"
 #include "support/scripted_answers.h"
 #include "support/temp_folder.h"
 #include "ui/author_work.h"
-#include "disc/disc_media.h"
 #include "ui/disc_needs.h"
 #include "ui/jobs_model.h"
 #include "ui/latest_work.h"

@@ -1,4 +1,3 @@
-#include "support/pressed_action.h"
 #include "window/film_wizard.h"
 
 #include <gtest/gtest.h>
@@ -25,6 +24,7 @@
 #include "model/walk.h"
 #include "support/folders.h"
 #include "support/media.h"
+#include "support/pressed_action.h"
 #include "support/scripted_answers.h"
 #include "support/temp_folder.h"
 #include "ui/film_list_model.h"
