@@ -45,7 +45,8 @@ std::vector<std::string> WordsOf(const CLI::Option& option) {
   const auto close = type.find('}');
   std::vector<std::string> words;
   if (open != std::string::npos && close != std::string::npos) {
-    for (const std::string_view word : Split(type.substr(open + 1, close - open - 1), ",")) {
+    const std::string_view list = std::string_view{type}.substr(open + 1, close - open - 1);
+    for (const std::string_view word : Split(list, ",")) {
       words.emplace_back(word);
     }
   }
