@@ -1,53 +1,22 @@
 #include "ui/simulation.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
-#include <array>
+#include <cmath>
 #include <utility>
 
 #include "check/nav_of.h"
-#include "edit/element_names.h"
 #include "player/nav_lookup.h"
 #include "player/nav_words.h"
+#include "ui/messages.h"
 #include "ui/shown_text.h"
 
 namespace quorvelant {
 
 namespace {
 
-constexpr std::size_t MostSteps = 5000;  // then the log begins anew
 constexpr double TicksASecond = 90000;
-constexpr std::uint16_t English = 0x656E;
 constexpr std::uint16_t SubpictureShows = 0x40;
-
-QString ListWords(NavList list) {
-  switch (list) {
-    case NavList::Pre:
-      return Simulation::tr("pre");
-    case NavList::Post:
-      return Simulation::tr("post");
-    case NavList::Cell:
-      return Simulation::tr("cell");
-    default:
-      return Simulation::tr("button");
-  }
-}
-
-// Registers that tell something to people, by their numbers.
-struct NamedRegister {
-  Sprm Number;
-  const char* Name;
-};
-constexpr std::array NamedRegisters{NamedRegister{Sprm::Audio, "SPRM1 audio"},
-                                    NamedRegister{Sprm::Subpicture, "SPRM2 subtitles"},
-                                    NamedRegister{Sprm::Angle, "SPRM3 angle"},
-                                    NamedRegister{Sprm::Title, "SPRM4 title"},
-                                    NamedRegister{Sprm::TitleOfSet, "SPRM5 of the set"},
-                                    NamedRegister{Sprm::TitleChain, "SPRM6 PGC"},
-                                    NamedRegister{Sprm::Part, "SPRM7 chapter"},
-                                    NamedRegister{Sprm::Button, "SPRM8 button"},
-                                    NamedRegister{Sprm::Timer, "SPRM9 timer"}};
+constexpr std::uint16_t NoAudio = 15;
 
 // How many streams a chain has, by its table of them.
 template <typename Table>
@@ -55,116 +24,240 @@ std::uint16_t StreamsOf(const Table& table) {
   return static_cast<std::uint16_t>(std::ranges::count_if(table, [](auto entry) { return entry != 0; }));
 }
 
+bool HasCells(const std::vector<NavChain>& chains) {
+  return std::ranges::any_of(chains, [](const NavChain& chain) { return !chain.Cells.empty(); });
+}
+
+bool HasCells(const std::vector<NavMenus>& units) {
+  return std::ranges::any_of(units, [](const NavMenus& menus) { return HasCells(menus.Chains); });
+}
+
+bool HasCells(const NavDisc& disc) {
+  return HasCells(disc.Menus) || std::ranges::any_of(disc.Sets, [](const NavSet& set) {
+           return HasCells(set.Menus) || HasCells(set.Titles);
+         });
+}
+
+void AddLanguages(const std::vector<NavMenus>& units, std::vector<std::uint16_t>& languages) {
+  for (const NavMenus& menus : units) {
+    if (std::ranges::find(languages, menus.Language) == languages.end()) {
+      languages.push_back(menus.Language);
+    }
+  }
+}
+
+// The register of the picture's shape: 16:9 wished and shown, or 4:3 by letterbox or pan-scan.
+std::uint16_t ScreenValue(PlayerScreenKind screen) {
+  switch (screen) {
+    case PlayerScreenKind::LetterBox:
+      return 0x0200;
+    case PlayerScreenKind::PanScan:
+      return 0x0100;
+    case PlayerScreenKind::Wide:
+      break;
+  }
+  return 0x0C00;
+}
+
+// The next number; one more than the last is none.
+std::uint16_t NumberAfter(std::uint16_t now, std::uint16_t count) {
+  return now >= count ? std::uint16_t{0} : static_cast<std::uint16_t>(now + 1);
+}
+
 }  // namespace
 
-Simulation::Simulation(Document& document, Selection& selection, Viewer& viewer, QObject* parent)
-    : QObject(parent), document_(document), selection_(selection), viewer_(viewer) {
-  connect(&document, qOverload<const ChangeEvent&>(&Document::Changed), this, &Simulation::Eject);
+Simulation::Simulation(Document& document, Jobs& jobs, PictureLoader& pictures, QObject* parent)
+    : QObject(parent), document_(document), jobs_(jobs), pictures_(pictures) {
+  connect(&document, qOverload<const ChangeEvent&>(&Document::Changed), this, &Simulation::EndByChange);
 }
 
 void Simulation::Insert() {
   EditSession& session = document_.Session();
-  session.Commands();  // their digits are those of the disc
-  disc_ = NavOf(session.Work(), session.RulesInForce());
-  steps_.clear();
-  Take(InsertDisc(*disc_, FreshRegisters(English), Draw()));
+  const std::size_t wrong = session.Commands().Errors.size();
+  NavDisc disc = NavOf(session.Work(), session.RulesInForce());
+  if (!HasCells(disc)) {
+    Eject();
+    document_.Speaks().Tell(MessageOf(message::NothingToPlay, {}));
+    return;
+  }
+  disc_ = std::move(disc);
+  log_.Clear();
+  if (wrong > 0) {
+    log_.Add({.Place = {},
+              .Words = tr("Commands with errors, which do nothing here: %1").arg(wrong),
+              .IsFault = true});
+  }
+  if (!look_) {
+    look_ = std::make_unique<SimulatedLook>(document_, jobs_, pictures_);
+    connect(look_.get(), &SimulatedLook::Changed, this, &Simulation::LookChanged);
+  }
+  NavRegisters fresh = FreshRegisters(player_.Language);
+  fresh.Put(Sprm::VideoPreference, ScreenValue(player_.Screen));
+  log_.Add({.Place = {}, .Words = tr("The disc is put in"), .IsPress = true});
+  Take(InsertDisc(*disc_, fresh, Draw()));
 }
 
 void Simulation::Eject() {
   if (disc_) {
     disc_.reset();
+    look_.reset();
     state_ = {};
     emit StateChanged();
   }
 }
 
-void Simulation::Press(const NavEvent& event) {
-  if (!disc_) {
-    return;
+void Simulation::EndByChange() {
+  if (disc_) {
+    Eject();
+    document_.Speaks().Tell(MessageOf(message::SimulationEnded, {}));
   }
-  Take(NavStep(*disc_, state_, event, Draw()));
+}
+
+void Simulation::LogPress(const NavEvent& event) {
+  const bool isSubtitles = event.Key == NavKey::Subpicture;
+  const bool shows = (event.Number & SubpictureShows) != 0;
+  log_.Add({.Place = {},
+            .Words = !isSubtitles ? Shown(PressWords(event))
+                     : shows      ? tr("subtitle %1").arg(event.Number & (SubpictureShows - 1U))
+                                  : tr("no subtitles"),
+            .IsPress = true});
+}
+
+void Simulation::Press(const NavEvent& event) {
+  if (disc_) {
+    LogPress(event);
+    Take(NavStep(*disc_, state_, event, Draw()));
+  }
 }
 
 NavRandom Simulation::Draw() {
   return [this](std::uint16_t bound) {
-    return static_cast<std::uint16_t>(std::uniform_int_distribution<unsigned>(1, bound)(dice_));
+    const unsigned most = std::max<unsigned>(bound, 1);
+    return static_cast<std::uint16_t>(std::uniform_int_distribution<unsigned>(1, most)(dice_));
   };
 }
 
 void Simulation::PressNext(NavKey key) {
   const NavChain* const chain = Chain();
-  if (chain == nullptr) {
+  if (chain == nullptr || state_.Phase == NavPhase::Stopped) {
+    Press({key, 0});
     return;
   }
-  const bool isAudio = key == NavKey::Audio;
-  const std::uint16_t count = isAudio ? StreamsOf(chain->Audio) : StreamsOf(chain->Subpictures);
-  const std::uint16_t now = state_.Registers.Of(isAudio ? Sprm::Audio : Sprm::Subpicture);
-  if (count == 0) {
-    Press({key, now});
+  if (key == NavKey::Audio) {
+    const std::uint16_t count = StreamsOf(chain->Audio);
+    const std::uint16_t now = state_.Registers.Of(Sprm::Audio);
+    Press({key, count == 0         ? NoAudio
+                : now + 1U < count ? static_cast<std::uint16_t>(now + 1)
+                                   : std::uint16_t{0}});
     return;
   }
-  const auto next = static_cast<std::uint16_t>(((now & (SubpictureShows - 1U)) + 1U) % count);
-  Press({key, isAudio ? next : static_cast<std::uint16_t>(next | SubpictureShows)});
+  const std::uint16_t count = StreamsOf(chain->Subpictures);
+  const std::uint16_t now = state_.Registers.Of(Sprm::Subpicture);
+  const bool shows = (now & SubpictureShows) != 0;
+  const std::uint16_t next = NumberAfter(shows ? (now & (SubpictureShows - 1U)) + 1U : 0, count);
+  // After the last one they are hidden, and the number stays.
+  Press({key, next == 0 ? static_cast<std::uint16_t>(now & (SubpictureShows - 1U))
+                        : static_cast<std::uint16_t>((next - 1U) | SubpictureShows)});
 }
 
-void Simulation::Take(NavOutcome outcome) {
-  if (steps_.size() > MostSteps) {
-    steps_.clear();
+// --- time ---
+
+void Simulation::LetPass(double seconds) {
+  const auto whole = static_cast<std::uint16_t>(std::clamp(std::floor(seconds), 0.0, 65535.0));
+  NavRegisters& registers = state_.Registers;
+  for (std::size_t i = 0; i < registers.General.size(); ++i) {
+    if (registers.Counts.at(i)) {
+      registers.General.at(i) = static_cast<std::uint16_t>(registers.General.at(i) + whole);
+    }
   }
-  const NavState before = std::exchange(state_, std::move(outcome.State));
-  std::ranges::for_each(outcome.Happened, [&](const NavHappening& one) { Log(one, before); });
-  Show();
+  const std::uint16_t timer = registers.Of(Sprm::Timer);
+  registers.Put(Sprm::Timer, timer > whole ? static_cast<std::uint16_t>(timer - whole) : std::uint16_t{0});
+}
+
+void Simulation::GoOn() {
+  if (!disc_) {
+    return;
+  }
+  const auto cell = CellSeconds();
+  const std::uint16_t timer = state_.Registers.Of(Sprm::Timer);
+  const bool isStopped = state_.Phase == NavPhase::Stopped;
+  if (!isStopped && timer != 0 && state_.At.Set != 0 && (!cell || timer <= *cell)) {
+    LetPass(timer - 1);  // the machine wants a timer that runs
+    Press({NavKey::TimeOver, 0});
+    return;
+  }
+  LetPass(isStopped ? 0 : cell.value_or(0));
+  const NavPage* const page = Page();
+  const bool waits = page != nullptr && !page->Buttons.empty();
+  Press({cell || waits || state_.Phase == NavPhase::Playing ? NavKey::Wait : NavKey::StopStill, 0});
+}
+
+std::optional<double> Simulation::CellSeconds() const {
+  const NavCell* const cell = disc_ && state_.Phase != NavPhase::Stopped ? CellAt(*disc_, state_) : nullptr;
+  const NavChain* const chain = Chain();
+  if (cell == nullptr || chain == nullptr) {
+    return std::nullopt;
+  }
+  const auto still = [](std::uint8_t seconds) {
+    return seconds == StillForEver ? std::nullopt : std::optional(static_cast<double>(seconds));
+  };
+  if (state_.Phase == NavPhase::CellStill) {
+    return still(cell->StillTime);
+  }
+  if (state_.Phase == NavPhase::ChainStill) {
+    return still(chain->StillTime);
+  }
+  const NavPage* const page = Page();
+  const std::uint32_t begin = page == nullptr ? 0 : page->Start;
+  std::uint32_t end = state_.Page < cell->Pages.size() ? cell->Pages[state_.Page].Start : cell->Ticks;
+  if (page != nullptr && page->ForcedAction != 0) {
+    end = std::min(page->End, cell->Ticks);
+  }
+  return cell->Ticks == 0 ? std::nullopt : std::optional((end > begin ? end - begin : 0) / TicksASecond);
+}
+
+std::optional<double> Simulation::Seconds() const {
+  const auto cell = CellSeconds();
+  const std::uint16_t timer =
+      disc_ && state_.Phase != NavPhase::Stopped && state_.At.Set != 0 ? state_.Registers.Of(Sprm::Timer) : 0;
+  return timer != 0 ? std::optional(std::min<double>(timer, cell.value_or(timer))) : cell;
+}
+
+// --- the player ---
+
+void Simulation::SetPlayer(const SimulatedPlayer& player) {
+  const SimulatedPlayer before = std::exchange(player_, player);
+  if (before == player_ || !disc_) {
+    return;
+  }
+  if (before.Language != player_.Language) {
+    Insert();
+    return;
+  }
+  state_.Registers.Put(Sprm::VideoPreference, ScreenValue(player_.Screen));
+  look_->Show(*disc_, state_, player_.Screen);
   emit StateChanged();
 }
 
-NavCommandWords Simulation::CommandOf(const NavHappening& happening, const NavState& before) const {
-  const NavChain* const chain = ChainAt(*disc_, happening.At, state_.Registers.Of(Sprm::MenuLanguage));
-  NavFinding named;
-  named.At = happening.At;
-  named.Command = NavCommandAt{happening.At, happening.List, before.Page, happening.Number};
-  named.Name = chain == nullptr ? std::string() : chain->Name;
-  const NavPage* const page = PageAt(*disc_, before);
-  if (happening.List == NavList::Button && page != nullptr && happening.Number >= 1 &&
-      happening.Number <= page->Buttons.size()) {
-    const NavButton& button = page->Buttons[happening.Number - 1U];
-    named.Name = button.Name;
-    named.Bytes = button.Command;
-  }
-  return NamingOf(document_.Work())(named);
-}
-
-void Simulation::Log(const NavHappening& happening, const NavState& before) {
-  using Kind = NavHappening::Kind;
-  const NavChain* const chain = ChainAt(*disc_, happening.At, state_.Registers.Of(Sprm::MenuLanguage));
-  SimulatedStep step{.Place = chain == nullptr ? std::string() : chain->Name, .Words = {}};
-  const bool isMissing = happening.What == Kind::Missing;
-  switch (happening.What) {
-    case Kind::Entered:
-      step.Words = Shown(NameOfElement(document_.Work(), step.Place));
-      break;
-    case Kind::Plays:
-      if (chain != nullptr && happening.At.Cell >= 1 && happening.At.Cell <= chain->Cells.size()) {
-        step.Place = chain->Cells[happening.At.Cell - 1U].Name;
-      }
-      step.Words = tr("plays %1").arg(Shown(NameOfElement(document_.Work(), step.Place)));
-      break;
-    case Kind::Refused:
-      step.Words = tr("this key does nothing here");
-      break;
-    case Kind::Stopped:
-      step.Words = tr("stops");
-      break;
-    default: {
-      const NavCommandWords command = CommandOf(happening, before);
-      step.Place = command.Place;
-      step.Words = (isMissing ? tr("%1 %2: %3 leads nowhere") : tr("%1 %2: %3"))
-                       .arg(ListWords(happening.List))
-                       .arg(happening.Number)
-                       .arg(Shown(command.Text));
+std::vector<std::uint16_t> Simulation::Languages() const {
+  std::vector<std::uint16_t> languages;
+  if (disc_) {
+    AddLanguages(disc_->Menus, languages);
+    for (const NavSet& set : disc_->Sets) {
+      AddLanguages(set.Menus, languages);
     }
   }
-  step.IsFault = isMissing || (happening.What == Kind::Stopped && state_.Stop != NavStop::Exit);
-  steps_.push_back(std::move(step));
+  if (std::ranges::find(languages, player_.Language) == languages.end()) {
+    languages.push_back(player_.Language);
+  }
+  return languages;
+}
+
+void Simulation::Take(NavOutcome outcome) {
+  log_.Add(document_.Work(), *disc_, outcome);
+  state_ = std::move(outcome.State);
+  look_->Show(*disc_, state_, player_.Screen);
+  emit StateChanged();
 }
 
 const NavChain* Simulation::Chain() const {
@@ -175,60 +268,38 @@ const NavPage* Simulation::Page() const {
   return disc_ && state_.Phase != NavPhase::Stopped ? PageAt(*disc_, state_) : nullptr;
 }
 
-// The viewer follows the cell that is chosen.
-void Simulation::Show() {
-  const NavCell* const cell = state_.Phase == NavPhase::Stopped ? nullptr : CellAt(*disc_, state_);
-  if (cell == nullptr) {
-    return;
-  }
-  selection_.Choose(cell->Name);
-  const std::uint16_t stream = state_.Registers.Of(Sprm::Subpicture);
-  const Track* const track = viewer_.Shown();
-  const std::size_t number = state_.At.Domain == NavDomain::Title ? stream & (SubpictureShows - 1U) : 0;
-  if (track != nullptr && number < track->SubStreams.size() && !track->SubStreams[number].Removed) {
-    viewer_.ToStream(number);
-  }
-  const NavPage* const page = Page();
-  const int button = state_.Registers.Button();
-  viewer_.ChooseButton(page != nullptr && button >= 1 && std::cmp_less_equal(button, page->Buttons.size())
-                           ? std::optional(static_cast<std::size_t>(button - 1))
-                           : std::nullopt);
-}
-
-std::optional<double> Simulation::Seconds() const {
-  const NavCell* const cell = disc_ && state_.Phase != NavPhase::Stopped ? CellAt(*disc_, state_) : nullptr;
-  const NavChain* const chain = Chain();
-  if (cell == nullptr || chain == nullptr) {
-    return std::nullopt;
-  }
-  const auto still = [](std::uint8_t seconds) {
-    return seconds == StillForEver ? std::nullopt : std::optional(static_cast<double>(seconds));
-  };
-  switch (state_.Phase) {
-    case NavPhase::CellStill:
-      return still(cell->StillTime);
-    case NavPhase::ChainStill:
-      return still(chain->StillTime);
-    default:
-      return static_cast<double>(cell->Ticks) / TicksASecond;
-  }
+std::size_t Simulation::Parts() const {
+  const NavSet* const set =
+      disc_ && state_.At.Domain == NavDomain::Title ? SetOf(*disc_, state_.At.Set) : nullptr;
+  const std::size_t title = state_.Registers.Of(Sprm::TitleOfSet);
+  return set != nullptr && title >= 1 && title <= set->Parts.size() ? set->Parts[title - 1].size() : 0;
 }
 
 QString Simulation::Words() const {
-  return disc_ ? Shown(PlaceWords(*disc_, state_)) : QString();
+  if (!disc_) {
+    return {};
+  }
+  QString words = Shown(PlaceWords(*disc_, state_));
+  const bool isStill = state_.Phase == NavPhase::CellStill || state_.Phase == NavPhase::ChainStill;
+  if (isStill) {
+    words += tr(", still picture");
+  }
+  const NavPage* const page = Page();
+  const bool waits = page != nullptr && !page->Buttons.empty();
+  if (const auto seconds = Seconds()) {
+    words += tr(", goes on after %1 s").arg(std::ceil(*seconds));
+  } else if (isStill) {
+    words += waits ? tr(", waits for a button") : tr(", waits for Go On");
+  } else if (state_.Phase == NavPhase::Playing) {
+    words += tr(", of unknown length");
+  }
+  return words;
 }
 
-std::vector<SimulatedRegister> Simulation::Registers() const {
-  std::vector<SimulatedRegister> all;
-  for (std::size_t i = 0; i < state_.Registers.General.size(); ++i) {
-    all.push_back({QStringLiteral("GPRM%1").arg(i), state_.Registers.General.at(i)});
-  }
-  for (const NamedRegister& row : NamedRegisters) {
-    all.push_back({QString::fromUtf8(row.Name), row.Number == Sprm::Button
-                                                    ? static_cast<std::uint16_t>(state_.Registers.Button())
-                                                    : state_.Registers.Of(row.Number)});
-  }
-  return all;
+std::string Simulation::Place() const {
+  const NavCell* const cell = disc_ && state_.Phase != NavPhase::Stopped ? CellAt(*disc_, state_) : nullptr;
+  const NavChain* const chain = Chain();
+  return cell != nullptr ? cell->Name : chain != nullptr ? chain->Name : std::string();
 }
 
 }  // namespace quorvelant

@@ -1,64 +1,21 @@
 #include "window/map_window.h"
 
-#include <QCursor>
-#include <QGraphicsItem>
-#include <QGraphicsScene>
-#include <QPainterPath>
+#include <QElapsedTimer>
+#include <QHBoxLayout>
 #include <QSplitter>
+#include <QStyle>
 #include <QVBoxLayout>
-#include <functional>
-#include <utility>
+#include <algorithm>
 
 #include "check/nav_of.h"
-#include "player/nav_chart.h"
 #include "ui/shown_text.h"
 
 namespace quorvelant {
 
 namespace {
 
-QColor Lost() {
-  return {0xC0, 0x20, 0x20};
-}
-
-QRectF RectOf(const NavChartBox& box) {
-  return QRectF(box.X, box.Y, NavChart::BoxWidth, NavChart::BoxHeight);
-}
-
-// From the side of one box to the side of another, with a bend and a tip.
-QPainterPath ArrowOf(const QRectF& from, const QRectF& to) {
-  constexpr double Bend = 50;
-  constexpr double Tip = 5;
-  const bool goesRight = from.left() < to.left();
-  const bool isLevel = from.left() == to.left();
-  const QPointF start(goesRight || isLevel ? from.right() : from.left(), from.center().y());
-  const QPointF end(goesRight ? to.left() : to.right(), to.center().y());
-  const double out = goesRight || isLevel ? Bend : -Bend;
-  const double in = goesRight ? -Bend : Bend;
-  QPainterPath path(start);
-  path.cubicTo(start + QPointF(out, 0), end + QPointF(in, 0), end);
-  const double back = in > 0 ? Tip : -Tip;
-  path.moveTo(end + QPointF(back, -Tip));
-  path.lineTo(end);
-  path.lineTo(end + QPointF(back, Tip));
-  return path;
-}
-
-// Tells its key when it is clicked.
-class ChainBox : public QGraphicsRectItem {
- public:
-  ChainBox(const QRectF& rect, QString key, std::function<void(const QString&)> chosen)
-      : QGraphicsRectItem(rect), key_(std::move(key)), chosen_(std::move(chosen)) {
-    setCursor(Qt::PointingHandCursor);
-  }
-
- protected:
-  void mousePressEvent(QGraphicsSceneMouseEvent* /*event*/) override { chosen_(key_); }
-
- private:
-  QString key_;
-  std::function<void(const QString&)> chosen_;
-};
+constexpr double ZoomStep = 1.25;
+constexpr int Soon = 300;  // milliseconds after the last of several changes
 
 NavMap MapOf(Document& document) {
   EditSession& session = document.Session();
@@ -69,72 +26,121 @@ NavMap MapOf(Document& document) {
 }  // namespace
 
 MapWindow::MapWindow(WindowParts& parts, QWidget* parent)
-    : QDialog(parent), parts_(parts), chart_(new QGraphicsView), chains_(new QListWidget) {
+    : QDialog(parent), parts_(parts), chart_(new MapChart), chains_(new QListWidget), words_(new QLabel) {
   setWindowTitle(tr("Map of the Disc"));
   setAttribute(Qt::WA_DeleteOnClose);
-  chart_->setAccessibleName(tr("Chart"));
-  chart_->setRenderHint(QPainter::Antialiasing);
-  chart_->setDragMode(QGraphicsView::ScrollHandDrag);
   chains_->setAccessibleName(tr("Chains"));
+  chains_->setUniformItemSizes(true);
+  words_->setAccessibleName(tr("What the map shows"));
+  words_->setTextFormat(Qt::PlainText);
   auto* const halves = new QSplitter;
   halves->addWidget(chains_);
   halves->addWidget(chart_);
-  halves->setStretchFactor(1, 1);
+  halves->setStretchFactor(0, 1);
+  halves->setStretchFactor(1, 3);
+  halves->setChildrenCollapsible(false);
   auto* const column = new QVBoxLayout(this);
-  column->addWidget(halves);
+  column->addWidget(halves, 1);
+  column->addLayout(Keys());
   const int line = fontMetrics().height();
-  resize(60 * line, 36 * line);
-  connect(chains_, &QListWidget::itemActivated, this,
-          [this](const QListWidgetItem* item) { GoTo(item->data(Qt::UserRole).toString()); });
-  const NavMap map = MapOf(parts.Doc);
-  Draw(map);
-  List(map);
+  resize(64 * line, 38 * line);
+  soon_.setSingleShot(true);
+  soon_.setInterval(Soon);
+  connect(&soon_, &QTimer::timeout, this, &MapWindow::Draw);
+  connect(chains_, &QListWidget::itemActivated, this, [this] { GoTo(chains_->currentRow()); });
+  connect(chains_, &QListWidget::currentRowChanged, chart_, &MapChart::Choose);
+  connect(chart_, &MapChart::BoxClicked, this, [this](int box) {
+    chains_->setCurrentRow(box);
+    GoTo(box);
+  });
+  connect(&parts.Doc, qOverload<const ChangeEvent&>(&Document::Changed), this, &MapWindow::Age);
 }
 
-void MapWindow::Draw(const NavMap& map) {
-  auto* const scene = new QGraphicsScene(this);
+QPushButton* MapWindow::Key(const QString& text, const QString& keys) {
+  auto* const key = new QPushButton(text);
+  key->setAutoDefault(false);
+  key->setShortcut(QKeySequence(keys, QKeySequence::PortableText));
+  key->setToolTip(key->shortcut().toString(QKeySequence::NativeText));
+  return key;
+}
+
+QLayout* MapWindow::Keys() {
+  auto* const line = new QHBoxLayout;
+  anew_ = Key(tr("Draw Anew"), QStringLiteral("F5"));
+  QPushButton* const there = Key(tr("Go There"), QStringLiteral("Ctrl+G"));
+  QPushButton* const in = Key(tr("Zoom In"), QStringLiteral("Ctrl++"));
+  QPushButton* const out = Key(tr("Zoom Out"), QStringLiteral("Ctrl+-"));
+  QPushButton* const whole = Key(tr("Whole Map"), QStringLiteral("Ctrl+0"));
+  QPushButton* const close = Key(tr("Close"), QStringLiteral("Ctrl+W"));
+  line->addWidget(words_, 1);
+  for (QPushButton* const key : {anew_, there, out, in, whole, close}) {
+    line->addWidget(key);
+  }
+  connect(anew_, &QPushButton::clicked, this, &MapWindow::Draw);
+  connect(there, &QPushButton::clicked, this, [this] { GoTo(chains_->currentRow()); });
+  connect(in, &QPushButton::clicked, this, [this] { chart_->Zoom(ZoomStep); });
+  connect(out, &QPushButton::clicked, this, [this] { chart_->Zoom(1 / ZoomStep); });
+  connect(whole, &QPushButton::clicked, chart_, &MapChart::ShowWhole);
+  connect(close, &QPushButton::clicked, this, &QDialog::close);
+  return line;
+}
+
+void MapWindow::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  if (isOld_) {
+    Draw();
+    chains_->setFocus();
+  }
+}
+
+void MapWindow::Age() {
+  isOld_ = true;
+  if (took_ <= patience_) {
+    soon_.start();
+    return;
+  }
+  words_->setText(tr("The project has changed since this was drawn"));
+  anew_->setVisible(true);
+}
+
+void MapWindow::Draw() {
+  soon_.stop();
+  QElapsedTimer clock;
+  clock.start();
+  const NavMap map = MapOf(parts_.Doc);
   const NavChart chart = ChartOf(map);
-  const QPen ink(palette().color(QPalette::Text));
-  for (const NavMapArrow& arrow : map.Arrows) {
-    scene->addPath(ArrowOf(RectOf(chart.Boxes[arrow.From]), RectOf(chart.Boxes[arrow.To])),
-                   QPen(palette().color(QPalette::Highlight)));
-  }
-  const QFontMetrics letters(scene->font());
+  chart_->Draw(chart);
+  List(map, chart);
+  took_ = clock.elapsed();
+  isOld_ = false;
+  anew_->setVisible(false);
+  const auto lost = std::ranges::count(map.Chains, false, &NavMapChain::IsReached);
+  words_->setText(lost == 0 ? tr("%1 chains, all of them are reached").arg(map.Chains.size())
+                            : tr("%1 chains, nobody comes to %2 of them").arg(map.Chains.size()).arg(lost));
+}
+
+// The same row stays chosen where it is still there.
+void MapWindow::List(const NavMap& map, const NavChart& chart) {
+  const QListWidgetItem* const former = chains_->currentItem();
+  const QString key = former == nullptr ? QString() : former->data(Qt::UserRole).toString();
+  chains_->clear();
+  int current = 0;
   for (const NavChartBox& box : chart.Boxes) {
-    const NavMapChain& chain = map.Chains[box.Chain];
-    auto* const item =
-        new ChainBox(RectOf(box), Shown(chain.Name), [this](const QString& key) { GoTo(key); });
-    item->setPen(chain.IsReached ? ink : QPen(Lost(), 2));
-    item->setBrush(palette().color(QPalette::Base));
-    item->setToolTip(Shown(box.Text));
-    scene->addItem(item);
-    auto* const words = new QGraphicsSimpleTextItem(
-        letters.elidedText(Shown(box.Text), Qt::ElideRight, NavChart::BoxWidth - 12), item);
-    words->setBrush(chain.IsReached ? palette().color(QPalette::Text) : Lost());
-    words->setPos(box.X + 6, box.Y + (NavChart::BoxHeight - letters.height()) / 2.0);
-    words->setAcceptedMouseButtons(Qt::NoButton);
-  }
-  scene->setSceneRect(0, 0, chart.Width, chart.Height);
-  chart_->setScene(scene);
-}
-
-void MapWindow::List(const NavMap& map) {
-  for (const NavMapChain& chain : map.Chains) {
-    const QString words = Shown(chain.Words);
-    auto* const item =
-        new QListWidgetItem(chain.IsReached ? words : tr("%1: nobody comes here").arg(words), chains_);
-    item->setData(Qt::UserRole, Shown(chain.Name));
-    if (!chain.IsReached) {
-      item->setForeground(Lost());
+    auto* const item = new QListWidgetItem(Shown(box.Text), chains_);
+    const QString name = Shown(map.Chains[box.Chain].Name);
+    item->setData(Qt::UserRole, name);
+    if (!box.IsReached) {
+      item->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
     }
+    current = !key.isEmpty() && name == key ? chains_->count() - 1 : current;
   }
-  if (chains_->count() > 0) {
-    chains_->setCurrentRow(0);
-  }
+  chains_->setCurrentRow(chains_->count() > 0 ? current : -1);
 }
 
-void MapWindow::GoTo(const QString& key) {
-  parts_.Chosen.GoTo(key.toStdString());
+void MapWindow::GoTo(int row) {
+  if (const QListWidgetItem* const item = chains_->item(row)) {
+    parts_.Chosen.GoTo(item->data(Qt::UserRole).toString().toStdString());
+  }
 }
 
 }  // namespace quorvelant

@@ -14,9 +14,9 @@
 #include "window/log_pane.h"
 #include "window/media_pane.h"
 #include "window/picture_pane.h"
+#include "window/player_pane.h"
 #include "window/problems_pane.h"
 #include "window/properties_pane.h"
-#include "window/simulated_picture.h"
 #include "window/simulator_pane.h"
 #include "window/subtitles_pane.h"
 
@@ -91,7 +91,7 @@ PaneLayout::PaneLayout(QMainWindow& window, WindowParts& parts, QWidget* empty)
   Add(QStringLiteral("Media"), new MediaPane(parts), Qt::LeftDockWidgetArea);
   Add(QStringLiteral("Disc"), new DiscPane(parts), Qt::LeftDockWidgetArea);
   order_ << QStringLiteral("Picture");
-  panes_[QStringLiteral("Picture")] = picture;
+  panes_[QStringLiteral("Picture")] = middle_;
   Add(QStringLiteral("Properties"), new PropertiesPane(parts), Qt::RightDockWidgetArea);
   Add(QStringLiteral("Subtitles"), new SubtitlesPane(parts), Qt::BottomDockWidgetArea);
   Add(QStringLiteral("Buttons"), new ButtonsPane(parts), Qt::BottomDockWidgetArea);
@@ -102,7 +102,7 @@ PaneLayout::PaneLayout(QMainWindow& window, WindowParts& parts, QWidget* empty)
   Add(QStringLiteral("Log"), new LogPane(parts), Qt::BottomDockWidgetArea);
   Add(QStringLiteral("Simulator"), new SimulatorPane(parts), Qt::RightDockWidgetArea);
   HandleActions(parts.Commands);
-  HandleSimulation(parts, *picture);
+  HandleSimulation(parts);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
     for (const auto& [name, pane] : panes_) {
       if (now != nullptr && (now == pane || pane->isAncestorOf(now))) {
@@ -153,25 +153,45 @@ void PaneLayout::HandleActions(Actions& actions) {
   actions.Handle(ActionId::ResetLayout, [this] { Reset(); });
 }
 
-void PaneLayout::HandleSimulation(WindowParts& parts, PicturePane& picture) {
+// The player takes the place of the picture. It is not in the window while no disc plays: its remote would
+// keep the window wide.
+void PaneLayout::HandleSimulation(WindowParts& parts) {
   Simulation& player = parts.Player;
-  new SimulatedPicture(picture.View(), player);  // of the picture
+  player_ = new PlayerPane(parts, middle_);
+  player_->hide();
   QAction* const simulate = parts.Commands.Of(ActionId::Simulate);
-  parts.Commands.Handle(ActionId::Simulate, [this, &player] {
-    if (player.IsOn()) {
-      player.Eject();
-    } else {
-      player.Insert();
-      GoTo(QStringLiteral("Simulator"));
-      GoTo(QStringLiteral("Picture"));
-    }
+  parts.Commands.Handle(ActionId::Simulate, [&player, simulate] {
+    player.IsOn() ? player.Eject() : player.Insert();
+    simulate->setChecked(player.IsOn());  // also where there is nothing to play
   });
-  connect(&player, &Simulation::StateChanged, this, [this, simulate, &player] {
+  connect(&player, &Simulation::StateChanged, this, [this, &player, simulate] {
     simulate->setChecked(player.IsOn());
-    if (!player.IsOn()) {
-      docks_[QStringLiteral("Simulator")]->hide();
-    }
+    ShowPlayer(player.IsOn());
   });
+}
+
+void PaneLayout::ShowPlayer(bool isOn) {
+  if (isOn == (middle_->indexOf(player_) >= 0)) {
+    return;
+  }
+  QDockWidget* const beside = docks_[QStringLiteral("Simulator")];
+  if (isOn) {
+    middle_->addWidget(player_);
+    ShowMiddle();
+    beside->show();
+    beside->raise();
+    GoTo(QStringLiteral("Picture"));
+    return;
+  }
+  const bool hadKeys =
+      Focused() == QStringLiteral("Simulator") || player_->isAncestorOf(window_.focusWidget());
+  middle_->removeWidget(player_);
+  player_->hide();
+  ShowMiddle();
+  beside->hide();
+  if (hadKeys) {
+    GoTo(QStringLiteral("Picture"));
+  }
 }
 
 // Of tabs over each other: the one in front; its neighbour where that has the keys already.
@@ -205,12 +225,10 @@ void PaneLayout::GoTo(const QString& name) {
     dock->second->show();
     dock->second->raise();
   }
-  QWidget* target = pane;
-  if (name == QStringLiteral("Picture") && middle_->currentWidget() != pane) {
-    target = middle_->currentWidget();
-  }
+  QWidget* const target = pane == middle_ ? middle_->currentWidget() : pane;
   const auto last = lastFocus_.find(name);
-  QWidget* const control = last != lastFocus_.end() && target == pane && last->second->isEnabled()
+  QWidget* const control = last != lastFocus_.end() && target->isAncestorOf(last->second) &&
+                                   last->second->isEnabled() && last->second->isVisible()
                                ? last->second
                                : FirstControl(*target);
   control->setFocus(Qt::ShortcutFocusReason);
@@ -234,7 +252,13 @@ void PaneLayout::SetTab(const QString& name, const QString& words) {
 }
 
 void PaneLayout::SetEmpty(bool isEmpty) {
-  middle_->setCurrentIndex(isEmpty ? 1 : 0);
+  isEmpty_ = isEmpty;
+  ShowMiddle();
+}
+
+void PaneLayout::ShowMiddle() {
+  const int player = middle_->indexOf(player_);
+  middle_->setCurrentIndex(player >= 0 ? player : isEmpty_ ? 1 : 0);
 }
 
 void PaneLayout::Reset() {
@@ -268,13 +292,13 @@ void PaneLayout::Reset() {
   };
   stack(bottom, Bottom());
   if (isNarrow_) {
-    stack(tables, Tables() + QStringList{QStringLiteral("Properties")});
+    stack(tables, Tables() + QStringList{QStringLiteral("Properties"), QStringLiteral("Simulator")});
   } else {
     place(QStringLiteral("Properties"), Qt::RightDockWidgetArea);
+    stack(docks_[QStringLiteral("Properties")], {QStringLiteral("Simulator")});
     stack(tables, Tables());
   }
-  place(QStringLiteral("Simulator"), Qt::RightDockWidgetArea);
-  docks_[QStringLiteral("Simulator")]->hide();
+  docks_[QStringLiteral("Simulator")]->setVisible(middle_->indexOf(player_) >= 0);
   // They come before the docks that they name.
   for (QTabBar* bar : window_.findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) {
     bar->lower();
@@ -312,6 +336,7 @@ QByteArray PaneLayout::State() const {
 void PaneLayout::Restore(const QByteArray& state) {
   Reset();
   isRestored_ = !state.isEmpty() && window_.restoreState(state, StateVersion);
+  docks_[QStringLiteral("Simulator")]->hide();  // it may have been up when the window closed
 }
 
 }  // namespace quorvelant

@@ -86,11 +86,6 @@ void PictureView::ShowLinks(bool shown) {
   update();
 }
 
-void PictureView::ShowAsPlayer(bool played) {
-  isPlayed_ = played;
-  update();
-}
-
 void PictureView::PickColor(bool wanted) {
   picks_ = wanted;
   setCursor(wanted ? Qt::CrossCursor : Qt::ArrowCursor);
@@ -145,10 +140,8 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
   if (showsSafeArea_) {
     over.PaintSafeArea();
   }
-  if (!isPlayed_) {
-    over.PaintButtons(board_, chosen, drag_);
-  }
-  if (showsLinks_ && !isPlayed_) {
+  over.PaintButtons(board_, chosen, drag_);
+  if (showsLinks_) {
     over.PaintLinks(board_, chosen);
   }
   if (hasFocus()) {

@@ -27,12 +27,8 @@ class PictureView : public QWidget {
   [[nodiscard]] PictureGeometry Geometry() const;
   void ShowSafeArea(bool shown);
   void ShowLinks(bool shown);
-  // Without frames, handles and links, as a player shows it.
-  void ShowAsPlayer(bool played);
   // The next click gives the colour of the subtitle's bitmap there.
   void PickColor(bool wanted);
-
-  [[nodiscard]] std::optional<std::size_t> ButtonUnder(const QPointF& place) const;
 
   // A button at a free place.
   void AddButton(const std::string& aim);
@@ -65,7 +61,8 @@ class PictureView : public QWidget {
   [[nodiscard]] bool IsOwnKey(const QKeyEvent& event) const;
   [[nodiscard]] double HandleSize() const;
   [[nodiscard]] std::optional<ButtonHandles> Handles() const;  // of the chosen button
-  [[nodiscard]] std::vector<HighlightArea> Areas() const;      // of all buttons
+  [[nodiscard]] std::optional<std::size_t> ButtonUnder(const QPointF& place) const;
+  [[nodiscard]] std::vector<HighlightArea> Areas() const;  // of all buttons
   void EndGesture();
   // Whether a drag may make a button: on a film nobody expects one.
   [[nodiscard]] bool TakesDrawing() const;
@@ -77,7 +74,6 @@ class PictureView : public QWidget {
   bool showsSafeArea_ = false;
   bool showsLinks_ = true;
   bool picks_ = false;
-  bool isPlayed_ = false;
   ButtonDrag drag_;
   std::optional<QPointF> refused_;  // where a drag began that makes nothing
 };

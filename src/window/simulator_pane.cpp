@@ -1,89 +1,72 @@
 #include "window/simulator_pane.h"
 
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QHeaderView>
-#include <QPushButton>
-#include <QSplitter>
+#include <QStyle>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <utility>
 
-#include "window/player_keys.h"
+#include "ui/plain_tool_tip.h"
+#include "ui/shown_text.h"
 
 namespace quorvelant {
-
-namespace {
-
-constexpr double LongestWait = 8;  // seconds: films are stills here
-
-}  // namespace
 
 SimulatorPane::SimulatorPane(WindowParts& parts, QWidget* parent)
     : QWidget(parent),
       parts_(parts),
       player_(parts.Player),
-      words_(new QLabel),
-      runs_(new QCheckBox(tr("Time runs"))),
+      steps_(new QListWidget),
       registers_(new QTableWidget),
-      steps_(new QListWidget) {
-  words_->setTextFormat(Qt::PlainText);
-  words_->setWordWrap(true);
-  words_->setAccessibleName(tr("Where the player is"));
-  runs_->setToolTip(tr("Cells and stills end by themselves, after eight seconds at most"));
+      goThere_(new QPushButton(tr("Go There"))),
+      lists_(new QSplitter(Qt::Vertical)) {
   steps_->setAccessibleName(tr("What the player did"));
-  steps_->setToolTip(tr("A double click leads to the place in the project"));
   steps_->setUniformItemSizes(true);
+  goThere_->setToolTip(tr("Show the command or the cell in the project (Enter in the list)"));
+  goThere_->setEnabled(false);
   BuildRegisters();
-  auto* const lists = new QSplitter(Qt::Vertical);
-  lists->addWidget(steps_);
-  lists->addWidget(registers_);
-  lists->setStretchFactor(0, 1);
+  auto* const upper = new QWidget;
+  auto* const rows = new QVBoxLayout(upper);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->addWidget(steps_, 1);
+  auto* const line = new QHBoxLayout;
+  line->addStretch(1);
+  line->addWidget(goThere_);
+  rows->addLayout(line);
+  lists_->addWidget(upper);
+  lists_->addWidget(registers_);
+  lists_->setStretchFactor(0, 3);
+  lists_->setStretchFactor(1, 2);
+  lists_->setChildrenCollapsible(false);
   auto* const column = new QVBoxLayout(this);
-  column->addWidget(words_);
-  column->addLayout(BuildRemote());
-  column->addWidget(runs_);
-  column->addWidget(lists, 1);
-  clock_.setSingleShot(true);
-  connect(&clock_, &QTimer::timeout, this, [this] { player_.Press({NavKey::Wait, 0}); });
-  connect(runs_, &QCheckBox::toggled, this, &SimulatorPane::Wait);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addWidget(lists_);
   connect(&player_, &Simulation::StateChanged, this, &SimulatorPane::Follow);
-  connect(steps_, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
-    parts_.Chosen.GoTo(item->data(Qt::UserRole).toString().toStdString());
+  connect(steps_, &QListWidget::itemActivated, this, &SimulatorPane::GoTo);
+  connect(goThere_, &QPushButton::clicked, this, [this] { GoTo(steps_->currentItem()); });
+  connect(steps_, &QListWidget::currentItemChanged, this, [this](const QListWidgetItem* now) {
+    goThere_->setEnabled(now != nullptr && !now->data(Qt::UserRole).toString().isEmpty());
   });
   Follow();
 }
 
-QLayout* SimulatorPane::BuildRemote() {
-  constexpr int InRow = 3;
-  auto* const grid = new QGridLayout;
-  int at = 0;
-  for (const RemoteKey& key : RemoteKeys()) {
-    auto* const button = new QPushButton(tr(key.Name));
-    const QString pressed = QKeySequence(key.Pressed).toString(QKeySequence::NativeText);
-    button->setToolTip(tr("%1 on the picture").arg(pressed));
-    button->setAutoDefault(false);
-    grid->addWidget(button, at / InRow, at % InRow);
-    ++at;
-    connect(button, &QPushButton::clicked, this, [this, which = key.Key] {
-      if (which == NavKey::Audio || which == NavKey::Subpicture) {
-        player_.PressNext(which);
-      } else {
-        player_.Press({which, 0});
-      }
-    });
-  }
-  return grid;
+// Below a picture there is more room aside than below.
+void SimulatorPane::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  lists_->setOrientation(width() > 2 * height() ? Qt::Horizontal : Qt::Vertical);
 }
 
 void SimulatorPane::BuildRegisters() {
   registers_->setAccessibleName(tr("Registers"));
   registers_->setColumnCount(2);
   registers_->setHorizontalHeaderLabels({tr("Register"), tr("Value")});
+  registers_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
   registers_->horizontalHeader()->setStretchLastSection(true);
   registers_->verticalHeader()->hide();
+  registers_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 4 / 3);
   registers_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  registers_->setSelectionBehavior(QAbstractItemView::SelectRows);
   registers_->setTabKeyNavigation(false);
-  const auto all = player_.Registers();
+  const auto all = RegistersInWords({});
   registers_->setRowCount(static_cast<int>(all.size()));
   for (int row = 0; row < registers_->rowCount(); ++row) {
     registers_->setItem(row, 0, new QTableWidgetItem(all[static_cast<std::size_t>(row)].Name));
@@ -93,41 +76,53 @@ void SimulatorPane::BuildRegisters() {
 
 void SimulatorPane::Follow() {
   setEnabled(player_.IsOn());
-  words_->setText(player_.IsOn() ? player_.Words() : tr("No disc is in. Simulate (F5) puts it in."));
-  const auto all = player_.Registers();
+  ShowRegisters();
+  ShowSteps();
+}
+
+void SimulatorPane::ShowRegisters() {
+  const auto all = RegistersInWords(player_.State().Registers);
   for (int row = 0; row < registers_->rowCount(); ++row) {
-    const QString value = QString::number(all[static_cast<std::size_t>(row)].Value);
+    const QString value = player_.IsOn() ? all[static_cast<std::size_t>(row)].Value : QString();
     QTableWidgetItem* const cell = registers_->item(row, 1);
     QFont font = registers_->font();
     font.setBold(!cell->text().isEmpty() && cell->text() != value);  // what has just changed
     cell->setFont(font);
     cell->setText(value);
+    cell->setToolTip(font.bold() ? tr("Has just changed") : QString());
   }
-  ShowSteps();
-  Wait();
 }
 
 void SimulatorPane::ShowSteps() {
-  const auto& steps = player_.Steps();
-  if (std::cmp_less(steps.size(), steps_->count())) {
+  const SimulationLog& log = player_.Log();
+  if (log.First() > shown_) {
     steps_->clear();
+    shown_ = log.First();
   }
-  for (auto at = static_cast<std::size_t>(steps_->count()); at < steps.size(); ++at) {
-    auto* const item = new QListWidgetItem(steps[at].Words, steps_);
-    item->setData(Qt::UserRole, QString::fromStdString(steps[at].Place));
-    item->setToolTip(item->data(Qt::UserRole).toString());
-    if (steps[at].IsFault) {
+  while (std::cmp_greater(steps_->count(), SimulationLog::Most)) {
+    delete steps_->takeItem(0);
+  }
+  for (; shown_ < log.End(); ++shown_) {
+    const SimulatedStep& step = log.At(shown_);
+    const QString place = Shown(step.Place);
+    auto* const item =
+        new QListWidgetItem(step.IsPress ? step.Words : QStringLiteral("    ") + step.Words, steps_);
+    item->setData(Qt::UserRole, place);
+    item->setToolTip(
+        PlainToolTip(place.isEmpty() ? step.Words : QStringLiteral("%1\n%2").arg(step.Words, place)));
+    QFont font = steps_->font();
+    font.setBold(step.IsPress);
+    item->setFont(font);
+    if (step.IsFault) {
       item->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
     }
   }
   steps_->scrollToBottom();
 }
 
-void SimulatorPane::Wait() {
-  clock_.stop();
-  const auto seconds = player_.Seconds();
-  if (runs_->isChecked() && seconds) {
-    clock_.start(static_cast<int>(std::clamp(*seconds, 0.04, LongestWait) * 1000));
+void SimulatorPane::GoTo(const QListWidgetItem* item) {
+  if (item != nullptr && !item->data(Qt::UserRole).toString().isEmpty()) {
+    parts_.Chosen.GoTo(item->data(Qt::UserRole).toString().toStdString());
   }
 }
 

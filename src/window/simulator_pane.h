@@ -1,12 +1,12 @@
-// The remote of a player, what it has in its registers, and every command that it ran.
+// Beside a disc that is played: every command that ran, and what the player has in its registers.
 #pragma once
 
-#include <QCheckBox>
-#include <QLabel>
 #include <QListWidget>
+#include <QPushButton>
+#include <QSplitter>
 #include <QTableWidget>
-#include <QTimer>
 #include <QWidget>
+#include <cstddef>
 
 #include "ui/simulation.h"
 #include "window/window_parts.h"
@@ -18,20 +18,23 @@ class SimulatorPane : public QWidget {
  public:
   explicit SimulatorPane(WindowParts& parts, QWidget* parent = nullptr);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
-  [[nodiscard]] QLayout* BuildRemote();
   void BuildRegisters();
   void Follow();
   void ShowSteps();
-  void Wait();  // for the cell to end, where time runs
+  void ShowRegisters();
+  void GoTo(const QListWidgetItem* item);
 
   WindowParts& parts_;
   Simulation& player_;
-  QLabel* words_;
-  QCheckBox* runs_;
-  QTableWidget* registers_;
   QListWidget* steps_;
-  QTimer clock_;
+  QTableWidget* registers_;
+  QPushButton* goThere_;
+  QSplitter* lists_;
+  std::size_t shown_ = 0;  // steps up to this one stand in the list
 };
 
 }  // namespace quorvelant

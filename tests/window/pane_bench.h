@@ -54,7 +54,7 @@ class PaneBench {
   QWidget Host;
   Actions Commands{&Host};
   Settings Options;
-  Simulation Player{Doc, Chosen, View};
+  Simulation Player{Doc, Work, *Pictures};
   WindowParts Parts{Doc, Chosen, View, Player, Work, Commands, Answers, *Pictures, Options, {}, {}, {}, {}};
   std::string Told;  // the codes of all messages
 };

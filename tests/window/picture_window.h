@@ -69,7 +69,7 @@ class PictureWindow {
   Settings Options;
   QMainWindow Frame;
   Actions Commands{&Frame};
-  Simulation Player{Doc, Chosen, Look};
+  Simulation Player{Doc, Work, *Pictures};
   WindowParts Parts{Doc, Chosen, Look, Player, Work, Commands, Answers, *Pictures, Options, {}, {}, {}, {}};
   PicturePane* Pane = nullptr;
 };
