@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/text.h"
 #include "base/timecode.h"
 #include "check/track_times.h"
 #include "edit/button_sets.h"
@@ -19,11 +20,15 @@ namespace {
 constexpr std::int64_t TicksASecond = 90000;
 constexpr std::uint16_t SubpictureShows = 0x40;
 
+std::int64_t StartOf(const Track& track, const Cell_P& cell) {
+  const auto scene = static_cast<std::size_t>(std::max(cell.pScene, 0));
+  return scene < track.Scenes.size() ? track.Scenes[scene].Frame : 0;
+}
+
 // The moment of a track that the player stands at.
 std::int64_t FrameOf(const Track& track, const Cell_P& cell, const NavCell& played, const NavState& state) {
   const std::int64_t ticks = TicksASecond / TrackTimes(track).FramesPerSecond;
-  const auto scene = static_cast<std::size_t>(std::max(cell.pScene, 0));
-  const std::int64_t start = scene < track.Scenes.size() ? track.Scenes[scene].Frame : 0;
+  const std::int64_t start = StartOf(track, cell);
   if (state.Phase != NavPhase::Playing) {
     return start + std::max<std::int64_t>(played.Ticks / ticks - 1, 0);
   }
@@ -167,6 +172,24 @@ QImage SimulatedLook::Overlay(bool isPressed) const {
   const std::size_t track = *viewer_.TrackIndex();
   return OverlayImage(*viewer_.UnitNow(), ShownPalette(project, track, Frame(), cell_),
                       TrackTimes(project.Tracks[track]).IsNtsc(), looks);
+}
+
+std::optional<double> SimulatedLook::CellSeconds() const {
+  constexpr double StillSeconds = 0.5;
+  const Track* const track = viewer_.Shown();
+  const Cell_P* const cell = LiveCell(document_.Work(), cell_);
+  if (!hasPicture_ || track == nullptr || cell == nullptr) {
+    return std::nullopt;
+  }
+  std::int64_t end = viewer_.FrameCount();
+  if (end <= 0) {
+    return EqualNoCase(track->TrackType, "Motion") ? std::nullopt : std::optional(StillSeconds);
+  }
+  const std::int64_t start = StartOf(*track, *cell);
+  for (const Scene& scene : track->Scenes) {
+    end = scene.Frame > start ? std::min<std::int64_t>(end, scene.Frame) : end;
+  }
+  return static_cast<double>(std::max<std::int64_t>(end - start, 0)) / TrackTimes(*track).FramesPerSecond;
 }
 
 PictureGeometry SimulatedLook::Geometry(const QRectF& space) const {

@@ -38,6 +38,8 @@ class SimulatedLook : public QObject {
   [[nodiscard]] PictureGeometry Geometry(const QRectF& space) const;
   // The button under a pixel of the disc, from 0.
   [[nodiscard]] std::optional<std::size_t> ButtonAt(const QPoint& pixel) const;
+  // How long the cell plays by the pictures of its film, where the project does not know it.
+  [[nodiscard]] std::optional<double> CellSeconds() const;
   [[nodiscard]] std::optional<std::size_t> TrackIndex() const { return viewer_.TrackIndex(); }
   [[nodiscard]] ViewMode View() const { return viewer_.State().View; }
   [[nodiscard]] std::int64_t Frame() const { return viewer_.State().Frame; }

@@ -211,9 +211,15 @@ std::optional<double> Simulation::CellSeconds() const {
   const std::uint32_t begin = page == nullptr ? 0 : page->Start;
   std::uint32_t end = state_.Page < cell->Pages.size() ? cell->Pages[state_.Page].Start : cell->Ticks;
   if (page != nullptr && page->ForcedAction != 0) {
-    end = std::min(page->End, cell->Ticks);
+    end = cell->Ticks == 0 && page->End == 0xFFFFFFFF ? 0
+          : cell->Ticks == 0                          ? page->End
+                                                      : std::min(page->End, cell->Ticks);
   }
-  return cell->Ticks == 0 ? std::nullopt : std::optional((end > begin ? end - begin : 0) / TicksASecond);
+  if (end == 0 && look_) {
+    const auto whole = look_->CellSeconds();
+    return whole ? std::optional(std::max(*whole - begin / TicksASecond, 0.0)) : std::nullopt;
+  }
+  return end == 0 ? std::nullopt : std::optional((end > begin ? end - begin : 0) / TicksASecond);
 }
 
 std::optional<double> Simulation::Seconds() const {

@@ -113,7 +113,7 @@ void MapChart::Choose(int box) {
   for (const DrawnArrow& arrow : arrows_) {
     const bool isOwn = chosen_ >= 0 && (arrow.From == chosen_ || arrow.To == chosen_);
     arrow.Item->setPen(isOwn ? QPen(palette().color(QPalette::Highlight), 2) : QPen(faint, 1));
-    arrow.Item->setZValue(isOwn ? 1 : -1);
+    arrow.Item->setZValue(isOwn ? -1 : -2);
   }
   if (chosen_ >= 0) {
     ensureVisible(boxes_[static_cast<std::size_t>(chosen_)]);
@@ -127,7 +127,8 @@ void MapChart::Zoom(double times) {
 
 void MapChart::ShowWhole() {
   fitInView(sceneRect(), Qt::KeepAspectRatio);
-  Zoom(std::min(1.0, 1.0 / transform().m11()));
+  setTransform(QTransform::fromScale(std::clamp(transform().m11(), Least, 1.0),
+                                     std::clamp(transform().m11(), Least, 1.0)));
 }
 
 void MapChart::wheelEvent(QWheelEvent* event) {
@@ -141,12 +142,11 @@ void MapChart::wheelEvent(QWheelEvent* event) {
 }
 
 void MapChart::mousePressEvent(QMouseEvent* event) {
-  QGraphicsItem* item = event->button() == Qt::LeftButton ? itemAt(event->pos()) : nullptr;
-  while (item != nullptr && item->parentItem() != nullptr) {
-    item = item->parentItem();
-  }
-  if (item != nullptr && item->data(NumberKey).isValid()) {
-    emit BoxClicked(item->data(NumberKey).toInt());
+  const auto under = items(event->pos());  // an arrow has a shape as wide as its bend
+  const auto box =
+      std::ranges::find_if(under, [](const QGraphicsItem* item) { return item->data(NumberKey).isValid(); });
+  if (box != under.end() && event->button() == Qt::LeftButton) {
+    emit BoxClicked((*box)->data(NumberKey).toInt());
     return;
   }
   QGraphicsView::mousePressEvent(event);

@@ -36,14 +36,14 @@ MapWindow::MapWindow(WindowParts& parts, QWidget* parent)
   auto* const halves = new QSplitter;
   halves->addWidget(chains_);
   halves->addWidget(chart_);
-  halves->setStretchFactor(0, 1);
-  halves->setStretchFactor(1, 3);
+  halves->setStretchFactor(1, 1);
   halves->setChildrenCollapsible(false);
   auto* const column = new QVBoxLayout(this);
   column->addWidget(halves, 1);
   column->addLayout(Keys());
   const int line = fontMetrics().height();
-  resize(64 * line, 38 * line);
+  resize(74 * line, 38 * line);
+  halves->setSizes({18 * line, 56 * line});
   soon_.setSingleShot(true);
   soon_.setInterval(Soon);
   connect(&soon_, &QTimer::timeout, this, &MapWindow::Draw);
@@ -89,6 +89,7 @@ void MapWindow::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (isOld_) {
     Draw();
+    chart_->ShowWhole();
     chains_->setFocus();
   }
 }

@@ -47,6 +47,7 @@ PlayerPane::PlayerPane(WindowParts& parts, QWidget* parent)
   connect(&digits_, &QTimer::timeout, this, &PlayerPane::Finish);
   connect(screen_, &PlayerScreen::Pointed, this, &PlayerPane::Point);
   connect(&player_, &Simulation::StateChanged, this, &PlayerPane::Follow);
+  connect(&player_, &Simulation::LookChanged, this, &PlayerPane::FollowLook);
   Follow();
 }
 
@@ -241,6 +242,15 @@ void PlayerPane::Follow() {
   ShowPlayer();
   parts_.Doc.Speaks().Status(player_.Words().toStdString());
   Wait();
+}
+
+void PlayerPane::FollowLook() {
+  if (player_.IsOn() && number_ == 0) {
+    words_->SetWords(player_.Words());
+    if (!clock_.isActive() && !pressed_) {
+      Wait();
+    }
+  }
 }
 
 void PlayerPane::ShowPlayer() {

@@ -43,6 +43,7 @@ class PlayerPane : public QWidget {
   void Forget();
   void PutPlayer();
   void Follow();
+  void FollowLook();  // how long a film is may be known now
   void ShowPlayer();  // its settings
   void Wait();        // for what comes by itself, where time runs
 

@@ -59,8 +59,8 @@ void SimulatorPane::BuildRegisters() {
   registers_->setAccessibleName(tr("Registers"));
   registers_->setColumnCount(2);
   registers_->setHorizontalHeaderLabels({tr("Register"), tr("Value")});
-  registers_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-  registers_->horizontalHeader()->setStretchLastSection(true);
+  registers_->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+  registers_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
   registers_->verticalHeader()->hide();
   registers_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 4 / 3);
   registers_->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -70,6 +70,7 @@ void SimulatorPane::BuildRegisters() {
   registers_->setRowCount(static_cast<int>(all.size()));
   for (int row = 0; row < registers_->rowCount(); ++row) {
     registers_->setItem(row, 0, new QTableWidgetItem(all[static_cast<std::size_t>(row)].Name));
+    registers_->item(row, 0)->setToolTip(registers_->item(row, 0)->text());
     registers_->setItem(row, 1, new QTableWidgetItem);
   }
 }

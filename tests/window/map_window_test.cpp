@@ -73,6 +73,7 @@ TEST(MapOfTheDisc, ShowsWhatNobodyReaches) {
   for (const auto& [key, grows] : {std::pair(Qt::Key_Plus, true), std::pair(Qt::Key_Minus, false)}) {
     const double now = chart.transform().m11();
     QTest::keyClick(&map, key, Qt::ControlModifier);
+    QTest::qWait(150);  // a key of its own shows as pressed
     EXPECT_EQ(chart.transform().m11() > now, grows);
   }
   EXPECT_NEAR(chart.transform().m11(), before, 0.01);
@@ -91,10 +92,12 @@ TEST(MapOfTheDisc, FollowsTheProject) {
   EXPECT_THAT(bench.Open.Named<QLabel>("What the map shows", &map).text().toStdString(),
               testing::HasSubstr("has changed"));
   QTest::keyClick(&map, Qt::Key_F5);
+  QTest::qWait(150);
   EXPECT_EQ(Lost(map), 0);
   Press(*bench.Open.Window.Parts().Commands.Of(ActionId::NewProject));
   QTest::qWait(50);
   QTest::keyClick(&map, Qt::Key_F5);
+  QTest::qWait(150);
   EXPECT_EQ(map.findChild<QListWidget*>()->count(), 1);  // First Play
 }
 

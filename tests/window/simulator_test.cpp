@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QDialog>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTableWidget>
@@ -84,7 +85,9 @@ TEST(Simulator, PlaysTheDiscBeforeItIsMade) {
   EXPECT_THAT(window.Where(), HasSubstr("title 2, chapter 1"));
   open.Key(Qt::Key_T);
   EXPECT_THAT(window.Where(), HasSubstr("title menu"));
-  open.Key(Qt::Key_1);
+  open.Key(Qt::Key_1);  // no button of this menu goes by a number
+  EXPECT_THAT(window.Log(), HasSubstr("does nothing"));
+  open.Key(Qt::Key_Return);
   EXPECT_THAT(window.Where(), HasSubstr("title 1, chapter 1"));
   open.Key(Qt::Key_2);
   EXPECT_THAT(window.Where(), HasSubstr("title 1, chapter 2"));
@@ -119,7 +122,8 @@ TEST(Simulator, HasARemote) {
   EXPECT_EQ(window.Player().State().At.Domain, NavDomain::ManagerMenu);  // it shows as pressed first
   EXPECT_THAT(window.Where(), HasSubstr("title 2"));
   press("Title");
-  press("Digit 1");
+  press("OK");
+  QTest::qWait(200);
   press("Next Chapter");
   EXPECT_THAT(window.Where(), HasSubstr("title 1, chapter 2"));
   press("Previous Chapter");
@@ -153,7 +157,8 @@ TEST(Simulator, ShowsWhatTheDiscWillShow) {
   EXPECT_NE(window.Player().Look()->Overlay(true), first);  // as pressed
   open.Key(Qt::Key_Down);
   EXPECT_NE(overlay(), first);
-  open.Key(Qt::Key_1);
+  open.Key(Qt::Key_Up);
+  open.Key(Qt::Key_Return);
   EXPECT_THAT(window.Where(), HasSubstr("title 1"));
   EXPECT_TRUE(overlay().isNull());
   while (window.Player().Look()->Frame() == 0 && window.Player().State().At.Domain == NavDomain::Title) {
@@ -229,7 +234,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {Qt::Key_Return},
                   "title menu",
                   "Commands with errors"},
-        Hindrance{"NoFilm", {}, {}, "examples/media/first.m2v", {Qt::Key_1}, "first.m2v", "plays"},
+        Hindrance{"NoFilm", {}, {}, "examples/media/first.m2v", {Qt::Key_Return}, "first.m2v", "plays"},
         Hindrance{"DeadKey", {}, {}, {}, {Qt::Key_R}, "title menu", "This key does nothing here"}),
     [](const auto& one) { return std::string(one.param.Name); });
 
@@ -311,7 +316,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Simulator, TimeRunsWhileThereIsAPlayer) {
   {
     PlayedWindow window;
-    window.Open.Key(Qt::Key_1);
+    window.Open.Key(Qt::Key_Return);
     EXPECT_THAT(window.Where(), HasSubstr("title 1, chapter 1"));
     const auto end = window.Player().Log().End();
     EXPECT_FALSE(OpenWindow::Wait([&] { return window.Player().Log().End() != end; }, 500));
