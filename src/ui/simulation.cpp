@@ -296,7 +296,7 @@ QString Simulation::Words() const {
     words += tr(", goes on after %1 s").arg(std::ceil(*seconds));
   } else if (isStill) {
     words += waits ? tr(", waits for a button") : tr(", waits for Go On");
-  } else if (state_.Phase == NavPhase::Playing) {
+  } else if (state_.Phase == NavPhase::Playing && look_->IsReady()) {
     words += tr(", of unknown length");
   }
   return words;

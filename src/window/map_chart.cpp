@@ -17,8 +17,6 @@ namespace quorvelant {
 namespace {
 
 constexpr int NumberKey = 0;  // of a box, kept with its item
-constexpr double Least = 0.1;
-constexpr double Most = 4;
 
 // Legible on a light ground and on a dark one.
 QColor Lost(const QPalette& palette) {
@@ -125,10 +123,11 @@ void MapChart::Zoom(double times) {
   setTransform(QTransform::fromScale(to, to));
 }
 
-void MapChart::ShowWhole() {
+void MapChart::ShowWhole(double least) {
   fitInView(sceneRect(), Qt::KeepAspectRatio);
-  setTransform(QTransform::fromScale(std::clamp(transform().m11(), Least, 1.0),
-                                     std::clamp(transform().m11(), Least, 1.0)));
+  const double to = std::clamp(transform().m11(), least, 1.0);
+  setTransform(QTransform::fromScale(to, to));
+  centerOn(0, 0);
 }
 
 void MapChart::wheelEvent(QWheelEvent* event) {

@@ -12,12 +12,15 @@ namespace quorvelant {
 class MapChart : public QGraphicsView {
   Q_OBJECT
  public:
+  static constexpr double Least = 0.1;
+  static constexpr double Most = 4;
+
   explicit MapChart(QWidget* parent = nullptr);
 
   void Draw(const NavChart& chart);
   void Choose(int box);  // -1 for none
   void Zoom(double times);
-  void ShowWhole();
+  void ShowWhole(double least = Least);  // not smaller than that
 
  signals:
   void BoxClicked(int box);

@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QSplitter>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -15,6 +16,7 @@ namespace quorvelant {
 namespace {
 
 constexpr double ZoomStep = 1.25;
+constexpr double Legible = 0.75;
 constexpr int Soon = 300;  // milliseconds after the last of several changes
 
 NavMap MapOf(Document& document) {
@@ -42,8 +44,9 @@ MapWindow::MapWindow(WindowParts& parts, QWidget* parent)
   column->addWidget(halves, 1);
   column->addLayout(Keys());
   const int line = fontMetrics().height();
-  resize(74 * line, 38 * line);
-  halves->setSizes({18 * line, 56 * line});
+  const QSize room = screen() != nullptr ? screen()->availableSize() * 0.9 : QSize(74 * line, 38 * line);
+  resize(QSize(96 * line, 38 * line).boundedTo(room));
+  halves->setSizes({18 * line, 78 * line});
   soon_.setSingleShot(true);
   soon_.setInterval(Soon);
   connect(&soon_, &QTimer::timeout, this, &MapWindow::Draw);
@@ -80,7 +83,7 @@ QLayout* MapWindow::Keys() {
   connect(there, &QPushButton::clicked, this, [this] { GoTo(chains_->currentRow()); });
   connect(in, &QPushButton::clicked, this, [this] { chart_->Zoom(ZoomStep); });
   connect(out, &QPushButton::clicked, this, [this] { chart_->Zoom(1 / ZoomStep); });
-  connect(whole, &QPushButton::clicked, chart_, &MapChart::ShowWhole);
+  connect(whole, &QPushButton::clicked, this, [this] { chart_->ShowWhole(); });
   connect(close, &QPushButton::clicked, this, &QDialog::close);
   return line;
 }
@@ -89,7 +92,7 @@ void MapWindow::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (isOld_) {
     Draw();
-    chart_->ShowWhole();
+    chart_->ShowWhole(Legible);
     chains_->setFocus();
   }
 }

@@ -24,7 +24,7 @@ namespace quorvelant {
 
 namespace {
 
-constexpr int StateVersion = 1;
+constexpr int StateVersion = 2;
 constexpr int NarrowLines = 80;  // of text, in width
 
 const QStringList& Tables() {

@@ -32,7 +32,6 @@ PlayerPane::PlayerPane(WindowParts& parts, QWidget* parent)
       screens_(new QComboBox(this)),
       languages_(new QComboBox(this)) {
   setAccessibleName(tr("Player"));
-  words_->setAccessibleName(tr("Where the player is"));
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(screen_, 1);

@@ -30,7 +30,10 @@ void PlayerScreen::ShowPressed(bool isPressed) {
 void PlayerScreen::Refresh() {
   const SimulatedLook* const look = player_.Look();
   overlay_ = look == nullptr || !BlackWords().isEmpty() ? QImage() : look->Overlay(isPressed_);
-  setAccessibleDescription(BlackWords().isEmpty() ? player_.Words() : BlackWords());
+  const bool lacksPicture = look != nullptr && look->Picture().isNull() && !look->Words().isEmpty();
+  setAccessibleDescription(!BlackWords().isEmpty() ? BlackWords()
+                           : lacksPicture          ? tr("%1; %2").arg(player_.Words(), look->Words())
+                                                   : player_.Words());
   update();
 }
 

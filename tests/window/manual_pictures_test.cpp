@@ -21,6 +21,7 @@
 #include "support/pressed_action.h"
 #include "support/temp_folder.h"
 #include "window/main_window.h"
+#include "window/map_chart.h"
 
 namespace quorvelant {
 namespace {
@@ -141,8 +142,9 @@ const std::vector<Shot>& Shots() {
       {"map",
        [](MainWindow& window) -> QWidget* {
          QDialog* const map = DialogOf(window, ActionId::ShowMap);
-         map->resize(1100, 560);
+         map->resize(1200, 400);
          QTest::qWait(50);
+         map->findChild<MapChart*>()->ShowWhole();
          return map;
        },
        {1280, 860},
