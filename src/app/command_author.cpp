@@ -108,6 +108,7 @@ AuthorOrder OrderFrom(const AuthorArguments& arguments, const CommandContext& co
   order.DryRun = arguments.DryRun;
   order.Sync = !arguments.NoSync;
   order.Verify = arguments.Verify;
+  order.ForceNavigation = arguments.ForceNavigation;
   order.MustLog = !arguments.LogFile.empty();
   order.LogFile = order.MustLog ? arguments.LogFile : context.LogFile;
   order.Announce = [&](const DiscPlan& plan, std::optional<std::uint64_t> freeBytes) {

@@ -20,7 +20,9 @@
 #include "base/log.h"
 #include "base/message_error.h"
 #include "base/random.h"
+#include "check/navigation_check.h"
 #include "verify/named_files.h"
+#include "verify/nav_of_disc.h"
 #include "verify/read_back.h"
 #include "verify/verify_disc.h"
 
@@ -184,6 +186,22 @@ bool ReadsBack(const AuthorRun& run, const std::string& folder) {
   return TellAll(run, ReadBack(folder, run.Ui));
 }
 
+// Tells what the ways through the disc come to. A way that leads nowhere keeps the disc from its place; what
+// its project was warned of before does not.
+bool LeadsSomewhere(const AuthorRun& run, const std::string& folder, const VerifyResult& disc) {
+  if (!disc.HasTables()) {
+    return true;
+  }
+  Findings ways = ByRules(DiscNavigation(SurveyOf(NavOfDisc(disc)), disc.IsOurs), run.Order.Rules);
+  for (Message& way : ways) {
+    const bool isForced = run.Order.ForceNavigation && IsNavigationError(way);
+    way.Level = isForced ? Severity::Warning : way.Level;
+    way.Place = folder + "/" + way.Place;
+    run.Ui.Tell(way);
+  }
+  return !HasErrors(ways);
+}
+
 // What is wrong keeps the disc from its place; notes do not.
 bool IsProven(const AuthorRun& run, const std::string& folder) {
   if (run.Order.DryRun || !run.Order.Verify) {
@@ -194,7 +212,7 @@ bool IsProven(const AuthorRun& run, const std::string& folder) {
   for (const DiscFinding& finding : result.Findings.All()) {
     run.Ui.Tell(MessageOfFinding(finding, folder));
   }
-  return !result.Findings.HasFaults() && !result.Stopped;
+  return !result.Stopped && LeadsSomewhere(run, folder, result) && !result.Findings.HasFaults();
 }
 
 bool Place(const AuthorRun& run, Target& target) {

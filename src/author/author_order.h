@@ -32,9 +32,10 @@ struct AuthorOrder {
   // Straight into the folder, whatever it holds and however much room there is: what existing schedulers
   // count on. Otherwise the disc is made aside and takes its place when it is complete.
   bool InPlace = false;
-  bool ReadBack = true;  // look at the finished files once more
-  bool Verify = false;   // ... and prove them whole, sector by sector
-  bool Sync = true;      // place the disc only when it is on the disk, so that no power cut leaves half of it
+  bool ReadBack = true;          // look at the finished files once more
+  bool ForceNavigation = false;  // a disc that leads nowhere is made all the same
+  bool Verify = false;           // ... and prove them whole, sector by sector
+  bool Sync = true;  // place the disc only when it is on the disk, so that no power cut leaves half of it
 
   std::string LogFile = {};  // begun anew with the first file of the disc; empty for none
   bool MustLog = false;      // warn when that file could not be written

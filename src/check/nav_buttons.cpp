@@ -155,9 +155,9 @@ std::vector<NavButtons::TimedPage> NavButtons::TimedPages(std::size_t index) con
   return pages;
 }
 
-const std::vector<NavButtons::TimedPage>& NavButtons::PagesOfTrack(std::size_t track) {
-  const auto found = pages_.find(track);
-  return found != pages_.end() ? found->second : pages_.emplace(track, TimedPages(track)).first->second;
+const std::vector<NavButtons::TimedPage>& NavButtons::PagesOfTrack(std::size_t index) {
+  const auto found = pages_.find(index);
+  return found != pages_.end() ? found->second : pages_.emplace(index, TimedPages(index)).first->second;
 }
 
 std::vector<NavPage> NavButtons::PagesOf(const Cell_P& cell) {
@@ -173,7 +173,7 @@ std::vector<NavPage> NavButtons::PagesOf(const Cell_P& cell) {
   const std::int64_t end = hasScene ? EndOfScene(track, scene) : Endless;
   const bool waits = held_.Has(cell) || EqualNoCase(track.TrackType, "Still");
   for (const TimedPage& timed : PagesOfTrack(index)) {
-    const bool begins = timed.Start < end || waits;
+    const bool begins = timed.Start < end || (waits && SceneAt(track, timed.Start) == scene);
     if (begins && (timed.End > start) && !timed.Page.Buttons.empty()) {
       NavPage& page = shown.emplace_back(timed.Page);
       const std::int64_t ticks = 90000 / TrackTimes(track).FramesPerSecond;

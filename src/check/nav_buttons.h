@@ -29,8 +29,8 @@ class NavButtons {
     std::int64_t End = 0;
     NavPage Page;
   };
-  [[nodiscard]] const std::vector<TimedPage>& PagesOfTrack(std::size_t track);
-  [[nodiscard]] std::vector<TimedPage> TimedPages(std::size_t track) const;
+  [[nodiscard]] const std::vector<TimedPage>& PagesOfTrack(std::size_t index);
+  [[nodiscard]] std::vector<TimedPage> TimedPages(std::size_t index) const;
 
   const Project& project_;
   const HeldCells& held_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "player/nav_lookup.h"
 #include "player/nav_run.h"
@@ -104,7 +103,7 @@ class Press {
       case NavKey::TimeOver:
         return true;
       default: {
-        const auto row = std::ranges::find(MenuKeys, event_.Key, &MenuKey::Key);
+        const auto* const row = std::ranges::find(MenuKeys, event_.Key, &MenuKey::Key);
         return row != MenuKeys.end() && Permits(row->Needs);
       }
     }
@@ -137,7 +136,7 @@ class Press {
       case NavKey::Resume:
         return !InTitle() && State().Resume && Link(NavLead::Kind::Resume);
       case NavKey::NextPart:
-        return Link(NavLead::Kind::NextProgram);
+        return NextPart();
       case NavKey::PreviousPart:
         return PreviousPart();
       case NavKey::TopPart:
@@ -258,6 +257,13 @@ class Press {
     return true;
   }
 
+  // From a chain's last part to whatever follows the chain, if anything does.
+  bool NextPart() {
+    const NavChain* chain = run_.Chain();
+    const bool isLast = chain != nullptr && State().At.Program >= chain->Programs.size();
+    return (!isLast || !chain->Post.empty() || chain->Next != NoChain) && Link(NavLead::Kind::NextProgram);
+  }
+
   // From a chain's first part to the last one of the chain before.
   bool PreviousPart() {
     const NavChain* chain = run_.Chain();
@@ -297,7 +303,7 @@ class Press {
   }
 
   bool Menu() {
-    const auto row = std::ranges::find(MenuKeys, event_.Key, &MenuKey::Key);
+    const auto* const row = std::ranges::find(MenuKeys, event_.Key, &MenuKey::Key);
     const bool ofManager = event_.Key == NavKey::TitleMenu;
     if (!ofManager && State().At.Domain == NavDomain::FirstPlay) {
       return false;
@@ -338,7 +344,7 @@ NavRegisters FreshRegisters(std::uint16_t language) {
 NavOutcome InsertDisc(const NavDisc& disc, const NavRegisters& registers, const NavRandom& random) {
   NavState state;
   state.Registers = registers;
-  NavRun run(disc, std::move(state), random);
+  NavRun run(disc, state, random);
   // A disc without First Play starts with its first title.
   run.Follow({.What = disc.FirstPlay ? NavLead::Kind::JumpFirstPlay : NavLead::Kind::JumpTitle, .Number = 1},
              NavList::Pre, 0);

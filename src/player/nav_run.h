@@ -37,13 +37,13 @@ class NavCircle {
 // Carries one event out on a state of its own.
 class NavRun {
  public:
-  NavRun(const NavDisc& disc, NavState state, const NavRandom& random)
+  NavRun(const NavDisc& disc, const NavState& state, const NavRandom& random)
       : disc_(disc),
         random_([this, &random](std::uint16_t bound) {
           circle_.Forget();
           return std::clamp<std::uint16_t>(random(bound), 1, std::max<std::uint16_t>(bound, 1));
         }),
-        out_{.State = std::move(state), .Happened = {}} {}
+        out_{.State = state, .Happened = {}} {}
 
   NavRun(const NavRun&) = delete;
   NavRun& operator=(const NavRun&) = delete;

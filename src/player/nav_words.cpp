@@ -124,7 +124,7 @@ std::optional<NavPress> PressOf(std::string_view word) {
   if (const auto number = NumberIn(word)) {
     return NavPress{{NavKey::Number, *number}, NavPress::Span::Once, std::string(word)};
   }
-  const auto plain =
+  const auto* const plain =
       std::ranges::find_if(KeyWords, [&](const KeyWord& row) { return EqualNoCase(row.Word, word); });
   if (plain != KeyWords.end()) {
     return NavPress{{plain->Key, 0}, NavPress::Span::Once, std::string(plain->Word)};
@@ -170,7 +170,7 @@ std::string PressWords(const NavEvent& event) {
   if (event.Key == NavKey::Number) {
     return fmt::format("{}", event.Number);
   }
-  const auto numbered = std::ranges::find(NumberedWords, event.Key, &KeyWord::Key);
+  const auto* const numbered = std::ranges::find(NumberedWords, event.Key, &KeyWord::Key);
   return numbered != NumberedWords.end()
              ? fmt::format("{} {}", numbered->Word, event.Number)
              : std::string(std::ranges::find(KeyWords, event.Key, &KeyWord::Key)->Word);
@@ -215,10 +215,10 @@ NavOutcome CarryOut(const NavDisc& disc, const NavState& state, const NavPress& 
   constexpr int MostWaits = 1000;
   NavOutcome whole{.State = state, .Happened = {}};
   for (int i = 0; i < MostWaits; ++i) {
-    NavOutcome step = NavStep(disc, whole.State, press.Event, random);
+    const NavOutcome step = NavStep(disc, whole.State, press.Event, random);
     const bool refused = std::ranges::any_of(
         step.Happened, [](const NavHappening& one) { return one.What == NavHappening::Kind::Refused; });
-    whole.State = std::move(step.State);
+    whole.State = step.State;
     whole.Happened.insert(whole.Happened.end(), step.Happened.begin(), step.Happened.end());
     const bool isOver = press.Until == NavPress::Span::Once      ? true
                         : press.Until == NavPress::Span::Chapter ? !SameChapter(state, whole.State)

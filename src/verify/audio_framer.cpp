@@ -73,7 +73,7 @@ std::size_t AudioFramer::MeasureAc3(ByteView data) {
     bit -= mode == 2 ? 2 : 0;
     traits_.Channels = Ac3Channels.at(mode) + static_cast<int>(data[6] >> bit & 1U);
   }
-  return static_cast<std::size_t>(4 * Ac3Kbits.at(code / 2));
+  return std::size_t{4} * static_cast<std::size_t>(Ac3Kbits.at(code / 2));
 }
 
 std::size_t AudioFramer::MeasureDts(ByteView data) {

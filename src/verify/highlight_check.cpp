@@ -5,6 +5,7 @@
 
 #include "disc/nav_layout.h"
 #include "disc/video_standard.h"
+#include "verify/command_check.h"
 
 namespace quorvelant {
 namespace {
@@ -155,6 +156,13 @@ void HighlightCheck::CheckButton(ByteView nav, std::size_t at, const std::string
     if (byte(i) < 1 || byte(i) > count) {
       Bad(at + i, name, fmt::format("a neighbour from 1 to {}", count), byte(i));
     }
+  }
+  constexpr std::size_t CommandAt = 10;
+  CommandBytes command{};
+  std::copy_n(nav.begin() + static_cast<std::ptrdiff_t>(at + CommandAt), command.size(), command.begin());
+  if (const auto fault = FaultOf(command)) {
+    teller_->Tell(KindOf(*fault, isOurs_), sector_, at + CommandAt + fault->Byte, "HLI", name + " BTN_CMD",
+                  fault->Expected, fault->Seen);
   }
 }
 

@@ -14,7 +14,9 @@ namespace quorvelant {
 
 class HighlightCheck {
  public:
-  HighlightCheck(const VobTeller& teller, const IfoVideo& video) : teller_(&teller), video_(video) {}
+  // `isOurs`: this program made the disc.
+  HighlightCheck(const VobTeller& teller, const IfoVideo& video, bool isOurs)
+      : teller_(&teller), video_(video), isOurs_(isOurs) {}
 
   // The navigation pack of a VOBU; keeps its buttons in `kept` where they are new.
   void Check(ByteView nav, const VobuFacts& vobu, std::vector<HighlightFacts>& kept);
@@ -28,6 +30,7 @@ class HighlightCheck {
 
   const VobTeller* teller_;
   IfoVideo video_;
+  bool isOurs_;
   Bytes before_;  // the HLI of the VOBU before in this cell; empty for none
   std::uint16_t vobId_ = 0;
   std::uint8_t cellId_ = 0;

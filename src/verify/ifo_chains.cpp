@@ -6,6 +6,7 @@
 #include "disc/limits.h"
 #include "disc/pgc_layout.h"
 #include "disc/table_layout.h"
+#include "verify/command_check.h"
 
 namespace quorvelant {
 namespace {
@@ -17,8 +18,8 @@ using Span = std::pair<std::size_t, std::size_t>;
 // One chain under reading.
 class ChainReader {
  public:
-  ChainReader(const IfoView& view, int number, const std::string& name, const IfoTeller& teller)
-      : view_(view), name_(name), teller_(&teller) {
+  ChainReader(const IfoView& view, int number, std::string name, const IfoTeller& teller)
+      : view_(view), name_(std::move(name)), teller_(&teller) {
     chain_.At = view.At();
     chain_.Number = number;
   }
@@ -91,9 +92,18 @@ class ChainReader {
       for (std::size_t k = 0; k < counts.at(i); ++k, next += CommandBytes) {
         IfoCommand& command = lists.at(i)->emplace_back();
         PutBytes(command, 0, CommandBytes, view_.Get(next, CommandBytes));
+        constexpr std::array Names{"PRE_CMD", "POST_CMD", "C_CMD"};
+        CheckCommand(command, next, fmt::format("{} {}", Names.at(i), k + 1));
       }
     }
     spans_.emplace_back(at, at + bytes);
+  }
+
+  void CheckCommand(const IfoCommand& command, std::size_t at, const std::string& field) const {
+    if (const auto fault = FaultOf(command)) {
+      teller_->Tell(KindOf(*fault, teller_->IsOurs()), view_.At(at + fault->Byte), name_, field,
+                    fault->Expected, fault->Seen);
+    }
   }
 
   void ReadCells() {

@@ -86,6 +86,7 @@ class IfoTeller {
     }
   }
 
+  [[nodiscard]] bool IsOurs() const { return isOurs_; }
   [[nodiscard]] const std::string& File() const { return file_; }
   [[nodiscard]] DiscFindings& Findings() const { return *findings_; }
 

@@ -47,6 +47,9 @@ inline constexpr MessageKind TableLoose{"verify-table-loose", Severity::Informat
 inline constexpr MessageKind ReservedSet{"verify-reserved", Severity::Warning, "Tables", ImageDamaged.Text};
 inline constexpr MessageKind ChainBroken{"verify-chain", Severity::Error, "Program Chains",
                                          ImageDamaged.Text};
+inline constexpr MessageKind CommandWrong{"verify-command", Severity::Error, "Commands", ImageDamaged.Text};
+inline constexpr MessageKind CommandLoose{"verify-command-loose", Severity::Information, "Commands",
+                                          ImageDamaged.Text};
 inline constexpr MessageKind TitleWrong{"verify-title", Severity::Error, "Titles", ImageDamaged.Text};
 inline constexpr MessageKind TitleLoose{"verify-title-loose", Severity::Information, "Titles",
                                         ImageDamaged.Text};

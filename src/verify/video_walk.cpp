@@ -5,13 +5,11 @@
 #include <limits>
 #include <string_view>
 
-#include "disc/start_code_search.h"
 #include "disc/start_codes.h"
 
 namespace quorvelant {
 namespace {
 
-constexpr std::size_t HeaderBytes = 12;  // a start code and as much as is read of what follows
 constexpr std::int64_t VideoBufferBytes = 232LL * 1024;
 constexpr std::int64_t ClockTicksPerHalf = 150;  // 27 MHz
 constexpr std::int64_t Rounding = 2;             // half ticks that a time stamp may be off
@@ -32,68 +30,7 @@ void VideoWalk::Feed(const ScannedPacket& packet) {
   const ByteView data = packet.Payload;
   buffer_.Arrive(packet.Sector, packet.Begin, packet.End, data.size());
   chunks_.push_back({at, at + data.size(), packet.Sector, packet.Pts, packet.Dts});
-  if (data.size() < HeaderBytes) {
-    carry_.insert(carry_.end(), data.begin(), data.end());
-    if (carry_.size() >= 2 * HeaderBytes) {
-      const Bytes whole = std::move(carry_);
-      carry_.clear();
-      FindHeaders(whole, at + data.size() - whole.size(), 0, whole.size() - HeaderBytes + 1);
-      carry_.assign(whole.end() - (HeaderBytes - 1), whole.end());
-    }
-    return;
-  }
-  if (!carry_.empty()) {
-    const std::size_t had = carry_.size();
-    carry_.insert(carry_.end(), data.begin(), data.begin() + (HeaderBytes - 1));
-    FindHeaders(carry_, at - had, 0, had);
-  }
-  FindHeaders(data, at, 0, data.size() - HeaderBytes + 1);
-  carry_.assign(data.end() - (HeaderBytes - 1), data.end());
-}
-
-// The headers that begin at `from` to before `upTo`; `data` has all their bytes.
-void VideoWalk::FindHeaders(ByteView data, std::uint64_t at, std::size_t from, std::size_t upTo) {
-  while (from < upTo) {
-    const std::size_t found = FindHeaderStartCode(data, from);
-    if (found == NoStartCode || found >= upTo) {
-      return;
-    }
-    AddHeader(data, at, found);
-    from = found + StartCodeBytes;
-  }
-}
-
-void VideoWalk::AddHeader(ByteView data, std::uint64_t at, std::size_t offset) {
-  const std::uint8_t code = data[offset + 3];
-  const bool wanted = code == start_code::Picture || code == start_code::Sequence ||
-                      code == start_code::Extension || code == start_code::SequenceEnd ||
-                      code == start_code::Group;
-  if (!wanted) {
-    return;
-  }
-  std::size_t end = offset;
-  while (end > 0 && data[end - 1] == 0) {
-    --end;
-  }
-  Header header{.At = at + offset, .DataEnd = at + end, .Code = code, .Rest = {}};
-  const std::size_t count = std::min<std::size_t>(8, data.size() - offset - 4);
-  std::copy_n(data.begin() + static_cast<std::ptrdiff_t>(offset + 4), count, header.Rest.begin());
-  headers_.push_back(header);
-}
-
-void VideoWalk::FlushCarry() {
-  const std::uint64_t at = buffer_.Total() - carry_.size();
-  for (std::size_t i = 0; i + StartCodeBytes <= carry_.size(); ++i) {
-    if (GetBytes(carry_, i, 3) == 1 && !start_code::IsSlice(carry_[i + 3])) {
-      AddHeader(carry_, at, i);
-    }
-  }
-  std::size_t end = carry_.size();
-  while (end > 0 && carry_[end - 1] == 0) {
-    --end;
-  }
-  dataEnd_ = at + end;
-  carry_.clear();
+  finder_.Feed(data, at);
 }
 
 std::uint32_t VideoWalk::SectorOf(std::uint64_t at) const {
@@ -106,7 +43,7 @@ void VideoWalk::EndVobu(std::uint32_t sector) {
   if (chunks_.empty()) {
     return;
   }
-  FlushCarry();
+  finder_.Finish(buffer_.Total());
   VobuVideo& vobu = vobus_.back();
   std::vector<Frame> frames = TakeFrames(vobu);
   CheckStart(sector, frames);
@@ -142,7 +79,7 @@ void VideoWalk::EndVobu(std::uint32_t sector) {
   }
   Release();
   buffer_.Settle();
-  headers_.clear();
+  finder_.Clear();
   chunks_.clear();
   groups_.clear();
 }
@@ -152,8 +89,8 @@ std::vector<VideoWalk::Frame> VideoWalk::TakeFrames(VobuVideo& vobu) {
   std::optional<std::uint64_t> unit;  // the first header of the coming picture
   bool afterEnd = false;
   bool mpeg2 = false;
-  const Header* sequence = nullptr;
-  for (const Header& header : headers_) {
+  const VideoHeader* sequence = nullptr;
+  for (const VideoHeader& header : finder_.Headers()) {
     if (header.Code == start_code::Extension) {
       TakeExtension(header, frames, mpeg2);
       continue;
@@ -181,7 +118,7 @@ std::vector<VideoWalk::Frame> VideoWalk::TakeFrames(VobuVideo& vobu) {
   }
   if (!frames.empty() && frames.back().End == 0) {
     frames.back().End = buffer_.Total();
-    frames.back().DataEnd = dataEnd_;
+    frames.back().DataEnd = finder_.DataEnd();
   }
   vobu.EndsWithCode = afterEnd;
   if (sequence != nullptr && sequence->Rest != sequence_) {
@@ -195,7 +132,7 @@ std::vector<VideoWalk::Frame> VideoWalk::TakeFrames(VobuVideo& vobu) {
   return frames;
 }
 
-void VideoWalk::TakeExtension(const Header& header, std::vector<Frame>& frames, bool& mpeg2) const {
+void VideoWalk::TakeExtension(const VideoHeader& header, std::vector<Frame>& frames, bool& mpeg2) const {
   const unsigned id = header.Rest[0] >> 4U;
   if (id == extension_id::Sequence) {
     mpeg2 = true;
@@ -207,7 +144,7 @@ void VideoWalk::TakeExtension(const Header& header, std::vector<Frame>& frames, 
   }
 }
 
-void VideoWalk::TakePicture(const Header& header, std::uint64_t start, bool afterEnd,
+void VideoWalk::TakePicture(const VideoHeader& header, std::uint64_t start, bool afterEnd,
                             std::vector<Frame>& frames) {
   constexpr std::string_view Kinds = "?IPBD???";
   const int reference = header.Rest[0] << 2U | header.Rest[1] >> 6U;
@@ -232,12 +169,12 @@ void VideoWalk::TakePicture(const Header& header, std::uint64_t start, bool afte
 // A VOBU's video begins with a sequence header, a GOP header and an I picture.
 void VideoWalk::CheckStart(std::uint32_t sector, const std::vector<Frame>& frames) const {
   std::string order;
-  for (const Header& header : headers_) {
+  for (const VideoHeader& header : finder_.Headers()) {
     if (header.Code != start_code::Extension && order.size() < 3) {
       order += header.Code == start_code::Sequence ? 'S' : header.Code == start_code::Group ? 'G' : 'P';
     }
   }
-  if (order != "SGP" || headers_.front().At != chunks_.front().At || frames.front().Kind != 'I') {
+  if (order != "SGP" || finder_.Headers().front().At != chunks_.front().At || frames.front().Kind != 'I') {
     teller_->Tell(message::VideoBroken, sector, 0, "VOBU", "video",
                   "sequence header, GOP header and I picture at its start", "other headers");
   }
@@ -262,7 +199,7 @@ void VideoWalk::CheckGroups(std::uint32_t sector) const {
   }
 }
 
-void VideoWalk::CheckSequence(std::uint32_t sector, const Header& header, bool mpeg2) const {
+void VideoWalk::CheckSequence(std::uint32_t sector, const VideoHeader& header, bool mpeg2) const {
   const auto word = static_cast<std::uint32_t>(GetBytes(header.Rest, 0, 4));
   const int width = static_cast<int>(word >> 20U);
   const int height = static_cast<int>(word >> 8U & 0xFFFU);

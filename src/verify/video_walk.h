@@ -10,6 +10,7 @@
 #include "verify/decoder_buffer.h"
 #include "verify/ifo_tables.h"
 #include "verify/scanned_packet.h"
+#include "verify/video_headers.h"
 #include "verify/vob_place.h"
 
 namespace quorvelant {
@@ -39,13 +40,6 @@ class VideoWalk {
   [[nodiscard]] DecoderBuffer& Buffer() { return buffer_; }
 
  private:
-  // A header of the stream.
-  struct Header {
-    std::uint64_t At;
-    std::uint64_t DataEnd;  // after the last byte before it that is not 0
-    std::uint8_t Code;
-    std::array<std::uint8_t, 8> Rest;
-  };
   // A frame: one picture, or a pair of fields.
   struct Frame {
     char Kind = '?';
@@ -77,17 +71,14 @@ class VideoWalk {
   };
 
   [[nodiscard]] std::int64_t FieldTime() const { return video_.IsNtsc() ? 3003 : 3600; }
-  void FindHeaders(ByteView data, std::uint64_t at, std::size_t from, std::size_t upTo);
-  void AddHeader(ByteView data, std::uint64_t at, std::size_t offset);
-  void FlushCarry();
   [[nodiscard]] std::uint32_t SectorOf(std::uint64_t at) const;
 
   std::vector<Frame> TakeFrames(VobuVideo& vobu);
-  void TakeExtension(const Header& header, std::vector<Frame>& frames, bool& mpeg2) const;
-  void TakePicture(const Header& header, std::uint64_t start, bool afterEnd, std::vector<Frame>& frames);
+  void TakeExtension(const VideoHeader& header, std::vector<Frame>& frames, bool& mpeg2) const;
+  void TakePicture(const VideoHeader& header, std::uint64_t start, bool afterEnd, std::vector<Frame>& frames);
   void CheckStart(std::uint32_t sector, const std::vector<Frame>& frames) const;
   void CheckGroups(std::uint32_t sector) const;
-  void CheckSequence(std::uint32_t sector, const Header& header, bool mpeg2) const;
+  void CheckSequence(std::uint32_t sector, const VideoHeader& header, bool mpeg2) const;
   void Stamp(std::vector<Frame>& frames, std::uint32_t sector) const;
   void Show(std::size_t index);
   void Place(Frame& frame, std::int64_t clock);
@@ -101,11 +92,9 @@ class VideoWalk {
   std::vector<VobuVideo> vobus_;
 
   // Of the VOBU under way.
-  std::vector<Header> headers_;
+  VideoHeaders finder_;
   std::vector<Chunk> chunks_;
   std::vector<Group> groups_;
-  Bytes carry_;  // the last bytes of the payload before, in which a header may begin
-  std::uint64_t dataEnd_ = 0;
 
   bool endedBefore_ = false;                // the last VOBU with video ended with a sequence end code
   std::array<std::uint8_t, 8> sequence_{};  // the last sequence header that was looked at

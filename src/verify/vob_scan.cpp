@@ -8,33 +8,26 @@
 #include "disc/start_codes.h"
 #include "disc/video_standard.h"
 #include "verify/nav_check.h"
+#include "verify/pack_reader.h"
 
 namespace quorvelant {
 namespace {
 
-constexpr std::int64_t ClockTicks = 300;                  // 27 MHz, of a tick of 90 kHz
 constexpr std::int64_t PackTicks = 43885;                 // of a sector at 10.08 Mbit/s, cut
 constexpr std::int64_t MostScrGap = 7 * 27'000'000 / 10;  // ISO/IEC 13818-1 2.7.1
-constexpr std::uint32_t MuxRate = 25200;                  // in units of 50 bytes/s
-constexpr std::size_t PackBytes = 14;
-constexpr std::uint64_t RateWithMarkers = 0x0189C3F8;  // MuxRate, markers, no stuffing
-constexpr std::int64_t MostDelay = 90000;              // ticks between SCR and time stamp
-constexpr std::int64_t LongDelay = 63000;
-constexpr std::size_t PesHeadBytes = 9;
 
 // Buffers that DVD-Video gives to streams that declare none.
 constexpr std::int64_t VideoPStd = 232LL * 1024;
 constexpr std::int64_t MpegAudioPStd = 4096;
 constexpr std::int64_t PrivatePStd = 58LL * 1024;
 
-constexpr std::uint32_t StartCode(std::uint8_t code) {
-  return StartCodePrefix | code;
-}
-
 }  // namespace
 
 VobScan::VobScan(const VobTeller& teller, const ScanOrder& order)
-    : teller_(&teller), order_(order), tags_(order.Sectors), highlights_(teller, order.Streams.Video) {}
+    : teller_(&teller),
+      order_(order),
+      tags_(order.Sectors),
+      highlights_(teller, order.Streams.Video, order.IsOurs) {}
 
 template <class Expected, class Seen>
 void VobScan::Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
@@ -43,62 +36,35 @@ void VobScan::Bad(std::size_t offset, const char* table, const char* field, cons
 }
 
 void VobScan::Read(ByteView sector) {
-  if (sector.size() < SectorBytes || GetBytes(sector, 0, 4) != StartCode(start_code::Pack)) {
+  if (sector.size() < SectorBytes || GetBytes(sector, 0, 4) != StartCodeOf(start_code::Pack)) {
     Bad(0, "pack header", "pack_start_code", "0x000001BA", fmt::format("0x{:08X}", GetBytes(sector, 0, 4)));
     ++sector_;
     return;
   }
-  const PackHead head = ReadPackHead(sector);
+  const PackHead head = PackReader(*teller_, sector, sector_, order_.IsOurs).Head();
   const auto code = static_cast<std::uint32_t>(GetBytes(sector, head.Bytes, 4));
-  if (code == StartCode(start_code::SystemHeader) && IsNav(sector, head.Bytes)) {
+  if (code == StartCodeOf(start_code::SystemHeader) && IsNav(sector, head.Bytes)) {
     TakeNav(sector, head.Scr);
   }
   if (vob_ != nullptr) {
     CheckScr(head.Scr);
     vob_->LastScr = head.Scr;
   }
-  const bool stream =
-      code == StartCode(start_code::PrivateStream1) || (code >= StartCode(0xC0) && code <= StartCode(0xEF));
-  if (code == StartCode(start_code::SystemHeader)) {
+  const bool stream = code == StartCodeOf(start_code::PrivateStream1) ||
+                      (code >= StartCodeOf(0xC0) && code <= StartCodeOf(0xEF));
+  if (code == StartCodeOf(start_code::SystemHeader)) {
     // a navigation pack, or a fault that was told
   } else if (vob_ == nullptr) {
     Bad(head.Bytes, "VOBU", "", "a navigation pack first", fmt::format("0x{:08X}", code));
   } else if (stream) {
     TakePacket(sector, head.Bytes, head.Scr);
-  } else if (code == StartCode(start_code::PaddingStream)) {
+  } else if (code == StartCodeOf(start_code::PaddingStream)) {
     teller_->Tell(message::PackLoose, sector_, head.Bytes, "pack", "", "a stream's packet", "padding alone");
   } else {
     Bad(head.Bytes, "PES header", "packet_start_code", "a stream of DVD-Video",
         fmt::format("0x{:08X}", code));
   }
   ++sector_;
-}
-
-VobScan::PackHead VobScan::ReadPackHead(ByteView sector) const {
-  constexpr std::uint64_t Marks = 3ULL << 46U | 1ULL << 42U | 1ULL << 26U | 1ULL << 10U | 1U;
-  constexpr std::uint64_t MarksSet = 1ULL << 46U | 1ULL << 42U | 1ULL << 26U | 1ULL << 10U | 1U;
-  const std::uint64_t bits = GetBytes(sector, 4, 6);
-  if ((bits & Marks) != MarksSet) {
-    Bad(4, "pack header", "marker_bit", "01 and markers set", fmt::format("0x{:012X}", bits));
-  }
-  const std::uint64_t base =
-      (bits >> 13U & 0x1C0000000U) | (bits >> 12U & 0x3FFF8000U) | (bits >> 11U & 0x7FFFU);
-  const auto extension = static_cast<std::int64_t>(bits >> 1U & 0x1FFU);
-  if (extension >= ClockTicks) {
-    Bad(8, "pack header", "SCR_extension", "at most 299", extension);
-  }
-  PackHead head{.Scr = static_cast<std::int64_t>(base) * ClockTicks + extension};
-  if (GetBytes(sector, 10, 4) != RateWithMarkers) {
-    const auto rate = static_cast<std::uint32_t>(GetBytes(sector, 10, 3) >> 2U);
-    const unsigned stuffing = sector[13] & 7U;
-    head.Bytes += stuffing;
-    if (rate != MuxRate) {
-      Bad(10, "pack header", "program_mux_rate", MuxRate, rate);
-    } else {
-      Bad(12, "pack header", "pack_stuffing_length", "markers, and 0", stuffing);
-    }
-  }
-  return head;
 }
 
 void VobScan::CheckScr(std::int64_t scr) const {
@@ -135,7 +101,7 @@ bool VobScan::IsNav(ByteView sector, std::size_t at) const {
       FixedBytes{nav::DsiStartCode.Offset, 4, nav::PrivateStream2, "DSI", "packet_start_code"},
       FixedBytes{nav::DsiLength.Offset, 2, nav::DsiPacketBytes, "DSI", "PES_packet_length"},
       FixedBytes{nav::DsiSubstream.Offset, 1, nav::DsiId, "DSI", "sub_stream_id"}};
-  bool good = at == PackBytes;
+  bool good = at == PackHead::LeastBytes;
   for (const FixedBytes& each : Fixed) {
     const std::uint64_t seen = GetBytes(sector, each.At, each.Width);
     if (seen != each.Value) {
@@ -217,139 +183,22 @@ void VobScan::CheckNavAlone(ByteView sector, std::int64_t scr) const {
 }
 
 void VobScan::TakePacket(ByteView sector, std::size_t at, std::int64_t scr) {
-  const std::size_t end = at + 6 + GetBytes(sector, at + 4, 2);
-  if (end > SectorBytes) {
-    Bad(at + 4, "PES header", "PES_packet_length", fmt::format("at most {}", SectorBytes - at - 6),
-        end - at - 6);
+  const auto packet = PackReader(*teller_, sector, sector_, order_.IsOurs).Packet(at, scr);
+  if (!packet) {
     return;
   }
-  CheckAfter(sector, end);
-  ScannedPacket packet{.Sector = sector_};
-  std::size_t data = 0;
-  if (!ReadPesHead(sector, at, packet, data) || data > end) {
-    Bad(at + 6, "PES header", "PES_header_data_length", "a header within its packet", data);
-    return;
-  }
-  CheckDelay(packet, scr);
-  packet.At = data;
-  packet.Payload = sector.subspan(data, end - data);
-  // A byte takes 150/7 ticks at the mux rate; the SCR is that of the pack's byte 9.
-  packet.Begin = scr + (static_cast<std::int64_t>(data) - 8) * 150 / 7;
-  packet.End = scr + (static_cast<std::int64_t>(end) - 9) * 150 / 7;
   const unsigned stream = sector[at + 3];
   if (stream != start_code::PrivateStream1) {
-    Hand(stream, packet);
-  } else if (packet.Payload.empty()) {
-    Bad(data, "private stream 1", "sub_stream_id", "one", "an empty packet");
+    Hand(stream, *packet);
+  } else if (packet->Payload.empty()) {
+    Bad(packet->At, "private stream 1", "sub_stream_id", "one", "an empty packet");
   } else {
-    Hand(packet.Payload[0], packet);
-  }
-}
-
-// A packet ends with its pack, or a padding packet does.
-void VobScan::CheckAfter(ByteView sector, std::size_t end) const {
-  constexpr std::size_t PaddingHead = 6;
-  const std::size_t rest = SectorBytes - end;
-  if (rest == 0) {
-    return;
-  }
-  if (rest <= PaddingHead || GetBytes(sector, end, 4) != StartCode(start_code::PaddingStream) ||
-      GetBytes(sector, end + 4, 2) != rest - PaddingHead) {
-    Bad(end, "padding packet", "PES_packet_length", fmt::format("a padding packet of {} bytes", rest),
-        "others");
-    return;
-  }
-  const ByteView padding = sector.subspan(end + PaddingHead);
-  if (std::ranges::any_of(padding, [](std::uint8_t byte) { return byte != 0xFF; })) {
-    teller_->Tell(message::PackLoose, sector_, end, "padding packet", "padding_byte", "0xFF", "others");
-  }
-}
-
-// False where the header is none. `data` is where the stream's bytes begin.
-bool VobScan::ReadPesHead(ByteView sector, std::size_t at, ScannedPacket& packet, std::size_t& data) const {
-  if (at + PesHeadBytes > sector.size()) {
-    return false;
-  }
-  const unsigned first = sector[at + 6];
-  const unsigned flags = sector[at + 7];
-  data = at + PesHeadBytes + sector[at + 8];
-  if (first >> 6U != 2 || data > sector.size()) {
-    return false;
-  }
-  if ((first & 0x30U) != 0) {
-    Bad(at + 6, "PES header", "PES_scrambling_control", 0, first >> 4U & 3U);
-  }
-  if (flags >> 6U == 1 || (flags & 0x3EU) != 0) {
-    Bad(at + 7, "PES header", "flags", "PTS, DTS and extension alone", fmt::format("0x{:02X}", flags));
-  }
-  std::size_t next = at + PesHeadBytes;
-  const auto has = [&](std::size_t bytes) { return next + bytes <= data; };
-  const std::size_t stamps = flags >> 6U == 3 ? 10 : (flags & 0x80U) != 0 ? 5 : 0;
-  if (!has(stamps + (flags & 1U))) {
-    Bad(at + 8, "PES header", "PES_header_data_length", fmt::format("{} or more", stamps + (flags & 1U)),
-        sector[at + 8]);
-  }
-  if ((flags & 0x80U) != 0 && has(5)) {
-    packet.Pts = StampAt(sector, next, flags >> 6U);
-    next += 5;
-  }
-  if (flags >> 6U == 3 && has(5)) {
-    packet.Dts = StampAt(sector, next, 1);
-    next += 5;
-  }
-  if ((flags & 1U) != 0 && has(1)) {
-    const unsigned extension = sector[next++];
-    const bool reserved = order_.IsOurs && (extension & 0x0EU) != 0x0E;  // others leave them clear
-    if ((extension & 0xE1U) != 0 || reserved) {
-      Bad(next - 1, "PES header", "PES_extension flags", "P-STD_buffer alone",
-          fmt::format("0x{:02X}", extension));
-    } else if ((extension & 0x10U) != 0 && has(2)) {
-      const auto word = static_cast<unsigned>(GetBytes(sector, next, 2));
-      if (word >> 14U != 1) {
-        Bad(next, "PES header", "P-STD_buffer", "01", word >> 14U);
-      }
-      packet.PStd = std::int64_t{word & 0x1FFFU} * ((word & 0x2000U) != 0 ? 1024 : 128);
-      next += 2;
-    }
-  }
-  const ByteView stuffing = sector.subspan(next, data - next);
-  if (std::ranges::any_of(stuffing, [](std::uint8_t byte) { return byte != 0xFF; })) {
-    Bad(next, "PES header", "stuffing_byte", "0xFF to the end of the header", "others");
-  } else if (stuffing.size() > 7) {
-    teller_->Tell(message::PackLoose, sector_, next, "PES header", "stuffing_byte", "at most 7",
-                  stuffing.size());
-  }
-  return true;
-}
-
-std::uint32_t VobScan::StampAt(ByteView sector, std::size_t at, unsigned prefix) const {
-  const std::uint64_t bits = GetBytes(sector, at, 5);
-  constexpr std::uint64_t Markers = 1ULL << 32U | 1U << 16U | 1U;
-  if (bits >> 36U != prefix || (bits & Markers) != Markers) {
-    Bad(at, "PES header", "time stamp markers", prefix, fmt::format("0x{:010X}", bits));
-  }
-  return static_cast<std::uint32_t>((bits >> 3U & 0x1C0000000U) | (bits >> 2U & 0x3FFF8000U) |
-                                    (bits >> 1U & 0x7FFFU));
-}
-
-void VobScan::CheckDelay(const ScannedPacket& packet, std::int64_t scr) const {
-  const auto stamp = packet.Dts ? packet.Dts : packet.Pts;
-  if (!stamp) {
-    return;
-  }
-  const std::int64_t delay = std::int64_t{*stamp} - scr / ClockTicks;
-  const char* field = packet.Dts ? "DTS" : "PTS";
-  if (delay < 0 || delay > MostDelay) {
-    teller_->Tell(message::StampWrong, sector_, 0, "PES header", field, "0 to 90000 ticks after the SCR",
-                  delay);
-  } else if (delay > LongDelay) {
-    teller_->Tell(message::StampLoose, sector_, 0, "PES header", field, "at most 63000 ticks after the SCR",
-                  delay);
+    Hand(packet->Payload[0], *packet);
   }
 }
 
 // `id`: the substream, or the stream from 0xC0 on.
-void VobScan::Hand(unsigned id, ScannedPacket& packet) {
+void VobScan::Hand(unsigned id, const ScannedPacket& packet) {
   if (sector_ < tags_.size()) {
     tags_[sector_] = static_cast<std::uint8_t>(id);
   }

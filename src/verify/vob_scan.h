@@ -34,26 +34,16 @@ class VobScan {
   [[nodiscard]] VobSetFacts Finish();
 
  private:
-  struct PackHead {
-    std::int64_t Scr = 0;  // 27 MHz
-    std::size_t Bytes = 14;
-  };
   template <class Expected, class Seen>
   void Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
            const Seen& seen) const;
 
-  [[nodiscard]] PackHead ReadPackHead(ByteView sector) const;
   void CheckScr(std::int64_t scr) const;
   [[nodiscard]] bool IsNav(ByteView sector, std::size_t at) const;
   void TakeNav(ByteView sector, std::int64_t scr);
   void CheckNavAlone(ByteView sector, std::int64_t scr) const;
   void TakePacket(ByteView sector, std::size_t at, std::int64_t scr);
-  void CheckAfter(ByteView sector, std::size_t end) const;
-  [[nodiscard]] bool ReadPesHead(ByteView sector, std::size_t at, ScannedPacket& packet,
-                                 std::size_t& data) const;
-  [[nodiscard]] std::uint32_t StampAt(ByteView sector, std::size_t at, unsigned prefix) const;
-  void CheckDelay(const ScannedPacket& packet, std::int64_t scr) const;
-  void Hand(unsigned id, ScannedPacket& packet);
+  void Hand(unsigned id, const ScannedPacket& packet);
   void CheckFirst(const ScannedPacket& packet, DecoderBuffer& buffer, unsigned id);
   void EndVobu();
   void EndVob(std::uint16_t id);

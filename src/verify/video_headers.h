@@ -1,0 +1,42 @@
+// The headers of a video stream that comes in pieces.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "base/bytes.h"
+
+namespace quorvelant {
+
+// A picture, sequence or group header, an extension, or a sequence end code. Offsets count bytes of the
+// stream.
+struct VideoHeader {
+  std::uint64_t At;
+  std::uint64_t DataEnd;  // after the last byte before it that is not 0
+  std::uint8_t Code;
+  std::array<std::uint8_t, 8> Rest;
+};
+
+class VideoHeaders {
+ public:
+  // The next bytes, which begin at `at`.
+  void Feed(ByteView data, std::uint64_t at);
+  // No header goes on beyond `total`.
+  void Finish(std::uint64_t total);
+
+  [[nodiscard]] const std::vector<VideoHeader>& Headers() const { return headers_; }
+  // After the last byte that is not 0, once finished.
+  [[nodiscard]] std::uint64_t DataEnd() const { return dataEnd_; }
+  void Clear() { headers_.clear(); }
+
+ private:
+  void FindHeaders(ByteView data, std::uint64_t at, std::size_t from, std::size_t upTo);
+  void AddHeader(ByteView data, std::uint64_t at, std::size_t offset);
+
+  std::vector<VideoHeader> headers_;
+  Bytes carry_;  // the last bytes of the piece before, in which a header may begin
+  std::uint64_t dataEnd_ = 0;
+};
+
+}  // namespace quorvelant
