@@ -208,7 +208,7 @@ std::vector<SimulatedRegister> RegistersInWords(const NavRegisters& registers) {
 QString LanguageWords(std::uint16_t language) {
   const std::string code{static_cast<char>(language >> 8U), static_cast<char>(language & 0xFFU)};
   const auto row = CLsDVD::LanguageCalled(code);
-  return row && code != "\0\0" ? Shown(std::string(CLsDVD::LangCodeToLangName(code))) : Tr("none");
+  return row && language != 0 ? Shown(std::string(CLsDVD::LangCodeToLangName(code))) : Tr("none");
 }
 
 }  // namespace quorvelant

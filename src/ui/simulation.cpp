@@ -259,9 +259,9 @@ std::vector<std::uint16_t> Simulation::Languages() const {
   return languages;
 }
 
-void Simulation::Take(NavOutcome outcome) {
+void Simulation::Take(const NavOutcome& outcome) {
   log_.Add(document_.Work(), *disc_, outcome);
-  state_ = std::move(outcome.State);
+  state_ = outcome.State;
   look_->Show(*disc_, state_, player_.Screen);
   emit StateChanged();
 }

@@ -62,7 +62,7 @@ class Simulation : public QObject {
   void LookChanged();   // the picture, or what lies over it
 
  private:
-  void Take(NavOutcome outcome);
+  void Take(const NavOutcome& outcome);
   void EndByChange();
   void LogPress(const NavEvent& event);
   void LetPass(double seconds);

@@ -7,15 +7,16 @@
 #include <QTableWidget>
 #include <QTest>
 #include <QToolButton>
-#include <filesystem>
 #include <random>
 #include <utility>
 
-#include "edit/project_file.h"
 #include "edit/segments.h"
+#include "edit/structure.h"
 #include "open_window.h"
+#include "played_window.h"
 #include "support/pressed_action.h"
 #include "support/temp_folder.h"
+#include "support/trial.h"
 #include "ui/simulation.h"
 #include "window/picture_view.h"
 #include "window/player_pane.h"
@@ -25,51 +26,6 @@ namespace quorvelant {
 namespace {
 
 using testing::HasSubstr;
-
-// The example, where a line of its script stands otherwise, with the disc put in by its key.
-class PlayedWindow {
- public:
-  explicit PlayedWindow(const std::string& line = {}, const std::string& instead = {},
-                        const std::string& lost = {}) {
-    const std::string project = CopyOfExample(Folder);
-    std::string script = TempFolder::Read(project);
-    if (!line.empty()) {
-      EXPECT_NE(script.find(line), std::string::npos) << line;
-      script.replace(script.find(line), line.size(), instead);
-      Folder.Write("examples/demo.qvp", script);
-    }
-    if (!lost.empty()) {
-      std::filesystem::remove(Folder / lost);
-    }
-    Open.Window.Open({project});
-    Open.Settle();
-    Open.Key(Qt::Key_F5);
-    QTest::qWait(0);
-  }
-  [[nodiscard]] Simulation& Player() { return Open.Window.Parts().Player; }
-  [[nodiscard]] PlayerPane& Pane() { return *Open.Window.findChild<PlayerPane*>(); }
-  [[nodiscard]] std::string Screen() { return Pane().Screen().accessibleDescription().toStdString(); }
-  [[nodiscard]] QListWidget& Steps() { return Open.Named<QListWidget>("What the player did"); }
-  [[nodiscard]] std::string Log() {
-    std::string log;
-    for (int row = 0; row < Steps().count(); ++row) {
-      log += Steps().item(row)->text().toStdString() + "\n";
-    }
-    return log;
-  }
-  // Where it is, once a key that shows for a moment has acted.
-  [[nodiscard]] std::string Where() {
-    QTest::qWait(200);
-    return Player().Words().toStdString();
-  }
-  // A picture with what lies over it is there.
-  [[nodiscard]] bool IsDrawn() {
-    return OpenWindow::Wait([this] { return Player().Look() != nullptr && Player().Look()->IsReady(); });
-  }
-
-  TempFolder Folder;
-  OpenWindow Open{Folder};
-};
 
 // From the title menu into a title by keys, back by the remote, and to the place of a command by its row.
 TEST(Simulator, PlaysTheDiscBeforeItIsMade) {
@@ -335,6 +291,38 @@ TEST(Simulator, TimeRunsWhileThereIsAPlayer) {
   QTest::qWait(300);
 }
 
+// The player's language chooses among the menus, and one that no menu has gets the first.
+TEST(Simulator, SpeaksTheLanguageOfThePlayer) {
+  PlayedWindow window;
+  constexpr std::uint16_t German = 0x6465;
+  constexpr std::uint16_t French = 0x6672;
+  window.Open.Doc().Do([](EditSession& session, Consent) { return NewLanguage(session, "VMG1", "German"); });
+  ASSERT_FALSE(window.Player().IsOn());
+  window.Open.Key(Qt::Key_F5);
+  ASSERT_TRUE(window.Player().IsOn());
+  const std::string english = window.Player().Place();
+  auto& languages = window.Open.Named<QComboBox>("Language of the player");
+  ASSERT_GE(languages.findData(German), 0);
+  languages.setCurrentIndex(languages.findData(German));
+  EXPECT_EQ(window.Player().State().Registers.Of(Sprm::MenuLanguage), German);
+  EXPECT_NE(window.Player().Place(), english);
+  window.Player().SetPlayer({French, PlayerScreenKind::LetterBox});
+  EXPECT_EQ(window.Player().Place(), english);
+  EXPECT_EQ(window.Player().State().Registers.Of(Sprm::VideoPreference), 0x0200);
+}
+
+// The timer ends what plays where it is shorter.
+TEST(Simulator, TheTimerGoesByWhereThePlayerGoesOn) {
+  PlayedWindow window("Command=JumpSS TitleMenu",
+                      "Command=SetNVTMR NV_TMR=2, TT_PGCN=2\n\t\t\tCommand=JumpSS TitleMenu");
+  EXPECT_EQ(window.Player().State().Registers.Of(Sprm::Timer), 2);
+  window.Open.Key(Qt::Key_Return);
+  EXPECT_THAT(window.Where(), HasSubstr("title 1, chapter 1, goes on after 2 s"));
+  window.Open.Key(Qt::Key_Space);
+  EXPECT_EQ(window.Player().State().At.Chain, 2);
+  EXPECT_EQ(window.Player().State().Registers.Of(Sprm::Timer), 0);
+}
+
 // Whatever is pressed, the player is somewhere or says that it stopped.
 TEST(Simulator, AnyKeysDoNoHarm) {
   PlayedWindow window;
@@ -344,7 +332,8 @@ TEST(Simulator, AnyKeysDoNoHarm) {
     return std::uniform_int_distribution<std::size_t>(0, bound - 1)(dice);
   };
   int stops = 0;
-  for (int press = 0; press < 10000; ++press) {
+  const int presses = TrialCount(1500, 10000);
+  for (int press = 0; press < presses; ++press) {
     const std::size_t what = draw(40);
     if (what == 0) {
       const QPoint place(static_cast<int>(draw(400)), static_cast<int>(draw(300)));
@@ -367,7 +356,7 @@ TEST(Simulator, AnyKeysDoNoHarm) {
     }
   }
   EXPECT_LE(window.Steps().count(), static_cast<int>(SimulationLog::Most) + 1);
-  EXPECT_LT(stops, 10000);
+  EXPECT_LT(stops, presses);
 }
 
 }  // namespace
