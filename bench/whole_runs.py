@@ -7,7 +7,8 @@ Makes films of MPEG-2 at 6.5 Mbit/s with AC3 at 448 kbit/s (40 seconds coded onc
 repeated), authors them and copies the finished folder with cp, in alternation. One more film has two
 streams of AC3 and four of subtitles with 1000 captions each, every caption a bitmap file of its own. Last, the wizard makes the menus of three films of an hour.
 
-The image of each finished film (quorvelant iso) is held against the same copy.
+The image of each finished film (quorvelant iso) is held against the same copy, and its verification
+(quorvelant verify) against a plain reading of the same bytes with cat, in alternation, both from the page cache.
 
 A disc is on the disk when it takes its place, so author is held against cp and a sync of the copy, and
 author --no-sync against cp alone.
@@ -32,6 +33,7 @@ import sys
 import time
 
 RATIO_LIMIT = 1.3
+READING_LIMIT = 1.5
 MEMORY_LIMIT_MIB = 64
 CHUNK_SECONDS = 40
 CHUNK_MB = 34.8
@@ -51,14 +53,14 @@ def run(*command):
 class Run:
     """Wall seconds, processor seconds and peak memory (MiB) of one finished process."""
 
-    def __init__(self, command):
+    def __init__(self, command, good=(0,)):
         start = time.perf_counter()
         child = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         _, status, usage = os.wait4(child.pid, 0)
         self.wall = time.perf_counter() - start
         self.cpu = usage.ru_utime + usage.ru_stime
         self.memory = usage.ru_maxrss / 1024
-        if status != 0:
+        if os.waitstatus_to_exitcode(status) not in good:
             sys.exit(f"failed: {' '.join(map(str, command))}")
 
 
@@ -187,9 +189,26 @@ def measure(program, work, megabytes, rounds, subtitled=False):
                for synced in (False, True)]
     for synced in (False, True):
         compare_image(program, disc, copy, work / "disc.iso", rounds, synced)
+    compare_reading(program, disc, rounds)
     for folder in (disc, copy):
         shutil.rmtree(folder, ignore_errors=True)
     return results[0]
+
+
+def compare_reading(program, disc, rounds):
+    """One row: the verification of a finished disc with reading it; verify ends with 1 where it warns."""
+    files = sorted(disc.iterdir())
+    verify, reading = [program, "verify", disc, "--quiet"], ["cat", *files]
+    verified, read = [], []
+    for _ in range(4 * rounds + 1):
+        verified.append(Run(verify, (0, 1)))
+        read.append(Run(reading))
+    median = lambda runs, figure: statistics.median(getattr(one, figure) for one in runs[1:])
+    wall, plain = median(verified, "wall"), median(read, "wall")
+    megabytes = sum(f.stat().st_size for f in files) / 1e6
+    print(f"{megabytes:8.0f} MB {wall:7.2f} s {plain:7.2f} s {wall / plain:6.2f} "
+          f"{median(verified, 'cpu'):7.2f} s {median(read, 'cpu'):7.2f} s "
+          f"{max(one.memory for one in verified):7.1f} MiB  verify against reading (limit {READING_LIMIT})", flush=True)
 
 
 def compare_image(program, disc, copy, image, rounds, synced):

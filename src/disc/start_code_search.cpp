@@ -96,7 +96,8 @@ Progress SearchSse2(ByteView data, std::size_t from) {
 template <bool PassSlices>
 Progress SearchVectors(ByteView data, std::size_t from) {
   static const bool hasAvx2 = static_cast<bool>(__builtin_cpu_supports("avx2"));
-  return hasAvx2 ? SearchAvx2<PassSlices>(data, from) : SearchSse2(data, from);
+  const Progress wide = hasAvx2 ? SearchAvx2<PassSlices>(data, from) : Progress{false, from};
+  return wide.Hit ? wide : SearchSse2(data, wide.Offset);  // of what wide vectors leave, most
 }
 
 Progress SearchNarrow(ByteView data, std::size_t from) {

@@ -241,6 +241,11 @@ class ChainReader {
   std::vector<Span> spans_;
 };
 
+// A unit without menus is one chain of zeros, of which makers differ how long it is.
+bool IsOfNoMenus(const std::vector<IfoChain>& chains) {
+  return chains.size() == 1 && chains[0].Cells.empty() && chains[0].Pre.empty() && chains[0].Post.empty();
+}
+
 }  // namespace
 
 ReadChain ReadIfoChain(const IfoView& view, int number, const std::string& name, const IfoTeller& teller) {
@@ -281,7 +286,9 @@ std::vector<IfoChain> ReadIfoChains(const IfoView& table, const std::string& nam
                   fmt::format("a chain from byte {} on", spans[i - 1].second), spans[i].first);
     }
   }
-  teller.CheckEnd(table, table_head::Last.Offset, end, name);
+  if (!IsOfNoMenus(chains) || table.Long(table_head::Last.Offset) + std::uint64_t{1} < end) {
+    teller.CheckEnd(table, table_head::Last.Offset, end, name);
+  }
   return chains;
 }
 

@@ -102,8 +102,10 @@ class IfoReader {
     }
     tables_.LastSector = mat.Long(vtsi::SetLast.Offset);
     tables_.MenuStart = mat.Long(vtsi::MenuVobs.Offset);
+    // Some makers give menus without pictures a place, and no attributes; those with any are held against
+    // them.
     tables_.Menus = StreamsAt(vtsi::MenuVideo.Offset, vtsi::MenuAudioCount.Offset, 1,
-                              vtsi::MenuSubCount.Offset, 1, tables_.MenuStart != 0);
+                              vtsi::MenuSubCount.Offset, 1, tables_.MenuStart != 0 && tables_.IsOurs);
   }
 
   IfoStreams StreamsAt(std::size_t video, std::size_t audioCount, std::size_t mostAudio, std::size_t subCount,

@@ -49,7 +49,9 @@ void CheckEntries(const IfoLanguage& unit, const std::string& name, bool ofManag
     bits |= bit;
   }
   if (unit.Existence != bits) {
-    teller.Tell(message::TableBroken, unit.At + language_unit::Existence.Offset, name, "PGCI_LU_EXIST",
+    // Players look for the menu itself.
+    teller.Tell(teller.IsOurs() ? message::TableBroken : message::TableLoose,
+                unit.At + language_unit::Existence.Offset, name, "PGCI_LU_EXIST",
                 fmt::format("0x{:02X}", bits), fmt::format("0x{:02X}", unit.Existence));
   }
 }
@@ -121,7 +123,7 @@ std::vector<IfoLanguage> ReadLanguages(const IfoView& table, const std::string& 
                                              static_cast<char>(unit.Language & 0xFFU));
     teller.CheckReserved(language_unit::Rows, table.Sub(at, language_unit::Size),
                          fmt::format("{} unit {}", name, i + 1));
-    const bool letters = std::islower(unit.Language >> 8U) != 0 && std::islower(unit.Language & 0xFFU) != 0;
+    const bool letters = std::islower(unit.Language >> 8) != 0 && std::islower(unit.Language & 0xFF) != 0;
     if (!letters) {
       teller.Tell(message::TableLoose, table.At(at), fmt::format("{} unit {}", name, i + 1), "PGCI_LU_LCD",
                   "two small letters", fmt::format("0x{:04X}", unit.Language));

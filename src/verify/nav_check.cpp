@@ -1,9 +1,11 @@
 #include "verify/nav_check.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 #include "disc/nav_layout.h"
+#include "verify/numbered_names.h"
 #include "verify/search_check.h"
 
 namespace quorvelant {
@@ -132,7 +134,8 @@ class NavCheck {
     for (std::size_t k = 0; k < 3; ++k) {
       const std::size_t offset = nav::ReferenceEa.Offset + 4 * k;
       const std::uint32_t said = record.Long(offset);
-      const std::string field = fmt::format("VOBU_{}REF_EA", k == 0 ? "1ST" : k == 1 ? "2ND" : "3RD");
+      constexpr std::array Fields{"VOBU_1STREF_EA", "VOBU_2NDREF_EA", "VOBU_3RDREF_EA"};
+      const char* field = Fields.at(k);
       const auto& ends = video.ReferenceEnds;
       if (k < ends.size()) {
         const std::uint32_t wanted = ends[k] - record.Vobu.Sector;
@@ -151,10 +154,11 @@ class NavCheck {
 
   // A_SYNCA leads to the pack whose sound is due at the start of the VOBU, or next.
   void CheckAudioSync(const NavRecord& record) const {
+    static const auto fields = NumberedNames<8>("A_SYNCA");
     for (unsigned i = 0; i < 8; ++i) {
       const std::size_t offset = nav::AudioSync.Offset + std::size_t{2} * i;
       const auto value = static_cast<unsigned>(record.Get(offset, 2));
-      const std::string field = fmt::format("A_SYNCA{}", i);
+      const std::string& field = fields.at(i);
       const auto stream =
           std::ranges::find_if(vob_->Audio, [&](const auto& each) { return (each.first & 7U) == i; });
       if (stream == vob_->Audio.end()) {
@@ -171,15 +175,15 @@ class NavCheck {
   void CheckAudioTarget(const NavRecord& record, std::size_t offset, const std::string& field, unsigned value,
                         const std::pair<const unsigned, AudioWalk>& stream) const {
     const auto& starts = stream.second.Starts();
-    const std::string seen = fmt::format("0x{:04X}", value);
+    const auto seen = [value] { return fmt::format("0x{:04X}", value); };
     if (value == 0) {
-      Tell(message::SyncLoose, record, offset, field, "a pack of the stream", seen);
+      Tell(message::SyncLoose, record, offset, field, "a pack of the stream", seen());
       return;
     }
     if ((value & nav::NoAudioPack) == nav::NoAudioPack) {
       if (!starts.empty() && starts.back().Pts >= record.Vobu.StartPtm) {
         Tell(order_->IsOurs ? message::SyncWrong : message::SyncLoose, record, offset, field,
-             "a pack, since there is more sound", seen);
+             "a pack, since there is more sound", seen());
       }
       return;
     }
@@ -190,7 +194,7 @@ class NavCheck {
                        tags_[static_cast<std::size_t>(sector)] == stream.first;
     if (!there) {
       Tell(message::SyncWrong, record, offset, field, "a pack of the stream",
-           fmt::format("{} at sector {}", seen, sector));
+           fmt::format("{} at sector {}", seen(), sector));
       return;
     }
     const auto start =
@@ -209,10 +213,11 @@ class NavCheck {
   }
 
   void CheckSubpictureSync(const NavRecord& record) const {
+    static const auto fields = NumberedNames<32>("SP_SYNCA");
     for (unsigned i = 0; i < 32; ++i) {
       const std::size_t offset = nav::SubpictureSync.Offset + std::size_t{4} * i;
       const std::uint32_t value = record.Long(offset);
-      const std::string field = fmt::format("SP_SYNCA{}", i);
+      const std::string& field = fields.at(i);
       const unsigned stream = 0x20 + i;
       const bool exists = vob_->Subpictures.contains(stream);
       if (value == 0 || !exists) {

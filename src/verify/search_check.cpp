@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "disc/nav_layout.h"
+#include "verify/numbered_names.h"
 
 namespace quorvelant {
 namespace {
@@ -113,13 +114,15 @@ class CellSearch {
   }
 
   void CheckJumps(int way) const {
+    static const auto forward = NumberedNames<Steps.back() + 1>("FWDA");
+    static const auto backward = NumberedNames<Steps.back() + 1>("BWDA");
     Place before = at_;  // where the row before leads
     for (std::size_t i = 0; i < RowCount; ++i) {
       const int step = Steps.at(i);
       const std::size_t offset =
           way > 0 ? nav::ForwardJumps.Offset + 4 * (RowCount - 1 - i) : nav::BackwardJumps.Offset + 4 * i;
-      const std::string field = fmt::format("{}{}", way > 0 ? "FWDA" : "BWDA", step);
-      const std::int64_t time = std::int64_t{Here().Vobu.StartPtm} + way * step * HalfSecond;
+      const std::string& field = (way > 0 ? forward : backward).at(static_cast<std::size_t>(step));
+      const std::int64_t time = std::int64_t{Here().Vobu.StartPtm} + std::int64_t{way} * step * HalfSecond;
       before =
           CheckJump(Here().Long(offset), offset, field, time, way, step >= LongStep ? before : std::nullopt);
     }

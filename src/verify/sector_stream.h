@@ -10,7 +10,7 @@
 namespace quorvelant {
 
 // Hands every whole sector to `take`, until `stop` says so between blocks. While one block is used, the next
-// is read in a thread; two blocks are all the memory. Raises FileError.
+// are read in a thread; a few blocks are all the memory. Raises FileError.
 void StreamSectors(DiscSource& source, const VobSetFiles& files, const std::function<void(ByteView)>& take,
                    const std::function<bool()>& stop);
 

@@ -168,8 +168,7 @@ class TimeMapCheck {
 void CheckTimeMaps(const IfoTables& tables, const VobSetFacts& facts, const IfoTeller& teller) {
   const auto& maps = *tables.TimeMaps;
   if (maps.size() != tables.Chains.size()) {
-    const std::uint32_t at =
-        static_cast<std::uint32_t>(GetBytes(tables.Data, vtsi::TimeMaps.Offset, 4) * SectorBytes);
+    const auto at = static_cast<std::uint32_t>(GetBytes(tables.Data, vtsi::TimeMaps.Offset, 4) * SectorBytes);
     teller.Tell(message::TimeMapWrong, at, "VTS_TMAPT", "TMAP_Ns", tables.Chains.size(), maps.size());
   }
   for (std::size_t i = 0; i < std::min(maps.size(), tables.Chains.size()); ++i) {

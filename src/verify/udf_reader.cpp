@@ -38,7 +38,7 @@ std::uint16_t CrcOf(ByteView bytes) {  // x^16 + x^12 + x^5 + 1
 
 // The tag of a descriptor, once its sum and the CRC of what follows hold.
 unsigned TagOf(ByteView descriptor, std::uint32_t sector) {
-  const unsigned tag = static_cast<unsigned>(GetLittle(descriptor, 0, 2));
+  const auto tag = static_cast<unsigned>(GetLittle(descriptor, 0, 2));
   const unsigned sum = std::accumulate(descriptor.begin(), descriptor.begin() + TagBytes, 0U) - descriptor[4];
   if ((sum & 0xFFU) != descriptor[4]) {
     throw ImageFault(sector, "UDF descriptor tag", "TagChecksum", std::to_string(sum & 0xFFU),

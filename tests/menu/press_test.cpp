@@ -12,6 +12,7 @@
 #include "support/disc_judges.h"
 #include "support/disc_walk.h"
 #include "support/menu_player.h"
+#include "verify/verify_disc.h"
 
 namespace quorvelant {
 namespace {
@@ -232,6 +233,10 @@ void PressPlain(const MenuDisc& disc, MenuPlayer& player) {
 
 TEST_P(Press, DoesWhatTheLabelSays) {
   ASSERT_TRUE(player_);
+  const VerifyResult read = VerifyDisc(disc_.Folder, disc_.Ui);
+  for (const DiscFinding& finding : read.Findings.All()) {
+    EXPECT_EQ(finding.Kind->Level, Severity::Information) << MessageOfFinding(finding, "").Text;
+  }
   if (player_->Place() == Title(0)) {
     EXPECT_EQ(player_->Subtitles(), GetParam().StartSubtitles - 1);
   }

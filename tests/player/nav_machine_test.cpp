@@ -70,6 +70,7 @@ TEST(NavMachine, GoesWhereAPlayerGoes) {
       {"a still for ever waits", asIs, "wait", "title menu, button 1"},
       {"chapters", asIs, "OK, Next, Next", "title 1, chapter 3"},
       {"past the last chapter", asIs, "OK, Next, Next, Next", "root menu of set 1, button 1"},
+      {"a page that nothing follows stays", asIs, "Next", "title menu, button 1"},
       {"back a chapter", asIs, "OK, Next, Previous", "title 1, chapter 1"},
       {"no chapter before", asIs, "OK, Previous", "title 1, chapter 1"},
       {"last chapter of the chain before", [](NavDisc& d) { FilmIn(d, 2).Previous = 1; }, "2, Previous",
