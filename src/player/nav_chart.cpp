@@ -11,7 +11,7 @@ namespace quorvelant {
 
 namespace {
 
-constexpr int ColumnStep = 370;
+constexpr int ColumnStep = 400;
 constexpr int RowStep = 40;
 constexpr int Margin = 20;
 constexpr int HeadHeight = 30;
@@ -93,9 +93,9 @@ void AddArrow(const NavChartArrow& arrow, std::string& svg) {
       arrow.Lower.X, arrow.Lower.Y);
 }
 
-// As much as a box has room for: letters of 12 pixels are half as wide.
+// As much as a box has room for: letters of 12 pixels are 7 wide at most times.
 std::string Cut(std::string_view text) {
-  constexpr std::size_t Most = (NavChart::BoxWidth - 16) / 6;
+  constexpr std::size_t Most = (NavChart::BoxWidth - 16) / 7;
   if (text.size() <= Most) {
     return std::string(text);
   }
@@ -135,7 +135,7 @@ std::string SvgOf(const NavMap& map) {
   std::string svg =
       fmt::format(R"(<svg xmlns="http://www.w3.org/2000/svg" width="{0}" height="{1}" viewBox="0 0 {0} {1}" )"
                   R"(font-family="sans-serif" font-size="12">)"
-                  "\n",
+                  "\n<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n",
                   chart.Width, chart.Height);
   for (const NavChartHead& head : chart.Heads) {
     fmt::format_to(std::back_inserter(svg), "<text x=\"{}\" y=\"{}\" font-weight=\"bold\">{}</text>\n",

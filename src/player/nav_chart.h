@@ -36,7 +36,7 @@ struct NavChartHead {
   int Y = 0;  // of its lower edge
 };
 struct NavChart {
-  static constexpr int BoxWidth = 270;
+  static constexpr int BoxWidth = 310;
   static constexpr int BoxHeight = 28;
   int Width = 0;
   int Height = 0;
