@@ -11,7 +11,7 @@ namespace quorvelant {
 
 namespace {
 
-constexpr int ColumnStep = 340;
+constexpr int ColumnStep = 400;
 constexpr int RowStep = 40;
 constexpr int Margin = 20;
 constexpr int HeadHeight = 30;
@@ -23,8 +23,10 @@ std::size_t ColumnOf(const NavMapChain& chain) {
 }
 
 std::string TextOf(const NavMapChain& chain) {
-  return chain.Name.empty() || chain.Name == chain.Words ? chain.Words
-                                                         : fmt::format("{} ({})", chain.Words, chain.Name);
+  const std::string name = chain.Name.empty() || chain.Name == chain.Words
+                               ? chain.Words
+                               : fmt::format("{} ({})", chain.Words, chain.Name);
+  return chain.IsReached ? name : "nobody comes here: " + name;
 }
 
 std::string Escaped(std::string_view text) {
@@ -58,23 +60,50 @@ std::string Quoted(std::string_view text) {
   return quoted + "\"";
 }
 
-void AddArrow(const NavChart& chart, const NavMapArrow& arrow, std::string& svg) {
+// Out of the side of the one box that faces the other; at their right side where they stand in one column.
+NavChartArrow ArrowBetween(const NavChart& chart, const NavMapArrow& arrow) {
+  constexpr int Bend = 50;
+  constexpr int Tip = 5;
   const NavChartBox& from = chart.Boxes[arrow.From];
   const NavChartBox& to = chart.Boxes[arrow.To];
-  const bool right = from.X < to.X;
-  const bool level = from.X == to.X;
-  const int startX = right || level ? from.X + NavChart::BoxWidth : from.X;
-  const int endX = right ? to.X : to.X + NavChart::BoxWidth;
-  const int startY = from.Y + NavChart::BoxHeight / 2;
-  const int endY = to.Y + NavChart::BoxHeight / 2;
-  constexpr int Bend = 50;
-  const int startBend = right || level ? startX + Bend : startX - Bend;
-  const int endBend = right ? endX - Bend : endX + Bend;
+  const bool leavesRight = from.X <= to.X;
+  const bool entersLeft = from.X < to.X;
+  const NavChartPoint start{static_cast<double>(leavesRight ? from.X + NavChart::BoxWidth : from.X),
+                            from.Y + NavChart::BoxHeight / 2.0};
+  const NavChartPoint end{static_cast<double>(entersLeft ? to.X : to.X + NavChart::BoxWidth),
+                          to.Y + NavChart::BoxHeight / 2.0};
+  const double back = entersLeft ? -Tip : Tip;
+  return {.From = arrow.From,
+          .To = arrow.To,
+          .Start = start,
+          .StartHandle = {start.X + (leavesRight ? Bend : -Bend), start.Y},
+          .EndHandle = {end.X + (entersLeft ? -Bend : Bend), end.Y},
+          .End = end,
+          .Upper = {end.X + back, end.Y - Tip},
+          .Lower = {end.X + back, end.Y + Tip}};
+}
+
+void AddArrow(const NavChartArrow& arrow, std::string& svg) {
   fmt::format_to(
       std::back_inserter(svg),
-      R"svg(<path d="M{} {} C{} {} {} {} {} {}" fill="none" stroke="#557" marker-end="url(#tip)"/>)svg"
+      R"svg(<path d="M{} {} C{} {} {} {} {} {} M{} {} L{} {} L{} {}" fill="none" stroke="#557"/>)svg"
       "\n",
-      startX, startY, startBend, startY, endBend, endY, endX, endY);
+      arrow.Start.X, arrow.Start.Y, arrow.StartHandle.X, arrow.StartHandle.Y, arrow.EndHandle.X,
+      arrow.EndHandle.Y, arrow.End.X, arrow.End.Y, arrow.Upper.X, arrow.Upper.Y, arrow.End.X, arrow.End.Y,
+      arrow.Lower.X, arrow.Lower.Y);
+}
+
+// As much as a box has room for: letters of 12 pixels are 7 wide at most times.
+std::string Cut(std::string_view text) {
+  constexpr std::size_t Most = (NavChart::BoxWidth - 16) / 7;
+  if (text.size() <= Most) {
+    return std::string(text);
+  }
+  std::size_t end = Most - 1;
+  while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U) {
+    --end;
+  }
+  return std::string(text.substr(0, end)) + "…";
 }
 
 }  // namespace
@@ -88,8 +117,14 @@ NavChart ChartOf(const NavMap& map) {
     chart.Boxes.push_back({.Chain = i,
                            .X = Margin + static_cast<int>(column) * ColumnStep,
                            .Y = Margin + HeadHeight + row * RowStep,
-                           .Text = TextOf(map.Chains[i])});
+                           .Text = TextOf(map.Chains[i]),
+                           .IsReached = map.Chains[i].IsReached});
   }
+  for (std::size_t i = 0; i < Columns.size(); ++i) {
+    chart.Heads.push_back({Columns.at(i), Margin + static_cast<int>(i) * ColumnStep, Margin + 10});
+  }
+  std::ranges::transform(map.Arrows, std::back_inserter(chart.Arrows),
+                         [&chart](const NavMapArrow& arrow) { return ArrowBetween(chart, arrow); });
   chart.Width = 2 * Margin + static_cast<int>(Columns.size() - 1) * ColumnStep + NavChart::BoxWidth;
   chart.Height = 2 * Margin + HeadHeight + *std::ranges::max_element(rows) * RowStep;
   return chart;
@@ -97,29 +132,24 @@ NavChart ChartOf(const NavMap& map) {
 
 std::string SvgOf(const NavMap& map) {
   const NavChart chart = ChartOf(map);
-  std::string svg = fmt::format(
-      R"(<svg xmlns="http://www.w3.org/2000/svg" width="{0}" height="{1}" viewBox="0 0 {0} {1}" )"
-      R"(font-family="sans-serif" font-size="12">)"
-      "\n"
-      R"(<defs><marker id="tip" markerWidth="8" markerHeight="8" refX="7" refY="3" orient="auto">)"
-      R"(<path d="M0 0 L7 3 L0 6 z" fill="#557"/></marker></defs>)"
-      "\n",
-      chart.Width, chart.Height);
-  for (std::size_t i = 0; i < Columns.size(); ++i) {
+  std::string svg =
+      fmt::format(R"(<svg xmlns="http://www.w3.org/2000/svg" width="{0}" height="{1}" viewBox="0 0 {0} {1}" )"
+                  R"(font-family="sans-serif" font-size="12">)"
+                  "\n<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n",
+                  chart.Width, chart.Height);
+  for (const NavChartHead& head : chart.Heads) {
     fmt::format_to(std::back_inserter(svg), "<text x=\"{}\" y=\"{}\" font-weight=\"bold\">{}</text>\n",
-                   Margin + static_cast<int>(i) * ColumnStep, Margin + 10, Columns.at(i));
+                   head.X, head.Y, head.Text);
   }
-  for (const NavMapArrow& arrow : map.Arrows) {
-    AddArrow(chart, arrow, svg);
-  }
+  std::ranges::for_each(chart.Arrows, [&svg](const NavChartArrow& arrow) { AddArrow(arrow, svg); });
   for (const NavChartBox& box : chart.Boxes) {
-    const bool isReached = map.Chains[box.Chain].IsReached;
     fmt::format_to(std::back_inserter(svg),
-                   R"(<rect x="{}" y="{}" width="{}" height="{}" rx="4" fill="{}" stroke="{}"/>)"
-                   R"(<text x="{}" y="{}">{}</text>)"
+                   R"(<rect x="{}" y="{}" width="{}" height="{}" rx="4" fill="{}" stroke="{}">)"
+                   R"(<title>{}</title></rect><text x="{}" y="{}" pointer-events="none">{}</text>)"
                    "\n",
-                   box.X, box.Y, NavChart::BoxWidth, NavChart::BoxHeight, isReached ? "#eef" : "#fdd",
-                   isReached ? "#557" : "#c00", box.X + 8, box.Y + 18, Escaped(box.Text));
+                   box.X, box.Y, NavChart::BoxWidth, NavChart::BoxHeight, box.IsReached ? "#eef" : "#fdd",
+                   box.IsReached ? "#557" : "#c00", Escaped(box.Text), box.X + 8, box.Y + 18,
+                   Escaped(Cut(box.Text)));
   }
   return svg + "</svg>\n";
 }

@@ -62,6 +62,7 @@ struct NavHappening {
   NavList List = NavList::Pre;
   std::uint16_t Number = 0;  // of the command in its list; of the button
   NavLead Lead;              // Ran and Missing: where it led
+  std::uint16_t Page = 0;    // that showed
 };
 
 struct NavOutcome {

@@ -30,7 +30,8 @@ bool NavCircle::Closes(const NavState& state, NavList list, std::size_t place) {
 }
 
 void NavRun::Note(NavHappening::Kind what) {
-  out_.Happened.push_back({.What = what, .At = State().At, .List = NavList::Pre, .Number = 0, .Lead = {}});
+  out_.Happened.push_back(
+      {.What = what, .At = State().At, .List = NavList::Pre, .Number = 0, .Lead = {}, .Page = State().Page});
 }
 
 void NavRun::SelectButton(int number) {
@@ -45,8 +46,12 @@ NavLead NavRun::RunList(std::span<const NavCommand> commands, NavList list, std:
   while (at < commands.size() && MayGoOn(list, at)) {
     number = static_cast<std::uint16_t>(before + at + 1);
     const NavLead lead = RunNavCommand(commands[at], State().Registers, random_);
-    out_.Happened.push_back(
-        {.What = NavHappening::Kind::Ran, .At = State().At, .List = list, .Number = number, .Lead = lead});
+    out_.Happened.push_back({.What = NavHappening::Kind::Ran,
+                             .At = State().At,
+                             .List = list,
+                             .Number = number,
+                             .Lead = lead,
+                             .Page = State().Page});
     if (lead.What == NavLead::Kind::GoTo && lead.Number >= 1) {
       at = lead.Number - 1U;
     } else if (lead.What == NavLead::Kind::Break) {
@@ -109,8 +114,12 @@ NavRun::Next NavRun::Stop(NavStop why) {
 }
 
 NavRun::Next NavRun::Missing(const NavLead& lead, NavList list, std::uint16_t number) {
-  out_.Happened.push_back(
-      {.What = NavHappening::Kind::Missing, .At = State().At, .List = list, .Number = number, .Lead = lead});
+  out_.Happened.push_back({.What = NavHappening::Kind::Missing,
+                           .At = State().At,
+                           .List = list,
+                           .Number = number,
+                           .Lead = lead,
+                           .Page = State().Page});
   return Stop(NavStop::Missing);
 }
 

@@ -111,13 +111,7 @@ std::string WordOf(const NavStride& stride) {
   if (stride.Event.Key == NavKey::Wait) {
     return EndWords(stride.From, stride.To);
   }
-  if (stride.Event.Key == NavKey::Number) {
-    return fmt::format("{}", stride.Event.Number);
-  }
-  const auto* const numbered = std::ranges::find(NumberedWords, stride.Event.Key, &KeyWord::Key);
-  return numbered != NumberedWords.end()
-             ? fmt::format("{} {}", numbered->Word, stride.Event.Number)
-             : std::string(std::ranges::find(KeyWords, stride.Event.Key, &KeyWord::Key)->Word);
+  return PressWords(stride.Event);
 }
 
 std::optional<std::uint16_t> NumberIn(std::string_view text) {
@@ -170,6 +164,16 @@ std::string PlaceWords(const NavDisc& disc, const NavState& state) {
     words += fmt::format(", button {}", state.Registers.Button());
   }
   return words;
+}
+
+std::string PressWords(const NavEvent& event) {
+  if (event.Key == NavKey::Number) {
+    return fmt::format("{}", event.Number);
+  }
+  const auto* const numbered = std::ranges::find(NumberedWords, event.Key, &KeyWord::Key);
+  return numbered != NumberedWords.end()
+             ? fmt::format("{} {}", numbered->Word, event.Number)
+             : std::string(std::ranges::find(KeyWords, event.Key, &KeyWord::Key)->Word);
 }
 
 std::string WayWords(std::span<const NavStride> way) {

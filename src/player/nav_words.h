@@ -14,6 +14,9 @@ namespace quorvelant {
 // "title 2, chapter 3", "title menu, button 1", "root menu of set 1", "stopped (Exit)".
 [[nodiscard]] std::string PlaceWords(const NavDisc& disc, const NavState& state);
 
+// A key as `PressesOf` reads it: "OK", "3", "audio 2".
+[[nodiscard]] std::string PressWords(const NavEvent& event);
+
 // One key, with where it was pressed and where it led.
 struct NavStride {
   NavState From;

@@ -36,4 +36,13 @@ inline constexpr MessageKind ButtonShadeUnwritten{
 inline constexpr MessageKind ColorUnfit{"color-unfit", Severity::Error, "Colour Error",
                                         "\"{}\" is no colour: one is written as #rrggbb"};
 
+// --- the simulation ---
+
+inline constexpr MessageKind NothingToPlay{
+    "nothing-to-play", Severity::Warning, "Simulate",
+    "No title and no menu holds anything that could be played: put a track onto the disc first"};
+inline constexpr MessageKind SimulationEnded{
+    "simulation-ended", Severity::Warning, "Simulate",
+    "The project was changed, so the disc was taken out: F5 plays the disc as it is now"};
+
 }  // namespace quorvelant::message

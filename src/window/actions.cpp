@@ -116,6 +116,9 @@ constexpr std::array DiscRows{
               "Ctrl+Shift+Down"},
     ActionRow{NewPalette, Disc, "New Palette…", "Add a palette of sixteen colours", "palette", ""},
     ActionRow{Check, Disc, "Check", "Look for everything that hinders a good disc", "check", "F7", true},
+    ActionRow{Simulate, Disc, "Simulate",
+              "Play the disc as a player will, before it is made; again to end it", "simulate", "F5"},
+    ActionRow{ShowMap, Disc, "Map…", "Show the navigation of the disc as a chart", "", "Ctrl+Shift+M"},
     ActionRow{ErrorList, Disc, "Command Errors…", "List the commands that lead nowhere", "error-list", ""},
     ActionRow{Author, Disc, "Author…", "Make the disc", "author", "Ctrl+B"},
 };
@@ -185,6 +188,7 @@ Actions::Actions(QWidget* window) : QObject(window) {
   Of(About)->setMenuRole(QAction::AboutRole);
   Of(ActionId::Settings)->setMenuRole(QAction::PreferencesRole);
   Of(SafeArea)->setCheckable(true);
+  Of(Simulate)->setCheckable(true);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
     if (now != nullptr && qobject_cast<QMenuBar*>(now) == nullptr && qobject_cast<QMenu*>(now) == nullptr) {
       focus_ = now;

@@ -77,6 +77,8 @@ enum class ActionId : std::uint8_t {
   MoveCommandDown,
   NewPalette,
   Check,
+  Simulate,
+  ShowMap,
   ErrorList,
   Author,
   // Tools

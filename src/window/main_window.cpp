@@ -52,9 +52,11 @@ class MainWindow::Private {
         Chosen(Doc),
         Work(Speaks),
         View(Doc, Chosen, Work, *Pictures),
+        Player(Doc, Work, *Pictures),
         Parts{Doc,
               Chosen,
               View,
+              Player,
               Work,
               *Commands,
               Speaks.Answers(),
@@ -76,6 +78,7 @@ class MainWindow::Private {
   Selection Chosen;
   Jobs Work;
   Viewer View;
+  Simulation Player;
   WindowParts Parts;
   ProjectFiles* Files = nullptr;
   PaneLayout* Layout = nullptr;
@@ -106,11 +109,11 @@ void FillMenus(QMenuBar& bar, const Actions& actions) {
   }
 }
 
-// The two that a disc is made by have their words beside them.
+// What a disc is made by has its words beside it.
 void FillToolBar(QToolBar& bar, const Actions& actions) {
   using enum ActionId;
   const std::vector<std::vector<ActionId>> groups{
-      {NewProject, Open, Save}, {Undo, Redo}, {NewTrack}, {Check, Author}};
+      {NewProject, Open, Save}, {Undo, Redo}, {NewTrack}, {Check, Simulate, Author}};
   for (const auto& group : groups) {
     if (!bar.actions().isEmpty()) {
       bar.addSeparator();
@@ -118,7 +121,7 @@ void FillToolBar(QToolBar& bar, const Actions& actions) {
     for (const ActionId id : group) {
       bar.addAction(actions.Of(id));
       auto* const button = qobject_cast<QToolButton*>(bar.widgetForAction(actions.Of(id)));
-      if (button != nullptr && (id == NewTrack || id == Check || id == Author)) {
+      if (button != nullptr && (id == NewTrack || id == Check || id == Simulate || id == Author)) {
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
       }
     }
@@ -329,6 +332,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
+  private_->Player.Eject();
   KeepState();
   event->accept();
 }

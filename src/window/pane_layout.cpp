@@ -14,15 +14,17 @@
 #include "window/log_pane.h"
 #include "window/media_pane.h"
 #include "window/picture_pane.h"
+#include "window/player_pane.h"
 #include "window/problems_pane.h"
 #include "window/properties_pane.h"
+#include "window/simulator_pane.h"
 #include "window/subtitles_pane.h"
 
 namespace quorvelant {
 
 namespace {
 
-constexpr int StateVersion = 1;
+constexpr int StateVersion = 2;
 constexpr int NarrowLines = 80;  // of text, in width
 
 const QStringList& Tables() {
@@ -89,7 +91,7 @@ PaneLayout::PaneLayout(QMainWindow& window, WindowParts& parts, QWidget* empty)
   Add(QStringLiteral("Media"), new MediaPane(parts), Qt::LeftDockWidgetArea);
   Add(QStringLiteral("Disc"), new DiscPane(parts), Qt::LeftDockWidgetArea);
   order_ << QStringLiteral("Picture");
-  panes_[QStringLiteral("Picture")] = picture;
+  panes_[QStringLiteral("Picture")] = middle_;
   Add(QStringLiteral("Properties"), new PropertiesPane(parts), Qt::RightDockWidgetArea);
   Add(QStringLiteral("Subtitles"), new SubtitlesPane(parts), Qt::BottomDockWidgetArea);
   Add(QStringLiteral("Buttons"), new ButtonsPane(parts), Qt::BottomDockWidgetArea);
@@ -98,7 +100,9 @@ PaneLayout::PaneLayout(QMainWindow& window, WindowParts& parts, QWidget* empty)
   Add(QStringLiteral("Problems"), new ProblemsPane(parts), Qt::BottomDockWidgetArea);
   Add(QStringLiteral("Jobs"), new JobsPane(parts), Qt::BottomDockWidgetArea);
   Add(QStringLiteral("Log"), new LogPane(parts), Qt::BottomDockWidgetArea);
+  Add(QStringLiteral("Simulator"), new SimulatorPane(parts), Qt::RightDockWidgetArea);
   HandleActions(parts.Commands);
+  HandleSimulation(parts);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
     for (const auto& [name, pane] : panes_) {
       if (now != nullptr && (now == pane || pane->isAncestorOf(now))) {
@@ -149,6 +153,47 @@ void PaneLayout::HandleActions(Actions& actions) {
   actions.Handle(ActionId::ResetLayout, [this] { Reset(); });
 }
 
+// The player takes the place of the picture. It is not in the window while no disc plays: its remote would
+// keep the window wide.
+void PaneLayout::HandleSimulation(WindowParts& parts) {
+  Simulation& player = parts.Player;
+  player_ = new PlayerPane(parts, middle_);
+  player_->hide();
+  QAction* const simulate = parts.Commands.Of(ActionId::Simulate);
+  parts.Commands.Handle(ActionId::Simulate, [&player, simulate] {
+    player.IsOn() ? player.Eject() : player.Insert();
+    simulate->setChecked(player.IsOn());  // also where there is nothing to play
+  });
+  connect(&player, &Simulation::StateChanged, this, [this, &player, simulate] {
+    simulate->setChecked(player.IsOn());
+    ShowPlayer(player.IsOn());
+  });
+}
+
+void PaneLayout::ShowPlayer(bool isOn) {
+  if (isOn == (middle_->indexOf(player_) >= 0)) {
+    return;
+  }
+  QDockWidget* const beside = docks_[QStringLiteral("Simulator")];
+  if (isOn) {
+    middle_->addWidget(player_);
+    ShowMiddle();
+    beside->show();
+    beside->raise();
+    GoTo(QStringLiteral("Picture"));
+    return;
+  }
+  const bool hadKeys =
+      Focused() == QStringLiteral("Simulator") || player_->isAncestorOf(window_.focusWidget());
+  middle_->removeWidget(player_);
+  player_->hide();
+  ShowMiddle();
+  beside->hide();
+  if (hadKeys) {
+    GoTo(QStringLiteral("Picture"));
+  }
+}
+
 // Of tabs over each other: the one in front; its neighbour where that has the keys already.
 QString PaneLayout::Shown(const QStringList& group) const {
   const QString focused = Focused();
@@ -180,12 +225,10 @@ void PaneLayout::GoTo(const QString& name) {
     dock->second->show();
     dock->second->raise();
   }
-  QWidget* target = pane;
-  if (name == QStringLiteral("Picture") && middle_->currentWidget() != pane) {
-    target = middle_->currentWidget();
-  }
+  QWidget* const target = pane == middle_ ? middle_->currentWidget() : pane;
   const auto last = lastFocus_.find(name);
-  QWidget* const control = last != lastFocus_.end() && target == pane && last->second->isEnabled()
+  QWidget* const control = last != lastFocus_.end() && target->isAncestorOf(last->second) &&
+                                   last->second->isEnabled() && last->second->isVisible()
                                ? last->second
                                : FirstControl(*target);
   control->setFocus(Qt::ShortcutFocusReason);
@@ -209,7 +252,13 @@ void PaneLayout::SetTab(const QString& name, const QString& words) {
 }
 
 void PaneLayout::SetEmpty(bool isEmpty) {
-  middle_->setCurrentIndex(isEmpty ? 1 : 0);
+  isEmpty_ = isEmpty;
+  ShowMiddle();
+}
+
+void PaneLayout::ShowMiddle() {
+  const int player = middle_->indexOf(player_);
+  middle_->setCurrentIndex(player >= 0 ? player : isEmpty_ ? 1 : 0);
 }
 
 void PaneLayout::Reset() {
@@ -243,11 +292,13 @@ void PaneLayout::Reset() {
   };
   stack(bottom, Bottom());
   if (isNarrow_) {
-    stack(tables, Tables() + QStringList{QStringLiteral("Properties")});
+    stack(tables, Tables() + QStringList{QStringLiteral("Properties"), QStringLiteral("Simulator")});
   } else {
     place(QStringLiteral("Properties"), Qt::RightDockWidgetArea);
+    stack(docks_[QStringLiteral("Properties")], {QStringLiteral("Simulator")});
     stack(tables, Tables());
   }
+  docks_[QStringLiteral("Simulator")]->setVisible(middle_->indexOf(player_) >= 0);
   // They come before the docks that they name.
   for (QTabBar* bar : window_.findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly)) {
     bar->lower();
@@ -285,6 +336,7 @@ QByteArray PaneLayout::State() const {
 void PaneLayout::Restore(const QByteArray& state) {
   Reset();
   isRestored_ = !state.isEmpty() && window_.restoreState(state, StateVersion);
+  docks_[QStringLiteral("Simulator")]->hide();  // it may have been up when the window closed
 }
 
 }  // namespace quorvelant

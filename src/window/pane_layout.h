@@ -13,8 +13,11 @@
 
 namespace quorvelant {
 
+class PlayerPane;
+
 // Media and Disc at the left, Picture in the middle with the tables below it, Properties at the right,
-// findings and jobs at the bottom. In a narrow window Properties is one of the tables.
+// findings and jobs at the bottom. In a narrow window Properties is one of the tables. While a disc is
+// played, the player takes the place of Picture, and Simulator stands beside it.
 class PaneLayout : public QObject {
   Q_OBJECT
  public:
@@ -40,6 +43,9 @@ class PaneLayout : public QObject {
  private:
   void Add(const QString& name, QWidget* pane, Qt::DockWidgetArea area);
   void HandleActions(Actions& actions);
+  void HandleSimulation(WindowParts& parts);
+  void ShowPlayer(bool isOn);
+  void ShowMiddle();
   void Proportion();  // the shares of a fresh layout
   [[nodiscard]] QString Shown(const QStringList& group) const;
   [[nodiscard]] QString Focused() const;
@@ -50,6 +56,8 @@ class PaneLayout : public QObject {
   std::map<QString, QWidget*> panes_;
   std::map<QString, QDockWidget*> docks_;
   std::map<QString, QWidget*> lastFocus_;
+  PlayerPane* player_ = nullptr;
+  bool isEmpty_ = false;
   bool isNarrow_ = false;
   bool isRestored_ = false;
 };

@@ -1,6 +1,7 @@
 #include "window/tool_actions.h"
 
 #include "window/error_list_window.h"
+#include "window/map_window.h"
 #include "window/settings_dialog.h"
 
 namespace quorvelant {
@@ -20,6 +21,7 @@ void ShowOneOf(WindowParts& parts, QWidget* window) {
 
 void HandleTools(WindowParts& parts, QWidget* window) {
   parts.Commands.Handle(ActionId::Settings, [&parts, window] { ShowOneOf<SettingsDialog>(parts, window); });
+  parts.Commands.Handle(ActionId::ShowMap, [&parts, window] { ShowOneOf<MapWindow>(parts, window); });
   parts.Commands.Handle(ActionId::ErrorList, [&parts, window] { ShowOneOf<ErrorListWindow>(parts, window); });
 }
 

@@ -9,6 +9,7 @@
 #include "ui/document.h"
 #include "ui/jobs.h"
 #include "ui/selection.h"
+#include "ui/simulation.h"
 #include "ui/viewer.h"
 #include "window/actions.h"
 
@@ -19,6 +20,7 @@ struct WindowParts {
   Document& Doc;
   Selection& Chosen;
   Viewer& View;
+  Simulation& Player;
   Jobs& Work;
   Actions& Commands;
   Answerer& Answers;

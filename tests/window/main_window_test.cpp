@@ -73,8 +73,14 @@ TEST(MainWindow, EveryControlHasAName) {
   open.Named<QLineEdit>("Filter tracks").setText(QStringLiteral("f"));  // shows what empties it
   QTest::qWait(50);
   EXPECT_EQ(Unnamed(open.Window).join(QStringLiteral("\n")).toStdString(), "");
-  for (const ActionId id : {ActionId::NewDiscFromFilms, ActionId::Author, ActionId::Settings,
-                            ActionId::ErrorList, ActionId::Shortcuts, ActionId::Manual, ActionId::About}) {
+  Press(*open.Window.Parts().Commands.Of(ActionId::Simulate));
+  QTest::qWait(50);
+  ASSERT_TRUE(open.Window.Parts().Player.IsOn());
+  EXPECT_EQ(Unnamed(open.Window).join(QStringLiteral("\n")).toStdString(), "");
+  open.Window.Parts().Player.Eject();
+  for (const ActionId id :
+       {ActionId::NewDiscFromFilms, ActionId::Author, ActionId::Settings, ActionId::ShowMap,
+        ActionId::ErrorList, ActionId::Shortcuts, ActionId::Manual, ActionId::About}) {
     Press(*open.Window.Parts().Commands.Of(id));
     QTest::qWait(20);
     QWidget* const dialog = QApplication::activeWindow();
@@ -104,6 +110,12 @@ TEST(MainWindow, FitsASmallScreen) {
   auto* const properties = open.Window.findChild<QDockWidget*>(QStringLiteral("Properties"));
   auto* const tables = open.Window.findChild<QDockWidget*>(QStringLiteral("Subtitles"));
   EXPECT_TRUE(open.Window.tabifiedDockWidgets(tables).contains(properties));
+  Press(*open.Window.Parts().Commands.Of(ActionId::Simulate));
+  QTest::qWait(50);
+  ASSERT_TRUE(open.Window.Parts().Player.IsOn());
+  EXPECT_LE(open.Window.minimumSizeHint().width(), 1024);
+  EXPECT_LE(open.Window.minimumSizeHint().height(), 700);
+  open.Window.Parts().Player.Eject();
   open.Window.resize(1600, 1000);
   QTest::qWait(50);
   EXPECT_FALSE(open.Window.tabifiedDockWidgets(tables).contains(properties));

@@ -21,6 +21,7 @@
 #include "support/pressed_action.h"
 #include "support/temp_folder.h"
 #include "window/main_window.h"
+#include "window/map_chart.h"
 
 namespace quorvelant {
 namespace {
@@ -95,6 +96,17 @@ QWidget* Author(MainWindow& window) {
   return DialogOf(window, ActionId::Author);
 }
 
+QWidget* Simulator(MainWindow& window) {
+  Show(window, "VMG1.LANGUAGE1.PGC1", "Commands");
+  Press(*window.Parts().Commands.Of(ActionId::Simulate));
+  const Simulation& player = window.Parts().Player;
+  const auto isReady = [&player] { return player.Look() != nullptr && player.Look()->IsReady(); };
+  EXPECT_TRUE(QTest::qWaitFor(isReady, 20000));
+  window.Parts().Player.Press({NavKey::Down, 0});
+  QTest::qWait(800);
+  return nullptr;
+}
+
 QWidget* Subtitles(MainWindow& window) {
   Show(window, "Track.1.Sub1", "Subtitles");
   Press(*window.Parts().Commands.Of(ActionId::NextSubtitle));
@@ -126,6 +138,20 @@ const std::vector<Shot>& Shots() {
        1,
        "JumpTT VTS2_Title1",
        "JumpTT Slide show"},
+      {"simulator", Simulator, {1280, 860}},
+      {"map",
+       [](MainWindow& window) -> QWidget* {
+         QDialog* const map = DialogOf(window, ActionId::ShowMap);
+         map->resize(1200, 400);
+         QTest::qWait(50);
+         map->findChild<MapChart*>()->ShowWhole();
+         return map;
+       },
+       {1280, 860},
+       false,
+       1,
+       "JumpTT VTS1_Title2",
+       "JumpTT VTS1_Title1"},
       {"author", Author},
       {"settings", [](MainWindow& window) -> QWidget* { return DialogOf(window, ActionId::Settings); }},
   };

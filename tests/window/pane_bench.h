@@ -54,7 +54,8 @@ class PaneBench {
   QWidget Host;
   Actions Commands{&Host};
   Settings Options;
-  WindowParts Parts{Doc, Chosen, View, Work, Commands, Answers, *Pictures, Options, {}, {}, {}, {}};
+  Simulation Player{Doc, Work, *Pictures};
+  WindowParts Parts{Doc, Chosen, View, Player, Work, Commands, Answers, *Pictures, Options, {}, {}, {}, {}};
   std::string Told;  // the codes of all messages
 };
 

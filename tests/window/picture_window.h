@@ -69,7 +69,8 @@ class PictureWindow {
   Settings Options;
   QMainWindow Frame;
   Actions Commands{&Frame};
-  WindowParts Parts{Doc, Chosen, Look, Work, Commands, Answers, *Pictures, Options, {}, {}, {}, {}};
+  Simulation Player{Doc, Work, *Pictures};
+  WindowParts Parts{Doc, Chosen, Look, Player, Work, Commands, Answers, *Pictures, Options, {}, {}, {}, {}};
   PicturePane* Pane = nullptr;
 };
 
