@@ -92,6 +92,10 @@ bool AddImage(const AuthorArguments& arguments, const CommandContext& context, A
       !HasFolder(arguments.Image, ui)) {
     return false;
   }
+  if (!arguments.Folder.empty() && IsWithin(arguments.Image, arguments.Folder)) {
+    ui.Tell(MessageOf(message::OutputInDisc, arguments.Image));
+    return false;
+  }
   order.Image = ImageOrder{.Path = arguments.Image,
                            .Label = *label,
                            .Time = *time,

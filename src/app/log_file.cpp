@@ -1,12 +1,9 @@
 #include "app/log_file.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 
 #include "app/messages.h"
 #include "app/output_file.h"
-#include "author/disc_folder.h"
 #include "base/file_text.h"
 #include "base/random.h"
 
@@ -36,12 +33,6 @@ bool IsSourceOf(const Project& project, const std::string& file) {
     }
   }
   return false;
-}
-
-bool IsWithin(const std::string& file, const std::string& folder) {
-  std::error_code failed;
-  return std::filesystem::weakly_canonical(std::filesystem::absolute(file), failed).parent_path() ==
-         DestinationPath(folder);
 }
 
 }  // namespace

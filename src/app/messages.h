@@ -33,6 +33,9 @@ inline constexpr MessageKind OutputIsSource{"output-is-source", Severity::Error,
                                             "This is the file that is read: name another one to write"};
 inline constexpr MessageKind OutputFolderMissing{"output-folder-missing", Severity::Error, "Output",
                                                  "There is no folder '{}': make it first"};
+inline constexpr MessageKind OutputInDisc{
+    "output-in-disc", Severity::Error, "Output",
+    "This is the disc's folder, or lies within it: name a file outside of it"};
 inline constexpr MessageKind OutputExists{"output-exists", Severity::Error, "Output",
                                           "The file exists already; --force replaces it"};
 inline constexpr MessageKind LogInTheWay{

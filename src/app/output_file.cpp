@@ -1,10 +1,12 @@
 #include "app/output_file.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <system_error>
 
 #include "app/messages.h"
+#include "author/disc_folder.h"
 #include "base/file_text.h"
 
 namespace quorvelant {
@@ -30,6 +32,13 @@ std::optional<Message> WhyNot(const std::string& path, const std::string& source
 bool IsSameFile(const std::string& a, const std::string& b) {
   std::error_code missing;
   return std::filesystem::equivalent(a, b, missing) && !missing;
+}
+
+bool IsWithin(const std::string& file, const std::string& folder) {
+  std::error_code failed;
+  const auto path = std::filesystem::weakly_canonical(std::filesystem::absolute(file), failed);
+  const auto disc = DestinationPath(folder);
+  return std::ranges::mismatch(disc, path).in1 == disc.end();
 }
 
 bool HasFolder(const std::string& path, UserInterface& ui) {

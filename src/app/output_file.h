@@ -13,6 +13,9 @@ namespace quorvelant {
 // Whether two paths mean one file that is there.
 [[nodiscard]] bool IsSameFile(const std::string& a, const std::string& b);
 
+// Whether a file to write would lie in a disc's folder, or take its place. Neither needs to be there.
+[[nodiscard]] bool IsWithin(const std::string& file, const std::string& folder);
+
 // Whether a file may be written there: not in place of `source`, of a folder, a pipe or a device, and of
 // another file only with `force`. False when not, which is told.
 [[nodiscard]] bool MayWrite(const std::string& path, const std::string& source, bool force,

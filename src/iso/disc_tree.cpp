@@ -50,7 +50,7 @@ std::uint64_t SectorsOfCells(ByteView ifo, const disc::Field<disc::Sectors, 4>& 
 class TreeReader {
  public:
   TreeReader(std::string folder, UserInterface& ui, std::vector<Message>& faults)
-      : folder_(std::move(folder)), files_(ui), faults_(faults) {
+      : folder_(std::move(folder)), ui_(ui), files_(ui), faults_(faults) {
     files_.DimFiles(0);
     std::error_code failed;
     for (const auto& entry : std::filesystem::directory_iterator(folder_, failed)) {
@@ -84,6 +84,9 @@ class TreeReader {
       }
     }
     tree.LeftOut = LeftOut();
+    if (faults_.empty()) {
+      CompareBackups(tree);
+    }
     return tree;
   }
 
@@ -161,6 +164,14 @@ class TreeReader {
     return isIfo;
   }
 
+  void CompareBackups(const DiscTree& tree) {
+    for (const TreeSet& set : tree.Sets) {
+      if (ReadWhole(set.Backup.Path, files_) != set.Tables) {
+        ui_.Tell(MessageOf(message::IsoBackupDiffers, set.Backup.Path));
+      }
+    }
+  }
+
   // Of the VOB files against the last cells.
   void CheckSizes(std::size_t number, const TreeSet& set) {
     const auto menuSectors = SectorsOfCells(set.Tables, number == 0 ? vmgi::MenuCells : vtsi::MenuCells);
@@ -191,6 +202,7 @@ class TreeReader {
   }
 
   std::string folder_;
+  UserInterface& ui_;
   Random files_;
   std::vector<Message>& faults_;
   std::vector<std::string> names_;         // of all that the folder holds

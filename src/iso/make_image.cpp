@@ -20,6 +20,18 @@ struct PlannedImage {
   std::vector<Message> Faults;
 };
 
+// Whether a file is one of the disc, by whatever name, or would lie among its files.
+bool IsOfDisc(const std::string& file, const DiscTree& tree) {
+  std::error_code unknown;
+  const auto isSame = [&](const fs::path& a, const fs::path& b) { return fs::equivalent(a, b, unknown); };
+  const auto isFile = [&](const TreeFile& one) { return isSame(file, one.Path); };
+  return isSame(fs::absolute(file).parent_path(), fs::path(tree.Sets.front().Ifo.Path).parent_path()) ||
+         std::ranges::any_of(tree.Sets, [&](const TreeSet& set) {
+           return isFile(set.Ifo) || isFile(set.Backup) || (set.MenuVob && isFile(*set.MenuVob)) ||
+                  std::ranges::any_of(set.TitleVobs, isFile);
+         });
+}
+
 double Gigabytes(std::uint64_t bytes) {
   return static_cast<double>(bytes) / 1e9;
 }
@@ -101,6 +113,10 @@ WrittenImage WriteImageAside(const ImageOrder& order, UserInterface& ui, Disk& d
     for (const Message& fault : plan.Faults) {
       ui.Tell(fault);
     }
+    return {};
+  }
+  if (IsOfDisc(order.Path, plan.Tree)) {
+    ui.Tell(MessageOf(message::IsoInDisc, order.Path));
     return {};
   }
   TellLayout(plan, order, ui);

@@ -29,6 +29,12 @@ inline constexpr MessageKind IsoTablesDisagree{
     "iso-tables-disagree", Severity::Error, "Image",
     "The tables put the file at sector {}, and the files ahead of it end at {} (see {}): the sums of sectors "
     "were not entered, or a file was changed"};
+inline constexpr MessageKind IsoBackupDiffers{
+    "iso-backup-differs", Severity::Warning, "Image",
+    "The backup differs from its IFO: one of them is damaged, and the image has both as they are"};
+inline constexpr MessageKind IsoInDisc{
+    "iso-in-disc", Severity::Error, "Image",
+    "The image would stand within the disc that it is made of: name a file outside of it"};
 inline constexpr MessageKind IsoLeftOut{"iso-left-out", Severity::Information, "Image",
                                         R"("{}" is no file of this disc and is left out)"};
 

@@ -159,6 +159,30 @@ TEST_F(Images, OfWhatIsNoWholeDiscAreRefusedByName) {
 }
 
 // Each write in turn is the first that fails.
+// By another name, too: the disc that is read stays.
+TEST_F(Images, NeverTakeThePlaceOfTheirDisc) {
+  fs::create_directory(temp / "links");
+  fs::create_symlink(folder + "/VTS_01_1.VOB", temp / "links/disc.iso");
+  fs::create_hard_link(folder + "/VTS_02_0.IFO", temp / "links/hard.iso");
+  const std::string film = TempFolder::Read(folder + "/VTS_01_1.VOB");
+  for (const std::string& place :
+       {folder + "/VTS_01_1.VOB", folder + "/disc.iso", temp / "links/../VIDEO_TS/disc.iso",
+        temp / "links/disc.iso", temp / "links/hard.iso"}) {
+    image = place;
+    EXPECT_EQ(Make().Outcome, ImageOutcome::Failed) << place;
+    EXPECT_THAT(Codes(), ElementsAre("iso-in-disc")) << place;
+  }
+  EXPECT_TRUE(TempFolder::Read(folder + "/VTS_01_1.VOB") == film);
+}
+
+TEST_F(Images, ABackupThatDiffersIsTold) {
+  std::string backup = TempFolder::Read(folder + "/VTS_02_0.BUP");
+  backup[100] = '!';
+  Put("VTS_02_0.BUP", Bytes(backup.begin(), backup.end()));
+  EXPECT_EQ(Make().Outcome, ImageOutcome::Done);
+  EXPECT_THAT(Codes(), ElementsAre("iso-backup-differs"));
+}
+
 TEST_F(Images, AFullDiskLeavesTheImageBefore) {
   FaultyDisk whole(1'000'000);
   temp.Write("disc.iso", "before");
