@@ -1,8 +1,9 @@
-// IFO files of any bytes: the first byte tells the manager from a title set.
+// IFO files of any bytes, and the walk of what they hold: the first byte tells the manager from a title set.
 #include <cstddef>
 #include <cstdint>
 #include <utility>
 
+#include "player/nav_findings.h"
 #include "verify/ifo_reader.h"
 #include "verify/ifo_view.h"
 #include "verify/nav_of_disc.h"
@@ -36,5 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byte
   disc.Sets.push_back({*tables, facts, {}});
   disc.Sets.push_back({std::move(*tables), facts, facts});
   CheckTitles(disc.Sets[0].Tables, {&disc.Sets[1].Tables, nullptr}, disc.Findings);
-  return NavOfDisc(disc).Sets.size() == 1 ? 0 : 1;
+  const NavDisc nav = NavOfDisc(disc);
+  const NavSurvey survey = SurveyOf(nav, {.Nodes = 200, .Steps = 2000});
+  return nav.Sets.size() == 1 && (survey.IsWhole || survey.States > 0) ? 0 : 1;
 }

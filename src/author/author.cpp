@@ -204,7 +204,7 @@ bool LeadsSomewhere(const AuthorRun& run, const std::string& folder, const Verif
 
 // What is wrong keeps the disc from its place; notes do not.
 bool IsProven(const AuthorRun& run, const std::string& folder) {
-  if (run.Order.DryRun || !run.Order.Verify) {
+  if (run.Order.DryRun || !run.Order.Verify || !run.KeepsFolder) {
     return true;
   }
   run.Ui.Status(VerifyingStatus);
@@ -215,11 +215,46 @@ bool IsProven(const AuthorRun& run, const std::string& folder) {
   return !result.Stopped && LeadsSomewhere(run, folder, result) && !result.Findings.HasFaults();
 }
 
+// The image as it lies on the disk, named as it will be. Where its folder was proven, its faults alone are
+// told: the notes are those of the folder, and so are the ways.
+AuthorOutcome ProveImage(const AuthorRun& run, const ImageFile& image) {
+  if (!run.Order.Verify) {
+    return AuthorOutcome::Done;
+  }
+  const std::string& name = run.Order.Image->Path;
+  run.Ui.Status(VerifyingStatus);
+  const VerifyResult result = VerifyDisc(image.AsidePath(), run.Ui);
+  for (const DiscFinding& finding : result.Findings.All()) {
+    if (!run.KeepsFolder || finding.Kind->Level != Severity::Information) {
+      run.Ui.Tell(MessageOfFinding(finding, name));
+    }
+  }
+  if (result.Stopped) {
+    return AuthorOutcome::Stopped;
+  }
+  const bool leads = run.KeepsFolder || LeadsSomewhere(run, name, result);
+  return leads && !result.Findings.HasFaults() ? AuthorOutcome::Done : AuthorOutcome::Failed;
+}
+
 bool Place(const AuthorRun& run, Target& target) {
   return !target.Aside || !run.KeepsFolder || target.Aside->Place(run.Ui, run.Order.Sync);
 }
 
-// The image is whole before the folder takes its place, so that either both stand or none.
+// The folder first: it cannot be taken back once it stands, which is told where the image then cannot.
+bool PlaceBoth(const AuthorRun& run, Target& target, ImageFile& image) {
+  const ImageOrder& order = *run.Order.Image;
+  image.Finish(order.Sync);
+  if (!Place(run, target)) {
+    return false;
+  }
+  const bool placed = image.Place(order.Replace, order.Sync, run.Ui);
+  if (!placed && run.KeepsFolder) {
+    run.Ui.Tell(MessageOf(message::FolderWithoutImage, run.Order.Folder));
+  }
+  return placed;
+}
+
+// The image is whole, and proven, before the folder takes its place: one that cannot be made leaves neither.
 AuthorOutcome PlaceAll(const AuthorRun& run, Target& target) {
   if (!run.Order.Image || run.Order.DryRun) {
     return WarningsAllow(run) && Place(run, target) ? AuthorOutcome::Done : AuthorOutcome::Failed;
@@ -227,19 +262,20 @@ AuthorOutcome PlaceAll(const AuthorRun& run, Target& target) {
   ImageOrder order = *run.Order.Image;
   order.Folder = target.Folder;
   WrittenImage image = WriteImageAside(order, run.Ui);
-  run.Result.Image = image.Result;
+  AuthorOutcome outcome = AuthorOutcome::Failed;
   if (image.Result.Outcome == ImageOutcome::Stopped) {
-    return AuthorOutcome::Stopped;
+    outcome = AuthorOutcome::Stopped;
+  } else if (image.Aside) {
+    outcome = ProveImage(run, *image.Aside);
   }
-  if (image.Aside) {
-    image.Aside->Finish(order.Sync);
+  if (outcome == AuthorOutcome::Done && !(WarningsAllow(run) && PlaceBoth(run, target, *image.Aside))) {
+    outcome = AuthorOutcome::Failed;
   }
-  const bool placed = image.Aside && WarningsAllow(run) && Place(run, target) &&
-                      image.Aside->Place(order.Replace, order.Sync, run.Ui);
-  if (!placed) {
-    run.Result.Image.Outcome = ImageOutcome::Failed;
-  }
-  return placed ? AuthorOutcome::Done : AuthorOutcome::Failed;
+  run.Result.Image = image.Result;
+  run.Result.Image.Outcome = outcome == AuthorOutcome::Done      ? ImageOutcome::Done
+                             : outcome == AuthorOutcome::Stopped ? ImageOutcome::Stopped
+                                                                 : ImageOutcome::Failed;
+  return outcome;
 }
 
 AuthorOutcome MakeDisc(const AuthorRun& run) {

@@ -22,6 +22,9 @@ inline constexpr MessageKind FolderNotMade{"folder-not-made", Severity::Error, "
 inline constexpr MessageKind FolderNotPlaced{
     "folder-not-placed", Severity::Error, "Output Folder",
     "The disc is complete, but its folder cannot be renamed: {}. It stays as {}"};
+inline constexpr MessageKind FolderWithoutImage{"folder-without-image", Severity::Information,
+                                                "Output Folder",
+                                                "The folder is complete and stands; its image does not"};
 
 // The lock of the destination, and what a run left that was killed.
 inline constexpr MessageKind DestinationBusy{

@@ -29,6 +29,8 @@ class ImageFile {
 
   // To be written from the second sector on.
   [[nodiscard]] File& Out() { return *file_; }
+  // Where it lies until it is placed: all but the mark can be read there.
+  [[nodiscard]] const std::string& AsidePath() const { return aside_; }
 
   // Takes the mark away and closes the file: nothing more can fail but its naming. With `sync`, everything is
   // on the disk first. Raises FileError.

@@ -1,5 +1,6 @@
 #include "verify/audio_walk.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace quorvelant {
@@ -93,7 +94,17 @@ void AudioWalk::CheckNumber(const ScannedPacket& packet, std::size_t starts) {
   }
 }
 
-// Frames follow on one another in time.
+// Whether a gap is what the navigation packs say, to a frame.
+bool AudioWalk::IsDeclared(std::int64_t stop, std::int64_t length) const {
+  const auto near = [&](std::int64_t one, std::int64_t other) {
+    return std::abs(one - other) <= framer_.Ticks();
+  };
+  return std::ranges::any_of(gaps_, [&](const AudioGap& gap) {
+    return gap.Stop != 0 && near(gap.Stop, stop) && near(gap.Length, length);
+  });
+}
+
+// Frames follow on one another in time, but for the gaps that are declared.
 void AudioWalk::Time(const ScannedPacket& packet, const std::vector<AudioFrameStart>& starts,
                      std::uint64_t at) {
   if (starts.empty()) {
@@ -106,9 +117,11 @@ void AudioWalk::Time(const ScannedPacket& packet, const std::vector<AudioFrameSt
   std::int64_t time = next_.value_or(packet.Pts.value_or(0));
   if (!packet.Pts) {
     teller_->Tell(message::StampLoose, packet.Sector, 0, name_, "PTS", "one where a frame starts", "none");
-  } else if (std::abs(std::int64_t{*packet.Pts} - time) > 1) {
-    teller_->Tell(message::StampWrong, packet.Sector, 0, name_, "PTS",
-                  fmt::format("{} by the frames before", time), *packet.Pts);
+  } else if (const std::int64_t pause = std::int64_t{*packet.Pts} - time; std::abs(pause) > 1) {
+    if (!IsDeclared(time, pause)) {
+      teller_->Tell(message::StampWrong, packet.Sector, 0, name_, "PTS",
+                    fmt::format("{} by the frames before", time), *packet.Pts);
+    }
     time = *packet.Pts;
   }
   firstPts_ = firstPts_.value_or(time);

@@ -1,6 +1,7 @@
 // Follows one audio stream of one VOB: its frames, their times, and the decoder's buffer.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -19,11 +20,19 @@ struct AudioPackStart {
   std::uint32_t Pts = 0;
 };
 
+// A pause of the sound within a VOB, as navigation packs declare it, 90 kHz. None stops at 0.
+struct AudioGap {
+  std::uint32_t Stop = 0;
+  std::uint32_t Length = 0;
+};
+
 class AudioWalk {
  public:
   // `stream` is the substream of private stream 1, or the stream id from 0xC0 on.
   AudioWalk(const VobTeller& teller, unsigned stream);
 
+  // What the navigation pack before says of the stream.
+  void SetGaps(const std::array<AudioGap, 2>& gaps) { gaps_ = gaps; }
   // The packet's payload begins with the substream's own header where there is one.
   void Feed(const ScannedPacket& packet);
   void EndVob();
@@ -37,6 +46,7 @@ class AudioWalk {
  private:
   void CheckHeader(const ScannedPacket& packet, const std::vector<AudioFrameStart>& starts,
                    std::size_t skipped) const;
+  [[nodiscard]] bool IsDeclared(std::int64_t stop, std::int64_t length) const;
   void CheckNumber(const ScannedPacket& packet, std::size_t starts);
   void Time(const ScannedPacket& packet, const std::vector<AudioFrameStart>& starts, std::uint64_t at);
 
@@ -46,6 +56,7 @@ class AudioWalk {
   AudioFramer framer_;
   DecoderBuffer buffer_;
   std::vector<AudioPackStart> starts_;
+  std::array<AudioGap, 2> gaps_{};
   std::optional<std::int64_t> firstPts_;
   std::optional<std::int64_t> next_;  // when the next frame is due
   struct CutUnit {

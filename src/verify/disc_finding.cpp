@@ -29,12 +29,20 @@ Message MessageOfFinding(const DiscFinding& finding, const std::string& disc) {
 
 void DiscFindings::Add(const MessageKind& kind, DiscSpot spot, std::string table, std::string_view field,
                        std::string expected, std::string seen) {
-  Listed& listed = listed_[{&kind, spot.File, std::string(field)}];
-  if (++listed.Count > (kind.Level == Severity::Information ? MostNotes : MostListed)) {
-    ++findings_[listed.Last].More;
+  Listed& ofKind = kinds_[{&kind, spot.File}];
+  Listed& ofField = fields_[{&kind, spot.File, std::string(field)}];
+  if (ofField.Count >= (kind.Level == Severity::Information ? MostNotes : MostListed)) {
+    ++findings_[ofField.Last].More;
     return;
   }
-  listed.Last = findings_.size();
+  if (ofKind.Count >= MostOfKind) {
+    ++findings_[ofField.Count > 0 ? ofField.Last : ofKind.Last].More;
+    return;
+  }
+  for (Listed* each : {&ofKind, &ofField}) {
+    ++each->Count;
+    each->Last = findings_.size();
+  }
   findings_.push_back({.Kind = &kind,
                        .Spot = std::move(spot),
                        .Table = std::move(table),

@@ -30,7 +30,7 @@ struct DiscFinding {
   std::string Field;  // e.g. "VOBU_EA"
   std::string Expected;
   std::string Seen;
-  std::uint64_t More = 0;  // further ones of this kind and field in the file, which are not listed
+  std::uint64_t More = 0;  // further ones of this kind in the file, which are not listed
 };
 
 // "VTS_01_1.VOB sector 12 byte 0x40F", as messages name it.
@@ -38,12 +38,13 @@ struct DiscFinding {
 // The finding as a message, with its place in `disc`.
 [[nodiscard]] Message MessageOfFinding(const DiscFinding& finding, const std::string& disc);
 
-// The findings of one disc. A damaged disc has millions: of one kind and field a file lists the first few and
-// counts the rest.
+// The findings of one disc. A damaged disc has millions: of one kind and field a file lists the first few, of
+// one kind some more, and counts the rest.
 class DiscFindings {
  public:
   static constexpr std::size_t MostListed = 8;
   static constexpr std::size_t MostNotes = 2;
+  static constexpr std::size_t MostOfKind = 20;
 
   void Add(const MessageKind& kind, DiscSpot spot, std::string table, std::string_view field,
            std::string expected, std::string seen);
@@ -54,11 +55,12 @@ class DiscFindings {
 
  private:
   struct Listed {
-    std::size_t Count = 0;
+    std::size_t Count = 0;  // on the list
     std::size_t Last = 0;  // index of the last one listed
   };
   std::vector<DiscFinding> findings_;
-  std::map<std::tuple<const MessageKind*, std::string, std::string>, Listed> listed_;
+  std::map<std::pair<const MessageKind*, std::string>, Listed> kinds_;  // by file
+  std::map<std::tuple<const MessageKind*, std::string, std::string>, Listed> fields_;
 };
 
 }  // namespace quorvelant

@@ -1,6 +1,7 @@
 #include "verify/ifo_chains.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include "disc/limits.h"
@@ -227,11 +228,17 @@ class ChainReader {
       frames += cell.BlockMode() < 2 ? cell.Time.Frames() : 0;
       rate = cell.Time.Rate() != 0 ? cell.Time.Rate() : rate;
     }
-    if (chain_.Time.IsValid() &&
-        (chain_.Time.Frames() != frames || (frames > 0 && chain_.Time.Rate() != rate))) {
-      Bad(pgc::PlaybackTime.Offset, "PGC_PB_TM", fmt::format("{} frames at {}/s as its cells", frames, rate),
-          fmt::format("{} frames at {}/s", chain_.Time.Frames(), chain_.Time.Rate()));
+    const std::int64_t off = std::abs(chain_.Time.Frames() - frames);
+    const bool otherRate = frames > 0 && chain_.Time.Rate() != rate;
+    if (!chain_.Time.IsValid() || (off == 0 && !otherRate)) {
+      return;
     }
+    // Others add up real times, of which each cell's was rounded to a frame.
+    const bool rounded =
+        !teller_->IsOurs() && !otherRate && off <= static_cast<std::int64_t>(chain_.Cells.size());
+    teller_->Tell(rounded ? message::PlayTimeLoose : message::ChainBroken, view_.At(pgc::PlaybackTime.Offset),
+                  name_, "PGC_PB_TM", fmt::format("{} frames at {}/s as its cells", frames, rate),
+                  fmt::format("{} frames at {}/s", chain_.Time.Frames(), chain_.Time.Rate()));
   }
 
   IfoView view_;

@@ -168,7 +168,9 @@ class IfoReader {
       return;
     }
     auto [chain, bytes] = ReadIfoChain(mat.Sub(firstPlay), 0, "FP_PGC", teller_);
-    if (firstPlay + bytes > std::size_t{matEnd_} + 1) {
+    // Others may leave room after it.
+    const std::size_t matBytes = std::size_t{matEnd_} + 1;
+    if (tables_.IsOurs ? firstPlay + bytes != matBytes : firstPlay + bytes > matBytes) {
       teller_.Tell(message::TableBroken, vmgi::MatLast.Offset, Head(), "VMGI_MAT_EA", firstPlay + bytes - 1,
                    matEnd_);
     }
@@ -181,6 +183,10 @@ class IfoReader {
   void ReadSet() {
     const IfoView mat = View();
     teller_.CheckReserved(vtsi::Rows, mat, Head());
+    if (tables_.IsOurs && matEnd_ != vtsi::Size - 1) {  // others end it with their last field
+      teller_.Tell(message::TableBroken, vtsi::MatLast.Offset, Head(), vtsi::MatLast.Name, vtsi::Size - 1,
+                   matEnd_);
+    }
     tables_.TitleStart = mat.Long(vtsi::TitleVobs.Offset);
     tables_.TitleStreams = StreamsAt(vtsi::TitleVideo.Offset, vtsi::TitleAudioCount.Offset, AudioStreamCount,
                                      vtsi::TitleSubCount.Offset, SubStreamCount, true);

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <initializer_list>
 #include <map>
+#include <string_view>
 #include <utility>
 
 #include "verify/image_sectors.h"
@@ -30,6 +32,27 @@ std::vector<DiscSourceFile> FilesBy(FileReader reader, const ImageSectors& secto
 
 std::string ExtentText(const DiscSourceFile& file) {
   return fmt::format("{} bytes at sector {}", file.Size, file.FirstSector.value_or(0));
+}
+
+// Whether a volume descriptor from sector 16 on bears one of the names.
+bool IsNamed(const ImageSectors& sectors, std::initializer_list<std::string_view> names) {
+  constexpr std::uint32_t First = 16;
+  constexpr std::uint32_t End = 32;
+  constexpr std::size_t NameAt = 1;
+  for (std::uint32_t i = First; i < std::min<std::uint64_t>(End, sectors.Count()); ++i) {
+    const Bytes sector = sectors.Read(i, 1);
+    const std::string name(sector.begin() + NameAt, sector.begin() + NameAt + 5);
+    if (std::ranges::find(names, name) != names.end()) {
+      return true;
+    }
+  }
+  return false;
+}
+
+bool HasAnchor(const ImageSectors& sectors) {
+  constexpr std::uint32_t Anchor = 256;
+  constexpr unsigned AnchorTag = 2;
+  return sectors.Count() > Anchor && GetLittle(sectors.Read(Anchor, 1), 0, 2) == AnchorTag;
 }
 
 // Players read one file system or the other: both name the same bytes.
@@ -63,8 +86,21 @@ ImageSource::ImageSource(std::unique_ptr<File> image, DiscFindings& findings) : 
     findings.Add(message::ImageDamaged, {.File = name}, "image", "size", "a multiple of 2048 bytes",
                  std::to_string(image_->ByteCount()));
   }
-  const auto udf = FilesBy(UdfFiles, sectors, name, findings);
-  const auto iso = FilesBy(Iso9660Files, sectors, name, findings);
+  const bool hasUdf = IsNamed(sectors, {"BEA01", "NSR02", "NSR03", "TEA01"}) || HasAnchor(sectors);
+  const bool hasIso = IsNamed(sectors, {"CD001"});
+  std::vector<DiscSourceFile> udf;
+  std::vector<DiscSourceFile> iso;
+  if (hasUdf || !hasIso) {
+    udf = FilesBy(UdfFiles, sectors, name, findings);
+  } else {
+    findings.Add(message::ImageWithoutUdf, {.File = name}, "file systems", "", "UDF, which players read",
+                 "ISO 9660 alone");
+  }
+  if (hasIso || !hasUdf) {
+    iso = FilesBy(Iso9660Files, sectors, name, findings);
+  } else {
+    findings.Add(message::ImageWithoutIso, {.File = name}, "file systems", "", "ISO 9660 too", "UDF alone");
+  }
   if (!udf.empty() && !iso.empty()) {
     Compare(udf, iso, findings);
   }

@@ -35,6 +35,10 @@ inline constexpr MessageKind DiscUnreadable{"verify-unreadable", Severity::Error
 inline constexpr MessageKind ImageDamaged{"verify-image", Severity::Error, "Image",
                                           "{}: expected {}, found {}"};
 inline constexpr MessageKind ImageUnlike{"verify-image-views", Severity::Error, "Image", ImageDamaged.Text};
+inline constexpr MessageKind ImageWithoutUdf{"verify-image-no-udf", Severity::Warning, "Image",
+                                             ImageDamaged.Text};
+inline constexpr MessageKind ImageWithoutIso{"verify-image-no-iso", Severity::Information, "Image",
+                                             ImageDamaged.Text};
 inline constexpr MessageKind FileWrong{"verify-file", Severity::Error, "Files", ImageDamaged.Text};
 inline constexpr MessageKind FileOdd{"verify-file-odd", Severity::Information, "Files", ImageDamaged.Text};
 inline constexpr MessageKind BackupUnlike{"verify-backup", Severity::Error, "Files", ImageDamaged.Text};

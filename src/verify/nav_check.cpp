@@ -158,18 +158,32 @@ class NavCheck {
     for (unsigned i = 0; i < 8; ++i) {
       const std::size_t offset = nav::AudioSync.Offset + std::size_t{2} * i;
       const auto value = static_cast<unsigned>(record.Get(offset, 2));
-      const std::string& field = fields.at(i);
-      const auto stream =
-          std::ranges::find_if(vob_->Audio, [&](const auto& each) { return (each.first & 7U) == i; });
-      if (stream == vob_->Audio.end()) {
-        if (value != 0) {
-          Tell(message::SyncWrong, record, offset, field, "0 without the stream",
-               fmt::format("0x{:04X}", value));
-        }
-        continue;
+      const std::uint8_t there = TagAt(AudioSector(record, value));
+      const std::pair<const unsigned, AudioWalk>* stream = nullptr;
+      for (const auto& each : vob_->Audio) {
+        const bool leads = each.first == there;  // streams of two codings may bear one number
+        stream = (each.first & 7U) == i && (stream == nullptr || leads) ? &each : stream;
       }
-      CheckAudioTarget(record, offset, field, value, *stream);
+      if (stream != nullptr) {
+        CheckAudioTarget(record, offset, fields.at(i), value, *stream);
+      } else if (value != 0) {
+        // By its number there is no stream. Others count the tracks instead, or those of the whole title set.
+        const bool quiet = (value & nav::NoAudioPack) == nav::NoAudioPack || vob_->Audio.contains(there);
+        Tell(order_->IsOurs || !quiet ? message::SyncWrong : message::SyncLoose, record, offset, fields.at(i),
+             "0 without the stream", fmt::format("0x{:04X}", value));
+      }
     }
+  }
+
+  [[nodiscard]] static std::int64_t AudioSector(const NavRecord& record, unsigned value) {
+    const auto distance = static_cast<std::int64_t>(value & 0x7FFFU);
+    return std::int64_t{record.Vobu.Sector} + ((value & 0x8000U) != 0 ? -distance : distance);
+  }
+  // What the sector holds; 0 outside.
+  [[nodiscard]] std::uint8_t TagAt(std::int64_t sector) const {
+    return sector >= 0 && sector < static_cast<std::int64_t>(tags_.size())
+               ? tags_[static_cast<std::size_t>(sector)]
+               : std::uint8_t{0};
   }
 
   void CheckAudioTarget(const NavRecord& record, std::size_t offset, const std::string& field, unsigned value,
@@ -187,11 +201,8 @@ class NavCheck {
       }
       return;
     }
-    const auto distance = static_cast<std::int64_t>(value & 0x7FFFU);
-    const std::int64_t sector =
-        std::int64_t{record.Vobu.Sector} + ((value & 0x8000U) != 0 ? -distance : distance);
-    const bool there = sector >= 0 && sector < static_cast<std::int64_t>(tags_.size()) &&
-                       tags_[static_cast<std::size_t>(sector)] == stream.first;
+    const std::int64_t sector = AudioSector(record, value);
+    const bool there = TagAt(sector) == stream.first;
     if (!there) {
       Tell(message::SyncWrong, record, offset, field, "a pack of the stream",
            fmt::format("{} at sector {}", seen(), sector));

@@ -289,7 +289,9 @@ class DomainCheck {
     used_.insert(id);
     const std::set<unsigned> found = VobsWith(id, vobs);
     if (found.size() < vobs.size()) {
-      teller_->Tell(found.empty() ? message::StreamAbsent : message::StreamLoose, at, name, field,
+      // Others have what one title of the set has on in all of them.
+      const bool absent = found.empty() && tables_->IsOurs;
+      teller_->Tell(absent ? message::StreamAbsent : message::StreamLoose, at, name, field,
                     fmt::format("stream 0x{:02X} in every VOB of the chain", id),
                     fmt::format("in {} of {}", found.size(), vobs.size()));
     }

@@ -103,7 +103,8 @@ std::vector<VideoWalk::Frame> VideoWalk::TakeFrames(VobuVideo& vobu) {
     if (header.Code == start_code::Sequence) {
       sequence = &header;
     } else if (header.Code == start_code::Group) {
-      groups_.emplace_back().Closed = (header.Rest[3] & 0x40U) != 0;
+      groups_.push_back(
+          {.Closed = (header.Rest[3] & 0x40U) != 0, .BrokenLink = (header.Rest[3] & 0x20U) != 0});
     } else if (header.Code == start_code::SequenceEnd) {
       if (!frames.empty()) {
         frames.back().End = header.At + StartCodeBytes;
@@ -190,11 +191,17 @@ void VideoWalk::CheckGroups(std::uint32_t sector) const {
   for (const Group& group : groups_) {
     std::vector<int> references = group.References;
     std::ranges::sort(references);
+    // An editor that cuts before a GOP takes its first B pictures away, and may leave the numbers as they
+    // were.
+    const int first = group.BrokenLink && !references.empty() ? references.front() : 0;
     for (std::size_t i = 0; i < references.size(); ++i) {
-      if (references[i] != static_cast<int>(i)) {
-        teller_->Tell(message::VideoBroken, sector, 0, "GOP", "temporal_reference", i, references[i]);
+      if (const int wanted = first + static_cast<int>(i); references[i] != wanted) {
+        teller_->Tell(message::VideoBroken, sector, 0, "GOP", "temporal_reference", wanted, references[i]);
         break;
       }
+    }
+    if (first != 0) {
+      teller_->Tell(message::VideoLoose, sector, 0, "GOP", "temporal_reference", 0, first);
     }
   }
 }

@@ -66,8 +66,9 @@ class VideoWalk {
     std::optional<std::uint32_t> Dts;
   };
   struct Group {
-    std::vector<int> References;
+    std::vector<int> References = {};
     bool Closed = false;
+    bool BrokenLink = false;
   };
 
   [[nodiscard]] std::int64_t FieldTime() const { return video_.IsNtsc() ? 3003 : 3600; }

@@ -21,6 +21,13 @@ constexpr std::int64_t VideoPStd = 232LL * 1024;
 constexpr std::int64_t MpegAudioPStd = 4096;
 constexpr std::int64_t PrivatePStd = 58LL * 1024;
 
+// Two times, then two lengths, for each stream.
+std::array<AudioGap, 2> GapsOf(const NavRecord& record, std::size_t stream) {
+  const std::size_t at = nav::AudioGaps.Offset + 16 * stream;
+  return {AudioGap{record.Long(at), record.Long(at + 8)},
+          AudioGap{record.Long(at + 4), record.Long(at + 12)}};
+}
+
 }  // namespace
 
 VobScan::VobScan(const VobTeller& teller, const ScanOrder& order)
@@ -215,6 +222,7 @@ void VobScan::Hand(unsigned id, const ScannedPacket& packet) {
   } else if (CodingOf(id) != AudioCoding::Unknown) {
     auto& walk = vob_->Audio.try_emplace(id, *teller_, id).first->second;
     CheckFirst(packet, walk.Buffer(), id);
+    walk.SetGaps(GapsOf(vob_->Records.back(), id & 7U));
     walk.Feed(packet);
   } else {
     Bad(packet.At, "PES header", "stream_id or sub_stream_id", "a stream of DVD-Video",

@@ -42,6 +42,11 @@ const ForeignDisc Discs[] = {
      "<pgc><vob file=\"{0}\"/><vob file=\"{0}\" pause=\"1\"/><post>call menu;</post></pgc>"
      "<pgc><pre>g2 = random(4); if (g2 eq 1) jump title 1;</pre><vob file=\"{0}\"/><post>if (g2 gt 2) "
      "call vmgm menu; call menu entry root;</post></pgc>"},
+    {"MplexSilentTitle", false, "mplex -v 0 -f 8 -o {2} {0} {1} && mplex -v 0 -f 8 -o {2}.silent {0}", "",
+     "<pgc><vob file=\"{0}.silent\"/><post>jump title 2;</post></pgc><pgc><vob file=\"{0}\"/></pgc>"},
+    {"MplexTwoCodings", false,
+     "ffmpeg -nostdin -v error -i {1} {2}.mp2 && mplex -v 0 -f 8 -o {2} {0} {2}.mp2 {1}", "",
+     "<pgc><vob file=\"{0}\"/></pgc>"},
     {"FfmpegPlain", false, ByFfmpeg, "", "<pgc><vob file=\"{0}\" chapters=\"0,0:01,0:02\"/></pgc>"},
     {"FfmpegCells", false, ByFfmpeg,
      "<pgc entry=\"root\"><vob file=\"{0}\"/><post>jump title 1;</post></pgc>",

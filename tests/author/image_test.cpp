@@ -2,7 +2,9 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
+#include <fstream>
 
+#include "author/author.h"
 #include "author/messages.h"
 #include "disc_maker.h"
 #include "support/image_readers.h"
@@ -24,7 +26,8 @@ class AuthoredImage : public testing::Test {
     AuthorOrder order{.Folder = withFolder ? maker.Folder : "",
                       .Regions = AllRegions,
                       .Pictures = &bitmaps,
-                      .Force = force};
+                      .Force = force,
+                      .Verify = verify};
     order.Image = ImageOrder{.Path = image, .Label = "SMALL_FILM", .Replace = force};
     order.Sync = false;
     return quorvelant::Author(maker.Disc, order, maker.Ui);
@@ -44,6 +47,7 @@ class AuthoredImage : public testing::Test {
   std::string out = maker.Temp / "out";
   std::string image = out + "/film.iso";
   bool made = fs::create_directory(out);
+  bool verify = false;
 };
 
 TEST_F(AuthoredImage, HoldsTheFolderByBothFileSystems) {
@@ -107,6 +111,55 @@ TEST_F(AuthoredImage, IsRefusedWhereItWouldHarm) {
   EXPECT_EQ(Author(true).Outcome, AuthorOutcome::Failed);
   EXPECT_EQ(LastCode(), "image-in-folder");
   EXPECT_FALSE(fs::exists(maker.Folder));
+}
+
+// The image is read once it is written: what went wrong there keeps both from their places.
+TEST_F(AuthoredImage, IsProvenItself) {
+  verify = true;
+  ASSERT_EQ(Author(true).Outcome, AuthorOutcome::Done);
+  EXPECT_THAT(maker.Ui.Messages, IsEmpty());
+  const std::string whole = TempFolder::Read(image);
+  ASSERT_EQ(Author(false, true).Outcome, AuthorOutcome::Done);
+  EXPECT_TRUE(TempFolder::Read(image) == whole);
+  fs::remove(image);
+  fs::remove_all(maker.Folder);
+  maker.Ui.StopWhen = [&] {  // a fault of the disk, between the menus and the titles
+    const std::string aside = out + "/.film.iso.making";
+    if (!maker.Ui.StatusWords.empty() && maker.Ui.StatusWords.back() == VerifyingStatus &&
+        fs::exists(aside)) {
+      std::fstream file(aside, std::ios::in | std::ios::out | std::ios::binary);
+      file.seekp(-60 * static_cast<std::streamoff>(SectorBytes), std::ios::end);
+      file << std::string(50 * SectorBytes, '\xFF');
+    }
+    return false;
+  };
+  for (const bool withFolder : {true, false}) {
+    EXPECT_EQ(Author(withFolder).Outcome, AuthorOutcome::Failed) << withFolder;
+    ASSERT_FALSE(maker.Ui.Messages.empty());
+    EXPECT_THAT(maker.Ui.Messages.front().Place, testing::StartsWith(image + "/V"));
+    EXPECT_THAT(Names(), IsEmpty());
+    EXPECT_FALSE(fs::exists(maker.Folder));
+  }
+}
+
+TEST_F(AuthoredImage, ThatCannotBeMadeLeavesNoFolder) {
+  fs::create_directory(out + "/.film.iso.making");
+  EXPECT_EQ(Author(true).Outcome, AuthorOutcome::Failed);
+  EXPECT_EQ(LastCode(), "iso-aside-foreign");
+  EXPECT_FALSE(fs::exists(maker.Folder));
+  EXPECT_FALSE(fs::exists(image));
+}
+
+TEST_F(AuthoredImage, ThatCannotTakeItsNameIsToldOfItsFolder) {
+  maker.Ui.StopWhen = [&] {  // another takes the name while the image is written
+    if (!maker.Ui.StatusWords.empty() && maker.Ui.StatusWords.back() == ImageStatus) {
+      fs::create_directory(image);
+    }
+    return false;
+  };
+  EXPECT_EQ(Author(true).Outcome, AuthorOutcome::Failed);
+  EXPECT_EQ(LastCode(), "folder-without-image");
+  EXPECT_TRUE(fs::exists(maker.Folder));
 }
 
 // The film stands on the disc twice, as the title and as its menu. Nothing but its size is large.

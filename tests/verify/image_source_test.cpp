@@ -69,6 +69,24 @@ TEST(ImageSource, NamesWhatIsDamaged) {
   }
 }
 
+// Players need UDF alone; a computer may want the other.
+TEST(ImageSource, OneFileSystemIsEnough) {
+  for (const bool isUdf : {true, false}) {
+    Bytes bytes = Bridge();
+    for (std::size_t sector = 16; sector <= 256; ++sector) {
+      const auto at = bytes.begin() + static_cast<std::ptrdiff_t>(sector * SectorBytes);
+      const bool isIso = std::string(at + 1, at + 6) == "CD001";
+      if (sector == 256 ? !isUdf : sector < 32 && isIso == isUdf) {
+        std::fill_n(at, SectorBytes, std::uint8_t{0});
+      }
+    }
+    OpenedImage image(bytes);
+    EXPECT_EQ(image.Names(), AllNames) << isUdf;
+    ASSERT_EQ(image.Findings.All().size(), 1U) << isUdf;
+    EXPECT_EQ(image.Findings.All()[0].Kind, isUdf ? &message::ImageWithoutIso : &message::ImageWithoutUdf);
+  }
+}
+
 TEST(ImageSource, NamesFilesThatTheFileSystemsPlaceApart) {
   Bytes bytes = Bridge();
   const std::string_view name = "VTS_01_1.VOB;1";
