@@ -59,6 +59,7 @@ void VideoWalk::EndVobu(std::uint32_t sector) {
   }
   vobu.Pictures = static_cast<int>(frames.size());
   if (!frames.empty()) {
+    vobu.CodeEnd = vobu.EndsWithCode ? SectorOf(frames.back().End - 1) : 0;
     frames.front().AfterEnd = frames.front().AfterEnd || endedBefore_;
     endedBefore_ = vobu.EndsWithCode;
   }

@@ -21,6 +21,7 @@ struct VobuVideo {
   bool EndsWithCode = false;
   std::vector<std::uint32_t> ReferenceEnds = {};  // last sectors of its first three reference pictures
   int References = 0;
+  std::uint32_t CodeEnd = 0;               // last sector of the sequence end code, where it ends with one
   std::optional<std::int64_t> Start = {};  // of its first picture shown
   std::int64_t Stop = 0;                   // of its last
   bool LeadingB = false;                   // its GOP begins with pictures that lean on the GOP before
