@@ -148,7 +148,11 @@ Message MessageFor(const NavFinding& finding, const NavCommandWords& words) {
 // What is told already, by its place.
 class ToldPlaces {
  public:
-  explicit ToldPlaces(Findings& told) : buttonsLackCommands_(Has(told, message::ButtonsWithoutCommand)) {
+  ToldPlaces(Findings& told, const NavSurvey& survey)
+      : buttonsLackCommands_(Has(told, message::ButtonsWithoutCommand)),
+        isBlack_(std::ranges::any_of(survey.Findings, [](const NavFinding& finding) {
+          return finding.What == NavFinding::Kind::DiscStops && finding.At.Domain == NavDomain::FirstPlay;
+        })) {
     constexpr std::array Kinds{&message::TargetMissing, &message::TargetForbidden, &message::MenuLeadsNowhere,
                                &message::FirstPlayLeadsNowhere, &message::ButtonsWithoutCommand};
     for (Message& finding : told) {
@@ -182,8 +186,8 @@ class ToldPlaces {
 
   // Whether what is told of another place says as much.
   [[nodiscard]] bool Explain(const NavFinding& finding, const NavCommandWords& words) const {
-    if (finding.Way.empty()) {
-      return false;
+    if (finding.Way.empty()) {  // nothing is reached, for the one reason that is told
+      return isBlack_ && firstPlayFails_;
     }
     const bool hasCommand = finding.Name.find(' ') != std::string::npos;
     if (finding.What == NavFinding::Kind::ButtonIdle && !hasCommand && buttonsLackCommands_) {
@@ -200,6 +204,7 @@ class ToldPlaces {
   std::unordered_multimap<std::string, Message*> places_;
   std::unordered_set<const Message*> withWay_;
   bool buttonsLackCommands_ = false;
+  bool isBlack_ = false;  // as soon as it goes in
   bool firstPlayFails_ = false;
 };
 
@@ -263,7 +268,7 @@ Findings DiscNavigation(const NavSurvey& survey, bool isOurs) {
 }
 
 void AddNavigation(const NavSurvey& survey, const NavNaming& naming, Findings& told) {
-  ToldPlaces places(told);
+  ToldPlaces places(told, survey);
   Findings more;
   for (const NavFinding& finding : survey.Findings) {
     const NavCommandWords words = naming(finding);

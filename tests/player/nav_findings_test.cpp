@@ -101,6 +101,23 @@ TEST(NavFindings, EachFaultIsFoundWithItsShortestWayAndNothingElse) {
       {"black after a title",
        [](NavDisc& d) { FilmIn(d, 2).Post.clear(); },
        {{Kind::DiscStops, NavDomain::Title, 2, "insert, 2, end of title 2"}}},
+      {"black as it goes in",
+       [](NavDisc& d) { d.FirstPlay->Pre.clear(); },
+       {{Kind::DiscStops, NavDomain::FirstPlay, 1, "insert"},
+        {Kind::TitleUnreachable, NavDomain::Title, 1, ""},
+        {Kind::TitleUnreachable, NavDomain::Title, 2, ""},
+        {Kind::PageUnreachable, NavDomain::ManagerMenu, 1, ""},
+        {Kind::PageUnreachable, NavDomain::SetMenu, 1, ""},
+        {Kind::PageUnreachable, NavDomain::SetMenu, 2, ""}}},
+      {"Exit as it goes in",
+       [](NavDisc& d) {
+         d.FirstPlay->Pre = CommandsOf({"3001000000000000"});
+         d.Titles.clear(), d.Menus.clear(), d.Sets[0].Menus.clear();
+       },
+       {{Kind::DiscStops, NavDomain::FirstPlay, 0, "insert"}}},
+      {"an end that links to what is not there",
+       [](NavDisc& d) { FilmIn(d, 2).Post.clear(), FilmIn(d, 2).Next = 9; },
+       {{Kind::DiscStops, NavDomain::Title, 2, "insert, 2, end of title 2"}}},
       {"Exit is meant", [](NavDisc& d) { FilmIn(d, 2).Post = CommandsOf({"3001000000000000"}); }, {}},
       {"a title without a way to it",
        [](NavDisc& d) { Button(ManagerOf(d), 2) = ParseCommandHex("3002000000010000"); },
