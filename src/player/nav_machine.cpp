@@ -341,19 +341,20 @@ NavRegisters FreshRegisters(std::uint16_t language) {
   return registers;
 }
 
-NavOutcome InsertDisc(const NavDisc& disc, const NavRegisters& registers, const NavRandom& random) {
+NavOutcome InsertDisc(const NavDisc& disc, const NavRegisters& registers, const NavRandom& random,
+                      NavRedraws redraws) {
   NavState state;
   state.Registers = registers;
-  NavRun run(disc, state, random);
+  NavRun run(disc, state, random, redraws);
   // A disc without First Play starts with its first title.
   run.Follow({.What = disc.FirstPlay ? NavLead::Kind::JumpFirstPlay : NavLead::Kind::JumpTitle, .Number = 1},
              NavList::Pre, 0);
   return run.Take();
 }
 
-NavOutcome NavStep(const NavDisc& disc, const NavState& state, const NavEvent& event,
-                   const NavRandom& random) {
-  NavRun run(disc, state, random);
+NavOutcome NavStep(const NavDisc& disc, const NavState& state, const NavEvent& event, const NavRandom& random,
+                   NavRedraws redraws) {
+  NavRun run(disc, state, random, redraws);
   if (state.Phase != NavPhase::Stopped) {
     Press(disc, run, event).Carry();
   }

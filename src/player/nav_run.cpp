@@ -97,8 +97,19 @@ void NavRun::Go(Next next) {
 }
 
 bool NavRun::MayGoOn(NavList list, std::size_t place) {
+  now_ = {list, place};
   isLooping_ = isLooping_ || ++commands_ > NavBudget || circle_.Closes(State(), list, place);
   return !isLooping_;
+}
+
+bool NavRun::IsRedraw() {
+  const NavCircle::Mark draw{
+      .At = State().At, .List = now_.first, .Place = now_.second, .Registers = State().Registers};
+  const bool isAgain = draws_.size() >= MostNavDraws || std::ranges::find(draws_, draw) != draws_.end();
+  draws_.push_back(draw);
+  out_.IsRedrawn = out_.IsRedrawn || isAgain;
+  isLooping_ = isLooping_ || isAgain;
+  return isAgain;
 }
 
 std::uint8_t NavRun::DrawProgram(const NavChain& chain) {

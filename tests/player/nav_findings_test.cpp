@@ -157,6 +157,13 @@ TEST(NavFindings, EachFaultIsFoundWithItsShortestWayAndNothingElse) {
          FilmIn(d, 1).Pre = CommandsOf({"00A1000500020003", "0002000000000000", "3003000000020000"});
        },
        {}},
+      {"a register that an arrow sets, and a key that tells by it",
+       [](NavDisc& d) {
+         Button(ManagerOf(d), 2) = ParseCommandHex("7100000500020000");
+         ManagerOf(d).Cells[0].Pages[0].Buttons[1].ActsWhenSelected = true;
+         ManagerOf(d).Pre = CommandsOf({"00A1000500020003", "0002000000000000", "3002000000020000"});
+       },
+       {}},
       {"a drawn number",
        [](NavDisc& d) {
          Button(ManagerOf(d), 2) = ParseCommandHex("3002000000010000");
@@ -164,6 +171,17 @@ TEST(NavFindings, EachFaultIsFoundWithItsShortestWayAndNothingElse) {
              CommandsOf({"7800000500040000", "00A1000500030004", "0002000000000000", "3003000000020000"});
        },
        {}},
+      {"a number that is drawn until it is another one",
+       [](NavDisc& d) {
+         FilmIn(d, 1).Pre = CommandsOf({"7800000500030000", "0021000500060001", "6100000600050000"});
+       },
+       {}},
+      {"a number that is drawn until it is what it cannot be",
+       [](NavDisc& d) {
+         FilmIn(d, 2).Pre = CommandsOf({"7800000500030000", "00E1000500030001"});
+       },
+       {{Kind::CommandLoop, NavDomain::Title, 0, "insert, 2"},
+        {Kind::TitleUnreachable, NavDomain::Title, 2, ""}}},
   };
   for (const Case& row : cases) {
     NavDisc disc = SoundDisc();
