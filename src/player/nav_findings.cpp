@@ -142,8 +142,10 @@ class WalkJudge {
     std::set<NavPoint> told;
     for (std::size_t node = 0; walk_.IsWhole() && node < count; ++node) {
       const NavState& state = walk_.StateOf(node);
-      const bool isPage = state.Phase != NavPhase::Stopped && state.Page != 0;
-      if (isPage && !leaves[node] && told.insert(ChainPoint(state.At)).second) {
+      const bool waits =
+          state.Page != 0 || state.Phase == NavPhase::CellStill || state.Phase == NavPhase::ChainStill;
+      if (state.Phase != NavPhase::Stopped && waits && !leaves[node] &&
+          told.insert(ChainPoint(state.At)).second) {
         Add(Kind::PageTrap, state.At, walk_.MomentAt(node));
       }
     }

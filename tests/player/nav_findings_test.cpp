@@ -95,6 +95,12 @@ TEST(NavFindings, EachFaultIsFoundWithItsShortestWayAndNothingElse) {
          second.UserOperations = 0x1FFFF;
        },
        {{Kind::PageTrap, NavDomain::SetMenu, 0, "insert, OK, Menu, 2"}}},
+      {"a still that no key ends",
+       [](NavDisc& d) {
+         FilmIn(d, 2).Cells[1].StillTime = StillForEver;
+         FilmIn(d, 2).UserOperations = 0x1FFFFFF;
+       },
+       {{Kind::PageTrap, NavDomain::Title, 0, "insert, 2, wait"}}},
       {"marks that do not show",
        [](NavDisc& d) { RootOf(d).Cells[0].Pages[0].Shows = false; },
        {{Kind::ButtonsHidden, NavDomain::SetMenu, 0, "insert, OK, Menu"}}},
