@@ -218,6 +218,12 @@ bool IsWalkable(const Project& project, const Findings& told) {
          !HasErrors(CheckLimits(project));
 }
 
+void AddCut(const NavSurvey& survey, Findings& findings) {
+  if (!survey.IsWhole) {
+    findings.push_back(MessageOf(message::WalkCut, {}, survey.States));
+  }
+}
+
 }  // namespace
 
 NavNaming NamingOf(const Project& project) {
@@ -261,10 +267,19 @@ Findings NavigationFindings(const NavSurvey& survey, const NavNaming& naming) {
 Findings DiscNavigation(const NavSurvey& survey, bool isOurs) {
   Findings findings = NavigationFindings(survey, NameByBytes);
   for (Message& finding : findings) {
-    const bool isFree = finding.Is(message::Unreachable) || finding.Is(message::StreamMissing);
+    constexpr std::array Free{&message::Unreachable, &message::StreamMissing, &message::ButtonsHidden,
+                              &message::ButtonIdle};
+    const bool isFree =
+        std::ranges::any_of(Free, [&finding](const MessageKind* kind) { return finding.Is(*kind); });
     finding.Level = isFree && !isOurs ? Severity::Information : finding.Level;
   }
+  AddCut(survey, findings);
   return findings;
+}
+
+Message OnDisc(Message finding, const std::string& disc) {
+  finding.Place = finding.Place.empty() ? disc : disc + "/" + finding.Place;
+  return finding;
 }
 
 void AddNavigation(const NavSurvey& survey, const NavNaming& naming, Findings& told) {
@@ -276,9 +291,7 @@ void AddNavigation(const NavSurvey& survey, const NavNaming& naming, Findings& t
       more.push_back(MessageFor(finding, words));
     }
   }
-  if (!survey.IsWhole) {
-    more.push_back(MessageOf(message::WalkCut, {}, survey.States));
-  }
+  AddCut(survey, more);
   Append(told, std::move(more));
 }
 

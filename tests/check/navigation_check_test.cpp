@@ -174,6 +174,20 @@ TEST(NavigationCheck, SaysWhereItWasCut) {
   Findings findings;
   AddNavigation(SurveyOf(NavOf(project, Rules::Players), {.Nodes = 5}), NamingOf(project), findings);
   EXPECT_EQ(Words(findings), "N walk-cut |");
+  EXPECT_EQ(Words(DiscNavigation(SurveyOf(NavOf(project, Rules::Players), {.Nodes = 5}), true)),
+            "N walk-cut |");
+}
+
+TEST(NavigationCheck, TakesDiscsOfOthersForWhatPlays) {
+  for (const WalkedFault& fault : DeadMenus()) {
+    const NavSurvey survey = SurveyOf(NavOf(Changed(fault), Rules::Players));
+    const bool plays =
+        fault.Found.starts_with("E buttons-hidden") || fault.Found.starts_with("E button-idle");
+    EXPECT_EQ(HasErrors(DiscNavigation(survey, true)), fault.Found.find("E ") != std::string::npos)
+        << fault.Name;
+    EXPECT_EQ(HasErrors(DiscNavigation(survey, false)), fault.Found.find("E ") != std::string::npos && !plays)
+        << fault.Name;
+  }
 }
 
 }  // namespace
