@@ -115,10 +115,9 @@ Message MessageFor(const NavFinding& finding, const NavCommandWords& words) {
   const std::string& way = finding.Way;
   switch (finding.What) {
     case Kind::TargetMissing:
-      return MessageOf(message::TargetMissing, place, words.Text,
-                       finding.Lead == NavLead::Kind::Resume
-                           ? fmt::format("nothing was left to come back to. The way there: {}", way)
-                           : fmt::format("the way there is {}", way));
+      return finding.Lead == NavLead::Kind::Resume ? MessageOf(message::ResumeEmpty, place, words.Text, way)
+                                                   : MessageOf(message::TargetMissing, place, words.Text,
+                                                               fmt::format("the way there is {}", way));
     case Kind::TargetForbidden:
       return MessageOf(message::TargetForbidden, place, words.Text, "this place",
                        fmt::format("the way there is {}", way));

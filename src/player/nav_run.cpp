@@ -56,6 +56,14 @@ NavLead NavRun::RunList(std::span<const NavCommand> commands, NavList list, std:
       at = lead.Number - 1U;
     } else if (lead.What == NavLead::Kind::Break) {
       break;
+    } else if (IsEmptyResume(lead)) {
+      out_.Happened.push_back({.What = NavHappening::Kind::Missing,
+                               .At = State().At,
+                               .List = list,
+                               .Number = number,
+                               .Lead = {.What = NavLead::Kind::Resume},
+                               .Page = State().Page});
+      ++at;
     } else if (lead.LeavesList() && lead.What != NavLead::Kind::NoLink &&
                lead.What != NavLead::Kind::Unknown) {
       return lead;
@@ -67,6 +75,13 @@ NavLead NavRun::RunList(std::span<const NavCommand> commands, NavList list, std:
     }
   }
   return {};
+}
+
+bool NavRun::IsEmptyResume(const NavLead& lead) const {
+  const NavChain* chain = Chain();
+  const bool goesUp = lead.What == NavLead::Kind::GoUpChain && chain != nullptr && chain->GoUp == GoUpResumes;
+  return (goesUp || lead.What == NavLead::Kind::Resume) && !State().Resume &&
+         MayRunIn(State().At.Domain, NavLead::Kind::Resume);
 }
 
 // --- the road ---

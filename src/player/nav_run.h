@@ -106,6 +106,8 @@ class NavRun {
   bool MayGoOn(NavList list, std::size_t place);
   std::uint8_t DrawProgram(const NavChain& chain);
   bool IsRedraw();  // ends the run, too
+  // Whether a command would resume where nothing was left: players pass it over.
+  [[nodiscard]] bool IsEmptyResume(const NavLead& lead) const;
   void EnterPage(std::uint16_t page);
   void TellPart();
   void SaveResume(std::uint8_t cell);

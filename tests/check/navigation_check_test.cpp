@@ -85,7 +85,7 @@ std::vector<WalkedFault> DeadMenus() {
                  "E target-missing " + button + LastTitleLost),
       LastButton("a call out of a menu", "CallSS RSM=0,TitleMenu",
                  "E target-forbidden " + button + LastTitleLost),
-      LastButton("nothing to come back to", "RSM", "E target-missing " + button + LastTitleLost),
+      LastButton("nothing to come back to", "RSM", "W resume-empty " + button + LastTitleLost),
       LastButton("a button that does nothing", "NOP", "E button-idle " + button + LastTitleLost),
       LastButton("a button whose condition never holds", "If ( GPRM3 == 5 ) LinkTopPGC",
                  "E button-idle " + button + LastTitleLost),
