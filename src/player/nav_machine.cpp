@@ -322,7 +322,7 @@ NavRegisters FreshRegisters(std::uint16_t language) {
   constexpr std::uint16_t NoAudio = 15;
   constexpr std::uint16_t NoSubpicture = 62;
   constexpr std::uint16_t NoLevel = 15;
-  constexpr std::uint16_t WideScreen = 0x0100;
+  constexpr std::uint16_t PanScan = 0x0100;  // on a screen of 4:3
   constexpr std::uint16_t AnyAudio = 0x7CFC;
   NavRegisters registers;
   registers.Put(Sprm::MenuLanguage, language);
@@ -334,7 +334,7 @@ NavRegisters FreshRegisters(std::uint16_t language) {
   registers.Put(Sprm::Part, 1);
   registers.PutButton(1);
   registers.Put(Sprm::ParentalLevel, NoLevel);
-  registers.Put(Sprm::VideoPreference, WideScreen);
+  registers.Put(Sprm::VideoPreference, PanScan);
   registers.Put(Sprm::AudioCapability, AnyAudio);
   registers.Put(Sprm::AudioLanguage, language);
   registers.Put(Sprm::SubpictureLanguage, language);
@@ -345,6 +345,9 @@ NavOutcome InsertDisc(const NavDisc& disc, const NavRegisters& registers, const 
                       NavRedraws redraws) {
   NavState state;
   state.Registers = registers;
+  if (registers.Of(Sprm::Region) == 0) {
+    state.Registers.Put(Sprm::Region, disc.Region);
+  }
   NavRun run(disc, state, random, redraws);
   // A disc without First Play starts with its first title.
   run.Follow({.What = disc.FirstPlay ? NavLead::Kind::JumpFirstPlay : NavLead::Kind::JumpTitle, .Number = 1},

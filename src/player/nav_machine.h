@@ -77,7 +77,7 @@ enum class NavRedraws : std::uint8_t { GoOn, Stop };
 inline constexpr std::size_t MostNavDraws = 64;
 
 // Values that a fresh player has: no menu language of its own beyond the one given, first stream of
-// everything.
+// everything. Without a region: it takes on that of the disc.
 [[nodiscard]] NavRegisters FreshRegisters(std::uint16_t language);
 
 // The disc is put in.
