@@ -155,7 +155,7 @@ int WalkDisc(const WalkOptions& options, CommandContext& context) {
   const NavSurvey survey = SurveyOf(disc);
   Findings findings = ByRules(DiscNavigation(survey, read.IsOurs), options.RuleSet.Used());
   for (Message& finding : findings) {
-    finding.Place = options.Source + "/" + finding.Place;
+    finding = OnDisc(std::move(finding), options.Source);
   }
   return Print(options, survey, findings, context.Ui, context);
 }

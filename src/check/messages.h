@@ -57,6 +57,10 @@ inline constexpr MessageKind TargetMissing{
     "target-missing", Severity::Error, NavigationTitle,
     R"("{}" leads to what the disc does not have, and a player stops there: {})"};
 
+inline constexpr MessageKind ResumeEmpty{
+    "resume-empty", Severity::Warning, NavigationTitle,
+    R"("{}" finds nothing to come back to here, and players pass it over. The way there: {})"};
+
 // Ways through the disc: the text of the command, and the shortest way to it, from the insertion of the disc
 // on.
 

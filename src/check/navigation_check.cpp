@@ -115,10 +115,9 @@ Message MessageFor(const NavFinding& finding, const NavCommandWords& words) {
   const std::string& way = finding.Way;
   switch (finding.What) {
     case Kind::TargetMissing:
-      return MessageOf(message::TargetMissing, place, words.Text,
-                       finding.Lead == NavLead::Kind::Resume
-                           ? fmt::format("nothing was left to come back to. The way there: {}", way)
-                           : fmt::format("the way there is {}", way));
+      return finding.Lead == NavLead::Kind::Resume ? MessageOf(message::ResumeEmpty, place, words.Text, way)
+                                                   : MessageOf(message::TargetMissing, place, words.Text,
+                                                               fmt::format("the way there is {}", way));
     case Kind::TargetForbidden:
       return MessageOf(message::TargetForbidden, place, words.Text, "this place",
                        fmt::format("the way there is {}", way));
@@ -148,7 +147,11 @@ Message MessageFor(const NavFinding& finding, const NavCommandWords& words) {
 // What is told already, by its place.
 class ToldPlaces {
  public:
-  explicit ToldPlaces(Findings& told) : buttonsLackCommands_(Has(told, message::ButtonsWithoutCommand)) {
+  ToldPlaces(Findings& told, const NavSurvey& survey)
+      : buttonsLackCommands_(Has(told, message::ButtonsWithoutCommand)),
+        isBlack_(std::ranges::any_of(survey.Findings, [](const NavFinding& finding) {
+          return finding.What == NavFinding::Kind::DiscStops && finding.At.Domain == NavDomain::FirstPlay;
+        })) {
     constexpr std::array Kinds{&message::TargetMissing, &message::TargetForbidden, &message::MenuLeadsNowhere,
                                &message::FirstPlayLeadsNowhere, &message::ButtonsWithoutCommand};
     for (Message& finding : told) {
@@ -182,8 +185,8 @@ class ToldPlaces {
 
   // Whether what is told of another place says as much.
   [[nodiscard]] bool Explain(const NavFinding& finding, const NavCommandWords& words) const {
-    if (finding.Way.empty()) {
-      return false;
+    if (finding.Way.empty()) {  // nothing is reached, for the one reason that is told
+      return isBlack_ && firstPlayFails_;
     }
     const bool hasCommand = finding.Name.find(' ') != std::string::npos;
     if (finding.What == NavFinding::Kind::ButtonIdle && !hasCommand && buttonsLackCommands_) {
@@ -200,6 +203,7 @@ class ToldPlaces {
   std::unordered_multimap<std::string, Message*> places_;
   std::unordered_set<const Message*> withWay_;
   bool buttonsLackCommands_ = false;
+  bool isBlack_ = false;  // as soon as it goes in
   bool firstPlayFails_ = false;
 };
 
@@ -211,6 +215,12 @@ bool IsWalkable(const Project& project, const Findings& told) {
   return IsResolved(project) &&
          std::ranges::none_of(Kinds, [&told](const MessageKind* kind) { return Has(told, *kind); }) &&
          !HasErrors(CheckLimits(project));
+}
+
+void AddCut(const NavSurvey& survey, Findings& findings) {
+  if (!survey.IsWhole) {
+    findings.push_back(MessageOf(message::WalkCut, {}, survey.States));
+  }
 }
 
 }  // namespace
@@ -256,14 +266,23 @@ Findings NavigationFindings(const NavSurvey& survey, const NavNaming& naming) {
 Findings DiscNavigation(const NavSurvey& survey, bool isOurs) {
   Findings findings = NavigationFindings(survey, NameByBytes);
   for (Message& finding : findings) {
-    const bool isFree = finding.Is(message::Unreachable) || finding.Is(message::StreamMissing);
+    constexpr std::array Free{&message::Unreachable, &message::StreamMissing, &message::ButtonsHidden,
+                              &message::ButtonIdle};
+    const bool isFree =
+        std::ranges::any_of(Free, [&finding](const MessageKind* kind) { return finding.Is(*kind); });
     finding.Level = isFree && !isOurs ? Severity::Information : finding.Level;
   }
+  AddCut(survey, findings);
   return findings;
 }
 
+Message OnDisc(Message finding, const std::string& disc) {
+  finding.Place = finding.Place.empty() ? disc : disc + "/" + finding.Place;
+  return finding;
+}
+
 void AddNavigation(const NavSurvey& survey, const NavNaming& naming, Findings& told) {
-  ToldPlaces places(told);
+  ToldPlaces places(told, survey);
   Findings more;
   for (const NavFinding& finding : survey.Findings) {
     const NavCommandWords words = naming(finding);
@@ -271,9 +290,7 @@ void AddNavigation(const NavSurvey& survey, const NavNaming& naming, Findings& t
       more.push_back(MessageFor(finding, words));
     }
   }
-  if (!survey.IsWhole) {
-    more.push_back(MessageOf(message::WalkCut, {}, survey.States));
-  }
+  AddCut(survey, more);
   Append(told, std::move(more));
 }
 

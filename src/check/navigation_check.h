@@ -27,9 +27,12 @@ void AddNavigation(const NavSurvey& survey, const NavNaming& naming, Findings& t
 // The names of a project's commands, and those of the bytes where there is no project.
 [[nodiscard]] NavNaming NamingOf(const Project& project);
 [[nodiscard]] NavCommandWords NameByBytes(const NavFinding& finding);
-// Of a finished disc, by table and number. Discs of other programs may hold what nobody reaches, and choose
-// what is not there: notes, where this program's own are warned of.
+// Of a finished disc, by table and number. Discs of other programs may hold what nobody reaches, choose what
+// is not there, lay unseen buttons over a picture that shows them, and keep buttons without a use: notes,
+// where this program's own are warned of.
 [[nodiscard]] Findings DiscNavigation(const NavSurvey& survey, bool isOurs);
+// The same of a named disc: its name before the table's.
+[[nodiscard]] Message OnDisc(Message finding, const std::string& disc);
 
 // Whether a disc with the finding leads nowhere: what only `--force-navigation` makes a disc of.
 [[nodiscard]] bool IsNavigationError(const Message& finding);

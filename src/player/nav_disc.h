@@ -107,6 +107,7 @@ struct NavDisc {
   std::vector<NavMenus> Menus;  // of the manager
   std::vector<NavTitle> Titles;
   std::vector<NavSet> Sets;
+  std::uint8_t Region = 1;  // a bit: the first of those in which the disc plays
   bool operator==(const NavDisc&) const = default;
 };
 

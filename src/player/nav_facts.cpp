@@ -116,6 +116,9 @@ NavFacts FactsOf(const NavCommand& command) {
       break;
   }
   facts.Reads |= compares ? compared : 0;
+  // One that finds nothing to resume is passed over.
+  facts.LeadsAlways = facts.LeadsAlways && facts.Lead.What != NavLead::Kind::Resume &&
+                      facts.Lead.What != NavLead::Kind::GoUpChain;
   return facts;
 }
 

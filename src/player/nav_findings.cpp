@@ -142,8 +142,10 @@ class WalkJudge {
     std::set<NavPoint> told;
     for (std::size_t node = 0; walk_.IsWhole() && node < count; ++node) {
       const NavState& state = walk_.StateOf(node);
-      const bool isPage = state.Phase != NavPhase::Stopped && state.Page != 0;
-      if (isPage && !leaves[node] && told.insert(ChainPoint(state.At)).second) {
+      const bool waits =
+          state.Page != 0 || state.Phase == NavPhase::CellStill || state.Phase == NavPhase::ChainStill;
+      if (state.Phase != NavPhase::Stopped && waits && !leaves[node] &&
+          told.insert(ChainPoint(state.At)).second) {
         Add(Kind::PageTrap, state.At, walk_.MomentAt(node));
       }
     }
@@ -153,6 +155,14 @@ class WalkJudge {
     for (const auto& [at, moment] : walk_.Stops()) {
       NavFinding& finding = Add(Kind::DiscStops, at, moment);
       finding.Number = moment.After.Registers.Of(Sprm::Title);
+    }
+    // An Exit before anything has played is hardly meant.
+    bool isBlack = walk_.Count() > 0 && walk_.StateOf(0).Stop == NavStop::Exit;
+    for (std::size_t node = 0; isBlack && node < walk_.Count(); ++node) {
+      isBlack = walk_.StateOf(node).Phase == NavPhase::Stopped;
+    }
+    if (isBlack) {
+      Add(Kind::DiscStops, walk_.StateOf(0).At, walk_.MomentAt(0));
     }
   }
 
@@ -269,10 +279,11 @@ NavSurvey SurveyOf(const NavDisc& disc, const NavBounds& bounds) {
     survey.States += walk.Count();
     survey.IsWhole = survey.IsWhole && walk.IsWhole();
   }
-  // Of a disc that stops as it goes in, or that was not walked to its end, nobody can say what is not
-  // reached.
+  // Of a disc that was not walked to its end nobody can say what is not reached; where a faulty command stops
+  // it as it goes in, that is said.
   const auto starts = [](const auto& walk) {
-    return walk->Count() > 0 && walk->StateOf(0).Phase != NavPhase::Stopped;
+    return walk->Count() > 0 && walk->StateOf(0).Stop != NavStop::Loop &&
+           walk->StateOf(0).Stop != NavStop::Missing;
   };
   if (survey.IsWhole && std::ranges::all_of(walks, starts)) {
     JudgeReach(disc, walks, survey.Findings);

@@ -65,8 +65,12 @@ NavRun::Next NavRun::Obey(const NavLead& lead, NavList list, std::uint16_t numbe
     SelectButton(lead.Button);
   }
   const NavPoint from = State().At;
+  // Strictly a jump from outside; players take one without a set, from a set's menu, as that set's.
+  const bool staysInSet = lead.What == NavLead::Kind::JumpSetMenu && lead.Set == 0 && lead.Title == 0 &&
+                          from.Domain == NavDomain::SetMenu;
+  const bool isAllowed = staysInSet || MayRunIn(from.Domain, lead.What);
   const Next next = lead.What == NavLead::Kind::Exit     ? Stop(NavStop::Exit)
-                    : !MayRunIn(from.Domain, lead.What)  ? Stop(NavStop::Missing)
+                    : !isAllowed                         ? Stop(NavStop::Missing)
                     : lead.What == NavLead::Kind::Resume ? ResumeTitle(lead)
                     : isLink                             ? ObeyLink(lead)
                                                          : ObeyJump(lead);

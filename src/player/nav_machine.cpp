@@ -322,7 +322,7 @@ NavRegisters FreshRegisters(std::uint16_t language) {
   constexpr std::uint16_t NoAudio = 15;
   constexpr std::uint16_t NoSubpicture = 62;
   constexpr std::uint16_t NoLevel = 15;
-  constexpr std::uint16_t WideScreen = 0x0100;
+  constexpr std::uint16_t PanScan = 0x0100;  // on a screen of 4:3
   constexpr std::uint16_t AnyAudio = 0x7CFC;
   NavRegisters registers;
   registers.Put(Sprm::MenuLanguage, language);
@@ -334,26 +334,30 @@ NavRegisters FreshRegisters(std::uint16_t language) {
   registers.Put(Sprm::Part, 1);
   registers.PutButton(1);
   registers.Put(Sprm::ParentalLevel, NoLevel);
-  registers.Put(Sprm::VideoPreference, WideScreen);
+  registers.Put(Sprm::VideoPreference, PanScan);
   registers.Put(Sprm::AudioCapability, AnyAudio);
   registers.Put(Sprm::AudioLanguage, language);
   registers.Put(Sprm::SubpictureLanguage, language);
   return registers;
 }
 
-NavOutcome InsertDisc(const NavDisc& disc, const NavRegisters& registers, const NavRandom& random) {
+NavOutcome InsertDisc(const NavDisc& disc, const NavRegisters& registers, const NavRandom& random,
+                      NavRedraws redraws) {
   NavState state;
   state.Registers = registers;
-  NavRun run(disc, state, random);
+  if (registers.Of(Sprm::Region) == 0) {
+    state.Registers.Put(Sprm::Region, disc.Region);
+  }
+  NavRun run(disc, state, random, redraws);
   // A disc without First Play starts with its first title.
   run.Follow({.What = disc.FirstPlay ? NavLead::Kind::JumpFirstPlay : NavLead::Kind::JumpTitle, .Number = 1},
              NavList::Pre, 0);
   return run.Take();
 }
 
-NavOutcome NavStep(const NavDisc& disc, const NavState& state, const NavEvent& event,
-                   const NavRandom& random) {
-  NavRun run(disc, state, random);
+NavOutcome NavStep(const NavDisc& disc, const NavState& state, const NavEvent& event, const NavRandom& random,
+                   NavRedraws redraws) {
+  NavRun run(disc, state, random, redraws);
   if (state.Phase != NavPhase::Stopped) {
     Press(disc, run, event).Carry();
   }

@@ -68,19 +68,25 @@ struct NavHappening {
 struct NavOutcome {
   NavState State;
   std::vector<NavHappening> Happened;
+  bool IsRedrawn = false;  // cut short, as `NavRedraws` asks
 };
 
+// What a number that is drawn again is: a draw with the registers as they were at one before, or one of very
+// many since the key. A player draws on. Who tries every number has tried what comes of it.
+enum class NavRedraws : std::uint8_t { GoOn, Stop };
+inline constexpr std::size_t MostNavDraws = 64;
+
 // Values that a fresh player has: no menu language of its own beyond the one given, first stream of
-// everything.
+// everything. Without a region: it takes on that of the disc.
 [[nodiscard]] NavRegisters FreshRegisters(std::uint16_t language);
 
 // The disc is put in.
 [[nodiscard]] NavOutcome InsertDisc(const NavDisc& disc, const NavRegisters& registers,
-                                    const NavRandom& random);
+                                    const NavRandom& random, NavRedraws redraws = NavRedraws::GoOn);
 // An event that nothing answers leaves the state as it was. Commands that come back to where they were with
 // the registers as they were, or run `NavBudget` long, without playing anything, stop the player.
 [[nodiscard]] NavOutcome NavStep(const NavDisc& disc, const NavState& state, const NavEvent& event,
-                                 const NavRandom& random);
+                                 const NavRandom& random, NavRedraws redraws = NavRedraws::GoOn);
 
 inline constexpr int NavBudget = 20000;
 

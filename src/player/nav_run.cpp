@@ -56,6 +56,14 @@ NavLead NavRun::RunList(std::span<const NavCommand> commands, NavList list, std:
       at = lead.Number - 1U;
     } else if (lead.What == NavLead::Kind::Break) {
       break;
+    } else if (IsEmptyResume(lead)) {
+      out_.Happened.push_back({.What = NavHappening::Kind::Missing,
+                               .At = State().At,
+                               .List = list,
+                               .Number = number,
+                               .Lead = {.What = NavLead::Kind::Resume},
+                               .Page = State().Page});
+      ++at;
     } else if (lead.LeavesList() && lead.What != NavLead::Kind::NoLink &&
                lead.What != NavLead::Kind::Unknown) {
       return lead;
@@ -67,6 +75,13 @@ NavLead NavRun::RunList(std::span<const NavCommand> commands, NavList list, std:
     }
   }
   return {};
+}
+
+bool NavRun::IsEmptyResume(const NavLead& lead) const {
+  const NavChain* chain = Chain();
+  const bool goesUp = lead.What == NavLead::Kind::GoUpChain && chain != nullptr && chain->GoUp == GoUpResumes;
+  return (goesUp || lead.What == NavLead::Kind::Resume) && !State().Resume &&
+         MayRunIn(State().At.Domain, NavLead::Kind::Resume);
 }
 
 // --- the road ---
@@ -97,8 +112,19 @@ void NavRun::Go(Next next) {
 }
 
 bool NavRun::MayGoOn(NavList list, std::size_t place) {
+  now_ = {list, place};
   isLooping_ = isLooping_ || ++commands_ > NavBudget || circle_.Closes(State(), list, place);
   return !isLooping_;
+}
+
+bool NavRun::IsRedraw() {
+  const NavCircle::Mark draw{
+      .At = State().At, .List = now_.first, .Place = now_.second, .Registers = State().Registers};
+  const bool isAgain = draws_.size() >= MostNavDraws || std::ranges::find(draws_, draw) != draws_.end();
+  draws_.push_back(draw);
+  out_.IsRedrawn = out_.IsRedrawn || isAgain;
+  isLooping_ = isLooping_ || isAgain;
+  return isAgain;
 }
 
 std::uint8_t NavRun::DrawProgram(const NavChain& chain) {

@@ -17,11 +17,6 @@ namespace quorvelant {
 // and nothing was left to chance since.
 class NavCircle {
  public:
-  // Before each command; `place` is its number in the list. True once all of the circle has run twice.
-  bool Closes(const NavState& state, NavList list, std::size_t place);
-  void Forget() { steps_ = nextMark_ = rounds_ = 0; }
-
- private:
   struct Mark {
     NavPoint At;
     NavList List = NavList::Pre;
@@ -29,6 +24,12 @@ class NavCircle {
     NavRegisters Registers;
     bool operator==(const Mark&) const = default;
   };
+
+  // Before each command; `place` is its number in the list. True once all of the circle has run twice.
+  bool Closes(const NavState& state, NavList list, std::size_t place);
+  void Forget() { steps_ = nextMark_ = rounds_ = 0; }
+
+ private:
   Mark mark_;
   int steps_ = 0;
   int nextMark_ = 0;
@@ -38,10 +39,13 @@ class NavCircle {
 // Carries one event out on a state of its own.
 class NavRun {
  public:
-  NavRun(const NavDisc& disc, const NavState& state, const NavRandom& random)
+  NavRun(const NavDisc& disc, const NavState& state, const NavRandom& random, NavRedraws redraws)
       : disc_(disc),
-        random_([this, &random](std::uint16_t bound) {
+        random_([this, &random, redraws](std::uint16_t bound) {
           circle_.Forget();
+          if (redraws == NavRedraws::Stop && IsRedraw()) {
+            return std::uint16_t{1};
+          }
           return std::clamp<std::uint16_t>(random(bound), 1, std::max<std::uint16_t>(bound, 1));
         }),
         out_{.State = state, .Happened = {}} {}
@@ -101,6 +105,9 @@ class NavRun {
   // False once commands have run too long.
   bool MayGoOn(NavList list, std::size_t place);
   std::uint8_t DrawProgram(const NavChain& chain);
+  bool IsRedraw();  // ends the run, too
+  // Whether a command would resume where nothing was left: players pass it over.
+  [[nodiscard]] bool IsEmptyResume(const NavLead& lead) const;
   void EnterPage(std::uint16_t page);
   void TellPart();
   void SaveResume(std::uint8_t cell);
@@ -112,6 +119,8 @@ class NavRun {
   int commands_ = 0;
   bool isLooping_ = false;
   NavCircle circle_;
+  std::pair<NavList, std::size_t> now_;  // what runs
+  std::vector<NavCircle::Mark> draws_;
   std::uint8_t entry_ = 1;  // program at which the next chain begins
 };
 

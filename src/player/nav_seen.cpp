@@ -141,7 +141,15 @@ void NavWalk::RecordStop(const NavMoment& moment, const NavOutcome& outcome) {
   const NavPoint chain = ChainPoint(outcome.State.At);
   const bool isAsked =
       moment.Event && (moment.Event->Key == NavKey::NextPart || moment.Event->Key == NavKey::StopStill);
-  if (outcome.State.Stop == NavStop::NoWay && !isAsked) {
+  const auto isOfCommand = [this, &moment](const NavHappening& one) {
+    const NavCommandAt place = PlaceOf(one, moment.Event ? nodes_[moment.Node].State.Page : std::uint16_t{0});
+    return one.What == NavHappening::Kind::Missing && FindNavCommand(chains_, place) != nullptr;
+  };
+  const bool endsNowhere = outcome.State.Stop == NavStop::NoWay && !isAsked;
+  // A link of the chain itself, or a chain for the timer, that is not there: no command is to blame.
+  const bool linksNowhere =
+      outcome.State.Stop == NavStop::Missing && std::ranges::none_of(outcome.Happened, isOfCommand);
+  if (endsNowhere || linksNowhere) {
     stops_.try_emplace(chain, moment);
   }
   if (outcome.State.Stop != NavStop::Loop) {

@@ -14,6 +14,12 @@ bool IsArrow(NavKey key) {
   return std::ranges::find(Arrows, key) != Arrows.end();
 }
 
+// To another button of the page. One that acts as it is chosen may have done more.
+bool MovedOnly(const NavState& from, NavState to) {
+  to.Registers.PutButton(from.Registers.Button());
+  return to == from;
+}
+
 bool WaitsOn(const NavEvent& event, const NavState& from, const NavState& to) {
   return event.Key == NavKey::Wait && ChainPoint(from.At) == ChainPoint(to.At) &&
          to.Phase != NavPhase::Stopped;
@@ -92,8 +98,8 @@ NavWalk::Key NavWalk::KeyOf(const NavState& state, const Choice& chosen) const {
 // --- the walk ---
 
 void NavWalk::Run() {
-  EachOutcome([this](const NavRandom& random) {
-    Take(0, std::nullopt, InsertDisc(disc_, FreshRegisters(language_), random));
+  EachOutcome(0, std::nullopt, [this](const NavRandom& random) {
+    return InsertDisc(disc_, FreshRegisters(language_), random, NavRedraws::Stop);
   });
   while (!open_.empty()) {
     auto& [cost, list] = *open_.begin();
@@ -118,29 +124,40 @@ void NavWalk::Run() {
 }
 
 template <class Step>
-void NavWalk::EachOutcome(Step step) {
-  constexpr int MostOutcomes = 512;
-  std::vector<std::uint16_t> drawn;
-  std::vector<std::uint16_t> bounds;
-  for (int i = 0; i < MostOutcomes; ++i) {
-    std::size_t at = 0;
-    step([&](std::uint16_t bound) {
-      if (at == drawn.size()) {
-        drawn.push_back(1);
-        bounds.push_back(std::min(std::max<std::uint16_t>(bound, 1), bounds_.Draws));
-      }
-      return drawn[at++];
+void NavWalk::EachOutcome(std::size_t node, const std::optional<NavEvent>& event, Step step) {
+  constexpr std::size_t MostOutcomes = 512;
+  // What is drawn first; after it, the least numbers are. Those that differ early are tried first.
+  std::vector<std::vector<std::uint16_t>> tries(1);
+  std::optional<NavOutcome> redrawn;
+  bool leadsOn = false;
+  bool isCut = false;
+  for (std::size_t i = 0; i < tries.size(); ++i) {
+    std::vector<std::uint16_t> drawn = tries[i];
+    std::vector<std::uint16_t> bounds;
+    NavOutcome outcome = step([&](std::uint16_t bound) {
+      isCut = isCut || bound > bounds_.Draws;
+      bounds.push_back(std::min(std::max<std::uint16_t>(bound, 1), bounds_.Draws));
+      drawn.resize(std::max(drawn.size(), bounds.size()), 1);
+      return drawn[bounds.size() - 1];
     });
-    while (!drawn.empty() && drawn.back() >= bounds.back()) {
-      drawn.pop_back();
-      bounds.pop_back();
+    isCut = isCut || bounds.size() >= MostNavDraws;
+    for (std::size_t at = tries[i].size(); at < bounds.size(); ++at) {
+      std::vector<std::uint16_t> other(drawn.begin(), drawn.begin() + static_cast<std::ptrdiff_t>(at + 1));
+      while (++other.back() <= bounds[at] && tries.size() < MostOutcomes) {
+        tries.push_back(other);
+      }
+      isWhole_ = isWhole_ && other.back() > bounds[at];
     }
-    if (drawn.empty()) {
-      return;
+    if (!outcome.IsRedrawn) {
+      leadsOn = true;
+      Take(node, event, outcome);
+    } else if (!redrawn) {
+      redrawn = std::move(outcome);
     }
-    ++drawn.back();
   }
-  isWhole_ = false;
+  if (redrawn && !leadsOn && !isCut) {
+    Take(node, event, *redrawn);
+  }
 }
 
 std::vector<NavEvent> NavWalk::EventsIn(const Node& node) const {
@@ -179,10 +196,9 @@ void NavWalk::Expand(std::size_t node) {
     return;
   }
   for (const NavEvent& event : EventsIn(nodes_[node])) {
-    EachOutcome([&](const NavRandom& random) {
+    EachOutcome(node, event, [&](const NavRandom& random) {
       ++steps_;
-      const NavState from = nodes_[node].State;
-      Take(node, event, NavStep(disc_, from, event, random));
+      return NavStep(disc_, NavState(nodes_[node].State), event, random, NavRedraws::Stop);
     });
   }
 }
@@ -209,8 +225,7 @@ void NavWalk::Reach(std::size_t from, const std::optional<NavEvent>& event, cons
   if (event) {
     edges_.push_back({static_cast<std::uint32_t>(from), to, *event});
   }
-  const bool byArrow = event && IsArrow(event->Key) && nodes_[from].State.At == state.At &&
-                       nodes_[from].State.Page == state.Page;
+  const bool byArrow = event && IsArrow(event->Key) && MovedOnly(nodes_[from].State, state);
   if (isNew) {
     nodes_.push_back({.State = state,
                       .From = static_cast<std::uint32_t>(from),

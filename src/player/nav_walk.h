@@ -119,9 +119,9 @@ class NavWalk {
   [[nodiscard]] bool IsBeyond() const { return nodes_.size() > bounds_.Nodes || steps_ > bounds_.Steps; }
   void Expand(std::size_t node);
   [[nodiscard]] std::vector<NavEvent> EventsIn(const Node& node) const;
-  // Takes every outcome of random numbers.
+  // Takes every outcome of random numbers. One that draws on and on is a hang where all do.
   template <class Step>
-  void EachOutcome(Step step);
+  void EachOutcome(std::size_t node, const std::optional<NavEvent>& event, Step step);
   void Take(std::size_t node, const std::optional<NavEvent>& event, const NavOutcome& outcome);
   void Reach(std::size_t from, const std::optional<NavEvent>& event, const NavState& state,
              const Choice& chosen);

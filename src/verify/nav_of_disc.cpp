@@ -6,6 +6,8 @@
 #include <string>
 #include <utility>
 
+#include "disc/vmgi_layout.h"
+
 namespace quorvelant {
 namespace {
 
@@ -162,6 +164,10 @@ NavDisc NavOfDisc(const VerifyResult& disc) {
     return nav;
   }
   const VerifiedSet& manager = disc.Sets.front();
+  if (manager.Tables.Data.size() > vmgi::RegionMask.Offset) {
+    const unsigned allowed = ~unsigned{manager.Tables.Data[vmgi::RegionMask.Offset]} & 0xFFU;
+    nav.Region = static_cast<std::uint8_t>(allowed == 0 ? 1U : allowed & (~allowed + 1U));
+  }
   const DomainReader menus(manager.Tables, manager.Menus);
   if (manager.Tables.FirstPlay) {
     nav.FirstPlay = menus.ChainOf(*manager.Tables.FirstPlay, manager.Tables.Name + " FP_PGC");

@@ -290,7 +290,9 @@ std::vector<Row> StructureRows() {
       InTitle("BlanksInSetStn", "SetSTN audio = 2", "W command-sets-nothing VTS1.TITLE1.PGC1 Pre1|"),
       InTitle("SystemRegisterOnTheLeft", "If ( SPRM1 == 3 ) NOP",
               "W command-left-no-register VTS1.TITLE1.PGC1 Pre1|"),
-      InTitle("LinkAfterAJump", "Exit ; LinkTopPGC", "W command-link-lost VTS1.TITLE1.PGC1 Pre1|"),
+      InTitle("LinkAfterAJump", "Exit ; LinkTopPGC",
+              "W command-link-lost VTS1.TITLE1.PGC1 Pre1|W disc-stops VTS1.TITLE1.PGC1|"
+              "W unreachable VTS1.TITLE1|"),
       {"BitmapAsWide", "Name=F|Resolution=PAL|Item=Video Play|VideoFile=film.m2v|" + Sound + "a.ac3",
        "Name=F|DisplayMode=Only PanScan|Resolution=PAL|Item=Still Play|VideoFile=page.bmp",
        "W aspect-unlike-domain Track.0|"},

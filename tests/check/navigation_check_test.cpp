@@ -85,7 +85,7 @@ std::vector<WalkedFault> DeadMenus() {
                  "E target-missing " + button + LastTitleLost),
       LastButton("a call out of a menu", "CallSS RSM=0,TitleMenu",
                  "E target-forbidden " + button + LastTitleLost),
-      LastButton("nothing to come back to", "RSM", "E target-missing " + button + LastTitleLost),
+      LastButton("nothing to come back to", "RSM", "W resume-empty " + button + LastTitleLost),
       LastButton("a button that does nothing", "NOP", "E button-idle " + button + LastTitleLost),
       LastButton("a button whose condition never holds", "If ( GPRM3 == 5 ) LinkTopPGC",
                  "E button-idle " + button + LastTitleLost),
@@ -174,6 +174,20 @@ TEST(NavigationCheck, SaysWhereItWasCut) {
   Findings findings;
   AddNavigation(SurveyOf(NavOf(project, Rules::Players), {.Nodes = 5}), NamingOf(project), findings);
   EXPECT_EQ(Words(findings), "N walk-cut |");
+  EXPECT_EQ(Words(DiscNavigation(SurveyOf(NavOf(project, Rules::Players), {.Nodes = 5}), true)),
+            "N walk-cut |");
+}
+
+TEST(NavigationCheck, TakesDiscsOfOthersForWhatPlays) {
+  for (const WalkedFault& fault : DeadMenus()) {
+    const NavSurvey survey = SurveyOf(NavOf(Changed(fault), Rules::Players));
+    const bool plays =
+        fault.Found.starts_with("E buttons-hidden") || fault.Found.starts_with("E button-idle");
+    EXPECT_EQ(HasErrors(DiscNavigation(survey, true)), fault.Found.find("E ") != std::string::npos)
+        << fault.Name;
+    EXPECT_EQ(HasErrors(DiscNavigation(survey, false)), fault.Found.find("E ") != std::string::npos && !plays)
+        << fault.Name;
+  }
 }
 
 }  // namespace

@@ -95,11 +95,34 @@ TEST(NavFindings, EachFaultIsFoundWithItsShortestWayAndNothingElse) {
          second.UserOperations = 0x1FFFF;
        },
        {{Kind::PageTrap, NavDomain::SetMenu, 0, "insert, OK, Menu, 2"}}},
+      {"a still that no key ends",
+       [](NavDisc& d) {
+         FilmIn(d, 2).Cells[1].StillTime = StillForEver;
+         FilmIn(d, 2).UserOperations = 0x1FFFFFF;
+       },
+       {{Kind::PageTrap, NavDomain::Title, 0, "insert, 2, wait"}}},
       {"marks that do not show",
        [](NavDisc& d) { RootOf(d).Cells[0].Pages[0].Shows = false; },
        {{Kind::ButtonsHidden, NavDomain::SetMenu, 0, "insert, OK, Menu"}}},
       {"black after a title",
        [](NavDisc& d) { FilmIn(d, 2).Post.clear(); },
+       {{Kind::DiscStops, NavDomain::Title, 2, "insert, 2, end of title 2"}}},
+      {"black as it goes in",
+       [](NavDisc& d) { d.FirstPlay->Pre.clear(); },
+       {{Kind::DiscStops, NavDomain::FirstPlay, 1, "insert"},
+        {Kind::TitleUnreachable, NavDomain::Title, 1, ""},
+        {Kind::TitleUnreachable, NavDomain::Title, 2, ""},
+        {Kind::PageUnreachable, NavDomain::ManagerMenu, 1, ""},
+        {Kind::PageUnreachable, NavDomain::SetMenu, 1, ""},
+        {Kind::PageUnreachable, NavDomain::SetMenu, 2, ""}}},
+      {"Exit as it goes in",
+       [](NavDisc& d) {
+         d.FirstPlay->Pre = CommandsOf({"3001000000000000"});
+         d.Titles.clear(), d.Menus.clear(), d.Sets[0].Menus.clear();
+       },
+       {{Kind::DiscStops, NavDomain::FirstPlay, 0, "insert"}}},
+      {"an end that links to what is not there",
+       [](NavDisc& d) { FilmIn(d, 2).Post.clear(), FilmIn(d, 2).Next = 9; },
        {{Kind::DiscStops, NavDomain::Title, 2, "insert, 2, end of title 2"}}},
       {"Exit is meant", [](NavDisc& d) { FilmIn(d, 2).Post = CommandsOf({"3001000000000000"}); }, {}},
       {"a title without a way to it",
@@ -140,6 +163,13 @@ TEST(NavFindings, EachFaultIsFoundWithItsShortestWayAndNothingElse) {
          FilmIn(d, 1).Pre = CommandsOf({"00A1000500020003", "0002000000000000", "3003000000020000"});
        },
        {}},
+      {"a register that an arrow sets, and a key that tells by it",
+       [](NavDisc& d) {
+         Button(ManagerOf(d), 2) = ParseCommandHex("7100000500020000");
+         ManagerOf(d).Cells[0].Pages[0].Buttons[1].ActsWhenSelected = true;
+         ManagerOf(d).Pre = CommandsOf({"00A1000500020003", "0002000000000000", "3002000000020000"});
+       },
+       {}},
       {"a drawn number",
        [](NavDisc& d) {
          Button(ManagerOf(d), 2) = ParseCommandHex("3002000000010000");
@@ -147,6 +177,17 @@ TEST(NavFindings, EachFaultIsFoundWithItsShortestWayAndNothingElse) {
              CommandsOf({"7800000500040000", "00A1000500030004", "0002000000000000", "3003000000020000"});
        },
        {}},
+      {"a number that is drawn until it is another one",
+       [](NavDisc& d) {
+         FilmIn(d, 1).Pre = CommandsOf({"7800000500030000", "0021000500060001", "6100000600050000"});
+       },
+       {}},
+      {"a number that is drawn until it is what it cannot be",
+       [](NavDisc& d) {
+         FilmIn(d, 2).Pre = CommandsOf({"7800000500030000", "00E1000500030001"});
+       },
+       {{Kind::CommandLoop, NavDomain::Title, 0, "insert, 2"},
+        {Kind::TitleUnreachable, NavDomain::Title, 2, ""}}},
   };
   for (const Case& row : cases) {
     NavDisc disc = SoundDisc();

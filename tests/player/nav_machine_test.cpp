@@ -79,6 +79,22 @@ TEST(NavMachine, GoesWhereAPlayerGoes) {
       {"to a cell by resume", asIs, "OK, end, OK", "title 1, chapter 1"},
       {"back to where the menu key was pressed", asIs, "OK, wait, Menu, Resume", "title 1, chapter 2"},
       {"nothing to resume", asIs, "Resume", "title menu, button 1"},
+      {"a command that finds nothing to resume is passed over",
+       [](NavDisc& d) {
+         ManagerOf(d).Pre = CommandsOf({"2001000000000010", "3002000000020000"});
+       },
+       "", "title 2, chapter 1"},
+      {"a set's menu that jumps to that of its set",
+       [](NavDisc& d) {
+         RootOf(d).Cells[0].Pages[0].Buttons[0].Command = ParseCommandHex("3006000000830000");
+       },
+       "OK, Menu, Down, Up, OK", "root menu of set 1, button 1"},
+      {"a disc that asks for its region",
+       [](NavDisc& d) {
+         d.Region = 4;
+         d.FirstPlay->Pre = CommandsOf({"6100000700940000", "00B1000700040004", "3002000000020000"});
+       },
+       "", "title 2, chapter 1"},
       {"no resume once another title began", asIs, "OK, Menu, Down, OK, Down, OK, 2, Title, Resume",
        "title 2, chapter 1"},
       {"a part out of a menu", asIs, "OK, Menu, Up, OK", "title 1, chapter 2"},
