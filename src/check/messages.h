@@ -69,7 +69,7 @@ inline constexpr MessageKind CommandLoop{
     R"("{}" goes round, alone or with others, and nothing is ever played, so a player hangs. The way there: {})"};
 inline constexpr MessageKind ButtonIdle{
     "button-idle", Severity::Error, NavigationTitle,
-    R"("{}" does nothing here, so its button has no effect. The way there: {})"};
+    R"("{}" does nothing here, so button {} of the page has no effect. The way there: {})"};
 inline constexpr MessageKind PageTrap{"page-trap", Severity::Error, NavigationTitle,
                                       "No button, key or end leads out of here: give a button a command that "
                                       "jumps or links. The way there: {}"};

@@ -124,7 +124,8 @@ Message MessageFor(const NavFinding& finding, const NavCommandWords& words) {
     case Kind::CommandLoop:
       return MessageOf(message::CommandLoop, place, words.Text, way);
     case Kind::ButtonIdle:
-      return MessageOf(message::ButtonIdle, place, words.Text, way);
+      return MessageOf(message::ButtonIdle, place, words.Text, finding.Command ? finding.Command->Number : 0,
+                       way);
     case Kind::PageTrap:
       return MessageOf(message::PageTrap, place, way);
     case Kind::ButtonsHidden:
