@@ -7,7 +7,9 @@
 #include <utility>
 
 #include "edit/element_names.h"
+#include "edit/live_elements.h"
 #include "model/cls_dvd.h"
+#include "model/stream_maps.h"
 #include "player/nav_lookup.h"
 #include "ui/shown_text.h"
 
@@ -77,8 +79,39 @@ NavCommandWords CommandOf(const Project& project, const NavChain* chain, const N
   return NamingOf(project)(named);
 }
 
+// A command that ran, or that leads nowhere: where it stood when it ran. Keys and the insertion of the disc
+// lead on without one.
+SimulatedStep CommandStep(const Project& project, const NavDisc& disc, const NavState& state,
+                          const NavHappening& one, const NavHappening* ran) {
+  const bool isMissing = one.What == Kind::Missing;
+  if (ran == nullptr) {
+    return {.Place = {},
+            .Words = one.Lead.What == NavLead::Kind::JumpTitle
+                         ? Tr("Title %1 has no PGC to play").arg(one.Lead.Number)
+                         : Tr("The place that follows is not there"),
+            .IsFault = true};
+  }
+  const NavCommandWords command = CommandOf(project, ChainOf(disc, *ran, state), *ran);
+  return {.Place = command.Place,
+          .Words = (isMissing ? Tr("%1 %2: %3 leads nowhere") : Tr("%1 %2: %3"))
+                       .arg(ListWords(one.List))
+                       .arg(one.Number)
+                       .arg(Shown(command.Text)),
+          .IsFault = isMissing};
+}
+
+// The command of a happening among all; null for none.
+const NavHappening* RanBefore(std::span<const NavHappening> all, std::size_t at) {
+  for (std::size_t i = at + 1; i-- > 0;) {
+    if (all[i].What == Kind::Ran && all[i].List == all[at].List && all[i].Number == all[at].Number) {
+      return &all[i];
+    }
+  }
+  return nullptr;
+}
+
 SimulatedStep StepOf(const Project& project, const NavDisc& disc, const NavState& state,
-                     const NavHappening& one) {
+                     const NavHappening& one, const NavHappening* ran) {
   const NavChain* const chain = ChainOf(disc, one, state);
   SimulatedStep step{.Place = chain == nullptr ? std::string() : chain->Name, .Words = {}};
   switch (one.What) {
@@ -100,16 +133,8 @@ SimulatedStep StepOf(const Project& project, const NavDisc& disc, const NavState
       step.IsStop = true;
       break;
     case Kind::Ran:
-    case Kind::Missing: {
-      const NavCommandWords command = CommandOf(project, chain, one);
-      const bool isMissing = one.What == Kind::Missing;
-      step.Place = command.Place;
-      step.Words = (isMissing ? Tr("%1 %2: %3 leads nowhere") : Tr("%1 %2: %3"))
-                       .arg(ListWords(one.List))
-                       .arg(one.Number)
-                       .arg(Shown(command.Text));
-      step.IsFault = isMissing;
-    }
+    case Kind::Missing:
+      step = CommandStep(project, disc, state, one, ran);
   }
   return step;
 }
@@ -145,16 +170,20 @@ constexpr std::array SystemRows{SystemRow{Sprm::MenuLanguage, "menu language", V
 
 QString ValueOf(const NavRegisters& registers, const SystemRow& row) {
   constexpr std::uint16_t NoAudio = 15;
+  constexpr std::uint16_t NoSubtitles = 62;
   const std::uint16_t value = registers.Of(row.Number);
   switch (row.Kind) {
     case ValueKind::Language:
       return Tr("%1 (%2)").arg(value).arg(LanguageWords(value));
     case ValueKind::Audio:
-      return value == NoAudio ? Tr("%1 (none)").arg(value) : QString::number(value);
+      return value == NoAudio ? Tr("%1 (none)").arg(value) : Tr("%1 (stream %2)").arg(value).arg(value + 1);
     case ValueKind::Subpicture:
+      if ((value & (SubpictureShows - 1U)) == NoSubtitles) {
+        return Tr("%1 (none)").arg(value);
+      }
       return ((value & SubpictureShows) != 0 ? Tr("%1 (stream %2, shown)") : Tr("%1 (stream %2, hidden)"))
           .arg(value)
-          .arg(value & (SubpictureShows - 1U));
+          .arg((value & (SubpictureShows - 1U)) + 1U);
     case ValueKind::Button:
       return Tr("%1 (button %2)").arg(value).arg(registers.Button());
     case ValueKind::Number:
@@ -181,14 +210,14 @@ void SimulationLog::Add(SimulatedStep step) {
 
 void SimulationLog::Add(const Project& project, const NavDisc& disc, const NavOutcome& outcome) {
   constexpr std::size_t MostOfOne = 500;
-  std::span<const NavHappening> happened = outcome.Happened;
-  const auto tell = [&](const NavHappening& one) { Add(StepOf(project, disc, outcome.State, one)); };
-  if (happened.size() > MostOfOne) {
-    std::ranges::for_each(happened.first(MostOfOne), tell);
-    Add({.Place = {}, .Words = Tr("%1 steps are left out").arg(happened.size() - MostOfOne - 1)});
-    happened = happened.last(1);
+  const std::span<const NavHappening> happened = outcome.Happened;
+  for (std::size_t i = 0; i < happened.size(); ++i) {
+    if (i == MostOfOne && happened.size() > MostOfOne + 1) {
+      Add({.Place = {}, .Words = Tr("%1 steps are left out").arg(happened.size() - MostOfOne - 1)});
+      i = happened.size() - 1;
+    }
+    Add(StepOf(project, disc, outcome.State, happened[i], RanBefore(happened, i)));
   }
-  std::ranges::for_each(happened, tell);
 }
 
 std::vector<SimulatedRegister> RegistersInWords(const NavRegisters& registers) {
@@ -203,6 +232,31 @@ std::vector<SimulatedRegister> RegistersInWords(const NavRegisters& registers) {
                    ValueOf(registers, row)});
   }
   return all;
+}
+
+namespace {
+
+TrackList TitleTracksOf(const Project& project, const std::string& chain) {
+  const VTS_P* const entry = LiveEntry(project, chain.substr(0, chain.find('.')));
+  return entry == nullptr ? TrackList() : BuildTitleTrackList(*entry, project.Tracks);
+}
+
+template <typename Map>
+QString NamedStream(const QString& word, const Map& map, std::size_t number) {
+  const QString words = QStringLiteral("%1 %2").arg(word).arg(number + 1);
+  return number < map.size() && !map[number].Language.empty()
+             ? QStringLiteral("%1 %2").arg(words, Shown(map[number].Language))
+             : words;
+}
+
+}  // namespace
+
+QString AudioWords(const Project& project, const std::string& chain, std::size_t number) {
+  return NamedStream(Tr("audio"), ViewAudioMap(TitleTracksOf(project, chain), project.Tracks), number);
+}
+
+QString SubtitleWords(const Project& project, const std::string& chain, std::size_t number) {
+  return NamedStream(Tr("subtitles"), ViewSubMap(TitleTracksOf(project, chain), project.Tracks), number);
 }
 
 QString LanguageWords(std::uint16_t language) {

@@ -49,6 +49,10 @@ struct SimulatedRegister {
 // General registers, then those of the system that have a meaning; always as many.
 [[nodiscard]] std::vector<SimulatedRegister> RegistersInWords(const NavRegisters& registers);
 
+// "audio 1 English": a stream of the titles that a chain is one of, by its number on the disc, from 0.
+[[nodiscard]] QString AudioWords(const Project& project, const std::string& chain, std::size_t number);
+[[nodiscard]] QString SubtitleWords(const Project& project, const std::string& chain, std::size_t number);
+
 // "English" of two letters.
 [[nodiscard]] QString LanguageWords(std::uint16_t language);
 

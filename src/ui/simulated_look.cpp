@@ -107,6 +107,7 @@ void SimulatedLook::Show(const NavDisc& disc, const NavState& state, PlayerScree
   hasPicture_ = cell != nullptr && track != nullptr && viewer_.TrackIndex() &&
                 std::cmp_equal(*viewer_.TrackIndex(), cell->SegmentUsed);
   if (hasPicture_) {
+    viewer_.LookAgain();
     viewer_.ToView(ViewOn(*track, screen));
     viewer_.ToFrame(FrameOf(*track, *cell, *played, state));
     ShowStream(disc, state);

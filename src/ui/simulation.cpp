@@ -16,12 +16,17 @@ namespace {
 
 constexpr double TicksASecond = 90000;
 constexpr std::uint16_t SubpictureShows = 0x40;
-constexpr std::uint16_t NoAudio = 15;
 
-// How many streams a chain has, by its table of them.
+// The streams that a chain has, by its table of them.
 template <typename Table>
-std::uint16_t StreamsOf(const Table& table) {
-  return static_cast<std::uint16_t>(std::ranges::count_if(table, [](auto entry) { return entry != 0; }));
+std::vector<std::uint16_t> StreamsOf(const Table& table) {
+  std::vector<std::uint16_t> streams;
+  for (std::size_t i = 0; i < table.size(); ++i) {
+    if (table.at(i) != 0) {
+      streams.push_back(static_cast<std::uint16_t>(i));
+    }
+  }
+  return streams;
 }
 
 bool HasCells(const std::vector<NavChain>& chains) {
@@ -59,9 +64,10 @@ std::uint16_t ScreenValue(PlayerScreenKind screen) {
   return 0x0C00;
 }
 
-// The next number; one more than the last is none.
-std::uint16_t NumberAfter(std::uint16_t now, std::uint16_t count) {
-  return now >= count ? std::uint16_t{0} : static_cast<std::uint16_t>(now + 1);
+// The first stream after this one.
+std::optional<std::uint16_t> StreamAfter(const std::vector<std::uint16_t>& streams, std::uint16_t now) {
+  const auto next = std::ranges::upper_bound(streams, now);
+  return next == streams.end() ? std::nullopt : std::optional(*next);
 }
 
 }  // namespace
@@ -95,6 +101,7 @@ void Simulation::Insert() {
   fresh.Put(Sprm::VideoPreference, ScreenValue(player_.Screen));
   log_.Add({.Place = {}, .Words = tr("The disc is put in"), .IsPress = true});
   Take(InsertDisc(*disc_, fresh, Draw()));
+  emit Inserted();
 }
 
 void Simulation::Eject() {
@@ -106,28 +113,56 @@ void Simulation::Eject() {
   }
 }
 
-void Simulation::EndByChange() {
+// Whoever opens another project knows that its disc is another.
+void Simulation::EndByChange(const ChangeEvent& event) {
   if (disc_) {
     Eject();
-    document_.Speaks().Tell(MessageOf(message::SimulationEnded, {}));
+    if (!event.Replaced) {
+      document_.Speaks().Tell(MessageOf(message::SimulationEnded, {}));
+    }
   }
 }
 
-void Simulation::LogPress(const NavEvent& event) {
-  const bool isSubtitles = event.Key == NavKey::Subpicture;
-  const bool shows = (event.Number & SubpictureShows) != 0;
-  log_.Add({.Place = {},
-            .Words = !isSubtitles ? Shown(PressWords(event))
-                     : shows      ? tr("subtitle %1").arg(event.Number & (SubpictureShows - 1U))
-                                  : tr("no subtitles"),
-            .IsPress = true});
+// As the remote calls its keys.
+QString Simulation::PressedWords(const NavEvent& event) const {
+  switch (event.Key) {
+    case NavKey::NextPart:
+      return tr("Next Chapter");
+    case NavKey::PreviousPart:
+      return tr("Previous Chapter");
+    case NavKey::Audio:
+    case NavKey::Subpicture: {
+      const bool isAudio = event.Key == NavKey::Audio;
+      const NavChain* const chain = Chain();
+      return chain == nullptr                                    ? QString()
+             : !isAudio && (event.Number & SubpictureShows) == 0 ? tr("no subtitles")
+             : isAudio ? AudioWords(document_.Work(), chain->Name, event.Number)
+                       : SubtitleWords(document_.Work(), chain->Name, event.Number & (SubpictureShows - 1U));
+    }
+    default:
+      return Shown(PressWords(event));
+  }
 }
 
 void Simulation::Press(const NavEvent& event) {
-  if (disc_) {
-    LogPress(event);
+  Carry(event, PressedWords(event));
+}
+
+void Simulation::Carry(const NavEvent& event, const QString& words) {
+  if (disc_ && state_.Phase == NavPhase::Stopped) {
+    Refuse(words);
+  } else if (disc_) {
+    log_.Add({.Place = {}, .Words = words, .IsPress = true});
     Take(NavStep(*disc_, state_, event, Draw()));
   }
+}
+
+void Simulation::Refuse(const QString& words) {
+  log_.Add({.Place = {}, .Words = words, .IsPress = true});
+  log_.Add({.Place = {},
+            .Words = state_.Phase == NavPhase::Stopped ? tr("This key does nothing, the disc has stopped")
+                                                       : tr("This key does nothing here")});
+  emit StateChanged();
 }
 
 NavRandom Simulation::Draw() {
@@ -137,27 +172,31 @@ NavRandom Simulation::Draw() {
   };
 }
 
+// What a menu chose for its title is not undone by a key that nobody hears anything of.
 void Simulation::PressNext(NavKey key) {
+  if (!disc_) {
+    return;
+  }
+  const bool isAudio = key == NavKey::Audio;
   const NavChain* const chain = Chain();
-  if (chain == nullptr || state_.Phase == NavPhase::Stopped) {
-    Press({key, 0});
+  const bool isTitle = state_.Phase != NavPhase::Stopped && state_.At.Domain == NavDomain::Title;
+  const auto streams = chain == nullptr || !isTitle ? std::vector<std::uint16_t>()
+                       : isAudio                    ? StreamsOf(chain->Audio)
+                                                    : StreamsOf(chain->Subpictures);
+  if (streams.empty()) {
+    Refuse(isAudio ? tr("Audio") : tr("Subtitles"));
     return;
   }
-  if (key == NavKey::Audio) {
-    const std::uint16_t count = StreamsOf(chain->Audio);
-    const std::uint16_t now = state_.Registers.Of(Sprm::Audio);
-    Press({key, count == 0         ? NoAudio
-                : now + 1U < count ? static_cast<std::uint16_t>(now + 1)
-                                   : std::uint16_t{0}});
+  const std::uint16_t now = state_.Registers.Of(isAudio ? Sprm::Audio : Sprm::Subpicture);
+  if (isAudio) {
+    Press({key, StreamAfter(streams, now).value_or(streams.front())});
     return;
   }
-  const std::uint16_t count = StreamsOf(chain->Subpictures);
-  const std::uint16_t now = state_.Registers.Of(Sprm::Subpicture);
-  const bool shows = (now & SubpictureShows) != 0;
-  const std::uint16_t next = NumberAfter(shows ? (now & (SubpictureShows - 1U)) + 1U : 0, count);
+  const auto number = static_cast<std::uint16_t>(now & (SubpictureShows - 1U));
+  const auto next =
+      (now & SubpictureShows) != 0 ? StreamAfter(streams, number) : std::optional(streams.front());
   // After the last one they are hidden, and the number stays.
-  Press({key, next == 0 ? static_cast<std::uint16_t>(now & (SubpictureShows - 1U))
-                        : static_cast<std::uint16_t>((next - 1U) | SubpictureShows)});
+  Press({key, next ? static_cast<std::uint16_t>(*next | SubpictureShows) : number});
 }
 
 // --- time ---
@@ -175,21 +214,29 @@ void Simulation::LetPass(double seconds) {
 }
 
 void Simulation::GoOn() {
+  Advance(tr("Go On"));
+}
+
+void Simulation::PassTime() {
+  Advance(tr("time"));
+}
+
+void Simulation::Advance(const QString& words) {
   if (!disc_) {
     return;
   }
   const auto cell = CellSeconds();
-  const std::uint16_t timer = state_.Registers.Of(Sprm::Timer);
+  const std::uint16_t timer = TimerSeconds();
   const bool isStopped = state_.Phase == NavPhase::Stopped;
-  if (!isStopped && timer != 0 && state_.At.Set != 0 && (!cell || timer <= *cell)) {
+  if (timer != 0 && (!cell || timer <= *cell)) {
     LetPass(timer - 1);  // the machine wants a timer that runs
-    Press({NavKey::TimeOver, 0});
+    Carry({NavKey::TimeOver, 0}, words);
     return;
   }
   LetPass(isStopped ? 0 : cell.value_or(0));
   const NavPage* const page = Page();
   const bool waits = page != nullptr && !page->Buttons.empty();
-  Press({cell || waits || state_.Phase == NavPhase::Playing ? NavKey::Wait : NavKey::StopStill, 0});
+  Carry({cell || waits || state_.Phase == NavPhase::Playing ? NavKey::Wait : NavKey::StopStill, 0}, words);
 }
 
 std::optional<double> Simulation::CellSeconds() const {
@@ -224,9 +271,27 @@ std::optional<double> Simulation::CellSeconds() const {
 
 std::optional<double> Simulation::Seconds() const {
   const auto cell = CellSeconds();
-  const std::uint16_t timer =
-      disc_ && state_.Phase != NavPhase::Stopped && state_.At.Set != 0 ? state_.Registers.Of(Sprm::Timer) : 0;
+  const std::uint16_t timer = TimerSeconds();
   return timer != 0 ? std::optional(std::min<double>(timer, cell.value_or(timer))) : cell;
+}
+
+std::uint16_t Simulation::TimerSeconds() const {
+  const bool runs = disc_ && state_.Phase != NavPhase::Stopped && state_.At.Set != 0;
+  return runs ? state_.Registers.Of(Sprm::Timer) : std::uint16_t{0};
+}
+
+bool Simulation::EndsInStill() const {
+  const NavCell* const cell = disc_ && state_.Phase == NavPhase::Playing ? CellAt(*disc_, state_) : nullptr;
+  const NavChain* const chain = Chain();
+  const NavPage* const page = Page();
+  const bool goesOn = cell == nullptr || chain == nullptr || state_.Page < cell->Pages.size() ||
+                      (page != nullptr && page->ForcedAction != 0) || TimerSeconds() != 0;
+  if (goesOn) {
+    return false;
+  }
+  const bool isLast = cell->StillTime == 0 && cell->Command == 0 && chain->Playback == 0 &&
+                      state_.At.Cell == chain->Cells.size();
+  return cell->StillTime == StillForEver || (isLast && chain->StillTime == StillForEver);
 }
 
 // --- the player ---
@@ -292,8 +357,12 @@ QString Simulation::Words() const {
   }
   const NavPage* const page = Page();
   const bool waits = page != nullptr && !page->Buttons.empty();
-  if (const auto seconds = Seconds()) {
-    words += tr(", goes on after %1 s").arg(std::ceil(*seconds));
+  const auto seconds = Seconds();
+  if (waits && EndsInStill()) {
+    words += tr(", waits for a button");
+  } else if (seconds) {
+    words += (EndsInStill() ? tr(", stands still after %1 s") : tr(", goes on after %1 s"))
+                 .arg(std::ceil(*seconds));
   } else if (isStill) {
     words += waits ? tr(", waits for a button") : tr(", waits for Go On");
   } else if (state_.Phase == NavPhase::Playing && look_->IsReady()) {

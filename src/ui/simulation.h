@@ -36,10 +36,13 @@ class Simulation : public QObject {
   void Insert();
   void Eject();
   void Press(const NavEvent& event);
-  void PressNext(NavKey key);  // the next audio or subtitle stream that plays here; after the last, none
+  // The next audio or subtitle stream of the title; after the last one subtitles hide. In menus, and where
+  // there is none, the key does nothing.
+  void PressNext(NavKey key);
   // Until something happens by itself: a page, the end of a cell or of its still, the timer. A still without
   // an end goes on where no button waits.
   void GoOn();
+  void PassTime();  // the same, where nobody pressed a key
 
   [[nodiscard]] const SimulatedPlayer& Player() const { return player_; }
   // Another language puts the disc in anew.
@@ -58,17 +61,23 @@ class Simulation : public QObject {
   [[nodiscard]] const SimulationLog& Log() const { return log_; }
 
  signals:
+  void Inserted();      // it plays from the beginning
   void StateChanged();  // on, off, or something happened
   void LookChanged();   // the picture, or what lies over it
 
  private:
   void Take(const NavOutcome& outcome);
-  void EndByChange();
-  void LogPress(const NavEvent& event);
+  void EndByChange(const ChangeEvent& event);
+  void Carry(const NavEvent& event, const QString& words);
+  void Refuse(const QString& words);
+  void Advance(const QString& words);
   void LetPass(double seconds);
   [[nodiscard]] NavRandom Draw();
   [[nodiscard]] const NavChain* Chain() const;
   [[nodiscard]] std::optional<double> CellSeconds() const;
+  [[nodiscard]] std::uint16_t TimerSeconds() const;  // 0 where it does not run
+  [[nodiscard]] bool EndsInStill() const;            // of no end, and no page comes before
+  [[nodiscard]] QString PressedWords(const NavEvent& event) const;
 
   Document& document_;
   Jobs& jobs_;

@@ -86,6 +86,12 @@ void TrackPictures::Follow() {
   }
 }
 
+void TrackPictures::LookAgain() {
+  if (isListed_ && !why_.empty() && TrackIndex()) {
+    List();
+  }
+}
+
 QString TrackPictures::Hindrance() const {
   if (!why_.empty()) {
     return QString::fromStdString(why_);

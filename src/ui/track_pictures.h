@@ -41,6 +41,8 @@ class TrackPictures : public QObject {
   void Show(std::optional<std::size_t> track);
   // The track may have other sources now; the present list stays until the new one comes.
   void Follow();
+  // Where a film could not be read, it may be there by now.
+  void LookAgain();
   // The picture of this place in the list: at once where it is kept, or else later; until then the last one
   // stays. There is none beyond the list.
   void Find(std::size_t picture);

@@ -177,6 +177,10 @@ void Viewer::ToFrame(std::int64_t frame) {
   }
 }
 
+void Viewer::LookAgain() {
+  private_->Pictures.LookAgain();
+}
+
 void Viewer::ToView(ViewMode view) {
   if (TrackIndex()) {
     Put(InView(state_, view, Material()));

@@ -39,6 +39,7 @@ class Viewer : public QObject {
   void Move(ViewerMove move);
   void ToFrame(std::int64_t frame);
   void ToView(ViewMode view);
+  void LookAgain();  // for the pictures, where there was a hindrance: files come back
   // In the present view where that shows the stream, or else in the first that does.
   void ToStream(std::size_t stream);
 

@@ -191,6 +191,7 @@ void MainWindow::Connect() {
       private_->Status->setText(Shown(message.Text));
     }
   });
+  connect(&its.Player, &Simulation::Inserted, its.Notices, &NoticeBar::Fade);
   connect(&its.Doc, &Document::StateChanged, this, &MainWindow::ShowState);
   connect(&its.Doc, qOverload<const ChangeEvent&>(&Document::Changed), this,
           [this](const ChangeEvent& event) {

@@ -1,5 +1,6 @@
 #include "window/map_chart.h"
 
+#include <QFontInfo>
 #include <QFontMetrics>
 #include <QGraphicsItem>
 #include <QGraphicsScene>
@@ -123,11 +124,20 @@ void MapChart::Zoom(double times) {
   setTransform(QTransform::fromScale(to, to));
 }
 
-void MapChart::ShowWhole(double least) {
+void MapChart::ShowWhole() {
   fitInView(sceneRect(), Qt::KeepAspectRatio);
-  const double to = std::clamp(transform().m11(), least, 1.0);
+  const double to = std::clamp(transform().m11(), Least, 1.0);
   setTransform(QTransform::fromScale(to, to));
   centerOn(0, 0);
+}
+
+void MapChart::ShowLegibly() {
+  constexpr double Legible = 8;  // pixels
+  ShowWhole();
+  if (transform().m11() * QFontInfo(scene()->font()).pixelSize() < Legible) {
+    resetTransform();
+    centerOn(0, 0);
+  }
 }
 
 void MapChart::wheelEvent(QWheelEvent* event) {

@@ -20,7 +20,8 @@ class MapChart : public QGraphicsView {
   void Draw(const NavChart& chart);
   void Choose(int box);  // -1 for none
   void Zoom(double times);
-  void ShowWhole(double least = Least);  // not smaller than that
+  void ShowWhole();
+  void ShowLegibly();  // the whole where its words can be read, or else its top left as large as it is
 
  signals:
   void BoxClicked(int box);

@@ -4,9 +4,11 @@
 #include <QHBoxLayout>
 #include <QScreen>
 #include <QSplitter>
+#include <QStringList>
 #include <QStyle>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <vector>
 
 #include "check/nav_of.h"
 #include "ui/shown_text.h"
@@ -16,13 +18,38 @@ namespace quorvelant {
 namespace {
 
 constexpr double ZoomStep = 1.25;
-constexpr double Legible = 0.75;
-constexpr int Soon = 300;  // milliseconds after the last of several changes
+constexpr qsizetype MostNamed = 12;  // chains, to those who hear them
+constexpr int Soon = 300;            // milliseconds after the last of several changes
 
 NavMap MapOf(Document& document) {
   EditSession& session = document.Session();
   session.Commands();  // their digits are those of the disc
   return SurveyOf(NavOf(session.Work(), session.RulesInForce())).Map;
+}
+
+QString Listed(const QStringList& names) {
+  const QString first = names.mid(0, MostNamed).join(QStringLiteral("; "));
+  return names.isEmpty() ? MapWindow::tr("nothing")
+         : names.size() <= MostNamed
+             ? first
+             : MapWindow::tr("%1 and %2 more").arg(first).arg(names.size() - MostNamed);
+}
+
+// What the arrows show, for those who do not see them; by box.
+std::vector<QString> ArrowWords(const NavChart& chart) {
+  std::vector<QStringList> from(chart.Boxes.size());
+  std::vector<QStringList> to(chart.Boxes.size());
+  for (const NavChartArrow& arrow : chart.Arrows) {
+    if (arrow.From != arrow.To) {
+      from[arrow.To] << Shown(chart.Boxes[arrow.From].Text);
+      to[arrow.From] << Shown(chart.Boxes[arrow.To].Text);
+    }
+  }
+  std::vector<QString> words;
+  for (std::size_t i = 0; i < chart.Boxes.size(); ++i) {
+    words.push_back(MapWindow::tr("Here lead: %1. It leads to: %2.").arg(Listed(from[i]), Listed(to[i])));
+  }
+  return words;
 }
 
 }  // namespace
@@ -33,7 +60,7 @@ MapWindow::MapWindow(WindowParts& parts, QWidget* parent)
   setAttribute(Qt::WA_DeleteOnClose);
   chains_->setAccessibleName(tr("Chains"));
   chains_->setUniformItemSizes(true);
-  words_->setAccessibleName(tr("What the map shows"));
+  words_->setObjectName(QStringLiteral("Words"));  // read by its text
   words_->setTextFormat(Qt::PlainText);
   auto* const halves = new QSplitter;
   halves->addWidget(chains_);
@@ -92,7 +119,7 @@ void MapWindow::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   if (isOld_) {
     Draw();
-    chart_->ShowWhole(Legible);
+    chart_->ShowLegibly();
     chains_->setFocus();
   }
 }
@@ -129,10 +156,12 @@ void MapWindow::List(const NavMap& map, const NavChart& chart) {
   const QString key = former == nullptr ? QString() : former->data(Qt::UserRole).toString();
   chains_->clear();
   int current = 0;
+  const std::vector<QString> arrows = ArrowWords(chart);
   for (const NavChartBox& box : chart.Boxes) {
     auto* const item = new QListWidgetItem(Shown(box.Text), chains_);
     const QString name = Shown(map.Chains[box.Chain].Name);
     item->setData(Qt::UserRole, name);
+    item->setData(Qt::AccessibleDescriptionRole, arrows[static_cast<std::size_t>(chains_->count()) - 1]);
     if (!box.IsReached) {
       item->setIcon(style()->standardIcon(QStyle::SP_MessageBoxWarning));
     }

@@ -82,6 +82,12 @@ PaneLayout::PaneLayout(QMainWindow& window, WindowParts& parts, QWidget* empty)
   window_.setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
   window_.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
   window_.setCorner(Qt::BottomRightCorner, Qt::BottomDockWidgetArea);
+  // Before the pane itself hears of it: it can have the keys only once it is in front.
+  connect(&parts.Chosen, &Selection::WentTo, this, [this](const GoToPlace& place) {
+    if (place.Command) {
+      GoTo(QStringLiteral("Commands"));
+    }
+  });
   auto* const picture = new PicturePane(parts);
   picture->setAccessibleName(tr("Picture"));
   middle_->addWidget(picture);

@@ -41,7 +41,7 @@ PlayerPane::PlayerPane(WindowParts& parts, QWidget* parent)
   for (QTimer* const timer : {&clock_, &flash_, &digits_}) {
     timer->setSingleShot(true);
   }
-  connect(&clock_, &QTimer::timeout, this, [this] { player_.GoOn(); });
+  connect(&clock_, &QTimer::timeout, this, [this] { player_.PassTime(); });
   connect(&flash_, &QTimer::timeout, this, &PlayerPane::Finish);
   connect(&digits_, &QTimer::timeout, this, &PlayerPane::Finish);
   connect(screen_, &PlayerScreen::Pointed, this, &PlayerPane::Point);
@@ -72,8 +72,12 @@ QLayout* PlayerPane::Remote() {
       play_->setCheckable(true);
       play_->setToolTip(tr("Time runs: what is played ends by itself, after eight seconds at most (P)"));
       connect(play_, &QToolButton::toggled, this, &PlayerPane::Wait);
+      connect(play_, &QToolButton::clicked, this, &PlayerPane::GiveKeysBack);
     } else {
-      connect(button, &QToolButton::clicked, this, [this, &key] { Order(key); });
+      connect(button, &QToolButton::clicked, this, [this, &key] {
+        GiveKeysBack();
+        Order(key);
+      });
     }
   }
   AddDigits(*grid);
@@ -89,7 +93,10 @@ void PlayerPane::AddDigits(QGridLayout& grid) {
     QToolButton* const button =
         Button(tr("Digit %1").arg(digit), QString::number(digit), QString::number(digit));
     grid.addWidget(button, place / InRow, First + place % InRow);
-    connect(button, &QToolButton::clicked, this, [this, digit] { Digit(digit); });
+    connect(button, &QToolButton::clicked, this, [this, digit] {
+      GiveKeysBack();
+      Digit(digit);
+    });
   }
 }
 
@@ -103,12 +110,18 @@ void PlayerPane::AddChoices(QGridLayout& grid) {
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     box->setMinimumContentsLength(5);
     connect(box, &QComboBox::currentIndexChanged, this, &PlayerPane::PutPlayer);
+    connect(box, &QComboBox::activated, this, &PlayerPane::GiveKeysBack);
   }
   grid.addWidget(screens_, 2, 7, 1, 3);
   grid.addWidget(languages_, 2, 10, 1, 2);
 }
 
 // --- keys ---
+
+// After a choice or a click keys are those of the remote.
+void PlayerPane::GiveKeysBack() {
+  screen_->setFocus(Qt::OtherFocusReason);
+}
 
 // Keys that the window has actions for go to the player.
 bool PlayerPane::event(QEvent* event) {
@@ -235,6 +248,10 @@ void PlayerPane::Follow() {
     Forget();
     clock_.stop();
     play_->setChecked(false);
+    if (!words_->Words().isEmpty()) {  // of what has just been played
+      words_->SetWords({});
+      parts_.Doc.Speaks().Status(tr("Ready").toStdString());
+    }
     return;
   }
   words_->SetWords(player_.Words());

@@ -35,6 +35,7 @@ class PlayerPane : public QWidget {
   void AddDigits(QGridLayout& grid);
   void AddChoices(QGridLayout& grid);
   QToolButton* Button(const QString& name, const QString& sign, const QString& keys);
+  void GiveKeysBack();
   void Order(const RemoteKey& key);
   void Press(const NavEvent& event);
   void Digit(int digit);

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+#include <QFontInfo>
 #include <QGraphicsItem>
 #include <QGraphicsScene>
 #include <QLabel>
@@ -55,6 +57,12 @@ TEST(MapOfTheDisc, ShowsWhatNobodyReaches) {
   EXPECT_GT(chains.count(), 1);
   const auto lost = chains.findItems(QStringLiteral("nobody comes here"), Qt::MatchContains).front();
   chains.setCurrentItem(lost);
+  EXPECT_EQ(lost->data(Qt::AccessibleDescriptionRole).toString(),
+            QStringLiteral("Here lead: nothing. It leads to: nothing."));
+  EXPECT_THAT(chains.item(0)->data(Qt::AccessibleDescriptionRole).toString().toStdString(),
+              testing::HasSubstr("It leads to: title menu (VMG1.LANGUAGE1.PGC1)"));
+  auto& words = *map.findChild<QLabel*>(QStringLiteral("Words"));
+  EXPECT_EQ(QAccessible::queryAccessibleInterface(&words)->text(QAccessible::Name), words.text());
   QTest::keyClick(&chains, Qt::Key_Return);
   EXPECT_EQ(Shown(bench.Open.Window.Parts().Chosen.Key()), lost->data(Qt::UserRole).toString());
 
@@ -70,6 +78,7 @@ TEST(MapOfTheDisc, ShowsWhatNobodyReaches) {
               chains.currentItem()->data(Qt::UserRole).toString());
   }
   const double before = chart.transform().m11();
+  EXPECT_GE(before * QFontInfo(chart.scene()->font()).pixelSize(), 8);
   for (const auto& [key, grows] : {std::pair(Qt::Key_Plus, true), std::pair(Qt::Key_Minus, false)}) {
     const double now = chart.transform().m11();
     QTest::keyClick(&map, key, Qt::ControlModifier);
@@ -90,7 +99,7 @@ TEST(MapOfTheDisc, FollowsTheProject) {
   map.SetPatience(-1);  // as where it takes long
   bench.Open.Doc().Undo();
   EXPECT_EQ(Lost(map), 1);
-  EXPECT_THAT(bench.Open.Named<QLabel>("What the map shows", &map).text().toStdString(),
+  EXPECT_THAT(map.findChild<QLabel*>(QStringLiteral("Words"))->text().toStdString(),
               testing::HasSubstr("has changed"));
   QTest::keyClick(&map, Qt::Key_F5);
   QTest::qWait(150);

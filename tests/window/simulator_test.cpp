@@ -2,12 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <QDialog>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QStatusBar>
+#include <QTableView>
 #include <QTableWidget>
 #include <QTest>
 #include <QToolButton>
-#include <random>
 #include <utility>
 
 #include "edit/segments.h"
@@ -16,8 +18,9 @@
 #include "played_window.h"
 #include "support/pressed_action.h"
 #include "support/temp_folder.h"
-#include "support/trial.h"
+#include "ui/command_model.h"
 #include "ui/simulation.h"
+#include "window/notice_bar.h"
 #include "window/picture_view.h"
 #include "window/player_pane.h"
 #include "window/simulator_pane.h"
@@ -25,6 +28,7 @@
 namespace quorvelant {
 namespace {
 
+using testing::EndsWith;
 using testing::HasSubstr;
 
 // From the title menu into a title by keys, back by the remote, and to the place of a command by its row.
@@ -55,6 +59,12 @@ TEST(Simulator, PlaysTheDiscBeforeItIsMade) {
   open.Click(*open.Window.findChild<SimulatorPane*>()->findChild<QPushButton*>());
   EXPECT_NE(open.Window.Parts().Chosen.Key(), chosen);
   EXPECT_TRUE(open.Window.Parts().Chosen.Key().starts_with("VMG1.LANGUAGE1.PGC1"));
+  const auto* const commands = qobject_cast<QTableView*>(QApplication::focusWidget());
+  ASSERT_NE(commands, nullptr);
+  EXPECT_TRUE(commands->isVisible());
+  const QModelIndex row = commands->currentIndex().siblingAtColumn(CommandModel::Text);
+  EXPECT_THAT(row.data().toString().toStdString(), HasSubstr("JumpTT VTS1_Title"))
+      << rows.front()->data(Qt::UserRole).toString().toStdString();
   EXPECT_THAT(window.Where(), HasSubstr("title 1, chapter 2"));  // what is chosen leaves the player alone
 
   window.Pane().Screen().setFocus();
@@ -89,10 +99,12 @@ TEST(Simulator, HasARemote) {
   EXPECT_EQ(window.Player().State().Registers.Of(Sprm::Audio), 1);
   auto& registers = open.Named<QTableWidget>("Registers");
   EXPECT_THAT(registers.item(17, 0)->text().toStdString(), HasSubstr("SPRM1  audio"));
-  EXPECT_EQ(registers.item(17, 1)->text(), QStringLiteral("1"));
+  EXPECT_EQ(registers.item(17, 1)->text(), QStringLiteral("1 (stream 2)"));
+  EXPECT_THAT(window.Log(), HasSubstr("audio 2 German"));
   EXPECT_TRUE(registers.item(17, 1)->font().bold());
   press("Menu");
   EXPECT_EQ(window.Player().State().At.Domain, NavDomain::SetMenu);
+  EXPECT_THAT(window.Where(), EndsWith("button 1, waits for a button"));  // its still has no end
   press("Resume");
   EXPECT_THAT(window.Where(), HasSubstr("title 1"));
   press("Start Anew");
@@ -121,7 +133,7 @@ TEST(Simulator, ShowsWhatTheDiscWillShow) {
     open.Key(Qt::Key_PageDown);  // to where subtitles are
   }
   const std::vector<std::pair<std::uint16_t, const char*>> streams{
-      {0x40, "subtitle 0"}, {0x41, "subtitle 1"}, {1, "no subtitles"}};
+      {0x40, "subtitles 1 English"}, {0x41, "subtitles 2 German"}, {1, "no subtitles"}};
   for (const auto& [value, words] : streams) {
     open.Key(Qt::Key_S);
     EXPECT_EQ(window.Player().State().Registers.Of(Sprm::Subpicture), value);
@@ -183,6 +195,27 @@ INSTANTIATE_TEST_SUITE_P(
                   {Qt::Key_Return},
                   "The disc stops: Exit",
                   "button 1: Exit"},
+        Hindrance{"KeyOnAStoppedDisc",
+                  "JumpTT VTS1_Title1",
+                  "Exit",
+                  {},
+                  {Qt::Key_Return, Qt::Key_T},
+                  "The disc stops: Exit",
+                  "Title\n    This key does nothing, the disc has stopped"},
+        Hindrance{"NothingToComeBackTo",
+                  "JumpTT VTS1_Title1",
+                  "RSM",
+                  {},
+                  {Qt::Key_Return},
+                  "leads to what is not there",
+                  "button 1: RSM leads nowhere"},
+        Hindrance{"NoStreamsInMenus",
+                  {},
+                  {},
+                  {},
+                  {Qt::Key_A, Qt::Key_S},
+                  "title menu",
+                  "Audio\n    This key does nothing here\nSubtitles\n    This key does nothing here"},
         Hindrance{"NoCommand",
                   "JumpTT VTS1_Title1",
                   "JumpTT Nowhere",
@@ -211,6 +244,7 @@ struct ChangeWhilePlaying {
   const char* Name;
   void (*Do)(OpenWindow& open);
   bool Ends = true;
+  bool IsTold = true;
 };
 void PrintTo(const ChangeWhilePlaying& one, std::ostream* out) {
   *out << one.Name;
@@ -219,7 +253,7 @@ void PrintTo(const ChangeWhilePlaying& one, std::ostream* out) {
 class ChangedWhilePlaying : public testing::TestWithParam<ChangeWhilePlaying> {};
 
 TEST_P(ChangedWhilePlaying, TakesTheDiscOut) {
-  const auto& [name, change, ends] = GetParam();
+  const auto& [name, change, ends, isTold] = GetParam();
   const TempFolder folder;
   OpenWindow open(folder);
   open.Window.Open({CopyOfExample(folder)});
@@ -235,8 +269,12 @@ TEST_P(ChangedWhilePlaying, TakesTheDiscOut) {
   QTest::qWait(250);
   EXPECT_EQ(player.IsOn(), !ends);
   EXPECT_EQ(open.Window.Parts().Commands.Of(ActionId::Simulate)->isChecked(), !ends);
-  EXPECT_EQ(open.Told.find("was taken out") != std::string::npos, ends);
+  EXPECT_EQ(open.Told.find("was taken out") != std::string::npos, isTold);
+  const auto& notices = *open.Window.findChild<NoticeBar*>();
+  EXPECT_EQ(notices.Words().contains(QStringLiteral("was taken out")), isTold);
   EXPECT_EQ(open.Window.findChild<PlayerPane*>()->isVisible(), !ends);
+  player.Insert();
+  EXPECT_FALSE(notices.Words().contains(QStringLiteral("was taken out")));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -253,19 +291,20 @@ INSTANTIATE_TEST_SUITE_P(
                                          open.Answers.Yes = {false};
                                          Press(*open.Window.Parts().Commands.Of(ActionId::NewProject));
                                          QTest::qWait(50);
-                                       }},
+                                       },
+                                       true, false},
                     ChangeWhilePlaying{"Save",
                                        [](OpenWindow& open) {
                                          Press(*open.Window.Parts().Commands.Of(ActionId::Save));
                                          QTest::qWait(50);
                                        },
-                                       false},
+                                       false, false},
                     ChangeWhilePlaying{"Layout",
                                        [](OpenWindow& open) {
                                          Press(*open.Window.Parts().Commands.Of(ActionId::ResetLayout));
                                          QTest::qWait(50);
                                        },
-                                       false}),
+                                       false, false}),
     [](const auto& one) { return std::string(one.param.Name); });
 
 // Time runs only while it is let, and never on a disc that is out or in a window that is gone.
@@ -278,7 +317,11 @@ TEST(Simulator, TimeRunsWhileThereIsAPlayer) {
     EXPECT_FALSE(OpenWindow::Wait([&] { return window.Player().Log().End() != end; }, 500));
     window.Open.Key(Qt::Key_P);
     EXPECT_TRUE(OpenWindow::Wait([&] { return window.Player().Log().End() != end; }, 9000));
+    EXPECT_THAT(window.Log(), HasSubstr("\ntime\n"));
+    window.Open.Key(Qt::Key_Space);
+    EXPECT_THAT(window.Log(), HasSubstr("\nGo On\n"));
     window.Open.Key(Qt::Key_Escape);
+    EXPECT_EQ(window.Open.Window.statusBar()->findChild<QLabel*>()->text(), QStringLiteral("Ready"));
     EXPECT_FALSE(window.Player().Seconds());
     window.Open.Key(Qt::Key_F5);
     EXPECT_FALSE(window.Open.Named<QToolButton>("Play").isChecked());
@@ -321,42 +364,6 @@ TEST(Simulator, TheTimerGoesByWhereThePlayerGoesOn) {
   window.Open.Key(Qt::Key_Space);
   EXPECT_EQ(window.Player().State().At.Chain, 2);
   EXPECT_EQ(window.Player().State().Registers.Of(Sprm::Timer), 0);
-}
-
-// Whatever is pressed, the player is somewhere or says that it stopped.
-TEST(Simulator, AnyKeysDoNoHarm) {
-  PlayedWindow window;
-  PlayerPane& pane = window.Pane();
-  std::mt19937 dice(14);
-  const auto draw = [&dice](std::size_t bound) {
-    return std::uniform_int_distribution<std::size_t>(0, bound - 1)(dice);
-  };
-  int stops = 0;
-  const int presses = TrialCount(1500, 10000);
-  for (int press = 0; press < presses; ++press) {
-    const std::size_t what = draw(40);
-    if (what == 0) {
-      const QPoint place(static_cast<int>(draw(400)), static_cast<int>(draw(300)));
-      QTest::mouseClick(&pane.Screen(), Qt::LeftButton, {}, place);
-    } else if (what == 1) {
-      window.Player().SetPlayer({static_cast<std::uint16_t>(draw(2) == 0 ? 0x656E : 0x6465),
-                                 static_cast<PlayerScreenKind>(draw(3))});
-    } else if (what < 6) {
-      QTest::keyClick(&pane.Screen(), static_cast<Qt::Key>(Qt::Key_0 + static_cast<int>(draw(10))));
-    } else {
-      const RemoteKey& key = RemoteKeys()[draw(RemoteKeys().size())];
-      QTest::keyClick(&pane.Screen(), key.Pressed);
-    }
-    ASSERT_TRUE(window.Player().IsOn());
-    ASSERT_FALSE(window.Player().Words().isEmpty());
-    if (window.Player().State().Phase == NavPhase::Stopped) {
-      ++stops;
-      ASSERT_THAT(window.Screen(), HasSubstr("The disc stops"));
-      window.Player().Insert();
-    }
-  }
-  EXPECT_LE(window.Steps().count(), static_cast<int>(SimulationLog::Most) + 1);
-  EXPECT_LT(stops, presses);
 }
 
 }  // namespace
