@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "edit/change.h"
 #include "edit/command_lists.h"
@@ -115,13 +116,18 @@ void CommandsPane::GoTo(const GoToPlace& place) {
   FollowKey();
   // A place of a cell's buttons tells no play: its number counts through all of them.
   CommandPlace wanted = *place.Command;
-  while (!model_.IndexOf(wanted).isValid() && wanted.List == ListKind::Button) {
+  while (wanted.List == ListKind::Button) {
     const CommandList* const list = CommandsAt(parts_.Doc.Work(), wanted);
     if (list == nullptr || wanted.Position < list->size()) {
-      return;
+      break;
     }
-    wanted.Position -= list->size();
-    ++wanted.Play;
+    CommandPlace next = wanted;
+    next.Position -= list->size();
+    ++next.Play;
+    if (CommandsAt(parts_.Doc.Work(), next) == nullptr) {
+      break;
+    }
+    wanted = std::move(next);
   }
   table_->setCurrentIndex(model_.IndexOf(wanted));
   table_->setFocus();

@@ -63,7 +63,7 @@ TEST(Simulator, PlaysTheDiscBeforeItIsMade) {
   ASSERT_NE(commands, nullptr);
   EXPECT_TRUE(commands->isVisible());
   const QModelIndex row = commands->currentIndex().siblingAtColumn(CommandModel::Text);
-  EXPECT_THAT(row.data().toString().toStdString(), HasSubstr("JumpTT VTS1_Title"))
+  EXPECT_THAT(row.data().toString().toStdString(), HasSubstr("JumpTT VTS1_Title2"))
       << rows.front()->data(Qt::UserRole).toString().toStdString();
   EXPECT_THAT(window.Where(), HasSubstr("title 1, chapter 2"));  // what is chosen leaves the player alone
 
