@@ -53,7 +53,7 @@ function(quorvelant_tests room)
   add_executable(${room}_tests ${sources})
   target_link_libraries(${room}_tests PRIVATE quorvelant_flags ${room} testing ${ARG_LINK}
     $<IF:$<BOOL:${ARG_OWN_MAIN}>,GTest::gmock,GTest::gmock_main>)
-  target_precompile_headers(${room}_tests PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+  target_precompile_headers(${room}_tests REUSE_FROM testing)
   set(leaks "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.txt:print_suppressions=0")
   foreach(shard RANGE 1 ${ARG_SHARDS})
     math(EXPR index "${shard} - 1")
