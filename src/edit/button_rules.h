@@ -64,7 +64,7 @@ void MoveButton(EditedButton& button, const HighlightArea& screen, const ButtonV
 
 enum class LinkDirection { Left, Right, Up, Down };
 // Which of a button's links leads this way. It holds the name of a button, empty for none.
-std::string HighlightButton::*LinkTowards(LinkDirection direction);
+[[nodiscard]] std::string HighlightButton::*LinkTowards(LinkDirection direction);
 // Links `from` to `to`; nothing changes where both are the same.
 void LinkButton(std::span<EditedButton> buttons, std::size_t from, std::size_t to, LinkDirection direction);
 

@@ -381,6 +381,7 @@ Outcome RemakePage(EditSession& session, const MadePage& page, const MenuLook& l
       return RefuseAll(std::move(whole.Errors), services.Ui);
     }
     MadePage sized = page;
+    // Texts that were made to fit keep the size that did.
     if (!PagesFit(session.RulesInForce())) {
       TakeFontSizes(sized.Layout, *whole.Look);
     }

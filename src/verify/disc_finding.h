@@ -56,7 +56,7 @@ class DiscFindings {
  private:
   struct Listed {
     std::size_t Count = 0;  // on the list
-    std::size_t Last = 0;  // index of the last one listed
+    std::size_t Last = 0;   // index of the last one listed
   };
   std::vector<DiscFinding> findings_;
   std::map<std::pair<const MessageKind*, std::string>, Listed> kinds_;  // by file

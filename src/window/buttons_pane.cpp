@@ -326,6 +326,9 @@ Outcome ButtonsPane::Write(EditSession& session, const ButtonPlace& place, int c
       });
     }
     default:
+      static_assert(ButtonModel::Down - ButtonModel::Left ==
+                        static_cast<int>(LinkDirection::Down) - static_cast<int>(LinkDirection::Left),
+                    "the columns of links stand in the order of the directions");
       return SetButton(session, track, place, [&](HighlightButton& button) {
         button.*LinkTowards(LinkDirection(column - ButtonModel::Left)) =
             text == NoButton() ? std::string() : text.toStdString();

@@ -20,6 +20,11 @@ class ScriptedAnswers : public Answerer {
     Verbs = {std::string(yes), std::string(no)};
     return Next(Yes, title, text).value_or(false);
   }
+  bool AskToDestroy(std::string_view title, std::string_view text, std::string_view yes,
+                    std::string_view no) override {
+    ++Harms;
+    return Ask(title, text, yes, no);
+  }
   std::optional<bool> AskOrStay(std::string_view title, std::string_view text, std::string_view yes,
                                 std::string_view no) override {
     Questions.push_back({std::string(title), std::string(text)});
@@ -69,6 +74,7 @@ class ScriptedAnswers : public Answerer {
   std::vector<std::string> Verbs;  // of the last question
   std::vector<std::string> Choices;
   std::string Proposal;
+  int Harms = 0;  // questions whose yes destroys something
 
  private:
   template <class Answer>

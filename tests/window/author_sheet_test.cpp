@@ -64,6 +64,7 @@ TEST(AuthorSheet, StaysWhereTheFolderIsRefused) {
     EXPECT_NE(sheet.Words().find("choose another folder, or an empty one"), std::string::npos);
   }
   EXPECT_EQ(open.Answers.Verbs, (std::vector<std::string>{"Replace", "Keep"}));
+  EXPECT_EQ(open.Answers.Harms, 1);
   EXPECT_TRUE(sheet.Author().isEnabled());
 }
 

@@ -312,6 +312,7 @@ TEST_F(FilmWizardOver, TellsWhatKeepsADiscFromBeingMade) {
     EXPECT_TRUE(Wizard().button(QWizard::FinishButton)->isEnabled());
     EXPECT_TRUE(window_.Parts().Doc.Session().File().empty());
   }
+  EXPECT_EQ(answers_.Harms, 2);
   EXPECT_EQ(TempFolder::Read(films_ / "taken.qvp"), "mine");
   EXPECT_EQ(TempFolder::Read(films_ / "full.menus/letter.txt"), "dear");
 }

@@ -191,6 +191,7 @@ TEST(ProjectFiles, AreReloadedOrKeptWhenAnotherProgramWrites) {
     open.Answers.Yes = {false, true};
     Press(save);
     EXPECT_EQ(open.Answers.Verbs, (std::vector<std::string>{"Overwrite", "Cancel"}));
+    EXPECT_EQ(open.Answers.Harms, 1);
     EXPECT_EQ(TempFolder::Read(project), text + "\n");
     Press(save);
     EXPECT_NE(TempFolder::Read(project), text + "\n");
