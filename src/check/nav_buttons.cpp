@@ -13,6 +13,7 @@
 #include "check/track_times.h"
 #include "disc/command_hex.h"
 #include "model/highlight_groups.h"
+#include "player/nav_lookup.h"
 
 namespace quorvelant {
 
@@ -160,10 +161,9 @@ const std::vector<NavButtons::TimedPage>& NavButtons::PagesOfTrack(std::size_t i
   return found != pages_.end() ? found->second : pages_.emplace(index, TimedPages(index)).first->second;
 }
 
-std::vector<NavPage> NavButtons::PagesOf(const Cell_P& cell) {
-  std::vector<NavPage> shown;
+void NavButtons::AddPages(const Cell_P& cell, NavCell& nav) {
   if (cell.SegmentUsed < 0 || !std::cmp_less(cell.SegmentUsed, project_.Tracks.Count())) {
-    return shown;
+    return;
   }
   const auto index = static_cast<std::size_t>(cell.SegmentUsed);
   const Track& track = project_.Tracks[index];
@@ -175,14 +175,14 @@ std::vector<NavPage> NavButtons::PagesOf(const Cell_P& cell) {
   for (const TimedPage& timed : PagesOfTrack(index)) {
     const bool begins = timed.Start < end || (waits && SceneAt(track, timed.Start) == scene);
     if (begins && (timed.End > start) && !timed.Page.Buttons.empty()) {
-      NavPage& page = shown.emplace_back(timed.Page);
+      NavPage page = timed.Page;
       const std::int64_t ticks = 90000 / TrackTimes(track).FramesPerSecond;
       page.Start = static_cast<std::uint32_t>(std::max<std::int64_t>(timed.Start - start, 0) * ticks);
-      page.End =
-          waits || timed.End >= end ? 0xFFFFFFFF : static_cast<std::uint32_t>((timed.End - start) * ticks);
+      const bool stays = waits || timed.End >= end;
+      AddPage(nav, std::move(page),
+              stays ? NavForEver : static_cast<std::uint32_t>((timed.End - start) * ticks));
     }
   }
-  return shown;
 }
 
 std::uint32_t NavButtons::TicksOf(const Cell_P& cell) const {

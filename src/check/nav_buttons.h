@@ -18,8 +18,8 @@ class NavButtons {
  public:
   NavButtons(const Project& project, const VTS_P& entry, Domain domain, const HeldCells& held);
 
-  // The pages that show while a cell plays.
-  [[nodiscard]] std::vector<NavPage> PagesOf(const Cell_P& cell);
+  // Adds the pages that show while a cell plays.
+  void AddPages(const Cell_P& cell, NavCell& nav);
   // Of the cell's scene.
   [[nodiscard]] std::uint32_t TicksOf(const Cell_P& cell) const;
 

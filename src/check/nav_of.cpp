@@ -85,8 +85,8 @@ class DomainFiller {
                                 .Ticks = buttons_.TicksOf(*cell),
                                 .StillTime = Byte(cell->StillTime),
                                 .Command = Byte(cell->CellCommand),
-                                .UserOperations = static_cast<std::uint32_t>(cell->Uops.to_ulong()),
-                                .Pages = buttons_.PagesOf(*cell)});
+                                .UserOperations = static_cast<std::uint32_t>(cell->Uops.to_ulong())});
+        buttons_.AddPages(*cell, filled.Cells.back());
         Use(*cell, used);
       }
     }

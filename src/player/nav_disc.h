@@ -28,10 +28,10 @@ struct NavButton {
   bool operator==(const NavButton&) const = default;
 };
 
-// Buttons that show during a stretch of a cell. Times are 90 kHz ticks from the start of the cell.
+// Buttons that show from a moment of a cell up to its next page, or to its end and through its still. Without
+// buttons: those before have ended.
 struct NavPage {
-  std::uint32_t Start = 0;
-  std::uint32_t End = 0xFFFFFFFF;  // 0xFFFFFFFF: up to the next page or the end of the cell, its still too
+  std::uint32_t Start = 0;  // 90 kHz ticks from the start of the cell
   std::vector<NavButton> Buttons = {};
   std::uint8_t Offset = 0;        // BTN_OFN: added to a button's place for the number keys
   std::uint8_t ByNumber = 0;      // NSL_BTN_NS: so many can be chosen by number

@@ -142,8 +142,8 @@ class WalkJudge {
     std::set<NavPoint> told;
     for (std::size_t node = 0; walk_.IsWhole() && node < count; ++node) {
       const NavState& state = walk_.StateOf(node);
-      const bool waits =
-          state.Page != 0 || state.Phase == NavPhase::CellStill || state.Phase == NavPhase::ChainStill;
+      const bool waits = PageAt(walk_.Disc(), state) != nullptr || state.Phase == NavPhase::CellStill ||
+                         state.Phase == NavPhase::ChainStill;
       if (state.Phase != NavPhase::Stopped && waits && !leaves[node] &&
           told.insert(ChainPoint(state.At)).second) {
         Add(Kind::PageTrap, state.At, walk_.MomentAt(node));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace quorvelant {
 
@@ -64,11 +65,23 @@ const NavCell* CellAt(const NavDisc& disc, const NavState& state) {
                                                                           : nullptr;
 }
 
+void AddPage(NavCell& cell, NavPage page, std::uint32_t end) {
+  if (!cell.Pages.empty() && cell.Pages.back().Buttons.empty() && page.Start <= cell.Pages.back().Start) {
+    cell.Pages.pop_back();  // nothing lies between the two
+  }
+  cell.Pages.push_back(std::move(page));
+  if (end != NavForEver) {
+    cell.Pages.push_back({.Start = end});
+  }
+}
+
 const NavPage* PageAt(const NavDisc& disc, const NavState& state) {
   const NavCell* cell = state.Phase == NavPhase::Stopped ? nullptr : CellAt(disc, state);
-  return cell != nullptr && state.Page >= 1 && state.Page <= cell->Pages.size()
-             ? &cell->Pages[state.Page - 1U]
-             : nullptr;
+  if (cell == nullptr || state.Page < 1 || state.Page > cell->Pages.size()) {
+    return nullptr;
+  }
+  const NavPage& page = cell->Pages[state.Page - 1U];
+  return page.Buttons.empty() ? nullptr : &page;
 }
 
 }  // namespace quorvelant

@@ -23,6 +23,9 @@ inline constexpr std::uint8_t RootMenuId = 3;
 // The chain that a point is in; nullptr where the disc has none such.
 [[nodiscard]] const NavChain* ChainAt(const NavDisc& disc, const NavPoint& point, std::uint16_t menuLanguage);
 [[nodiscard]] const NavCell* CellAt(const NavDisc& disc, const NavState& state);
+// Adds a page after the others; it ends by itself at so many ticks, or with its cell.
+inline constexpr std::uint32_t NavForEver = 0xFFFFFFFF;
+void AddPage(NavCell& cell, NavPage page, std::uint32_t end);
 // The buttons that show; nullptr for none.
 [[nodiscard]] const NavPage* PageAt(const NavDisc& disc, const NavState& state);
 

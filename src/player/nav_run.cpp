@@ -232,7 +232,7 @@ void NavRun::EnterPage(std::uint16_t page) {
   constexpr std::uint8_t KeepsSelected = 63;
   State().Page = page;
   const NavPage* shown = PageAt(disc_, State());
-  if (shown == nullptr || shown->Buttons.empty()) {
+  if (shown == nullptr) {
     return;
   }
   if (shown->ForcedSelect >= 1 && shown->ForcedSelect != KeepsSelected) {

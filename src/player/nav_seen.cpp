@@ -84,7 +84,7 @@ void NavWalk::Record(const NavMoment& moment, const NavState& before, const NavO
     CheckStreams(moment, chosen);
     chosen = {};
   }
-  if (after.Page != 0) {
+  if (PageAt(disc_, after) != nullptr) {
     pages_.try_emplace({after.At, after.Page}, moment);
   }
 }

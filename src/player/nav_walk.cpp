@@ -164,7 +164,7 @@ std::vector<NavEvent> NavWalk::EventsIn(const Node& node) const {
   const NavState& state = node.State;
   std::vector<NavEvent> events{{NavKey::Wait, 0}};
   const NavPage* page = PageAt(disc_, state);
-  if (page != nullptr && !page->Buttons.empty()) {
+  if (page != nullptr) {
     events.push_back({NavKey::Activate, 0});
     for (const NavKey arrow : Arrows) {
       events.push_back({arrow, 0});

@@ -160,7 +160,7 @@ std::string PlaceWords(const NavDisc& disc, const NavState& state) {
     words = state.At.Domain == NavDomain::FirstPlay ? "First Play" : MenuWords(disc, state);
   }
   const NavPage* page = PageAt(disc, state);
-  if (page != nullptr && !page->Buttons.empty()) {
+  if (page != nullptr) {
     words += fmt::format(", button {}", state.Registers.Button());
   }
   return words;

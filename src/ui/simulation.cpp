@@ -235,7 +235,7 @@ void Simulation::Advance(const QString& words) {
   }
   LetPass(isStopped ? 0 : cell.value_or(0));
   const NavPage* const page = Page();
-  const bool waits = page != nullptr && !page->Buttons.empty();
+  const bool waits = page != nullptr;
   Carry({cell || waits || state_.Phase == NavPhase::Playing ? NavKey::Wait : NavKey::StopStill, 0}, words);
 }
 
@@ -254,14 +254,8 @@ std::optional<double> Simulation::CellSeconds() const {
   if (state_.Phase == NavPhase::ChainStill) {
     return still(chain->StillTime);
   }
-  const NavPage* const page = Page();
-  const std::uint32_t begin = page == nullptr ? 0 : page->Start;
-  std::uint32_t end = state_.Page < cell->Pages.size() ? cell->Pages[state_.Page].Start : cell->Ticks;
-  if (page != nullptr && page->ForcedAction != 0) {
-    end = cell->Ticks == 0 && page->End == 0xFFFFFFFF ? 0
-          : cell->Ticks == 0                          ? page->End
-                                                      : std::min(page->End, cell->Ticks);
-  }
+  const std::uint32_t begin = state_.Page == 0 ? 0 : cell->Pages.at(state_.Page - 1U).Start;
+  const std::uint32_t end = state_.Page < cell->Pages.size() ? cell->Pages[state_.Page].Start : cell->Ticks;
   if (end == 0 && look_) {
     const auto whole = look_->CellSeconds();
     return whole ? std::optional(std::max(*whole - begin / TicksASecond, 0.0)) : std::nullopt;
@@ -356,7 +350,7 @@ QString Simulation::Words() const {
     words += tr(", still picture");
   }
   const NavPage* const page = Page();
-  const bool waits = page != nullptr && !page->Buttons.empty();
+  const bool waits = page != nullptr;
   const auto seconds = Seconds();
   if (waits && EndsInStill()) {
     words += tr(", waits for a button");

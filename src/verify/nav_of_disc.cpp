@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "disc/vmgi_layout.h"
+#include "player/nav_lookup.h"
 
 namespace quorvelant {
 namespace {
@@ -25,8 +26,6 @@ constexpr std::size_t ColorBytes =
     8;  // of a scheme: four colours and contrasts selected, then as many in action
 constexpr std::size_t Buttons = 46;
 constexpr std::size_t ButtonBytes = 18;
-
-constexpr std::uint32_t ForEver = 0xFFFFFFFF;
 
 // A mark that is chosen can be seen where any of its contrasts covers. Without a scheme it keeps the
 // picture's.
@@ -129,8 +128,8 @@ class DomainReader {
       NavPage shown = PageOf(hli, nav.Name);
       shown.Start = from > start ? from - start : 0;
       // One that lasts as long as the cell stays during its still, too.
-      shown.End = until == ForEver || until < start || until - start >= nav.Ticks ? ForEver : until - start;
-      nav.Pages.push_back(std::move(shown));
+      const bool stays = until == NavForEver || until < start || until - start >= nav.Ticks;
+      AddPage(nav, std::move(shown), stays ? NavForEver : until - start);
     }
   }
 

@@ -178,6 +178,17 @@ TEST(NavMachine, GoesWhereAPlayerGoes) {
          FilmIn(d, 1).Cells[0].Pages = {later};
        },
        "OK, wait", "title 1, chapter 1, button 1"},
+      {"buttons that end while their cell plays on",
+       [](NavDisc& d) { AddPage(FilmIn(d, 1).Cells[0], PageOf({"3003000000020000"}), 45000); },
+       "OK, wait, OK", "title 1, chapter 1"},
+      {"a page that follows the end of another",
+       [](NavDisc& d) {
+         NavPage later = PageOf({"3003000000020000", "3003000000010000"});
+         later.Start = 45000;
+         AddPage(FilmIn(d, 1).Cells[0], PageOf({"3003000000010000"}), 45000);
+         AddPage(FilmIn(d, 1).Cells[0], later, NavForEver);
+       },
+       "OK, wait, OK", "title 2, chapter 1"},
       {"a command without a way leaves a still as it is",
        [](NavDisc& d) { ManagerOf(d).Cells[0].Pages[0].Buttons[0].Command = {}; }, "OK",
        "title menu, button 1"},
