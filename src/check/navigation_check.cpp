@@ -8,9 +8,13 @@
 #include <unordered_set>
 #include <utility>
 
+#include "check/check.h"
+#include "check/command_check.h"
 #include "check/disc_limits.h"
 #include "check/messages.h"
 #include "check/nav_of.h"
+#include "check/overlay_check.h"
+#include "check/structure_check.h"
 #include "model/keys.h"
 #include "model/walk.h"
 #include "vm/command_place.h"
@@ -70,17 +74,13 @@ const VMICommand_P* ButtonCommand(const Project& project, const NavFinding& find
   const std::size_t blank = finding.Name.rfind(' ');
   const std::string key = finding.Name.substr(0, blank);
   const std::string own = blank == std::string::npos ? std::string() : finding.Name.substr(blank + 1);
-  const std::string digits = HexOfCommand(finding.Bytes);
   for (std::size_t play = 0;; ++play) {
     const CommandList* list =
         FindCommands(project, CommandPlace{.Key = key, .List = ListKind::Button, .Play = play});
     if (list == nullptr) {
       return nullptr;
     }
-    const auto found = std::ranges::find_if(*list, [&](const VMICommand_P& command) {
-      return command.Key == own && !command.Deleted &&
-             ParseCommandHex(command.CommandHex) == ParseCommandHex(digits);
-    });
+    const auto found = std::ranges::find(*list, own, &VMICommand_P::Key);
     if (found != list->end()) {
       return &*found;
     }
@@ -172,10 +172,10 @@ class ToldPlaces {
     for (auto at = first; at != end && !finding.Way.empty(); ++at) {
       Message& told = *at->second;
       const bool isTarget = told.Is(message::TargetMissing) || told.Is(message::TargetForbidden);
-      if (isTarget && !told.Text.starts_with(fmt::format("\"{}\" ", words.Text))) {
-        continue;  // another button's: the commands of a cell's plays are counted in each
-      }
       isTold = true;
+      // What only some languages lack is a warning, until a way there shows that their viewers are left
+      // there.
+      told.Level = finding.What == NavFinding::Kind::TargetMissing && isTarget ? Severity::Error : told.Level;
       if (isTarget && withWay_.insert(&told).second) {
         told.Text += fmt::format(". The way there: {}", finding.Way);
         break;
@@ -299,6 +299,25 @@ void CheckNavigation(const Project& project, const Rules& rules, Findings& told)
   if (IsWalkable(project, told)) {
     AddNavigation(SurveyOf(NavOf(project, rules)), NamingOf(project), told);
   }
+}
+
+ProjectWalk WalkProject(const Project& project, const Rules& rules) {
+  ProjectWalk walk{.Told = CheckStructure(project), .Survey = {}};
+  Append(walk.Told, CheckCommandTargets(project));
+  Append(walk.Told, CheckButtonCommands(project));
+  const bool isWalkable = IsWalkable(project, walk.Told);
+  if (isWalkable) {
+    walk.Survey = SurveyOf(NavOf(project, rules));
+    AddNavigation(*walk.Survey, NamingOf(project), walk.Told);
+  }
+  LevelByRules(walk.Told, rules);
+  if (!isWalkable) {
+    Findings hinders = CheckNamesAndStreams(project, rules);
+    Append(hinders, CheckLimits(project));
+    std::erase_if(hinders, [](const Message& finding) { return finding.Level != Severity::Error; });
+    Append(walk.Told, std::move(hinders));
+  }
+  return walk;
 }
 
 bool IsNavigationError(const Message& finding) {

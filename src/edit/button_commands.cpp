@@ -11,6 +11,7 @@
 
 #include "check/track_times.h"
 #include "edit/change.h"
+#include "model/keys.h"
 #include "model/walk.h"
 #include "subpicture/spu_timing.h"
 
@@ -94,7 +95,6 @@ std::vector<ButtonCommands_P> Grouped(CommandList commands, std::span<const Butt
   for (std::size_t i = 0; i < commands.size(); ++i) {
     const bool begins = i == 0 || oneEach || (i < buttons.size() && buttons[i].Set != buttons[i - 1].Set);
     CommandList& list = (begins ? plays.emplace_back() : plays.back()).Commands;
-    commands[i].Key = fmt::format("Button{}", list.size() + 1);
     list.push_back(std::move(commands[i]));
   }
   return plays;
@@ -297,6 +297,7 @@ void ButtonCommandCarrier::Carry(Change& change, const ButtonOrigins& origins) c
     const std::vector<Cell_P*> cells = CellsToEdit(change.EditEntry(place.first), place.second);
     for (auto& [cell, plays] : changed) {
       cells[cell]->ButtonCommands = std::move(plays);
+      KeyButtons(*cells[cell]);
     }
   }
 }

@@ -100,10 +100,15 @@ void FollowLine(VMICommand_P& command, const NewNumbers& numbers) {
 }
 
 void Follow(PGC_P& chain, const CommandPlace& place, CommandList& list, const NewNumbers& numbers) {
-  NumberAnew(list, place);
-  if (place.List == ListKind::Button) {
-    return;  // each is alone
+  if (place.List == ListKind::Button) {  // each is alone
+    for (Cell_P* cell : AllCells(chain)) {
+      if (cell->Key == place.Key) {
+        KeyButtons(*cell);
+      }
+    }
+    return;
   }
+  NumberAnew(list, place);
   for (VMICommand_P& command : list) {
     FollowLine(command, numbers);
   }

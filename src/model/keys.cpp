@@ -314,4 +314,13 @@ std::optional<SourceKey> ParseSourceKey(std::string_view key) {
   return child;
 }
 
+void KeyButtons(Cell_P& cell) {
+  std::size_t number = 0;
+  for (ButtonCommands_P& play : cell.ButtonCommands) {
+    for (VMICommand_P& command : play.Commands) {
+      command.Key = fmt::format("Button{}", ++number);
+    }
+  }
+}
+
 }  // namespace quorvelant

@@ -57,6 +57,9 @@ const PG_P* FindProgram(const MyDVD& disc, std::string_view key);
 Cell_P* FindCell(MyDVD& disc, std::string_view key);
 const Cell_P* FindCell(const MyDVD& disc, std::string_view key);
 
+// Gives the commands of a cell's buttons their keys, which count through all its plays.
+void KeyButtons(Cell_P& cell);
+
 // The names a new element is given, by its place. `languageName` is a name of the vocabulary.
 inline constexpr std::string_view FirstPgcName = "First PGC";
 std::string EntryName(int entry);  // "Video Manager", "VTS1"

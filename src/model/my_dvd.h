@@ -16,7 +16,7 @@ namespace quorvelant {
 
 // One navigation command: its text, its eight bytes as 16 hexadecimal digits, and what it points at.
 struct VMICommand_P {
-  std::string Key;          // "Pre1", "Post1", "Cell1", "Button1", "FirstPGC1"
+  std::string Key;          // "Pre1", "Post1", "Cell1", "Button1" (through all plays), "FirstPGC1"
   std::string FullCommand;  // the text
   std::string CommandHex;   // empty until it could be encoded once
   bool Deleted = false;

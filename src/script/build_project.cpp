@@ -12,6 +12,7 @@
 #include "model/keys.h"
 #include "model/stream_maps.h"
 #include "model/update_my_dvd.h"
+#include "model/walk.h"
 #include "script/messages.h"
 #include "script/script_tracks.h"
 #include "script/special_keys.h"
@@ -298,6 +299,11 @@ void FollowStoredTargets(ProjectBuild& build, const ResolveOptions& options) {
 
 void CreateCommands(ProjectBuild& build) {
   build.Ui.Status("Creating Command Structure");
+  ForEachPgc(build.Target, [](PGC_P& pgc) {
+    for (Cell_P* cell : AllCells(pgc)) {
+      KeyButtons(*cell);
+    }
+  });
   const ResolveOptions options{.Numbers = NumbersOf(build.State.Traits.IsScenarist)};
   if (build.State.Traits.TargetsStored) {
     FollowStoredTargets(build, options);

@@ -71,7 +71,7 @@ WalkedFault LastButton(const char* name, const char* command, const std::string&
 }
 
 std::vector<WalkedFault> DeadMenus() {
-  const std::string button = TitleMenu + " Button1: insert, Up, OK|";
+  const std::string button = TitleMenu + " Button4: insert, Up, OK|";
   const std::string root = "Name=VTS2_English_PGC1\n\t\t\t\tMenuType=Root\n";
   const std::string menu = "Name=VTS1_English_PGC1\n\t\t\t\tPaletteUsed=Menus\n\t\t\t\tMenuType=Root\n";
   const std::string page = "JumpVTS_PTT VTS1_Title1_PGC1_PG";

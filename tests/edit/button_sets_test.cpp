@@ -37,6 +37,7 @@ HighlightPlay SetOf(const char* start, const std::string& names) {
 // Commands "go a", "go b", ...: one for each button by its name; a space begins another list.
 std::vector<ButtonCommands_P> CommandsFor(const std::string& names) {
   std::vector<ButtonCommands_P> plays;
+  int number = 0;
   for (const char name : names) {
     if (plays.empty() || name == ' ') {
       plays.emplace_back();
@@ -45,7 +46,7 @@ std::vector<ButtonCommands_P> CommandsFor(const std::string& names) {
       VMICommand_P& command = plays.back().Commands.emplace_back();
       command.FullCommand = name == '-' ? "NOP" : fmt::format("LinkTopC, button={}", name);
       command.CommandHex = std::string(16, name);
-      command.Key = fmt::format("Button{}", plays.back().Commands.size());
+      command.Key = fmt::format("Button{}", ++number);
     }
   }
   return plays;
@@ -53,11 +54,12 @@ std::vector<ButtonCommands_P> CommandsFor(const std::string& names) {
 
 std::string NamesIn(const Cell_P& cell) {
   std::string names;
+  int number = 0;
   for (const ButtonCommands_P& play : cell.ButtonCommands) {
     names += names.empty() ? "" : " ";
     for (const VMICommand_P& command : play.Commands) {
       names += command.FullCommand == "NOP" ? '-' : command.FullCommand.back();
-      EXPECT_EQ(command.Key, fmt::format("Button{}", &command - play.Commands.data() + 1));
+      EXPECT_EQ(command.Key, fmt::format("Button{}", ++number));
     }
   }
   return names;
