@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "player/nav_findings.h"
+#include "player/nav_map.h"
 
 namespace quorvelant {
 

@@ -79,6 +79,7 @@ struct NavFacts {
   bool WritesAlways = false;  // whatever the registers are
   bool LeadsAlways = false;
   bool SetsByNumber = false;
+  std::uint16_t TimerChain = 0;  // of the set's titles, where a timer that it starts leads
   NavLead Lead;
 };
 [[nodiscard]] NavFacts FactsOf(const NavCommand& command);

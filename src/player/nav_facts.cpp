@@ -57,6 +57,7 @@ void AddSystem(const CommandView& view, NavFacts& facts) {
       break;
     case 2:
       facts.Writes |= BitOf(Sprm::Timer) | BitOf(Sprm::TimerChain);
+      facts.TimerChain = view.Word(4) & 0x7FFFU;
       source(view.Byte(3));
       break;
     case 3:

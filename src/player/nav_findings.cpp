@@ -37,7 +37,9 @@ const NavButton* ButtonAt(const NavChains& chains, const NavCommandAt& at) {
 // The findings of one language.
 class WalkJudge {
  public:
-  WalkJudge(const NavWalk& walk, std::vector<NavFinding>& findings) : walk_(walk), findings_(findings) {}
+  // `isOther`: not the first language, so ways say for which player they are.
+  WalkJudge(const NavWalk& walk, std::vector<NavFinding>& findings, bool isOther)
+      : walk_(walk), findings_(findings), language_(isOther ? walk.Language() : std::uint16_t{0}) {}
 
   void Judge() {
     Targets();
@@ -49,7 +51,7 @@ class WalkJudge {
   }
 
  private:
-  std::string WayOf(const NavMoment& moment) { return WayWords(walk_.WayTo(moment)); }
+  std::string WayOf(const NavMoment& moment) { return WayWords(walk_.WayTo(moment), language_); }
 
   NavFinding& Add(Kind what, const NavPoint& at, const NavMoment& moment) {
     NavFinding& finding = findings_.emplace_back();
@@ -182,6 +184,7 @@ class WalkJudge {
 
   const NavWalk& walk_;
   std::vector<NavFinding>& findings_;
+  std::uint16_t language_;
 };
 
 std::vector<std::uint16_t> LanguagesOf(const NavDisc& disc) {
@@ -214,57 +217,6 @@ void OnceEach(std::vector<NavFinding>& findings) {
   });
 }
 
-void AddArrows(const NavChains& chains, std::size_t from, std::span<const NavCommand> commands,
-               std::set<NavMapArrow>& arrows) {
-  for (const NavCommand& command : commands) {
-    const std::size_t to = chains.TargetOf(chains.All()[from].Point, LeadOf(command));
-    if (to != NavChains::None && to != from) {
-      arrows.insert({from, to});
-    }
-  }
-}
-
-NavMap MapOf(const NavWalk& walk) {
-  NavMap map;
-  std::set<NavMapArrow> arrows;
-  const NavChains& chains = walk.Chains();
-  for (std::size_t i = 0; i < chains.All().size(); ++i) {
-    const NavChain& chain = *chains.All()[i].Chain;
-    NavState state;
-    state.At = chains.All()[i].Point;
-    state.At.Cell = 1;
-    state.Phase = NavPhase::Playing;
-    state.Registers = FreshRegisters(walk.Language());
-    const bool isTitle = state.At.Domain == NavDomain::Title;
-    std::string words =
-        isTitle ? fmt::format("set {}, title {}", state.At.Set, chain.Title) : PlaceWords(walk.Disc(), state);
-    bool pages = false;
-    for (const NavCell& cell : chain.Cells) {
-      pages = pages || !cell.Pages.empty();
-      for (const NavPage& page : cell.Pages) {
-        for (const NavButton& button : page.Buttons) {
-          AddArrows(chains, i, std::span(&button.Command, 1), arrows);
-        }
-      }
-    }
-    AddArrows(chains, i, chain.Pre, arrows);
-    AddArrows(chains, i, chain.CellCommands, arrows);
-    AddArrows(chains, i, chain.Post, arrows);
-    const std::size_t next = chains.TargetOf(chains.All()[i].Point, {.What = NavLead::Kind::NextChain});
-    if (next != NavChains::None) {
-      arrows.insert({i, next});
-    }
-    map.Chains.push_back({.Name = chain.Name,
-                          .At = chains.All()[i].Point,
-                          .Words = std::move(words),
-                          .Language = walk.Language(),
-                          .IsReached = walk.Enters(i),
-                          .HasPages = pages});
-  }
-  map.Arrows.assign(arrows.begin(), arrows.end());
-  return map;
-}
-
 }  // namespace
 
 NavSurvey SurveyOf(const NavDisc& disc, const NavBounds& bounds) {
@@ -275,7 +227,7 @@ NavSurvey SurveyOf(const NavDisc& disc, const NavBounds& bounds) {
     const NavWalk& walk = *walks.emplace_back(std::make_unique<NavWalk>(disc, language, left));
     left.Nodes -= std::min(left.Nodes, walk.Count());
     left.Steps -= std::min(left.Steps, walk.Steps());
-    WalkJudge(walk, survey.Findings).Judge();
+    WalkJudge(walk, survey.Findings, walks.size() > 1).Judge();
     survey.States += walk.Count();
     survey.IsWhole = survey.IsWhole && walk.IsWhole();
   }
@@ -289,7 +241,7 @@ NavSurvey SurveyOf(const NavDisc& disc, const NavBounds& bounds) {
     JudgeReach(disc, walks, survey.Findings);
   }
   OnceEach(survey.Findings);
-  survey.Map = MapOf(*walks.front());
+  survey.Map = MapOf(walks);
   return survey;
 }
 

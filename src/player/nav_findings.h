@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "player/nav_map.h"
 #include "player/nav_walk.h"
 
 namespace quorvelant {
@@ -38,25 +39,6 @@ struct NavFinding {
   NavLead::Kind Lead = NavLead::Kind::None;
   int Number = 0;   // of the title, part, stream or set
   std::string Way;  // in words; empty for what has none
-};
-
-// A chain and whether a way leads into it.
-struct NavMapChain {
-  std::string Name;
-  NavPoint At;
-  std::string Words;
-  std::uint16_t Language = 0;  // of menus
-  bool IsReached = false;
-  bool HasPages = false;
-};
-struct NavMapArrow {
-  std::size_t From = 0;
-  std::size_t To = 0;
-  auto operator<=>(const NavMapArrow&) const = default;  // NOLINT(modernize-use-nullptr): no pointer
-};
-struct NavMap {
-  std::vector<NavMapChain> Chains;
-  std::vector<NavMapArrow> Arrows;  // what some command leads to
 };
 
 struct NavSurvey {

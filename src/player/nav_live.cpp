@@ -1,6 +1,7 @@
 #include "player/nav_live.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "player/nav_lookup.h"
 
@@ -158,6 +159,11 @@ NavLive::NavLive(const NavChains& chains) : chains_(chains) {
       }
     }
   }
+  for (const Row& row : rows_) {
+    for (const auto* list : {&row.Pre, &row.Post, &row.Others}) {
+      std::ranges::transform(*list, std::inserter(timerChains_, timerChains_.end()), &NavFacts::TimerChain);
+    }
+  }
   for (bool changes = true; changes;) {
     changes = false;
     for (std::size_t chain = rows_.size(); chain-- > 0;) {
@@ -240,7 +246,7 @@ NavRegisterSet NavLive::AheadOf(std::size_t chain, const std::vector<NavFacts>& 
   return ahead.front();
 }
 
-// What the keys of a remote lead to from a chain.
+// What the keys of a remote, or a timer that runs out, lead to from a chain.
 NavRegisterSet NavLive::ByKeys(std::size_t chain) const {
   constexpr std::uint8_t LastMenuId = 7;
   const NavChains::Placed& placed = chains_.All()[chain];
@@ -253,6 +259,12 @@ NavRegisterSet NavLive::ByKeys(std::size_t chain) const {
   for (const NavLead::Kind kind :
        {NavLead::Kind::NextChain, NavLead::Kind::PreviousChain, NavLead::Kind::GoUpChain}) {
     add(chains_.TargetOf(placed.Point, {.What = kind}));
+  }
+  for (const std::uint16_t number : timerChains_) {
+    NavPoint to = placed.Point;
+    to.Domain = NavDomain::Title;
+    to.Chain = number;
+    add(chains_.IndexOf(to));
   }
   return live;
 }

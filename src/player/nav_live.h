@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <vector>
 
 #include "player/nav_command.h"
@@ -73,6 +74,7 @@ class NavLive {
   const NavChains& chains_;
   std::vector<Row> rows_;
   NavRegisterSet anyTitle_ = 0;  // resume may lead to any
+  std::set<std::uint16_t> timerChains_;
 };
 
 }  // namespace quorvelant

@@ -135,7 +135,10 @@ void NavWalk::EachOutcome(std::size_t node, const std::optional<NavEvent>& event
     std::vector<std::uint16_t> drawn = tries[i];
     std::vector<std::uint16_t> bounds;
     NavOutcome outcome = step([&](std::uint16_t bound) {
-      isCut = isCut || bound > bounds_.Draws;
+      if (bound > bounds_.Draws) {
+        isCut = true;
+        isWhole_ = false;
+      }
       bounds.push_back(std::min(std::max<std::uint16_t>(bound, 1), bounds_.Draws));
       drawn.resize(std::max(drawn.size(), bounds.size()), 1);
       return drawn[bounds.size() - 1];

@@ -41,7 +41,7 @@ inline constexpr int FirstSubpicture = 100;
 struct NavBounds {
   std::size_t Nodes = 400000;
   std::size_t Steps = 4000000;  // keys tried, each outcome of random numbers for itself
-  std::uint16_t Draws = 100;    // of a random number: so many outcomes are tried
+  std::uint16_t Draws = 255;    // of a random number: so many outcomes are tried
 };
 
 // The walk of one menu language. States are remembered by what matters of them, and the first way to each is

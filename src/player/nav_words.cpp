@@ -176,8 +176,14 @@ std::string PressWords(const NavEvent& event) {
              : std::string(std::ranges::find(KeyWords, event.Key, &KeyWord::Key)->Word);
 }
 
-std::string WayWords(std::span<const NavStride> way) {
-  std::string words = "insert";
+std::string LanguageLetters(std::uint16_t language) {
+  const std::string letters{static_cast<char>(language >> 8U), static_cast<char>(language & 0xFFU)};
+  const bool prints = std::ranges::all_of(letters, [](char letter) { return letter > ' ' && letter <= '~'; });
+  return prints ? letters : fmt::format("{:04X}", language);
+}
+
+std::string WayWords(std::span<const NavStride> way, std::uint16_t language) {
+  std::string words = language == 0 ? "insert" : fmt::format("insert ({})", LanguageLetters(language));
   for (std::size_t i = 0; i < way.size(); ++i) {
     NavStride joined = way[i];
     while (joined.Event.Key == NavKey::Wait && i + 1 < way.size() && way[i + 1].Event.Key == NavKey::Wait &&
@@ -197,7 +203,7 @@ std::optional<std::vector<NavPress>> PressesOf(std::string_view words, std::stri
     const std::size_t comma = std::min(words.find(','), words.size());
     const std::string_view word = Trim(words.substr(0, comma));
     words.remove_prefix(std::min(comma + 1, words.size()));
-    if (word.empty() || EqualNoCase(word, "insert")) {
+    if (word.empty() || EqualNoCase(word, "insert") || Lower(word).starts_with("insert (")) {
       continue;
     }
     auto press = PressOf(word);

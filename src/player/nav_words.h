@@ -1,6 +1,7 @@
 // States and ways through a disc, in words.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -23,8 +24,11 @@ struct NavStride {
   NavEvent Event;
   NavState To;
 };
-// "insert, Down, OK, end of title 2": strides that only wait on are joined.
-[[nodiscard]] std::string WayWords(std::span<const NavStride> way);
+// "insert, Down, OK, end of title 2": strides that only wait on are joined. With the menu language of the
+// player, where one is given: "insert (de), OK".
+[[nodiscard]] std::string WayWords(std::span<const NavStride> way, std::uint16_t language = 0);
+// "de", of its two letters; in hexadecimal where they are none.
+[[nodiscard]] std::string LanguageLetters(std::uint16_t language);
 
 // What is pressed, in the words of `WayWords`; `Until` says how long to wait.
 struct NavPress {

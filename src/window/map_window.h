@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <cstdint>
 
-#include "player/nav_findings.h"
+#include "player/nav_map.h"
 #include "window/map_chart.h"
 #include "window/window_parts.h"
 

@@ -181,7 +181,7 @@ std::vector<Row> StructureRows() {
 
       {"NoTitleMenu", "MenuType=TitleMenu|", "", inFirst},
       {"NoTitleMenuInOneLanguage", "Item=VTS|", "Item=Language|LU=de|Item=PGC|Name=W|StillTime=255|Item=VTS|",
-       Replace(inFirst, "E ", "W ")},
+       inFirst},
       InTitle("NoAudioMenu", "CallSS RSM=0,AudioMenu", inTitle),
       {"TheRootMenu", "Command=Exit|", "Command=CallSS RSM=1,RootMenu|", ""},
       {"ResumeCellBeyond", "Command=Exit|", "Command=CallSS RSM=2,RootMenu|",

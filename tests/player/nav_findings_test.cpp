@@ -3,12 +3,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <ctime>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "player/nav_chart.h"
+#include "player/nav_words.h"
 #include "small_nav_disc.h"
 
 namespace quorvelant {
@@ -271,6 +273,37 @@ TEST(NavChart, ShowsWhatNobodyReaches) {
   EXPECT_EQ(chart.Boxes[2].X, chart.Boxes[3].X);
   EXPECT_THAT(SvgOf(map), testing::HasSubstr("#c00"));
   EXPECT_THAT(DotOf(map), testing::AllOf(testing::HasSubstr("n0 -> n1;"), testing::HasSubstr("color=red")));
+}
+
+// A register that the chain of a timer alone reads matters while the title plays.
+TEST(NavFindings, WhatATimerReadsIsNotForgotten) {
+  NavDisc disc = SmallNavDisc();
+  Button(ManagerOf(disc), 3) = ParseCommandHex("7100000000010000");  // g0 = 1
+  FilmIn(disc, 1).Pre = CommandsOf({"5200003C00030000"});
+  NavChain after = FilmOf(0, 1);
+  after.IsEntry = false;
+  after.Pre = CommandsOf({"00A1000000010003", "0002000000000000", "2004000000000009"});
+  disc.Sets[0].Titles.push_back(after);
+  const NavSurvey survey = SurveyOf(disc);
+  const auto fault = std::ranges::find(survey.Findings, Kind::TargetMissing, &NavFinding::What);
+  ASSERT_NE(fault, survey.Findings.end());
+  EXPECT_EQ(fault->Way, "insert, 3, 1, timer");
+}
+
+TEST(NavFindings, MenusOfEachLanguageAreWalkedAndDrawn) {
+  NavDisc disc = SmallNavDisc();
+  disc.Menus.push_back({.Language = 0x6465, .Chains = disc.Menus[0].Chains});
+  Button(disc.Menus[1].Chains[0], 3) = ParseCommandHex("3002000000090000");
+  const NavSurvey survey = SurveyOf(disc);
+  const std::string way = "insert (de), 3";
+  EXPECT_EQ(std::ranges::count(survey.Findings, way, &NavFinding::Way), 1);
+  std::string wrong;
+  EXPECT_TRUE(PressesOf(way, wrong)) << wrong;
+  const NavMap alone = SurveyOf(SmallNavDisc()).Map;
+  ASSERT_EQ(survey.Map.Chains.size(), alone.Chains.size() + disc.Menus[1].Chains.size());
+  EXPECT_EQ(survey.Map.Chains.back().Words, "title menu (de)");
+  EXPECT_TRUE(survey.Map.Chains.back().IsReached);
+  EXPECT_GT(survey.Map.Arrows.size(), alone.Arrows.size());
 }
 
 }  // namespace
