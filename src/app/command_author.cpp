@@ -177,12 +177,14 @@ void AddAuthorCommand(CLI::App& program, CommandContext& context) {
       ->type_name("PROJECT");
   command->add_option("-o,--output", arguments->Folder, "Folder that becomes the disc's VIDEO_TS")
       ->type_name("FOLDER");
-  command
-      ->add_option("--iso", arguments->Image, "Image of the disc, to burn; without --output no folder stays")
-      ->type_name("IMAGE");
+  CLI::Option* image = command
+                           ->add_option("--iso", arguments->Image,
+                                        "Image of the disc, to burn; without --output no folder stays")
+                           ->type_name("IMAGE");
   command
       ->add_option("--label", arguments->Label, "Name of the image's volume; else one made of the project's")
-      ->type_name("NAME");
+      ->type_name("NAME")
+      ->needs(image);
   command->add_flag("--analyse", arguments->Analyse,
                     "Move chapter times onto pictures where a chapter can start");
   command->add_flag("--reindex", arguments->Reindex, "Build picture indexes anew");

@@ -81,7 +81,12 @@ void AddIsoCommand(CLI::App& program, CommandContext& context) {
   command->add_flag("--force", options->Force, "Replace an image that is there");
   command->add_flag("--no-sync", options->NoSync, "Do not wait until the image is safe from a power cut");
   command->add_flag("--json", options->Json, "Print one JSON object");
-  command->callback([options, &context] { context.ExitStatus = Run(*options, context); });
+  command->callback([options, &context] {
+    if (options->Image.empty()) {
+      throw CLI::RequiredError("--output");
+    }
+    context.ExitStatus = Run(*options, context);
+  });
 }
 
 }  // namespace quorvelant

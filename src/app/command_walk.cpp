@@ -15,7 +15,6 @@
 #include "base/counted.h"
 #include "base/disk.h"
 #include "base/text.h"
-#include "check/command_check.h"
 #include "check/nav_of.h"
 #include "check/navigation_check.h"
 #include "check/read_faults.h"
@@ -27,6 +26,7 @@
 #include "player/nav_words.h"
 #include "script/load_findings.h"
 #include "script/script_reader.h"
+#include "verify/disc_source.h"
 #include "verify/messages.h"
 #include "verify/nav_of_disc.h"
 #include "verify/verify_disc.h"
@@ -37,7 +37,7 @@ namespace {
 
 struct WalkOptions {
   std::string Source;
-  std::string Press;
+  std::optional<std::string> Press;
   std::string Language = "en";
   RulesOption RuleSet;
   bool Json = false;
@@ -55,7 +55,7 @@ struct PressedStop {
 std::optional<std::vector<PressedStop>> StopsOf(const NavDisc& disc, const WalkOptions& options,
                                                 UserInterface& ui) {
   std::string wrong;
-  const auto presses = PressesOf(options.Press, wrong);
+  const auto presses = PressesOf(*options.Press, wrong);
   if (!presses) {
     ui.Tell(MessageOf(message::KeyUnknown, {}, wrong));
     return std::nullopt;
@@ -103,28 +103,40 @@ nlohmann::ordered_json MapJson(const NavMap& map) {
   return {{"chains", chains}, {"arrows", arrows}};
 }
 
-std::string VerdictText(const WalkOptions& options, const NavSurvey& survey, const Findings& findings) {
+// How far it was walked.
+std::string ExtentText(const std::optional<NavSurvey>& survey) {
+  if (!survey) {
+    return "not walked, for it is not whole";
+  }
+  return fmt::format("{}, {}", survey->IsWhole ? "every way walked" : "walked as far as the bound",
+                     Counted(survey->States, "state"));
+}
+
+std::string VerdictText(const WalkOptions& options, const std::optional<NavSurvey>& survey,
+                        const Findings& findings) {
   const std::size_t errors = CountOf(findings, Severity::Error);
   const std::size_t warnings = CountOf(findings, Severity::Warning);
-  return fmt::format("{}: {}, {}: {}, {}\n", Printable(options.Source),
-                     survey.IsWhole ? "every way walked" : "walked as far as the bound",
-                     Counted(survey.States, "state"), errors == 0 ? "no errors" : Counted(errors, "error"),
+  return fmt::format("{}: {}: {}, {}\n", Printable(options.Source), ExtentText(survey),
+                     errors == 0 ? "no errors" : Counted(errors, "error"),
                      warnings == 0 ? "no warnings" : Counted(warnings, "warning"));
 }
 
-int Print(const WalkOptions& options, const NavSurvey& survey, const Findings& findings, UserInterface& ui,
-          CommandContext& context) {
-  const int status = HasErrors(findings) ? ExitFailed : ExitDone;
+// Without a survey: what could not be walked.
+int Print(const WalkOptions& options, const std::optional<NavSurvey>& survey, const Findings& findings,
+          UserInterface& ui, CommandContext& context) {
+  const int status = !survey || HasErrors(findings) ? ExitFailed : ExitDone;
+  NavSurvey walked = survey.value_or(NavSurvey());
+  walked.IsWhole = survey && walked.IsWhole;
   if (options.Json) {
     context.Out << JsonText({{"version", JsonVersion},
                              {"source", options.Source},
                              {"ok", status == ExitDone},
-                             {"whole", survey.IsWhole},
-                             {"states", survey.States},
+                             {"whole", walked.IsWhole},
+                             {"states", walked.States},
                              {"errors", CountOf(findings, Severity::Error)},
                              {"warnings", CountOf(findings, Severity::Warning)},
                              {"messages", MessagesJson(findings)},
-                             {"map", MapJson(survey.Map)}})
+                             {"map", MapJson(walked.Map)}})
                 << '\n';
     return status;
   }
@@ -132,7 +144,7 @@ int Print(const WalkOptions& options, const NavSurvey& survey, const Findings& f
     ui.Tell(finding);
   }
   if (options.Dot || options.Svg) {
-    context.Out << (options.Dot ? DotOf(survey.Map) : SvgOf(survey.Map));
+    context.Out << (options.Dot ? DotOf(walked.Map) : SvgOf(walked.Map));
     return status;
   }
   context.Report(VerdictText(options, survey, findings));
@@ -140,7 +152,7 @@ int Print(const WalkOptions& options, const NavSurvey& survey, const Findings& f
 }
 
 // What was read wrong of a disc is for `verify` to tell; what is absent of it leads nowhere here.
-int WalkDisc(const WalkOptions& options, CommandContext& context) {
+int RunOnDisc(const WalkOptions& options, CommandContext& context) {
   const VerifyResult read = VerifyDisc(options.Source, context.Ui);
   if (read.Stopped || !read.HasTables()) {
     for (const DiscFinding& finding : read.Findings.All()) {
@@ -149,7 +161,7 @@ int WalkDisc(const WalkOptions& options, CommandContext& context) {
     return ExitFailed;
   }
   const NavDisc disc = NavOfDisc(read);
-  if (!options.Press.empty()) {
+  if (options.Press) {
     return PrintStops(disc, options, context) ? ExitDone : ExitFailed;
   }
   const NavSurvey survey = SurveyOf(disc);
@@ -160,7 +172,7 @@ int WalkDisc(const WalkOptions& options, CommandContext& context) {
   return Print(options, survey, findings, context.Ui, context);
 }
 
-int WalkProject(const WalkOptions& options, CommandContext& context) {
+int RunOnProject(const WalkOptions& options, CommandContext& context) {
   const Rules& rules = options.RuleSet.Used();
   Project project;
   ReadFaults faults(context.Ui);  // sources matter for their streams alone
@@ -176,27 +188,27 @@ int WalkProject(const WalkOptions& options, CommandContext& context) {
     return ExitFailed;
   }
   const NavDisc disc = NavOf(project, rules);
-  if (!options.Press.empty()) {
+  if (options.Press) {
     return PrintStops(disc, options, context) ? ExitDone : ExitFailed;
   }
-  const NavSurvey survey = SurveyOf(disc);
-  Findings findings = CheckCommandTargets(project);
-  AddNavigation(survey, NamingOf(project), findings);
-  return Print(options, survey, ByRules(std::move(findings), rules), named, context);
+  ProjectWalk walk = WalkProject(project, rules);
+  Findings findings = loading;
+  Append(findings, std::move(walk.Told));
+  return Print(options, walk.Survey, findings, named, context);
 }
 
 bool IsDisc(const std::string& path) {
   const std::size_t dot = path.rfind('.');
   return SystemDisk().KindOf(path) == FileKind::Folder ||
-         (dot != std::string::npos && EqualNoCase(path.substr(dot), ".iso"));
+         (dot != std::string::npos && EqualNoCase(path.substr(dot), ".iso")) || IsImage(path);
 }
 
 int Run(const WalkOptions& options, CommandContext& context) {
   if (!IsDisc(options.Source)) {
-    return WalkProject(options, context);
+    return RunOnProject(options, context);
   }
   try {
-    return WalkDisc(options, context);
+    return RunOnDisc(options, context);
   } catch (const FileError& error) {
     context.Ui.Tell(MessageOf(message::DiscUnreadable, options.Source, error.OneLine()));
     return ExitFailed;
@@ -217,10 +229,12 @@ void AddWalkCommand(CLI::App& program, CommandContext& context) {
           "Project (.qvp), a script of the other dialect (.scp), a VIDEO_TS folder, or an image (.iso)")
       ->required()
       ->type_name("PROJECT|VIDEO_TS");
-  command->add_option("--press", options->Press, "Play this way instead: \"OK, Down, OK, end, Menu\"")
-      ->type_name("KEYS");
+  CLI::Option* press =
+      command->add_option("--press", options->Press, "Play this way instead: \"OK, Down, OK, end, Menu\"")
+          ->type_name("KEYS");
   command->add_option("--language", options->Language, "Menu language of the player for --press")
       ->type_name("CODE")
+      ->needs(press)
       ->check([](const std::string& code) {
         return code.size() == 2 ? std::string() : "a code has two letters";
       });

@@ -178,7 +178,7 @@ void NavButtons::AddPages(const Cell_P& cell, NavCell& nav) {
       NavPage page = timed.Page;
       const std::int64_t ticks = 90000 / TrackTimes(track).FramesPerSecond;
       page.Start = static_cast<std::uint32_t>(std::max<std::int64_t>(timed.Start - start, 0) * ticks);
-      const bool stays = waits || timed.End >= end;
+      const bool stays = waits || timed.End >= end || end == Endless;  // its length is not known
       AddPage(nav, std::move(page),
               stays ? NavForEver : static_cast<std::uint32_t>((timed.End - start) * ticks));
     }

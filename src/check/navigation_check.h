@@ -15,6 +15,13 @@ namespace quorvelant {
 // told. `Place` is a key of the project, of commands with the command's own after it.
 void CheckNavigation(const Project& project, const Rules& rules, Findings& told);
 
+// The walk of a project by itself.
+struct ProjectWalk {
+  Findings Told;                    // what leads nowhere, or what keeps the project from being walked
+  std::optional<NavSurvey> Survey;  // nothing where its structure is not whole
+};
+[[nodiscard]] ProjectWalk WalkProject(const Project& project, const Rules& rules);
+
 // A command in the words of the one who reads: its place and its text.
 struct NavCommandWords {
   std::string Place;
