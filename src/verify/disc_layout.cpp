@@ -53,6 +53,12 @@ void AddVob(VobSetFiles& files, const DiscSourceFile* file, DiscFindings& findin
   files.Files.push_back({file, files.Sectors(), static_cast<std::uint32_t>(file->Size / SectorBytes)});
 }
 
+std::uint32_t SectorsOf(const DiscSourceFile* file) {
+  return file != nullptr ? static_cast<std::uint32_t>(file->Size / SectorBytes) : 0;
+}
+
+}  // namespace
+
 DiscDomain DomainOf(int set, const DiscSource& source, DiscFindings& findings) {
   const std::string base = IfoBaseName(static_cast<std::size_t>(set));
   DiscDomain domain{.Set = set,
@@ -84,12 +90,6 @@ DiscDomain DomainOf(int set, const DiscSource& source, DiscFindings& findings) {
   }
   return domain;
 }
-
-std::uint32_t SectorsOf(const DiscSourceFile* file) {
-  return file != nullptr ? static_cast<std::uint32_t>(file->Size / SectorBytes) : 0;
-}
-
-}  // namespace
 
 std::vector<DiscDomain> DomainsOf(const DiscSource& source, DiscFindings& findings) {
   int sets = 0;
@@ -137,9 +137,10 @@ void CheckLayout(const DiscDomain& domain, const IfoTables& tables, DiscFindings
     compare(vtsi::TitleVobs.Offset, "VTSTT_VOBS_SA", placed(domain.Titles.Files.front().File, ifo + menus),
             tables.TitleStart);
   }
-  const std::uint32_t bup = SectorsOf(domain.Bup);
-  compare(vtsi::SetLast.Offset, tables.IsManager() ? "VMG_EA" : "VTS_EA",
-          placed(domain.Bup, ifo + menus + titles) + bup - 1, tables.LastSector);
+  if (domain.Bup != nullptr) {
+    compare(vtsi::SetLast.Offset, tables.IsManager() ? "VMG_EA" : "VTS_EA",
+            placed(domain.Bup, ifo + menus + titles) + SectorsOf(domain.Bup) - 1, tables.LastSector);
+  }
   for (const VobFile& file : domain.Titles.Files) {
     const auto first = domain.Titles.Files.front().File->FirstSector;
     if (first && *file.File->FirstSector != *first + file.First) {

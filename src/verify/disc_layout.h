@@ -23,8 +23,11 @@ struct DiscDomain {
 // checked.
 [[nodiscard]] std::vector<DiscDomain> DomainsOf(const DiscSource& source, DiscFindings& findings);
 
-// What an IFO says of where its files are, against the files: their sizes in a folder, their sectors in an
-// image.
+// Of set 0, the manager, or of a title set. What is missing is told.
+[[nodiscard]] DiscDomain DomainOf(int set, const DiscSource& source, DiscFindings& findings);
+
+// What an IFO that is there says of where its files are, against the files: their sizes in a folder, their
+// sectors in an image.
 void CheckLayout(const DiscDomain& domain, const IfoTables& tables, DiscFindings& findings);
 
 // Where an image has the sets, against the manager's titles.

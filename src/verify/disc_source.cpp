@@ -1,28 +1,41 @@
 #include "verify/disc_source.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <utility>
 
+#include "base/text.h"
 #include "disc/disc_files.h"
 #include "verify/image_source.h"
+#include "verify/messages.h"
 
 namespace quorvelant {
 namespace {
 
 class FolderSource : public DiscSource {
  public:
-  FolderSource(std::string folder, Disk& disk) : folder_(std::move(folder)), disk_(&disk) {
+  FolderSource(std::string folder, Disk& disk, DiscFindings& findings)
+      : folder_(std::move(folder)), disk_(&disk) {
+    const std::vector<DiscFile> listed = ListFiles(folder_);
+    // As some systems show a disc that is mounted.
+    areSmall_ = !listed.empty() && std::ranges::all_of(listed, [](const DiscFile& file) {
+      return file.Name == Lower(file.Name);
+    });
     std::vector<DiscSourceFile> files;
-    for (const DiscFile& file : ListFiles(folder_)) {
-      files.push_back({.Name = file.Name, .Size = file.Size});
+    for (const DiscFile& file : listed) {
+      files.push_back({.Name = areSmall_ ? Upper(file.Name) : file.Name, .Size = file.Size});
+    }
+    if (areSmall_) {
+      findings.Add(message::FileOdd, {.File = listed.front().Name}, "VIDEO_TS", "names", "capital letters",
+                   "small ones in all");
     }
     SetFiles(std::move(files));
   }
 
   std::size_t Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) override {
     if (!open_ || openName_ != file.Name) {
-      open_ = disk_->Open(folder_ + "/" + file.Name, FileAccess::Read);
+      open_ = disk_->Open(folder_ + "/" + (areSmall_ ? Lower(file.Name) : file.Name), FileAccess::Read);
       openName_ = file.Name;
       at_ = 0;
     }
@@ -40,6 +53,7 @@ class FolderSource : public DiscSource {
   std::unique_ptr<File> open_;
   std::string openName_;
   std::uint64_t at_ = 0;
+  bool areSmall_ = false;
 };
 
 }  // namespace
@@ -58,9 +72,29 @@ std::unique_ptr<DiscSource> OpenDisc(const std::string& path, DiscFindings& find
   if (disk.KindOf(path) != FileKind::Folder) {
     return std::make_unique<ImageSource>(disk.Open(path, FileAccess::Read), findings);
   }
-  const std::string inner = path + "/VIDEO_TS";
-  const bool holdsOne = disk.KindOf(inner) == FileKind::Folder;
-  return std::make_unique<FolderSource>(holdsOne ? inner : path, disk);
+  for (const char* name : {"/VIDEO_TS", "/video_ts"}) {
+    if (const std::string inner = path + name; disk.KindOf(inner) == FileKind::Folder) {
+      return std::make_unique<FolderSource>(inner, disk, findings);
+    }
+  }
+  return std::make_unique<FolderSource>(path, disk, findings);
+}
+
+bool IsImage(const std::string& path, Disk& disk) {
+  constexpr std::uint64_t VolumeDescriptors = 16;
+  if (disk.KindOf(path) != FileKind::Plain) {
+    return false;
+  }
+  try {
+    const std::unique_ptr<File> file = disk.Open(path, FileAccess::Read);
+    file->Seek(VolumeDescriptors * SectorBytes);
+    std::array<std::uint8_t, 6> head{};  // the type, then the standard's name
+    const bool isWhole = file->Read(head) == head.size();
+    const std::string name(head.begin() + 1, head.end());
+    return isWhole && (name == "CD001" || name == "BEA01");
+  } catch (const FileError&) {
+    return false;
+  }
 }
 
 }  // namespace quorvelant

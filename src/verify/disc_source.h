@@ -45,4 +45,7 @@ class DiscSource {
 [[nodiscard]] std::unique_ptr<DiscSource> OpenDisc(const std::string& path, DiscFindings& findings,
                                                    Disk& disk = SystemDisk());
 
+// Whether a file begins as an image does, whatever its name. False for what cannot be read.
+[[nodiscard]] bool IsImage(const std::string& path, Disk& disk = SystemDisk());
+
 }  // namespace quorvelant

@@ -7,6 +7,7 @@
 
 #include "disc/limits.h"
 #include "disc/table_layout.h"
+#include "player/nav_words.h"
 #include "verify/ifo_chains.h"
 
 namespace quorvelant {
@@ -119,8 +120,7 @@ std::vector<IfoLanguage> ReadLanguages(const IfoView& table, const std::string& 
         .At = table.At(at),
         .Language = table.Word(at),
         .Existence = static_cast<std::uint8_t>(table.Byte(at + language_unit::Existence.Offset))};
-    const std::string unitName = fmt::format("{} {}{}", name, static_cast<char>(unit.Language >> 8U),
-                                             static_cast<char>(unit.Language & 0xFFU));
+    const std::string unitName = fmt::format("{} {}", name, LanguageLetters(unit.Language));
     teller.CheckReserved(language_unit::Rows, table.Sub(at, language_unit::Size),
                          fmt::format("{} unit {}", name, i + 1));
     const bool letters = std::islower(unit.Language >> 8) != 0 && std::islower(unit.Language & 0xFF) != 0;

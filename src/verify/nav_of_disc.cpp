@@ -8,6 +8,7 @@
 
 #include "disc/vmgi_layout.h"
 #include "player/nav_lookup.h"
+#include "player/nav_words.h"
 
 namespace quorvelant {
 namespace {
@@ -92,10 +93,8 @@ class DomainReader {
       NavMenus& nav = menus.emplace_back();
       nav.Language = unit.Language;
       for (const IfoChain& chain : unit.Chains) {
-        nav.Chains.push_back(ChainOf(
-            chain,
-            fmt::format("{} {} {}{} PGC {}", tables_->Name, table, static_cast<char>(unit.Language >> 8U),
-                        static_cast<char>(unit.Language & 0xFFU), chain.Number)));
+        nav.Chains.push_back(ChainOf(chain, fmt::format("{} {} {} PGC {}", tables_->Name, table,
+                                                        LanguageLetters(unit.Language), chain.Number)));
         nav.Chains.back().MenuId = chain.IsEntry() ? chain.Category & 0x0FU : 0;
       }
     }

@@ -10,6 +10,7 @@
 
 #include "disc/pgc_layout.h"
 #include "disc/vtsi_layout.h"
+#include "player/nav_words.h"
 #include "verify/nav_check.h"
 #include "verify/time_map_check.h"
 
@@ -46,9 +47,7 @@ class DomainCheck {
     }
     std::vector<ChainList> lists;
     for (const IfoLanguage& unit : tables_->Languages) {
-      lists.emplace_back(&unit.Chains,
-                         fmt::format("{}_PGCI_UT {}{}", name_, static_cast<char>(unit.Language >> 8U),
-                                     static_cast<char>(unit.Language & 0xFFU)));
+      lists.emplace_back(&unit.Chains, fmt::format("{}_PGCI_UT {}", name_, LanguageLetters(unit.Language)));
     }
     return lists;
   }

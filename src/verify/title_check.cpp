@@ -56,6 +56,10 @@ class TitleCheck {
                    seen);
     };
     const IfoTables* set = SetOf(title.Set);
+    const bool named = title.Set >= 1 && title.Set <= static_cast<int>(sets_->size());
+    if (set == nullptr && named) {
+      return;  // that its tables are lost is told
+    }
     if (set == nullptr) {
       bad(TitleSet.Offset, TitleSet.Name, fmt::format("1 to {}", sets_->size()), title.Set);
       return;

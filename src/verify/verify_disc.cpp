@@ -28,8 +28,11 @@ class DiscVerifier {
     for (const DiscSourceFile& file : source_->Files()) {
       total_ += file.Size;
     }
-    for (const DiscDomain& domain : domains_) {
-      ReadTables(domain);
+    for (std::size_t i = 0; i < domains_.size(); ++i) {
+      ReadTables(domains_[i]);
+      if (i == 0) {
+        AddLostSets();
+      }
     }
     for (std::size_t i = 0; i < domains_.size() && !result_.Stopped; ++i) {
       VerifiedSet& set = result_.Sets[i];
@@ -51,19 +54,33 @@ class DiscVerifier {
     return bytes;
   }
 
+  // Sets that titles name and no file is left of.
+  void AddLostSets() {
+    const IfoTables& manager = result_.Sets.front().Tables;
+    int sets = 0;
+    for (const IfoTitle& title : manager.Titles) {
+      sets = std::max(sets, std::min(title.Set, manager.TitleSets));
+    }
+    for (int set = static_cast<int>(domains_.size()); set <= sets; ++set) {
+      domains_.push_back(DomainOf(set, *source_, result_.Findings));
+    }
+  }
+
+  // From the backup where there is no IFO, as players do.
   void ReadTables(const DiscDomain& domain) {
     VerifiedSet& set = result_.Sets.emplace_back();
     set.Tables.Set = domain.Set;
-    if (domain.Ifo == nullptr) {
+    const DiscSourceFile* file = domain.Ifo != nullptr ? domain.Ifo : domain.Bup;
+    if (file == nullptr) {
       return;
     }
-    Bytes ifo = ReadAll(*domain.Ifo);
-    if (domain.Bup != nullptr) {
+    Bytes ifo = ReadAll(*file);
+    if (domain.Ifo != nullptr && domain.Bup != nullptr) {
       CompareBackup(ifo, ReadAll(*domain.Bup), *domain.Bup);
     }
     result_.IsOurs = domain.Set == 0 ? IsOurManager(ifo) : result_.IsOurs;
     if (auto tables =
-            ReadIfoTables(domain.Ifo->Name, domain.Set, result_.IsOurs, std::move(ifo), result_.Findings)) {
+            ReadIfoTables(file->Name, domain.Set, result_.IsOurs, std::move(ifo), result_.Findings)) {
       set.Tables = std::move(*tables);
     }
   }
@@ -110,7 +127,9 @@ class DiscVerifier {
 
   void CheckSet(const DiscDomain& domain, const VerifiedSet& set) {
     const IfoTeller teller(set.Tables.Name, result_.Findings);
-    CheckLayout(domain, set.Tables, result_.Findings);
+    if (domain.Ifo != nullptr) {
+      CheckLayout(domain, set.Tables, result_.Findings);
+    }
     CheckAgainstSectors(set.Tables, true, set.Menus, teller);
     if (!set.Tables.IsManager()) {
       CheckAgainstSectors(set.Tables, false, set.Titles, teller);

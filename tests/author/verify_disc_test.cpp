@@ -8,6 +8,7 @@
 #include <fstream>
 #include <functional>
 
+#include "base/text.h"
 #include "disc_maker.h"
 #include "verify/nav_of_disc.h"
 
@@ -15,6 +16,7 @@ namespace quorvelant {
 namespace {
 
 using testing::Contains;
+using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace fs = std::filesystem;
@@ -87,6 +89,29 @@ TEST_F(VerifyDiscs, NameWhatIsWrongByItsFile) {
     }
   }
   EXPECT_THAT(Faults(maker_.Folder), IsEmpty());
+}
+
+// Nothing of what follows from it is told with it: the backup stands in for tables, and names in small
+// letters are those of a disc that some systems mount.
+TEST_F(VerifyDiscs, WhatIsLostIsToldOnce) {
+  ASSERT_EQ(maker_.Author().Outcome, AuthorOutcome::Done);
+  const fs::path disc = maker_.Folder;
+  for (const char* name : {"VIDEO_TS.IFO", "VTS_01_0.IFO", "VTS_01_0.BUP"}) {
+    fs::rename(disc / name, disc.parent_path() / "kept");
+    EXPECT_THAT(Faults(maker_.Folder), ElementsAre(std::string("verify-file ") + name));
+    fs::rename(disc.parent_path() / "kept", disc / name);
+  }
+  for (const auto& [name, bytes] : maker_.Files()) {
+    fs::rename(disc / name, disc / Lower(name));
+  }
+  fs::rename(disc, disc.parent_path() / "video_ts");
+  EXPECT_THAT(Faults(maker_.Temp.Path().string()), IsEmpty());
+  for (const char* name : {"vts_01_0.ifo", "vts_01_0.bup", "vts_01_0.vob", "vts_01_1.vob"}) {
+    fs::remove(disc.parent_path() / "video_ts" / name);
+  }
+  EXPECT_THAT(
+      Faults(maker_.Temp.Path().string()),
+      ElementsAre("verify-file VTS_01_0.IFO", "verify-file VTS_01_0.BUP", "verify-file VTS_01_1.VOB"));
 }
 
 TEST_F(VerifyDiscs, WhatIsNoDiscIsTold) {
