@@ -4,6 +4,8 @@
 #include <QDockWidget>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QThread>
+#include <atomic>
 #include <fstream>
 #include <map>
 #include <random>
@@ -224,6 +226,25 @@ TEST(ProjectFiles, MissingFilesAreFoundTogether) {
 }
 
 // Whatever is pressed in whatever order: what is saved then reads back the same.
+TEST(MainWindow, ClosesOverRunningWorkOnlyWhenTold) {
+  const TempFolder folder;
+  std::atomic<bool> stops = false;  // outlives the work
+  OpenWindow open(folder);
+  open.Window.Parts().Work.Start("Author it", [&stops](UserInterface& ui) {
+    while (!ui.StopRequested()) {
+      QThread::msleep(1);
+    }
+    stops = true;
+    return Job::Verdict{Job::State::Stopped, "over"};
+  });
+  open.Answers.Yes = {false, true};
+  EXPECT_FALSE(open.Window.close());
+  EXPECT_FALSE(stops);
+  EXPECT_TRUE(open.Window.close());
+  EXPECT_EQ(open.Answers.Harms, 2);
+  EXPECT_EQ(open.Answers.Verbs, (std::vector<std::string>{"Stop", "Go On"}));
+}
+
 TEST(MainWindow, SurvivesRandomActions) {
   const TempFolder folder;
   OpenWindow open(folder);
