@@ -50,7 +50,7 @@ DiscProof Prove(const VerifyOptions& options, UserInterface& ui) {
 
 nlohmann::ordered_json WayJson(const Message& way, const std::string& disc) {
   const std::size_t blank = way.Place.find(' ');
-  nlohmann::ordered_json json = MessageJson(OnDisc(way, disc));
+  nlohmann::ordered_json json = MessageJson(WithDisc(way, disc));
   json["file"] = way.Place.substr(0, blank);
   json["table"] = blank == std::string::npos ? std::string() : way.Place.substr(blank + 1);
   return json;
@@ -96,7 +96,7 @@ void Print(const DiscProof& proof, const VerifyOptions& options, CommandContext&
     context.Ui.Tell(MessageOfFinding(finding, options.Disc));
   }
   for (const Message& way : proof.Ways) {
-    context.Ui.Tell(OnDisc(way, options.Disc));
+    context.Ui.Tell(WithDisc(way, options.Disc));
   }
   if (!proof.Read.Stopped) {
     context.Report(

@@ -167,7 +167,7 @@ int RunOnDisc(const WalkOptions& options, CommandContext& context) {
   const NavSurvey survey = SurveyOf(disc);
   Findings findings = ByRules(DiscNavigation(survey, read.IsOurs), options.RuleSet.Used());
   for (Message& finding : findings) {
-    finding = OnDisc(std::move(finding), options.Source);
+    finding = WithDisc(std::move(finding), options.Source);
   }
   return Print(options, survey, findings, context.Ui, context);
 }

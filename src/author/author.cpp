@@ -196,7 +196,7 @@ bool LeadsSomewhere(const AuthorRun& run, const std::string& folder, const Verif
   for (Message& way : ways) {
     const bool isForced = run.Order.ForceNavigation && IsNavigationError(way);
     way.Level = isForced ? Severity::Warning : way.Level;
-    way = OnDisc(std::move(way), folder);
+    way = WithDisc(std::move(way), folder);
     run.Ui.Tell(way);
   }
   return !HasErrors(ways);

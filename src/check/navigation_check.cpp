@@ -277,7 +277,7 @@ Findings DiscNavigation(const NavSurvey& survey, bool isOurs) {
   return findings;
 }
 
-Message OnDisc(Message finding, const std::string& disc) {
+Message WithDisc(Message finding, const std::string& disc) {
   finding.Place = finding.Place.empty() ? disc : disc + "/" + finding.Place;
   return finding;
 }

@@ -39,7 +39,7 @@ void AddNavigation(const NavSurvey& survey, const NavNaming& naming, Findings& t
 // where this program's own are warned of.
 [[nodiscard]] Findings DiscNavigation(const NavSurvey& survey, bool isOurs);
 // The same of a named disc: its name before the table's.
-[[nodiscard]] Message OnDisc(Message finding, const std::string& disc);
+[[nodiscard]] Message WithDisc(Message finding, const std::string& disc);
 
 // Whether a disc with the finding leads nowhere: what only `--force-navigation` makes a disc of.
 [[nodiscard]] bool IsNavigationError(const Message& finding);

@@ -23,6 +23,7 @@ class FolderSource : public DiscSource {
       return file.Name == Lower(file.Name);
     });
     std::vector<DiscSourceFile> files;
+    files.reserve(listed.size());
     for (const DiscFile& file : listed) {
       files.push_back({.Name = areSmall_ ? Upper(file.Name) : file.Name, .Size = file.Size});
     }
