@@ -22,6 +22,8 @@ struct CommandView {
   [[nodiscard]] bool ComparesNumber() const { return (Byte(1) & 0x80U) != 0; }
   [[nodiscard]] unsigned CompareOperation() const { return (Byte(1) >> 4U) & 0x07U; }
   [[nodiscard]] unsigned Branch() const { return Byte(1) & 0x0FU; }
+  // Where a general register's new value stands, or the register that has it: types 3 to 6.
+  [[nodiscard]] std::size_t SourceAt() const { return Type() == 3 ? 5 : Type() == 4 ? 3 : 2; }
 };
 
 }  // namespace quorvelant

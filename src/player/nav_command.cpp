@@ -269,9 +269,8 @@ void SetSystem(const CommandView& view, NavRegisters& registers) {
 }
 
 // Types 4 to 6: the set writes to the register of byte 1.
-void SetOfCompound(const CommandView& view, std::size_t sourceAt, NavRegisters& registers,
-                   const NavRandom& random) {
-  const std::uint8_t code = view.Byte(sourceAt);
+void SetOfCompound(const CommandView& view, NavRegisters& registers, const NavRandom& random) {
+  const std::uint8_t code = view.Byte(view.SourceAt());
   const std::uint16_t value = view.SetsByNumber() ? view.Word(2) : registers.ByCode(code);
   SetGeneral(view.SetOperation(), view.Byte(1) & 0x0FU, value, code, view.SetsByNumber(), registers, random);
 }
@@ -323,27 +322,28 @@ NavLead RunNavCommand(const NavCommand& command, NavRegisters& registers, const 
       return {};
     case 3:
       if (HoldsForSet(view, registers)) {
-        const std::uint16_t value = view.SetsByNumber() ? view.Word(4) : registers.ByCode(view.Byte(5));
-        SetGeneral(view.SetOperation(), view.Byte(3) & 0x0FU, value, view.Byte(5), view.SetsByNumber(),
-                   registers, random);
+        const std::uint16_t value =
+            view.SetsByNumber() ? view.Word(4) : registers.ByCode(view.Byte(view.SourceAt()));
+        SetGeneral(view.SetOperation(), view.Byte(3) & 0x0FU, value, view.Byte(view.SourceAt()),
+                   view.SetsByNumber(), registers, random);
         return view.CompareOperation() == 0 ? Link(view) : NavLead{};
       }
       return {};
     case 4: {
-      SetOfCompound(view, 3, registers, random);
+      SetOfCompound(view, registers, random);
       const std::uint16_t right = view.ComparesNumber() ? view.Word(4) : registers.ByCode(view.Byte(5));
       const bool holds = Holds(view.CompareOperation(), registers.General.at(view.Byte(1) & 0x0FU), right);
       return holds ? SubLink(view) : NavLead{};
     }
     case 5:
       if (HoldsInCompound(view, registers)) {
-        SetOfCompound(view, 2, registers, random);
+        SetOfCompound(view, registers, random);
         return SubLink(view);
       }
       return {};
     case 6:
       if (HoldsInCompound(view, registers)) {
-        SetOfCompound(view, 2, registers, random);
+        SetOfCompound(view, registers, random);
       }
       return SubLink(view);
     default:

@@ -28,7 +28,8 @@ NavRegisterSet ComparesInCompound(const CommandView& view) {
   return view.SetsByNumber() ? BitOfCode(view.Byte(4)) | BitOfCode(view.Byte(5)) : ComparesEarly(view);
 }
 
-void AddGeneral(const CommandView& view, std::uint8_t target, std::uint8_t source, NavFacts& facts) {
+void AddGeneral(const CommandView& view, std::uint8_t target, NavFacts& facts) {
+  const std::uint8_t source = view.Byte(view.SourceAt());
   constexpr unsigned Plain = 1;
   constexpr unsigned Swap = 2;
   const NavRegisterSet bit = NavRegisterSet{1} << (target & 0x0FU);
@@ -96,21 +97,21 @@ NavFacts FactsOf(const NavCommand& command) {
       break;
     case 3:
       compared = ComparesForSet(view);
-      AddGeneral(view, view.Byte(3), view.Byte(5), facts);
+      AddGeneral(view, view.Byte(3), facts);
       break;
     case 4:
       compared = (NavRegisterSet{1} << (view.Byte(1) & 0x0FU)) |
                  (view.ComparesNumber() ? 0 : BitOfCode(view.Byte(5)));
-      AddGeneral(view, view.Byte(1), view.Byte(3), facts);
+      AddGeneral(view, view.Byte(1), facts);
       facts.WritesAlways = true;
       break;
     case 5:
       compared = ComparesInCompound(view);
-      AddGeneral(view, view.Byte(1), view.Byte(3), facts);
+      AddGeneral(view, view.Byte(1), facts);
       break;
     case 6:
       compared = ComparesInCompound(view);
-      AddGeneral(view, view.Byte(1), view.Byte(3), facts);
+      AddGeneral(view, view.Byte(1), facts);
       facts.LeadsAlways = true;
       break;
     default:

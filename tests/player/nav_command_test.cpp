@@ -1,8 +1,11 @@
 // Commands by their bytes, as DVD-Video lays them out.
 #include "player/nav_command.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -15,6 +18,14 @@ using Kind = NavLead::Kind;
 
 NavLead RunHex(std::string_view hex, NavRegisters& registers, std::uint16_t drawn = 1) {
   return RunNavCommand(ParseCommandHex(hex), registers, [drawn](std::uint16_t /*bound*/) { return drawn; });
+}
+
+std::string CommandHexOf(const NavCommand& command) {
+  std::string hex;
+  for (const std::uint8_t byte : command) {
+    hex += fmt::format("{:02X}", byte);
+  }
+  return hex;
 }
 
 TEST(NavCommand, LeadsWhereItsBytesSay) {
@@ -119,6 +130,38 @@ TEST(NavCommand, SetsStreamsTimersButtonsAndCounters) {
   RunHex("5300000900830000", registers);
   EXPECT_EQ(registers.General[3], 9);
   EXPECT_TRUE(registers.Counts[3]);
+}
+
+// What the facts of a command say that it reads is all that makes a difference to what it does.
+TEST(NavCommand, FactsNameEveryRegisterThatMatters) {
+  std::mt19937 random(7);  // NOLINT(cert-msc51-cpp): the same each time
+  std::uniform_int_distribution<unsigned> any(0, 0xFFFF);
+  const NavRandom half = [](std::uint16_t bound) { return static_cast<std::uint16_t>(bound / 2U + 1U); };
+  for (int i = 0; i < 40000; ++i) {
+    NavCommand command{};
+    std::ranges::generate(command, [&] { return static_cast<std::uint8_t>(any(random)); });
+    command[0] = static_cast<std::uint8_t>((any(random) % 7U) << 5U | (command[0] & 0x1FU));
+    for (const std::size_t at : {2U, 3U, 4U, 5U, 6U, 7U}) {  // few registers, so that they meet
+      command.at(at) = static_cast<std::uint8_t>(command.at(at) & (any(random) % 4U == 0 ? 0xFFU : 0x83U));
+    }
+    NavRegisters one;
+    std::ranges::generate(one.General, [&] { return static_cast<std::uint16_t>(any(random) % 4U); });
+    NavRegisters other = one;
+    const std::size_t changed = any(random) % 8U;
+    const std::size_t number = changed % 4U;
+    std::uint16_t& value = changed < 4 ? other.General.at(number) : other.System.at(number);
+    value = static_cast<std::uint16_t>(value + 1U + any(random) % 3U);
+    const NavFacts facts = FactsOf(command);
+    const std::uint64_t bit = std::uint64_t{1} << (changed < 4 ? number : 16U + number);
+    if ((facts.Reads & bit) != 0) {
+      continue;
+    }
+    const NavLead lead = RunNavCommand(command, one, half);
+    EXPECT_EQ(RunNavCommand(command, other, half), lead) << CommandHexOf(command) << " register " << changed;
+    (changed < 4 ? other.General.at(number) : other.System.at(number)) =
+        changed < 4 ? one.General.at(number) : one.System.at(number);
+    EXPECT_EQ(other, one) << CommandHexOf(command) << " register " << changed;
+  }
 }
 
 }  // namespace
