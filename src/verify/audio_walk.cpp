@@ -18,12 +18,16 @@ std::size_t HeaderBytesOf(unsigned stream) {
 
 }  // namespace
 
-AudioWalk::AudioWalk(const VobTeller& teller, unsigned stream)
+AudioWalk::AudioWalk(const VobTeller& teller, unsigned stream, bool isOurs)
     : teller_(&teller),
       stream_(stream),
+      isLoose_(!isOurs && CodingOf(stream) == AudioCoding::Lpcm),
       name_(fmt::format("audio stream 0x{:02X}", stream)),
       framer_(CodingOf(stream)),
-      buffer_(teller, name_ + " buffer") {}
+      buffer_(teller, name_ + " buffer") {
+  constexpr std::int64_t TwoPacks = 2 * SectorBytes;
+  buffer_.SetSlack(isLoose_ ? TwoPacks : 0);
+}
 
 void AudioWalk::Feed(const ScannedPacket& packet) {
   lastSector_ = packet.Sector;
@@ -72,14 +76,14 @@ void AudioWalk::Feed(const ScannedPacket& packet) {
 void AudioWalk::CheckHeader(const ScannedPacket& packet, const std::vector<AudioFrameStart>& starts,
                             std::size_t skipped) const {
   if (packet.Payload[1] != starts.size()) {
-    teller_->Tell(message::FramesBroken, packet.Sector, packet.At + 1, name_, "number of frame headers",
-                  starts.size(), packet.Payload[1]);
+    teller_->Tell(isLoose_ ? message::AudioLoose : message::FramesBroken, packet.Sector, packet.At + 1, name_,
+                  "number of frame headers", starts.size(), packet.Payload[1]);
   }
   const std::size_t said = GetBytes(packet.Payload, 2, 2);
   const std::size_t wanted = starts.empty() ? 0 : starts.front().At + skipped - 3;
   if (said != wanted) {
-    teller_->Tell(starts.empty() ? message::AudioLoose : message::FramesBroken, packet.Sector, packet.At + 2,
-                  name_, "first access unit pointer", wanted, said);
+    teller_->Tell(starts.empty() || isLoose_ ? message::AudioLoose : message::FramesBroken, packet.Sector,
+                  packet.At + 2, name_, "first access unit pointer", wanted, said);
   }
 }
 
@@ -119,7 +123,9 @@ void AudioWalk::Time(const ScannedPacket& packet, const std::vector<AudioFrameSt
     teller_->Tell(message::StampLoose, packet.Sector, 0, name_, "PTS", "one where a frame starts", "none");
   } else if (const std::int64_t pause = std::int64_t{*packet.Pts} - time; std::abs(pause) > 1) {
     if (!IsDeclared(time, pause)) {
-      teller_->Tell(message::StampWrong, packet.Sector, 0, name_, "PTS",
+      const auto packetTicks = static_cast<std::int64_t>(starts.size() + 1) * framer_.Ticks();
+      const bool isFree = isLoose_ && std::abs(pause) <= packetTicks;
+      teller_->Tell(isFree ? message::StampLoose : message::StampWrong, packet.Sector, 0, name_, "PTS",
                     fmt::format("{} by the frames before", time), *packet.Pts);
     }
     time = *packet.Pts;

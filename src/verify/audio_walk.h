@@ -28,8 +28,9 @@ struct AudioGap {
 
 class AudioWalk {
  public:
-  // `stream` is the substream of private stream 1, or the stream id from 0xC0 on.
-  AudioWalk(const VobTeller& teller, unsigned stream);
+  // `stream` is the substream of private stream 1, or the stream id from 0xC0 on. Some programs cut LPCM into
+  // packets of their own size and count no frames of 1/600 s: on discs of others that is a note.
+  AudioWalk(const VobTeller& teller, unsigned stream, bool isOurs);
 
   // What the navigation pack before says of the stream.
   void SetGaps(const std::array<AudioGap, 2>& gaps) { gaps_ = gaps; }
@@ -52,6 +53,7 @@ class AudioWalk {
 
   const VobTeller* teller_;
   unsigned stream_;
+  bool isLoose_;  // LPCM of others
   std::string name_;
   AudioFramer framer_;
   DecoderBuffer buffer_;

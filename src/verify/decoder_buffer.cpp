@@ -58,7 +58,7 @@ void DecoderBuffer::CheckRoom(const Arrival& arrival) {
   fill = std::max(fill, fillNow(arrival.Total));
   peak_ = std::max(peak_, fill);
   if (fill > size_) {
-    teller_->Tell(message::BufferOverflow, arrival.Sector, 0, stream_, "",
+    teller_->Tell(fill > size_ + slack_ ? message::BufferOverflow : message::BufferTight, arrival.Sector, 0, stream_, "",
                   fmt::format("at most {} bytes", size_), fill);
   }
 }

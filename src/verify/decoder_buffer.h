@@ -16,6 +16,8 @@ class DecoderBuffer {
   DecoderBuffer(const VobTeller& teller, std::string stream) : teller_(&teller), stream_(std::move(stream)) {}
 
   void SetSize(std::int64_t bytes) { size_ = bytes; }
+  // So much over the size is a note: who puts packs into a stream that is muxed moves the rest of it.
+  void SetSlack(std::int64_t bytes) { slack_ = bytes; }
   [[nodiscard]] std::int64_t Size() const { return size_; }
   [[nodiscard]] std::int64_t Peak() const { return peak_; }
   [[nodiscard]] std::uint64_t Total() const { return total_; }  // bytes that arrived
@@ -45,6 +47,7 @@ class DecoderBuffer {
   const VobTeller* teller_;
   std::string stream_;
   std::int64_t size_ = 0;
+  std::int64_t slack_ = 0;
   std::int64_t peak_ = 0;
   std::uint64_t total_ = 0;
   std::uint64_t before_ = 0;   // bytes that arrived until the last pack that was played

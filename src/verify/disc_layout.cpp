@@ -126,12 +126,14 @@ void CheckLayout(const DiscDomain& domain, const IfoTables& tables, DiscFindings
     return file != nullptr && file->FirstSector ? *file->FirstSector - *domain.Ifo->FirstSector : inFolder;
   };
   const DiscSourceFile* menu = domain.Menus.Files.empty() ? nullptr : domain.Menus.Files.front().File;
-  if (menu == nullptr || tables.MenuStart == 0) {
-    compare(vtsi::MenuVobs.Offset, tables.IsManager() ? "VMGM_VOBS_SA" : "VTSM_VOBS_SA",
-            menu == nullptr ? 0 : ifo, tables.MenuStart);
+  const char* const menuField = tables.IsManager() ? "VMGM_VOBS_SA" : "VTSM_VOBS_SA";
+  if (menu == nullptr && !tables.IsOurs && tables.MenuStart != 0) {  // where they would be
+    teller.Tell(message::LayoutLoose, static_cast<std::uint32_t>(vtsi::MenuVobs.Offset), table, menuField, 0,
+                tables.MenuStart);
+  } else if (menu == nullptr || tables.MenuStart == 0) {
+    compare(vtsi::MenuVobs.Offset, menuField, menu == nullptr ? 0 : ifo, tables.MenuStart);
   } else {
-    compare(vtsi::MenuVobs.Offset, tables.IsManager() ? "VMGM_VOBS_SA" : "VTSM_VOBS_SA", placed(menu, ifo),
-            tables.MenuStart);
+    compare(vtsi::MenuVobs.Offset, menuField, placed(menu, ifo), tables.MenuStart);
   }
   if (!tables.IsManager() && !domain.Titles.Files.empty()) {
     compare(vtsi::TitleVobs.Offset, "VTSTT_VOBS_SA", placed(domain.Titles.Files.front().File, ifo + menus),

@@ -191,6 +191,10 @@ class ChainReader {
       bad(0, "C_CAT", "block mode and type of an angle block, or of none",
           fmt::format("0x{:02X}", cell.Category));
     }
+    constexpr unsigned OfAngles = 0xF5;  // block mode and type, interleaving, change of angles
+    if (teller_->IsOurs() && (cell.Category & OfAngles) != 0) {  // this program makes none
+      bad(0, "C_CAT", "no angles", fmt::format("0x{:02X}", cell.Category));
+    }
     chain_.Cells.push_back(cell);
   }
 

@@ -90,8 +90,6 @@ inline constexpr MessageKind SyncLoose{"verify-sync-loose", Severity::Informatio
                                        ImageDamaged.Text};
 inline constexpr MessageKind HighlightWrong{"verify-highlight", Severity::Error, "Highlights",
                                             ImageDamaged.Text};
-inline constexpr MessageKind HighlightLoose{"verify-highlight-loose", Severity::Information, "Highlights",
-                                            ImageDamaged.Text};
 inline constexpr MessageKind BufferStarved{"verify-buffer-under", Severity::Error, "Decoder Buffers",
                                            ImageDamaged.Text};
 inline constexpr MessageKind BufferOverflow{"verify-buffer-over", Severity::Error, "Decoder Buffers",

@@ -248,8 +248,11 @@ class NavCheck {
       const std::int64_t sector =
           std::int64_t{record.Vobu.Sector} + ((value & 0x80000000U) != 0 ? -distance : distance);
       if (!LeadsTo(sector, static_cast<std::uint8_t>(stream))) {
-        Tell(message::SyncWrong, record, offset, field, "a pack of the stream, or the VOBU that has one",
-             fmt::format("sector {}", sector));
+        // Some programs lead to a VOBU that has none: a player finds nothing there, and goes on.
+        const bool isVobu = sector >= 0 && sector < static_cast<std::int64_t>(tags_.size()) &&
+                            tags_[static_cast<std::size_t>(sector)] == NavTag;
+        Tell(isVobu && !order_->IsOurs ? message::SyncLoose : message::SyncWrong, record, offset, field,
+             "a pack of the stream, or the VOBU that has one", fmt::format("sector {}", sector));
       }
     }
   }
@@ -284,7 +287,10 @@ class NavCheck {
       Tell(message::NavWrong, record, nav::IlvuEa.Offset, "ILVU_EA, NXT_ILVU_SA, NXT_ILVU_SZ",
            "0 in a VOBU that is not interleaved", fmt::format("{}, {}, {}", unitEnd, nextUnit, nextSize));
     }
-    if ((category & 0x0FFFU) != 0) {
+    if (order_->IsOurs && category != 0) {  // this program interleaves nothing
+      Tell(message::NavWrong, record, nav::VobuSmlCat.Offset, nav::VobuSmlCat.Name, 0,
+           fmt::format("0x{:04X}", category));
+    } else if ((category & 0x0FFFU) != 0) {
       Tell(message::NavLoose, record, nav::VobuSmlCat.Offset, nav::VobuSmlCat.Name, "reserved bits clear",
            fmt::format("0x{:04X}", category));
     }
@@ -299,7 +305,8 @@ class NavCheck {
                                           : static_cast<std::uint32_t>(GetBytes(record.Angles, 4 * i, 4));
       const std::uint32_t distance = word & 0x7FFFFFFFU;
       const bool quiet = distance == 0 || distance == 0x7FFFFFFF;
-      if (order_->IsOurs ? word == 0 : quiet) {  // this program makes no angles
+      const bool hasSize = seamless && record.Get(nav::SeamlessAngles.Offset + 6 * (i - 9) + 4, 2) != 0;
+      if (order_->IsOurs ? word == 0 && !hasSize : quiet) {  // this program makes no angles
         continue;
       }
       const std::int64_t sector =

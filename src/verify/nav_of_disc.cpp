@@ -82,7 +82,10 @@ class DomainReader {
     nav.Subpictures = chain.Subpictures;
     nav.IsEntry = chain.IsEntry();
     for (const IfoCell& cell : chain.Cells) {
+      const std::uint8_t before = nav.Cells.empty() ? std::uint8_t{0} : nav.Cells.back().Angle;
       nav.Cells.push_back(CellOf(cell, fmt::format("{} cell {}", name, cell.Number)));
+      const unsigned mode = cell.BlockMode();
+      nav.Cells.back().Angle = static_cast<std::uint8_t>(mode == 0 ? 0U : mode == 1 ? 1U : before + 1U);
     }
     return nav;
   }

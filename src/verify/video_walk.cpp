@@ -50,11 +50,8 @@ void VideoWalk::EndVobu(std::uint32_t sector) {
   CheckGroups(sector);
   Stamp(frames, sector);
   for (const Frame& frame : frames) {
-    if (frame.Kind != 'B') {
-      ++vobu.References;
-      if (vobu.ReferenceEnds.size() < 3) {
-        vobu.ReferenceEnds.push_back(SectorOf(frame.DataEnd - 1));
-      }
+    if (frame.Kind != 'B' && vobu.ReferenceEnds.size() < 3) {
+      vobu.ReferenceEnds.push_back(SectorOf(frame.DataEnd - 1));
     }
   }
   vobu.Pictures = static_cast<int>(frames.size());
@@ -126,10 +123,6 @@ std::vector<VideoWalk::Frame> VideoWalk::TakeFrames(VobuVideo& vobu) {
   if (sequence != nullptr && sequence->Rest != sequence_) {
     sequence_ = sequence->Rest;
     CheckSequence(chunks_.front().Sector, *sequence, mpeg2);
-  }
-  if (!groups_.empty() && !frames.empty()) {
-    vobu.LeadingB = !groups_.front().Closed && frames.size() > 1 && frames[1].Kind == 'B' &&
-                    frames[1].Reference < frames[0].Reference;
   }
   return frames;
 }

@@ -20,11 +20,9 @@ struct VobuVideo {
   int Pictures = 0;
   bool EndsWithCode = false;
   std::vector<std::uint32_t> ReferenceEnds = {};  // last sectors of its first three reference pictures
-  int References = 0;
   std::uint32_t CodeEnd = 0;               // last sector of the sequence end code, where it ends with one
   std::optional<std::int64_t> Start = {};  // of its first picture shown
   std::int64_t Stop = 0;                   // of its last
-  bool LeadingB = false;                   // its GOP begins with pictures that lean on the GOP before
 };
 
 class VideoWalk {
@@ -32,7 +30,7 @@ class VideoWalk {
   VideoWalk(const VobTeller& teller, const IfoVideo& video, bool known);
 
   void Feed(const ScannedPacket& packet);
-  // The VOBU that begins at this sector has no more video. Gives its index among those ended.
+  // The VOBU that begins at this sector has no more video.
   void EndVobu(std::uint32_t sector);
   // The VOB has no more.
   void EndVob();

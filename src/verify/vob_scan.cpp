@@ -133,6 +133,8 @@ void VobScan::TakeNav(ByteView sector, std::int64_t scr) {
   auto& vob = vobs_[vobId];
   if (!vob) {
     vob = std::make_unique<VobState>(*teller_, order_.Streams.Video, order_.Known);
+    constexpr std::int64_t OthersSlack = 2 * SectorBytes;
+    vob->Video.Buffer().SetSlack(order_.IsOurs ? 0 : OthersSlack);
   }
   vob_ = vob.get();
   NavRecord record;
@@ -220,7 +222,7 @@ void VobScan::Hand(unsigned id, const ScannedPacket& packet) {
     walk.Buffer().SetSize(SubpictureBytes);
     walk.Feed(packet);
   } else if (CodingOf(id) != AudioCoding::Unknown) {
-    auto& walk = vob_->Audio.try_emplace(id, *teller_, id).first->second;
+    auto& walk = vob_->Audio.try_emplace(id, *teller_, id, order_.IsOurs).first->second;
     CheckFirst(packet, walk.Buffer(), id);
     walk.SetGaps(GapsOf(vob_->Records.back(), id & 7U));
     walk.Feed(packet);

@@ -14,19 +14,21 @@ namespace {
 
 // Fields that nothing else on a disc determines: texts, permissions, colours, commands and their order, and
 // what a maker may choose.
-const std::set<std::string_view> FreeFields{
-    "PVR_ID",       "VMG_POS_CD",    "VMG_CAT",      "VLMS_ID",
-    "VERN",         "PGC_UOP_CTL",   "PGC_PB_MODE",  "PGC_STILL_TIME",
-    "PGC_SP_PLT",   "TT_PTL_ID_FLD", "PTL_ID_FLD",   "C_CAT.STILL_TIME",
-    "C_CAT.CMD_N",  "C_CAT",         "NEXT_PGCN",    "PREV_PGCN",
-    "GOUP_PGCN",    "TT_PB_TY",      "PGCI_LU_LCD",  "VMGM_V_ATR",
-    "VMGM_AST_ATR", "VMGM_SPST_ATR", "VMGM_SPST_Ns", "VMGM_AST_Ns",
-    "PGC_AST_CTLT", "PGC_SPST_CTLT", "PTL_MAIT_SA",  "TXTDT_MG_SA",
-    "VOBU_CAT",     "VOBU_UOP_CTL",  "VOBU_ISRC",    "BTN_COLI",
-    "RECI",         "BTNI",          "BTN_OFN",      "NSL_BTN_NS",
-    "FOSL_BTN",     "FOAC_BTN",      "BTN_SL_E_PTM", "HLI_E_PTM",
-    "HLI_S_PTM",    "BTN_MD",        "VOBU_SML_CAT", "VOB_A_STP_PTM_GAP_LEN",
-    "SML_AGL_DSTA", "system_header", "PGC_CMDT_SA"};
+const std::set<std::string_view> FreeFields{"PVR_ID",        "VMG_POS_CD",     "VMG_CAT",
+                                            "VLMS_ID",       "VERN",           "PGC_UOP_CTL",
+                                            "PGC_PB_MODE",   "PGC_STILL_TIME", "PGC_SP_PLT",
+                                            "TT_PTL_ID_FLD", "PTL_ID_FLD",     "C_CAT.STILL_TIME",
+                                            "C_CAT.CMD_N",   "C_CAT",          "PREV_PGCN",
+                                            "GOUP_PGCN",     "TT_PB_TY",       "PGCI_LU_LCD",
+                                            "VMGM_V_ATR",    "VMGM_AST_ATR",   "VMGM_SPST_ATR",
+                                            "VMGM_SPST_Ns",  "VMGM_AST_Ns",    "PGC_AST_CTLT",
+                                            "PGC_SPST_CTLT", "PTL_MAIT_SA",    "TXTDT_MG_SA",
+                                            "VOBU_CAT",      "VOBU_UOP_CTL",   "VOBU_ISRC",
+                                            "BTN_COLI",      "RECI",           "BTN_OFN",
+                                            "NSL_BTN_NS",    "FOSL_BTN",       "FOAC_BTN",
+                                            "BTNI",          "NEXT_PGCN",      "VOB_A_STP_PTM_GAP_LEN",
+                                            "BTN_SL_E_PTM",  "HLI_E_PTM",      "HLI_S_PTM",
+                                            "system_header", "PGC_CMDT_SA"};
 
 constexpr std::size_t ScrBytes = 6;  // at byte 4 of a pack
 

@@ -29,6 +29,27 @@ constexpr const char* ByMplex = "mplex -v 0 -f 8 -o {2} {0} {1}";
 constexpr const char* ByFfmpeg =
     "ffmpeg -nostdin -v error -fflags +genpts -f lavfi -i testsrc2=s=720x576:r=25:d=3 -i {1} -c:a copy "
     "-aspect 4:3 -target pal-dvd -t 3 {2} # {0}";
+constexpr const char* ByFfmpegLpcm =
+    "ffmpeg -nostdin -v error -fflags +genpts -f lavfi -i testsrc2=s=720x576:r=25:d=3 -i {1} -c:a pcm_s16be "
+    "-aspect 4:3 -target pal-dvd -t 3 {2} # {0}";
+// Buttons, or subtitles of two streams, that show from a second.
+constexpr const char* WithButtons =
+    "ffmpeg -nostdin -v error -f lavfi -i "
+    "color=c=black@0:s=720x576,format=rgba,drawbox=100:100:200:60:red:fill "
+    "-frames:v 1 {2}.png && mplex -v 0 -f 8 -o {2}.plain {0} {1} && printf '<subpictures><stream><spu "
+    "start=\"0:00:01\" end=\"0:00:02.5\" highlight=\"%s\" force=\"yes\"><button name=\"a\" x0=\"100\" "
+    "y0=\"100\" "
+    "x1=\"300\" y1=\"160\"/></spu></stream></subpictures>' {2}.png > {2}.xml && VIDEO_FORMAT=PAL spumux "
+    "{2}.xml "
+    "< {2}.plain > {2} 2>/dev/null";
+constexpr const char* WithSubtitles =
+    "ffmpeg -nostdin -v error -f lavfi -i "
+    "color=c=black@0:s=720x576,format=rgba,drawbox=100:400:200:60:red:fill "
+    "-frames:v 1 {2}.png && mplex -v 0 -f 8 -o {2}.plain {0} {1} && printf '<subpictures><stream><spu "
+    "start=\"0:00:01\" end=\"0:00:02\" image=\"%s\"/></stream></subpictures>' {2}.png > {2}.xml && "
+    "VIDEO_FORMAT=PAL spumux -s 0 {2}.xml < {2}.plain 2>/dev/null | VIDEO_FORMAT=PAL spumux -s 1 {2}.xml > "
+    "{2} "
+    "2>/dev/null";
 constexpr const char* ByFfmpegNtsc =
     "ffmpeg -nostdin -v error -f lavfi -i testsrc2=s=720x480:r=30000/1001:d=3 -i {1} -c:a copy -aspect 4:3 "
     "-target "
@@ -52,6 +73,15 @@ const ForeignDisc Discs[] = {
      "<pgc entry=\"root\"><vob file=\"{0}\"/><post>jump title 1;</post></pgc>",
      "<pgc><vob file=\"{0}\"><cell start=\"0\" end=\"1\" program=\"1\"/><cell start=\"1\" end=\"-1\" "
      "chapter=\"1\">g3 = 7;</cell></vob><post>jump title 1 chapter 2;</post></pgc>"},
+    {"FfmpegLpcm", false, ByFfmpegLpcm, "", "<pgc><vob file=\"{0}\"/></pgc>"},
+    {"ButtonsFromASecond", false, WithButtons,
+     "<pgc entry=\"root\"><vob file=\"{0}\"/><button name=\"a\">jump title 1;</button><post>jump cell "
+     "1;</post>"
+     "</pgc>",
+     "<pgc><vob file=\"{0}.plain\"/><post>call menu;</post></pgc>"},
+    {"SubtitlesThenNone", false, WithSubtitles, "",
+     "<subpicture lang=\"en\"/><subpicture lang=\"de\"/><pgc><vob file=\"{0}\"/><vob "
+     "file=\"{0}.plain\"/></pgc>"},
     {"FfmpegNtsc", true, ByFfmpegNtsc, "",
      "<pgc><vob file=\"{0}\"/><post>exit;</post></pgc><pgc><vob file=\"{0}\"/><vob file=\"{0}\"/></pgc>"},
 };
@@ -80,6 +110,21 @@ class ForeignDiscs : public testing::TestWithParam<ForeignDisc> {
     return said;
   }
 
+  static void ExpectNoErrors(const std::string& disc) {
+    SCOPED_TRACE(disc);
+    RecordingUi ui;
+    const VerifyResult read = VerifyDisc(disc, ui);
+    EXPECT_FALSE(read.IsOurs);
+    for (const DiscFinding& finding : read.Findings.All()) {
+      EXPECT_NE(finding.Kind->Level, Severity::Error)
+          << finding.Kind->Code << " " << MessageOfFinding(finding, "").Place << ": "
+          << MessageOfFinding(finding, "").Text;
+    }
+    for (const Message& way : DiscNavigation(SurveyOf(NavOfDisc(read)), false)) {
+      EXPECT_NE(way.Level, Severity::Error) << way.Place << ": " << way.Text;
+    }
+  }
+
   TempFolder Temp;
 };
 
@@ -89,16 +134,10 @@ TEST_P(ForeignDiscs, HaveNoErrors) {
   }
   const std::string said = Make();
   ASSERT_TRUE(std::filesystem::exists(Temp / "disc/VIDEO_TS/VTS_01_1.VOB")) << said;
-  RecordingUi ui;
-  const VerifyResult read = VerifyDisc(Temp / "disc/VIDEO_TS", ui);
-  EXPECT_FALSE(read.IsOurs);
-  for (const DiscFinding& finding : read.Findings.All()) {
-    EXPECT_NE(finding.Kind->Level, Severity::Error)
-        << finding.Kind->Code << " " << MessageOfFinding(finding, "").Place << ": "
-        << MessageOfFinding(finding, "").Text;
-  }
-  for (const Message& way : DiscNavigation(SurveyOf(NavOfDisc(read)), false)) {
-    EXPECT_NE(way.Level, Severity::Error) << way.Place << ": " << way.Text;
+  ExpectNoErrors(Temp / "disc/VIDEO_TS");
+  if (!LinesOf("command -v genisoimage").empty()) {
+    LinesOf("genisoimage -quiet -dvd-video -V DISC -o " + Temp / "disc.iso" + " " + Temp / "disc");
+    ExpectNoErrors(Temp / "disc.iso");
   }
 }
 

@@ -38,7 +38,7 @@ TEST(AudioWalk, PausesWhereItIsDeclared) {
                {{Start + 9 * Frame, Pause}, true}};
   for (const auto& test : cases) {
     ToldOfVob told;
-    AudioWalk walk(told.Teller, 0x80);
+    AudioWalk walk(told.Teller, 0x80, true);
     walk.Buffer().SetSize(58 * 1024);
     for (std::uint32_t i = 0; i < 6; ++i) {
       Bytes payload{0x80, 1, 0, 1};
