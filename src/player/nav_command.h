@@ -57,6 +57,8 @@ struct NavLead {
   std::uint8_t ResumeCell = 0;  // calls; 0 for where it was
 
   [[nodiscard]] bool LeavesList() const { return What > Kind::Break; }
+  // To a place of the disc, or out of it.
+  [[nodiscard]] bool Leads() const { return LeavesList() && What != Kind::NoLink && What != Kind::Unknown; }
   bool operator==(const NavLead&) const = default;
 };
 

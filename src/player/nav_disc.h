@@ -46,6 +46,7 @@ struct NavCell {
   std::uint32_t Ticks = 0;
   std::uint8_t StillTime = 0;        // seconds
   std::uint8_t Command = 0;          // number among the chain's cell commands
+  std::uint8_t Angle = 0;            // of a block of cells for one time, each an angle: from 1; else 0
   std::uint32_t UserOperations = 0;  // of its VOBUs, as that of a chain
   std::vector<NavPage> Pages = {};   // by start
   bool operator==(const NavCell&) const = default;

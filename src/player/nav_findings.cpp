@@ -97,10 +97,8 @@ class WalkJudge {
         continue;
       }
       const NavFacts facts = FactsOf(*command);
-      const bool leads = facts.Lead.LeavesList() && facts.Lead.What != NavLead::Kind::NoLink &&
-                         facts.Lead.What != NavLead::Kind::Unknown;
       // What sets a register may set it to what it is.
-      if (facts.Writes == 0 && (!leads || walk_.IsWhole())) {
+      if (facts.Writes == 0 && (!facts.Lead.Leads() || walk_.IsWhole())) {
         AddCommand(Kind::ButtonIdle, at, activation.First);
       }
     }
@@ -169,15 +167,18 @@ class WalkJudge {
   }
 
   void Streams() {
+    std::set<std::pair<NavCommandAt, int>> told;
     for (const auto& [chosen, moment] : walk_.MissingStreams()) {
       const auto& [command, chain, stream] = chosen;
-      if (walk_.Meets(command, stream)) {  // it is meant for a title that has it
+      // It is meant for a title that has it, or told of another that has it not.
+      if (walk_.Meets(command, stream) || !told.insert({command, stream}).second) {
         continue;
       }
       const bool isAudio = stream < FirstSubpicture;
       NavFinding& finding =
           AddCommand(isAudio ? Kind::AudioMissing : Kind::SubpictureMissing, command, moment);
       finding.Number = isAudio ? stream : stream - FirstSubpicture;
+      finding.Title = moment.After.Registers.Of(Sprm::Title);
       finding.At = chain;
     }
   }

@@ -37,7 +37,8 @@ struct NavFinding {
   std::optional<NavCommandAt> Command;
   NavCommand Bytes{};  // of the command
   NavLead::Kind Lead = NavLead::Kind::None;
-  int Number = 0;   // of the title, part, stream or set
+  int Number = 0;   // of the title, part, stream (from 0) or set
+  int Title = 0;    // that lacks the stream
   std::string Way;  // in words; empty for what has none
 };
 

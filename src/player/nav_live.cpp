@@ -180,7 +180,7 @@ bool NavLive::Update(std::size_t chain) {
       AheadOf(chain, row.Post, entryOf(chains_.TargetOf(placed.Point, {.What = NavLead::Kind::NextChain})));
   NavRegisterSet stand = row.Stand | tail | ByKeys(chain);
   for (const NavFacts& facts : row.Others) {
-    stand |= One(chain, facts, row.Stand, After(chain, facts.Lead));
+    stand |= One(facts, row.Stand, After(chain, facts.Lead));
   }
   const NavRegisterSet entry = AheadOf(chain, row.Pre, placed.Chain->Cells.empty() ? tail : stand);
   const NavRegisterSet any = anyTitle_ | (placed.Point.Domain == NavDomain::Title ? stand : 0);
@@ -215,8 +215,7 @@ NavRegisterSet NavLive::After(std::size_t chain, const NavLead& lead) const {
   return within ? rows_[to].Stand : rows_[to].Entry;
 }
 
-NavRegisterSet NavLive::One(std::size_t /*chain*/, const NavFacts& facts, NavRegisterSet next,
-                            NavRegisterSet lead) const {
+NavRegisterSet NavLive::One(const NavFacts& facts, NavRegisterSet next, NavRegisterSet lead) const {
   const bool leads = facts.Lead.What != NavLead::Kind::None && facts.Lead.What != NavLead::Kind::NoLink &&
                      facts.Lead.What != NavLead::Kind::Unknown;
   const NavRegisterSet after = !leads ? next : facts.LeadsAlways ? lead : next | lead;
@@ -238,7 +237,7 @@ NavRegisterSet NavLive::AheadOf(std::size_t chain, const std::vector<NavFacts>& 
       } else if (lead.What == NavLead::Kind::GoTo) {
         there = ahead[lead.Number == 0 ? i + 1 : lead.Number - 1U];
       }
-      const NavRegisterSet here = One(chain, list[i], ahead[i + 1], there) | ahead[i];
+      const NavRegisterSet here = One(list[i], ahead[i + 1], there) | ahead[i];
       changes = changes || here != ahead[i];
       ahead[i] = here;
     }

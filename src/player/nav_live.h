@@ -67,8 +67,7 @@ class NavLive {
   [[nodiscard]] NavRegisterSet After(std::size_t chain, const NavLead& lead) const;
   [[nodiscard]] NavRegisterSet AheadOf(std::size_t chain, const std::vector<NavFacts>& list,
                                        NavRegisterSet after) const;
-  [[nodiscard]] NavRegisterSet One(std::size_t chain, const NavFacts& facts, NavRegisterSet next,
-                                   NavRegisterSet lead) const;
+  [[nodiscard]] NavRegisterSet One(const NavFacts& facts, NavRegisterSet next, NavRegisterSet lead) const;
   [[nodiscard]] NavRegisterSet ByKeys(std::size_t chain) const;
 
   const NavChains& chains_;

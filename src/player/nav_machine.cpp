@@ -12,12 +12,9 @@ namespace {
 
 // User operations by their bits in PGC_UOP_CTL.
 enum class Uop : std::uint8_t {
-  TitleOrTimePlay = 0,
   PartPlay = 1,
   TitlePlay = 2,
-  Stop = 3,
   GoUp = 4,
-  TimeSearch = 5,
   PreviousPart = 6,
   NextPart = 7,
   TitleMenu = 10,
@@ -288,7 +285,11 @@ class Press {
   bool ToPart() {
     const std::size_t title = State().Registers.Of(Sprm::TitleOfSet);
     const std::size_t set = State().At.Set;
-    const bool isThere = InTitle() && set >= 1 && set <= disc_.Sets.size() && title >= 1 &&
+    constexpr std::uint8_t NoPartPlay = 2;
+    const std::size_t ofDisc = State().Registers.Of(Sprm::Title);
+    const bool isForbidden = ofDisc >= 1 && ofDisc <= disc_.Titles.size() &&
+                             (disc_.Titles[ofDisc - 1].Restrictions & NoPartPlay) != 0;
+    const bool isThere = !isForbidden && InTitle() && set >= 1 && set <= disc_.Sets.size() && title >= 1 &&
                          title <= disc_.Sets[set - 1].Parts.size() && event_.Number >= 1 &&
                          event_.Number <= disc_.Sets[set - 1].Parts[title - 1].size();
     if (isThere) {

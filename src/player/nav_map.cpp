@@ -36,13 +36,10 @@ class MapMaker {
       const NavChain& chain = *all[i].Chain;
       const auto [known, isNew] = places_.try_emplace(&chain, map_.Chains.size());
       if (isNew) {
-        const bool pages =
-            std::ranges::any_of(chain.Cells, [](const NavCell& cell) { return !cell.Pages.empty(); });
         map_.Chains.push_back({.Name = chain.Name,
                                .At = all[i].Point,
                                .Words = WordsOf(walk, all[i], severalLanguages),
-                               .IsReached = false,
-                               .HasPages = pages});
+                               .IsReached = false});
       }
       NavMapChain& shown = map_.Chains[known->second];
       shown.IsReached = shown.IsReached || walk.Enters(i);

@@ -18,7 +18,6 @@ struct NavMapChain {
   NavPoint At;
   std::string Words;  // with the language, where menus have several
   bool IsReached = false;
-  bool HasPages = false;
 };
 struct NavMapArrow {
   std::size_t From = 0;

@@ -116,8 +116,12 @@ class ReachJudge {
       chosen.insert(walk->ChosenStreams()->begin(), walk->ChosenStreams()->end());
     }
     const auto forbids = [&](std::uint32_t key) {
-      return std::ranges::all_of(
-          chains, [&](std::size_t chain) { return (set.Titles[chain - 1].UserOperations & key) != 0; });
+      return std::ranges::all_of(chains, [&](std::size_t number) {
+        const NavChain& chain = set.Titles[number - 1];
+        const auto isShut = [key](const NavCell& cell) { return (cell.UserOperations & key) != 0; };
+        return (chain.UserOperations & key) != 0 ||
+               (!chain.Cells.empty() && std::ranges::all_of(chain.Cells, isShut));
+      });
     };
     const NavChain& first = set.Titles[*chains.begin() - 1];
     const NavPoint at = TitlePoint(title.Set, *chains.begin());

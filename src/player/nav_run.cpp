@@ -11,6 +11,23 @@ std::uint8_t Byte(std::size_t value) {
   return static_cast<std::uint8_t>(value);
 }
 
+// Of a block of angles the one that is chosen, or its first.
+std::uint8_t CellOfAngle(const NavChain& chain, std::uint8_t cell, std::uint16_t angle) {
+  if (chain.Cells[cell - 1U].Angle != 1 || angle < 1) {
+    return cell;
+  }
+  const std::size_t wanted = std::size_t{cell} + angle - 1U;
+  return wanted <= chain.Cells.size() && chain.Cells[wanted - 1U].Angle == angle ? Byte(wanted) : cell;
+}
+
+// The last cell of the block that a cell is in: itself where it is in none.
+std::uint8_t LastOfBlock(const NavChain& chain, std::uint8_t cell) {
+  while (cell < chain.Cells.size() && chain.Cells[cell - 1U].Angle != 0 && chain.Cells[cell].Angle > 1) {
+    ++cell;
+  }
+  return cell;
+}
+
 }  // namespace
 
 // Marks at doubling distances are enough to close any circle (Brent).
@@ -127,8 +144,24 @@ bool NavRun::IsRedraw() {
   return isAgain;
 }
 
+// A shuffle takes each program once before any comes again.
 std::uint8_t NavRun::DrawProgram(const NavChain& chain) {
-  return Byte(random_(static_cast<std::uint16_t>(chain.Programs.size())));
+  constexpr unsigned Shuffles = 0x80;
+  if ((chain.Playback & Shuffles) == 0) {
+    return Byte(random_(static_cast<std::uint16_t>(chain.Programs.size())));
+  }
+  auto& drawn = State().Drawn;
+  const std::size_t count = std::min(chain.Programs.size(), drawn.size());
+  if (drawn.count() >= count) {
+    drawn.reset();
+  }
+  std::size_t left = random_(static_cast<std::uint16_t>(count - drawn.count()));
+  std::size_t program = 0;
+  while (drawn.test(program) || --left > 0) {
+    ++program;
+  }
+  drawn.set(program);
+  return Byte(program + 1);
 }
 
 NavRun::Next NavRun::Stop(NavStop why) {
@@ -159,6 +192,7 @@ NavRun::Next NavRun::StartChain() {
   state.At.Program = 1;
   state.At.Cell = 0;
   state.Page = 0;
+  state.Drawn.reset();
   state.Repeats =
       chain->Playback == 0 ? std::uint16_t{0} : static_cast<std::uint16_t>(chain->Playback & 0x7FU);
   if (state.At.Domain == NavDomain::Title) {
@@ -197,6 +231,7 @@ NavRun::Next NavRun::StartCell() {
   if (chain == nullptr || state.At.Cell < 1 || state.At.Cell > chain->Cells.size()) {
     return Next::Tail;
   }
+  state.At.Cell = CellOfAngle(*chain, state.At.Cell, state.Registers.Of(Sprm::Angle));
   const auto after = std::ranges::upper_bound(chain->Programs, state.At.Cell);
   state.At.Program = Byte(static_cast<std::size_t>(std::distance(chain->Programs.begin(), after)));
   state.Phase = NavPhase::Playing;
@@ -278,6 +313,7 @@ void NavRun::EndCell() {
     }
   }
   NavState& state = State();
+  state.At.Cell = LastOfBlock(*chain, state.At.Cell);
   const bool endsProgram = state.At.Cell >= chain->Cells.size() ||
                            std::ranges::binary_search(chain->Programs, Byte(state.At.Cell + 1U));
   if (endsProgram && chain->Playback != 0 && !chain->Programs.empty()) {

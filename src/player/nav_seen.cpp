@@ -130,11 +130,9 @@ void NavWalk::RecordButton(const NavMoment& moment, const NavState& before, cons
       buttons_.try_emplace(PlaceOf(*first, before.Page), Activation{false, moment}).first->second;
   const bool selects = first->Lead.What == NavLead::Kind::NoLink && first->Lead.Button != 0 &&
                        first->Lead.Button != first->Number;
-  const bool leads = first->Lead.LeavesList() && first->Lead.What != NavLead::Kind::NoLink &&
-                     first->Lead.What != NavLead::Kind::Unknown;
   NavState chosen = before;  // a number key chooses the button first
   chosen.Registers.PutButton(outcome.State.Registers.Button());
-  activation.HasEffect = activation.HasEffect || leads || selects || !(outcome.State == chosen);
+  activation.HasEffect = activation.HasEffect || first->Lead.Leads() || selects || !(outcome.State == chosen);
 }
 
 void NavWalk::RecordStop(const NavMoment& moment, const NavOutcome& outcome) {

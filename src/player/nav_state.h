@@ -1,6 +1,7 @@
 // Where a player stands.
 #pragma once
 
+#include <bitset>
 #include <cstdint>
 #include <optional>
 
@@ -50,6 +51,7 @@ struct NavState {
   NavPhase Phase = NavPhase::Stopped;
   NavStop Stop = NavStop::None;
   std::uint16_t Repeats = 0;  // programs that random playback has still to choose
+  std::bitset<128> Drawn;     // programs that a shuffle has chosen already, from 0; a walk forgets them
   NavRegisters Registers;
   std::optional<NavResume> Resume;
   bool operator==(const NavState&) const = default;

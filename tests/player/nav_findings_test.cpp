@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <ctime>
 #include <functional>
 #include <string>
 #include <vector>
@@ -254,13 +253,11 @@ NavDisc LargeDisc() {
 
 TEST(NavFindings, TheLargestDiscIsWalkedWhole) {
   const NavDisc disc = LargeDisc();
-  const std::clock_t begin = std::clock();
   const NavSurvey survey = SurveyOf(disc);
-  const double seconds = static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
   EXPECT_TRUE(survey.IsWhole);
   EXPECT_TRUE(survey.Findings.empty());
   EXPECT_GT(survey.States, 99U * 99U);
-  RecordProperty("seconds", std::to_string(seconds));
+  EXPECT_LT(survey.States, 50000U);  // a walk that forgets what it saw takes hours
 }
 
 TEST(NavChart, ShowsWhatNobodyReaches) {

@@ -194,6 +194,19 @@ TEST(NavMachine, GoesWhereAPlayerGoes) {
        "title menu, button 1"},
       {"keys that are forbidden", [](NavDisc& d) { FilmIn(d, 1).UserOperations = 1U << 11U | 1U << 7U; },
        "OK, Menu, Next, Title", "title menu, button 1"},
+      {"chapters that are closed to choice", [](NavDisc& d) { d.Titles[0].Restrictions = 2; },
+       "OK, chapter 3", "title 1, chapter 1"},
+      {"an angle, and what follows its block",
+       [](NavDisc& d) {
+         NavChain& film = FilmIn(d, 1);
+         film.Programs = {1, 3};
+         film.Cells[0].Angle = 1;
+         film.Cells[1].Angle = 2;
+         film.Cells[0].Command = 1;
+         film.CellCommands = CommandsOf({"3001000000000000"});  // of the angle that does not play
+         d.Sets[0].Parts[0] = {{1, 1}, {1, 2}};
+       },
+       "OK, angle 2, Top, wait", "title 1, chapter 2"},
       {"the timer", [](NavDisc& d) { FilmIn(d, 1).Pre = CommandsOf({"5200003C00020000"}); }, "OK, timer, end",
        "title menu, button 1"},
       {"another language", [](NavDisc& d) { d.Menus.insert(d.Menus.begin(), NavMenus{.Language = 0x6465}); },
@@ -215,6 +228,14 @@ TEST(NavMachine, DrawsProgramsAsOftenAsTheChainSays) {
   EXPECT_THAT(Stops(disc, "OK, wait, wait", third),
               testing::ElementsAre("title menu, button 1", "title 1, chapter 3", "title 1, chapter 3",
                                    "root menu of set 1, button 1"));
+}
+
+TEST(NavMachine, ShufflesProgramsWithoutRepeatingOne) {
+  NavDisc disc = SmallNavDisc();
+  FilmIn(disc, 1).Playback = 0x82;  // three programs
+  EXPECT_THAT(Stops(disc, "OK, wait, wait, wait", [](std::uint16_t bound) { return bound; }),
+              testing::ElementsAre("title menu, button 1", "title 1, chapter 3", "title 1, chapter 2",
+                                   "title 1, chapter 1", "root menu of set 1, button 1"));
 }
 
 TEST(NavMachine, TellsWhatHappened) {
