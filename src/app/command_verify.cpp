@@ -75,8 +75,9 @@ nlohmann::ordered_json FindingJson(const DiscFinding& finding, const std::string
   return json;
 }
 
-void PrintJson(const DiscProof& proof, const VerifyOptions& options, CommandContext& context) {
-  nlohmann::ordered_json list = nlohmann::ordered_json::array();
+void PrintJson(const DiscProof& proof, const VerifyOptions& options, const Findings& failures,
+               CommandContext& context) {
+  nlohmann::ordered_json list = MessagesJson(failures);
   for (const DiscFinding& finding : proof.Read.Findings.All()) {
     list.push_back(FindingJson(finding, options.Disc));
   }
@@ -86,7 +87,7 @@ void PrintJson(const DiscProof& proof, const VerifyOptions& options, CommandCont
   context.Out << JsonText({{"version", JsonVersion},
                            {"disc", options.Disc},
                            {"bytes", proof.Read.Bytes},
-                           {"proven", proof.IsProven()},
+                           {"proven", proof.IsProven() && failures.empty()},
                            {"findings", list}})
               << '\n';
 }
@@ -107,15 +108,21 @@ void Print(const DiscProof& proof, const VerifyOptions& options, CommandContext&
 }
 
 int Run(const VerifyOptions& options, CommandContext& context) {
+  DiscProof proof;
+  Findings failures;  // to read it
   try {
     context.Ui.Status("Reading " + options.Disc);
-    const DiscProof proof = Prove(options, context.Ui);
-    (options.Json ? PrintJson : Print)(proof, options, context);
-    return proof.IsProven() ? ExitDone : ExitFailed;
+    proof = Prove(options, context.Ui);
   } catch (const FileError& error) {
-    context.Ui.Tell(MessageOf(message::DiscUnreadable, options.Disc, error.OneLine()));
-    return ExitFailed;
+    failures.push_back(MessageOf(message::DiscUnreadable, options.Disc, error.OneLine()));
+    context.Ui.Tell(failures.back());
   }
+  if (options.Json) {
+    PrintJson(proof, options, failures, context);
+  } else if (failures.empty()) {
+    Print(proof, options, context);
+  }
+  return proof.IsProven() && failures.empty() ? ExitDone : ExitFailed;
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "app/message_json.h"
 #include "app/messages.h"
 #include "app/rules_option.h"
+#include "author/message_recorder.h"
 #include "base/counted.h"
 #include "base/disk.h"
 #include "base/text.h"
@@ -72,10 +73,12 @@ std::optional<std::vector<PressedStop>> StopsOf(const NavDisc& disc, const WalkO
   return stops;
 }
 
-bool PrintStops(const NavDisc& disc, const WalkOptions& options, CommandContext& context) {
-  const auto stops = StopsOf(disc, options, context.Ui);
+// Nothing where a word is no key.
+std::optional<int> PrintStops(const NavDisc& disc, const WalkOptions& options, UserInterface& ui,
+                              CommandContext& context) {
+  const auto stops = StopsOf(disc, options, ui);
   if (!stops) {
-    return false;
+    return std::nullopt;
   }
   nlohmann::ordered_json list = nlohmann::ordered_json::array();
   for (const PressedStop& stop : *stops) {
@@ -88,7 +91,7 @@ bool PrintStops(const NavDisc& disc, const WalkOptions& options, CommandContext&
   if (options.Json) {
     context.Out << JsonText({{"version", JsonVersion}, {"stops", list}}) << '\n';
   }
-  return true;
+  return ExitDone;
 }
 
 nlohmann::ordered_json MapJson(const NavMap& map) {
@@ -151,45 +154,46 @@ int Print(const WalkOptions& options, const std::optional<NavSurvey>& survey, co
   return status;
 }
 
-// What was read wrong of a disc is for `verify` to tell; what is absent of it leads nowhere here.
-int RunOnDisc(const WalkOptions& options, CommandContext& context) {
-  const VerifyResult read = VerifyDisc(options.Source, context.Ui);
+// What was read wrong of a disc is for `verify` to tell; what is absent of it leads nowhere here. Gives the
+// exit status, or nothing where it could not be read, which is told. Raises FileError.
+std::optional<int> RunOnDisc(const WalkOptions& options, UserInterface& ui, CommandContext& context) {
+  const VerifyResult read = VerifyDisc(options.Source, ui);
   if (read.Stopped || !read.HasTables()) {
     for (const DiscFinding& finding : read.Findings.All()) {
-      context.Ui.Tell(MessageOfFinding(finding, options.Source));
+      ui.Tell(MessageOfFinding(finding, options.Source));
     }
-    return ExitFailed;
+    return std::nullopt;
   }
   const NavDisc disc = NavOfDisc(read);
   if (options.Press) {
-    return PrintStops(disc, options, context) ? ExitDone : ExitFailed;
+    return PrintStops(disc, options, ui, context);
   }
   const NavSurvey survey = SurveyOf(disc);
   Findings findings = ByRules(DiscNavigation(survey, read.IsOurs), options.RuleSet.Used());
   for (Message& finding : findings) {
     finding = WithDisc(std::move(finding), options.Source);
   }
-  return Print(options, survey, findings, context.Ui, context);
+  return Print(options, survey, findings, ui, context);
 }
 
-int RunOnProject(const WalkOptions& options, CommandContext& context) {
+std::optional<int> RunOnProject(const WalkOptions& options, UserInterface& ui, CommandContext& context) {
   const Rules& rules = options.RuleSet.Used();
   Project project;
-  ReadFaults faults(context.Ui);  // sources matter for their streams alone
+  ReadFaults faults(ui);  // sources matter for their streams alone
   const FileScanner scanner(rules, faults);
   const LoadResult load =
       LoadScriptFile(options.Source, project, {.Rules = rules, .Scanner = &scanner}, faults);
   const Findings loading = LoadFindings(load);
-  PlaceNames named(context.Ui, project);
+  PlaceNames named(ui, project);
   if (!load.Loaded || HasErrors(loading)) {
     for (const Message& finding : loading) {
       named.Tell(finding);
     }
-    return ExitFailed;
+    return std::nullopt;
   }
   const NavDisc disc = NavOf(project, rules);
   if (options.Press) {
-    return PrintStops(disc, options, context) ? ExitDone : ExitFailed;
+    return PrintStops(disc, options, ui, context);
   }
   ProjectWalk walk = WalkProject(project, rules);
   Findings findings = loading;
@@ -204,15 +208,18 @@ bool IsDisc(const std::string& path) {
 }
 
 int Run(const WalkOptions& options, CommandContext& context) {
-  if (!IsDisc(options.Source)) {
-    return RunOnProject(options, context);
-  }
+  MessageRecorder told(context.Ui);
+  std::optional<int> status;
   try {
-    return RunOnDisc(options, context);
+    status =
+        IsDisc(options.Source) ? RunOnDisc(options, told, context) : RunOnProject(options, told, context);
   } catch (const FileError& error) {
-    context.Ui.Tell(MessageOf(message::DiscUnreadable, options.Source, error.OneLine()));
-    return ExitFailed;
+    told.Tell(MessageOf(message::DiscUnreadable, options.Source, error.OneLine()));
   }
+  if (!status && options.Json) {
+    return Print(options, std::nullopt, told.Release(), context.Ui, context);
+  }
+  return status.value_or(ExitFailed);
 }
 
 }  // namespace

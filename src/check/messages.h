@@ -85,7 +85,7 @@ inline constexpr MessageKind Unreachable{
     "{} cannot be reached: no button, command or end of the disc leads there"};
 inline constexpr MessageKind StreamMissing{
     "stream-missing", Severity::Warning, NavigationTitle,
-    R"("{}" chooses {} stream {}, which the title that plays next does not have. The way there: {})"};
+    R"("{}" chooses {} stream {}, which title {} does not have. The way there: {})"};
 inline constexpr MessageKind WalkCut{
     "walk-cut", Severity::Information, NavigationTitle,
     "There are more ways through the disc than are walked: {} states were looked at, and nothing is told of "

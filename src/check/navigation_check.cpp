@@ -103,9 +103,9 @@ std::string LostWords(const NavFinding& finding) {
     case Kind::PageUnreachable:
       return finding.At.Cell == 0 ? "The menu" : "The menu page";
     case Kind::AudioUnreachable:
-      return fmt::format("Audio stream {}", finding.Number);
+      return fmt::format("Audio stream {}", finding.Number + 1);
     default:
-      return fmt::format("Subpicture stream {}", finding.Number);
+      return fmt::format("Subpicture stream {}", finding.Number + 1);
   }
 }
 
@@ -134,8 +134,8 @@ Message MessageFor(const NavFinding& finding, const NavCommandWords& words) {
       return MessageOf(message::DiscStops, place, way);
     case Kind::AudioMissing:
     case Kind::SubpictureMissing:
-      return MessageOf(message::StreamMissing, place, words.Text, StreamWord(finding.What), finding.Number,
-                       way);
+      return MessageOf(message::StreamMissing, place, words.Text, StreamWord(finding.What),
+                       finding.Number + 1, finding.Title, way);
     case Kind::RootKeyDead:
       return MessageOf(message::KeyDead, place, "Menu", "this title set has no root menu");
     case Kind::TitleKeyDead:
