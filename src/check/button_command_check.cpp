@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -40,24 +41,55 @@ struct SceneButtons {
   std::size_t Buttons = 0;
 };
 
-// The scene in which a set starts has its cell's commands, dealt one to a button.
-std::map<std::size_t, SceneButtons> ButtonsByScene(const Track& track) {
+// The scene that plays at a frame; a track begins with its first one.
+std::size_t SceneAt(const Track& track, std::int64_t frame) {
   std::vector<std::pair<std::int64_t, std::size_t>> starts;
   for (std::size_t i = 0; i < track.Scenes.size(); ++i) {
     starts.emplace_back(track.Scenes[i].Frame, i);
   }
   std::ranges::stable_sort(starts, {}, &std::pair<std::int64_t, std::size_t>::first);
-  std::map<std::size_t, SceneButtons> scenes;
-  const TrackTimes times(track);
+  const auto after =
+      std::ranges::upper_bound(starts, frame, {}, &std::pair<std::int64_t, std::size_t>::first);
+  return starts.empty() ? 0 : (after == starts.begin() ? after : after - 1)->second;
+}
+
+// The scene whose buttons last into another one, in which none start.
+std::optional<std::size_t> SceneOfLasting(const Track& track, std::size_t into) {
+  const std::int64_t begin = into < track.Scenes.size() ? track.Scenes[into].Frame : 0;
+  std::optional<std::size_t> scene;
   for (const HighlightPlay& play : track.HighlightPlays) {
-    const std::int64_t start = SpanOf(play, times.FramesPerSecond).Start;
-    const auto after =
-        std::ranges::upper_bound(starts, start, {}, &std::pair<std::int64_t, std::size_t>::first);
-    SceneButtons& scene = scenes[starts.empty() ? 0 : (after == starts.begin() ? after : after - 1)->second];
+    const auto span = SpanOf(play, TrackTimes(track).FramesPerSecond);
+    scene = span.Start < begin && begin < span.End ? SceneAt(track, span.Start) : scene;
+  }
+  return scene;
+}
+
+// The scene in which a set starts has its cell's commands, dealt one to a button.
+std::map<std::size_t, SceneButtons> ButtonsByScene(const Track& track) {
+  std::map<std::size_t, SceneButtons> scenes;
+  for (const HighlightPlay& play : track.HighlightPlays) {
+    SceneButtons& scene = scenes[SceneAt(track, SpanOf(play, TrackTimes(track).FramesPerSecond).Start)];
     ++scene.Sets;
     scene.Buttons += play.Buttons.size();
   }
   return scenes;
+}
+
+// Cells of a scene into which the buttons of another last may repeat commands of that one's, and say no
+// others.
+void CheckLasting(const Cells& cells, const Cells& before, const std::string& track, Findings& findings) {
+  const auto speaking =
+      std::ranges::find_if(before, [](const Cell_P* cell) { return !CommandsOf(*cell).empty(); });
+  if (speaking == before.end()) {
+    return;
+  }
+  const Hexes commands = CommandsOf(**speaking);
+  for (const Cell_P* cell : cells) {
+    const Hexes other = CommandsOf(*cell);
+    if (std::ranges::search(commands, other).empty() && !other.empty()) {
+      findings.push_back(MessageOf(message::ButtonCommandsDiffer, cell->Key, track, (*speaking)->Key));
+    }
+  }
 }
 
 void CheckScene(const Cells& cells, const SceneButtons& scene, const std::string& track, Domain domain,
@@ -105,13 +137,14 @@ Findings CheckButtonCommands(const Project& project) {
       }
       for (const TrackListRow& row : BuildTrackList(*entry, domain, project.Tracks)) {
         const Track& track = project.Tracks[row.Index];
-        // Buttons may last into later scenes, whose cells repeat their commands to no harm.
         auto scenes = ButtonsByScene(track);
         const bool none = scenes.empty();
         for (auto of = cells.lower_bound({row.Index, 0}); of != cells.end() && of->first.first == row.Index;
              ++of) {
           if (none || scenes.contains(of->first.second)) {
             CheckScene(of->second, scenes[of->first.second], track.TrackName, domain, findings);
+          } else if (const auto from = SceneOfLasting(track, of->first.second)) {
+            CheckLasting(of->second, cells[{row.Index, *from}], track.TrackName, findings);
           }
         }
       }

@@ -73,6 +73,10 @@ inline constexpr MessageKind ButtonIdle{
 inline constexpr MessageKind PageTrap{"page-trap", Severity::Error, NavigationTitle,
                                       "No button, key or end leads out of here: give a button a command that "
                                       "jumps or links. The way there: {}"};
+inline constexpr MessageKind ButtonsEnd{"buttons-end", Severity::Error, NavigationTitle,
+                                        "The buttons end while the page stands for ever, and nothing can be "
+                                        "chosen on it then: let them show, and be "
+                                        "chosen, up to the page's end. The way there: {}"};
 inline constexpr MessageKind ButtonsHidden{
     "buttons-hidden", Severity::Error, NavigationTitle,
     "None of the buttons shows when it is chosen, since all their contrasts are 0. The way there: {}"};
@@ -332,8 +336,8 @@ inline constexpr MessageKind ButtonCommandsUneven{
     "all of them in order, one each, wherever a Menu Play ends"};
 inline constexpr MessageKind ButtonCommandsDiffer{
     "button-commands-differ", Severity::Error, ButtonTitle,
-    R"(This cell has other button commands than {1}, and both play one scene of the track "{0}", whose buttons )"
-    "these menus or titles hold once: they do what {1} says. Give this cell a track of its own"};
+    R"(This cell has other button commands than {1}, and both show one set of buttons of the track "{0}", )"
+    "which these menus or titles hold once: they do what {1} says. Give this cell a track of its own"};
 inline constexpr MessageKind TooManyButtons{"too-many-buttons", Severity::Error, ButtonTitle,
                                             "{} buttons, and with {} there is room for {}"};
 inline constexpr MessageKind ButtonNameRepeated{"button-name-repeated", Severity::Warning, ButtonTitle,

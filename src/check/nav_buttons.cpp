@@ -137,6 +137,9 @@ std::vector<NavButtons::TimedPage> NavButtons::TimedPages(std::size_t index) con
   for (const HighlightPlay* play : plays) {
     const std::int64_t start = frames(play->StartTimeToVideo);
     const std::int64_t length = frames(play->Duration);
+    const std::int64_t end = length > 0 ? start + length : Endless;
+    const std::int64_t chosenUntil = frames(play->SelectionEndTime);
+    const bool endsAnyway = chosenUntil > 0 && chosenUntil < end;
     if (const auto own = SceneAt(track, start); own != scene) {
       scene = own;
       const auto ofTrack = cells_.find(index);
@@ -149,7 +152,7 @@ std::vector<NavButtons::TimedPage> NavButtons::TimedPages(std::size_t index) con
     if (!pages.empty()) {
       pages.back().End = std::min(pages.back().End, start);
     }
-    pages.push_back({start, length > 0 ? start + length : Endless,
+    pages.push_back({start, endsAnyway ? chosenUntil : end, endsAnyway,
                      PageOf(*play, MostButtonsOnDisc(groups.size()), left)});
     dealt += play->Buttons.size();
   }
@@ -178,11 +181,30 @@ void NavButtons::AddPages(const Cell_P& cell, NavCell& nav) {
       NavPage page = timed.Page;
       const std::int64_t ticks = 90000 / TrackTimes(track).FramesPerSecond;
       page.Start = static_cast<std::uint32_t>(std::max<std::int64_t>(timed.Start - start, 0) * ticks);
-      const bool stays = waits || timed.End >= end || end == Endless;  // its length is not known
+      const bool lasts = waits || end == Endless;  // its length is not known
+      const bool stays = timed.End >= end || (lasts && !timed.EndsAnyway);
       AddPage(nav, std::move(page),
               stays ? NavForEver : static_cast<std::uint32_t>((timed.End - start) * ticks));
     }
   }
+}
+
+std::uint32_t NavButtons::UserOperationsOf(const Cell_P& cell) const {
+  UopMask forbidden = cell.Uops;
+  const auto track =
+      cell.SegmentUsed < 0 ? cells_.end() : cells_.find(static_cast<std::size_t>(cell.SegmentUsed));
+  if (track == cells_.end()) {
+    return static_cast<std::uint32_t>(forbidden.to_ulong());
+  }
+  const auto scene = static_cast<std::size_t>(std::max(cell.pScene, 0));
+  const auto& scenes = project_.Tracks[track->first].Scenes;
+  forbidden |= scene < scenes.size() ? scenes[scene].Uops : UopMask();
+  if (const auto cells = track->second.find(scene); cells != track->second.end()) {
+    for (const Cell_P* other : cells->second) {
+      forbidden |= other->Uops;
+    }
+  }
+  return static_cast<std::uint32_t>(forbidden.to_ulong());
 }
 
 std::uint32_t NavButtons::TicksOf(const Cell_P& cell) const {

@@ -20,6 +20,8 @@ class NavButtons {
 
   // Adds the pages that show while a cell plays.
   void AddPages(const Cell_P& cell, NavCell& nav);
+  // Of its VOBUs: what its scene forbids, and each cell that plays the scene.
+  [[nodiscard]] std::uint32_t UserOperationsOf(const Cell_P& cell) const;
   // Of the cell's scene.
   [[nodiscard]] std::uint32_t TicksOf(const Cell_P& cell) const;
 
@@ -27,6 +29,7 @@ class NavButtons {
   struct TimedPage {
     std::int64_t Start = 0;  // frames of the track
     std::int64_t End = 0;
+    bool EndsAnyway = false;  // by its selection end, whatever the cell waits
     NavPage Page;
   };
   [[nodiscard]] const std::vector<TimedPage>& PagesOfTrack(std::size_t index);

@@ -85,7 +85,7 @@ class DomainFiller {
                                 .Ticks = buttons_.TicksOf(*cell),
                                 .StillTime = Byte(cell->StillTime),
                                 .Command = Byte(cell->CellCommand),
-                                .UserOperations = static_cast<std::uint32_t>(cell->Uops.to_ulong())});
+                                .UserOperations = buttons_.UserOperationsOf(*cell)});
         buttons_.AddPages(*cell, filled.Cells.back());
         Use(*cell, used);
       }

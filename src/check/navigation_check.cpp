@@ -128,6 +128,8 @@ Message MessageFor(const NavFinding& finding, const NavCommandWords& words) {
                        way);
     case Kind::PageTrap:
       return MessageOf(message::PageTrap, place, way);
+    case Kind::ButtonsEnd:
+      return MessageOf(message::ButtonsEnd, place, way);
     case Kind::ButtonsHidden:
       return MessageOf(message::ButtonsHidden, place, way);
     case Kind::DiscStops:
@@ -268,7 +270,7 @@ Findings DiscNavigation(const NavSurvey& survey, bool isOurs) {
   Findings findings = NavigationFindings(survey, NameByBytes);
   for (Message& finding : findings) {
     constexpr std::array Free{&message::Unreachable, &message::StreamMissing, &message::ButtonsHidden,
-                              &message::ButtonIdle};
+                              &message::ButtonIdle, &message::ButtonsEnd};
     const bool isFree =
         std::ranges::any_of(Free, [&finding](const MessageKind* kind) { return finding.Is(*kind); });
     finding.Level = isFree && !isOurs ? Severity::Information : finding.Level;
@@ -322,7 +324,8 @@ ProjectWalk WalkProject(const Project& project, const Rules& rules) {
 
 bool IsNavigationError(const Message& finding) {
   constexpr std::array Kinds{&message::TargetMissing, &message::TargetForbidden, &message::CommandLoop,
-                             &message::ButtonIdle,    &message::PageTrap,        &message::ButtonsHidden};
+                             &message::ButtonIdle,    &message::PageTrap,        &message::ButtonsHidden,
+                             &message::ButtonsEnd};
   return finding.Level == Severity::Error &&
          std::ranges::any_of(Kinds, [&finding](const MessageKind* kind) { return finding.Is(*kind); });
 }

@@ -46,6 +46,7 @@ class WalkJudge {
     Loops();
     Buttons();
     Traps();
+    EndedButtons();
     Stops();
     Streams();
   }
@@ -147,6 +148,24 @@ class WalkJudge {
       if (state.Phase != NavPhase::Stopped && waits && !leaves[node] &&
           told.insert(ChainPoint(state.At)).second) {
         Add(Kind::PageTrap, state.At, walk_.MomentAt(node));
+      }
+    }
+  }
+
+  // Pages that stand for ever when their buttons have ended.
+  void EndedButtons() {
+    std::set<NavPoint> told;
+    for (std::size_t node = 0; node < walk_.Count(); ++node) {
+      const NavState& state = walk_.StateOf(node);
+      const NavCell* cell = CellAt(walk_.Disc(), state);
+      const NavChain* chain = ChainAt(walk_.Disc(), state.At, walk_.Language());
+      if (cell == nullptr || chain == nullptr || cell->Pages.empty()) {
+        continue;
+      }
+      const bool stands = (state.Phase == NavPhase::CellStill && cell->StillTime == StillForEver) ||
+                          (state.Phase == NavPhase::ChainStill && chain->StillTime == StillForEver);
+      if (stands && PageAt(walk_.Disc(), state) == nullptr && told.insert(state.At).second) {
+        Add(Kind::ButtonsEnd, state.At, walk_.MomentAt(node));
       }
     }
   }

@@ -18,6 +18,7 @@ struct NavFinding {
     CommandLoop,
     ButtonIdle,
     PageTrap,
+    ButtonsEnd,  // on a page that stands for ever
     ButtonsHidden,
     DiscStops,
     TitleUnreachable,

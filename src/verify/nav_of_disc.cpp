@@ -16,6 +16,7 @@ namespace {
 // Offsets within the HLI.
 constexpr std::size_t ShowsFrom = 2;
 constexpr std::size_t ShowsUntil = 6;
+constexpr std::size_t ChosenUntil = 10;
 constexpr std::size_t Mode = 14;
 constexpr std::size_t ButtonOffset = 16;
 constexpr std::size_t ButtonCount = 17;
@@ -126,7 +127,9 @@ class DomainReader {
       }
       const ByteView hli = page->Hli;
       const auto from = static_cast<std::uint32_t>(GetBytes(hli, ShowsFrom, 4));
-      const auto until = static_cast<std::uint32_t>(GetBytes(hli, ShowsUntil, 4));
+      // They are of no use once they cannot be chosen.
+      const auto until =
+          static_cast<std::uint32_t>(std::min(GetBytes(hli, ShowsUntil, 4), GetBytes(hli, ChosenUntil, 4)));
       NavPage shown = PageOf(hli, nav.Name);
       shown.Start = from > start ? from - start : 0;
       // One that lasts as long as the cell stays during its still, too.

@@ -284,6 +284,13 @@ std::vector<Row> StructureRows() {
            "Button Command=NOP|Button Command=NOP|",
        "E button-commands-differ VTS1.TITLE1.PGC1.PG1.CELL2|",
        dark + "W button-commands-differ VTS1.TITLE1.PGC1.PG1.CELL2|"},
+      {"ButtonsIntoTheNextScene", Disc,
+       Replace(WithButtons(MenuPlay + ExitLine + ExitLine), SceneLine,
+               SceneLine + "Item=Scene|Name=n|SceneTime=00:00:00:13|") +
+           "Item=Program|Name=H|Item=Cell|Name=D|UsingScene=n|" + MenuPlay +
+           "Button Command=NOP|Button Command=NOP|",
+       "E button-commands-differ VTS1.TITLE1.PGC1.PG2.CELL1|",
+       dark + "W button-commands-differ VTS1.TITLE1.PGC1.PG2.CELL1|"},
       {"NoPaletteOfTheProject", Disc,
        WithButtons(MenuPlay + ExitLine + ExitLine) + "Item=Palette|Name=Reds|0=255,0,0|",
        "W palette-missing VTS1.TITLE1.PGC1|", dark},
