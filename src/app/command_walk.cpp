@@ -173,6 +173,9 @@ std::optional<int> RunOnDisc(const WalkOptions& options, UserInterface& ui, Comm
   for (Message& finding : findings) {
     finding = WithDisc(std::move(finding), options.Source);
   }
+  if (const std::size_t errors = read.Findings.Count(Severity::Error); errors > 0) {
+    findings.push_back(MessageOf(message::DiscFaulty, options.Source, Counted(errors, "error")));
+  }
   return Print(options, survey, findings, ui, context);
 }
 

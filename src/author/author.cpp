@@ -203,6 +203,7 @@ bool LeadsSomewhere(const AuthorRun& run, const std::string& folder, const Verif
 }
 
 // What is wrong keeps the disc from its place; notes do not.
+// It is named as it will be.
 bool IsProven(const AuthorRun& run, const std::string& folder) {
   if (run.Order.DryRun || !run.Order.Verify || !run.KeepsFolder) {
     return true;
@@ -210,9 +211,9 @@ bool IsProven(const AuthorRun& run, const std::string& folder) {
   run.Ui.Status(VerifyingStatus);
   const VerifyResult result = VerifyDisc(folder, run.Ui);
   for (const DiscFinding& finding : result.Findings.All()) {
-    run.Ui.Tell(MessageOfFinding(finding, folder));
+    run.Ui.Tell(MessageOfFinding(finding, run.Order.Folder));
   }
-  return !result.Stopped && LeadsSomewhere(run, folder, result) && !result.Findings.HasFaults();
+  return !result.Stopped && LeadsSomewhere(run, run.Order.Folder, result) && !result.Findings.HasFaults();
 }
 
 // The image as it lies on the disk, named as it will be. Where its folder was proven, its faults alone are

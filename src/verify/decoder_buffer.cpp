@@ -58,8 +58,8 @@ void DecoderBuffer::CheckRoom(const Arrival& arrival) {
   fill = std::max(fill, fillNow(arrival.Total));
   peak_ = std::max(peak_, fill);
   if (fill > size_) {
-    teller_->Tell(fill > size_ + slack_ ? message::BufferOverflow : message::BufferTight, arrival.Sector, 0, stream_, "",
-                  fmt::format("at most {} bytes", size_), fill);
+    teller_->Tell(fill > size_ + slack_ ? message::BufferOverflow : message::BufferTight, arrival.Sector, 0,
+                  stream_, "", fmt::format("at most {} bytes", size_), fill);
   }
 }
 

@@ -17,6 +17,8 @@
 namespace quorvelant {
 namespace {
 
+constexpr std::uint32_t VolumeDescriptors = 16;  // the first sector of theirs
+
 using FileReader = std::vector<DiscSourceFile> (*)(const ImageSectors&);
 
 std::vector<DiscSourceFile> FilesBy(FileReader reader, const ImageSectors& sectors, const std::string& name,
@@ -36,10 +38,9 @@ std::string ExtentText(const DiscSourceFile& file) {
 
 // Whether a volume descriptor from sector 16 on bears one of the names.
 bool IsNamed(const ImageSectors& sectors, std::initializer_list<std::string_view> names) {
-  constexpr std::uint32_t First = 16;
   constexpr std::uint32_t End = 32;
   constexpr std::size_t NameAt = 1;
-  for (std::uint32_t i = First; i < std::min<std::uint64_t>(End, sectors.Count()); ++i) {
+  for (std::uint32_t i = VolumeDescriptors; i < std::min<std::uint64_t>(End, sectors.Count()); ++i) {
     const Bytes sector = sectors.Read(i, 1);
     const std::string name(sector.begin() + NameAt, sector.begin() + NameAt + 5);
     if (std::ranges::find(names, name) != names.end()) {
@@ -53,6 +54,18 @@ bool HasAnchor(const ImageSectors& sectors) {
   constexpr std::uint32_t Anchor = 256;
   constexpr unsigned AnchorTag = 2;
   return sectors.Count() > Anchor && GetLittle(sectors.Read(Anchor, 1), 0, 2) == AnchorTag;
+}
+
+// An image that lost its end lost an anchor of UDF with it.
+void CheckVolumeSize(const ImageSectors& sectors, const std::string& name, DiscFindings& findings) {
+  constexpr std::size_t SpaceSize = 80;  // of the primary volume descriptor
+  const Bytes volume = sectors.Read(VolumeDescriptors, 1);
+  const std::uint64_t said = GetLittle(volume, SpaceSize, 4);
+  if (volume[0] == 1 && said > sectors.Count()) {
+    findings.Add(message::ImageShort, {.File = name, .Sector = VolumeDescriptors},
+                 "primary volume descriptor", "volume space size",
+                 fmt::format("at most {} sectors", sectors.Count()), std::to_string(said));
+  }
 }
 
 // Players read one file system or the other: both name the same bytes.
@@ -88,6 +101,13 @@ ImageSource::ImageSource(std::unique_ptr<File> image, DiscFindings& findings) : 
   }
   const bool hasUdf = IsNamed(sectors, {"BEA01", "NSR02", "NSR03", "TEA01"}) || HasAnchor(sectors);
   const bool hasIso = IsNamed(sectors, {"CD001"});
+  if (hasUdf && !IsNamed(sectors, {"NSR02", "NSR03"})) {
+    findings.Add(message::ImageDamaged, {.File = name, .Sector = VolumeDescriptors},
+                 "UDF volume recognition sequence", "", "NSR02", "none");
+  }
+  if (hasIso) {
+    CheckVolumeSize(sectors, name, findings);
+  }
   std::vector<DiscSourceFile> udf;
   std::vector<DiscSourceFile> iso;
   if (hasUdf || !hasIso) {

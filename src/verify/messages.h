@@ -29,11 +29,15 @@ inline constexpr MessageKind NavPackMissing{
 inline constexpr MessageKind NavPackAddressWrong{"read-back-nav-address", Severity::Error, "Read Back",
                                                  "The navigation pack at sector {} says it is at {}"};
 
+inline constexpr MessageKind DiscFaulty{
+    "verify-faulty", Severity::Warning, "Verify",
+    "Reading the disc shows {}, so its ways may be others than those walked: quorvelant verify names them"};
 inline constexpr MessageKind DiscUnreadable{"verify-unreadable", Severity::Error, "Verify", "{}"};
 
 // Of a finished disc: what is looked at, what it should be, what it is.
 inline constexpr MessageKind ImageDamaged{"verify-image", Severity::Error, "Image",
                                           "{}: expected {}, found {}"};
+inline constexpr MessageKind ImageShort{"verify-image-short", Severity::Warning, "Image", ImageDamaged.Text};
 inline constexpr MessageKind ImageUnlike{"verify-image-views", Severity::Error, "Image", ImageDamaged.Text};
 inline constexpr MessageKind ImageWithoutUdf{"verify-image-no-udf", Severity::Warning, "Image",
                                              ImageDamaged.Text};

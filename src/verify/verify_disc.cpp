@@ -100,7 +100,8 @@ class DiscVerifier {
   }
 
   VobSetFacts Scan(const VobSetFiles& files, const IfoTables& tables, bool menus) {
-    if (files.Files.empty() || result_.Stopped) {
+    // Without tables nothing is known of what the streams should be.
+    if (files.Files.empty() || tables.Data.empty() || result_.Stopped) {
       return {};
     }
     const VobTeller teller(files, result_.Findings);

@@ -69,6 +69,20 @@ TEST(ImageSource, NamesWhatIsDamaged) {
   }
 }
 
+TEST(ImageSource, KnowsAnImageThatLostItsEndOrTheMarkOfUdf) {
+  const Bytes whole = Bridge();
+  OpenedImage cut(Bytes(whole.begin(), whole.end() - 2 * static_cast<std::ptrdiff_t>(SectorBytes)));
+  EXPECT_EQ(cut.Names(), AllNames);
+  EXPECT_TRUE(cut.Findings.HasFaults());
+  Bytes bytes = whole;
+  for (std::size_t sector = 17; sector < 21; ++sector) {
+    bytes[sector * SectorBytes + 1] = 0;
+  }
+  OpenedImage unmarked(bytes);
+  EXPECT_EQ(unmarked.Names(), AllNames);
+  EXPECT_TRUE(unmarked.Findings.HasFaults());
+}
+
 // Players need UDF alone; a computer may want the other.
 TEST(ImageSource, OneFileSystemIsEnough) {
   for (const bool isUdf : {true, false}) {
