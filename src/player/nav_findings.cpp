@@ -113,17 +113,38 @@ class WalkJudge {
     }
   }
 
-  // States from which no way leads out of their chain.
+  // Out of the chain of a menu; on from where a title stands, which may be meant to go round for ever.
+  static bool IsWayOut(const NavState& from, const NavState& to) {
+    const bool goesOn = from.At.Domain == NavDomain::Title ? from.At != to.At || from.Phase != to.Phase
+                                                           : ChainPoint(from.At) != ChainPoint(to.At);
+    return goesOn || to.Phase == NavPhase::Stopped;
+  }
+
+  // Whether a viewer is waited for.
+  [[nodiscard]] bool Waits(const NavState& state) const {
+    if (PageAt(walk_.Disc(), state) != nullptr) {
+      return true;
+    }
+    const bool isStill = state.Phase == NavPhase::CellStill || state.Phase == NavPhase::ChainStill;
+    return isStill && (state.At.Domain != NavDomain::Title || StandsForEver(state));
+  }
+
+  // In a still that no time ends.
+  [[nodiscard]] bool StandsForEver(const NavState& state) const {
+    const NavCell* cell = CellAt(walk_.Disc(), state);
+    const NavChain* chain = ChainAt(walk_.Disc(), state.At, walk_.Language());
+    return (state.Phase == NavPhase::CellStill && cell != nullptr && cell->StillTime == StillForEver) ||
+           (state.Phase == NavPhase::ChainStill && chain != nullptr && chain->StillTime == StillForEver);
+  }
+
+  // States from which no way leads on.
   void Traps() {
     const std::size_t count = walk_.Count();
     std::vector<bool> leaves(count);
     std::vector<std::vector<std::uint32_t>> into(count);
     std::vector<std::uint32_t> open;
     for (const NavWalk::Edge& edge : walk_.Edges()) {
-      const NavState& from = walk_.StateOf(edge.From);
-      const NavState& to = walk_.StateOf(edge.To);
-      const bool isOut = ChainPoint(from.At) != ChainPoint(to.At) || to.Phase == NavPhase::Stopped;
-      if (!isOut) {
+      if (!IsWayOut(walk_.StateOf(edge.From), walk_.StateOf(edge.To))) {
         into[edge.To].push_back(edge.From);
       } else if (!leaves[edge.From]) {
         leaves[edge.From] = true;
@@ -143,10 +164,7 @@ class WalkJudge {
     std::set<NavPoint> told;
     for (std::size_t node = 0; walk_.IsWhole() && node < count; ++node) {
       const NavState& state = walk_.StateOf(node);
-      const bool waits = PageAt(walk_.Disc(), state) != nullptr || state.Phase == NavPhase::CellStill ||
-                         state.Phase == NavPhase::ChainStill;
-      if (state.Phase != NavPhase::Stopped && waits && !leaves[node] &&
-          told.insert(ChainPoint(state.At)).second) {
+      if (Waits(state) && !leaves[node] && told.insert(ChainPoint(state.At)).second) {
         Add(Kind::PageTrap, state.At, walk_.MomentAt(node));
       }
     }
@@ -158,13 +176,9 @@ class WalkJudge {
     for (std::size_t node = 0; node < walk_.Count(); ++node) {
       const NavState& state = walk_.StateOf(node);
       const NavCell* cell = CellAt(walk_.Disc(), state);
-      const NavChain* chain = ChainAt(walk_.Disc(), state.At, walk_.Language());
-      if (cell == nullptr || chain == nullptr || cell->Pages.empty()) {
-        continue;
-      }
-      const bool stands = (state.Phase == NavPhase::CellStill && cell->StillTime == StillForEver) ||
-                          (state.Phase == NavPhase::ChainStill && chain->StillTime == StillForEver);
-      if (stands && PageAt(walk_.Disc(), state) == nullptr && told.insert(state.At).second) {
+      const bool hadButtons = cell != nullptr && !cell->Pages.empty();
+      if (hadButtons && StandsForEver(state) && PageAt(walk_.Disc(), state) == nullptr &&
+          told.insert(state.At).second) {
         Add(Kind::ButtonsEnd, state.At, walk_.MomentAt(node));
       }
     }

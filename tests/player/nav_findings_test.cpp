@@ -83,6 +83,18 @@ TEST(NavFindings, EachFaultIsFoundWithItsShortestWayAndNothingElse) {
        },
        {{Kind::CommandLoop, NavDomain::Title, 0, "insert, 2"},
         {Kind::TitleUnreachable, NavDomain::Title, 2, ""}}},
+      {"a title of stills that goes round for ever",
+       [](NavDisc& d) {
+         FilmIn(d, 1).Post = CommandsOf({"2001000000000001"});
+         FilmIn(d, 1).StillTime = 5;
+         d.Sets[0].Menus.clear();
+         d.Menus.clear();
+         d.FirstPlay->Pre = CommandsOf({"3002000000010000"});
+         d.Titles.pop_back();
+         d.Sets[0].Parts.pop_back();
+         d.Sets[0].Titles.pop_back();
+       },
+       {{Kind::RootKeyDead, NavDomain::Title, 1, ""}, {Kind::TitleKeyDead, NavDomain::FirstPlay, 0, ""}}},
       {"a button of no operation",
        [](NavDisc& d) { Button(ManagerOf(d), 3) = {}; },
        {{Kind::ButtonIdle, NavDomain::ManagerMenu, 0, "insert, 3"}}},
