@@ -86,7 +86,9 @@ void CheckLasting(const Cells& cells, const Cells& before, const std::string& tr
   const Hexes commands = CommandsOf(**speaking);
   for (const Cell_P* cell : cells) {
     const Hexes other = CommandsOf(*cell);
-    if (std::ranges::search(commands, other).empty() && !other.empty()) {
+    // Ranges of sub-sequences are more than clang 14 takes.
+    const auto repeated = std::search(commands.begin(), commands.end(), other.begin(), other.end());
+    if (repeated == commands.end() && !other.empty()) {
       findings.push_back(MessageOf(message::ButtonCommandsDiffer, cell->Key, track, (*speaking)->Key));
     }
   }
