@@ -146,7 +146,10 @@ Findings CheckButtonCommands(const Project& project) {
           if (none || scenes.contains(of->first.second)) {
             CheckScene(of->second, scenes[of->first.second], track.TrackName, domain, findings);
           } else if (const auto from = SceneOfLasting(track, of->first.second)) {
-            CheckLasting(of->second, cells[{row.Index, *from}], track.TrackName, findings);
+            const auto before = cells.find({row.Index, *from});  // none where nobody plays that scene
+            if (before != cells.end()) {
+              CheckLasting(of->second, before->second, track.TrackName, findings);
+            }
           }
         }
       }
