@@ -81,8 +81,7 @@ NavLead NavRun::RunList(std::span<const NavCommand> commands, NavList list, std:
                                .Lead = {.What = NavLead::Kind::Resume},
                                .Page = State().Page});
       ++at;
-    } else if (lead.LeavesList() && lead.What != NavLead::Kind::NoLink &&
-               lead.What != NavLead::Kind::Unknown) {
+    } else if (lead.Leads()) {
       return lead;
     } else if (lead.What == NavLead::Kind::NoLink && lead.Button != 0) {
       SelectButton(lead.Button);

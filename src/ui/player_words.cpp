@@ -79,23 +79,6 @@ NavCommandWords CommandOf(const Project& project, const NavChain* chain, const N
   return NamingOf(project)(named);
 }
 
-// Each play of a cell counts its commands from 1: a place counts through all of them.
-std::string ButtonPlace(const Project& project, const std::string& place, const NavCommand& bytes) {
-  const std::size_t blank = place.rfind(' ');
-  const Cell_P* const cell = LiveCell(project, place.substr(0, blank));
-  std::size_t number = 0;
-  for (std::size_t play = 0; cell != nullptr && play < cell->ButtonCommands.size(); ++play) {
-    for (const VMICommand_P& command : cell->ButtonCommands[play].Commands) {
-      ++number;
-      if (!command.Deleted && ParseCommandHex(command.CommandHex) == bytes &&
-          place.substr(blank + 1) == command.Key) {
-        return cell->Key + " Button" + std::to_string(number);
-      }
-    }
-  }
-  return place;
-}
-
 // A command that ran, or that leads nowhere: where it stood when it ran. Keys and the insertion of the disc
 // lead on without one.
 SimulatedStep CommandStep(const Project& project, const NavDisc& disc, const NavState& state,
@@ -109,9 +92,8 @@ SimulatedStep CommandStep(const Project& project, const NavDisc& disc, const Nav
             .IsFault = true};
   }
   const NavChain* const chain = ChainOf(disc, *ran, state);
-  const NavButton* const button = ButtonOf(chain, *ran);
   const NavCommandWords command = CommandOf(project, chain, *ran);
-  return {.Place = button == nullptr ? command.Place : ButtonPlace(project, command.Place, button->Command),
+  return {.Place = command.Place,
           .Words = (isMissing ? Tr("%1 %2: %3 leads nowhere") : Tr("%1 %2: %3"))
                        .arg(ListWords(one.List))
                        .arg(one.Number)
