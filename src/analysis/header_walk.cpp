@@ -13,8 +13,6 @@ namespace {
 
 constexpr std::string_view ShrunkLine = "The file '{}' became shorter while it was read.";
 
-constexpr std::size_t PageBytes = 4096;
-
 // Bytes at a window's end that may be a start code cut by it.
 constexpr std::size_t CutPrefixBytes = 3;
 
@@ -24,9 +22,9 @@ HeaderWalk::HeaderWalk(Random& files, int slot, const WalkOptions& options)
     : files_(&files), slot_(slot), options_(options), fileBytes_(files.FileBytes(slot)) {
   const std::size_t blockBytes =
       std::min<std::uint64_t>(std::max(options.BlockBytes, HeaderBytes), fileBytes_);
-  buffer_.resize(HeaderBytes + PageBytes + blockBytes);
-  const auto address = reinterpret_cast<std::uintptr_t>(buffer_.data() + HeaderBytes);
-  block_ = ByteSpan(buffer_).subspan(HeaderBytes + (PageBytes - address % PageBytes) % PageBytes, blockBytes);
+  static_assert(HeaderBytes <= PageBytes);
+  buffer_.resize(PageBytes + blockBytes);
+  block_ = ByteSpan(buffer_).subspan(PageBytes);
   files.SeekAbsolute(0, slot);
   Refill(0);
 }

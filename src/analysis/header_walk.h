@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/bytes.h"
+#include "base/io_bytes.h"
 #include "base/random.h"
 
 namespace quorvelant {
@@ -53,7 +54,7 @@ class HeaderWalk {
   std::uint64_t fileBytes_;
   // Blocks are read at whole multiples of their size onto a whole page of memory, which copies fastest; the
   // rest of the block before is moved to just before it.
-  Bytes buffer_;
+  IoBytes buffer_;              // what is kept of a window stands before the block
   ByteSpan block_;              // where in `buffer_` blocks are read to
   std::uint64_t readTo_ = 0;    // bytes of the file read
   ByteView window_;             // the bytes of `buffer_` in use

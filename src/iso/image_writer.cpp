@@ -4,6 +4,7 @@
 #include <span>
 #include <vector>
 
+#include "base/io_bytes.h"
 #include "base/message_error.h"
 #include "iso/iso9660.h"
 #include "iso/messages.h"
@@ -99,7 +100,7 @@ class ImageWriter {
   Disk& disk_;
   bool writeBackEarly_;
   UserInterface& ui_;
-  Bytes buffer_;
+  IoBytes buffer_;
   std::uint64_t total_ = 0;  // bytes of all files
   std::uint64_t done_ = 0;
   std::uint64_t unasked_ = 0;  // bytes written since the last wish

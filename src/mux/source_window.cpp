@@ -12,9 +12,11 @@
 namespace quorvelant {
 ByteSpan SlidingWindow::Room(std::size_t bytes) {
   if (buffer_.size() - end_ < bytes) {
-    std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
-    end_ -= begin_;
-    begin_ = 0;
+    // By whole pages: what comes of a file stays where a page of it lies in a page.
+    const std::size_t by = begin_ - begin_ % PageBytes;
+    std::memmove(buffer_.data() + begin_ - by, buffer_.data() + begin_, end_ - begin_);
+    end_ -= by;
+    begin_ -= by;
   }
   if (buffer_.size() - end_ < bytes) {
     buffer_.resize(end_ + bytes);

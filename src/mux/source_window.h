@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/bytes.h"
+#include "base/io_bytes.h"
 #include "base/random.h"
 
 namespace quorvelant {
@@ -13,11 +14,10 @@ namespace quorvelant {
 // Bytes that came in at one end and leave at the other, in one piece.
 class SlidingWindow {
  public:
-  explicit SlidingWindow(std::size_t capacity) : buffer_(capacity) {}
+  explicit SlidingWindow(std::size_t capacity) : buffer_(capacity + PageBytes) {}
 
   ByteSpan Held() { return ByteSpan(buffer_).subspan(begin_, end_ - begin_); }
   std::size_t HeldBytes() const { return end_ - begin_; }
-  std::size_t Capacity() const { return buffer_.size(); }
   void Drop(std::size_t bytes) { begin_ += bytes; }
   // Room for at least `bytes` after what is held, which may move; the window grows if it must.
   ByteSpan Room(std::size_t bytes);
@@ -26,7 +26,7 @@ class SlidingWindow {
   void Replace(std::size_t at, std::size_t removed, ByteView inserted);
 
  private:
-  Bytes buffer_;
+  IoBytes buffer_;
   std::size_t begin_ = 0;
   std::size_t end_ = 0;
 };
