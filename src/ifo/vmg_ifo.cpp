@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "disc/disc_files.h"
 #include "disc/vmgi_layout.h"
 #include "ifo/cell_address_tables.h"
 #include "ifo/menu_units.h"
@@ -13,7 +14,6 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::string_view FileId = "DVDVIDEO-VMG";
 constexpr std::uint16_t FormatVersion = 0x0011;
 constexpr std::string_view ProviderId = "NOLV";
 constexpr std::size_t RegionWithoutSetting = 6;  // region 7
@@ -21,7 +21,7 @@ constexpr std::size_t RegionWithoutSetting = 6;  // region 7
 // The head and the first-play PGC after it.
 Bytes BuildHead(const EntryRecords& menu, std::size_t titleSets, std::uint8_t regionMask) {
   Bytes head(vmgi::Size);
-  std::ranges::copy(FileId, head.begin());
+  std::ranges::copy(ManagerId, head.begin());
   std::ranges::copy(ProviderId, head.begin() + vmgi::Provider.Offset);
   Put(head, vmgi::Version, disc::Number{FormatVersion});
   Put(head, vmgi::RegionMask, disc::Number{regionMask});

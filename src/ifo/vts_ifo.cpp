@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "disc/disc_files.h"
 #include "disc/vtsi_layout.h"
 #include "ifo/cell_address_tables.h"
 #include "ifo/menu_units.h"
@@ -14,13 +15,12 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::string_view FileId = "DVDVIDEO-VTS";
 constexpr std::uint16_t FormatVersion = 0x0011;
 
 Bytes BuildHead(const EntryRecords& records) {
   using namespace vtsi;  // NOLINT(google-build-using-namespace): the rows below
   Bytes head(Size);
-  std::ranges::copy(FileId, head.begin());
+  std::ranges::copy(TitleSetId, head.begin());
   Put(head, Version, disc::Number{FormatVersion});
   Put(head, MatLast, disc::ByteOffset{Size - 1});
   PutStreams(MenuStreamRows{MenuVideo, MenuAudioCount, MenuAudio, MenuSubCount}, records.Entry, records.Menu,

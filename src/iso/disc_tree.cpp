@@ -11,6 +11,7 @@
 
 #include "base/random.h"
 #include "base/text.h"
+#include "disc/cell_extent.h"
 #include "disc/disc_files.h"
 #include "disc/limits.h"
 #include "disc/table_layout.h"
@@ -21,31 +22,8 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::string_view ManagerId = "DVDVIDEO-VMG";
-constexpr std::string_view TitleSetId = "DVDVIDEO-VTS";
 constexpr std::string_view FolderName = "VIDEO_TS";
-// UDF 1.02 6.9.1: a file of a disc is one extent, one block short of 1 GiB.
-constexpr std::uint64_t MostFileBytes = (std::uint64_t{1} << 30U) - SectorBytes;
-// Far more than the largest tables take: what is larger is no IFO, and is not read into memory.
-constexpr std::uint64_t MostIfoBytes = std::uint64_t{32} << 20U;
-constexpr int MostTitleVobs = 9;
-
-// The sectors that the cells of a table need; 0 where there is no such table.
-std::uint64_t SectorsOfCells(ByteView ifo, const disc::Field<disc::Sectors, 4>& pointer) {
-  const std::size_t start = std::size_t{Get(ifo, pointer).Value} * SectorBytes;
-  if (start == 0 || start + table_head::Size > ifo.size()) {
-    return 0;
-  }
-  const ByteView table = ifo.subspan(start);
-  const std::size_t end =
-      std::min<std::size_t>(table.size(), std::size_t{Get(table, table_head::Last).Value} + 1);
-  std::uint64_t sectors = 0;
-  for (std::size_t at = table_head::Size; at + cell_address::Size <= end; at += cell_address::Size) {
-    const ByteView cell = table.subspan(at, cell_address::Size);
-    sectors = std::max(sectors, std::uint64_t{Get(cell, cell_address::Last).Value} + 1);
-  }
-  return sectors;
-}
+constexpr std::uint64_t MostFileBytes = std::uint64_t{MostVobSectors} * SectorBytes;
 
 class TreeReader {
  public:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "disc/disc_files.h"
 #include "disc/pgc_layout.h"
 #include "disc/table_layout.h"
 #include "disc/vtsi_layout.h"

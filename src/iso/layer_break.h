@@ -11,8 +11,6 @@
 
 namespace quorvelant {
 
-inline constexpr std::uint32_t EccSectors = 16;  // of an error correction block
-
 // A cell of a title that a layer can begin with, its sector counted from the first title VOB of its set.
 struct TitleCell {
   std::size_t Pgc = 0;     // from 1, in the set's table

@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "disc/disc_files.h"
 #include "mux/messages.h"
 #include "mux/mux_fault.h"
 
@@ -55,8 +56,8 @@ void VobOutput::StartNextFile() {
   if (names_.OneFile) {
     throw MuxFault(message::MenuFull, NameOf(1));
   }
-  if (fileNumber_ == MostVobFiles) {
-    throw MuxFault(message::TitleSetFull, NameOf(fileNumber_), MostVobFiles);
+  if (fileNumber_ == MostTitleVobs) {
+    throw MuxFault(message::TitleSetFull, NameOf(fileNumber_), MostTitleVobs);
   }
   Submit();
   CloseOpen();

@@ -12,11 +12,9 @@
 
 #include "base/bytes.h"
 #include "base/random.h"
+#include "disc/disc_files.h"
 
 namespace quorvelant {
-
-inline constexpr std::uint32_t SplitSectors = 524287;  // sectors a VOB file
-inline constexpr int MostVobFiles = 9;                 // numbered files of a title set
 
 // How the files of a domain are named: a title set's Name_1.VOB, Name_2.VOB and so on; a menu's is one file
 // of the whole name.
@@ -26,7 +24,7 @@ struct VobFiles {
 };
 
 // Sectors are assembled in one buffer while a thread of its own writes the others: filling and writing cost
-// about the same, so side by side they take the time of a copy. At a multiple of SplitSectors a title set
+// about the same, so side by side they take the time of a copy. At a multiple of MostVobSectors a title set
 // goes on in its next numbered file. A sector can be written over later (navigation packs).
 //
 // Files are opened and closed by the caller's thread alone; the writing thread touches slot::Output and
@@ -36,7 +34,7 @@ class VobOutput {
  public:
   // Nothing is created before the first sector; a file that is there already is replaced. With `dryRun`
   // sectors are counted and nothing is written. `splitSectors` is for tests.
-  VobOutput(Random& files, VobFiles names, bool dryRun = false, std::uint32_t splitSectors = SplitSectors);
+  VobOutput(Random& files, VobFiles names, bool dryRun = false, std::uint32_t splitSectors = MostVobSectors);
   VobOutput(const VobOutput&) = delete;
   VobOutput& operator=(const VobOutput&) = delete;
   // Gives up what was not finished: waits for the writing thread, closes the file.

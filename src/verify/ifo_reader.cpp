@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "disc/disc_files.h"
 #include "disc/limits.h"
 #include "disc/pgc_layout.h"
 #include "disc/table_layout.h"
@@ -18,8 +19,6 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::string_view ManagerId = "DVDVIDEO-VMG";
-constexpr std::string_view TitleSetId = "DVDVIDEO-VTS";
 constexpr std::string_view OurProvider = "NOLV";
 
 // Least last bytes of the two heads: with the last of their fields.

@@ -10,6 +10,7 @@
 
 #include "base/random.h"
 #include "base/text.h"
+#include "disc/cell_extent.h"
 #include "disc/disc_files.h"
 #include "disc/limits.h"
 #include "disc/table_layout.h"
@@ -19,25 +20,6 @@
 
 namespace quorvelant {
 namespace {
-
-// What the numbered files of a title set are full with: one sector short of 1 GiB.
-constexpr std::uint64_t MostVobSectors = 524287;
-
-// Of the cells in the table that `pointer` leads to; 0 where there is none.
-std::uint64_t SectorsOfCells(const Bytes& ifo, const disc::Field<disc::Sectors, 4>& pointer) {
-  const std::size_t table = std::size_t{Get(ifo, pointer).Value} * SectorBytes;
-  if (table == 0 || table + table_head::Size > ifo.size()) {
-    return 0;  // a pointer outside is found with the tables
-  }
-  const std::size_t last = Get(ByteView(ifo).subspan(table), table_head::Last).Value;
-  const std::size_t end = std::min(table + last + 1, ifo.size());
-  std::uint64_t sectors = 0;
-  for (std::size_t at = table + table_head::Size; at + cell_address::Size <= end; at += cell_address::Size) {
-    const ByteView cell = ByteView(ifo).subspan(at, cell_address::Size);
-    sectors = std::max(sectors, std::uint64_t{Get(cell, cell_address::Last).Value} + 1);
-  }
-  return sectors;
-}
 
 class NamedFiles {
  public:
@@ -75,7 +57,7 @@ class NamedFiles {
     CheckFile(base + ".VOB", SectorsOfCells(*ifo, vtsi::MenuCells));
     std::uint64_t rest = SectorsOfCells(*ifo, vtsi::TitleCells);
     for (int number = 1; rest > 0; ++number) {
-      const std::uint64_t wanted = std::min(rest, MostVobSectors);
+      const std::uint64_t wanted = std::min<std::uint64_t>(rest, MostVobSectors);
       CheckFile(fmt::format("{}{}.VOB", base.substr(0, base.size() - 1), number), wanted);
       rest -= wanted;
     }

@@ -25,9 +25,6 @@ namespace {
 
 constexpr int ReadSlot = 0;
 
-constexpr std::string_view ManagerId = "DVDVIDEO-VMG";
-constexpr std::string_view TitleSetId = "DVDVIDEO-VTS";
-
 // A sector address in the head of an IFO, and where the table there says which byte is its last.
 struct TablePointer {
   const disc::Field<disc::Sectors, 4>* Pointer;

@@ -38,7 +38,7 @@ class MuxRun {
   Random Files;
   MuxBuild Build;
   VobSetRecords Records;
-  std::uint32_t Split = SplitSectors;
+  std::uint32_t Split = MostVobSectors;
 };
 
 Bytes FileBytes(const std::string& path);

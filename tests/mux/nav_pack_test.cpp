@@ -28,7 +28,7 @@ TEST(NavPack, EveryFigureIsWhatAWalkFinds) {
     std::vector<std::int64_t> Marks;
     std::size_t Cells;
     Rules Rule = Rules::Players;
-    std::uint32_t Split = SplitSectors;
+    std::uint32_t Split = MostVobSectors;
   };
   const GopPlan open{.Gops = 40, .GopLength = 4, .Closed = false};
   const Case cases[] = {
