@@ -15,8 +15,7 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::uint64_t MostVobBytes = (1ULL << 30U) - SectorBytes;
-constexpr std::uint32_t EccSectors = 16;  // an error correction block
+constexpr std::uint64_t MostVobBytes = std::uint64_t{MostVobSectors} * SectorBytes;
 
 void Wrong(const std::string& file, const char* field, const std::string& expected, const std::string& seen,
            DiscFindings& findings) {
@@ -57,6 +56,45 @@ std::uint32_t SectorsOf(const DiscSourceFile* file) {
   return file != nullptr ? static_cast<std::uint32_t>(file->Size / SectorBytes) : 0;
 }
 
+// Tables count sectors from a file on, so those that they place come behind it. False where one does not,
+// which is told: the image was not laid out as one of DVD-Video.
+bool ComesBehind(const DiscSourceFile& file, const DiscSourceFile& first, DiscFindings& findings) {
+  if (!file.FirstSector || !first.FirstSector || *file.FirstSector > *first.FirstSector) {
+    return true;
+  }
+  findings.Add(message::LayoutWrong, {.File = file.Name}, "image", "first sector",
+               fmt::format("behind {}, at {}", first.Name, *first.FirstSector),
+               std::to_string(*file.FirstSector));
+  return false;
+}
+
+bool IsInOrder(const DiscDomain& domain, DiscFindings& findings) {
+  bool isInOrder = domain.Bup == nullptr || ComesBehind(*domain.Bup, *domain.Ifo, findings);
+  for (const VobSetFiles* vobs : {&domain.Menus, &domain.Titles}) {
+    const bool comesBehind =
+        vobs->Files.empty() || ComesBehind(*vobs->Files.front().File, *domain.Ifo, findings);
+    isInOrder = isInOrder && comesBehind;
+  }
+  return isInOrder;
+}
+
+// In an image the title VOBs follow on one another, and the backup is out of reach of a scratch on the IFO.
+void CheckAdjacency(const DiscDomain& domain, DiscFindings& findings) {
+  for (const VobFile& file : domain.Titles.Files) {
+    const auto first = domain.Titles.Files.front().File->FirstSector;
+    if (first && *file.File->FirstSector != *first + file.First) {
+      findings.Add(message::LayoutWrong, {.File = file.File->Name}, "image", "first sector",
+                   std::to_string(*first + file.First), std::to_string(*file.File->FirstSector));
+    }
+  }
+  const bool placedInImage = domain.Ifo->FirstSector && domain.Bup != nullptr && domain.Bup->FirstSector;
+  if (placedInImage && *domain.Bup->FirstSector / EccSectors <=
+                           (*domain.Ifo->FirstSector + SectorsOf(domain.Ifo) - 1) / EccSectors) {
+    findings.Add(message::LayoutLoose, {.File = domain.Bup->Name}, "image", "ECC block",
+                 "a block after that of the IFO", "the same");
+  }
+}
+
 }  // namespace
 
 DiscDomain DomainOf(int set, const DiscSource& source, DiscFindings& findings) {
@@ -75,7 +113,7 @@ DiscDomain DomainOf(int set, const DiscSource& source, DiscFindings& findings) {
     AddVob(domain.Menus, menu, findings);
   }
   bool gap = false;
-  for (int number = 1; set > 0 && number <= 9; ++number) {
+  for (int number = 1; set > 0 && number <= MostTitleVobs; ++number) {
     const std::string name = fmt::format("VTS_{:02}_{}.VOB", set, number);
     const DiscSourceFile* vob = source.Find(name);
     if (vob != nullptr && gap) {
@@ -122,6 +160,9 @@ void CheckLayout(const DiscDomain& domain, const IfoTables& tables, DiscFindings
                   table, field, expected, seen);
     }
   };
+  if (!IsInOrder(domain, findings)) {
+    return;
+  }
   const auto placed = [&](const DiscSourceFile* file, std::uint32_t inFolder) {
     return file != nullptr && file->FirstSector ? *file->FirstSector - *domain.Ifo->FirstSector : inFolder;
   };
@@ -143,29 +184,23 @@ void CheckLayout(const DiscDomain& domain, const IfoTables& tables, DiscFindings
     compare(vtsi::SetLast.Offset, tables.IsManager() ? "VMG_EA" : "VTS_EA",
             placed(domain.Bup, ifo + menus + titles) + SectorsOf(domain.Bup) - 1, tables.LastSector);
   }
-  for (const VobFile& file : domain.Titles.Files) {
-    const auto first = domain.Titles.Files.front().File->FirstSector;
-    if (first && *file.File->FirstSector != *first + file.First) {
-      findings.Add(message::LayoutWrong, {.File = file.File->Name}, "image", "first sector",
-                   std::to_string(*first + file.First), std::to_string(*file.File->FirstSector));
-    }
-  }
-  const bool placedInImage = domain.Ifo->FirstSector && domain.Bup != nullptr && domain.Bup->FirstSector;
-  if (placedInImage &&
-      *domain.Bup->FirstSector / EccSectors <= (*domain.Ifo->FirstSector + ifo - 1) / EccSectors) {
-    findings.Add(message::LayoutLoose, {.File = domain.Bup->Name}, "image", "ECC block",
-                 "a block after that of the IFO", "the same");
-  }
+  CheckAdjacency(domain, findings);
 }
 
 void CheckPlaces(const std::vector<DiscDomain>& domains, const IfoTables& manager, DiscFindings& findings) {
   const IfoTeller teller(manager.Name, findings);
   const DiscSourceFile* first = domains.front().Ifo;
+  std::vector<const DiscSourceFile*> ifos;  // that come behind the manager's
+  for (const DiscDomain& domain : domains) {
+    const bool isPlaced = &domain != &domains.front() && first != nullptr && first->FirstSector &&
+                          domain.Ifo != nullptr && domain.Ifo->FirstSector &&
+                          ComesBehind(*domain.Ifo, *first, findings);
+    ifos.push_back(isPlaced ? domain.Ifo : nullptr);
+  }
   for (const IfoTitle& title : manager.Titles) {
-    const bool known = title.Set >= 1 && title.Set < static_cast<int>(domains.size());
-    const DiscSourceFile* ifo = known ? domains[static_cast<std::size_t>(title.Set)].Ifo : nullptr;
-    if (ifo != nullptr && ifo->FirstSector && first->FirstSector &&
-        *ifo->FirstSector != *first->FirstSector + title.SetStart) {
+    const bool known = title.Set >= 1 && title.Set < static_cast<int>(ifos.size());
+    const DiscSourceFile* ifo = known ? ifos[static_cast<std::size_t>(title.Set)] : nullptr;
+    if (ifo != nullptr && *ifo->FirstSector != *first->FirstSector + title.SetStart) {
       teller.Tell(message::LayoutWrong, title.At + static_cast<std::uint32_t>(title_entry::SetStart.Offset),
                   "TT_SRPT", "VTS_SA", *ifo->FirstSector - *first->FirstSector, title.SetStart);
     }
