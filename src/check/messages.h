@@ -59,7 +59,7 @@ inline constexpr MessageKind TargetMissing{
 
 inline constexpr MessageKind ResumeEmpty{
     "resume-empty", Severity::Warning, NavigationTitle,
-    R"("{}" finds nothing to come back to here, and players pass it over. The way there: {})"};
+    R"("{}" finds nothing to come back to here, where players pass over it or stop. The way there: {})"};
 
 // Ways through the disc: the text of the command, and the shortest way to it, from the insertion of the disc
 // on.

@@ -270,7 +270,7 @@ Findings DiscNavigation(const NavSurvey& survey, bool isOurs) {
   Findings findings = NavigationFindings(survey, NameByBytes);
   for (Message& finding : findings) {
     constexpr std::array Free{&message::Unreachable, &message::StreamMissing, &message::ButtonsHidden,
-                              &message::ButtonIdle, &message::ButtonsEnd};
+                              &message::ButtonIdle,  &message::ButtonsEnd,    &message::ResumeEmpty};
     const bool isFree =
         std::ranges::any_of(Free, [&finding](const MessageKind* kind) { return finding.Is(*kind); });
     finding.Level = isFree && !isOurs ? Severity::Information : finding.Level;
