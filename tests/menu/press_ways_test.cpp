@@ -25,6 +25,7 @@ namespace quorvelant {
 namespace {
 
 constexpr int Presses = 30;
+constexpr int MostOfDisc = 9;  // titles and chapters that are asked for by number; discs have fewer
 
 struct WayDisc {
   friend void PrintTo(const WayDisc& disc, std::ostream* out) { *out << disc.Name; }
@@ -52,9 +53,16 @@ constexpr std::array Keys{KeyRow{WayKey::Up, NavKey::Up, "Up", 3},
                           KeyRow{WayKey::TitleMenu, NavKey::TitleMenu, "Title", 2},
                           KeyRow{WayKey::RootMenu, NavKey::RootMenu, "Menu", 3},
                           KeyRow{WayKey::AudioMenu, NavKey::AudioMenu, "Audio", 1},
+                          KeyRow{WayKey::SubpictureMenu, NavKey::SubpictureMenu, "Subtitle menu", 1},
+                          KeyRow{WayKey::AngleMenu, NavKey::AngleMenu, "Angle menu", 1},
+                          KeyRow{WayKey::PartMenu, NavKey::PartMenu, "Chapter menu", 1},
                           KeyRow{WayKey::Resume, NavKey::Resume, "Resume", 3},
+                          KeyRow{WayKey::Return, NavKey::Return, "Return", 2},
                           KeyRow{WayKey::NextPart, NavKey::NextPart, "Next", 3},
-                          KeyRow{WayKey::PreviousPart, NavKey::PreviousPart, "Previous", 3}};
+                          KeyRow{WayKey::PreviousPart, NavKey::PreviousPart, "Previous", 3},
+                          KeyRow{WayKey::TopPart, NavKey::TopPart, "Top", 1},
+                          KeyRow{WayKey::Title, NavKey::Title, "title", 1},
+                          KeyRow{WayKey::Part, NavKey::Part, "chapter", 2}};
 
 WayPlace PlaceOf(const NavDisc& disc, const NavState& state) {
   if (state.Phase == NavPhase::Stopped) {
@@ -85,16 +93,24 @@ class Machine {
   [[nodiscard]] WayPlace Place() const { return PlaceOf(disc_, state_); }
   // Keys that mean something else to libdvdnav. Where a skip to the next program leads to a stop, it takes
   // that back and goes to the next cell. Without anything to resume it goes to the root menu, and what was
-  // resumed once it resumes again.
+  // resumed once it resumes again; a command that finds nothing to resume stops it. Where no chain is above,
+  // Return begins the cell again.
   [[nodiscard]] bool IsUnlike(const NavEvent& event) const {
-    const NavState to = NavStep(disc_, state_, event, Replay({})).State;
+    const NavOutcome outcome = NavStep(disc_, state_, event, Replay({}));
+    const NavState& to = outcome.State;
     return (event.Key == NavKey::NextPart && (to == state_ || to.Phase == NavPhase::Stopped)) ||
-           (event.Key == NavKey::Resume && !state_.Resume);
+           (event.Key == NavKey::Resume && !state_.Resume) || FindsNothing(outcome) ||
+           (event.Key == NavKey::Return && to == state_);
   }
 
   const char* Source;
 
  private:
+  static bool FindsNothing(const NavOutcome& outcome) {
+    return std::ranges::any_of(outcome.Happened, [](const NavHappening& one) {
+      return one.What == NavHappening::Kind::Missing && one.Lead.What == NavLead::Kind::Resume;
+    });
+  }
   // The numbers that libdvdnav made of what it drew.
   static NavRandom Replay(const std::vector<int>& drawn) {
     return [drawn, next = std::make_shared<std::size_t>(0)](std::uint16_t bound) -> std::uint16_t {
@@ -210,7 +226,10 @@ void PressWays::Walk(unsigned seed) {
     int place = draw(all);
     const auto row = std::ranges::find_if(Keys, [&](const KeyRow& key) { return (place -= key.Weight) < 0; });
     const int button = draw(std::max(1, player->Buttons()));
-    const int number = row->Key == WayKey::Number ? button + player->FirstNumber() : button + 1;
+    const bool isOfDisc = row->Key == WayKey::Title || row->Key == WayKey::Part;
+    const int number = isOfDisc                     ? 1 + draw(MostOfDisc)
+                       : row->Key == WayKey::Number ? button + player->FirstNumber()
+                                                    : button + 1;
     const NavEvent event{row->Machine, static_cast<std::uint16_t>(number)};
     if (machines_.front().IsUnlike(event)) {
       continue;
@@ -220,10 +239,11 @@ void PressWays::Walk(unsigned seed) {
     for (Machine& machine : machines_) {
       machine.Press(event, drawn);
     }
-    way += fmt::format(
-        ", {}{}{}", row->Word,
-        row->Key == WayKey::Number || row->Key == WayKey::Select ? fmt::format(" {}", number) : "",
-        command.empty() ? "" : fmt::format(" [{}]", command));
+    way += fmt::format(", {}{}{}", row->Word,
+                       isOfDisc || row->Key == WayKey::Number || row->Key == WayKey::Select
+                           ? fmt::format(" {}", number)
+                           : "",
+                       command.empty() ? "" : fmt::format(" [{}]", command));
   }
   Agree(*player, way);
 }

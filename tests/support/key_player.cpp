@@ -191,6 +191,58 @@ int KeyPlayer::FirstNumber() const {
   return state_->Pci().hli.hl_gi.btn_ofn + 1;
 }
 
+bool KeyPlayer::Search(WayKey key, int number) {
+  dvdnav_t* nav = state_->Nav;
+  const user_ops_t forbids = dvdnav_get_restrictions(nav);
+  const bool isTitle = dvdnav_is_domain_vts(nav) != 0;
+  const auto menu = [&](unsigned forbidden, DVDMenuID_t id) {
+    return forbidden == 0 && dvdnav_menu_call(nav, id) == DVDNAV_STATUS_OK;
+  };
+  // From the manager's menus libdvdnav goes to the set that it opened last; the format ties these menus to
+  // the set that plays.
+  const auto menuOfSet = [&](unsigned forbidden, DVDMenuID_t id) {
+    return dvdnav_is_domain_vmgm(nav) == 0 && menu(forbidden, id);
+  };
+  // Some of its searches leave libdvdnav waiting in the still that they came from; another one ends it.
+  const auto outOfStill = [&](dvdnav_status_t status) {
+    if (status == DVDNAV_STATUS_OK && state_->Still != 0) {
+      dvdnav_top_pg_search(nav);
+    }
+    return status == DVDNAV_STATUS_OK;
+  };
+  switch (key) {
+    case WayKey::TitleMenu:
+      return menu(forbids.title_menu_call, DVD_MENU_Title);
+    case WayKey::AudioMenu:
+      return menuOfSet(forbids.audio_menu_call, DVD_MENU_Audio);
+    case WayKey::SubpictureMenu:
+      return menuOfSet(forbids.subpic_menu_call, DVD_MENU_Subpicture);
+    case WayKey::AngleMenu:
+      return menuOfSet(forbids.angle_menu_call, DVD_MENU_Angle);
+    case WayKey::PartMenu:
+      return menuOfSet(forbids.chapter_menu_call, DVD_MENU_Part);
+    case WayKey::RootMenu:
+      return menuOfSet(forbids.root_menu_call, DVD_MENU_Root);
+    case WayKey::Resume:
+      return !isTitle && menu(forbids.resume, DVD_MENU_Escape);
+    case WayKey::NextPart:
+      return forbids.next_pg_search == 0 && dvdnav_next_pg_search(nav) == DVDNAV_STATUS_OK;
+    case WayKey::PreviousPart:
+      return forbids.prev_or_top_pg_search == 0 && dvdnav_prev_pg_search(nav) == DVDNAV_STATUS_OK;
+    case WayKey::TopPart:
+      return forbids.prev_or_top_pg_search == 0 && dvdnav_top_pg_search(nav) == DVDNAV_STATUS_OK;
+    case WayKey::Return:
+      return forbids.go_up == 0 && outOfStill(dvdnav_go_up(nav));
+    case WayKey::Title:
+      return forbids.title_play == 0 && outOfStill(dvdnav_title_play(nav, number));
+    case WayKey::Part:
+      return forbids.chapter_search_or_play == 0 && isTitle &&
+             outOfStill(dvdnav_part_play(nav, Place().Title, number));
+    default:
+      return false;
+  }
+}
+
 std::string KeyPlayer::Press(WayKey key, int number) {
   State& state = *state_;
   dvdnav_t* nav = state.Nav;
@@ -244,36 +296,10 @@ std::string KeyPlayer::Press(WayKey key, int number) {
         state.EndStill();
       }
       return command;
-    case WayKey::TitleMenu:
-      if (forbids.title_menu_call == 0) {
-        dvdnav_menu_call(nav, DVD_MENU_Title);
-      }
-      break;
-    case WayKey::AudioMenu:
-      if (forbids.audio_menu_call == 0 && dvdnav_is_domain_vmgm(nav) == 0) {
-        dvdnav_menu_call(nav, DVD_MENU_Audio);
-      }
-      break;
-    case WayKey::RootMenu:
-      // From the manager's menus libdvdnav goes to the set that it opened last; the format ties the root
-      // menu to the set that plays.
-      if (forbids.root_menu_call == 0 && dvdnav_is_domain_vmgm(nav) == 0) {
-        dvdnav_menu_call(nav, DVD_MENU_Root);
-      }
-      break;
-    case WayKey::Resume:
-      if (forbids.resume == 0 && dvdnav_is_domain_vts(nav) == 0) {
-        dvdnav_menu_call(nav, DVD_MENU_Escape);
-      }
-      break;
-    case WayKey::NextPart:
-      if (forbids.next_pg_search == 0) {
-        dvdnav_next_pg_search(nav);
-      }
-      break;
-    case WayKey::PreviousPart:
-      if (forbids.prev_or_top_pg_search == 0) {
-        dvdnav_prev_pg_search(nav);
+    default:
+      // Each look at the stream plays some of it, so where nothing answers nobody looks.
+      if (!Search(key, number)) {
+        return command;
       }
       break;
   }

@@ -23,9 +23,16 @@ enum class WayKey : std::uint8_t {
   TitleMenu,
   RootMenu,
   AudioMenu,
+  SubpictureMenu,
+  AngleMenu,
+  PartMenu,
   Resume,
+  Return,
   NextPart,
   PreviousPart,
+  TopPart,
+  Title,
+  Part,
 };
 
 // Numbers count from 1; of a player that stopped all are 0.
@@ -71,6 +78,9 @@ class KeyPlayer {
   static void Seed(unsigned seed);
 
  private:
+  // Keys that lead to a place. False where nothing answered.
+  bool Search(WayKey key, int number);
+
   struct State;
   std::unique_ptr<State> state_;
 };
