@@ -9,10 +9,12 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byteCount) {
   using namespace quorvelant;  // NOLINT(google-build-using-namespace): a program of its own
   DiscFindings findings;
-  ImageSource source(std::make_unique<BytesAsFile>(ExpandImage({data, byteCount})), findings);
+  BytesAsDisk disk(ExpandImage({data, byteCount}));
+  const ImageSource source("image.iso", disk, findings);
+  const auto reader = source.NewReader();
   Bytes bytes(3 * SectorBytes);
   for (const DiscSourceFile& file : source.Files()) {
-    source.Read(file, file.Size / 2, bytes);
+    reader->Read(file, file.Size / 2, bytes);
   }
   return 0;
 }

@@ -19,12 +19,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t byte
   ScanOrder order{.Known = (data[0] & 1U) != 0, .IsOurs = (data[0] & 2U) != 0, .Sectors = sectors};
   order.Streams.Video.Raw = (data[0] & 4U) != 0 ? 0x4000 : 0x5C00;
   VobScan scan(teller, order);
-  Bytes sector(SectorBytes);
-  for (std::size_t at = 0; at < rest.size(); at += SectorBytes) {
-    const ByteView part = rest.subspan(at, std::min(SectorBytes, rest.size() - at));
-    std::ranges::fill(sector, 0);
-    std::ranges::copy(part, sector.begin());
-    scan.Read(sector);
+  Bytes bytes(rest.begin(), rest.end());
+  bytes.resize(std::size_t{sectors} * SectorBytes);
+  constexpr std::size_t BlockSectors = 3;  // headers go on from one block to the next
+  for (std::uint32_t first = 0; first < sectors; first += BlockSectors) {
+    const std::size_t count = std::min<std::size_t>(BlockSectors, sectors - first);
+    PackBlock block;
+    block.Read(ByteView(bytes).subspan(first * SectorBytes, count * SectorBytes), first, order.IsOurs);
+    scan.Read(block);
   }
   return scan.Finish().Vobus.size() <= sectors ? 0 : 1;
 }

@@ -13,6 +13,34 @@
 namespace quorvelant {
 namespace {
 
+class FolderReader : public DiscReader {
+ public:
+  FolderReader(std::string folder, bool areSmall, Disk& disk)
+      : folder_(std::move(folder)), areSmall_(areSmall), disk_(&disk) {}
+
+  std::size_t Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) override {
+    if (!open_ || openName_ != file.Name) {
+      open_ = disk_->Open(folder_ + "/" + (areSmall_ ? Lower(file.Name) : file.Name), FileAccess::Read);
+      openName_ = file.Name;
+      at_ = 0;
+    }
+    if (at_ != offset) {
+      open_->Seek(offset);
+    }
+    const std::size_t count = open_->Read(target);
+    at_ = offset + count;
+    return count;
+  }
+
+ private:
+  std::string folder_;
+  bool areSmall_;
+  Disk* disk_;
+  std::unique_ptr<File> open_;
+  std::string openName_;
+  std::uint64_t at_ = 0;
+};
+
 class FolderSource : public DiscSource {
  public:
   FolderSource(std::string folder, Disk& disk, DiscFindings& findings)
@@ -34,26 +62,13 @@ class FolderSource : public DiscSource {
     SetFiles(std::move(files));
   }
 
-  std::size_t Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) override {
-    if (!open_ || openName_ != file.Name) {
-      open_ = disk_->Open(folder_ + "/" + (areSmall_ ? Lower(file.Name) : file.Name), FileAccess::Read);
-      openName_ = file.Name;
-      at_ = 0;
-    }
-    if (at_ != offset) {
-      open_->Seek(offset);
-    }
-    const std::size_t count = open_->Read(target);
-    at_ = offset + count;
-    return count;
+  [[nodiscard]] std::unique_ptr<DiscReader> NewReader() const override {
+    return std::make_unique<FolderReader>(folder_, areSmall_, *disk_);
   }
 
  private:
   std::string folder_;
   Disk* disk_;
-  std::unique_ptr<File> open_;
-  std::string openName_;
-  std::uint64_t at_ = 0;
   bool areSmall_ = false;
 };
 
@@ -71,7 +86,7 @@ void DiscSource::SetFiles(std::vector<DiscSourceFile> files) {
 
 std::unique_ptr<DiscSource> OpenDisc(const std::string& path, DiscFindings& findings, Disk& disk) {
   if (disk.KindOf(path) != FileKind::Folder) {
-    return std::make_unique<ImageSource>(disk.Open(path, FileAccess::Read), findings);
+    return std::make_unique<ImageSource>(path, disk, findings);
   }
   for (const char* name : {"/VIDEO_TS", "/video_ts"}) {
     if (const std::string inner = path + name; disk.KindOf(inner) == FileKind::Folder) {

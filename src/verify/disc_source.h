@@ -20,6 +20,18 @@ struct DiscSourceFile {
   std::optional<std::uint32_t> FirstSector = {};  // of an image
 };
 
+// Reads files of a disc, for one thread.
+class DiscReader {
+ public:
+  DiscReader() = default;
+  DiscReader(const DiscReader&) = delete;
+  DiscReader& operator=(const DiscReader&) = delete;
+  virtual ~DiscReader() = default;
+
+  // Reads from byte `offset` of a file; returns the bytes read, fewer only at its end. Raises FileError.
+  virtual std::size_t Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) = 0;
+};
+
 class DiscSource {
  public:
   DiscSource() = default;
@@ -30,8 +42,8 @@ class DiscSource {
   // By name.
   [[nodiscard]] const std::vector<DiscSourceFile>& Files() const { return files_; }
   [[nodiscard]] const DiscSourceFile* Find(const std::string& name) const;
-  // Reads from byte `offset` of a file; returns the bytes read, fewer only at its end. Raises FileError.
-  virtual std::size_t Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) = 0;
+  // Independent of others, and of the source, which may go before it. Raises FileError.
+  [[nodiscard]] virtual std::unique_ptr<DiscReader> NewReader() const = 0;
 
  protected:
   void SetFiles(std::vector<DiscSourceFile> files);

@@ -90,14 +90,31 @@ void Compare(const std::vector<DiscSourceFile>& udf, const std::vector<DiscSourc
   }
 }
 
+class ImageReader : public DiscReader {
+ public:
+  explicit ImageReader(std::unique_ptr<File> image) : image_(std::move(image)) {}
+
+  std::size_t Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) override {
+    const std::uint64_t left = offset < file.Size ? file.Size - offset : 0;
+    const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, target.size()));
+    image_->Seek(std::uint64_t{*file.FirstSector} * SectorBytes + offset);
+    return image_->Read(target.first(wanted));
+  }
+
+ private:
+  std::unique_ptr<File> image_;
+};
+
 }  // namespace
 
-ImageSource::ImageSource(std::unique_ptr<File> image, DiscFindings& findings) : image_(std::move(image)) {
-  const std::string name = std::filesystem::path(image_->Path()).filename().string();
-  const ImageSectors sectors(*image_);
-  if (image_->ByteCount() % SectorBytes != 0) {
+ImageSource::ImageSource(std::string path, Disk& disk, DiscFindings& findings)
+    : path_(std::move(path)), disk_(&disk) {
+  const std::unique_ptr<File> image = disk.Open(path_, FileAccess::Read);
+  const std::string name = std::filesystem::path(path_).filename().string();
+  const ImageSectors sectors(*image);
+  if (image->ByteCount() % SectorBytes != 0) {
     findings.Add(message::ImageDamaged, {.File = name}, "image", "size", "a multiple of 2048 bytes",
-                 std::to_string(image_->ByteCount()));
+                 std::to_string(image->ByteCount()));
   }
   const bool hasUdf = IsNamed(sectors, {"BEA01", "NSR02", "NSR03", "TEA01"}) || HasAnchor(sectors);
   const bool hasIso = IsNamed(sectors, {"CD001"});
@@ -127,7 +144,7 @@ ImageSource::ImageSource(std::unique_ptr<File> image, DiscFindings& findings) : 
   std::vector<DiscSourceFile> files = udf.empty() ? iso : udf;
   std::erase_if(files, [&](const DiscSourceFile& file) {
     const std::uint64_t end = std::uint64_t{*file.FirstSector} * SectorBytes + file.Size;
-    const bool outside = end < file.Size || end > image_->ByteCount();
+    const bool outside = end < file.Size || end > image->ByteCount();
     if (outside) {
       findings.Add(message::ImageDamaged, {.File = file.Name}, "image", "",
                    fmt::format("files within {} sectors", sectors.Count()), ExtentText(file));
@@ -137,11 +154,8 @@ ImageSource::ImageSource(std::unique_ptr<File> image, DiscFindings& findings) : 
   SetFiles(std::move(files));
 }
 
-std::size_t ImageSource::Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) {
-  const std::uint64_t left = offset < file.Size ? file.Size - offset : 0;
-  const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, target.size()));
-  image_->Seek(std::uint64_t{*file.FirstSector} * SectorBytes + offset);
-  return image_->Read(target.first(wanted));
+std::unique_ptr<DiscReader> ImageSource::NewReader() const {
+  return std::make_unique<ImageReader>(disk_->Open(path_, FileAccess::Read));
 }
 
 }  // namespace quorvelant

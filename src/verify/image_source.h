@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "base/disk.h"
@@ -12,13 +13,15 @@ namespace quorvelant {
 
 class ImageSource : public DiscSource {
  public:
-  // Reads the file systems. What is wrong with them, and where they disagree, goes to `findings`.
-  ImageSource(std::unique_ptr<File> image, DiscFindings& findings);
+  // Reads the file systems. What is wrong with them, and where they disagree, goes to `findings`. Raises
+  // FileError.
+  ImageSource(std::string path, Disk& disk, DiscFindings& findings);
 
-  std::size_t Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) override;
+  [[nodiscard]] std::unique_ptr<DiscReader> NewReader() const override;
 
  private:
-  std::unique_ptr<File> image_;
+  std::string path_;
+  Disk* disk_;
 };
 
 }  // namespace quorvelant

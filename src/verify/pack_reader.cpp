@@ -1,8 +1,12 @@
 #include "verify/pack_reader.h"
 
-#include <algorithm>
+#include <fmt/format.h>
+
+#include <cstring>
+#include <utility>
 
 #include "disc/start_codes.h"
+#include "verify/messages.h"
 
 namespace quorvelant {
 namespace {
@@ -13,15 +17,37 @@ constexpr std::int64_t MostDelay = 90000;              // ticks between SCR and 
 constexpr std::int64_t LongDelay = 63000;
 constexpr std::size_t PesHeadBytes = 9;
 
+bool IsStuffing(ByteView bytes) {
+  return bytes.empty() ||
+         (bytes[0] == 0xFF && std::memcmp(bytes.data(), bytes.data() + 1, bytes.size() - 1) == 0);
+}
+
 }  // namespace
 
 template <class Expected, class Seen>
-void PackReader::Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
-                     const Seen& seen) const {
-  teller_->Tell(message::PackWrong, number_, offset, table, field, expected, seen);
+void PackReader::Tell(const MessageKind& kind, std::size_t offset, const char* table, const char* field,
+                      const Expected& expected, const Seen& seen) {
+  pack_.Faults.push_back({&kind, offset, table, field, fmt::format("{}", expected), fmt::format("{}", seen)});
 }
 
-PackHead PackReader::Head() const {
+template <class Expected, class Seen>
+void PackReader::Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
+                     const Seen& seen) {
+  Tell(message::PackWrong, offset, table, field, expected, seen);
+}
+
+void PackReader::Read() {
+  pack_.IsPack = sector_.size() == SectorBytes && GetBytes(sector_, 0, 4) == StartCodeOf(start_code::Pack);
+  if (pack_.IsPack) {
+    ReadHead();
+    pack_.Code = static_cast<std::uint32_t>(GetBytes(sector_, pack_.PacketAt, 4));
+    if (IsStreamCode(pack_.Code)) {
+      ReadPacket();
+    }
+  }
+}
+
+void PackReader::ReadHead() {
   constexpr std::uint64_t Marks = 3ULL << 46U | 1ULL << 42U | 1ULL << 26U | 1ULL << 10U | 1U;
   constexpr std::uint64_t MarksSet = 1ULL << 46U | 1ULL << 42U | 1ULL << 26U | 1ULL << 10U | 1U;
   const std::uint64_t bits = GetBytes(sector_, 4, 6);
@@ -34,45 +60,47 @@ PackHead PackReader::Head() const {
   if (extension >= ClockTicks) {
     Bad(8, "pack header", "SCR_extension", "at most 299", extension);
   }
-  PackHead head{.Scr = static_cast<std::int64_t>(base) * ClockTicks + extension};
+  pack_.Scr = static_cast<std::int64_t>(base) * ClockTicks + extension;
+  pack_.PacketAt = LeastPackHead;
   if (GetBytes(sector_, 10, 4) != RateWithMarkers) {
     const auto rate = static_cast<std::uint32_t>(GetBytes(sector_, 10, 3) >> 2U);
     const unsigned stuffing = sector_[13] & 7U;
-    head.Bytes += stuffing;
+    pack_.PacketAt += stuffing;
     if (rate != MuxRate) {
       Bad(10, "pack header", "program_mux_rate", MuxRate, rate);
     } else {
       Bad(12, "pack header", "pack_stuffing_length", "markers, and 0", stuffing);
     }
   }
-  return head;
 }
 
-std::optional<ScannedPacket> PackReader::Packet(std::size_t at, std::int64_t scr) const {
+void PackReader::ReadPacket() {
+  const std::size_t at = pack_.PacketAt;
   const std::size_t end = at + 6 + GetBytes(sector_, at + 4, 2);
   if (end > SectorBytes) {
     Bad(at + 4, "PES header", "PES_packet_length", fmt::format("at most {}", SectorBytes - at - 6),
         end - at - 6);
-    return std::nullopt;
+    return;
   }
   CheckAfter(end);
-  ScannedPacket packet{.Sector = number_};
+  ScannedPacket& packet = pack_.Packet.emplace();
+  packet.Sector = number_;
   std::size_t data = 0;
-  if (!ReadPesHead(at, packet, data) || data > end) {
+  if (!ReadPesHead(packet, data) || data > end) {
     Bad(at + 6, "PES header", "PES_header_data_length", "a header within its packet", data);
-    return std::nullopt;
+    pack_.Packet.reset();
+    return;
   }
-  CheckDelay(packet, scr);
+  CheckDelay(packet);
   packet.At = data;
   packet.Payload = sector_.subspan(data, end - data);
   // A byte takes 150/7 ticks at the mux rate; the SCR is that of the pack's byte 9.
-  packet.Begin = scr + (static_cast<std::int64_t>(data) - 8) * 150 / 7;
-  packet.End = scr + (static_cast<std::int64_t>(end) - 9) * 150 / 7;
-  return packet;
+  packet.Begin = pack_.Scr + (static_cast<std::int64_t>(data) - 8) * 150 / 7;
+  packet.End = pack_.Scr + (static_cast<std::int64_t>(end) - 9) * 150 / 7;
 }
 
 // A packet ends with its pack, or a padding packet does.
-void PackReader::CheckAfter(std::size_t end) const {
+void PackReader::CheckAfter(std::size_t end) {
   constexpr std::size_t PaddingHead = 6;
   const std::size_t rest = SectorBytes - end;
   if (rest == 0) {
@@ -85,13 +113,14 @@ void PackReader::CheckAfter(std::size_t end) const {
     return;
   }
   const ByteView padding = sector_.subspan(end + PaddingHead);
-  if (std::ranges::any_of(padding, [](std::uint8_t byte) { return byte != 0xFF; })) {
-    teller_->Tell(message::PackLoose, number_, end, "padding packet", "padding_byte", "0xFF", "others");
+  if (!IsStuffing(padding)) {
+    Tell(message::PackLoose, end, "padding packet", "padding_byte", "0xFF", "others");
   }
 }
 
 // False where the header is none. `data` is where the stream's bytes begin.
-bool PackReader::ReadPesHead(std::size_t at, ScannedPacket& packet, std::size_t& data) const {
+bool PackReader::ReadPesHead(ScannedPacket& packet, std::size_t& data) {
+  const std::size_t at = pack_.PacketAt;
   if (at + PesHeadBytes > sector_.size()) {
     return false;
   }
@@ -138,16 +167,15 @@ bool PackReader::ReadPesHead(std::size_t at, ScannedPacket& packet, std::size_t&
     }
   }
   const ByteView stuffing = sector_.subspan(next, data - next);
-  if (std::ranges::any_of(stuffing, [](std::uint8_t byte) { return byte != 0xFF; })) {
+  if (!IsStuffing(stuffing)) {
     Bad(next, "PES header", "stuffing_byte", "0xFF to the end of the header", "others");
   } else if (stuffing.size() > 7) {
-    teller_->Tell(message::PackLoose, number_, next, "PES header", "stuffing_byte", "at most 7",
-                  stuffing.size());
+    Tell(message::PackLoose, next, "PES header", "stuffing_byte", "at most 7", stuffing.size());
   }
   return true;
 }
 
-std::uint32_t PackReader::StampAt(std::size_t at, unsigned prefix) const {
+std::uint32_t PackReader::StampAt(std::size_t at, unsigned prefix) {
   const std::uint64_t bits = GetBytes(sector_, at, 5);
   constexpr std::uint64_t Markers = 1ULL << 32U | 1U << 16U | 1U;
   if (bits >> 36U != prefix || (bits & Markers) != Markers) {
@@ -157,19 +185,17 @@ std::uint32_t PackReader::StampAt(std::size_t at, unsigned prefix) const {
                                     (bits >> 1U & 0x7FFFU));
 }
 
-void PackReader::CheckDelay(const ScannedPacket& packet, std::int64_t scr) const {
+void PackReader::CheckDelay(const ScannedPacket& packet) {
   const auto stamp = packet.Dts ? packet.Dts : packet.Pts;
   if (!stamp) {
     return;
   }
-  const std::int64_t delay = std::int64_t{*stamp} - scr / ClockTicks;
+  const std::int64_t delay = std::int64_t{*stamp} - pack_.Scr / ClockTicks;
   const char* field = packet.Dts ? "DTS" : "PTS";
   if (delay < 0 || delay > MostDelay) {
-    teller_->Tell(message::StampWrong, number_, 0, "PES header", field, "0 to 90000 ticks after the SCR",
-                  delay);
+    Tell(message::StampWrong, 0, "PES header", field, "0 to 90000 ticks after the SCR", delay);
   } else if (delay > LongDelay) {
-    teller_->Tell(message::StampLoose, number_, 0, "PES header", field, "at most 63000 ticks after the SCR",
-                  delay);
+    Tell(message::StampLoose, 0, "PES header", field, "at most 63000 ticks after the SCR", delay);
   }
 }
 

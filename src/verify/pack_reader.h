@@ -2,12 +2,11 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
+#include <vector>
 
 #include "base/bytes.h"
 #include "disc/start_codes.h"
 #include "verify/scanned_packet.h"
-#include "verify/vob_place.h"
 
 namespace quorvelant {
 
@@ -17,37 +16,42 @@ constexpr std::uint32_t StartCodeOf(std::uint8_t code) {
   return StartCodePrefix | code;
 }
 
-struct PackHead {
-  static constexpr std::size_t LeastBytes = 14;  // without stuffing
+inline constexpr std::size_t LeastPackHead = 14;  // bytes, without stuffing
 
-  std::int64_t Scr = 0;  // 27 MHz
-  std::size_t Bytes = LeastBytes;
-};
+// Streams of DVD-Video: private stream 1, sound, and video.
+constexpr bool IsStreamCode(std::uint32_t code) {
+  return code == StartCodeOf(start_code::PrivateStream1) ||
+         (code >= StartCodeOf(0xC0) && code <= StartCodeOf(0xEF));
+}
 
+// Reads the headers of one pack.
 class PackReader {
  public:
   // `number` is the sector's in the VOB set; `isOurs`: this program made the disc.
-  PackReader(const VobTeller& teller, ByteView sector, std::uint32_t number, bool isOurs)
-      : teller_(&teller), sector_(sector), number_(number), isOurs_(isOurs) {}
+  PackReader(ByteView sector, std::uint32_t number, bool isOurs, ScannedPack& pack)
+      : sector_(sector), number_(number), isOurs_(isOurs), pack_(pack) {}
 
-  // Of a sector that begins as a pack does.
-  [[nodiscard]] PackHead Head() const;
-  // The packet at `at`, of a pack sent at `scr`; nothing where its header is none, which is told.
-  [[nodiscard]] std::optional<ScannedPacket> Packet(std::size_t at, std::int64_t scr) const;
+  // Into the pack, which is new.
+  void Read();
 
  private:
   template <class Expected, class Seen>
   void Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
-           const Seen& seen) const;
-  void CheckAfter(std::size_t end) const;
-  [[nodiscard]] bool ReadPesHead(std::size_t at, ScannedPacket& packet, std::size_t& data) const;
-  [[nodiscard]] std::uint32_t StampAt(std::size_t at, unsigned prefix) const;
-  void CheckDelay(const ScannedPacket& packet, std::int64_t scr) const;
+           const Seen& seen);
+  template <class Expected, class Seen>
+  void Tell(const MessageKind& kind, std::size_t offset, const char* table, const char* field,
+            const Expected& expected, const Seen& seen);
+  void ReadHead();
+  void ReadPacket();
+  void CheckAfter(std::size_t end);
+  [[nodiscard]] bool ReadPesHead(ScannedPacket& packet, std::size_t& data);
+  [[nodiscard]] std::uint32_t StampAt(std::size_t at, unsigned prefix);
+  void CheckDelay(const ScannedPacket& packet);
 
-  const VobTeller* teller_;
   ByteView sector_;
   std::uint32_t number_;
   bool isOurs_;
+  ScannedPack& pack_;
 };
 
 }  // namespace quorvelant

@@ -5,138 +5,164 @@
 #include <condition_variable>
 #include <cstdint>
 #include <future>
+#include <memory>
 #include <mutex>
+
+#include "base/io_bytes.h"
 
 namespace quorvelant {
 namespace {
 
-constexpr std::size_t BlockSectors = 64;  // as much as stays in a cache while it is used
-constexpr std::size_t BlockCount = 8;
+constexpr std::size_t BlockSectors = 256;
+constexpr std::size_t BlockCount = 4;
 
-// Reads a set block by block.
+struct Block {
+  enum class Step { Free, Reading, Parsed, Taking };
+
+  Step Now = Step::Free;
+  std::uint64_t Number = 0;
+  IoBytes Data = IoBytes(BlockSectors * SectorBytes);
+  PackBlock Packs = {};
+};
+
+// Reads and parses blocks by their numbers, which count through the files of a set from 0.
 class BlockReader {
  public:
-  BlockReader(DiscSource& source, const VobSetFiles& files) : source_(&source), files_(&files) {}
+  BlockReader(const DiscSource& source, const VobSetFiles& files, bool isOurs)
+      : reader_(source.NewReader()), files_(&files), isOurs_(isOurs) {}
 
-  // The bytes of the next block; 0 after the last. What a file lacks is zeros.
-  std::size_t Read(ByteSpan block) {
-    const auto& files = files_->Files;
-    while (file_ < files.size() && sector_ >= files[file_].Sectors) {
-      ++file_;
-      sector_ = 0;
+  // False beyond the last block. What a file lacks is zeros.
+  bool Read(Block& block) {
+    std::uint64_t number = block.Number;
+    for (const VobFile& file : files_->Files) {
+      const std::uint64_t blocks = (file.Sectors + BlockSectors - 1) / BlockSectors;
+      if (number < blocks) {
+        Read(file, static_cast<std::uint32_t>(number * BlockSectors), block);
+        return true;
+      }
+      number -= blocks;
     }
-    if (file_ >= files.size()) {
-      return 0;
-    }
-    const VobFile& file = files[file_];
-    const std::uint64_t count = std::min<std::uint64_t>(BlockSectors, file.Sectors - sector_);
-    const ByteSpan target = block.first(static_cast<std::size_t>(count) * SectorBytes);
-    const std::size_t got = source_->Read(*file.File, sector_ * SectorBytes, target);
-    std::ranges::fill(target.subspan(got), std::uint8_t{0});
-    sector_ += count;
-    return target.size();
+    return false;
   }
 
  private:
-  DiscSource* source_;
+  void Read(const VobFile& file, std::uint32_t sector, Block& block) {
+    const std::size_t count = std::min<std::size_t>(BlockSectors, file.Sectors - sector);
+    const ByteSpan target = ByteSpan(block.Data).first(count * SectorBytes);
+    const std::size_t got = reader_->Read(*file.File, std::uint64_t{sector} * SectorBytes, target);
+    std::ranges::fill(target.subspan(got), std::uint8_t{0});
+    block.Packs.Read(target, file.First + sector, isOurs_);
+  }
+
+  std::unique_ptr<DiscReader> reader_;
   const VobSetFiles* files_;
-  std::size_t file_ = 0;
-  std::uint64_t sector_ = 0;
+  bool isOurs_;
 };
 
-// Blocks that go round between the one who reads and the one who uses them.
-class BlockRing {
+// Two threads do what there is to do: take the block whose turn it is, or else read another one.
+class BlockWork {
  public:
-  struct Block {
-    Bytes Data = Bytes(BlockSectors * SectorBytes);
-    std::size_t Size = 0;  // 0 in the last
-  };
+  BlockWork(const std::function<void(const PackBlock&)>& take, const std::function<bool()>& stop)
+      : take_(take), stop_(stop) {}
 
-  // Nothing once nobody wants more. A full ring waits until half of it is used: each change of threads costs
-  // as much as a few sectors.
-  Block* ToFill() {
+  void Do(BlockReader& reader) {
     std::unique_lock lock(mutex_);
-    changed_.wait(lock, [this] {
-      full_ = filled_ - used_ > (full_ ? BlockCount / 2 : BlockCount - 1);
-      return closed_ || !full_;
+    try {
+      while (!isOver_) {
+        if (Block* const ready = ToTake()) {
+          Take(*ready, lock);
+        } else if (Block* const free = ToRead()) {
+          Read(*free, reader, lock);
+        } else {
+          changed_.wait(lock);
+        }
+      }
+    } catch (...) {
+      if (!lock.owns_lock()) {
+        lock.lock();
+      }
+      End();
+      throw;
+    }
+  }
+
+ private:
+  Block* ToTake() {
+    const bool isTaken =
+        std::ranges::any_of(blocks_, [](const Block& block) { return block.Now == Block::Step::Taking; });
+    auto* const ready = std::ranges::find_if(blocks_, [this](const Block& block) {
+      return block.Now == Block::Step::Parsed && block.Number == taken_;
     });
-    return closed_ ? nullptr : &blocks_.at(filled_ % BlockCount);
+    return isTaken || ready == blocks_.end() ? nullptr : &*ready;
   }
-  void Filled() {
-    const std::scoped_lock lock(mutex_);
-    if (++filled_ == used_ + 1) {
-      changed_.notify_all();
+
+  Block* ToRead() {
+    auto* const free = std::ranges::find(blocks_, Block::Step::Free, &Block::Now);
+    return !isMore_ || free == blocks_.end() ? nullptr : &*free;
+  }
+
+  void Take(Block& block, std::unique_lock<std::mutex>& lock) {
+    block.Now = Block::Step::Taking;
+    lock.unlock();
+    const bool isStopped = stop_();
+    if (!isStopped) {
+      take_(block.Packs);
     }
-  }
-  // Nothing once no more comes.
-  Block* ToUse() {
-    std::unique_lock lock(mutex_);
-    changed_.wait(lock, [this] { return closed_ || filled_ > used_; });
-    return filled_ > used_ ? &blocks_.at(used_ % BlockCount) : nullptr;
-  }
-  void Used() {
-    const std::scoped_lock lock(mutex_);
-    if (filled_ == ++used_ + BlockCount / 2) {
-      changed_.notify_all();
+    lock.lock();
+    block.Now = Block::Step::Free;
+    ++taken_;
+    if (isStopped) {
+      End();
     }
+    EndWithLast();
   }
-  void Close() {
-    const std::scoped_lock lock(mutex_);
-    closed_ = true;
+
+  void Read(Block& block, BlockReader& reader, std::unique_lock<std::mutex>& lock) {
+    block.Now = Block::Step::Reading;
+    block.Number = read_++;
+    lock.unlock();
+    const bool isThere = reader.Read(block);
+    lock.lock();
+    block.Now = isThere ? Block::Step::Parsed : Block::Step::Free;
+    isMore_ = isMore_ && isThere;
+    EndWithLast();
+  }
+
+  void EndWithLast() {
+    const bool isIdle =
+        std::ranges::all_of(blocks_, [](const Block& block) { return block.Now == Block::Step::Free; });
+    if (!isMore_ && isIdle) {
+      End();
+    }
+    changed_.notify_one();
+  }
+
+  void End() {
+    isOver_ = true;
     changed_.notify_all();
   }
 
- private:
-  std::array<Block, BlockCount> blocks_;
+  const std::function<void(const PackBlock&)>& take_;
+  const std::function<bool()>& stop_;
   std::mutex mutex_;
   std::condition_variable changed_;
-  std::size_t filled_ = 0;
-  std::size_t used_ = 0;
-  bool full_ = false;
-  bool closed_ = false;
+  std::array<Block, BlockCount> blocks_;
+  std::uint64_t read_ = 0;   // blocks, or under way
+  std::uint64_t taken_ = 0;  // ... and handed on
+  bool isMore_ = true;
+  bool isOver_ = false;
 };
-
-// Closes the ring whatever happens, so that neither side waits for one that has gone.
-class RingEnd {
- public:
-  explicit RingEnd(BlockRing& ring) : ring_(ring) {}
-  RingEnd(const RingEnd&) = delete;
-  RingEnd& operator=(const RingEnd&) = delete;
-  ~RingEnd() { ring_.Close(); }
-
- private:
-  BlockRing& ring_;
-};
-
-void FillBlocks(BlockReader& reader, BlockRing& ring) {
-  const RingEnd end(ring);
-  for (BlockRing::Block* block = ring.ToFill(); block != nullptr; block = ring.ToFill()) {
-    block->Size = reader.Read(block->Data);
-    if (block->Size == 0) {
-      return;
-    }
-    ring.Filled();
-  }
-}
 
 }  // namespace
 
-void StreamSectors(DiscSource& source, const VobSetFiles& files, const std::function<void(ByteView)>& take,
-                   const std::function<bool()>& stop) {
-  BlockReader reader(source, files);
-  BlockRing ring;
-  auto filling = std::async(std::launch::async, FillBlocks, std::ref(reader), std::ref(ring));
-  {
-    const RingEnd end(ring);
-    for (BlockRing::Block* block = ring.ToUse(); block != nullptr && !stop(); block = ring.ToUse()) {
-      const ByteView bytes = ByteView(block->Data).first(block->Size);
-      for (std::size_t at = 0; at < bytes.size(); at += SectorBytes) {
-        take(bytes.subspan(at, SectorBytes));
-      }
-      ring.Used();
-    }
-  }
-  filling.get();
+void StreamSectors(const DiscSource& source, const VobSetFiles& files, bool isOurs,
+                   const std::function<void(const PackBlock&)>& take, const std::function<bool()>& stop) {
+  BlockReader here(source, files, isOurs);
+  BlockReader there(source, files, isOurs);
+  BlockWork work(take, stop);
+  auto other = std::async(std::launch::async, [&] { work.Do(there); });
+  work.Do(here);
+  other.get();
 }
 
 }  // namespace quorvelant

@@ -3,15 +3,16 @@
 
 #include <functional>
 
-#include "base/bytes.h"
 #include "verify/disc_source.h"
+#include "verify/pack_block.h"
 #include "verify/vob_place.h"
 
 namespace quorvelant {
 
-// Hands every whole sector to `take`, until `stop` says so between blocks. While one block is used, the next
-// are read in a thread; a few blocks are all the memory. Raises FileError.
-void StreamSectors(DiscSource& source, const VobSetFiles& files, const std::function<void(ByteView)>& take,
-                   const std::function<bool()>& stop);
+// Hands all packs to `take`, until `stop` says so between blocks. Two threads read, parse and call, one of
+// them the caller's, but both functions run in one at a time. A few blocks are all the memory. Raises
+// FileError, and what `take` or `stop` raise.
+void StreamSectors(const DiscSource& source, const VobSetFiles& files, bool isOurs,
+                   const std::function<void(const PackBlock&)>& take, const std::function<bool()>& stop);
 
 }  // namespace quorvelant

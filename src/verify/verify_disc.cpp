@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 
+#include "disc/disc_files.h"
 #include "verify/disc_layout.h"
 #include "verify/disc_source.h"
 #include "verify/ifo_reader.h"
@@ -16,12 +18,10 @@
 namespace quorvelant {
 namespace {
 
-constexpr std::uint64_t MostIfoBytes = 64ULL << 20U;  // far more than the most chains take
-
 class DiscVerifier {
  public:
   DiscVerifier(const std::string& path, UserInterface& ui, Disk& disk)
-      : ui_(&ui), source_(OpenDisc(path, result_.Findings, disk)) {}
+      : ui_(&ui), source_(OpenDisc(path, result_.Findings, disk)), reader_(source_->NewReader()) {}
 
   VerifyResult Run() {
     domains_ = DomainsOf(*source_, result_.Findings);
@@ -49,7 +49,7 @@ class DiscVerifier {
  private:
   [[nodiscard]] Bytes ReadAll(const DiscSourceFile& file) {
     Bytes bytes(static_cast<std::size_t>(std::min(file.Size, MostIfoBytes)));
-    bytes.resize(source_->Read(file, 0, bytes));
+    bytes.resize(reader_->Read(file, 0, bytes));
     result_.Bytes += bytes.size();
     return bytes;
   }
@@ -99,22 +99,34 @@ class DiscVerifier {
                          text(differs.in2, bup.end()));
   }
 
+  // What a set without tables holds is not known, but a disc has one standard.
+  [[nodiscard]] std::optional<IfoStreams> StreamsOfDisc() const {
+    for (const VerifiedSet& set : result_.Sets) {
+      for (const IfoStreams* streams : {&set.Tables.TitleStreams, &set.Tables.Menus}) {
+        if (streams->Video.Raw != 0) {
+          return IfoStreams{.Video = streams->Video};
+        }
+      }
+    }
+    return std::nullopt;
+  }
+
   VobSetFacts Scan(const VobSetFiles& files, const IfoTables& tables, bool menus) {
-    // Without tables nothing is known of what the streams should be.
-    if (files.Files.empty() || tables.Data.empty() || result_.Stopped) {
+    const bool isKnown = !tables.Data.empty();
+    const auto streams = isKnown ? (menus ? tables.Menus : tables.TitleStreams) : StreamsOfDisc();
+    if (files.Files.empty() || !streams || result_.Stopped) {
       return {};
     }
     const VobTeller teller(files, result_.Findings);
-    VobScan scan(teller, {.Streams = menus ? tables.Menus : tables.TitleStreams,
-                          .Known = !tables.Data.empty(),
-                          .IsOurs = result_.IsOurs,
-                          .Sectors = files.Sectors()});
+    VobScan scan(
+        teller,
+        {.Streams = *streams, .Known = isKnown, .IsOurs = result_.IsOurs, .Sectors = files.Sectors()});
     std::uint64_t block = 0;
     StreamSectors(
-        *source_, files,
-        [&](ByteView sector) {
-          scan.Read(sector);
-          block += sector.size();
+        *source_, files, result_.IsOurs,
+        [&](const PackBlock& packs) {
+          scan.Read(packs);
+          block += packs.Sectors().size();
         },
         [&] {
           result_.Bytes += std::exchange(block, 0);
@@ -152,6 +164,7 @@ class DiscVerifier {
   VerifyResult result_;
   UserInterface* ui_;
   std::unique_ptr<DiscSource> source_;
+  std::unique_ptr<DiscReader> reader_;
   std::vector<DiscDomain> domains_;
   std::uint64_t total_ = 0;
 };

@@ -7,34 +7,31 @@
 #include "disc/start_codes.h"
 
 namespace quorvelant {
-namespace {
-
-constexpr std::size_t HeaderBytes = 12;  // a start code and as much as is read of what follows
-
-}  // namespace
-
-void VideoHeaders::Feed(ByteView data, std::uint64_t at) {
-  if (data.size() < HeaderBytes) {
+void VideoHeaders::Feed(ByteView data, std::uint64_t at, std::span<const std::uint16_t> offsets) {
+  if (data.size() < LeastBytes) {
     carry_.insert(carry_.end(), data.begin(), data.end());
-    if (carry_.size() >= 2 * HeaderBytes) {
+    if (carry_.size() >= 2 * LeastBytes) {
       const Bytes whole = std::move(carry_);
       carry_.clear();
-      FindHeaders(whole, at + data.size() - whole.size(), 0, whole.size() - HeaderBytes + 1);
-      carry_.assign(whole.end() - (HeaderBytes - 1), whole.end());
+      FindHeaders(whole, at + data.size() - whole.size(), whole.size() - LeastBytes + 1);
+      carry_.assign(whole.end() - (LeastBytes - 1), whole.end());
     }
     return;
   }
   if (!carry_.empty()) {
     const std::size_t had = carry_.size();
-    carry_.insert(carry_.end(), data.begin(), data.begin() + (HeaderBytes - 1));
-    FindHeaders(carry_, at - had, 0, had);
+    carry_.insert(carry_.end(), data.begin(), data.begin() + (LeastBytes - 1));
+    FindHeaders(carry_, at - had, had);
   }
-  FindHeaders(data, at, 0, data.size() - HeaderBytes + 1);
-  carry_.assign(data.end() - (HeaderBytes - 1), data.end());
+  for (const std::uint16_t offset : offsets) {
+    AddHeader(data, at, offset);
+  }
+  carry_.assign(data.end() - (LeastBytes - 1), data.end());
 }
 
-// The headers that begin at `from` to before `upTo`; `data` has all their bytes.
-void VideoHeaders::FindHeaders(ByteView data, std::uint64_t at, std::size_t from, std::size_t upTo) {
+// The headers that begin before `upTo`; `data` has all their bytes.
+void VideoHeaders::FindHeaders(ByteView data, std::uint64_t at, std::size_t upTo) {
+  std::size_t from = 0;
   while (from < upTo) {
     const std::size_t found = FindHeaderStartCode(data, from);
     if (found == NoStartCode || found >= upTo) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "base/bytes.h"
@@ -20,8 +21,10 @@ struct VideoHeader {
 
 class VideoHeaders {
  public:
-  // The next bytes, which begin at `at`.
-  void Feed(ByteView data, std::uint64_t at);
+  static constexpr std::size_t LeastBytes = 12;  // a start code and as much as is read of what follows
+
+  // The next bytes, which begin at `at`. `offsets`: where headers begin that have so many bytes here.
+  void Feed(ByteView data, std::uint64_t at, std::span<const std::uint16_t> offsets);
   // No header goes on beyond `total`.
   void Finish(std::uint64_t total);
 
@@ -31,7 +34,7 @@ class VideoHeaders {
   void Clear() { headers_.clear(); }
 
  private:
-  void FindHeaders(ByteView data, std::uint64_t at, std::size_t from, std::size_t upTo);
+  void FindHeaders(ByteView data, std::uint64_t at, std::size_t upTo);
   void AddHeader(ByteView data, std::uint64_t at, std::size_t offset);
 
   std::vector<VideoHeader> headers_;

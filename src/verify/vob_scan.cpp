@@ -42,36 +42,42 @@ void VobScan::Bad(std::size_t offset, const char* table, const char* field, cons
   teller_->Tell(message::PackWrong, sector_, offset, table, field, expected, seen);
 }
 
-void VobScan::Read(ByteView sector) {
-  if (sector.size() < SectorBytes || GetBytes(sector, 0, 4) != StartCodeOf(start_code::Pack)) {
-    Bad(0, "pack header", "pack_start_code", "0x000001BA", fmt::format("0x{:08X}", GetBytes(sector, 0, 4)));
+void VobScan::Read(const PackBlock& block) {
+  for (std::size_t i = 0; i < block.Packs().size(); ++i) {
+    ReadSector(block.Sectors().subspan(i * SectorBytes, SectorBytes), block.Packs()[i]);
     ++sector_;
+  }
+}
+
+void VobScan::ReadSector(ByteView sector, const ScannedPack& pack) {
+  if (!pack.IsPack) {
+    Bad(0, "pack header", "pack_start_code", "0x000001BA", fmt::format("0x{:08X}", GetBytes(sector, 0, 4)));
     return;
   }
-  const PackHead head = PackReader(*teller_, sector, sector_, order_.IsOurs).Head();
-  const auto code = static_cast<std::uint32_t>(GetBytes(sector, head.Bytes, 4));
-  if (code == StartCodeOf(start_code::SystemHeader) && IsNav(sector, head.Bytes)) {
-    TakeNav(sector, head.Scr);
+  for (const PackFault& fault : pack.Faults) {
+    teller_->Tell(*fault.Kind, sector_, fault.Offset, fault.Table, fault.Field, fault.Expected, fault.Seen);
+  }
+  const bool isSystem = pack.Code == StartCodeOf(start_code::SystemHeader);
+  if (isSystem && IsNav(sector, pack.PacketAt)) {
+    TakeNav(sector, pack.Scr);
   }
   if (vob_ != nullptr) {
-    CheckScr(head.Scr);
-    vob_->LastScr = head.Scr;
+    CheckScr(pack.Scr);
+    vob_->LastScr = pack.Scr;
   }
-  const bool stream = code == StartCodeOf(start_code::PrivateStream1) ||
-                      (code >= StartCodeOf(0xC0) && code <= StartCodeOf(0xEF));
-  if (code == StartCodeOf(start_code::SystemHeader)) {
+  if (isSystem) {
     // a navigation pack, or a fault that was told
   } else if (vob_ == nullptr) {
-    Bad(head.Bytes, "VOBU", "", "a navigation pack first", fmt::format("0x{:08X}", code));
-  } else if (stream) {
-    TakePacket(sector, head.Bytes, head.Scr);
-  } else if (code == StartCodeOf(start_code::PaddingStream)) {
-    teller_->Tell(message::PackLoose, sector_, head.Bytes, "pack", "", "a stream's packet", "padding alone");
+    Bad(pack.PacketAt, "VOBU", "", "a navigation pack first", fmt::format("0x{:08X}", pack.Code));
+  } else if (IsStreamCode(pack.Code)) {
+    TakePacket(sector, pack);
+  } else if (pack.Code == StartCodeOf(start_code::PaddingStream)) {
+    teller_->Tell(message::PackLoose, sector_, pack.PacketAt, "pack", "", "a stream's packet",
+                  "padding alone");
   } else {
-    Bad(head.Bytes, "PES header", "packet_start_code", "a stream of DVD-Video",
-        fmt::format("0x{:08X}", code));
+    Bad(pack.PacketAt, "PES header", "packet_start_code", "a stream of DVD-Video",
+        fmt::format("0x{:08X}", pack.Code));
   }
-  ++sector_;
 }
 
 void VobScan::CheckScr(std::int64_t scr) const {
@@ -108,7 +114,7 @@ bool VobScan::IsNav(ByteView sector, std::size_t at) const {
       FixedBytes{nav::DsiStartCode.Offset, 4, nav::PrivateStream2, "DSI", "packet_start_code"},
       FixedBytes{nav::DsiLength.Offset, 2, nav::DsiPacketBytes, "DSI", "PES_packet_length"},
       FixedBytes{nav::DsiSubstream.Offset, 1, nav::DsiId, "DSI", "sub_stream_id"}};
-  bool good = at == PackHead::LeastBytes;
+  bool good = at == LeastPackHead;
   for (const FixedBytes& each : Fixed) {
     const std::uint64_t seen = GetBytes(sector, each.At, each.Width);
     if (seen != each.Value) {
@@ -191,18 +197,18 @@ void VobScan::CheckNavAlone(ByteView sector, std::int64_t scr) const {
   }
 }
 
-void VobScan::TakePacket(ByteView sector, std::size_t at, std::int64_t scr) {
-  const auto packet = PackReader(*teller_, sector, sector_, order_.IsOurs).Packet(at, scr);
-  if (!packet) {
+void VobScan::TakePacket(ByteView sector, const ScannedPack& pack) {
+  if (!pack.Packet) {
     return;
   }
-  const unsigned stream = sector[at + 3];
+  const ScannedPacket& packet = *pack.Packet;
+  const unsigned stream = sector[pack.PacketAt + 3];
   if (stream != start_code::PrivateStream1) {
-    Hand(stream, *packet);
-  } else if (packet->Payload.empty()) {
-    Bad(packet->At, "private stream 1", "sub_stream_id", "one", "an empty packet");
+    Hand(stream, packet);
+  } else if (packet.Payload.empty()) {
+    Bad(packet.At, "private stream 1", "sub_stream_id", "one", "an empty packet");
   } else {
-    Hand(packet->Payload[0], *packet);
+    Hand(packet.Payload[0], packet);
   }
 }
 

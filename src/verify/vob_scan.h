@@ -10,6 +10,7 @@
 #include "base/bytes.h"
 #include "verify/highlight_check.h"
 #include "verify/ifo_tables.h"
+#include "verify/pack_block.h"
 #include "verify/vob_place.h"
 #include "verify/vob_state.h"
 #include "verify/vobu_facts.h"
@@ -29,11 +30,12 @@ class VobScan {
  public:
   VobScan(const VobTeller& teller, const ScanOrder& order);
 
-  // The next sector.
-  void Read(ByteView sector);
+  // The next sectors.
+  void Read(const PackBlock& block);
   [[nodiscard]] VobSetFacts Finish();
 
  private:
+  void ReadSector(ByteView sector, const ScannedPack& pack);
   template <class Expected, class Seen>
   void Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
            const Seen& seen) const;
@@ -42,7 +44,7 @@ class VobScan {
   [[nodiscard]] bool IsNav(ByteView sector, std::size_t at) const;
   void TakeNav(ByteView sector, std::int64_t scr);
   void CheckNavAlone(ByteView sector, std::int64_t scr) const;
-  void TakePacket(ByteView sector, std::size_t at, std::int64_t scr);
+  void TakePacket(ByteView sector, const ScannedPack& pack);
   void Hand(unsigned id, const ScannedPacket& packet);
   void CheckFirst(const ScannedPacket& packet, DecoderBuffer& buffer, unsigned id);
   void EndVobu();

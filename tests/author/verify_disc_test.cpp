@@ -10,6 +10,7 @@
 
 #include "base/text.h"
 #include "disc_maker.h"
+#include "support/disc_judges.h"
 #include "verify/nav_of_disc.h"
 
 namespace quorvelant {
@@ -17,7 +18,9 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::ElementsAreArray;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
 namespace fs = std::filesystem;
 
@@ -101,6 +104,18 @@ TEST_F(VerifyDiscs, WhatIsLostIsToldOnce) {
     EXPECT_THAT(Faults(maker_.Folder), ElementsAre(std::string("verify-file ") + name));
     fs::rename(disc.parent_path() / "kept", disc / name);
   }
+  const auto lost = {"verify-file VTS_01_0.IFO", "verify-file VTS_01_0.BUP"};
+  for (const char* name : {"VTS_01_0.IFO", "VTS_01_0.BUP"}) {
+    fs::rename(disc / name, disc.parent_path() / name);
+  }
+  EXPECT_THAT(Faults(maker_.Folder), ElementsAreArray(lost));
+  const std::string vob = maker_.Files().at("VTS_01_1.VOB");
+  Overwrite(disc / "VTS_01_1.VOB", 4 * SectorBytes, std::string(SectorBytes, '\0'));
+  EXPECT_THAT(Faults(maker_.Folder), Contains("verify-pack VTS_01_1.VOB")) << "sectors are read all the same";
+  Overwrite(disc / "VTS_01_1.VOB", 0, vob);
+  for (const char* name : {"VTS_01_0.IFO", "VTS_01_0.BUP"}) {
+    fs::rename(disc.parent_path() / name, disc / name);
+  }
   for (const auto& [name, bytes] : maker_.Files()) {
     fs::rename(disc / name, disc / Lower(name));
   }
@@ -112,6 +127,18 @@ TEST_F(VerifyDiscs, WhatIsLostIsToldOnce) {
   EXPECT_THAT(
       Faults(maker_.Temp.Path().string()),
       ElementsAre("verify-file VTS_01_0.IFO", "verify-file VTS_01_0.BUP", "verify-file VTS_01_1.VOB"));
+}
+
+// Files in the order of their names: backups come first, where no table can lead.
+TEST_F(VerifyDiscs, AnImageThatIsNotLaidOutForPlayersIsTold) {
+  if (LinesOf("command -v genisoimage").empty()) {
+    GTEST_SKIP() << "genisoimage is not at hand";
+  }
+  ASSERT_EQ(maker_.Author().Outcome, AuthorOutcome::Done);
+  const std::string image = maker_.Temp / "plain.iso";
+  LinesOf("genisoimage -quiet -udf -V DISC -o " + image + " " + maker_.Folder + "/..");
+  EXPECT_THAT(Faults(image), UnorderedElementsAre("verify-layout VIDEO_TS.BUP", "verify-layout VTS_01_0.BUP",
+                                                  "verify-layout VIDEO_TS.IFO"));
 }
 
 TEST_F(VerifyDiscs, WhatIsNoDiscIsTold) {

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
+#include <string>
 #include <utility>
 
 #include "base/bytes.h"
@@ -29,10 +31,10 @@ inline Bytes ExpandImage(ByteView sparse) {
   return image;
 }
 
-// Bytes as an open file.
+// Bytes as an open file, which must last as long.
 class BytesAsFile : public File {
  public:
-  explicit BytesAsFile(Bytes bytes) : File("image.iso"), bytes_(std::move(bytes)) {}
+  explicit BytesAsFile(const Bytes& bytes) : File("image.iso"), bytes_(bytes) {}
   int Handle() const override { return -1; }
   std::uint64_t ByteCount() const override { return bytes_.size(); }
   std::size_t Read(ByteSpan target) override {
@@ -51,8 +53,23 @@ class BytesAsFile : public File {
   void Close() override {}
 
  private:
-  Bytes bytes_;
+  const Bytes& bytes_;
   std::size_t at_ = 0;
+};
+
+// A disk on which every file has these bytes.
+class BytesAsDisk : public Disk {
+ public:
+  explicit BytesAsDisk(Bytes bytes) : bytes_(std::move(bytes)) {}
+  std::unique_ptr<File> Open(const std::string& /*path*/, FileAccess /*access*/) override {
+    return std::make_unique<BytesAsFile>(bytes_);
+  }
+  FileKind KindOf(const std::string& /*path*/) override { return FileKind::Plain; }
+  int Rename(const std::string& /*from*/, const std::string& /*to*/) override { return 0; }
+  int Remove(const std::string& /*path*/) override { return 0; }
+
+ private:
+  Bytes bytes_;
 };
 
 }  // namespace quorvelant

@@ -19,7 +19,7 @@ Bytes Bridge() {
 }
 
 struct OpenedImage {
-  explicit OpenedImage(Bytes bytes) : Source(std::make_unique<BytesAsFile>(std::move(bytes)), Findings) {}
+  explicit OpenedImage(Bytes bytes) : Disk(std::move(bytes)), Source("image.iso", Disk, Findings) {}
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
     for (const DiscSourceFile& file : Source.Files()) {
@@ -27,6 +27,7 @@ struct OpenedImage {
     }
     return names;
   }
+  BytesAsDisk Disk;
   DiscFindings Findings;
   ImageSource Source;
 };
@@ -42,9 +43,10 @@ TEST(ImageSource, GivesTheFilesOfABridge) {
   const DiscSourceFile* ifo = image.Source.Find("VTS_01_0.IFO");
   ASSERT_NE(ifo, nullptr);
   EXPECT_EQ(ifo->Size, 2 * SectorBytes);
-  EXPECT_EQ(image.Source.Read(*ifo, 0, head), 12U);
+  const auto reader = image.Source.NewReader();
+  EXPECT_EQ(reader->Read(*ifo, 0, head), 12U);
   EXPECT_EQ(std::string(head.begin(), head.end()), "DVDVIDEO-VTS");
-  EXPECT_EQ(image.Source.Read(*ifo, 2 * SectorBytes - 5, head), 5U);  // never into the next file
+  EXPECT_EQ(reader->Read(*ifo, 2 * SectorBytes - 5, head), 5U);  // never into the next file
 }
 
 // Where one file system is damaged the other still gives the files.

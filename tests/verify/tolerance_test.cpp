@@ -72,7 +72,8 @@ TEST(VideoWalk, KnowsGroupsOfABrokenLink) {
     }
     ToldOfVob told;
     VideoWalk walk(told.Teller, {}, false);
-    walk.Feed({.Payload = bytes, .Pts = 90000, .Dts = 86400, .End = 27'000});
+    constexpr std::array<std::uint16_t, 6> Headers{0, 12, 20, 34, 48, 62};
+    walk.Feed({.Payload = bytes, .Pts = 90000, .Dts = 86400, .End = 27'000, .Headers = Headers});
     walk.EndVobu(0);
     walk.EndVob();
     EXPECT_EQ(told.Has(message::VideoBroken), test.IsFault) << test.IsBroken << " " << test.SecondP;

@@ -1,0 +1,30 @@
+// Packs of a block of sectors: what can be said of each alone, found ahead of the scan.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "base/bytes.h"
+#include "verify/scanned_packet.h"
+
+namespace quorvelant {
+
+class PackBlock {
+ public:
+  // Whole sectors, of which the first has this number in its VOB set. They must last as long as their packs.
+  void Read(ByteView sectors, std::uint32_t number, bool isOurs);
+
+  [[nodiscard]] ByteView Sectors() const { return sectors_; }
+  [[nodiscard]] std::span<const ScannedPack> Packs() const { return packs_; }
+
+ private:
+  void FindHeaders(std::size_t sector);
+
+  ByteView sectors_;
+  std::vector<ScannedPack> packs_;
+  std::vector<std::uint16_t> headers_;  // of all packets
+  std::vector<std::size_t> ends_;       // how many there are up to each pack's last
+};
+
+}  // namespace quorvelant
