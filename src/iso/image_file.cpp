@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "base/bytes.h"
+#include "iso/iso9660.h"
 #include "iso/messages.h"
 
 namespace quorvelant {
@@ -46,6 +47,18 @@ bool IsForeign(const std::string& aside) {
   return lstat(aside.c_str(), &status) == 0 && (!S_ISREG(status.st_mode) || status.st_nlink > 1);
 }
 
+// Whether it is an image of this program without its mark: a run was ended between its last byte and its
+// name.
+bool IsOwnImage(File& file) {
+  Bytes volume(SectorBytes);
+  file.Seek(iso9660::PrimaryVolume * SectorBytes);
+  const bool isWhole = file.Read(volume) == volume.size();
+  const auto is = [&volume](std::size_t at, std::string_view text) {
+    return std::equal(text.begin(), text.end(), volume.begin() + static_cast<std::ptrdiff_t>(at));
+  };
+  return isWhole && is(1, "CD001") && is(iso9660::ApplicationAt, iso9660::Application);
+}
+
 // Whether the name still means the open file: a run that ends removes or renames its own.
 bool StillNamed(const File& file) {
   struct stat open {};
@@ -66,9 +79,9 @@ AsideState Take(File& file) {
   }
   Bytes head(Mark.size());
   head.resize(file.Read(head));
-  return std::ranges::equal(head, Mark, {}, [](std::uint8_t byte) { return static_cast<char>(byte); })
-             ? AsideState::Leftover
-             : AsideState::Foreign;
+  const bool isMarked =
+      std::ranges::equal(head, Mark, {}, [](std::uint8_t byte) { return static_cast<char>(byte); });
+  return isMarked || IsOwnImage(file) ? AsideState::Leftover : AsideState::Foreign;
 }
 
 void WriteMark(File& file) {

@@ -167,18 +167,18 @@ Bytes VolumeDescriptors(const ImageLayout& layout, std::string_view label, const
   PutBytes(big, 0, 4, image_sector::BigPathTable);
   out.Raw(big);  // Location of Occurrence of Type M Path Table, and optional
   out.Raw(DirectoryRecord({std::string(1, '\0'), tree.Root.Sector, tree.Root.Size, FolderFlag}, time));
-  Padded(out, label, 128);         // Volume Set Identifier
-  Padded(out, {}, 128);            // Publisher Identifier
-  Padded(out, {}, 128);            // Data Preparer Identifier
-  Padded(out, "QUORVELANT", 128);  // Application Identifier
-  Padded(out, {}, 37);             // Copyright File Identifier
-  Padded(out, {}, 37);             // Abstract File Identifier
-  Padded(out, {}, 37);             // Bibliographic File Identifier
-  LongDate(out, time);             // Volume Creation Date and Time
-  LongDate(out, time);             // Volume Modification Date and Time
-  NoDate(out);                     // Volume Expiration Date and Time
-  LongDate(out, time);             // Volume Effective Date and Time
-  out.U8(1);                       // File Structure Version
+  Padded(out, label, 128);        // Volume Set Identifier
+  Padded(out, {}, 128);           // Publisher Identifier
+  Padded(out, {}, 128);           // Data Preparer Identifier
+  Padded(out, Application, 128);  // Application Identifier
+  Padded(out, {}, 37);            // Copyright File Identifier
+  Padded(out, {}, 37);            // Abstract File Identifier
+  Padded(out, {}, 37);            // Bibliographic File Identifier
+  LongDate(out, time);            // Volume Creation Date and Time
+  LongDate(out, time);            // Volume Modification Date and Time
+  NoDate(out);                    // Volume Expiration Date and Time
+  LongDate(out, time);            // Volume Effective Date and Time
+  out.U8(1);                      // File Structure Version
   Bytes bytes = out.Take();
   bytes.resize(SectorBytes);
   LittleWriter end;

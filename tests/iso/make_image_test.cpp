@@ -213,7 +213,8 @@ TEST_F(Images, AStopEndsARunWherever) {
   }
 }
 
-// A run that is killed leaves a file with the mark, half of it written.
+// A run that is killed leaves a file with the mark, half of it written; or, killed at the end, a whole image
+// that has no name yet.
 TEST_F(Images, WhatAKilledRunLeftIsWrittenAnew) {
   std::string left;
   ui.StopWhen = [&] {
@@ -231,12 +232,14 @@ TEST_F(Images, WhatAKilledRunLeftIsWrittenAnew) {
   ASSERT_EQ(Make().Outcome, ImageOutcome::Done);
   const std::string whole = TempFolder::Read(image);
   ASSERT_FALSE(left.empty());
-  fs::remove(image);
-  temp.Write(".disc.iso.making", left + std::string(whole.size(), 'x'));
-  EXPECT_EQ(Make().Outcome, ImageOutcome::Done);
-  EXPECT_THAT(Codes(), ElementsAre("iso-leftover-taken"));
-  EXPECT_TRUE(TempFolder::Read(image) == whole);
-  EXPECT_THAT(Names(), ElementsAre("VIDEO_TS", "disc.iso"));
+  for (const std::string& was : {left + std::string(whole.size(), 'x'), whole}) {
+    fs::remove(image);
+    temp.Write(".disc.iso.making", was);
+    EXPECT_EQ(Make().Outcome, ImageOutcome::Done);
+    EXPECT_THAT(Codes(), ElementsAre("iso-leftover-taken"));
+    EXPECT_TRUE(TempFolder::Read(image) == whole);
+    EXPECT_THAT(Names(), ElementsAre("VIDEO_TS", "disc.iso"));
+  }
 }
 
 // VOB files of five GiB that are holes, of which marking reads nothing.
