@@ -8,6 +8,7 @@
 #include <string>
 
 #include "app/message_json.h"
+#include "app/messages.h"
 #include "author/size_text.h"
 #include "base/counted.h"
 #include "base/disk.h"
@@ -99,12 +100,10 @@ void Print(const DiscProof& proof, const VerifyOptions& options, CommandContext&
   for (const Message& way : proof.Ways) {
     context.Ui.Tell(WithDisc(way, options.Disc));
   }
-  if (!proof.Read.Stopped) {
-    context.Report(
-        fmt::format("{}: {}, {}, {} in {}\n", options.Disc, Counted(proof.Count(Severity::Error), "error"),
-                    Counted(proof.Count(Severity::Warning), "warning"),
-                    Counted(proof.Count(Severity::Information), "note"), SizeText(proof.Read.Bytes)));
-  }
+  context.Report(
+      fmt::format("{}: {}, {}, {} in {}\n", options.Disc, Counted(proof.Count(Severity::Error), "error"),
+                  Counted(proof.Count(Severity::Warning), "warning"),
+                  Counted(proof.Count(Severity::Information), "note"), SizeText(proof.Read.Bytes)));
 }
 
 int Run(const VerifyOptions& options, CommandContext& context) {
@@ -113,6 +112,10 @@ int Run(const VerifyOptions& options, CommandContext& context) {
   try {
     context.Ui.Status("Reading " + options.Disc);
     proof = Prove(options, context.Ui);
+    if (proof.Read.Stopped) {
+      failures.push_back(MessageOf(message::CheckStopped, options.Disc));
+      context.Ui.Tell(failures.back());
+    }
   } catch (const FileError& error) {
     failures.push_back(MessageOf(message::DiscUnreadable, options.Disc, error.OneLine()));
     context.Ui.Tell(failures.back());

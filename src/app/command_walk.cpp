@@ -158,7 +158,11 @@ int Print(const WalkOptions& options, const std::optional<NavSurvey>& survey, co
 // exit status, or nothing where it could not be read, which is told. Raises FileError.
 std::optional<int> RunOnDisc(const WalkOptions& options, UserInterface& ui, CommandContext& context) {
   const VerifyResult read = VerifyDisc(options.Source, ui);
-  if (read.Stopped || !read.HasTables()) {
+  if (read.Stopped) {
+    ui.Tell(MessageOf(message::CheckStopped, options.Source));
+    return std::nullopt;
+  }
+  if (!read.HasTables()) {
     for (const DiscFinding& finding : read.Findings.All()) {
       ui.Tell(MessageOfFinding(finding, options.Source));
     }

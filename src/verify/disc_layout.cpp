@@ -68,18 +68,8 @@ bool ComesBehind(const DiscSourceFile& file, const DiscSourceFile& first, DiscFi
   return false;
 }
 
-bool IsInOrder(const DiscDomain& domain, DiscFindings& findings) {
-  bool isInOrder = domain.Bup == nullptr || ComesBehind(*domain.Bup, *domain.Ifo, findings);
-  for (const VobSetFiles* vobs : {&domain.Menus, &domain.Titles}) {
-    const bool comesBehind =
-        vobs->Files.empty() || ComesBehind(*vobs->Files.front().File, *domain.Ifo, findings);
-    isInOrder = isInOrder && comesBehind;
-  }
-  return isInOrder;
-}
-
 // In an image the title VOBs follow on one another, and the backup is out of reach of a scratch on the IFO.
-void CheckAdjacency(const DiscDomain& domain, DiscFindings& findings) {
+void CheckAdjacency(const DiscDomain& domain, bool isBackupBehind, DiscFindings& findings) {
   for (const VobFile& file : domain.Titles.Files) {
     const auto first = domain.Titles.Files.front().File->FirstSector;
     if (first && *file.File->FirstSector != *first + file.First) {
@@ -87,7 +77,8 @@ void CheckAdjacency(const DiscDomain& domain, DiscFindings& findings) {
                    std::to_string(*first + file.First), std::to_string(*file.File->FirstSector));
     }
   }
-  const bool placedInImage = domain.Ifo->FirstSector && domain.Bup != nullptr && domain.Bup->FirstSector;
+  const bool placedInImage =
+      isBackupBehind && domain.Ifo->FirstSector && domain.Bup != nullptr && domain.Bup->FirstSector;
   if (placedInImage && *domain.Bup->FirstSector / EccSectors <=
                            (*domain.Ifo->FirstSector + SectorsOf(domain.Ifo) - 1) / EccSectors) {
     findings.Add(message::LayoutLoose, {.File = domain.Bup->Name}, "image", "ECC block",
@@ -160,9 +151,9 @@ void CheckLayout(const DiscDomain& domain, const IfoTables& tables, DiscFindings
                   table, field, expected, seen);
     }
   };
-  if (!IsInOrder(domain, findings)) {
-    return;
-  }
+  const auto isBehind = [&](const DiscSourceFile* file) {
+    return file == nullptr || ComesBehind(*file, *domain.Ifo, findings);
+  };
   const auto placed = [&](const DiscSourceFile* file, std::uint32_t inFolder) {
     return file != nullptr && file->FirstSector ? *file->FirstSector - *domain.Ifo->FirstSector : inFolder;
   };
@@ -173,18 +164,19 @@ void CheckLayout(const DiscDomain& domain, const IfoTables& tables, DiscFindings
                 tables.MenuStart);
   } else if (menu == nullptr || tables.MenuStart == 0) {
     compare(vtsi::MenuVobs.Offset, menuField, menu == nullptr ? 0 : ifo, tables.MenuStart);
-  } else {
+  } else if (isBehind(menu)) {
     compare(vtsi::MenuVobs.Offset, menuField, placed(menu, ifo), tables.MenuStart);
   }
-  if (!tables.IsManager() && !domain.Titles.Files.empty()) {
+  if (!tables.IsManager() && !domain.Titles.Files.empty() && isBehind(domain.Titles.Files.front().File)) {
     compare(vtsi::TitleVobs.Offset, "VTSTT_VOBS_SA", placed(domain.Titles.Files.front().File, ifo + menus),
             tables.TitleStart);
   }
-  if (domain.Bup != nullptr) {
+  const bool isBackupBehind = isBehind(domain.Bup);
+  if (domain.Bup != nullptr && isBackupBehind) {
     compare(vtsi::SetLast.Offset, tables.IsManager() ? "VMG_EA" : "VTS_EA",
             placed(domain.Bup, ifo + menus + titles) + SectorsOf(domain.Bup) - 1, tables.LastSector);
   }
-  CheckAdjacency(domain, findings);
+  CheckAdjacency(domain, isBackupBehind, findings);
 }
 
 void CheckPlaces(const std::vector<DiscDomain>& domains, const IfoTables& manager, DiscFindings& findings) {

@@ -1,5 +1,7 @@
 #include "verify/disc_source.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 #include <filesystem>
@@ -85,6 +87,11 @@ void DiscSource::SetFiles(std::vector<DiscSourceFile> files) {
 }
 
 std::unique_ptr<DiscSource> OpenDisc(const std::string& path, DiscFindings& findings, Disk& disk) {
+  if (disk.KindOf(path) == FileKind::Special) {
+    throw FileError(
+        FileError::OpenNumber,
+        fmt::format("'{}' is a device or a pipe: a folder or the file of an image is read", path));
+  }
   if (disk.KindOf(path) != FileKind::Folder) {
     return std::make_unique<ImageSource>(path, disk, findings);
   }

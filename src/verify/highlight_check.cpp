@@ -125,7 +125,7 @@ void HighlightCheck::CheckGroups(ByteView nav, unsigned groups) const {
     const unsigned kind = kinds.at(i);
     const bool used = i < groups;
     const bool overlaps = used && i > 0 && ((kind & displays) != 0 || kind == 0);
-    if (overlaps || (!used && kind != 0) || (used && !video_.IsWide() && kind != 0)) {
+    if (overlaps || (!used && kind != 0) || (used && isKnown_ && !video_.IsWide() && kind != 0)) {
       Bad(nav::BtnMd.Offset, nav::BtnMd.Name, "a display of its own for each group",
           fmt::format("0x{:02X}{:02X}", high, low));
       return;

@@ -14,9 +14,9 @@ namespace quorvelant {
 
 class HighlightCheck {
  public:
-  // `isOurs`: this program made the disc.
-  HighlightCheck(const VobTeller& teller, const IfoVideo& video, bool isOurs)
-      : teller_(&teller), video_(video), isOurs_(isOurs) {}
+  // `isKnown`: of the video more than its standard is; `isOurs`: this program made the disc.
+  HighlightCheck(const VobTeller& teller, const IfoVideo& video, bool isKnown, bool isOurs)
+      : teller_(&teller), video_(video), isKnown_(isKnown), isOurs_(isOurs) {}
 
   // The navigation pack of a VOBU; keeps its buttons in `kept` where they are new.
   void Check(ByteView nav, const VobuFacts& vobu, std::vector<HighlightFacts>& kept);
@@ -30,6 +30,7 @@ class HighlightCheck {
 
   const VobTeller* teller_;
   IfoVideo video_;
+  bool isKnown_;
   bool isOurs_;
   Bytes before_;  // the HLI of the VOBU before in this cell; empty for none
   std::uint16_t vobId_ = 0;

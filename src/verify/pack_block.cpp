@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "disc/start_code_search.h"
 #include "disc/start_codes.h"
 #include "verify/pack_reader.h"
 #include "verify/video_headers.h"
@@ -31,19 +30,18 @@ void PackBlock::Read(ByteView sectors, std::uint32_t number, bool isOurs) {
 
 void PackBlock::FindHeaders(std::size_t sector) {
   const ScannedPack& pack = packs_[sector];
-  const bool isVideo = pack.Packet && pack.Code == (StartCodePrefix | start_code::VideoStream);
+  const bool isVideo = pack.Packet && pack.Code == StartCodeOf(start_code::VideoStream);
   if (!isVideo || pack.Packet->Payload.size() < VideoHeaders::LeastBytes) {
     return;
   }
-  // The pack behind ends the search: it begins with a start code.
+  // A search that ends at a start code ends sooner than one at the end of the data, whose last bytes go one
+  // by one: the pack behind begins with a start code.
   const ByteView ahead = sectors_.subspan(sector * SectorBytes,
                                           std::min(2 * SectorBytes, sectors_.size() - sector * SectorBytes));
   const std::size_t begin = pack.Packet->At;
   const std::size_t upTo = begin + pack.Packet->Payload.size() - VideoHeaders::LeastBytes + 1;
-  for (std::size_t at = FindHeaderStartCode(ahead, begin); at < upTo;
-       at = FindHeaderStartCode(ahead, at + StartCodeBytes)) {
-    headers_.push_back(static_cast<std::uint16_t>(at - begin));
-  }
+  ForEachHeader(ahead, begin, upTo,
+                [&](std::size_t at) { headers_.push_back(static_cast<std::uint16_t>(at - begin)); });
 }
 
 }  // namespace quorvelant

@@ -37,9 +37,10 @@ void PackReader::Bad(std::size_t offset, const char* table, const char* field, c
 }
 
 void PackReader::Read() {
-  pack_.IsPack = sector_.size() == SectorBytes && GetBytes(sector_, 0, 4) == StartCodeOf(start_code::Pack);
+  pack_.IsPack = GetBytes(sector_, 0, 4) == StartCodeOf(start_code::Pack);
   if (pack_.IsPack) {
     ReadHead();
+    pack_.HeadFaults = pack_.Faults.size();
     pack_.Code = static_cast<std::uint32_t>(GetBytes(sector_, pack_.PacketAt, 4));
     if (IsStreamCode(pack_.Code)) {
       ReadPacket();

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
 
 #include "base/bytes.h"
 #include "disc/start_codes.h"
@@ -27,7 +26,7 @@ constexpr bool IsStreamCode(std::uint32_t code) {
 // Reads the headers of one pack.
 class PackReader {
  public:
-  // `number` is the sector's in the VOB set; `isOurs`: this program made the disc.
+  // `sector` is whole; `number` is its number in the VOB set; `isOurs`: this program made the disc.
   PackReader(ByteView sector, std::uint32_t number, bool isOurs, ScannedPack& pack)
       : sector_(sector), number_(number), isOurs_(isOurs), pack_(pack) {}
 

@@ -43,6 +43,7 @@ struct ScannedPack {
   std::uint32_t Code = 0;                    // start code of what follows the pack header
   std::optional<ScannedPacket> Packet = {};  // of a stream, where its header is one
   std::vector<PackFault> Faults = {};
+  std::size_t HeadFaults = 0;  // how many of them, from the first, are the pack header's
 };
 
 }  // namespace quorvelant

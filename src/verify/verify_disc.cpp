@@ -1,11 +1,12 @@
 #include "verify/verify_disc.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
-#include <optional>
 #include <utility>
 
 #include "disc/disc_files.h"
+#include "disc/start_codes.h"
 #include "verify/disc_layout.h"
 #include "verify/disc_source.h"
 #include "verify/ifo_reader.h"
@@ -13,6 +14,7 @@
 #include "verify/sector_stream.h"
 #include "verify/set_check.h"
 #include "verify/title_check.h"
+#include "verify/video_headers.h"
 #include "verify/vob_scan.h"
 
 namespace quorvelant {
@@ -43,6 +45,9 @@ class DiscVerifier {
       }
     }
     CheckManager();
+    if (result_.Stopped) {
+      result_.Findings = {};  // half a disc fits nothing that is said of it
+    }
     return std::move(result_);
   }
 
@@ -66,22 +71,27 @@ class DiscVerifier {
     }
   }
 
-  // From the backup where there is no IFO, as players do.
+  // From the backup where there is no IFO, or none that can be read as one: as players do.
   void ReadTables(const DiscDomain& domain) {
     VerifiedSet& set = result_.Sets.emplace_back();
     set.Tables.Set = domain.Set;
-    const DiscSourceFile* file = domain.Ifo != nullptr ? domain.Ifo : domain.Bup;
-    if (file == nullptr) {
-      return;
+    const std::array files{domain.Ifo, domain.Bup};
+    std::array<Bytes, 2> bytes;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+      bytes.at(i) = files.at(i) == nullptr ? Bytes{} : ReadAll(*files.at(i));
     }
-    Bytes ifo = ReadAll(*file);
     if (domain.Ifo != nullptr && domain.Bup != nullptr) {
-      CompareBackup(ifo, ReadAll(*domain.Bup), *domain.Bup);
+      CompareBackup(bytes[0], bytes[1], *domain.Bup);
     }
-    result_.IsOurs = domain.Set == 0 ? IsOurManager(ifo) : result_.IsOurs;
-    if (auto tables =
-            ReadIfoTables(file->Name, domain.Set, result_.IsOurs, std::move(ifo), result_.Findings)) {
-      set.Tables = std::move(*tables);
+    for (std::size_t i = 0; i < files.size() && set.Tables.Data.empty(); ++i) {
+      if (files.at(i) == nullptr) {
+        continue;
+      }
+      result_.IsOurs = domain.Set == 0 ? IsOurManager(bytes.at(i)) : result_.IsOurs;
+      if (auto tables = ReadIfoTables(files.at(i)->Name, domain.Set, result_.IsOurs, std::move(bytes.at(i)),
+                                      result_.Findings)) {
+        set.Tables = std::move(*tables);
+      }
     }
   }
 
@@ -99,28 +109,41 @@ class DiscVerifier {
                          text(differs.in2, bup.end()));
   }
 
-  // What a set without tables holds is not known, but a disc has one standard.
-  [[nodiscard]] std::optional<IfoStreams> StreamsOfDisc() const {
-    for (const VerifiedSet& set : result_.Sets) {
-      for (const IfoStreams* streams : {&set.Tables.TitleStreams, &set.Tables.Menus}) {
-        if (streams->Video.Raw != 0) {
-          return IfoStreams{.Video = streams->Video};
-        }
+  // Of a set without tables its video tells the standard, and nothing the rest.
+  [[nodiscard]] IfoStreams StreamsBySectors(const VobSetFiles& files) {
+    constexpr std::uint16_t Mpeg2Pal = 0x5000;
+    constexpr std::uint16_t Mpeg2Ntsc = 0x4000;
+    constexpr unsigned NtscRate = 4;
+    constexpr std::size_t RateAt = 7;  // of a sequence header
+    Bytes head(64 * SectorBytes);
+    head.resize(reader_->Read(*files.Files.front().File, 0, head));
+    bool isNtsc = false;
+    bool isFound = false;
+    ForEachHeader(head, 0, head.size() - std::min(RateAt, head.size()), [&](std::size_t at) {
+      if (!isFound && head[at + 3] == start_code::Sequence) {
+        isFound = true;
+        isNtsc = (head[at + RateAt] & 15U) == NtscRate;
       }
+    });
+    return {.Video = {isNtsc ? Mpeg2Ntsc : Mpeg2Pal}};
+  }
+
+  [[nodiscard]] IfoStreams StreamsOf(const VobSetFiles& files, const IfoTables& tables, bool menus) {
+    if (tables.Data.empty()) {
+      return StreamsBySectors(files);
     }
-    return std::nullopt;
+    return menus ? tables.Menus : tables.TitleStreams;
   }
 
   VobSetFacts Scan(const VobSetFiles& files, const IfoTables& tables, bool menus) {
-    const bool isKnown = !tables.Data.empty();
-    const auto streams = isKnown ? (menus ? tables.Menus : tables.TitleStreams) : StreamsOfDisc();
-    if (files.Files.empty() || !streams || result_.Stopped) {
+    if (files.Files.empty() || result_.Stopped) {
       return {};
     }
     const VobTeller teller(files, result_.Findings);
-    VobScan scan(
-        teller,
-        {.Streams = *streams, .Known = isKnown, .IsOurs = result_.IsOurs, .Sectors = files.Sectors()});
+    VobScan scan(teller, {.Streams = StreamsOf(files, tables, menus),
+                          .Known = !tables.Data.empty(),
+                          .IsOurs = result_.IsOurs,
+                          .Sectors = files.Sectors()});
     std::uint64_t block = 0;
     StreamSectors(
         *source_, files, result_.IsOurs,
@@ -135,12 +158,12 @@ class DiscVerifier {
           return result_.Stopped;
         });
     result_.Bytes += block;
-    return scan.Finish();
+    return result_.Stopped ? VobSetFacts{} : scan.Finish();
   }
 
   void CheckSet(const DiscDomain& domain, const VerifiedSet& set) {
     const IfoTeller teller(set.Tables.Name, result_.Findings);
-    if (domain.Ifo != nullptr) {
+    if (domain.Ifo != nullptr && domain.Ifo->Name == set.Tables.Name) {
       CheckLayout(domain, set.Tables, result_.Findings);
     }
     CheckAgainstSectors(set.Tables, true, set.Menus, teller);

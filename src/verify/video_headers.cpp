@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "disc/start_code_search.h"
 #include "disc/start_codes.h"
 
 namespace quorvelant {
@@ -29,17 +28,8 @@ void VideoHeaders::Feed(ByteView data, std::uint64_t at, std::span<const std::ui
   carry_.assign(data.end() - (LeastBytes - 1), data.end());
 }
 
-// The headers that begin before `upTo`; `data` has all their bytes.
 void VideoHeaders::FindHeaders(ByteView data, std::uint64_t at, std::size_t upTo) {
-  std::size_t from = 0;
-  while (from < upTo) {
-    const std::size_t found = FindHeaderStartCode(data, from);
-    if (found == NoStartCode || found >= upTo) {
-      return;
-    }
-    AddHeader(data, at, found);
-    from = found + StartCodeBytes;
-  }
+  ForEachHeader(data, 0, upTo, [&](std::size_t offset) { AddHeader(data, at, offset); });
 }
 
 void VideoHeaders::AddHeader(ByteView data, std::uint64_t at, std::size_t offset) {

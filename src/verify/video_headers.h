@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "base/bytes.h"
+#include "disc/start_code_search.h"
+#include "disc/start_codes.h"
 
 namespace quorvelant {
 
@@ -18,6 +20,15 @@ struct VideoHeader {
   std::uint8_t Code;
   std::array<std::uint8_t, 8> Rest;
 };
+
+// Calls `take` with the offset of each start code from `from` to before `upTo`, slices left out.
+template <class Take>
+void ForEachHeader(ByteView data, std::size_t from, std::size_t upTo, const Take& take) {
+  for (std::size_t at = FindHeaderStartCode(data, from); at < upTo;
+       at = FindHeaderStartCode(data, at + StartCodeBytes)) {
+    take(at);
+  }
+}
 
 class VideoHeaders {
  public:
@@ -34,6 +45,7 @@ class VideoHeaders {
   void Clear() { headers_.clear(); }
 
  private:
+  // The headers that begin before `upTo`; `data` has all their bytes.
   void FindHeaders(ByteView data, std::uint64_t at, std::size_t upTo);
   void AddHeader(ByteView data, std::uint64_t at, std::size_t offset);
 

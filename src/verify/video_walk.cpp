@@ -166,7 +166,10 @@ void VideoWalk::CheckStart(std::uint32_t sector, const std::vector<Frame>& frame
   std::string order;
   for (const VideoHeader& header : finder_.Headers()) {
     if (header.Code != start_code::Extension && order.size() < 3) {
-      order += header.Code == start_code::Sequence ? 'S' : header.Code == start_code::Group ? 'G' : 'P';
+      order += header.Code == start_code::Sequence  ? 'S'
+               : header.Code == start_code::Group   ? 'G'
+               : header.Code == start_code::Picture ? 'P'
+                                                    : 'E';
     }
   }
   if (order != "SGP" || finder_.Headers().front().At != chunks_.front().At || frames.front().Kind != 'I') {

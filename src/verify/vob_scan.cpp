@@ -21,6 +21,8 @@ constexpr std::int64_t VideoPStd = 232LL * 1024;
 constexpr std::int64_t MpegAudioPStd = 4096;
 constexpr std::int64_t PrivatePStd = 58LL * 1024;
 
+constexpr unsigned FirstStream = 0xC0;  // what is less names a substream
+
 // Two times, then two lengths, for each stream.
 std::array<AudioGap, 2> GapsOf(const NavRecord& record, std::size_t stream) {
   const std::size_t at = nav::AudioGaps.Offset + 16 * stream;
@@ -34,7 +36,7 @@ VobScan::VobScan(const VobTeller& teller, const ScanOrder& order)
     : teller_(&teller),
       order_(order),
       tags_(order.Sectors),
-      highlights_(teller, order.Streams.Video, order.IsOurs) {}
+      highlights_(teller, order.Streams.Video, order.Known, order.IsOurs) {}
 
 template <class Expected, class Seen>
 void VobScan::Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
@@ -49,14 +51,18 @@ void VobScan::Read(const PackBlock& block) {
   }
 }
 
+void VobScan::Tell(std::span<const PackFault> faults) const {
+  for (const PackFault& fault : faults) {
+    teller_->Tell(*fault.Kind, sector_, fault.Offset, fault.Table, fault.Field, fault.Expected, fault.Seen);
+  }
+}
+
 void VobScan::ReadSector(ByteView sector, const ScannedPack& pack) {
   if (!pack.IsPack) {
     Bad(0, "pack header", "pack_start_code", "0x000001BA", fmt::format("0x{:08X}", GetBytes(sector, 0, 4)));
     return;
   }
-  for (const PackFault& fault : pack.Faults) {
-    teller_->Tell(*fault.Kind, sector_, fault.Offset, fault.Table, fault.Field, fault.Expected, fault.Seen);
-  }
+  Tell(std::span(pack.Faults).first(pack.HeadFaults));
   const bool isSystem = pack.Code == StartCodeOf(start_code::SystemHeader);
   if (isSystem && IsNav(sector, pack.PacketAt)) {
     TakeNav(sector, pack.Scr);
@@ -198,6 +204,7 @@ void VobScan::CheckNavAlone(ByteView sector, std::int64_t scr) const {
 }
 
 void VobScan::TakePacket(ByteView sector, const ScannedPack& pack) {
+  Tell(std::span(pack.Faults).subspan(pack.HeadFaults));
   if (!pack.Packet) {
     return;
   }
@@ -207,9 +214,16 @@ void VobScan::TakePacket(ByteView sector, const ScannedPack& pack) {
     Hand(stream, packet);
   } else if (packet.Payload.empty()) {
     Bad(packet.At, "private stream 1", "sub_stream_id", "one", "an empty packet");
+  } else if (packet.Payload[0] >= FirstStream || packet.Payload[0] == NavTag) {
+    BadStream(packet, packet.Payload[0]);
   } else {
     Hand(packet.Payload[0], packet);
   }
+}
+
+void VobScan::BadStream(const ScannedPacket& packet, unsigned id) const {
+  Bad(packet.At, "PES header", "stream_id or sub_stream_id", "a stream of DVD-Video",
+      fmt::format("0x{:02X}", id));
 }
 
 // `id`: the substream, or the stream from 0xC0 on.
@@ -233,8 +247,7 @@ void VobScan::Hand(unsigned id, const ScannedPacket& packet) {
     walk.SetGaps(GapsOf(vob_->Records.back(), id & 7U));
     walk.Feed(packet);
   } else {
-    Bad(packet.At, "PES header", "stream_id or sub_stream_id", "a stream of DVD-Video",
-        fmt::format("0x{:02X}", id));
+    BadStream(packet, id);
   }
 }
 

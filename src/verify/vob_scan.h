@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "base/bytes.h"
@@ -36,6 +37,8 @@ class VobScan {
 
  private:
   void ReadSector(ByteView sector, const ScannedPack& pack);
+  void Tell(std::span<const PackFault> faults) const;
+  void BadStream(const ScannedPacket& packet, unsigned id) const;
   template <class Expected, class Seen>
   void Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
            const Seen& seen) const;

@@ -15,7 +15,6 @@ namespace quorvelant {
 
 // Tags of sectors by what they hold; else the id of the substream, or of the audio stream.
 inline constexpr std::uint8_t NavTag = 0xBF;
-inline constexpr std::uint8_t VideoTag = 0xE0;
 
 struct VobState {
   VobState(const VobTeller& teller, const IfoVideo& video, bool known) : Video(teller, video, known) {}

@@ -104,6 +104,11 @@ TEST_F(VerifyDiscs, WhatIsLostIsToldOnce) {
     EXPECT_THAT(Faults(maker_.Folder), ElementsAre(std::string("verify-file ") + name));
     fs::rename(disc.parent_path() / "kept", disc / name);
   }
+  const std::string tables = maker_.Files().at("VTS_01_0.IFO");
+  Overwrite(disc / "VTS_01_0.IFO", 0, std::string(tables.size(), '\0'));
+  EXPECT_THAT(Faults(maker_.Folder),
+              UnorderedElementsAre("verify-table VTS_01_0.IFO", "verify-backup VTS_01_0.BUP"));
+  Overwrite(disc / "VTS_01_0.IFO", 0, tables);
   const auto lost = {"verify-file VTS_01_0.IFO", "verify-file VTS_01_0.BUP"};
   for (const char* name : {"VTS_01_0.IFO", "VTS_01_0.BUP"}) {
     fs::rename(disc / name, disc.parent_path() / name);
@@ -150,7 +155,9 @@ TEST_F(VerifyDiscs, WhatIsNoDiscIsTold) {
 TEST_F(VerifyDiscs, AStopEndsTheReading) {
   ASSERT_EQ(maker_.Author().Outcome, AuthorOutcome::Done);
   maker_.Ui.StopWhen = [] { return true; };
-  EXPECT_TRUE(VerifyDisc(maker_.Folder, maker_.Ui).Stopped);
+  const VerifyResult result = VerifyDisc(maker_.Folder, maker_.Ui);
+  EXPECT_TRUE(result.Stopped);
+  EXPECT_THAT(result.Findings.All(), IsEmpty()) << "half a disc fits nothing that is said of it";
 }
 
 TEST_F(VerifyDiscs, TellWhatThereIsToPlay) {

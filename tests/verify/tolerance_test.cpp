@@ -80,6 +80,19 @@ TEST(VideoWalk, KnowsGroupsOfABrokenLink) {
   }
 }
 
+// Headers alone, and the end of the sequence.
+TEST(VideoWalk, KnowsAVobuWithoutPictures) {
+  const Bytes bytes{0, 0, 1, 0xB3, 0x2D, 0x02, 0x40, 0x23, 0x10, 0, 0x23, 0x80, 0, 0, 1, 0xB8, 0,
+                    8, 0, 0, 0,    0,    1,    0xB7, 0xFF, 0xFF, 0, 0,    0,    0, 0, 0, 0};
+  constexpr std::array<std::uint16_t, 3> Headers{0, 12, 20};
+  ToldOfVob told;
+  VideoWalk walk(told.Teller, {}, false);
+  walk.Feed({.Payload = bytes, .Pts = 90000, .End = 27'000, .Headers = Headers});
+  walk.EndVobu(0);
+  walk.EndVob();
+  EXPECT_TRUE(told.Has(message::VideoBroken));
+}
+
 // The times of two cells of two seconds, and of their chain.
 TEST(IfoChains, OfOthersMayRoundTheirTimes) {
   const struct {
