@@ -19,11 +19,16 @@ struct PageAllocator {
 
   PageAllocator() = default;
   template <class Other>
-  explicit PageAllocator(const PageAllocator<Other>& /*other*/) {}
+  PageAllocator(const PageAllocator<Other>& /*other*/) noexcept {}  // NOLINT(google-explicit-constructor)
 
+  // NOLINTBEGIN(readability-identifier-naming): the names that containers ask for
   T* allocate(std::size_t count) { return static_cast<T*>(::operator new(count * sizeof(T), Page)); }
   void deallocate(T* memory, std::size_t /*count*/) { ::operator delete(memory, Page); }
-  bool operator==(const PageAllocator& /*other*/) const { return true; }
+  // NOLINTEND(readability-identifier-naming)
+  template <class Other>
+  bool operator==(const PageAllocator<Other>& /*other*/) const {
+    return true;
+  }
 
  private:
   static constexpr std::align_val_t Page{PageBytes};

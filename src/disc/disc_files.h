@@ -1,4 +1,4 @@
-// The files of a disc's folder: their names and sizes.
+// The files of a disc's folder: their names, sizes and bounds, and what tells their kind.
 #pragma once
 
 #include <cstddef>
@@ -12,12 +12,13 @@
 
 namespace quorvelant {
 
-inline constexpr std::uint32_t MostVobSectors = 524287;  // of a file: a block short of 1 GiB (UDF 1.02 6.9.1)
-inline constexpr int MostTitleVobs = 9;                  // numbered files of a title set
-inline constexpr std::uint64_t MostIfoBytes = std::uint64_t{64}
-                                              << 20U;  // far more than the largest tables take
-inline constexpr std::uint32_t EccSectors =
-    16;  // of an error correction block: what a scratch takes together
+// Of a file: a block short of 1 GiB (UDF 1.02 6.9.1).
+inline constexpr std::uint32_t MostVobSectors = 524287;
+inline constexpr int MostTitleVobs = 9;  // numbered files of a title set
+// Far more than the largest tables take.
+inline constexpr std::uint64_t MostIfoBytes = std::uint64_t{64} << 20U;
+// Of an error correction block: what a scratch takes together.
+inline constexpr std::uint32_t EccSectors = 16;
 
 // What an IFO begins with.
 inline constexpr std::string_view ManagerId = "DVDVIDEO-VMG";

@@ -1,7 +1,6 @@
 #include "ifo/vts_ifo.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include "disc/disc_files.h"
 #include "disc/vtsi_layout.h"

@@ -12,7 +12,7 @@
 namespace quorvelant {
 ByteSpan SlidingWindow::Room(std::size_t bytes) {
   if (buffer_.size() - end_ < bytes) {
-    // By whole pages: what comes of a file stays where a page of it lies in a page.
+    // By whole pages, so that addresses and offsets in the file stay equal modulo a page (base/io_bytes.h).
     const std::size_t by = begin_ - begin_ % PageBytes;
     std::memmove(buffer_.data() + begin_ - by, buffer_.data() + begin_, end_ - begin_);
     end_ -= by;

@@ -14,6 +14,7 @@ namespace quorvelant {
 // Bytes that came in at one end and leave at the other, in one piece.
 class SlidingWindow {
  public:
+  // For `capacity` bytes or more.
   explicit SlidingWindow(std::size_t capacity) : buffer_(capacity + PageBytes) {}
 
   ByteSpan Held() { return ByteSpan(buffer_).subspan(begin_, end_ - begin_); }

@@ -216,6 +216,7 @@ NavRegisterSet NavLive::After(std::size_t chain, const NavLead& lead) const {
 }
 
 NavRegisterSet NavLive::One(const NavFacts& facts, NavRegisterSet next, NavRegisterSet lead) const {
+  // Within its list too: GoTo and Break.
   const bool leads = facts.Lead.What != NavLead::Kind::None && facts.Lead.What != NavLead::Kind::NoLink &&
                      facts.Lead.What != NavLead::Kind::Unknown;
   const NavRegisterSet after = !leads ? next : facts.LeadsAlways ? lead : next | lead;

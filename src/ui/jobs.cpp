@@ -16,7 +16,8 @@ constexpr qint64 MsBetweenProgress = 40;
 
 }  // namespace
 
-// Speaks in the work's thread. The job it forwards to lives in the window's, and outlives the thread.
+// Speaks in threads of the work, one at a time. The job it forwards to lives in the window's, and outlives
+// the thread.
 class Job::WorkVoice : public UserInterface {
  public:
   explicit WorkVoice(Job& job) : job_(job) { sinceProgress_.start(); }
