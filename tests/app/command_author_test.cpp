@@ -127,6 +127,19 @@ TEST_F(Runs, TheButtonsOfTheExampleLeadWhereTheySay) {
   EXPECT_TRUE(std::ranges::all_of(walk.Titles, [](const WalkedTitle& title) { return title.ReachedEnd; }));
 }
 
+TEST_F(Runs, AProofThatIsStoppedSaysThatAlone) {
+  ASSERT_EQ(Run({"author", demo, "-o", disc}), ExitDone);
+  int asked = 0;
+  ui.StopWhen = [&asked] { return ++asked > 3; };  // within the first title set
+  for (const char* command : {"verify", "walk"}) {
+    ui.Messages.clear();
+    asked = 0;
+    EXPECT_EQ(Run({command, disc}), ExitFailed) << command;
+    ASSERT_EQ(ui.Messages.size(), 1U) << command;
+    EXPECT_TRUE(ui.Messages.front().Is(message::CheckStopped)) << command;
+  }
+}
+
 // One write of the run after the other is the first for which there is no room: all of the first and of the
 // last ones (the tables, and the sums entered into them), every eighth in between.
 TEST_F(Runs, AFullDiskIsToldOnceAndLeavesTheDestinationAsItWas) {
