@@ -3,8 +3,9 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "verify/vob_place.h"
 
@@ -52,8 +53,8 @@ class DecoderBuffer {
   std::uint64_t total_ = 0;
   std::uint64_t before_ = 0;   // bytes that arrived until the last pack that was played
   std::uint64_t removed_ = 0;  // bytes that left
-  std::deque<Arrival> arrivals_;
-  std::deque<Unit> units_;
+  std::vector<Arrival> arrivals_;
+  std::vector<Unit> units_;
   std::size_t arrived_ = 0;  // units from the front that are in
   std::size_t left_ = 0;     // units from the front that left
 };

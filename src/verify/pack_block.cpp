@@ -9,27 +9,21 @@
 namespace quorvelant {
 
 void PackBlock::Read(ByteView sectors, std::uint32_t number, bool isOurs) {
-  sectors_ = sectors;
-  packs_.clear();
-  headers_.clear();
-  ends_.clear();
   const std::size_t count = sectors.size() / SectorBytes;
+  sectors_ = sectors;
+  packs_.assign(count, {});
+  faults_.clear();
+  headers_.clear();
+  headers_.reserve(sectors.size() / StartCodeBytes);  // packets keep views of it
   for (std::size_t i = 0; i < count; ++i) {
     const ByteView sector = sectors.subspan(i * SectorBytes, SectorBytes);
-    PackReader(sector, number + static_cast<std::uint32_t>(i), isOurs, packs_.emplace_back()).Read();
+    PackReader(sector, number + static_cast<std::uint32_t>(i), isOurs, packs_[i], faults_).Read();
     FindHeaders(i);
-    ends_.push_back(headers_.size());
-  }
-  for (std::size_t i = 0; i < count; ++i) {
-    if (packs_[i].Packet) {
-      const std::size_t first = i == 0 ? 0 : ends_[i - 1];
-      packs_[i].Packet->Headers = std::span(headers_).subspan(first, ends_[i] - first);
-    }
   }
 }
 
 void PackBlock::FindHeaders(std::size_t sector) {
-  const ScannedPack& pack = packs_[sector];
+  ScannedPack& pack = packs_[sector];
   const bool isVideo = pack.Packet && pack.Code == StartCodeOf(start_code::VideoStream);
   if (!isVideo || pack.Packet->Payload.size() < VideoHeaders::LeastBytes) {
     return;
@@ -38,10 +32,14 @@ void PackBlock::FindHeaders(std::size_t sector) {
   // by one: the pack behind begins with a start code.
   const ByteView ahead = sectors_.subspan(sector * SectorBytes,
                                           std::min(2 * SectorBytes, sectors_.size() - sector * SectorBytes));
+  const std::size_t first = headers_.size();
   const std::size_t begin = pack.Packet->At;
-  const std::size_t upTo = begin + pack.Packet->Payload.size() - VideoHeaders::LeastBytes + 1;
-  ForEachHeader(ahead, begin, upTo,
-                [&](std::size_t at) { headers_.push_back(static_cast<std::uint16_t>(at - begin)); });
+  const std::size_t end = begin + pack.Packet->Payload.size();
+  const std::size_t beyond =
+      ForEachHeader(ahead, begin, end - VideoHeaders::LeastBytes + 1,
+                    [&](std::size_t at) { headers_.push_back(static_cast<std::uint16_t>(at - begin)); });
+  pack.Packet->Headers = std::span(headers_).subspan(first);
+  pack.Packet->CarriesOn = beyond < end || ahead[end - 1] == 0;
 }
 
 }  // namespace quorvelant

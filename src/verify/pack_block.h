@@ -17,14 +17,16 @@ class PackBlock {
 
   [[nodiscard]] ByteView Sectors() const { return sectors_; }
   [[nodiscard]] std::span<const ScannedPack> Packs() const { return packs_; }
+  // Of all packs, in their order: as many of each as it counts.
+  [[nodiscard]] std::span<const PackFault> Faults() const { return faults_; }
 
  private:
   void FindHeaders(std::size_t sector);
 
   ByteView sectors_;
   std::vector<ScannedPack> packs_;
+  std::vector<PackFault> faults_;
   std::vector<std::uint16_t> headers_;  // of all packets
-  std::vector<std::size_t> ends_;       // how many there are up to each pack's last
 };
 
 }  // namespace quorvelant

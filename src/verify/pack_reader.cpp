@@ -5,6 +5,7 @@
 #include <cstring>
 #include <utility>
 
+#include "base/big_endian.h"
 #include "disc/start_codes.h"
 #include "verify/messages.h"
 
@@ -12,7 +13,7 @@ namespace quorvelant {
 namespace {
 
 constexpr std::uint32_t MuxRate = 25200;               // in units of 50 bytes/s
-constexpr std::uint64_t RateWithMarkers = 0x0189C3F8;  // MuxRate, markers, no stuffing
+constexpr std::uint32_t RateWithMarkers = 0x0189C3F8;  // MuxRate, markers, no stuffing
 constexpr std::int64_t MostDelay = 90000;              // ticks between SCR and time stamp
 constexpr std::int64_t LongDelay = 63000;
 constexpr std::size_t PesHeadBytes = 9;
@@ -27,7 +28,7 @@ bool IsStuffing(ByteView bytes) {
 template <class Expected, class Seen>
 void PackReader::Tell(const MessageKind& kind, std::size_t offset, const char* table, const char* field,
                       const Expected& expected, const Seen& seen) {
-  pack_.Faults.push_back({&kind, offset, table, field, fmt::format("{}", expected), fmt::format("{}", seen)});
+  faults_.push_back({&kind, offset, table, field, fmt::format("{}", expected), fmt::format("{}", seen)});
 }
 
 template <class Expected, class Seen>
@@ -37,21 +38,25 @@ void PackReader::Bad(std::size_t offset, const char* table, const char* field, c
 }
 
 void PackReader::Read() {
-  pack_.IsPack = GetBytes(sector_, 0, 4) == StartCodeOf(start_code::Pack);
-  if (pack_.IsPack) {
-    ReadHead();
-    pack_.HeadFaults = pack_.Faults.size();
-    pack_.Code = static_cast<std::uint32_t>(GetBytes(sector_, pack_.PacketAt, 4));
-    if (IsStreamCode(pack_.Code)) {
-      ReadPacket();
-    }
+  pack_.IsPack = BigEndian<std::uint32_t>(sector_, 0) == StartCodeOf(start_code::Pack);
+  if (!pack_.IsPack) {
+    return;
+  }
+  const std::size_t before = faults_.size();
+  ReadHead();
+  const std::size_t ofHead = faults_.size();
+  pack_.HeadFaults = static_cast<std::uint8_t>(ofHead - before);
+  pack_.Code = BigEndian<std::uint32_t>(sector_, pack_.PacketAt);
+  if (IsStreamCode(pack_.Code)) {
+    ReadPacket();
+    pack_.PacketFaults = static_cast<std::uint8_t>(faults_.size() - ofHead);
   }
 }
 
 void PackReader::ReadHead() {
   constexpr std::uint64_t Marks = 3ULL << 46U | 1ULL << 42U | 1ULL << 26U | 1ULL << 10U | 1U;
   constexpr std::uint64_t MarksSet = 1ULL << 46U | 1ULL << 42U | 1ULL << 26U | 1ULL << 10U | 1U;
-  const std::uint64_t bits = GetBytes(sector_, 4, 6);
+  const std::uint64_t bits = BigEndian<std::uint64_t>(sector_, 4) >> 16U;
   if ((bits & Marks) != MarksSet) {
     Bad(4, "pack header", "marker_bit", "01 and markers set", fmt::format("0x{:012X}", bits));
   }
@@ -63,7 +68,7 @@ void PackReader::ReadHead() {
   }
   pack_.Scr = static_cast<std::int64_t>(base) * ClockTicks + extension;
   pack_.PacketAt = LeastPackHead;
-  if (GetBytes(sector_, 10, 4) != RateWithMarkers) {
+  if (BigEndian<std::uint32_t>(sector_, 10) != RateWithMarkers) {
     const auto rate = static_cast<std::uint32_t>(GetBytes(sector_, 10, 3) >> 2U);
     const unsigned stuffing = sector_[13] & 7U;
     pack_.PacketAt += stuffing;
@@ -93,7 +98,7 @@ void PackReader::ReadPacket() {
     return;
   }
   CheckDelay(packet);
-  packet.At = data;
+  packet.At = static_cast<std::uint32_t>(data);
   packet.Payload = sector_.subspan(data, end - data);
   // A byte takes 150/7 ticks at the mux rate; the SCR is that of the pack's byte 9.
   packet.Begin = pack_.Scr + (static_cast<std::int64_t>(data) - 8) * 150 / 7;
@@ -163,7 +168,7 @@ bool PackReader::ReadPesHead(ScannedPacket& packet, std::size_t& data) {
       if (word >> 14U != 1) {
         Bad(next, "PES header", "P-STD_buffer", "01", word >> 14U);
       }
-      packet.PStd = std::int64_t{word & 0x1FFFU} * ((word & 0x2000U) != 0 ? 1024 : 128);
+      packet.PStd = static_cast<std::int32_t>((word & 0x1FFFU) * ((word & 0x2000U) != 0 ? 1024 : 128));
       next += 2;
     }
   }
@@ -177,7 +182,7 @@ bool PackReader::ReadPesHead(ScannedPacket& packet, std::size_t& data) {
 }
 
 std::uint32_t PackReader::StampAt(std::size_t at, unsigned prefix) {
-  const std::uint64_t bits = GetBytes(sector_, at, 5);
+  const std::uint64_t bits = BigEndian<std::uint64_t>(sector_, at) >> 24U;
   constexpr std::uint64_t Markers = 1ULL << 32U | 1U << 16U | 1U;
   if (bits >> 36U != prefix || (bits & Markers) != Markers) {
     Bad(at, "PES header", "time stamp markers", prefix, fmt::format("0x{:010X}", bits));

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "base/bytes.h"
 #include "disc/start_codes.h"
@@ -27,10 +28,11 @@ constexpr bool IsStreamCode(std::uint32_t code) {
 class PackReader {
  public:
   // `sector` is whole; `number` is its number in the VOB set; `isOurs`: this program made the disc.
-  PackReader(ByteView sector, std::uint32_t number, bool isOurs, ScannedPack& pack)
-      : sector_(sector), number_(number), isOurs_(isOurs), pack_(pack) {}
+  PackReader(ByteView sector, std::uint32_t number, bool isOurs, ScannedPack& pack,
+             std::vector<PackFault>& faults)
+      : sector_(sector), number_(number), isOurs_(isOurs), pack_(pack), faults_(faults) {}
 
-  // Into the pack, which is new.
+  // Into the pack, which is new; what is wrong with it comes behind the other faults.
   void Read();
 
  private:
@@ -51,6 +53,7 @@ class PackReader {
   std::uint32_t number_;
   bool isOurs_;
   ScannedPack& pack_;
+  std::vector<PackFault>& faults_;
 };
 
 }  // namespace quorvelant

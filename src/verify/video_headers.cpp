@@ -6,7 +6,9 @@
 #include "disc/start_codes.h"
 
 namespace quorvelant {
-void VideoHeaders::Feed(ByteView data, std::uint64_t at, std::span<const std::uint16_t> offsets) {
+
+void VideoHeaders::Feed(ByteView data, std::uint64_t at, std::span<const std::uint16_t> offsets,
+                        bool carriesOn) {
   if (data.size() < LeastBytes) {
     carry_.insert(carry_.end(), data.begin(), data.end());
     if (carry_.size() >= 2 * LeastBytes) {
@@ -25,7 +27,10 @@ void VideoHeaders::Feed(ByteView data, std::uint64_t at, std::span<const std::ui
   for (const std::uint16_t offset : offsets) {
     AddHeader(data, at, offset);
   }
-  carry_.assign(data.end() - (LeastBytes - 1), data.end());
+  carry_.clear();
+  if (carriesOn) {
+    carry_.assign(data.end() - (LeastBytes - 1), data.end());
+  }
 }
 
 void VideoHeaders::FindHeaders(ByteView data, std::uint64_t at, std::size_t upTo) {

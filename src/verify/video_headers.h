@@ -21,13 +21,15 @@ struct VideoHeader {
   std::array<std::uint8_t, 8> Rest;
 };
 
-// Calls `take` with the offset of each start code from `from` to before `upTo`, slices left out.
+// Calls `take` with the offset of each start code from `from` to before `upTo`, slices left out. Returns
+// where the one behind begins, or NoStartCode.
 template <class Take>
-void ForEachHeader(ByteView data, std::size_t from, std::size_t upTo, const Take& take) {
-  for (std::size_t at = FindHeaderStartCode(data, from); at < upTo;
-       at = FindHeaderStartCode(data, at + StartCodeBytes)) {
+std::size_t ForEachHeader(ByteView data, std::size_t from, std::size_t upTo, const Take& take) {
+  std::size_t at = FindHeaderStartCode(data, from);
+  for (; at < upTo; at = FindHeaderStartCode(data, at + StartCodeBytes)) {
     take(at);
   }
+  return at;
 }
 
 class VideoHeaders {
@@ -35,7 +37,9 @@ class VideoHeaders {
   static constexpr std::size_t LeastBytes = 12;  // a start code and as much as is read of what follows
 
   // The next bytes, which begin at `at`. `offsets`: where headers begin that have so many bytes here.
-  void Feed(ByteView data, std::uint64_t at, std::span<const std::uint16_t> offsets);
+  // `carriesOn`: whether another may begin behind those, or the zeros before one. Only where headers are is
+  // `data` looked at: another thread has it at hand.
+  void Feed(ByteView data, std::uint64_t at, std::span<const std::uint16_t> offsets, bool carriesOn);
   // No header goes on beyond `total`.
   void Finish(std::uint64_t total);
 

@@ -30,7 +30,7 @@ void VideoWalk::Feed(const ScannedPacket& packet) {
   const ByteView data = packet.Payload;
   buffer_.Arrive(packet.Sector, packet.Begin, packet.End, data.size());
   chunks_.push_back({at, at + data.size(), packet.Sector, packet.Pts, packet.Dts});
-  finder_.Feed(data, at, packet.Headers);
+  finder_.Feed(data, at, packet.Headers, packet.CarriesOn);
 }
 
 std::uint32_t VideoWalk::SectorOf(std::uint64_t at) const {

@@ -45,8 +45,13 @@ void VobScan::Bad(std::size_t offset, const char* table, const char* field, cons
 }
 
 void VobScan::Read(const PackBlock& block) {
-  for (std::size_t i = 0; i < block.Packs().size(); ++i) {
-    ReadSector(block.Sectors().subspan(i * SectorBytes, SectorBytes), block.Packs()[i]);
+  std::span<const PackFault> faults = block.Faults();
+  const std::span<const ScannedPack> packs = block.Packs();
+  const ByteView sectors = block.Sectors();
+  for (std::size_t i = 0; i < packs.size(); ++i) {
+    const ScannedPack& pack = packs[i];
+    ReadSector(sectors.subspan(i * SectorBytes, SectorBytes), pack, faults);
+    faults = faults.subspan(std::size_t{pack.HeadFaults} + pack.PacketFaults);
     ++sector_;
   }
 }
@@ -57,12 +62,13 @@ void VobScan::Tell(std::span<const PackFault> faults) const {
   }
 }
 
-void VobScan::ReadSector(ByteView sector, const ScannedPack& pack) {
+// `faults`: those of the pack, and more behind.
+void VobScan::ReadSector(ByteView sector, const ScannedPack& pack, std::span<const PackFault> faults) {
   if (!pack.IsPack) {
     Bad(0, "pack header", "pack_start_code", "0x000001BA", fmt::format("0x{:08X}", GetBytes(sector, 0, 4)));
     return;
   }
-  Tell(std::span(pack.Faults).first(pack.HeadFaults));
+  Tell(faults.first(pack.HeadFaults));
   const bool isSystem = pack.Code == StartCodeOf(start_code::SystemHeader);
   if (isSystem && IsNav(sector, pack.PacketAt)) {
     TakeNav(sector, pack.Scr);
@@ -76,7 +82,8 @@ void VobScan::ReadSector(ByteView sector, const ScannedPack& pack) {
   } else if (vob_ == nullptr) {
     Bad(pack.PacketAt, "VOBU", "", "a navigation pack first", fmt::format("0x{:08X}", pack.Code));
   } else if (IsStreamCode(pack.Code)) {
-    TakePacket(sector, pack);
+    Tell(faults.subspan(pack.HeadFaults, pack.PacketFaults));
+    TakePacket(pack);
   } else if (pack.Code == StartCodeOf(start_code::PaddingStream)) {
     teller_->Tell(message::PackLoose, sector_, pack.PacketAt, "pack", "", "a stream's packet",
                   "padding alone");
@@ -203,13 +210,12 @@ void VobScan::CheckNavAlone(ByteView sector, std::int64_t scr) const {
   }
 }
 
-void VobScan::TakePacket(ByteView sector, const ScannedPack& pack) {
-  Tell(std::span(pack.Faults).subspan(pack.HeadFaults));
+void VobScan::TakePacket(const ScannedPack& pack) {
   if (!pack.Packet) {
     return;
   }
   const ScannedPacket& packet = *pack.Packet;
-  const unsigned stream = sector[pack.PacketAt + 3];
+  const unsigned stream = pack.Code & 0xFFU;
   if (stream != start_code::PrivateStream1) {
     Hand(stream, packet);
   } else if (packet.Payload.empty()) {

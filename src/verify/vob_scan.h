@@ -36,7 +36,7 @@ class VobScan {
   [[nodiscard]] VobSetFacts Finish();
 
  private:
-  void ReadSector(ByteView sector, const ScannedPack& pack);
+  void ReadSector(ByteView sector, const ScannedPack& pack, std::span<const PackFault> faults);
   void Tell(std::span<const PackFault> faults) const;
   void BadStream(const ScannedPacket& packet, unsigned id) const;
   template <class Expected, class Seen>
@@ -47,7 +47,7 @@ class VobScan {
   [[nodiscard]] bool IsNav(ByteView sector, std::size_t at) const;
   void TakeNav(ByteView sector, std::int64_t scr);
   void CheckNavAlone(ByteView sector, std::int64_t scr) const;
-  void TakePacket(ByteView sector, const ScannedPack& pack);
+  void TakePacket(const ScannedPack& pack);
   void Hand(unsigned id, const ScannedPacket& packet);
   void CheckFirst(const ScannedPacket& packet, DecoderBuffer& buffer, unsigned id);
   void EndVobu();
