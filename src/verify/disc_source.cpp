@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "base/text.h"
@@ -26,7 +27,7 @@ class FolderReader : public DiscReader {
       openName_ = file.Name;
       at_ = 0;
     }
-    if (at_ != offset) {
+    if (std::exchange(at_, std::nullopt) != offset) {
       open_->Seek(offset);
     }
     const std::size_t count = open_->Read(target);
@@ -40,7 +41,7 @@ class FolderReader : public DiscReader {
   Disk* disk_;
   std::unique_ptr<File> open_;
   std::string openName_;
-  std::uint64_t at_ = 0;
+  std::optional<std::uint64_t> at_;  // nothing after a read that failed
 };
 
 class FolderSource : public DiscSource {
@@ -75,6 +76,10 @@ class FolderSource : public DiscSource {
 };
 
 }  // namespace
+
+std::string WhyUnread(const FileError& error) {
+  return error.SystemCode == 0 ? error.OneLine() : std::generic_category().message(error.SystemCode);
+}
 
 const DiscSourceFile* DiscSource::Find(const std::string& name) const {
   const auto found = std::ranges::lower_bound(files_, name, {}, &DiscSourceFile::Name);

@@ -32,6 +32,9 @@ class DiscReader {
   virtual std::size_t Read(const DiscSourceFile& file, std::uint64_t offset, ByteSpan target) = 0;
 };
 
+// What the system says of a read that failed, without the file's name.
+[[nodiscard]] std::string WhyUnread(const FileError& error);
+
 class DiscSource {
  public:
   DiscSource() = default;

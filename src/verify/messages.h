@@ -44,6 +44,7 @@ inline constexpr MessageKind ImageWithoutUdf{"verify-image-no-udf", Severity::Wa
 inline constexpr MessageKind ImageWithoutIso{"verify-image-no-iso", Severity::Information, "Image",
                                              ImageDamaged.Text};
 inline constexpr MessageKind FileWrong{"verify-file", Severity::Error, "Files", ImageDamaged.Text};
+inline constexpr MessageKind Unread{"verify-unread", Severity::Error, "Files", ImageDamaged.Text};
 inline constexpr MessageKind FileOdd{"verify-file-odd", Severity::Information, "Files", ImageDamaged.Text};
 inline constexpr MessageKind BackupUnlike{"verify-backup", Severity::Error, "Files", ImageDamaged.Text};
 inline constexpr MessageKind LayoutWrong{"verify-layout", Severity::Error, "Layout", ImageDamaged.Text};

@@ -1,6 +1,7 @@
 #include "verify/pack_block.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "disc/start_codes.h"
 #include "verify/pack_reader.h"
@@ -8,14 +9,23 @@
 
 namespace quorvelant {
 
-void PackBlock::Read(ByteView sectors, std::uint32_t number, bool isOurs) {
+void PackBlock::Read(ByteView sectors, std::uint32_t number, bool isOurs, std::vector<UnreadSectors> unread) {
   const std::size_t count = sectors.size() / SectorBytes;
   sectors_ = sectors;
+  unread_ = std::move(unread);
   packs_.assign(count, {});
+  for (const UnreadSectors& lost : unread_) {
+    for (ScannedPack& pack : std::span(packs_).subspan(lost.First - number, lost.Count)) {
+      pack.IsRead = false;
+    }
+  }
   faults_.clear();
   headers_.clear();
   headers_.reserve(sectors.size() / StartCodeBytes);  // packets keep views of it
   for (std::size_t i = 0; i < count; ++i) {
+    if (!packs_[i].IsRead) {
+      continue;
+    }
     const ByteView sector = sectors.subspan(i * SectorBytes, SectorBytes);
     PackReader(sector, number + static_cast<std::uint32_t>(i), isOurs, packs_[i], faults_).Read();
     FindHeaders(i);

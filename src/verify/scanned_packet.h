@@ -37,6 +37,7 @@ struct PackFault {
 };
 
 struct ScannedPack {
+  bool IsRead = true;                        // the disc gave the sector
   bool IsPack = false;                       // by its start code; else nothing more is known
   std::uint8_t HeadFaults = 0;               // of the pack header
   std::uint8_t PacketFaults = 0;             // ... and of what follows it

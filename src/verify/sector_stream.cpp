@@ -7,8 +7,12 @@
 #include <future>
 #include <memory>
 #include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "base/io_bytes.h"
+#include "disc/disc_files.h"
 
 namespace quorvelant {
 namespace {
@@ -31,7 +35,7 @@ class BlockReader {
   BlockReader(const DiscSource& source, const VobSetFiles& files, bool isOurs)
       : reader_(source.NewReader()), files_(&files), isOurs_(isOurs) {}
 
-  // False beyond the last block. What a file lacks is zeros.
+  // False beyond the last block. What a file lacks of its last sector is zeros.
   bool Read(Block& block) {
     std::uint64_t number = block.Number;
     for (const VobFile& file : files_->Files) {
@@ -47,11 +51,51 @@ class BlockReader {
 
  private:
   void Read(const VobFile& file, std::uint32_t sector, Block& block) {
-    const std::size_t count = std::min<std::size_t>(BlockSectors, file.Sectors - sector);
-    const ByteSpan target = ByteSpan(block.Data).first(count * SectorBytes);
-    const std::size_t got = reader_->Read(*file.File, std::uint64_t{sector} * SectorBytes, target);
+    const std::uint32_t count = std::min<std::uint32_t>(BlockSectors, file.Sectors - sector);
+    const ByteSpan target = ByteSpan(block.Data).first(std::size_t{count} * SectorBytes);
+    std::vector<UnreadSectors> unread;
+    try {
+      ReadPart(file, sector, target, unread);
+    } catch (const FileError&) {
+      // An ECC block is the least that a damaged disc fails to give.
+      for (std::uint32_t i = 0; i < count; i += EccSectors) {
+        const std::uint32_t part = std::min(EccSectors, count - i);
+        ReadOrMiss(file, sector + i,
+                   target.subspan(std::size_t{i} * SectorBytes, std::size_t{part} * SectorBytes), unread);
+      }
+    }
+    block.Packs.Read(target, file.First + sector, isOurs_, std::move(unread));
+  }
+
+  void ReadOrMiss(const VobFile& file, std::uint32_t sector, ByteSpan target,
+                  std::vector<UnreadSectors>& unread) {
+    try {
+      ReadPart(file, sector, target, unread);
+    } catch (const FileError& error) {
+      Miss(file, sector, target.size() / SectorBytes, WhyUnread(error), unread);
+    }
+  }
+
+  // Raises FileError. A file may have become shorter meanwhile.
+  void ReadPart(const VobFile& file, std::uint32_t sector, ByteSpan target,
+                std::vector<UnreadSectors>& unread) {
+    const std::uint64_t offset = std::uint64_t{sector} * SectorBytes;
+    const std::size_t got = reader_->Read(*file.File, offset, target);
     std::ranges::fill(target.subspan(got), std::uint8_t{0});
-    block.Packs.Read(target, file.First + sector, isOurs_);
+    if (got < std::min<std::uint64_t>(target.size(), file.File->Size - offset)) {
+      const std::size_t whole = got / SectorBytes;
+      Miss(file, sector + static_cast<std::uint32_t>(whole), target.size() / SectorBytes - whole,
+           "the end of the file", unread);
+    }
+  }
+
+  static void Miss(const VobFile& file, std::uint32_t sector, std::size_t count, const std::string& why,
+                   std::vector<UnreadSectors>& unread) {
+    UnreadSectors& lost = unread.emplace_back();
+    lost.First = file.First + sector;
+    lost.Count = static_cast<std::uint32_t>(count);
+    lost.BeginFile = sector == 0;
+    lost.Why = why;
   }
 
   std::unique_ptr<DiscReader> reader_;

@@ -10,8 +10,9 @@
 namespace quorvelant {
 
 // Hands all packs to `take`, until `stop` says so between blocks. Two threads read, parse and call, one of
-// them the caller's, but both functions run in one at a time. A few blocks are all the memory. Raises
-// FileError, and what `take` or `stop` raise.
+// them the caller's, but both functions run in one at a time. A few blocks are all the memory. What cannot be
+// read is named with the packs. Raises FileError where the disc no longer opens, and what `take` or `stop`
+// raise.
 void StreamSectors(const DiscSource& source, const VobSetFiles& files, bool isOurs,
                    const std::function<void(const PackBlock&)>& take, const std::function<bool()>& stop);
 

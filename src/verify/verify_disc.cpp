@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "disc/disc_files.h"
@@ -52,9 +53,19 @@ class DiscVerifier {
   }
 
  private:
-  [[nodiscard]] Bytes ReadAll(const DiscSourceFile& file) {
-    Bytes bytes(static_cast<std::size_t>(std::min(file.Size, MostIfoBytes)));
-    bytes.resize(reader_->Read(file, 0, bytes));
+  // Nothing where there is no file, or where it cannot be read, which is told.
+  [[nodiscard]] std::optional<Bytes> ReadTable(const DiscSourceFile* file) {
+    if (file == nullptr) {
+      return std::nullopt;
+    }
+    Bytes bytes(static_cast<std::size_t>(std::min(file->Size, MostIfoBytes)));
+    try {
+      bytes.resize(reader_->Read(*file, 0, bytes));
+    } catch (const FileError& error) {
+      result_.Findings.Add(message::Unread, {.File = file->Name}, "reading the file", "", "data",
+                           WhyUnread(error));
+      return std::nullopt;
+    }
     result_.Bytes += bytes.size();
     return bytes;
   }
@@ -76,19 +87,16 @@ class DiscVerifier {
     VerifiedSet& set = result_.Sets.emplace_back();
     set.Tables.Set = domain.Set;
     const std::array files{domain.Ifo, domain.Bup};
-    std::array<Bytes, 2> bytes;
-    for (std::size_t i = 0; i < files.size(); ++i) {
-      bytes.at(i) = files.at(i) == nullptr ? Bytes{} : ReadAll(*files.at(i));
-    }
-    if (domain.Ifo != nullptr && domain.Bup != nullptr) {
-      CompareBackup(bytes[0], bytes[1], *domain.Bup);
+    std::array bytes{ReadTable(domain.Ifo), ReadTable(domain.Bup)};
+    if (bytes[0] && bytes[1]) {
+      CompareBackup(*bytes[0], *bytes[1], *domain.Bup);
     }
     for (std::size_t i = 0; i < files.size() && set.Tables.Data.empty(); ++i) {
-      if (files.at(i) == nullptr) {
+      if (!bytes.at(i)) {
         continue;
       }
-      result_.IsOurs = domain.Set == 0 ? IsOurManager(bytes.at(i)) : result_.IsOurs;
-      if (auto tables = ReadIfoTables(files.at(i)->Name, domain.Set, result_.IsOurs, std::move(bytes.at(i)),
+      result_.IsOurs = domain.Set == 0 ? IsOurManager(*bytes.at(i)) : result_.IsOurs;
+      if (auto tables = ReadIfoTables(files.at(i)->Name, domain.Set, result_.IsOurs, std::move(*bytes.at(i)),
                                       result_.Findings)) {
         set.Tables = std::move(*tables);
       }
@@ -116,7 +124,11 @@ class DiscVerifier {
     constexpr unsigned NtscRate = 4;
     constexpr std::size_t RateAt = 7;  // of a sequence header
     Bytes head(64 * SectorBytes);
-    head.resize(reader_->Read(*files.Files.front().File, 0, head));
+    try {
+      head.resize(reader_->Read(*files.Files.front().File, 0, head));
+    } catch (const FileError&) {
+      head.clear();  // told with the sectors
+    }
     bool isNtsc = false;
     bool isFound = false;
     ForEachHeader(head, 0, head.size() - std::min(RateAt, head.size()), [&](std::size_t at) {

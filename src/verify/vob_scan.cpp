@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "base/counted.h"
 #include "disc/nav_layout.h"
 #include "disc/start_codes.h"
 #include "disc/video_standard.h"
@@ -45,14 +46,36 @@ void VobScan::Bad(std::size_t offset, const char* table, const char* field, cons
 }
 
 void VobScan::Read(const PackBlock& block) {
+  for (const UnreadSectors& each : block.Unread()) {
+    TakeUnread(each);
+  }
   std::span<const PackFault> faults = block.Faults();
   const std::span<const ScannedPack> packs = block.Packs();
   const ByteView sectors = block.Sectors();
   for (std::size_t i = 0; i < packs.size(); ++i) {
     const ScannedPack& pack = packs[i];
-    ReadSector(sectors.subspan(i * SectorBytes, SectorBytes), pack, faults);
+    if (pack.IsRead) {
+      ReadSector(sectors.subspan(i * SectorBytes, SectorBytes), pack, faults);
+    }
     faults = faults.subspan(std::size_t{pack.HeadFaults} + pack.PacketFaults);
     ++sector_;
+  }
+}
+
+void VobScan::TakeUnread(const UnreadSectors& next) {
+  if (!next.BeginFile && next.First == unread_.First + unread_.Count && next.Why == unread_.Why) {
+    unread_.Count += next.Count;
+  } else {
+    TellUnread();
+    unread_ = next;
+  }
+}
+
+void VobScan::TellUnread() {
+  if (unread_.Count > 0) {
+    teller_->Tell(message::Unread, unread_.First, 0, "reading " + Counted(unread_.Count, "sector"), "",
+                  "data", unread_.Why);
+    unread_.Count = 0;
   }
 }
 
@@ -350,6 +373,7 @@ void VobScan::CheckStreamTimes(VobState& vob) const {
 }
 
 VobSetFacts VobScan::Finish() {
+  TellUnread();
   EndVobu();
   while (!vobs_.empty()) {
     EndVob(vobs_.begin()->first);

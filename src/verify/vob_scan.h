@@ -38,6 +38,8 @@ class VobScan {
  private:
   void ReadSector(ByteView sector, const ScannedPack& pack, std::span<const PackFault> faults);
   void Tell(std::span<const PackFault> faults) const;
+  void TakeUnread(const UnreadSectors& next);
+  void TellUnread();
   void BadStream(const ScannedPacket& packet, unsigned id) const;
   template <class Expected, class Seen>
   void Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
@@ -58,6 +60,7 @@ class VobScan {
   const VobTeller* teller_;
   ScanOrder order_;
   std::uint32_t sector_ = 0;
+  UnreadSectors unread_;            // the last ones, which may go on
   std::vector<std::uint8_t> tags_;  // by sector
   std::map<std::uint16_t, std::unique_ptr<VobState>> vobs_;
   VobState* vob_ = nullptr;

@@ -10,7 +10,9 @@
 
 #include "base/text.h"
 #include "disc_maker.h"
+#include "support/damaged_disk.h"
 #include "support/disc_judges.h"
+#include "verify/messages.h"
 #include "verify/nav_of_disc.h"
 
 namespace quorvelant {
@@ -92,6 +94,43 @@ TEST_F(VerifyDiscs, NameWhatIsWrongByItsFile) {
     }
   }
   EXPECT_THAT(Faults(maker_.Folder), IsEmpty());
+}
+
+// A disc of a collection is damaged in places: those are named, and all the rest is proven.
+TEST_F(VerifyDiscs, NameWhatCannotBeRead) {
+  ASSERT_EQ(maker_.Author().Outcome, AuthorOutcome::Done);
+  const std::uint64_t sectors = fs::file_size(fs::path(maker_.Folder) / "VTS_01_1.VOB") / SectorBytes;
+  ASSERT_GT(sectors, 40U);
+  const struct {
+    Damage Done;
+    std::string Unread;
+    bool IsAll;  // nothing follows from it
+  } cases[] = {
+      {{.File = "VTS_01_1.VOB", .From = 20 * SectorBytes, .To = 20 * SectorBytes + 1},
+       "VTS_01_1.VOB 16 reading 16 sectors: Input/output error",
+       false},
+      {{.File = "VTS_01_1.VOB", .Opens = false},
+       fmt::format("VTS_01_1.VOB 0 reading {} sectors: Permission denied", sectors),
+       false},
+      {{.File = "VTS_01_1.VOB", .End = 30 * SectorBytes + 5},
+       fmt::format("VTS_01_1.VOB 30 reading {} sectors: the end of the file", sectors - 30),
+       false},
+      {{.File = "VTS_01_0.IFO", .Opens = false}, "VTS_01_0.IFO 0 reading the file: Permission denied", true},
+      {{.File = "VIDEO_TS.BUP", .To = 1}, "VIDEO_TS.BUP 0 reading the file: Input/output error", true}};
+  for (const auto& test : cases) {
+    DamagedDisk disk(test.Done);
+    const VerifyResult result = VerifyDisc(maker_.Folder, maker_.Ui, disk);
+    std::vector<std::string> unread;
+    for (const DiscFinding& finding : result.Findings.All()) {
+      if (finding.Kind == &message::Unread) {
+        unread.push_back(fmt::format("{} {} {}: {}", finding.Spot.File, finding.Spot.Sector.value_or(0),
+                                     finding.Table, finding.Seen));
+      }
+    }
+    EXPECT_THAT(unread, ElementsAre(test.Unread));
+    EXPECT_EQ(result.Findings.Count(Severity::Error) == 1, test.IsAll) << test.Unread;
+    EXPECT_FALSE(result.Stopped);
+  }
 }
 
 // Nothing of what follows from it is told with it: the backup stands in for tables, and names in small
