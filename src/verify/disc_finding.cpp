@@ -7,7 +7,7 @@
 namespace quorvelant {
 
 std::string SpotText(const DiscSpot& spot) {
-  std::string text = spot.File;
+  std::string text = spot.File.empty() ? "" : "/" + spot.File;
   if (spot.Sector) {
     text += fmt::format(" sector {}", *spot.Sector);
   }
@@ -24,7 +24,7 @@ Message MessageOfFinding(const DiscFinding& finding, const std::string& disc) {
   if (finding.More > 0) {
     seen += fmt::format(" (and {} more)", finding.More);
   }
-  return MessageOf(*finding.Kind, disc + "/" + SpotText(finding.Spot), subject, finding.Expected, seen);
+  return MessageOf(*finding.Kind, disc + SpotText(finding.Spot), subject, finding.Expected, seen);
 }
 
 void DiscFindings::Add(const MessageKind& kind, DiscSpot spot, std::string table, std::string_view field,

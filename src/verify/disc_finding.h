@@ -16,7 +16,7 @@ namespace quorvelant {
 
 // A place of a finding. In an IFO `Offset` counts bytes of the file, in a VOB bytes of the sector.
 struct DiscSpot {
-  std::string File;
+  std::string File = {};                     // empty for the image itself
   std::optional<std::uint32_t> Sector = {};  // of the file
   std::optional<std::uint32_t> Offset = {};
   bool operator==(const DiscSpot&) const = default;
@@ -33,7 +33,7 @@ struct DiscFinding {
   std::uint64_t More = 0;  // further ones of this kind in the file, which are not listed
 };
 
-// "VTS_01_1.VOB sector 12 byte 0x40F", as messages name it.
+// "/VTS_01_1.VOB sector 12 byte 0x40F", as messages name it behind the disc.
 [[nodiscard]] std::string SpotText(const DiscSpot& spot);
 // The finding as a message, with its place in `disc`.
 [[nodiscard]] Message MessageOfFinding(const DiscFinding& finding, const std::string& disc);

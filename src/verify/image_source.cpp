@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <initializer_list>
 #include <map>
 #include <string_view>
@@ -21,12 +20,11 @@ constexpr std::uint32_t VolumeDescriptors = 16;  // the first sector of theirs
 
 using FileReader = std::vector<DiscSourceFile> (*)(const ImageSectors&);
 
-std::vector<DiscSourceFile> FilesBy(FileReader reader, const ImageSectors& sectors, const std::string& name,
-                                    DiscFindings& findings) {
+std::vector<DiscSourceFile> FilesBy(FileReader reader, const ImageSectors& sectors, DiscFindings& findings) {
   try {
     return reader(sectors);
   } catch (const ImageFault& fault) {
-    findings.Add(message::ImageDamaged, {.File = name, .Sector = fault.Sector}, fault.Structure, fault.Field,
+    findings.Add(message::ImageDamaged, {.Sector = fault.Sector}, fault.Structure, fault.Field,
                  fault.Expected, fault.Seen);
     return {};
   }
@@ -57,14 +55,14 @@ bool HasAnchor(const ImageSectors& sectors) {
 }
 
 // An image that lost its end lost an anchor of UDF with it.
-void CheckVolumeSize(const ImageSectors& sectors, const std::string& name, DiscFindings& findings) {
+void CheckVolumeSize(const ImageSectors& sectors, DiscFindings& findings) {
   constexpr std::size_t SpaceSize = 80;  // of the primary volume descriptor
   const Bytes volume = sectors.Read(VolumeDescriptors, 1);
   const std::uint64_t said = GetLittle(volume, SpaceSize, 4);
   if (volume[0] == 1 && said > sectors.Count()) {
-    findings.Add(message::ImageShort, {.File = name, .Sector = VolumeDescriptors},
-                 "primary volume descriptor", "volume space size",
-                 fmt::format("at most {} sectors", sectors.Count()), std::to_string(said));
+    findings.Add(message::ImageShort, {.Sector = VolumeDescriptors}, "primary volume descriptor",
+                 "volume space size", fmt::format("at most {} sectors", sectors.Count()),
+                 std::to_string(said));
   }
 }
 
@@ -85,8 +83,8 @@ void Compare(const std::vector<DiscSourceFile>& udf, const std::vector<DiscSourc
     others.erase(file.Name);
   }
   for (const auto& [name, file] : others) {
-    findings.Add(message::ImageUnlike, {.File = name}, "UDF file entry", "",
-                 ExtentText(*file) + " as in ISO 9660", "no such file");
+    findings.Add(message::ImageUnlike, {}, "UDF file entry", "", ExtentText(*file) + " as in ISO 9660",
+                 "no such file");
   }
 }
 
@@ -110,33 +108,36 @@ class ImageReader : public DiscReader {
 ImageSource::ImageSource(std::string path, Disk& disk, DiscFindings& findings)
     : path_(std::move(path)), disk_(&disk) {
   const std::unique_ptr<File> image = disk.Open(path_, FileAccess::Read);
-  const std::string name = std::filesystem::path(path_).filename().string();
   const ImageSectors sectors(*image);
-  if (image->ByteCount() % SectorBytes != 0) {
-    findings.Add(message::ImageDamaged, {.File = name}, "image", "size", "a multiple of 2048 bytes",
-                 std::to_string(image->ByteCount()));
-  }
   const bool hasUdf = IsNamed(sectors, {"BEA01", "NSR02", "NSR03", "TEA01"}) || HasAnchor(sectors);
   const bool hasIso = IsNamed(sectors, {"CD001"});
+  if (!hasUdf && !hasIso) {
+    findings.Add(message::ImageDamaged, {}, "file systems", "", "UDF or ISO 9660", "neither");
+    return;
+  }
+  if (image->ByteCount() % SectorBytes != 0) {
+    findings.Add(message::ImageDamaged, {}, "image", "size", "a multiple of 2048 bytes",
+                 std::to_string(image->ByteCount()));
+  }
   if (hasUdf && !IsNamed(sectors, {"NSR02", "NSR03"})) {
-    findings.Add(message::ImageDamaged, {.File = name, .Sector = VolumeDescriptors},
-                 "UDF volume recognition sequence", "", "NSR02", "none");
+    findings.Add(message::ImageDamaged, {.Sector = VolumeDescriptors}, "UDF volume recognition sequence", "",
+                 "NSR02", "none");
   }
   if (hasIso) {
-    CheckVolumeSize(sectors, name, findings);
+    CheckVolumeSize(sectors, findings);
   }
   std::vector<DiscSourceFile> udf;
   std::vector<DiscSourceFile> iso;
-  if (hasUdf || !hasIso) {
-    udf = FilesBy(UdfFiles, sectors, name, findings);
+  if (hasUdf) {
+    udf = FilesBy(UdfFiles, sectors, findings);
   } else {
-    findings.Add(message::ImageWithoutUdf, {.File = name}, "file systems", "", "UDF, which players read",
+    findings.Add(message::ImageWithoutUdf, {}, "file systems", "", "UDF, which players read",
                  "ISO 9660 alone");
   }
-  if (hasIso || !hasUdf) {
-    iso = FilesBy(Iso9660Files, sectors, name, findings);
+  if (hasIso) {
+    iso = FilesBy(Iso9660Files, sectors, findings);
   } else {
-    findings.Add(message::ImageWithoutIso, {.File = name}, "file systems", "", "ISO 9660 too", "UDF alone");
+    findings.Add(message::ImageWithoutIso, {}, "file systems", "", "ISO 9660 too", "UDF alone");
   }
   if (!udf.empty() && !iso.empty()) {
     Compare(udf, iso, findings);

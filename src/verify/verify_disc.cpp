@@ -27,6 +27,9 @@ class DiscVerifier {
       : ui_(&ui), source_(OpenDisc(path, result_.Findings, disk)), reader_(source_->NewReader()) {}
 
   VerifyResult Run() {
+    if (source_->Files().empty() && result_.Findings.HasFaults()) {
+      return std::move(result_);  // an image that cannot be understood
+    }
     domains_ = DomainsOf(*source_, result_.Findings);
     for (const DiscSourceFile& file : source_->Files()) {
       total_ += file.Size;

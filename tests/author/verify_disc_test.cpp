@@ -187,7 +187,7 @@ TEST_F(VerifyDiscs, AnImageThatIsNotLaidOutForPlayersIsTold) {
 
 TEST_F(VerifyDiscs, WhatIsNoDiscIsTold) {
   EXPECT_THAT(Faults(maker_.Temp.Path().string()), Contains("verify-file VIDEO_TS.IFO"));
-  EXPECT_THAT(Faults(maker_.Temp.Write("text.iso", "no image")), Contains("verify-image text.iso"));
+  EXPECT_THAT(Faults(maker_.Temp.Write("text.iso", "no image")), ElementsAre("verify-image "));
   EXPECT_THROW(Faults(maker_.Temp / "nowhere"), FileError);
 }
 

@@ -36,5 +36,17 @@ TEST(DiscFindings, ListTheFirstOfAKindAndCountTheRest) {
   }
 }
 
+TEST(DiscFindings, NameTheirPlaceOnce) {
+  const auto place = [](const DiscSpot& spot) {
+    DiscFindings findings;
+    findings.Add(message::ImageDamaged, spot, "image", "", "whole", "cut");
+    return MessageOfFinding(findings.All().front(), "discs/one.iso").Place;
+  };
+  EXPECT_EQ(place({}), "discs/one.iso");
+  EXPECT_EQ(place({.Sector = 16}), "discs/one.iso sector 16");
+  EXPECT_EQ(place({.File = "VTS_01_0.IFO", .Sector = 1, .Offset = 0x804}),
+            "discs/one.iso/VTS_01_0.IFO sector 1 byte 0x804");
+}
+
 }  // namespace
 }  // namespace quorvelant
