@@ -3,22 +3,39 @@
 
     tidy.py BUILD FILE...
 
-What a file and its headers come to after the preprocessor, comments kept, names it in the cache with the checks that
-hold for it; a file that passed under that name passes again without a run. Prints what clang-tidy finds; ends with 1
-if there is any.
+The texts of a file and of the rooms' headers that it includes name it in the cache, with the checks that hold for it
+and the versions of all else; a file that passed under that name passes again without a run. The other files of a
+folder are read together: nearly all of the time goes into the headers that they share. Of files that do not pass
+together, each half is read again, down to the one whose findings are printed; files that cannot stand in one unit,
+since both have a helper of the same name, are found in that way too. Ends with 1 if anything was found.
 """
 
+import functools
 import hashlib
+import itertools
 import json
 import os
+import re
 import shlex
+import shutil
 import subprocess
 import sys
 from concurrent.futures import ThreadPoolExecutor
+from dataclasses import dataclass
 from pathlib import Path
 
-ROOT = str(Path(__file__).resolve().parent.parent).encode()
-VERSION = subprocess.run(["clang-tidy", "--version"], capture_output=True, check=True).stdout
+ROOT = Path(__file__).resolve().parent.parent
+TOGETHER = 6  # more share their headers better, and more often have two helpers of one name
+INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"][^>"]*[>"])', re.MULTILINE)
+
+
+def printed(*command):
+    return subprocess.run(command, capture_output=True, check=True).stdout if shutil.which(command[0]) else b""
+
+
+def versions():
+    """Of clang-tidy, and of the headers that are not this repository's."""
+    return printed("clang-tidy", "--version") + printed("dpkg-query", "-W", "*-dev")
 
 
 def cache_folder():
@@ -28,47 +45,137 @@ def cache_folder():
     return folder
 
 
-def checks_for(path):
-    """The .clang-tidy files from the source's folder up to the root of the checkout."""
-    return b"".join((folder / ".clang-tidy").read_bytes()
-                    for folder in path.parents if (folder / ".clang-tidy").exists())
+@functools.cache
+def text_of(path):
+    return path.read_text(encoding="utf-8")
 
 
-def name_of(path, command):
-    words = shlex.split(command["command"])
-    while not words[0].endswith(("++", "cc")):  # a compiler cache before the compiler
-        words.pop(0)
-    words = [word for i, word in enumerate(words) if word not in ("-c", "-o") and words[i - 1] != "-o"]
-    run = subprocess.run([*words, "-E", "-P", "-C"], cwd=command["directory"], capture_output=True, check=False)
-    if run.returncode != 0:
-        return None  # clang-tidy tells why
-    seen = run.stdout.replace(ROOT, b"")  # asserts name their file: the same in every checkout
-    return hashlib.sha256(VERSION + checks_for(path) + seen).hexdigest()
+@functools.cache
+def found(folder, name):
+    path = folder / name
+    return path.resolve() if path.is_file() else None
 
 
-def passes(build, path, command, cache):
-    name = name_of(path, command) if command else None
-    if name and (cache / name).exists():
-        os.utime(cache / name)
+@dataclass(frozen=True)
+class Source:
+    """A file, and how it is compiled: the command without the file and what it is compiled to."""
+    path: Path
+    command: tuple
+    directory: str
+
+    def seen(self):
+        """Itself and the rooms' headers, each after the one that includes it."""
+        folders = [Path(word[2:]) for word in self.command if word.startswith("-I")]
+        paths = [self.path]
+        for path in paths:  # which grows on the way
+            for name in INCLUDE.findall(text_of(path)):
+                near = [path.parent] if name[0] == '"' else []
+                header = next(filter(None, (found(folder, name[1:-1]) for folder in near + folders)), None)
+                if header and header not in paths:
+                    paths.append(header)
+        return paths
+
+    def name(self):
+        checks = [folder / ".clang-tidy" for folder in self.path.parents if (folder / ".clang-tidy").exists()]
+        texts = [" ".join(self.command).replace(str(ROOT), ""), *map(text_of, [*checks, *self.seen()])]
+        return hashlib.sha256("\0".join(texts).encode()).hexdigest()
+
+
+def sources(build, paths):
+    database = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
+    entries = {Path(entry["file"]).resolve(): entry for entry in database}
+    for path in paths:
+        entry = entries[path]
+        words = shlex.split(entry["command"])
+        while not words[0].endswith(("++", "cc")):  # a compiler cache before the compiler
+            words.pop(0)
+        command = tuple(word for i, word in enumerate(words)
+                        if word not in ("-c", "-o", entry["file"]) and words[i - 1] != "-o")
+        yield Source(path, command, entry["directory"])
+
+
+def text_together(batch):
+    """The sources' texts; what one includes is there for those behind it."""
+    included = set()
+    texts = []
+    for source in batch:
+        text = text_of(source.path)
+        lines = [line for line in text.splitlines()
+                 if not (match := INCLUDE.match(line)) or match[1] not in included]
+        included.update(INCLUDE.findall(text))
+        texts.append("\n".join(lines) + "\n")
+    return "\n".join(texts)
+
+
+class Tidy:
+    def __init__(self, build):
+        self.build = build
+        self.cache = cache_folder()
+        self.versions = versions()
+        self.number = itertools.count()
+
+    def mark_of(self, source):
+        """A file of the cache, which is there once the source has passed."""
+        return self.cache / hashlib.sha256(self.versions + source.name().encode()).hexdigest()
+
+    def passed_before(self, source):
+        mark = self.mark_of(source)
+        if mark.exists():
+            os.utime(mark)
+        return mark.exists()
+
+    def unit_of(self, batch):
+        """One file of the sources' texts. It lies below the build as they lie below the root, by the same checks."""
+        folder = batch[0].path.parent
+        unit = self.build / "tidy" / folder.relative_to(ROOT) / f"{next(self.number)}.cpp"
+        unit.parent.mkdir(parents=True, exist_ok=True)
+        if (folder / ".clang-tidy").exists():
+            (unit.parent / ".clang-tidy").write_bytes((folder / ".clang-tidy").read_bytes())
+        unit.write_text(text_together(batch), encoding="utf-8")
+        return unit
+
+    def pass_together(self, batch):
+        unit = self.unit_of(batch)
+        # A local name may be that of another file's helper.
+        command = [*batch[0].command, "-Wno-shadow", "-iquote", batch[0].path.parent]
+        compiled = subprocess.run([*command, "-fsyntax-only", unit], cwd=batch[0].directory, capture_output=True,
+                                  check=False)
+        return compiled.returncode == 0 and subprocess.run(["clang-tidy", "--quiet", unit, "--", *command[1:]],
+                                                           capture_output=True, check=False).returncode == 0
+
+    def passes_alone(self, source):
+        run = subprocess.run(["clang-tidy", "-p", self.build, "--quiet", source.path], capture_output=True, text=True,
+                             check=False)
+        if run.returncode != 0:
+            print(run.stdout or run.stderr, flush=True)
+        return run.returncode == 0
+
+    def passes(self, batch):
+        if len(batch) > 1 and not self.pass_together(batch):
+            half = len(batch) // 2
+            return all([self.passes(batch[:half]), self.passes(batch[half:])])
+        if len(batch) == 1 and not self.passes_alone(batch[0]):
+            return False
+        for source in batch:
+            self.mark_of(source).touch()
         return True
-    run = subprocess.run(["clang-tidy", "-p", str(build), "--quiet", str(path)], capture_output=True, text=True,
-                         check=False)
-    if run.returncode == 0:
-        if name:
-            (cache / name).touch()
-        return True
-    print(run.stdout or run.stderr, flush=True)
-    return False
+
+
+def batches(left):
+    """Files of one folder, by the same command."""
+    for _, group in itertools.groupby(left, lambda source: (source.path.parent, source.command)):
+        group = list(group)
+        count = -(-len(group) // TOGETHER)
+        yield from (group[i::count] for i in range(count))
 
 
 def main():
-    build, *names = sys.argv[1:]
-    commands = {Path(c["file"]).resolve(): c
-                for c in json.loads((Path(build) / "compile_commands.json").read_text(encoding="utf-8"))}
-    cache = cache_folder()
-    paths = [Path(name).resolve() for name in names]
+    build = Path(sys.argv[1]).resolve()
+    tidy = Tidy(build)
+    files = sources(build, sorted(Path(name).resolve() for name in sys.argv[2:]))
+    left = [source for source in files if not tidy.passed_before(source)]
     with ThreadPoolExecutor(os.cpu_count()) as pool:
-        good = list(pool.map(lambda path: passes(build, path, commands.get(path), cache), paths))
+        good = list(pool.map(tidy.passes, batches(left)))
     return 0 if all(good) else 1
 
 
