@@ -18,6 +18,10 @@ set(QUORVELANT_SANITIZE "" CACHE STRING "Sanitizers for every target, e.g. addre
 if(QUORVELANT_SANITIZE)  # instrumented code raises false warnings, so they are no errors here
   add_compile_options(-fsanitize=${QUORVELANT_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${QUORVELANT_SANITIZE})
+  find_program(LLD ld.lld)
+  if(LLD)  # a third of the time, and there are fifty programs to link
+    add_link_options(-fuse-ld=lld)
+  endif()
 elseif(QUORVELANT_WERROR)
   target_compile_options(quorvelant_flags INTERFACE -Werror)
 endif()
