@@ -37,11 +37,11 @@ class PackReader {
 
  private:
   template <class Expected, class Seen>
-  void Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
-           const Seen& seen);
+  [[gnu::cold]] void Bad(std::size_t offset, const char* table, const char* field, const Expected& expected,
+                         const Seen& seen);
   template <class Expected, class Seen>
-  void Tell(const MessageKind& kind, std::size_t offset, const char* table, const char* field,
-            const Expected& expected, const Seen& seen);
+  [[gnu::cold]] void Tell(const MessageKind& kind, std::size_t offset, const char* table, const char* field,
+                          const Expected& expected, const Seen& seen);
   void ReadHead();
   void ReadPacket();
   void CheckAfter(std::size_t end);

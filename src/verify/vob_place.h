@@ -37,8 +37,9 @@ class VobTeller {
 
   // `offset` counts bytes of the sector.
   template <class Expected, class Seen>
-  void Tell(const MessageKind& kind, std::uint32_t sector, std::size_t offset, const std::string& table,
-            std::string_view field, const Expected& expected, const Seen& seen) const {
+  [[gnu::cold]] void Tell(const MessageKind& kind, std::uint32_t sector, std::size_t offset,
+                          const std::string& table, std::string_view field, const Expected& expected,
+                          const Seen& seen) const {
     findings_->Add(kind, SpotOf(sector, offset), table, field, fmt::format("{}", expected),
                    fmt::format("{}", seen));
   }

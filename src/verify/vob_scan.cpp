@@ -91,7 +91,9 @@ void VobScan::ReadSector(ByteView sector, const ScannedPack& pack, std::span<con
     Bad(0, "pack header", "pack_start_code", "0x000001BA", fmt::format("0x{:08X}", GetBytes(sector, 0, 4)));
     return;
   }
-  Tell(faults.first(pack.HeadFaults));
+  if (pack.HeadFaults > 0) {
+    Tell(faults.first(pack.HeadFaults));
+  }
   const bool isSystem = pack.Code == StartCodeOf(start_code::SystemHeader);
   if (isSystem && IsNav(sector, pack.PacketAt)) {
     TakeNav(sector, pack.Scr);
@@ -105,7 +107,9 @@ void VobScan::ReadSector(ByteView sector, const ScannedPack& pack, std::span<con
   } else if (vob_ == nullptr) {
     Bad(pack.PacketAt, "VOBU", "", "a navigation pack first", fmt::format("0x{:08X}", pack.Code));
   } else if (IsStreamCode(pack.Code)) {
-    Tell(faults.subspan(pack.HeadFaults, pack.PacketFaults));
+    if (pack.PacketFaults > 0) {
+      Tell(faults.subspan(pack.HeadFaults, pack.PacketFaults));
+    }
     TakePacket(pack);
   } else if (pack.Code == StartCodeOf(start_code::PaddingStream)) {
     teller_->Tell(message::PackLoose, sector_, pack.PacketAt, "pack", "", "a stream's packet",
