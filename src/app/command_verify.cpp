@@ -63,6 +63,9 @@ nlohmann::ordered_json FindingJson(const DiscFinding& finding, const std::string
   if (finding.Spot.Sector) {
     json["sector"] = *finding.Spot.Sector;
   }
+  if (finding.Spot.Sectors) {
+    json["sectors"] = *finding.Spot.Sectors;
+  }
   if (finding.Spot.Offset) {
     json["offset"] = *finding.Spot.Offset;
   }

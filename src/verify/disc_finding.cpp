@@ -4,11 +4,15 @@
 
 #include <algorithm>
 
+#include "verify/messages.h"
+
 namespace quorvelant {
 
 std::string SpotText(const DiscSpot& spot) {
   std::string text = spot.File.empty() ? "" : "/" + spot.File;
-  if (spot.Sector) {
+  if (spot.Sector && spot.Sectors.value_or(1) > 1) {
+    text += fmt::format(" sectors {} to {}", *spot.Sector, *spot.Sector + *spot.Sectors - 1);
+  } else if (spot.Sector) {
     text += fmt::format(" sector {}", *spot.Sector);
   }
   if (spot.Offset) {
@@ -31,11 +35,13 @@ void DiscFindings::Add(const MessageKind& kind, DiscSpot spot, std::string table
                        std::string expected, std::string seen) {
   Listed& ofKind = kinds_[{&kind, spot.File}];
   Listed& ofField = fields_[{&kind, spot.File, std::string(field)}];
-  if (ofField.Count >= (kind.Level == Severity::Information ? MostNotes : MostListed)) {
+  const bool isUnread = &kind == &message::Unread;
+  const std::size_t ofOneField = kind.Level == Severity::Information ? MostNotes : MostListed;
+  if (ofField.Count >= (isUnread ? MostUnread : ofOneField)) {
     ++findings_[ofField.Last].More;
     return;
   }
-  if (ofKind.Count >= MostOfKind) {
+  if (ofKind.Count >= (isUnread ? MostUnread : MostOfKind)) {
     ++findings_[ofField.Count > 0 ? ofField.Last : ofKind.Last].More;
     return;
   }

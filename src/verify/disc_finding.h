@@ -16,8 +16,9 @@ namespace quorvelant {
 
 // A place of a finding. In an IFO `Offset` counts bytes of the file, in a VOB bytes of the sector.
 struct DiscSpot {
-  std::string File = {};                     // empty for the image itself
-  std::optional<std::uint32_t> Sector = {};  // of the file
+  std::string File = {};                      // empty for the image itself
+  std::optional<std::uint32_t> Sector = {};   // of the file
+  std::optional<std::uint32_t> Sectors = {};  // how many, where the finding is of more than one
   std::optional<std::uint32_t> Offset = {};
   bool operator==(const DiscSpot&) const = default;
 };
@@ -45,6 +46,7 @@ class DiscFindings {
   static constexpr std::size_t MostListed = 8;
   static constexpr std::size_t MostNotes = 2;
   static constexpr std::size_t MostOfKind = 20;
+  static constexpr std::size_t MostUnread = 1000;  // a list that somebody works through
 
   void Add(const MessageKind& kind, DiscSpot spot, std::string table, std::string_view field,
            std::string expected, std::string seen);

@@ -95,6 +95,13 @@ DiscDomain DomainOf(int set, const DiscSource& source, DiscFindings& findings) {
                     .Bup = source.Find(base + ".BUP"),
                     .Menus = {},
                     .Titles = {}};
+  const bool isAny = std::ranges::any_of(source.Files(), [&](const DiscSourceFile& file) {
+    return file.Name.starts_with(base.substr(0, base.size() - 1));
+  });
+  if (set > 0 && !isAny) {
+    Wrong(base + ".IFO", "", "the files of the title set", "none", findings);
+    return domain;
+  }
   for (const auto& [file, extension] : {std::pair{domain.Ifo, ".IFO"}, std::pair{domain.Bup, ".BUP"}}) {
     if (file == nullptr) {
       Wrong(base + extension, "", "the file", "none", findings);

@@ -10,6 +10,7 @@
 
 #include "base/bytes.h"
 #include "base/disk.h"
+#include "verify/disc_source.h"
 
 namespace quorvelant {
 
@@ -40,16 +41,28 @@ class ImageSectors {
   explicit ImageSectors(File& image) : image_(&image) {}
 
   [[nodiscard]] std::uint64_t Count() const { return image_->ByteCount() / SectorBytes; }
-  // Raises ImageFault where they lie outside the image.
+  // Raises ImageFault where they lie outside the image, or cannot be read.
   [[nodiscard]] Bytes Read(std::uint64_t first, std::uint64_t count) const {
     if (first + count > Count() || count > MostStructureSectors) {
       throw ImageFault(static_cast<std::uint32_t>(first), "image", "", "a structure inside the image",
                        std::to_string(count) + " sectors at " + std::to_string(first));
     }
     Bytes bytes(count * SectorBytes);
-    image_->Seek(first * SectorBytes);
-    image_->Read(bytes);
+    try {
+      image_->Seek(first * SectorBytes);
+      image_->Read(bytes);
+    } catch (const FileError& error) {
+      throw ImageFault(static_cast<std::uint32_t>(first), "image", "", "data", WhyUnread(error));
+    }
     return bytes;
+  }
+  // Nothing where it cannot be read. It lies in the image.
+  [[nodiscard]] std::optional<Bytes> TryRead(std::uint64_t sector) const {
+    try {
+      return Read(sector, 1);
+    } catch (const ImageFault&) {
+      return std::nullopt;
+    }
   }
 
  private:

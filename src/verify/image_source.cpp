@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <map>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -34,13 +35,17 @@ std::string ExtentText(const DiscSourceFile& file) {
   return fmt::format("{} bytes at sector {}", file.Size, file.FirstSector.value_or(0));
 }
 
-// Whether a volume descriptor from sector 16 on bears one of the names.
+// Whether a volume descriptor from sector 16 on bears one of the names. One that cannot be read may: the
+// reader of its file system tells.
 bool IsNamed(const ImageSectors& sectors, std::initializer_list<std::string_view> names) {
   constexpr std::uint32_t End = 32;
   constexpr std::size_t NameAt = 1;
   for (std::uint32_t i = VolumeDescriptors; i < std::min<std::uint64_t>(End, sectors.Count()); ++i) {
-    const Bytes sector = sectors.Read(i, 1);
-    const std::string name(sector.begin() + NameAt, sector.begin() + NameAt + 5);
+    const std::optional<Bytes> sector = sectors.TryRead(i);
+    if (!sector) {
+      return true;
+    }
+    const std::string name(sector->begin() + NameAt, sector->begin() + NameAt + 5);
     if (std::ranges::find(names, name) != names.end()) {
       return true;
     }
@@ -51,15 +56,19 @@ bool IsNamed(const ImageSectors& sectors, std::initializer_list<std::string_view
 bool HasAnchor(const ImageSectors& sectors) {
   constexpr std::uint32_t Anchor = 256;
   constexpr unsigned AnchorTag = 2;
-  return sectors.Count() > Anchor && GetLittle(sectors.Read(Anchor, 1), 0, 2) == AnchorTag;
+  if (sectors.Count() <= Anchor) {
+    return false;
+  }
+  const std::optional<Bytes> sector = sectors.TryRead(Anchor);
+  return !sector || GetLittle(*sector, 0, 2) == AnchorTag;
 }
 
 // An image that lost its end lost an anchor of UDF with it.
 void CheckVolumeSize(const ImageSectors& sectors, DiscFindings& findings) {
   constexpr std::size_t SpaceSize = 80;  // of the primary volume descriptor
-  const Bytes volume = sectors.Read(VolumeDescriptors, 1);
-  const std::uint64_t said = GetLittle(volume, SpaceSize, 4);
-  if (volume[0] == 1 && said > sectors.Count()) {
+  const std::optional<Bytes> volume = sectors.TryRead(VolumeDescriptors);
+  const std::uint64_t said = volume ? GetLittle(*volume, SpaceSize, 4) : 0;
+  if (volume && volume->front() == 1 && said > sectors.Count()) {
     findings.Add(message::ImageShort, {.Sector = VolumeDescriptors}, "primary volume descriptor",
                  "volume space size", fmt::format("at most {} sectors", sectors.Count()),
                  std::to_string(said));
@@ -83,8 +92,8 @@ void Compare(const std::vector<DiscSourceFile>& udf, const std::vector<DiscSourc
     others.erase(file.Name);
   }
   for (const auto& [name, file] : others) {
-    findings.Add(message::ImageUnlike, {}, "UDF file entry", "", ExtentText(*file) + " as in ISO 9660",
-                 "no such file");
+    findings.Add(message::ImageUnlike, {.File = name}, "UDF file entry", "",
+                 ExtentText(*file) + " as in ISO 9660", "no such file");
   }
 }
 

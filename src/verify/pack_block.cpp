@@ -49,7 +49,8 @@ void PackBlock::FindHeaders(std::size_t sector) {
       ForEachHeader(ahead, begin, end - VideoHeaders::LeastBytes + 1,
                     [&](std::size_t at) { headers_.push_back(static_cast<std::uint16_t>(at - begin)); });
   pack.Packet->Headers = std::span(headers_).subspan(first);
-  pack.Packet->CarriesOn = beyond < end || ahead[end - 1] == 0;
+  // 1 may end a prefix whose value comes with the next packet.
+  pack.Packet->CarriesOn = beyond < end || ahead[end - 1] <= 1;
 }
 
 }  // namespace quorvelant

@@ -15,7 +15,7 @@ namespace quorvelant {
 struct UnreadSectors {
   std::uint32_t First = 0;  // in the VOB set
   std::uint32_t Count = 0;
-  bool BeginFile = false;
+  bool BeginsFile = false;
   std::string Why;  // as the system says it
 };
 

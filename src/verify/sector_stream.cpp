@@ -35,7 +35,7 @@ class BlockReader {
   BlockReader(const DiscSource& source, const VobSetFiles& files, bool isOurs)
       : reader_(source.NewReader()), files_(&files), isOurs_(isOurs) {}
 
-  // False beyond the last block. What a file lacks of its last sector is zeros.
+  // False beyond the last block.
   bool Read(Block& block) {
     std::uint64_t number = block.Number;
     for (const VobFile& file : files_->Files) {
@@ -57,9 +57,12 @@ class BlockReader {
     try {
       ReadPart(file, sector, target, unread);
     } catch (const FileError&) {
-      // An ECC block is the least that a damaged disc fails to give.
-      for (std::uint32_t i = 0; i < count; i += EccSectors) {
-        const std::uint32_t part = std::min(EccSectors, count - i);
+      // An ECC block is the least that a damaged disc fails to give; in a folder nobody knows where one
+      // begins.
+      std::uint32_t part = 0;
+      for (std::uint32_t i = 0; i < count; i += part) {
+        const std::uint32_t place = file.File->FirstSector.value_or(0) + sector + i;
+        part = std::min(EccSectors - place % EccSectors, count - i);
         ReadOrMiss(file, sector + i,
                    target.subspan(std::size_t{i} * SectorBytes, std::size_t{part} * SectorBytes), unread);
       }
@@ -79,10 +82,8 @@ class BlockReader {
   // Raises FileError. A file may have become shorter meanwhile.
   void ReadPart(const VobFile& file, std::uint32_t sector, ByteSpan target,
                 std::vector<UnreadSectors>& unread) {
-    const std::uint64_t offset = std::uint64_t{sector} * SectorBytes;
-    const std::size_t got = reader_->Read(*file.File, offset, target);
-    std::ranges::fill(target.subspan(got), std::uint8_t{0});
-    if (got < std::min<std::uint64_t>(target.size(), file.File->Size - offset)) {
+    const std::size_t got = reader_->Read(*file.File, std::uint64_t{sector} * SectorBytes, target);
+    if (got < target.size()) {
       const std::size_t whole = got / SectorBytes;
       Miss(file, sector + static_cast<std::uint32_t>(whole), target.size() / SectorBytes - whole,
            "the end of the file", unread);
@@ -94,7 +95,7 @@ class BlockReader {
     UnreadSectors& lost = unread.emplace_back();
     lost.First = file.First + sector;
     lost.Count = static_cast<std::uint32_t>(count);
-    lost.BeginFile = sector == 0;
+    lost.BeginsFile = sector == 0;
     lost.Why = why;
   }
 

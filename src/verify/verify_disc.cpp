@@ -27,7 +27,7 @@ class DiscVerifier {
       : ui_(&ui), source_(OpenDisc(path, result_.Findings, disk)), reader_(source_->NewReader()) {}
 
   VerifyResult Run() {
-    if (source_->Files().empty() && result_.Findings.HasFaults()) {
+    if (source_->Files().empty() && result_.Findings.Count(Severity::Error) > 0) {
       return std::move(result_);  // an image that cannot be understood
     }
     domains_ = DomainsOf(*source_, result_.Findings);
@@ -65,12 +65,19 @@ class DiscVerifier {
     try {
       bytes.resize(reader_->Read(*file, 0, bytes));
     } catch (const FileError& error) {
-      result_.Findings.Add(message::Unread, {.File = file->Name}, "reading the file", "", "data",
-                           WhyUnread(error));
+      AddUnread(*file, WhyUnread(error));
       return std::nullopt;
     }
+    if (bytes.size() < std::min(file->Size, MostIfoBytes)) {
+      AddUnread(*file, "the end of the file");
+    }
+    done_ += bytes.size();
     result_.Bytes += bytes.size();
     return bytes;
+  }
+
+  void AddUnread(const DiscSourceFile& file, const std::string& why) {
+    result_.Findings.Add(message::Unread, {.File = file.Name}, "reading", "", "data", why);
   }
 
   // Sets that titles name and no file is left of.
@@ -159,20 +166,21 @@ class DiscVerifier {
                           .Known = !tables.Data.empty(),
                           .IsOurs = result_.IsOurs,
                           .Sectors = files.Sectors()});
-    std::uint64_t block = 0;
     StreamSectors(
         *source_, files, result_.IsOurs,
         [&](const PackBlock& packs) {
           scan.Read(packs);
-          block += packs.Sectors().size();
+          done_ += packs.Sectors().size();
+          result_.Bytes += packs.Sectors().size();
+          for (const UnreadSectors& lost : packs.Unread()) {
+            result_.Bytes -= std::uint64_t{lost.Count} * SectorBytes;
+          }
         },
         [&] {
-          result_.Bytes += std::exchange(block, 0);
-          ui_->Progress(static_cast<double>(result_.Bytes), static_cast<double>(total_));
+          ui_->Progress(static_cast<double>(done_), static_cast<double>(total_));
           result_.Stopped = ui_->StopRequested();
           return result_.Stopped;
         });
-    result_.Bytes += block;
     return result_.Stopped ? VobSetFacts{} : scan.Finish();
   }
 
@@ -204,7 +212,8 @@ class DiscVerifier {
   std::unique_ptr<DiscSource> source_;
   std::unique_ptr<DiscReader> reader_;
   std::vector<DiscDomain> domains_;
-  std::uint64_t total_ = 0;
+  std::uint64_t total_ = 0;  // bytes to read
+  std::uint64_t done_ = 0;
 };
 
 }  // namespace

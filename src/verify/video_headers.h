@@ -37,8 +37,8 @@ class VideoHeaders {
   static constexpr std::size_t LeastBytes = 12;  // a start code and as much as is read of what follows
 
   // The next bytes, which begin at `at`. `offsets`: where headers begin that have so many bytes here.
-  // `carriesOn`: whether another may begin behind those, or the zeros before one. Only where headers are is
-  // `data` looked at: another thread has it at hand.
+  // `carriesOn`: whether another may begin behind those, or the zeros before one. `data` is read only where
+  // headers are: its bytes are in the other thread's cache.
   void Feed(ByteView data, std::uint64_t at, std::span<const std::uint16_t> offsets, bool carriesOn);
   // No header goes on beyond `total`.
   void Finish(std::uint64_t total);

@@ -44,6 +44,14 @@ class VobTeller {
                    fmt::format("{}", seen));
   }
 
+  // So many sectors of one file, which were not read.
+  void TellUnread(std::uint32_t sector, std::uint32_t count, const std::string& why) const {
+    DiscSpot spot = SpotOf(sector, 0);
+    spot.Offset.reset();
+    spot.Sectors = count;
+    findings_->Add(message::Unread, std::move(spot), "reading", "", "data", why);
+  }
+
  private:
   [[nodiscard]] DiscSpot SpotOf(std::uint32_t sector, std::size_t offset) const {
     const auto after = std::ranges::upper_bound(files_->Files, sector, {}, &VobFile::First);

@@ -4,7 +4,6 @@
 #include <array>
 #include <utility>
 
-#include "base/counted.h"
 #include "disc/nav_layout.h"
 #include "disc/start_codes.h"
 #include "disc/video_standard.h"
@@ -63,7 +62,7 @@ void VobScan::Read(const PackBlock& block) {
 }
 
 void VobScan::TakeUnread(const UnreadSectors& next) {
-  if (!next.BeginFile && next.First == unread_.First + unread_.Count && next.Why == unread_.Why) {
+  if (!next.BeginsFile && next.First == unread_.First + unread_.Count && next.Why == unread_.Why) {
     unread_.Count += next.Count;
   } else {
     TellUnread();
@@ -73,8 +72,7 @@ void VobScan::TakeUnread(const UnreadSectors& next) {
 
 void VobScan::TellUnread() {
   if (unread_.Count > 0) {
-    teller_->Tell(message::Unread, unread_.First, 0, "reading " + Counted(unread_.Count, "sector"), "",
-                  "data", unread_.Why);
+    teller_->TellUnread(unread_.First, unread_.Count, unread_.Why);
     unread_.Count = 0;
   }
 }

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "support/damaged_disk.h"
 #include "support/folders.h"
 #include "support/sparse_image.h"
 #include "support/temp_folder.h"
@@ -115,6 +116,34 @@ TEST(ImageSource, NamesFilesThatTheFileSystemsPlaceApart) {
   ASSERT_EQ(image.Findings.All().size(), 1U);
   EXPECT_EQ(image.Findings.All()[0].Kind, &message::ImageUnlike);
   EXPECT_EQ(image.Findings.All()[0].Spot.File, "VTS_01_1.VOB");
+}
+
+TEST(ImageSource, NamesFilesThatOneFileSystemLacks) {
+  Bytes bytes = Bridge();
+  const std::string_view name = "VTS_01_1.VOB;1";
+  const auto found = std::search(bytes.begin(), bytes.end(), name.begin(), name.end());
+  ASSERT_NE(found, bytes.end());
+  found[7] = '2';
+  OpenedImage image(bytes);
+  std::vector<std::string> files;
+  for (const DiscFinding& finding : image.Findings.All()) {
+    files.push_back(finding.Spot.File);
+  }
+  EXPECT_THAT(files, ElementsAre("VTS_01_1.VOB", "VTS_01_2.VOB"));
+}
+
+// Where a sector of one file system does not come, the other still gives the files.
+TEST(ImageSource, ReadsOnBehindABadSector) {
+  const TempFolder temp;
+  const Bytes bytes = Bridge();
+  const std::string path = temp.Write("image.iso", {bytes.begin(), bytes.end()});
+  for (const std::uint64_t sector : {16U, 17U, 256U}) {
+    DamagedDisk disk({.File = "image.iso", .From = sector * SectorBytes, .To = (sector + 1) * SectorBytes});
+    DiscFindings findings;
+    const ImageSource source(path, disk, findings);
+    EXPECT_EQ(source.Files().size(), AllNames.size()) << sector;
+    EXPECT_EQ(findings.Count(Severity::Error), sector == 17 ? 0U : 1U) << sector;
+  }
 }
 
 TEST(ImageSource, FilesThatEndOutsideAreNone) {

@@ -77,7 +77,7 @@ Streamed Stream(const std::vector<std::uint32_t>& sectors, const ReadFault& faul
         }
         for (const UnreadSectors& each : block.Unread()) {
           streamed.Unread +=
-              fmt::format("{}{}+{} {};", each.BeginFile ? "file " : "", each.First, each.Count, each.Why);
+              fmt::format("{}{}+{} {};", each.BeginsFile ? "file " : "", each.First, each.Count, each.Why);
         }
         if (streamed.Count >= atTake) {
           throw std::runtime_error("take");
