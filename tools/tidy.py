@@ -85,6 +85,8 @@ def sources(build, paths):
     database = json.loads((build / "compile_commands.json").read_text(encoding="utf-8"))
     entries = {Path(entry["file"]).resolve(): entry for entry in database}
     for path in paths:
+        if path not in entries:
+            sys.exit(f"{path} is not compiled by {build}")
         entry = entries[path]
         words = shlex.split(entry["command"])
         while not words[0].endswith(("++", "cc")):  # a compiler cache before the compiler
@@ -109,6 +111,8 @@ def text_together(batch):
 
 class Tidy:
     def __init__(self, build):
+        if not build.is_relative_to(ROOT):
+            sys.exit(f"{build} does not lie below {ROOT}, whose .clang-tidy holds")
         self.build = build
         self.cache = cache_folder()
         self.versions = versions()
@@ -125,7 +129,7 @@ class Tidy:
         return mark.exists()
 
     def unit_of(self, batch):
-        """One file of the sources' texts. It lies below the build as they lie below the root, by the same checks."""
+        """One file of the sources' texts, with the checks of their folder; those of the root hold below it too."""
         folder = batch[0].path.parent
         unit = self.build / "tidy" / folder.relative_to(ROOT) / f"{next(self.number)}.cpp"
         unit.parent.mkdir(parents=True, exist_ok=True)
@@ -171,6 +175,7 @@ def batches(left):
 
 def main():
     build = Path(sys.argv[1]).resolve()
+    shutil.rmtree(build / "tidy", ignore_errors=True)  # units and checks of a former run
     tidy = Tidy(build)
     files = sources(build, sorted(Path(name).resolve() for name in sys.argv[2:]))
     left = [source for source in files if not tidy.passed_before(source)]
