@@ -6,8 +6,8 @@
 The texts of a file and of the rooms' headers that it includes name it in the cache, with the checks that hold for it
 and the versions of all else; a file that passed under that name passes again without a run. The other files of a
 folder are read together: nearly all of the time goes into the headers that they share. Of files that do not pass
-together, each half is read again, down to the one whose findings are printed; files that cannot stand in one unit,
-since both have a helper of the same name, are found in that way too. Ends with 1 if anything was found.
+together, each half is read again, down to the one whose findings are printed; files that cannot stand in one unit
+after all, since both have a helper of the same name, are found in that way too. Ends with 1 if anything was found.
 """
 
 import functools
@@ -26,6 +26,8 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 TOGETHER = 6  # more share their headers better, and more often have two helpers of one name
+HELPER = re.compile(r'^(?:struct|class|enum class|enum|using)[ \t]+(\w+)'
+                    r'|^(?=\w)(?:[\w:<>,&*\[\] \t]*[ \t&*])?(\w+(?:(?=\{|[ \t]*=)|\([^)\n]*))', re.MULTILINE)
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"][^>"]*[>"])', re.MULTILINE)
 
 
@@ -165,12 +167,26 @@ class Tidy:
         return True
 
 
+def helpers(source):
+    """What the file defines at the outermost level, by how such lines begin: names, and functions with their
+    parameters, which may clash with another's."""
+    return {name for names in HELPER.findall(text_of(source.path)) for name in names if name}
+
+
 def batches(left):
-    """Files of one folder, by the same command."""
+    """Files of one folder, by the same command, without helpers of one name as far as that is seen."""
     for _, group in itertools.groupby(left, lambda source: (source.path.parent, source.command)):
         group = list(group)
-        count = -(-len(group) // TOGETHER)
-        yield from (group[i::count] for i in range(count))
+        made = [([], set()) for _ in range(-(-len(group) // TOGETHER))]
+        for source in group:
+            names = helpers(source)
+            fitting = [batch for batch in made if len(batch[0]) < TOGETHER and not names & batch[1]]
+            if not fitting:
+                made.append(([], set()))
+            files, taken = min(fitting or made[-1:], key=lambda batch: len(batch[0]))
+            files.append(source)
+            taken |= names
+        yield from (files for files, _ in made if files)
 
 
 def main():
